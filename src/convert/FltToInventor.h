@@ -1,0 +1,346 @@
+#pragma once
+
+#include "convert/FltInstanceGraph.h"
+#include "convert/FltToObject.h"
+#include "convert/VertexEntry.h"
+#include "toolkit/VelloReaderExport.h"
+
+#include <Inventor/SbVec2f.h>
+#include <Inventor/SbVec3f.h>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <memory>
+#include <stack>
+#include <string>
+#include <sys/types.h>
+#include <utility>
+#include <vector>
+
+class AbstractInstanceRecord;
+class FltInput;
+class FltLogStream;
+class FltRecord;
+class FltRecordBoundingBox;
+class FltRecordBoundingVolumeCenter;
+class FltRecordBoundingVolumeCylinder;
+class FltRecordBoundingVolumeOrientation;
+class FltRecordBoundingVolumeSphere;
+class FltRecordClipRegion;
+class FltRecordColorPalette;
+class FltRecordComment;
+class FltRecordDOF;
+class FltRecordExternalReference;
+class FltRecordGroup;
+class FltRecordHeader;
+class FltRecordInstanceDefinition;
+class FltRecordInstanceReference;
+class FltRecordLightSourcePalette;
+class FltRecordLineStylePalette;
+class FltRecordLOD;
+class FltRecordLongID;
+class FltRecordMaterial;
+class FltRecordMatrix;
+class FltRecordNamePalette;
+class FltRecordObject;
+class FltRecordOldBoundingBox;
+class FltRecordOLDLOD;
+class FltRecordOLDMaterialPalette;
+class FltRecordReplicate;
+class FltRecordRotateAboutPoint;
+class FltRecordScaleNonUniform;
+class FltRecordSwitch;
+class FltRecordText;
+class FltRecordTextureMappingPalette;
+class FltRecordTexturePattern;
+class FltRecordTranslate;
+class FltRecordUnknown;
+class FltRecordVertexColor;
+class FltRecordVertexColorNormal;
+class FltRecordVertexColorNormalUv;
+class FltRecordVertexColorUv;
+class FltRecordVertexPalette;
+class SoDrawStyle;
+class SoGroup;
+class SoInfo;
+class SoLabel;
+class SoLOD;
+class SoMaterial;
+class SoMFUInt32;
+class SoMFVec2f;
+class SoMFVec3f;
+class SoNode;
+class SoSeparator;
+class SoTexture2;
+class SoVertexProperty;
+
+/// One conversion of one OpenFlight file into an Open Inventor scene graph.
+///
+/// Most hosts need convertFromFile() alone. A host that wants to see the records, or statistics of them, makes the
+/// object itself: setFltInputToconvert() with an input of its own, setResult(), and convert().
+///
+/// Conversions share std::cout's buffer, the message console and the factory's memory of the record before, so one
+/// runs at a time. After a conversion with a log std::cout stands on the closed log: its output is lost until the
+/// host puts its own buffer back, or the next conversion opens the next log. The closed log streams, some hundred
+/// bytes each, stay alive for that reason.
+class VELLOREADER_API FltToInventor : public FltToObject<SoSeparator>
+{
+public:
+    /// A position in a vector of records that ends with a null entry.
+    using RecordIterator = std::vector<FltRecord*>::const_iterator;
+
+    /// Converts a file, and writes the dump of its records into a log beside it: the file's name with ".log" behind.
+    /// @return the root of the scene graph; null for an empty name. A file that can't be opened or isn't OpenFlight
+    ///         gives an empty separator that nobody holds (reference count 0), and a message on std::cerr. A file
+    ///         whose header was converted gives one with a reference that nothing gives back: the caller's.
+    static SoSeparator* convertFromFile(char const* fileName);
+
+    static char const* getProductNameString(); ///< "VelloReader"
+    static char const* getVersionString();     ///< "9.6.1"
+
+    /// Readies the toolkit's database if the host has not. @return non-zero
+    static int internalInit();
+
+    FltToInventor();
+
+    /// Frees the parsers that setFltInputToconvert() made, closes the log, and lets the tables and their nodes go.
+    ~FltToInventor() override;
+
+    FltToInventor(FltToInventor const&) = delete;
+    FltToInventor& operator=(FltToInventor const&) = delete;
+
+    void update(FltRecord const* record) override;
+
+    /// Sets the root; null makes a new one. Takes no reference.
+    void setResult(SoSeparator* root) override;
+    SoSeparator* getResult() const override;
+
+    /// Takes a parser that belongs to the caller, and attaches itself to it as an observer.
+    void setFltParser(FltParser* parser) override;
+
+    /// Lets go of a parser that setFltInputToconvert() made. The object lives on until this one is destroyed.
+    void deleteCurrentFltParser() override;
+
+    /// Parses and converts. @return 0, or 1 after a message: no parser, no input, not OpenFlight, or a revision below
+    /// 11. In the last case the records stay alive.
+    virtual int convert();
+
+    /// Makes a parser of its own for @p input, which stays the caller's and has to outlive this object.
+    virtual void setFltInputToconvert(FltInput* input);
+
+    virtual bool isAllFltRecordsVisited() const;
+
+    /// Builds the scene graph below the result from the parser's records.
+    virtual void visitAllFltRecords();
+
+    /// Deletes the parser's records, each once. The vector keeps its size and its entries, which then dangle.
+    virtual void destroyAllFltRecords();
+
+    std::string const& getRelativePath() const;
+    void setRelativePath(std::string& path);
+
+    /// Sends std::cout into a new file at @p path. A file that can't be made loses the output silently.
+    void enableFileLogging(char const* path);
+
+    /// Closes the log. std::cout's buffer isn't put back.
+    void disableFileLogging();
+
+    /// Writes the counts of the parser's records by opcode into a file: the input's name with ".stat" behind it. To be
+    /// called while the records are alive.
+    void makeStats() const;
+
+    /// @name Dispatch
+    /// Handlers that take an iterator expect it on the record to handle and leave it on the last one consumed, or on
+    /// the null entry at the vector's end.
+    /// @{
+    void visitPrimaryRecord(RecordIterator& iterator);
+    void visitAncillaryRecord(FltRecord* record);
+    void visitControlRecord(FltRecord* record);
+    void visitPaletteRecord(FltRecord* record);
+    void visitUnknownCategoryFltRecord(FltRecord* record);
+    void visitPushLevel();
+    void visitPopLevel();
+
+    /// Applies the run of ancillary records at the iterator to @p group, and leaves the iterator on the first record
+    /// behind the run.
+    void visitAncillaryRecords(RecordIterator& iterator, SoGroup* group);
+    void iterator2VectorOfAncillaryElements(std::vector<FltRecord*>& out, RecordIterator& iterator);
+
+    /// Converts the level at the iterator; with no level there, the one record.
+    void visitGroupChildren(RecordIterator& iterator);
+    void visitHeader(FltRecordHeader const* record);
+    /// @}
+
+    /// @name Vertex palette
+    /// @{
+    void visitVertexPalette(FltRecordVertexPalette const* record);
+    void visitVertexColor(FltRecordVertexColor const* record);
+    void visitVertexColorNormal(FltRecordVertexColorNormal const* record);
+    void visitVertexColorUV(FltRecordVertexColorUv const* record);
+    void visitVertexColorNormalUV(FltRecordVertexColorNormalUv const* record);
+
+    /// Looks a vertex up by its byte offset in the palette. An unknown offset enters the map with a default entry.
+    int getIndexVertexFromOffset(unsigned long offset);
+    int getSizeVertexFromOffset(unsigned long offset);
+    SoVertexProperty* getSoVertexPropertyFromOffset(unsigned long offset);
+
+    /// 1 to 4 in the order colour, colour-normal, colour-UV, colour-normal-UV. Another id gives the first, and a
+    /// message.
+    SoVertexProperty* getVertexPropertyFromIntId(int const& id);
+
+    /// The reverse. Another node gives 5, and a message.
+    int getIntIdFromVertexProperty(SoVertexProperty const* property);
+
+    /// Adds a vertex of the form with normal and UV, made of a vertex of any form and a normal.
+    /// @param resultIndex set to the position of the new vertex
+    void copyVertexToVertexColorNormalUV(int sourceId, int sourceIndex, SbVec3f normal, int& resultIndex);
+
+    /// Prints the map from offsets to vertices to std::cout, at most @p limit lines if that is above 0.
+    void showOffsetToVertexEntryMap(int limit);
+    /// @}
+
+    /// @name Hierarchy nodes
+    /// @{
+    void visitGroup(FltRecordGroup const* record, RecordIterator& iterator);
+    void visitObject(FltRecordObject const* record, RecordIterator& iterator);
+    void visitLOD(FltRecordLOD const* record, RecordIterator& iterator);
+    void visitOLDLOD(FltRecordOLDLOD const* record, RecordIterator& iterator);
+    void visitSwitch(FltRecordSwitch const* record, RecordIterator& iterator);
+    void visitDOF(FltRecordDOF const* record, RecordIterator& iterator);
+    void visitClipRegion(FltRecordClipRegion const* record, RecordIterator& iterator);
+    void visitText(FltRecordText const* record, RecordIterator& iterator);
+    void visitUnknownPrimaryRecord(FltRecordUnknown const* record, RecordIterator& iterator);
+
+    /// Faces that stand outside an Object.
+    void visitNextSuccessiveFaces(RecordIterator& iterator);
+
+    /// Turns the records of an Object into geometry below @p destination.
+    /// @param transparency of the Object, in the file's units from 0 to 65535
+    void visitObjectFaceRecords(RecordIterator& iterator, float const& transparency, SoGroup*& destination);
+
+    void visitComment(FltRecordComment const* record, SoGroup* group);
+    void visitLongID(FltRecordLongID const* record, SoNode* node);
+    void visitMatrix(FltRecordMatrix const* record, SoGroup* group);
+    void visitTranslate(FltRecordTranslate const* record, SoGroup* group);
+    void visitScaleNonUniform(FltRecordScaleNonUniform const* record, SoGroup* group);
+    void visitRotateAboutPoint(FltRecordRotateAboutPoint const* record, SoGroup* group);
+    void visitBoundingBox(FltRecordOldBoundingBox const* record);
+    void visitBoundingBox(FltRecordBoundingBox const* record);
+    void visitBoundingVolumeSphere(FltRecordBoundingVolumeSphere const* record);
+    void visitBoundingVolumeCylinder(FltRecordBoundingVolumeCylinder const* record);
+    void visitBoundingVolumeCenter(FltRecordBoundingVolumeCenter const* record);
+    void visitBoundingVolumeOrientation(FltRecordBoundingVolumeOrientation const* record);
+
+    /// Hangs a node below the top of the stack; below a converted switch, in a SoSwitch of its own. With no level
+    /// open the node isn't attached, and goes with this object.
+    void addSoGroupToNodesStackTop(SoGroup* node);
+
+    void setFltSwitchPropertiesToSoInfo(SoInfo*& info, FltRecordSwitch const* record);
+    char const* getInfoStringFromAConvertedFltSwitch(SoGroup* group) const;
+    int currentNumberOfSwitchChildren(SoGroup* group) const;
+
+    /// Whether the next child of a converted switch is to be drawn, by the text of its masks.
+    bool isSoSwitchTraverseHisChildren(SoGroup* group) const;
+    /// @}
+
+    /// @name Instancing, replication, external references
+    /// @{
+    void visitInstanceDefinition(FltRecordInstanceDefinition const* record);
+    void visitInstanceReference(FltRecordInstanceReference const* record);
+    void visitReplicate(FltRecordReplicate const* record, SoNode* node, std::vector<FltRecord*>::iterator& ancillary,
+                        std::vector<FltRecord*>& ancillaries, RecordIterator& iterator);
+    void visitExternalReference(FltRecordExternalReference const* record, RecordIterator& iterator);
+    /// @}
+
+    /// @name Palettes
+    /// @{
+    void visitColorPalette(FltRecordColorPalette const* record);
+    void visitMaterial(FltRecordMaterial const* record);
+    void visitOLDMaterialPalette(FltRecordOLDMaterialPalette const* record);
+    void visitTexturePattern(FltRecordTexturePattern const* record);
+    void visitLineStylePalette(FltRecordLineStylePalette const* record);
+    void visitNamePalette(FltRecordNamePalette const* record);
+    void visitLightSourcePalette(FltRecordLightSourcePalette const* record);
+    void visitTextureMapping(FltRecordTextureMappingPalette const* record);
+    /// @}
+
+private:
+    friend class FltObjectToSoSeparator;
+
+    /// The forms of a vertex, in the order of their property ids, which are one higher.
+    enum VertexForm { color, colorNormal, colorUV, colorNormalUV, vertexFormCount };
+
+    /// Where the values of a form's fields are written: the storage of the field as it stands, and how many values
+    /// there are. A write behind them is lost.
+    struct VertexFieldPointers {
+        SbVec3f* vertex = nullptr;
+        SbVec3f* normal = nullptr;
+        SbVec2f* texCoord = nullptr;
+        std::uint32_t* orderedRGBA = nullptr;
+        int vertexNum = 0;
+        int normalNum = 0;
+        int texCoordNum = 0;
+        int orderedRGBANum = 0;
+    };
+
+    /// What nested conversions share with the one at the top.
+    struct ExternalReferenceChain {
+        std::vector<std::pair<dev_t, ino_t>> files; ///< From the top file to this one.
+        int opened = 0;                             ///< External files so far, all levels together.
+    };
+
+    void init();
+    void finalizeVertexProperties();
+    SoVertexProperty* propertyOf(VertexForm form) const;
+    void takeVertexFieldPointers(VertexForm form);
+    void setVertexFieldSizes(VertexForm form, int size);
+    int beginVertex(VertexForm form, unsigned int recordLength);
+    void growVertexFields(VertexForm form);
+    void writeVertex(VertexForm form, FltRecordVertexColor const& record, float const* normal, float const* texture,
+                     std::uint32_t packedColor);
+    std::uint32_t packedVertexColor(VertexForm form, FltRecordVertexColor const& record) const;
+
+    /// The opening of every primary handler: hangs @p attached below the top of the stack, makes @p receiver the
+    /// group that the next Push opens, and applies the ancillary records to it.
+    void openNode(SoGroup* attached, SoGroup* receiver, RecordIterator& iterator);
+
+    /// Whether a level may be opened below the group made last; tells the console once if not.
+    bool mayGoDeeper();
+    void passOverLevel(RecordIterator& iterator);
+    void keepUnattached(SoNode* node);
+    void notifyOnce(char const*& slot, std::string const& text);
+
+    SoSeparator* convertExternalFile(FltRecordExternalReference const* record, FltInput& input, SoSeparator* parent);
+
+    FltParser* fltParser = nullptr;
+    bool ownsFltParser = false;
+    SoSeparator* result = nullptr;
+    bool allFltRecordsVisited = false;
+    SoLabel* minRangeLabel = nullptr;
+    SoLabel* maxRangeLabel = nullptr;
+    std::string relativePath;
+    std::map<std::string, SoSeparator*> externalReferences;
+    std::map<unsigned long, VertexEntry> offsetToVertexEntryMap;
+    unsigned long nextVertexOffset = 8;
+    SoVertexProperty* vertexColorProperty = nullptr;
+    SoVertexProperty* vertexColorUVProperty = nullptr;
+    SoVertexProperty* vertexColorNormalProperty = nullptr;
+    SoVertexProperty* vertexColorNormalUVProperty = nullptr;
+    int vertexCounts[vertexFormCount] = {};
+    int vertexCapacities[vertexFormCount] = {};
+    VertexFieldPointers vertexFieldPointers[vertexFormCount];
+    std::uint32_t colorPalette[4152] = {};
+    SoMaterial* materialPalette = nullptr;
+    std::map<int, SoTexture2*> texturePalette;
+    std::map<int, void*> reservedMap;
+    std::map<int, std::string> namePalette;
+    std::map<int, SoDrawStyle*> lineStylePalette;
+    std::map<int, SoNode*> instanceDefinitions;
+    bool rgbMode = false;
+    bool vertexPropertiesFinalized = false;
+    std::stack<SoGroup*, std::deque<SoGroup*>> nodesStack;
+    SoGroup* currentGroup = nullptr;
+    bool fileLoggingEnabled = false;
+    FltLogStream* logStream = nullptr;
+};

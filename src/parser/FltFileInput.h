@@ -1,0 +1,50 @@
+#pragma once
+
+#include "parser/FltInput.h"
+
+#include <cstdio>
+#include <memory>
+
+/// A file, read whole into memory when the object is made. Backslashes of the name are taken as slashes.
+///
+/// A file that can't be opened is told on std::cerr, and isInFlowCreated() is false from then on. Only
+/// regular files are opened: a directory or a device is refused in the same way.
+class VELLOREADER_API FltFileInput : public FltInput
+{
+public:
+    explicit FltFileInput(char const* fileName);
+    virtual ~FltFileInput() = default;
+
+    FltFileInput(FltFileInput const&) = delete;
+    FltFileInput& operator=(FltFileInput const&) = delete;
+
+    char* getBuffer() override { return buffer.get(); }
+    long getSize() const override { return size; }
+    bool isInFlowCreated() const override { return flowCreated; }
+    char const* getFileName() const override { return fileName.get(); }
+    char const* getDirName() const override { return dirName.get(); }
+
+    /// The same as getDirName().
+    virtual char const* getAdditionalDirName() const { return dirName.get(); }
+
+    /// Takes the size of the open file and goes back to its start.
+    void calculFileSize();
+
+    /// Reads the open file into the buffer. A file that turns out shorter sets the size to what was read.
+    void fileToBuffer();
+
+    /// Writes every byte to std::cout as a decimal number with a blank behind it.
+    void showBuffer();
+
+private:
+    struct Close {
+        void operator()(FILE* open) const { std::fclose(open); }
+    };
+
+    bool flowCreated = false;
+    std::unique_ptr<char[]> buffer;
+    std::unique_ptr<char[]> fileName;
+    std::unique_ptr<char[]> dirName;
+    std::unique_ptr<FILE, Close> file;
+    long size = 0;
+};

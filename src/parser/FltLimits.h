@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+
+/// The ceilings that keep a hostile or broken file from exhausting the machine. All are far above what a real
+/// database holds; where one is met it is reported and the rest of the file is kept.
+namespace FltLimits
+{
+
+/// Nodes on the longest way from the root to a leaf of the scene graph. The toolkit traverses and destroys a
+/// scene by recursion, so this is a bound on its stack.
+constexpr int sceneDepth = 3000;
+
+/// Levels of the hierarchy, external files included: a bound on the conversion's own stack.
+constexpr int hierarchyDepth = 1500;
+
+/// External files that lead from one to the next.
+constexpr int externalReferenceDepth = 32;
+
+/// External files that one top-level conversion opens.
+constexpr int externalReferences = 65536;
+
+/// Steps spent on one conversion's checks of instance references against cycles.
+constexpr std::size_t instanceCheckSteps = 50'000'000;
+
+/// Bytes that the short records of a file may read past their own ends, for each byte of the file, and
+/// what every file may read in any case.
+constexpr std::size_t borrowedBytesPerFileByte = 4;
+constexpr std::size_t borrowedBytes = std::size_t(16) << 20;
+
+/// Faults of one file that are reported one by one.
+constexpr int damageReports = 100;
+
+/// Positions of the material palette: faces name them by a signed 16-bit index.
+constexpr int materialPaletteSize = 32768;
+
+} // namespace FltLimits

@@ -1,0 +1,67 @@
+#include "parser/FltLogBuffer.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
+FltLogBuffer* FltLogBuffer::current = nullptr;
+
+bool FltLogBuffer::open(char const* path)
+{
+    file = ::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    if (file < 0)
+        return false;
+    block.reset(new char[blockSize]);
+    setp(block.get(), block.get() + blockSize);
+    current = this;
+    return true;
+}
+
+void FltLogBuffer::write()
+{
+    char const* from = pbase();
+    while (from != pptr() && !failed) {
+        auto const written = ::write(file, from, static_cast<std::size_t>(pptr() - from));
+        if (written > 0)
+            from += written;
+        else if (written < 0 && errno != EINTR)
+            failed = true;
+    }
+    setp(block.get(), block.get() + (block ? blockSize : 0));
+}
+
+bool FltLogBuffer::close()
+{
+    if (file < 0)
+        return false;
+    write();
+    if (::close(file) != 0)
+        failed = true;
+    file = -1;
+    block.reset();
+    setp(nullptr, nullptr);
+    if (current == this)
+        current = nullptr;
+    return !failed;
+}
+
+void FltLogBuffer::writeCurrent()
+{
+    if (current != nullptr)
+        current->write();
+}
+
+FltLogBuffer::~FltLogBuffer()
+{
+    close();
+}
+
+FltLogBuffer::int_type FltLogBuffer::overflow(int_type character)
+{
+    if (file < 0)
+        return traits_type::eof();
+    write();
+    return traits_type::eq_int_type(character, traits_type::eof())
+               ? traits_type::not_eof(character)
+               : sputc(traits_type::to_char_type(character));
+}

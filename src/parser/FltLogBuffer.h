@@ -1,0 +1,48 @@
+#pragma once
+
+#include <memory>
+#include <ostream>
+#include <streambuf>
+
+/// The buffer of a log file. Lines of a dump end with a flush, as a host that passes its own stream expects;
+/// this buffer takes such flushes lightly and writes large blocks: when one is full, when write() is called,
+/// and when the log closes. Output that can't be written, or that comes after close(), is lost.
+class FltLogBuffer : public std::streambuf
+{
+public:
+    /// Creates or empties the file at @p path. @return whether that worked
+    bool open(char const* path);
+
+    /// Writes what is waiting.
+    void write();
+
+    /// Writes what is waiting and closes the file. @return false if anything could not be written
+    bool close();
+
+    /// Writes what is waiting in the log that is open, if one is.
+    static void writeCurrent();
+
+    FltLogBuffer() = default;
+    ~FltLogBuffer() override;
+
+protected:
+    int_type overflow(int_type character) override;
+    int sync() override { return 0; }
+
+private:
+    static constexpr int blockSize = 256 * 1024;
+    static FltLogBuffer* current;
+
+    std::unique_ptr<char[]> block;
+    int file = -1;
+    bool failed = false;
+};
+
+/// A log file as a stream.
+class FltLogStream : public std::ostream
+{
+public:
+    FltLogStream() : std::ostream(nullptr) { rdbuf(&buffer); }
+
+    FltLogBuffer buffer;
+};

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "parser/FltObserver.h"
+#include "toolkit/VelloReaderExport.h"
+
+#include <iosfwd>
+#include <vector>
+
+class FltCreationVisitor;
+class FltInput;
+class FltRawData;
+class FltRecordHeader;
+
+/// Frames the bytes of an input into records and has the factory make an object of each.
+///
+/// A record begins with a 16-bit opcode and a 16-bit length, both big-endian; the length counts the whole
+/// record. The first record has to be the header (opcode 1); its revision and RGB mode go to the factory
+/// before the second record is made.
+///
+/// A record of zero length, one that runs past the end of the input, and a rest of fewer than four bytes end
+/// the scan with a message that names the byte offset; what came before is kept. A record that is shorter
+/// than its layout reads on into the bytes behind it, and into zeros behind the last one.
+class VELLOREADER_API FltParser : public FltRecordObservable
+{
+public:
+    FltParser();
+    explicit FltParser(FltInput* input);
+
+    /// Frees the factory and, if it is a FltFileInput, the input; neither the records nor any other input.
+    /// Give the input back first with setInput(nullptr) if it belongs to somebody else.
+    virtual ~FltParser();
+
+    FltParser(FltParser const&) = delete;
+    FltParser& operator=(FltParser const&) = delete;
+
+    void attachFltObserver(FltRecordObserver* observer) override;
+    void detachFltObserver(FltRecordObserver* observer) override;
+    void notify(FltRecord const* record) override;
+
+    FltInput* getInput() const { return input; }
+    void setInput(FltInput* newInput) { input = newInput; }
+    FltCreationVisitor* getFltCreationVisitor() const { return creationVisitor; }
+    void setFltCreationVisitor(FltCreationVisitor* visitor)
+    {
+        creationVisitor = visitor;
+    } ///< Frees no earlier one.
+    void setDefaultFltCreationVisitor();
+    void setAdditionalDirPath(char const* path);
+
+    /// Records of the file so far. Two sound palettes that share an object count as two.
+    unsigned long getNumberOfFltRawData() const { return numberOfFltRawData; }
+
+    /// Whether run() has come to the end of the input.
+    bool isAllFltRecordsCreated() const { return allFltRecordsCreated; }
+
+    /// The records in file order. They belong to the parser until somebody destroys them; an object may stand
+    /// in neighbouring entries.
+    std::vector<FltRecord*>& getFltRecords() { return fltRecords; }
+
+    /// Dumps every record. @return @p os
+    std::ostream& showAllFltRecords(std::ostream& os) const;
+
+    /// Whether the input begins with a header record; tells the console if not.
+    bool isAnOpenFlightInput(FltInput* input);
+
+    /// Has the factory make the record of @p raw, appends it and notifies the observers.
+    void fltRecordsVectorBuild(FltRawData* raw);
+
+    /// Reads the whole input. @return 0, or 1 when the input isn't OpenFlight
+    int run();
+
+private:
+    void init();
+
+    /// Takes revision and RGB mode from the header record.
+    void readVersion(FltRecordHeader const& header);
+
+    std::vector<FltRecord*> fltRecords;
+    FltCreationVisitor* creationVisitor = nullptr;
+    FltInput* input = nullptr;
+    char* additionalDirPath = nullptr;
+    bool allFltRecordsCreated = false;
+    unsigned long numberOfFltRawData = 0;
+    std::vector<FltRecordObserver*> observers;
+};

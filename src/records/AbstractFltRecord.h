@@ -1,0 +1,59 @@
+#pragma once
+
+#include "records/FltRecord.h"
+
+#include <string_view>
+
+/// A record with its length and the frame that every dump begins with.
+class AbstractFltRecord : public FltRecord
+{
+public:
+    explicit AbstractFltRecord(unsigned int length) : length(length) {}
+    ~AbstractFltRecord() override { length = 0; }
+
+    AbstractFltRecord(AbstractFltRecord const&) = delete;
+    AbstractFltRecord& operator=(AbstractFltRecord const&) = delete;
+
+    unsigned int getLength() const override { return length; }
+
+    /// Writes the category line and the line with opcode and length. @return @p os
+    virtual std::ostream& opcodeAndLength(std::ostream& os) const;
+
+protected:
+    /// Writes @p title, an end of line, and opcodeAndLength(). @return @p os
+    std::ostream& titleOpcodeAndLength(std::ostream& os, std::string_view title) const;
+
+    unsigned int length; ///< Bytes of the record in the file, opcode and length words included.
+};
+
+/// A node of the hierarchy, or a part of one: it may have ancillary records and a level behind it.
+class PrimaryFltRecord : public AbstractFltRecord
+{
+public:
+    using AbstractFltRecord::AbstractFltRecord;
+    std::string getRecordCategory() const override { return "PRIMARY_RECORD"; }
+};
+
+/// A record that tells more of the primary record before it.
+class AncillaryFltRecord : public AbstractFltRecord
+{
+public:
+    using AbstractFltRecord::AbstractFltRecord;
+    std::string getRecordCategory() const override { return "ANCILLARY_RECORD"; }
+};
+
+/// A record that opens or closes a level, or places an instance.
+class ControlFltRecord : public AbstractFltRecord
+{
+public:
+    using AbstractFltRecord::AbstractFltRecord;
+    std::string getRecordCategory() const override { return "CONTROL_RECORD"; }
+};
+
+/// An entry of one of the file's shared tables.
+class PaletteFltRecord : public AbstractFltRecord
+{
+public:
+    using AbstractFltRecord::AbstractFltRecord;
+    std::string getRecordCategory() const override { return "PALETTE_RECORD"; }
+};

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <ostream>
+#include <string_view>
+
+/// One line of a dump while it is put together: the workshop behind FltDump, for lines of a shape of their
+/// own.
+///
+/// The pieces gather in a buffer on the frame and go to the stream in one piece with end(). A line that
+/// outgrows the buffer goes in several.
+class FltDumpLine
+{
+public:
+    explicit FltDumpLine(std::ostream& os);
+
+    FltDumpLine(FltDumpLine const&) = delete;
+    FltDumpLine& operator=(FltDumpLine const&) = delete;
+
+    FltDumpLine& operator<<(std::string_view text);
+    FltDumpLine& operator<<(char character);
+    FltDumpLine& operator<<(std::int32_t value);
+    FltDumpLine& operator<<(std::uint32_t value);
+    FltDumpLine& operator<<(std::uint64_t value);
+    FltDumpLine& operator<<(double value);
+    FltDumpLine& pointer(void const* address);
+
+    /// Hands the line over with an end of line and a flush.
+    void end();
+
+    /// Hands over what stands in the buffer, with neither.
+    void spill();
+
+private:
+    template <class Number>
+    FltDumpLine& number(Number value);
+
+    /// The longest formatted number, with room to spare.
+    static constexpr int longestNumber = 40;
+
+    std::ostream& os;
+    bool const isDefaultState;
+    int used = 0;
+    char buffer[512];
+};

@@ -1,0 +1,131 @@
+#pragma once
+
+#include "records/AbstractFltRecord.h"
+
+#include <cstdint>
+
+/// A control record of four bytes, opcode and length. Any other length leaves a message at level 1 in the
+/// console and is otherwise as good.
+class AbstractControlRecord : public ControlFltRecord
+{
+public:
+    explicit AbstractControlRecord(unsigned int length);
+
+    std::ostream& properties(std::ostream& os) const override;
+    void getPropertiesFromData(char* data) override;
+};
+
+/// Opens a level: what follows stands below the record before.
+class FltRecordPushLevel : public AbstractControlRecord
+{
+public:
+    using AbstractControlRecord::AbstractControlRecord;
+    int getOpcode() const override { return 10; }
+    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+};
+
+/// Closes a level.
+class FltRecordPopLevel : public AbstractControlRecord
+{
+public:
+    using AbstractControlRecord::AbstractControlRecord;
+    int getOpcode() const override { return 11; }
+    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+};
+
+/// Opens a level of faces that lie upon the face before.
+class FltRecordPushSubface : public AbstractControlRecord
+{
+public:
+    using AbstractControlRecord::AbstractControlRecord;
+    int getOpcode() const override { return 19; }
+    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+};
+
+/// Closes a sub-face level.
+class FltRecordPopSubface : public AbstractControlRecord
+{
+public:
+    using AbstractControlRecord::AbstractControlRecord;
+    int getOpcode() const override { return 20; }
+    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+};
+
+/// A control record of an extension.
+///
+/// | Offset | Type    | Field                  |
+/// |--------|---------|------------------------|
+/// | 4      | char[8] | reserved               |
+/// | 12     | char[8] | reserved               |
+/// | 20     | 2 bytes | reserved               |
+/// | 22     | uint16  | `vertexReferenceIndex` |
+///
+/// Its length is tested against 4 as that of the other control records, so every one leaves a message at
+/// level 1.
+class AbstractExtensionControlRecord : public ControlFltRecord
+{
+public:
+    explicit AbstractExtensionControlRecord(unsigned int length);
+
+    std::ostream& properties(std::ostream& os) const override;
+    void getPropertiesFromData(char* data) override;
+
+    char reserved1[8] = {};
+    char reserved2[8] = {};
+    char reserved3[2] = {};
+    std::uint16_t vertexReferenceIndex = 0;
+};
+
+/// Opens a level of extension records.
+class FltRecordPushExtension : public AbstractExtensionControlRecord
+{
+public:
+    using AbstractExtensionControlRecord::AbstractExtensionControlRecord;
+    int getOpcode() const override { return 21; }
+    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+};
+
+/// Closes a level of extension records.
+class FltRecordPopExtension : public AbstractExtensionControlRecord
+{
+public:
+    using AbstractExtensionControlRecord::AbstractExtensionControlRecord;
+    int getOpcode() const override { return 22; }
+    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+};
+
+/// A record of the instancing of a subtree.
+///
+/// | Offset | Type  | Field                      |
+/// |--------|-------|----------------------------|
+/// | 4      | int16 | `spare`                    |
+/// | 6      | int16 | `instanceDefinitionNumber` |
+class AbstractInstanceRecord : public ControlFltRecord
+{
+public:
+    using ControlFltRecord::ControlFltRecord;
+
+    std::ostream& properties(std::ostream& os) const override;
+    void getPropertiesFromData(char* data) override;
+
+    std::int16_t spare = 0;
+    std::int16_t instanceDefinitionNumber = 0; ///< Which definition is meant.
+};
+
+/// Places what an instance definition holds.
+class FltRecordInstanceReference : public AbstractInstanceRecord
+{
+public:
+    using AbstractInstanceRecord::AbstractInstanceRecord;
+    int getOpcode() const override { return 61; }
+    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+};
+
+/// Gives the level behind it a number, under which references find it.
+class FltRecordInstanceDefinition : public AbstractInstanceRecord
+{
+public:
+    using AbstractInstanceRecord::AbstractInstanceRecord;
+    int getOpcode() const override { return 62; }
+    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+};

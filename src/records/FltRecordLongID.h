@@ -1,0 +1,24 @@
+#pragma once
+
+#include "records/AbstractFltRecord.h"
+
+#include <memory>
+
+/// The full name of the node before, where the eight characters of its own record don't hold it.
+///
+/// | Offset | Type               | Field     |
+/// |--------|--------------------|-----------|
+/// | 4      | char[length - 4]   | `idASCII` |
+class FltRecordLongID : public AncillaryFltRecord
+{
+public:
+    using AncillaryFltRecord::AncillaryFltRecord;
+
+    int getOpcode() const override { return 33; }
+    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+    std::ostream& properties(std::ostream& os) const override;
+    void getPropertiesFromData(char* data) override;
+
+    /// The name with a zero behind it; null before the record is decoded. Zeros inside the name are kept.
+    std::unique_ptr<char[]> idASCII;
+};

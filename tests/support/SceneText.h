@@ -1,0 +1,9 @@
+#pragma once
+
+#include <string>
+
+class SoNode;
+
+/// A scene graph as text, for exact comparison: the toolkit's own ASCII format without its first line. Types,
+/// names, all fields that aren't at their defaults, and nodes that stand in several places (DEF and USE).
+std::string sceneText(SoNode* root);
