@@ -79,6 +79,14 @@ public:
     /// The entries by their `index`. Of several with the same index the last counts.
     std::map<int, FltColorEntry> setOfColorEntries;
 
+    /// A colour in the toolkit's packed order, red in the top byte and alpha in the lowest.
+    /// @param i from 0 up to and without colorCount
+    std::uint32_t getPackedColor(int i) const
+    {
+        std::uint32_t const word = color[i];
+        return word << 24 | (word & 0xff00U) << 8 | (word >> 8 & 0xff00U) | word >> 24;
+    }
+
 private:
     void getRampsFromData(char* cursor);
     void getColorNamesFromData(char* data);
