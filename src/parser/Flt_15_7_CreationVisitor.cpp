@@ -1,11 +1,19 @@
 #include "parser/Flt_15_7_CreationVisitor.h"
 
 #include "parser/FltRawData.h"
+#include "records/FltRecordBoundingVolume.h"
+#include "records/FltRecordColorPalette.h"
 #include "records/FltRecordComment.h"
 #include "records/FltRecordControl.h"
 #include "records/FltRecordExtensionAttribute.h"
 #include "records/FltRecordHeader.h"
+#include "records/FltRecordLightSource.h"
+#include "records/FltRecordLineStyle.h"
 #include "records/FltRecordLongID.h"
+#include "records/FltRecordMaterial.h"
+#include "records/FltRecordMultitexture.h"
+#include "records/FltRecordNamePalette.h"
+#include "records/FltRecordTexturePattern.h"
 #include "records/FltRecordUnknown.h"
 
 #include <array>
@@ -51,10 +59,26 @@ constexpr Row rows[] = {
     {21, plain<FltRecordPushExtension>, 24},
     {22, plain<FltRecordPopExtension>, 24},
     {31, plain<FltRecordComment>, 4},
+    {32, revised<FltRecordColorPalette>, 4232},
     {33, plain<FltRecordLongID>, 4},
+    {51, plain<FltRecordOldBoundingBox>, 28},
+    {52, plain<FltRecordMultitexture>, 72},
     {61, plain<FltRecordInstanceReference>, 8},
     {62, plain<FltRecordInstanceDefinition>, 8},
+    {64, plain<FltRecordTexturePattern>, 216},
+    {66, revised<FltRecordOLDMaterialPalette>, 11780},
+    {74, plain<FltRecordBoundingBox>, 56},
+    {97, plain<FltRecordLineStylePalette>, 12},
     {100, plain<FltRecordExtensionAttribute>, 24},
+    {101, plain<FltRecordLightSource>, 64},
+    {102, plain<FltRecordLightSourcePalette>, 210},
+    {105, plain<FltRecordBoundingVolumeSphere>, 16},
+    {106, plain<FltRecordBoundingVolumeCylinder>, 24},
+    {108, plain<FltRecordBoundingVolumeCenter>, 32},
+    {109, plain<FltRecordBoundingVolumeOrientation>, 32},
+    {111, plain<FltRecordLightPoint>, 156},
+    {113, plain<FltRecordMaterial>, 84},
+    {114, plain<FltRecordNamePalette>, 10},
 };
 
 constexpr bool isAscending()
