@@ -21,6 +21,7 @@
 #include <array>
 #include <cstdint>
 #include <iostream>
+#include <memory>
 
 namespace
 {
@@ -135,14 +136,16 @@ FltRecord* Flt_15_7_CreationVisitor::previous = nullptr;
 void Flt_15_7_CreationVisitor::visitFltRawData(FltRecord*& result, FltRawData const* raw)
 {
     Row const* const row = findRow(raw->opcode);
+    std::unique_ptr<FltRecord> made; // a decoder may throw
     if (row == nullptr)
-        result = new FltRecordUnknown(static_cast<std::int16_t>(raw->opcode), raw->length);
-    else if (row->opcode == soundPaletteOpcode && previous != nullptr &&
-             previous->getOpcode() == soundPaletteOpcode)
-        result = previous;
-    else
-        result = row->make(raw->length, revision);
-    result->getPropertiesFromData(raw->data);
+        made.reset(new FltRecordUnknown(static_cast<std::int16_t>(raw->opcode), raw->length));
+    else if (row->opcode != soundPaletteOpcode || previous == nullptr ||
+             previous->getOpcode() != soundPaletteOpcode)
+        made.reset(row->make(raw->length, revision));
+    FltRecord* const record = made != nullptr ? made.get() : previous;
+    record->getPropertiesFromData(raw->data);
+    static_cast<void>(made.release());
+    result = record;
     previous = result;
     result->properties(std::cout);
 }
