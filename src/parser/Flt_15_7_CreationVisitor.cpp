@@ -4,8 +4,12 @@
 #include "records/FltRecordComment.h"
 #include "records/FltRecordControl.h"
 #include "records/FltRecordExtensionAttribute.h"
+#include "records/FltRecordEyePointTrackPlane.h"
 #include "records/FltRecordHeader.h"
 #include "records/FltRecordLongID.h"
+#include "records/FltRecordSound.h"
+#include "records/FltRecordText.h"
+#include "records/FltRecordTextureMapping.h"
 #include "records/FltRecordUnknown.h"
 
 #include <array>
@@ -54,7 +58,12 @@ constexpr Row rows[] = {
     {33, plain<FltRecordLongID>, 4},
     {61, plain<FltRecordInstanceReference>, 8},
     {62, plain<FltRecordInstanceDefinition>, 8},
+    {83, plain<FltRecordEyePointTrackPlane>, 280},
+    {91, plain<FltRecordSound>, 88},
+    {93, plain<FltRecordSoundPalette>, 32},
+    {95, plain<FltRecordText>, 320},
     {100, plain<FltRecordExtensionAttribute>, 24},
+    {112, plain<FltRecordTextureMappingPalette>, 580},
 };
 
 constexpr bool isAscending()

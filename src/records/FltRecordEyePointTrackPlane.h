@@ -118,17 +118,17 @@ public:
     void getPropertiesFromData(char* data) override;
 
     /// Dumps one eyepoint. @return @p os
-    virtual std::ostream& eyePointProperties(FltEyePointStruct const& eyePoint, std::ostream& os) const;
+    virtual std::ostream& eyePointProperties(FltEyePointStruct const& eye, std::ostream& os) const;
 
     /// Dumps one trackplane; of one whose `activeFlag` isn't -1 only a line that says so. `gridAngle` prints
     /// without its fraction: beyond the range of 32 bits as the nearest end of it, and not a number as 0.
     /// @return @p os
-    virtual std::ostream& trackPlaneProperties(FltTrackPlaneStruct const& trackPlane, std::ostream& os) const;
+    virtual std::ostream& trackPlaneProperties(FltTrackPlaneStruct const& plane, std::ostream& os) const;
 
     /// @name Filling one structure from its first byte
     /// @{
-    virtual void getEyePointPropertiesFromData(FltEyePointStruct* eyePoint, char* data);
-    virtual void getTrackPlanePropertiesFromData(FltTrackPlaneStruct* trackPlane, char* data);
+    virtual void getEyePointPropertiesFromData(FltEyePointStruct* eye, char* data);
+    virtual void getTrackPlanePropertiesFromData(FltTrackPlaneStruct* plane, char* data);
     /// @}
 
     std::int32_t reserved = 0;

@@ -93,6 +93,6 @@ public:
     std::unique_ptr<char[]> packedData; ///< The names and a zero behind them; null until decoded.
 
 private:
-    void getTableFromData(char* data, int size);
-    void getNamesFromData(char* data, int size);
+    void getTableFromData(char* cursor, int size);
+    void getNamesFromData(char* cursor, int size);
 };
