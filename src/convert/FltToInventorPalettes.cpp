@@ -93,4 +93,4 @@ void FltToInventor::visitLineStylePalette(FltRecordLineStylePalette const* recor
     enter(lineStylePalette, record->lineStyleIndex, style);
 }
 
-void FltToInventor::visitNamePalette(FltRecordNamePalette const* record) { namePalette = record->names; }
+void FltToInventor::visitNamePalette(FltRecordNamePalette const* record) { namePalette = record->setOfNames; }

@@ -9,6 +9,7 @@
 #include "records/FltRecordDOF.h"
 #include "records/FltRecordExtensionAttribute.h"
 #include "records/FltRecordExternalReference.h"
+#include "records/FltRecordEyePointTrackPlane.h"
 #include "records/FltRecordFace.h"
 #include "records/FltRecordGroupAndObject.h"
 #include "records/FltRecordHeader.h"
@@ -20,7 +21,10 @@
 #include "records/FltRecordMultitexture.h"
 #include "records/FltRecordNamePalette.h"
 #include "records/FltRecordReplicate.h"
+#include "records/FltRecordSound.h"
 #include "records/FltRecordSwitch.h"
+#include "records/FltRecordText.h"
+#include "records/FltRecordTextureMapping.h"
 #include "records/FltRecordTexturePattern.h"
 #include "records/FltRecordTransformations.h"
 #include "records/FltRecordUnknown.h"
@@ -104,8 +108,12 @@ constexpr Row rows[] = {
     {79, plain<FltRecordScaleNonUniform>, 44},
     {80, plain<FltRecordRotateAboutPoint>, 48},
     {82, plain<FltRecordRotateAboutEdge>, 60},
+    {83, plain<FltRecordEyePointTrackPlane>, 280},
     {89, plain<FltRecordMorphVertexList>, 4},
+    {91, plain<FltRecordSound>, 88},
+    {93, plain<FltRecordSoundPalette>, 32},
     {94, plain<FltRecordGeneralMatrix>, 68},
+    {95, plain<FltRecordText>, 320},
     {96, plain<FltRecordSwitch>, 28},
     {97, plain<FltRecordLineStylePalette>, 12},
     {98, plain<FltRecordClipRegion>, 280},
@@ -117,6 +125,7 @@ constexpr Row rows[] = {
     {108, plain<FltRecordBoundingVolumeCenter>, 32},
     {109, plain<FltRecordBoundingVolumeOrientation>, 32},
     {111, plain<FltRecordLightPoint>, 156},
+    {112, plain<FltRecordTextureMappingPalette>, 580},
     {113, plain<FltRecordMaterial>, 84},
     {114, plain<FltRecordNamePalette>, 10},
 };
