@@ -14,7 +14,7 @@
 /// | 212    | 2 bytes   |             | skipped                                                            |
 /// | 214    | int16     | reserved    |                                                                    |
 ///
-/// Flags: bit 31 color palette, 30 material, 29 texture and texture mapping, 28 line style, 27 sound, 26
+/// Flags: bit 31 colour palette, 30 material, 29 texture and texture mapping, 28 line style, 27 sound, 26
 /// light source, 25 light point palette.
 class FltRecordExternalReference : public PrimaryFltRecord
 {

@@ -38,7 +38,7 @@
 /// | 56     | uint8[4] | `packedColor`               | alpha, blue, green, red                              |
 /// | 60     | uint8[4] | `alternatePackedColor`      | alpha, blue, green, red                              |
 ///
-/// Flags: bit 31 terrain, 30 no color of its own, 29 no alternate color, 28 the color is `packedColor` and
+/// Flags: bit 31 terrain, 30 no colour of its own, 29 no alternate colour, 28 the colour is `packedColor` and
 /// not one of the palette, 27 terrain culture cutout, 26 hidden (not drawn).
 ///
 /// From revision 1500 on:

@@ -14,7 +14,7 @@
 /// | 24     | float64 | `switchOutDistance` | and down to this one                                 |
 /// | 32     | int16   | `id1specialEffect`  |                                                      |
 /// | 34     | int16   | `id2specialEffect`  |                                                      |
-/// | 36     | uint32  | `flags`             | bit 31 use previous slant range, 29 freeze center    |
+/// | 36     | uint32  | `flags`             | bit 31 use previous slant range, 29 freeze centre    |
 /// | 40     | float64 | `XcenterCoordinate` |                                                      |
 /// | 48     | float64 | `YcenterCoordinate` |                                                      |
 /// | 56     | float64 | `ZcenterCoordinate` |                                                      |
@@ -42,7 +42,7 @@ public:
     double transitionRange = 0;
 };
 
-/// A level of detail in its old form: distances and center in whole database units.
+/// A level of detail in its old form: distances and centre in whole database units.
 ///
 /// | Offset | Type    | Field               |                                                      |
 /// |--------|---------|---------------------|------------------------------------------------------|
@@ -56,7 +56,7 @@ public:
 /// | 32     | int32   | `YcenterCoordinate` |                                                      |
 /// | 36     | int32   | `ZcenterCoordinate` |                                                      |
 ///
-/// Bit 29 of the flags is freeze center, as in the current form.
+/// Bit 29 of the flags is freeze centre, as in the current form.
 class FltRecordOLDLOD : public PrimaryFltRecord
 {
 public:

@@ -122,7 +122,7 @@ public:
     double deltaZ = 0;
 };
 
-/// A scale about a center, with a factor for each axis.
+/// A scale about a centre, with a factor for each axis.
 ///
 /// | Offset | Type    | Field          |
 /// |--------|---------|----------------|

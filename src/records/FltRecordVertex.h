@@ -35,8 +35,8 @@ public:
 /// | 16     | float64 | `Ycoordinate`    | database units |
 /// | 24     | float64 | `Zcoordinate`    | database units |
 ///
-/// Flags: bit 15 the vertex starts a hard edge, 14 its normal is frozen, 13 no color of its own, 12 the color
-/// is `packedColor`.
+/// Flags: bit 15 the vertex starts a hard edge, 14 its normal is frozen, 13 no colour of its own, 12 the
+/// colour is `packedColor`.
 ///
 /// They go on by shape at these offsets:
 ///
@@ -49,8 +49,8 @@ public:
 /// | reserved                | int32      |       | 52          |         | 60            |
 ///
 /// `vertexColorIndex` is read from revision 1540 on and -1 before, the reserved word from revision 1580 on.
-/// Where the flags say no color, that wins over packed color; a vertex that has neither flag takes its colour
-/// from `vertexColorIndex`.
+/// Where the flags say no colour, that wins over packed colour; a vertex that has neither flag takes its
+/// colour from `vertexColorIndex`.
 class FltRecordVertexColor : public PaletteFltRecord, public FltVersion
 {
 public:
