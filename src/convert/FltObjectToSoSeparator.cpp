@@ -221,7 +221,7 @@ bool FltObjectToSoSeparator::isWithinProperty(std::vector<int> const& indices, i
 /// The list is never emptied: each further face that comes here adds a face set with all of it.
 void FltObjectToSoSeparator::addOldVertexFaceSet(FltRecordFace const& face)
 {
-    std::size_t& copied = fltToInventor->copiedOldVertexIndices;
+    std::size_t& copied = fltToInventor->references.oldVertexIndices;
     if (copied > FltLimits::oldVertexIndices)
         return;
     copied += oldVertex.indices.size();

@@ -3,7 +3,7 @@
 #include "records/FltVersion.h"
 
 #include <Inventor/SbColor.h>
-#include <Inventor/SbVec3f.h>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -21,6 +21,7 @@ class SoIndexedFaceSet;
 class SoMaterial;
 class SoMFInt32;
 class SoVertexProperty;
+struct FltMaterialFields;
 
 /// Turns the records of one Object, or of one run of faces outside any Object, into geometry below one group.
 ///
@@ -192,19 +193,6 @@ private:
     static constexpr int vertexFormCount = 4;
     static constexpr int batchCount = 2 * vertexFormCount;
 
-    /// The six values of a slot in a material.
-    struct MaterialSlot {
-        SbColor ambient = SbColor(0.2F, 0.2F, 0.2F);
-        SbColor diffuse = SbColor(0.8F, 0.8F, 0.8F);
-        SbColor specular = SbColor(0, 0, 0);
-        SbColor emissive = SbColor(0, 0, 0);
-        float shininess = 0;
-        float transparency = 0;
-
-        void setColor(SbColor const& color);
-        void multiplyColor(SbColor const& color);
-    };
-
     Batch& batchOf(int id, int subFaceLevel);
     bool isWithinProperty(std::vector<int> const& indices, int id) const;
     void promoteToColorNormalUV(std::vector<int>& indices, std::size_t begin);
@@ -212,11 +200,10 @@ private:
     void addOldVertexFaceSet(FltRecordFace const& face);
     void finishNodes();
 
-    MaterialSlot paletteMaterial(int materialIndex) const;
     SbColor paletteColor(std::int64_t position) const;
     SbColor materialModulation(FltRecordFace const& face) const;
+    FltMaterialFields paletteMaterial(FltRecordFace const& face) const;
     float paletteTransparency(FltRecordFace const& face, float transparency) const;
-    static void writeSlot(SoMaterial& material, int index, MaterialSlot const& slot);
 
     void addBatch(Batch const& batch, SoVertexProperty*& property);
     void addTexture(SoGroup& group, int textureIndex);

@@ -1,5 +1,6 @@
 #include "convert/FltObjectToSoSeparator.h"
 
+#include "convert/FltMaterialFields.h"
 #include "convert/FltToInventor.h"
 #include "records/FltRecordFace.h"
 
@@ -14,6 +15,9 @@ constexpr std::uint32_t noColorFlag = 0x40000000;
 constexpr std::uint32_t packedColorFlag = 0x10000000;
 
 constexpr std::uint32_t whiteWord = 0xffffffff;
+
+/// The highest palette position that a face without material may name.
+constexpr std::uint32_t lastColorPosition = 131072;
 
 /// A colour index holds a position in the palette above seven bits of intensity.
 int positionOf(int colorIndex)
@@ -67,19 +71,19 @@ std::uint32_t fullChannelsOf(FltRecordFace const& face)
     return word;
 }
 
-template <class Field, class Value>
-Value valueAt(Field const& field, int index, Value otherwise)
+FltMaterialFields plainMaterial(SbColor const& color)
 {
-    return index >= 0 && index < field.getNum() ? field[index] : otherwise;
+    FltMaterialFields fields;
+    fields.ambientColor = color;
+    fields.diffuseColor = color;
+    fields.shininess = 0;
+    return fields;
 }
 
-/// Writes a value, and a filler into the slots before it that were never written.
-template <class Field, class Value>
-void writeValue(Field& field, int index, Value const& value, Value const& filler)
+void multiply(FltMaterialFields& fields, SbColor const& color)
 {
-    for (int skipped = field.getNum(); skipped < index; ++skipped)
-        field.set1Value(skipped, filler);
-    field.set1Value(index, value);
+    fields.ambientColor = product(fields.ambientColor, color);
+    fields.diffuseColor = product(fields.diffuseColor, color);
 }
 
 } // namespace
@@ -108,18 +112,14 @@ void FltObjectToSoSeparator::addFltFaceMaterialToSoMaterial(FltRecordFace const*
 
 void FltObjectToSoSeparator::addFltFaceNoColorNoMaterialToSoMaterial(SoMaterial*& material, int const& index)
 {
-    MaterialSlot slot;
-    slot.shininess = 0.2F;
-    writeSlot(*material, index, slot);
+    FltMaterialFields().writeTo(*material, index);
 }
 
 void FltObjectToSoSeparator::addFltFaceWithPackedColorNoMaterialToSoMaterial(FltRecordFace const* face,
                                                                              SoMaterial*& material,
                                                                              int const& index)
 {
-    MaterialSlot slot;
-    slot.setColor(packedColorOf(*face));
-    writeSlot(*material, index, slot);
+    plainMaterial(packedColorOf(*face)).writeTo(*material, index);
 }
 
 void FltObjectToSoSeparator::addFltFaceWithColorPaletteIndexNoMaterialToSoMaterial(FltRecordFace const* face,
@@ -127,43 +127,43 @@ void FltObjectToSoSeparator::addFltFaceWithColorPaletteIndexNoMaterialToSoMateri
                                                                                    int const& index)
 {
     auto const position = static_cast<std::uint32_t>(positionOf(face->primaryColorIndex));
-    if (position > 0x20000) {
+    if (position > lastColorPosition) {
         std::cout << "bad color index" << std::endl;
         return;
     }
-    MaterialSlot slot;
-    slot.setColor(scaled(paletteColor(position), intensityOf(face->primaryColorIndex)));
-    slot.transparency =
+    FltMaterialFields fields =
+        plainMaterial(scaled(paletteColor(position), intensityOf(face->primaryColorIndex)));
+    fields.transparency =
         (static_cast<float>(face->transparency) / 65535.0F) * (1.0F - currentFltObjectTransparency);
-    writeSlot(*material, index, slot);
+    fields.writeTo(*material, index);
 }
 
 void FltObjectToSoSeparator::addFltFaceNoColorMaterialToSoMaterial(FltRecordFace const* face,
                                                                    SoMaterial*& material, int const& index)
 {
-    MaterialSlot slot = paletteMaterial(face->materialIndex);
-    slot.transparency = paletteTransparency(*face, slot.transparency);
-    writeSlot(*material, index, slot);
+    FltMaterialFields fields = paletteMaterial(*face);
+    fields.transparency = paletteTransparency(*face, fields.transparency);
+    fields.writeTo(*material, index);
 }
 
 void FltObjectToSoSeparator::addFltFaceWithPackedColorMaterialToSoMaterial(FltRecordFace const* face,
                                                                            SoMaterial*& material,
                                                                            int const& index)
 {
-    MaterialSlot slot = paletteMaterial(face->materialIndex);
-    slot.multiplyColor(packedColorOf(*face));
-    slot.transparency = 0;
-    writeSlot(*material, index, slot);
+    FltMaterialFields fields = paletteMaterial(*face);
+    multiply(fields, packedColorOf(*face));
+    fields.transparency = 0;
+    fields.writeTo(*material, index);
 }
 
 void FltObjectToSoSeparator::addFltFaceWithColorPaletteIndexMaterialToSoMaterial(FltRecordFace const* face,
                                                                                  SoMaterial*& material,
                                                                                  int const& index)
 {
-    MaterialSlot slot = paletteMaterial(face->materialIndex);
-    slot.multiplyColor(materialModulation(*face));
-    slot.transparency = paletteTransparency(*face, slot.transparency);
-    writeSlot(*material, index, slot);
+    FltMaterialFields fields = paletteMaterial(*face);
+    multiply(fields, materialModulation(*face));
+    fields.transparency = paletteTransparency(*face, fields.transparency);
+    fields.writeTo(*material, index);
 }
 
 /// The colour that a palette material is multiplied with. Palette colours come at full strength here,
@@ -200,17 +200,9 @@ SbColor FltObjectToSoSeparator::paletteColor(std::int64_t position) const
 }
 
 /// A position that the palette doesn't have gives the values of a default material.
-FltObjectToSoSeparator::MaterialSlot FltObjectToSoSeparator::paletteMaterial(int materialIndex) const
+FltMaterialFields FltObjectToSoSeparator::paletteMaterial(FltRecordFace const& face) const
 {
-    SoMaterial const& palette = *fltToInventor->materialPalette;
-    MaterialSlot slot;
-    slot.ambient = valueAt(palette.ambientColor, materialIndex, slot.ambient);
-    slot.diffuse = valueAt(palette.diffuseColor, materialIndex, slot.diffuse);
-    slot.specular = valueAt(palette.specularColor, materialIndex, slot.specular);
-    slot.emissive = valueAt(palette.emissiveColor, materialIndex, slot.emissive);
-    slot.shininess = valueAt(palette.shininess, materialIndex, 0.2F);
-    slot.transparency = valueAt(palette.transparency, materialIndex, slot.transparency);
-    return slot;
+    return FltMaterialFields::readFrom(*fltToInventor->materialPalette, face.materialIndex);
 }
 
 /// Face and Object together bring a material's transparency towards nothing.
@@ -218,27 +210,4 @@ float FltObjectToSoSeparator::paletteTransparency(FltRecordFace const& face, flo
 {
     float const both = static_cast<float>(face.transparency) * currentFltObjectTransparency;
     return (both / -65535.0F + 1.0F) * transparency;
-}
-
-void FltObjectToSoSeparator::MaterialSlot::setColor(SbColor const& color)
-{
-    ambient = color;
-    diffuse = color;
-}
-
-void FltObjectToSoSeparator::MaterialSlot::multiplyColor(SbColor const& color)
-{
-    ambient = product(ambient, color);
-    diffuse = product(diffuse, color);
-}
-
-void FltObjectToSoSeparator::writeSlot(SoMaterial& material, int index, MaterialSlot const& slot)
-{
-    static MaterialSlot const filler;
-    writeValue(material.ambientColor, index, slot.ambient, filler.ambient);
-    writeValue(material.diffuseColor, index, slot.diffuse, filler.diffuse);
-    writeValue(material.specularColor, index, slot.specular, filler.specular);
-    writeValue(material.emissiveColor, index, slot.emissive, filler.emissive);
-    writeValue(material.shininess, index, slot.shininess, filler.shininess);
-    writeValue(material.transparency, index, slot.transparency, filler.transparency);
 }

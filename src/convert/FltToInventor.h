@@ -296,10 +296,11 @@ private:
     /// What the conversions of a file and of all that it refers to have in common.
     struct References {
         std::vector<std::pair<dev_t, ino_t>>
-            chain;                       ///< The files from the top one to the one being converted.
-        int opened = 0;                  ///< External files so far.
-        std::size_t commentText = 0;     ///< Bytes of comments so far.
-        std::int64_t lodCentreSteps = 0; ///< Spent on the centres of levels of detail so far.
+            chain;                        ///< The files from the top one to the one being converted.
+        int opened = 0;                   ///< External files so far.
+        std::size_t commentText = 0;      ///< Bytes of comments so far.
+        std::size_t oldVertexIndices = 0; ///< In the face sets of obsolete vertices so far.
+        std::int64_t lodCentreSteps = 0;  ///< Spent on the centres of levels of detail so far.
     };
 
     /// A file that was converted already.
