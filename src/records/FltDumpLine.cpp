@@ -88,6 +88,12 @@ FltDumpLine& FltDumpLine::pointer(void const* address)
     return *this;
 }
 
+FltDumpLine& FltDumpLine::pointer(std::int32_t word)
+{
+    // A word that prints as a pointer is no address of anything. NOLINTNEXTLINE(performance-no-int-to-ptr)
+    return pointer(reinterpret_cast<void const*>(static_cast<std::intptr_t>(word)));
+}
+
 void FltDumpLine::end()
 {
     if (isDefaultState)

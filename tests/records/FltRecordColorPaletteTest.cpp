@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace
@@ -70,9 +71,8 @@ bool isZeroFrom(FltRecordColorPalette const& record, int first)
 
 std::vector<double> numbersFrom(double first, int count)
 {
-    std::vector<double> numbers;
-    for (int i = 0; i < count; ++i)
-        numbers.push_back(first + i);
+    std::vector<double> numbers(static_cast<std::size_t>(count));
+    std::iota(numbers.begin(), numbers.end(), first);
     return numbers;
 }
 
