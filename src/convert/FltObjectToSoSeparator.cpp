@@ -182,13 +182,8 @@ void FltObjectToSoSeparator::visitFace(FltRecordFace const* face, RecordIterator
     if (faceIndices.empty())
         return;
     if (id >= 1 && id <= vertexFormCount) {
-        if (isWithinProperty(faceIndices, id))
-            addFaceToVector(face, faceIndices, batchOf(id, subFaceLevel));
-        else
-            FltWarningMessageConsole::notifyMessage("WARNING ! Remove a face having vertices of several "
-                                                    "forms, some beyond the last one of its own "
-                                                    "form",
-                                                    1, true);
+        noteHighestIndex(faceIndices, id);
+        addFaceToVector(face, faceIndices, batchOf(id, subFaceLevel));
     }
     closePolygon(oldVertexColorNormal.indices);
     if (oldVertex.indices.empty())
@@ -210,12 +205,12 @@ FltObjectToSoSeparator::Batch& FltObjectToSoSeparator::batchOf(int id, int subFa
     return batch;
 }
 
-/// Lists of several forms below one face, and morph lists that mix forms, may bring positions that the
-/// property of the face doesn't have. The toolkit draws such a face with whatever lies behind the arrays.
-bool FltObjectToSoSeparator::isWithinProperty(std::vector<int> const& indices, int id) const
+/// A face that several lists make may name vertices of one form in the property of another, beyond its last
+/// one. The properties get room for them when the conversion ends.
+void FltObjectToSoSeparator::noteHighestIndex(std::vector<int> const& indices, int id)
 {
-    int const count = fltToInventor->vertexCounts[id - 1];
-    return std::all_of(indices.begin(), indices.end(), [count](int index) { return index < count; });
+    int& highest = fltToInventor->highestVertexIndices[id - 1];
+    highest = std::max(highest, *std::max_element(indices.begin(), indices.end()));
 }
 
 /// The list is never emptied: each further face that comes here adds a face set with all of it.

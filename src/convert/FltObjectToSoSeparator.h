@@ -194,7 +194,7 @@ private:
     static constexpr int batchCount = 2 * vertexFormCount;
 
     Batch& batchOf(int id, int subFaceLevel);
-    bool isWithinProperty(std::vector<int> const& indices, int id) const;
+    void noteHighestIndex(std::vector<int> const& indices, int id);
     void promoteToColorNormalUV(std::vector<int>& indices, std::size_t begin);
     void addOldVertex(OldVertexSet& set, char const* name, AbstractOldVertexRecord const& vertex);
     void addOldVertexFaceSet(FltRecordFace const& face);

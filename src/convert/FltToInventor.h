@@ -330,6 +330,7 @@ private:
     void clearVertexFields(int form, int from);
     void growVertexFields(int form);
     void finalizeVertexProperties();
+    void makeRoomForIndices(int form);
     void closeVertexProperties();
     VertexEntry& entryAt(unsigned long offset) { return offsetToVertexEntryMap[offset]; }
     void addVertex(int form, FltRecordVertexColor const& record, float const* normal, float const* texture);
@@ -365,6 +366,7 @@ private:
     SoVertexProperty* vertexColorNormalUVProperty = nullptr;
     int vertexCounts[vertexFormCount] = {};
     int vertexCapacities[vertexFormCount] = {};
+    int highestVertexIndices[vertexFormCount] = {-1, -1, -1, -1}; ///< That a face names in each property.
     VertexFieldPointers vertexFieldPointers[vertexFormCount];
     std::uint32_t colorPalette[4152] = {};
     SoMaterial* materialPalette = nullptr;
