@@ -9,16 +9,15 @@
 #include <Inventor/SbVec3f.h>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <map>
-#include <memory>
+#include <set>
 #include <stack>
 #include <string>
 #include <sys/types.h>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
-class AbstractInstanceRecord;
 class FltInput;
 class FltLogStream;
 class FltRecord;
@@ -67,9 +66,6 @@ class SoInfo;
 class SoLabel;
 class SoLOD;
 class SoMaterial;
-class SoMFUInt32;
-class SoMFVec2f;
-class SoMFVec3f;
 class SoNode;
 class SoSeparator;
 class SoTexture2;
@@ -187,17 +183,17 @@ public:
 
     /// 1 to 4 in the order colour, colour-normal, colour-UV, colour-normal-UV. Another id gives the first, and a
     /// message.
-    SoVertexProperty* getVertexPropertyFromIntId(int const& id);
+    SoVertexProperty* getVertexPropertyFromIntId(int const& id) const;
 
     /// The reverse. Another node gives 5, and a message.
-    int getIntIdFromVertexProperty(SoVertexProperty const* property);
+    int getIntIdFromVertexProperty(SoVertexProperty const* property) const;
 
     /// Adds a vertex of the form with normal and UV, made of a vertex of any form and a normal.
     /// @param resultIndex set to the position of the new vertex
     void copyVertexToVertexColorNormalUV(int sourceId, int sourceIndex, SbVec3f normal, int& resultIndex);
 
     /// Prints the map from offsets to vertices to std::cout, at most @p limit lines if that is above 0.
-    void showOffsetToVertexEntryMap(int limit);
+    void showOffsetToVertexEntryMap(int limit) const;
     /// @}
 
     /// @name Hierarchy nodes
@@ -269,10 +265,9 @@ private:
     friend class FltObjectToSoSeparator;
 
     /// The forms of a vertex, in the order of their property ids, which are one higher.
-    enum VertexForm { color, colorNormal, colorUV, colorNormalUV, vertexFormCount };
+    enum VertexForm { colorForm, colorNormalForm, colorUVForm, colorNormalUVForm, vertexFormCount };
 
-    /// Where the values of a form's fields are written: the storage of the field as it stands, and how many values
-    /// there are. A write behind them is lost.
+    /// Where a form's values are written: the storage of its fields as they stand, with the number of values there.
     struct VertexFieldPointers {
         SbVec3f* vertex = nullptr;
         SbVec3f* normal = nullptr;
@@ -284,34 +279,65 @@ private:
         int orderedRGBANum = 0;
     };
 
-    /// What nested conversions share with the one at the top.
-    struct ExternalReferenceChain {
-        std::vector<std::pair<dev_t, ino_t>> files; ///< From the top file to this one.
-        int opened = 0;                             ///< External files so far, all levels together.
+    /// A node of the graph with its place in it.
+    struct OpenLevel {
+        SoGroup* group = nullptr;
+        FltInstanceGraph::Place place;
     };
 
+    /// What the conversions of a file and of all that it refers to have in common.
+    struct References {
+        std::vector<std::pair<dev_t, ino_t>> chain; ///< The files from the top one to the one being converted.
+        int opened = 0;                             ///< External files so far.
+        std::size_t commentText = 0;                ///< Bytes of comments so far.
+        std::int64_t lodCentreSteps = 0;            ///< Spent on the centres of levels of detail so far.
+    };
+
+    /// A file that was converted already.
+    struct ExternalFile {
+        bool isOpen = false; ///< Whether there was anything to read.
+        int scope = 0;       ///< Its scene in the account of instances.
+    };
+
+    /// The masks of a converted switch, parsed once, and how far its children have been counted.
+    struct SwitchState {
+        SoInfo* info = nullptr;
+        std::vector<std::int32_t> maskNumbers;
+        int childrenSeen = 0;
+        int switchChildren = 0;
+    };
+
+    /// For the conversion of an external file.
+    FltToInventor(References& references, int depthAbove, int hierarchyDepth);
+
     void init();
+    void abandonRecords(FltParser* parser);
+
+    // Vertex palette
+    SoVertexProperty* propertyOf(int form) const;
+    void takeVertexFieldPointers(int form);
+    void setVertexFieldSizes(int form, int size);
+    void clearVertexFields(int form, int from);
+    void growVertexFields(int form);
     void finalizeVertexProperties();
-    SoVertexProperty* propertyOf(VertexForm form) const;
-    void takeVertexFieldPointers(VertexForm form);
-    void setVertexFieldSizes(VertexForm form, int size);
-    int beginVertex(VertexForm form, unsigned int recordLength);
-    void growVertexFields(VertexForm form);
-    void writeVertex(VertexForm form, FltRecordVertexColor const& record, float const* normal, float const* texture,
-                     std::uint32_t packedColor);
-    std::uint32_t packedVertexColor(VertexForm form, FltRecordVertexColor const& record) const;
+    void closeVertexProperties();
+    VertexEntry& entryAt(unsigned long offset) { return offsetToVertexEntryMap[offset]; }
+    void addVertex(int form, FltRecordVertexColor const& record, float const* normal, float const* texture);
+    std::uint32_t packedColorOf(int form, FltRecordVertexColor const& record) const;
 
-    /// The opening of every primary handler: hangs @p attached below the top of the stack, makes @p receiver the
-    /// group that the next Push opens, and applies the ancillary records to it.
+    // Hierarchy
     void openNode(SoGroup* attached, SoGroup* receiver, RecordIterator& iterator);
-
-    /// Whether a level may be opened below the group made last; tells the console once if not.
-    bool mayGoDeeper();
     void passOverLevel(RecordIterator& iterator);
     void keepUnattached(SoNode* node);
-    void notifyOnce(char const*& slot, std::string const& text);
+    void addCommentLine(char const* text, SoGroup* group);
+    void setCentreFromBox(SoLOD* lod, SoGroup* children, std::int64_t steps);
 
-    SoSeparator* convertExternalFile(FltRecordExternalReference const* record, FltInput& input, SoSeparator* parent);
+    /// Tells an answer other than fine to the console, once for each conversion.
+    void notifyRefusal(FltInstanceGraph::Answer answer);
+    void notifyOnce(std::string const& text);
+
+    /// Hangs the scene of an external file below @p parent, or tells why not.
+    void convertExternalFile(std::string const& path, std::string const& fullPath, SoGroup* parent);
 
     FltParser* fltParser = nullptr;
     bool ownsFltParser = false;
@@ -339,8 +365,21 @@ private:
     std::map<int, SoNode*> instanceDefinitions;
     bool rgbMode = false;
     bool vertexPropertiesFinalized = false;
-    std::stack<SoGroup*, std::deque<SoGroup*>> nodesStack;
-    SoGroup* currentGroup = nullptr;
+    std::stack<OpenLevel> nodesStack; ///< The open levels of the hierarchy.
+    OpenLevel current;                ///< The group that the next Push opens.
     bool fileLoggingEnabled = false;
     FltLogStream* logStream = nullptr;
+
+    bool recordsDestroyed = false;
+    std::vector<FltParser*> retiredParsers;
+    std::vector<SoNode*> unattachedNodes; ///< Ref'd: they go with this object.
+    std::map<std::string, ExternalFile> externalFiles; ///< What is known of the files in externalReferences.
+    std::map<int, int> instanceScopes;
+    mutable std::unordered_map<SoGroup*, SwitchState> switchStates;
+    int vertexTargets[vertexFormCount] = {colorForm, colorNormalForm, colorUVForm, colorNormalUVForm};
+    FltInstanceGraph instanceGraph;
+    References ownReferences;
+    References& references;
+    int hierarchyDepth = 0;
+    std::set<std::string> toldOnce;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 /// The ceilings that keep a hostile or broken file from exhausting the machine. All are far above what a real
 /// database holds; where one is met it is reported and the rest of the file is kept.
@@ -20,8 +21,17 @@ constexpr int externalReferenceDepth = 32;
 /// External files that one top-level conversion opens.
 constexpr int externalReferences = 65536;
 
-/// Steps spent on one conversion's checks of instance references against cycles.
-constexpr std::size_t instanceCheckSteps = 50'000'000;
+/// Nodes that a traversal of one scene meets, those of shared subtrees once for each place where they stand.
+constexpr std::int64_t sceneNodes = 50'000'000;
+
+/// Steps spent on one conversion's checks of instance references.
+constexpr std::int64_t instanceCheckSteps = 50'000'000;
+
+/// Records and nodes that may be looked at to find the centres of levels of detail, nested ones counted anew.
+constexpr std::int64_t lodCentreSteps = 500'000'000;
+
+/// Bytes of text that the comments of one file may become.
+constexpr std::size_t commentText = std::size_t(64) << 20;
 
 /// Bytes that the short records of a file may read past their own ends, for each byte of the file, and
 /// what every file may read in any case.
