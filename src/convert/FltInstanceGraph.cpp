@@ -4,7 +4,8 @@
 
 #include <algorithm>
 
-FltInstanceGraph::FltInstanceGraph(int depthAbove) : deepest(depthAbove), stepsLeft(FltLimits::instanceCheckSteps)
+FltInstanceGraph::FltInstanceGraph(int depthAbove)
+    : deepest(depthAbove), stepsLeft(FltLimits::instanceCheckSteps)
 {
     Scope scene;
     scene.above = depthAbove;
@@ -58,11 +59,12 @@ FltInstanceGraph::Answer FltInstanceGraph::place(int scope, Place place)
 {
     Scope const& outer = at(place.scope);
     std::int64_t const occurrences = outer.occurrences;
-    std::int64_t const most = occurrences > 0 ? (FltLimits::sceneNodes - nodes) / occurrences : FltLimits::sceneNodes;
+    std::int64_t const most =
+        occurrences > 0 ? (FltLimits::sceneNodes - nodes) / occurrences : FltLimits::sceneNodes;
     std::int64_t more = 0;
 
-    // Two rounds over every way down from the scope's head: the first only looks, the second enters. The first ends
-    // when the ways hold too many nodes, so neither can be long.
+    // Two rounds over every way down from the scope's head: the first only looks, the second enters. The
+    // first ends when the ways hold too many nodes, so neither can be long.
     for (bool const enter : {false, true}) {
         ways.assign(1, {scope, outer.above + place.depth});
         while (!ways.empty()) {

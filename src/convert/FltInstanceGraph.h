@@ -3,11 +3,11 @@
 #include <cstdint>
 #include <vector>
 
-/// Keeps account of what stands in what while a scene graph is built, so that shared subtrees can make it neither
-/// endless nor too deep nor too large for a traversal.
+/// Keeps account of what stands in what while a scene graph is built, so that shared subtrees can make it
+/// neither endless nor too deep nor too large for a traversal.
 ///
-/// A scope is a subtree that may stand in several places: the scene itself (scope 0), an instance definition, a
-/// replicated node, an external file. The account of a scope is its nodes, its depth, and the scopes in it.
+/// A scope is a subtree that may stand in several places: the scene itself (scope 0), an instance definition,
+/// a replicated node, an external file. The account of a scope is its nodes, its depth, and the scopes in it.
 class FltInstanceGraph
 {
 public:
@@ -27,8 +27,8 @@ public:
     /// @param depthAbove nodes above the scene when it is a part of another one
     explicit FltInstanceGraph(int depthAbove = 0);
 
-    /// Enters @p count nodes at a place. An answer other than fine means that they must not be added to the scene;
-    /// nothing is entered then.
+    /// Enters @p count nodes at a place. An answer other than fine means that they must not be added to the
+    /// scene; nothing is entered then.
     Answer addNodes(Place at, int count = 1);
 
     /// Opens a scope for the subtree whose head stands at @p at.
@@ -64,7 +64,8 @@ private:
     Scope& at(int scope) { return scopes[static_cast<std::size_t>(scope)]; }
 
     std::vector<Scope> scopes;
-    std::vector<Place> ways; ///< Scratch: scopes still to be looked at, each with its depth below the root of all.
+    std::vector<Place>
+        ways; ///< Scratch: scopes still to be looked at, each with its depth below the root of all.
     int deepest = 0;
     std::int64_t nodes = 1;
     std::int64_t stepsLeft;

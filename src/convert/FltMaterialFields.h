@@ -13,8 +13,8 @@ struct FltMaterialFields {
     float shininess = 0.2F;
     float transparency = 0.0F;
 
-    /// Writes the values at position @p index, from 0 on. Positions in between that were never written get the
-    /// toolkit's default colours, and 0 for shininess and transparency.
+    /// Writes the values at position @p index, from 0 on. Positions in between that were never written get
+    /// the toolkit's default colours, and 0 for shininess and transparency.
     void writeTo(SoMaterial& material, int index) const;
 
     /// The values at position @p index; those of a default material where there is none.

@@ -2,8 +2,8 @@
 
 #include <map>
 
-/// Enters a node in a table that holds a reference to each of its nodes. One that stood there before loses the
-/// table's reference.
+/// Enters a node in a table that holds a reference to each of its nodes. One that stood there before loses
+/// the table's reference.
 template <class Node>
 void enter(std::map<int, Node*>& table, int key, Node* node)
 {

@@ -36,8 +36,8 @@ void deleteRecords(std::vector<FltRecord*> const& records)
     Flt_15_7_CreationVisitor::forgetPrevious();
 }
 
-/// Records that a failed conversion left alive: those of the last one stay, so that they are bounded, and reachable
-/// for a leak checker.
+/// Records that a failed conversion left alive: those of the last one stay, so that they are bounded, and
+/// reachable for a leak checker.
 class AbandonedRecords
 {
 public:
@@ -52,8 +52,8 @@ private:
     std::vector<FltRecord*> records;
 };
 
-/// The log streams of finished conversions. std::cout may stand on the buffer of any until the process ends, so they
-/// are never deleted.
+/// The log streams of finished conversions. std::cout may stand on the buffer of any until the process ends,
+/// so they are never deleted.
 std::vector<FltLogStream*>& retiredLogStreams()
 {
     static auto* const streams = new std::vector<FltLogStream*>;
@@ -64,7 +64,10 @@ std::vector<FltLogStream*>& retiredLogStreams()
 class NullEntryBehind
 {
 public:
-    explicit NullEntryBehind(std::vector<FltRecord*>& records) : records(records) { records.push_back(nullptr); }
+    explicit NullEntryBehind(std::vector<FltRecord*>& records) : records(records)
+    {
+        records.push_back(nullptr);
+    }
     ~NullEntryBehind() { records.pop_back(); }
 
     NullEntryBehind(NullEntryBehind const&) = delete;
@@ -84,9 +87,15 @@ void unrefAll(Nodes const& nodes)
 
 } // namespace
 
-char const* FltToInventor::getProductNameString() { return "VelloReader"; }
+char const* FltToInventor::getProductNameString()
+{
+    return "VelloReader";
+}
 
-char const* FltToInventor::getVersionString() { return "9.6.1"; }
+char const* FltToInventor::getVersionString()
+{
+    return "9.6.1";
+}
 
 int FltToInventor::internalInit()
 {
@@ -116,7 +125,10 @@ SoSeparator* FltToInventor::convertFromFile(char const* fileName)
     return root;
 }
 
-FltToInventor::FltToInventor() : references(ownReferences) { init(); }
+FltToInventor::FltToInventor() : references(ownReferences)
+{
+    init();
+}
 
 FltToInventor::FltToInventor(References& references, int depthAbove, int hierarchyDepth)
     : instanceGraph(depthAbove), references(references), hierarchyDepth(hierarchyDepth)
@@ -132,7 +144,8 @@ void FltToInventor::init()
     char const* const names[vertexFormCount] = {"vertexColorProperty", "vertexColorNormalProperty",
                                                 "vertexColorUVProperty", "vertexColorNormalUVProperty"};
     SoVertexProperty** const properties[vertexFormCount] = {&vertexColorProperty, &vertexColorNormalProperty,
-                                                            &vertexColorUVProperty, &vertexColorNormalUVProperty};
+                                                            &vertexColorUVProperty,
+                                                            &vertexColorNormalUVProperty};
     for (int form = 0; form < vertexFormCount; ++form) {
         auto* const property = new SoVertexProperty;
         property->ref();
@@ -173,9 +186,15 @@ FltToInventor::~FltToInventor()
 
 void FltToInventor::update(FltRecord const* /*record*/) {}
 
-void FltToInventor::setResult(SoSeparator* root) { result = root != nullptr ? root : new SoSeparator; }
+void FltToInventor::setResult(SoSeparator* root)
+{
+    result = root != nullptr ? root : new SoSeparator;
+}
 
-SoSeparator* FltToInventor::getResult() const { return result; }
+SoSeparator* FltToInventor::getResult() const
+{
+    return result;
+}
 
 void FltToInventor::setFltParser(FltParser* parser)
 {
@@ -230,7 +249,8 @@ int FltToInventor::convert()
     if (fltParser->run() == 1)
         return 1;
     if (fltParser->getFltCreationVisitor()->revision < oldestRevision) {
-        FltWarningMessageConsole::notifyMessage("ERROR ! Openflight Format Revision not supported !", 3, true);
+        FltWarningMessageConsole::notifyMessage("ERROR ! Openflight Format Revision not supported !", 3,
+                                                true);
         return 1;
     }
     visitAllFltRecords();
@@ -238,7 +258,10 @@ int FltToInventor::convert()
     return 0;
 }
 
-bool FltToInventor::isAllFltRecordsVisited() const { return allFltRecordsVisited; }
+bool FltToInventor::isAllFltRecordsVisited() const
+{
+    return allFltRecordsVisited;
+}
 
 void FltToInventor::visitAllFltRecords()
 {
@@ -271,9 +294,15 @@ void FltToInventor::destroyAllFltRecords()
     recordsDestroyed = true;
 }
 
-std::string const& FltToInventor::getRelativePath() const { return relativePath; }
+std::string const& FltToInventor::getRelativePath() const
+{
+    return relativePath;
+}
 
-void FltToInventor::setRelativePath(std::string& path) { relativePath = path; }
+void FltToInventor::setRelativePath(std::string& path)
+{
+    relativePath = path;
+}
 
 void FltToInventor::enableFileLogging(char const* path)
 {

@@ -73,23 +73,26 @@ class SoVertexProperty;
 
 /// One conversion of one OpenFlight file into an Open Inventor scene graph.
 ///
-/// Most hosts need convertFromFile() alone. A host that wants to see the records, or statistics of them, makes the
-/// object itself: setFltInputToconvert() with an input of its own, setResult(), and convert().
+/// Most hosts need convertFromFile() alone. A host that wants to see the records, or statistics of them,
+/// makes the object itself: setFltInputToconvert() with an input of its own, setResult(), and convert().
 ///
-/// Conversions share std::cout's buffer, the message console and the factory's memory of the record before, so one
-/// runs at a time. After a conversion with a log std::cout stands on the closed log: its output is lost until the
-/// host puts its own buffer back, or the next conversion opens the next log. The closed log streams, some hundred
-/// bytes each, stay alive for that reason.
+/// Conversions share std::cout's buffer, the message console and the factory's memory of the record before,
+/// so one runs at a time. After a conversion with a log std::cout stands on the closed log: its output is
+/// lost until the host puts its own buffer back, or the next conversion opens the next log. The closed log
+/// streams, some hundred bytes each, stay alive for that reason.
 class VELLOREADER_API FltToInventor : public FltToObject<SoSeparator>
 {
 public:
     /// A position in a vector of records that ends with a null entry.
     using RecordIterator = std::vector<FltRecord*>::const_iterator;
 
-    /// Converts a file, and writes the dump of its records into a log beside it: the file's name with ".log" behind.
-    /// @return the root of the scene graph; null for an empty name. A file that can't be opened or isn't OpenFlight
-    ///         gives an empty separator that nobody holds (reference count 0), and a message on std::cerr. A file
-    ///         whose header was converted gives one with a reference that nothing gives back: the caller's.
+    /// Converts a file, and writes the dump of its records into a log beside it: the file's name with ".log"
+    /// behind.
+    /// @return the root of the scene graph; null for an empty name. A file that can't be opened or isn't
+    /// OpenFlight
+    ///         gives an empty separator that nobody holds (reference count 0), and a message on std::cerr. A
+    ///         file whose header was converted gives one with a reference that nothing gives back: the
+    ///         caller's.
     static SoSeparator* convertFromFile(char const* fileName);
 
     static char const* getProductNameString(); ///< "VelloReader"
@@ -100,7 +103,8 @@ public:
 
     FltToInventor();
 
-    /// Frees the parsers that setFltInputToconvert() made, closes the log, and lets the tables and their nodes go.
+    /// Frees the parsers that setFltInputToconvert() made, closes the log, and lets the tables and their
+    /// nodes go.
     ~FltToInventor() override;
 
     FltToInventor(FltToInventor const&) = delete;
@@ -118,7 +122,8 @@ public:
     /// Lets go of a parser that setFltInputToconvert() made. The object lives on until this one is destroyed.
     void deleteCurrentFltParser() override;
 
-    /// Parses and converts. @return 0, or 1 after a message: no parser, no input, not OpenFlight, or a revision below
+    /// Parses and converts. @return 0, or 1 after a message: no parser, no input, not OpenFlight, or a
+    /// revision below
     /// 11. In the last case the records stay alive.
     virtual int convert();
 
@@ -142,13 +147,13 @@ public:
     /// Closes the log. std::cout's buffer isn't put back.
     void disableFileLogging();
 
-    /// Writes the counts of the parser's records by opcode into a file: the input's name with ".stat" behind it. To be
-    /// called while the records are alive.
+    /// Writes the counts of the parser's records by opcode into a file: the input's name with ".stat" behind
+    /// it. To be called while the records are alive.
     void makeStats() const;
 
     /// @name Dispatch
-    /// Handlers that take an iterator expect it on the record to handle and leave it on the last one consumed, or on
-    /// the null entry at the vector's end.
+    /// Handlers that take an iterator expect it on the record to handle and leave it on the last one
+    /// consumed, or on the null entry at the vector's end.
     /// @{
     void visitPrimaryRecord(RecordIterator& iterator);
     void visitAncillaryRecord(FltRecord* record);
@@ -158,8 +163,8 @@ public:
     void visitPushLevel();
     void visitPopLevel();
 
-    /// Applies the run of ancillary records at the iterator to @p group, and leaves the iterator on the first record
-    /// behind the run.
+    /// Applies the run of ancillary records at the iterator to @p group, and leaves the iterator on the first
+    /// record behind the run.
     void visitAncillaryRecords(RecordIterator& iterator, SoGroup* group);
     void iterator2VectorOfAncillaryElements(std::vector<FltRecord*>& out, RecordIterator& iterator);
 
@@ -176,13 +181,14 @@ public:
     void visitVertexColorUV(FltRecordVertexColorUv const* record);
     void visitVertexColorNormalUV(FltRecordVertexColorNormalUv const* record);
 
-    /// Looks a vertex up by its byte offset in the palette. An unknown offset enters the map with a default entry.
+    /// Looks a vertex up by its byte offset in the palette. An unknown offset enters the map with a default
+    /// entry.
     int getIndexVertexFromOffset(unsigned long offset);
     int getSizeVertexFromOffset(unsigned long offset);
     SoVertexProperty* getSoVertexPropertyFromOffset(unsigned long offset);
 
-    /// 1 to 4 in the order colour, colour-normal, colour-UV, colour-normal-UV. Another id gives the first, and a
-    /// message.
+    /// 1 to 4 in the order colour, colour-normal, colour-UV, colour-normal-UV. Another id gives the first,
+    /// and a message.
     SoVertexProperty* getVertexPropertyFromIntId(int const& id) const;
 
     /// The reverse. Another node gives 5, and a message.
@@ -228,8 +234,8 @@ public:
     void visitBoundingVolumeCenter(FltRecordBoundingVolumeCenter const* record);
     void visitBoundingVolumeOrientation(FltRecordBoundingVolumeOrientation const* record);
 
-    /// Hangs a node below the top of the stack; below a converted switch, in a SoSwitch of its own. With no level
-    /// open the node isn't attached, and goes with this object.
+    /// Hangs a node below the top of the stack; below a converted switch, in a SoSwitch of its own. With no
+    /// level open the node isn't attached, and goes with this object.
     void addSoGroupToNodesStackTop(SoGroup* node);
 
     void setFltSwitchPropertiesToSoInfo(SoInfo*& info, FltRecordSwitch const* record);
@@ -244,8 +250,9 @@ public:
     /// @{
     void visitInstanceDefinition(FltRecordInstanceDefinition const* record);
     void visitInstanceReference(FltRecordInstanceReference const* record);
-    void visitReplicate(FltRecordReplicate const* record, SoNode* node, std::vector<FltRecord*>::iterator& ancillary,
-                        std::vector<FltRecord*>& ancillaries, RecordIterator& iterator);
+    void visitReplicate(FltRecordReplicate const* record, SoNode* node,
+                        std::vector<FltRecord*>::iterator& ancillary, std::vector<FltRecord*>& ancillaries,
+                        RecordIterator& iterator);
     void visitExternalReference(FltRecordExternalReference const* record, RecordIterator& iterator);
     /// @}
 
@@ -267,7 +274,8 @@ private:
     /// The forms of a vertex, in the order of their property ids, which are one higher.
     enum VertexForm { colorForm, colorNormalForm, colorUVForm, colorNormalUVForm, vertexFormCount };
 
-    /// Where a form's values are written: the storage of its fields as they stand, with the number of values there.
+    /// Where a form's values are written: the storage of its fields as they stand, with the number of values
+    /// there.
     struct VertexFieldPointers {
         SbVec3f* vertex = nullptr;
         SbVec3f* normal = nullptr;
@@ -287,10 +295,11 @@ private:
 
     /// What the conversions of a file and of all that it refers to have in common.
     struct References {
-        std::vector<std::pair<dev_t, ino_t>> chain; ///< The files from the top one to the one being converted.
-        int opened = 0;                             ///< External files so far.
-        std::size_t commentText = 0;                ///< Bytes of comments so far.
-        std::int64_t lodCentreSteps = 0;            ///< Spent on the centres of levels of detail so far.
+        std::vector<std::pair<dev_t, ino_t>>
+            chain;                       ///< The files from the top one to the one being converted.
+        int opened = 0;                  ///< External files so far.
+        std::size_t commentText = 0;     ///< Bytes of comments so far.
+        std::int64_t lodCentreSteps = 0; ///< Spent on the centres of levels of detail so far.
     };
 
     /// A file that was converted already.
@@ -372,7 +381,7 @@ private:
 
     bool recordsDestroyed = false;
     std::vector<FltParser*> retiredParsers;
-    std::vector<SoNode*> unattachedNodes; ///< Ref'd: they go with this object.
+    std::vector<SoNode*> unattachedNodes;              ///< Ref'd: they go with this object.
     std::map<std::string, ExternalFile> externalFiles; ///< What is known of the files in externalReferences.
     std::map<int, int> instanceScopes;
     mutable std::unordered_map<SoGroup*, SwitchState> switchStates;

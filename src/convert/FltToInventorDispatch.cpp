@@ -51,7 +51,8 @@ constexpr int revisionWithoutMultiplier = 13;
 
 double scaleOf(FltRecordHeader const& header)
 {
-    double scale = header.vertexCoordinateUnits < std::size(unitScales) ? unitScales[header.vertexCoordinateUnits] : 1.0;
+    double scale =
+        header.vertexCoordinateUnits < std::size(unitScales) ? unitScales[header.vertexCoordinateUnits] : 1.0;
     int const multiplier = header.multiplierDiviserUnit;
     if (header.formatRevisionLevel < revisionWithoutMultiplier)
         scale = multiplier < 0 ? scale / std::abs(multiplier) : scale * multiplier;
@@ -60,8 +61,8 @@ double scaleOf(FltRecordHeader const& header)
 
 /// Calls a handler with a record as its class; a record of another class is passed over.
 template <class Record, class... Arguments>
-void hand(FltToInventor& converter, void (FltToInventor::*handler)(Record const*, Arguments...), FltRecord* record,
-          Arguments... arguments)
+void hand(FltToInventor& converter, void (FltToInventor::*handler)(Record const*, Arguments...),
+          FltRecord* record, Arguments... arguments)
 {
     if (auto const* const found = dynamic_cast<Record const*>(record))
         (converter.*handler)(found, arguments...);
@@ -76,18 +77,31 @@ void FltToInventor::visitPrimaryRecord(RecordIterator& iterator)
         return;
     using I = RecordIterator&;
     switch (record->getOpcode()) {
-    case 1: return hand(*this, &FltToInventor::visitHeader, record);
-    case 2: return hand<FltRecordGroup, I>(*this, &FltToInventor::visitGroup, record, iterator);
-    case 3: return hand<FltRecordOLDLOD, I>(*this, &FltToInventor::visitOLDLOD, record, iterator);
-    case 4: return hand<FltRecordObject, I>(*this, &FltToInventor::visitObject, record, iterator);
-    case faceOpcode: return visitNextSuccessiveFaces(iterator);
-    case 14: return hand<FltRecordDOF, I>(*this, &FltToInventor::visitDOF, record, iterator);
-    case 63: return hand<FltRecordExternalReference, I>(*this, &FltToInventor::visitExternalReference, record, iterator);
-    case 73: return hand<FltRecordLOD, I>(*this, &FltToInventor::visitLOD, record, iterator);
-    case 95: return hand<FltRecordText, I>(*this, &FltToInventor::visitText, record, iterator);
-    case 96: return hand<FltRecordSwitch, I>(*this, &FltToInventor::visitSwitch, record, iterator);
-    case 98: return hand<FltRecordClipRegion, I>(*this, &FltToInventor::visitClipRegion, record, iterator);
-    default: return;
+    case 1:
+        return hand(*this, &FltToInventor::visitHeader, record);
+    case 2:
+        return hand<FltRecordGroup, I>(*this, &FltToInventor::visitGroup, record, iterator);
+    case 3:
+        return hand<FltRecordOLDLOD, I>(*this, &FltToInventor::visitOLDLOD, record, iterator);
+    case 4:
+        return hand<FltRecordObject, I>(*this, &FltToInventor::visitObject, record, iterator);
+    case faceOpcode:
+        return visitNextSuccessiveFaces(iterator);
+    case 14:
+        return hand<FltRecordDOF, I>(*this, &FltToInventor::visitDOF, record, iterator);
+    case 63:
+        return hand<FltRecordExternalReference, I>(*this, &FltToInventor::visitExternalReference, record,
+                                                   iterator);
+    case 73:
+        return hand<FltRecordLOD, I>(*this, &FltToInventor::visitLOD, record, iterator);
+    case 95:
+        return hand<FltRecordText, I>(*this, &FltToInventor::visitText, record, iterator);
+    case 96:
+        return hand<FltRecordSwitch, I>(*this, &FltToInventor::visitSwitch, record, iterator);
+    case 98:
+        return hand<FltRecordClipRegion, I>(*this, &FltToInventor::visitClipRegion, record, iterator);
+    default:
+        return;
     }
 }
 
@@ -98,31 +112,50 @@ void FltToInventor::visitUnknownCategoryFltRecord(FltRecord* /*record*/) {}
 void FltToInventor::visitControlRecord(FltRecord* record)
 {
     switch (record->getOpcode()) {
-    case pushOpcode: return visitPushLevel();
-    case popOpcode: return visitPopLevel();
-    case 61: return hand(*this, &FltToInventor::visitInstanceReference, record);
-    case 62: return hand(*this, &FltToInventor::visitInstanceDefinition, record);
-    default: return;
+    case pushOpcode:
+        return visitPushLevel();
+    case popOpcode:
+        return visitPopLevel();
+    case 61:
+        return hand(*this, &FltToInventor::visitInstanceReference, record);
+    case 62:
+        return hand(*this, &FltToInventor::visitInstanceDefinition, record);
+    default:
+        return;
     }
 }
 
 void FltToInventor::visitPaletteRecord(FltRecord* record)
 {
     switch (record->getOpcode()) {
-    case 32: return hand(*this, &FltToInventor::visitColorPalette, record);
-    case 64: return hand(*this, &FltToInventor::visitTexturePattern, record);
-    case 66: return hand(*this, &FltToInventor::visitOLDMaterialPalette, record);
-    case 67: return hand(*this, &FltToInventor::visitVertexPalette, record);
-    case 68: return hand(*this, &FltToInventor::visitVertexColor, record);
-    case 69: return hand(*this, &FltToInventor::visitVertexColorNormal, record);
-    case 70: return hand(*this, &FltToInventor::visitVertexColorNormalUV, record);
-    case 71: return hand(*this, &FltToInventor::visitVertexColorUV, record);
-    case 97: return hand(*this, &FltToInventor::visitLineStylePalette, record);
-    case 102: return hand(*this, &FltToInventor::visitLightSourcePalette, record);
-    case 112: return hand(*this, &FltToInventor::visitTextureMapping, record);
-    case 113: return hand(*this, &FltToInventor::visitMaterial, record);
-    case 114: return hand(*this, &FltToInventor::visitNamePalette, record);
-    default: return;
+    case 32:
+        return hand(*this, &FltToInventor::visitColorPalette, record);
+    case 64:
+        return hand(*this, &FltToInventor::visitTexturePattern, record);
+    case 66:
+        return hand(*this, &FltToInventor::visitOLDMaterialPalette, record);
+    case 67:
+        return hand(*this, &FltToInventor::visitVertexPalette, record);
+    case 68:
+        return hand(*this, &FltToInventor::visitVertexColor, record);
+    case 69:
+        return hand(*this, &FltToInventor::visitVertexColorNormal, record);
+    case 70:
+        return hand(*this, &FltToInventor::visitVertexColorNormalUV, record);
+    case 71:
+        return hand(*this, &FltToInventor::visitVertexColorUV, record);
+    case 97:
+        return hand(*this, &FltToInventor::visitLineStylePalette, record);
+    case 102:
+        return hand(*this, &FltToInventor::visitLightSourcePalette, record);
+    case 112:
+        return hand(*this, &FltToInventor::visitTextureMapping, record);
+    case 113:
+        return hand(*this, &FltToInventor::visitMaterial, record);
+    case 114:
+        return hand(*this, &FltToInventor::visitNamePalette, record);
+    default:
+        return;
     }
 }
 
@@ -136,8 +169,8 @@ void FltToInventor::visitPushLevel()
 void FltToInventor::visitPopLevel()
 {
     if (nodesStack.empty())
-        FltWarningMessageConsole::notifyMessage("WARNING ! trying a pop() but stack is empty! (File corrupted ?)", 2,
-                                                true);
+        FltWarningMessageConsole::notifyMessage(
+            "WARNING ! trying a pop() but stack is empty! (File corrupted ?)", 2, true);
     else
         nodesStack.pop();
 }
@@ -155,23 +188,48 @@ void FltToInventor::visitAncillaryRecords(RecordIterator& iterator, SoGroup* gro
     for (auto element = elements.begin(); element != elements.end();) {
         FltRecord* const record = *element;
         switch (record->getOpcode()) {
-        case 31: hand(*this, &FltToInventor::visitComment, record, group); break;
-        case 33: hand<FltRecordLongID, SoNode*>(*this, &FltToInventor::visitLongID, record, group); break;
-        case 49: hand(*this, &FltToInventor::visitMatrix, record, group); break;
-        case 51: hand<FltRecordOldBoundingBox>(*this, &FltToInventor::visitBoundingBox, record); break;
+        case 31:
+            hand(*this, &FltToInventor::visitComment, record, group);
+            break;
+        case 33:
+            hand<FltRecordLongID, SoNode*>(*this, &FltToInventor::visitLongID, record, group);
+            break;
+        case 49:
+            hand(*this, &FltToInventor::visitMatrix, record, group);
+            break;
+        case 51:
+            hand<FltRecordOldBoundingBox>(*this, &FltToInventor::visitBoundingBox, record);
+            break;
         case 60:
             if (auto const* const replicate = dynamic_cast<FltRecordReplicate const*>(record))
                 visitReplicate(replicate, group, element, elements, iterator);
             break;
-        case 74: hand<FltRecordBoundingBox>(*this, &FltToInventor::visitBoundingBox, record); break;
-        case 78: hand(*this, &FltToInventor::visitTranslate, record, group); break;
-        case 79: hand(*this, &FltToInventor::visitScaleNonUniform, record, group); break;
-        case 80: hand(*this, &FltToInventor::visitRotateAboutPoint, record, group); break;
-        case 105: hand(*this, &FltToInventor::visitBoundingVolumeSphere, record); break;
-        case 106: hand(*this, &FltToInventor::visitBoundingVolumeCylinder, record); break;
-        case 108: hand(*this, &FltToInventor::visitBoundingVolumeCenter, record); break;
-        case 109: hand(*this, &FltToInventor::visitBoundingVolumeOrientation, record); break;
-        default: break;
+        case 74:
+            hand<FltRecordBoundingBox>(*this, &FltToInventor::visitBoundingBox, record);
+            break;
+        case 78:
+            hand(*this, &FltToInventor::visitTranslate, record, group);
+            break;
+        case 79:
+            hand(*this, &FltToInventor::visitScaleNonUniform, record, group);
+            break;
+        case 80:
+            hand(*this, &FltToInventor::visitRotateAboutPoint, record, group);
+            break;
+        case 105:
+            hand(*this, &FltToInventor::visitBoundingVolumeSphere, record);
+            break;
+        case 106:
+            hand(*this, &FltToInventor::visitBoundingVolumeCylinder, record);
+            break;
+        case 108:
+            hand(*this, &FltToInventor::visitBoundingVolumeCenter, record);
+            break;
+        case 109:
+            hand(*this, &FltToInventor::visitBoundingVolumeOrientation, record);
+            break;
+        default:
+            break;
         }
         if (element != elements.end()) // a replication may have used them all
             ++element;
@@ -208,8 +266,8 @@ void FltToInventor::visitGroupChildren(RecordIterator& iterator)
     --hierarchyDepth;
 }
 
-/// Leaves out what stands below a node that lies too deep: its level, up to the Pop that closes it. The records
-/// behind a node without a level are its siblings then.
+/// Leaves out what stands below a node that lies too deep: its level, up to the Pop that closes it. The
+/// records behind a node without a level are its siblings then.
 void FltToInventor::passOverLevel(RecordIterator& iterator)
 {
     notifyOnce("WARNING ! The hierarchy is nested deeper than " + std::to_string(FltLimits::hierarchyDepth) +

@@ -58,10 +58,13 @@ bool isSwitchInfo(SoNode* node)
     return node->isOfType(SoInfo::getClassTypeId()) && node->getName() == SbName(switchInfoName);
 }
 
-bool isDigit(char character) { return character >= '0' && character <= '9'; }
+bool isDigit(char character)
+{
+    return character >= '0' && character <= '9';
+}
 
-/// How many characters behind its first one a number takes. It is one too few for 10, for 100 to 109 and the like, so
-/// that their last digit is read again as a number of its own.
+/// How many characters behind its first one a number takes. It is one too few for 10, for 100 to 109 and the
+/// like, so that their last digit is read again as a number of its own.
 int digitsToSkip(long number)
 {
     int digits = 0;
@@ -88,7 +91,8 @@ std::vector<std::int32_t> maskNumbersOf(char const* text)
     return numbers;
 }
 
-/// Whether a switch draws its next child, when it has so many of them. What would be read outside the list is off.
+/// Whether a switch draws its next child, when it has so many of them. What would be read outside the list is
+/// off.
 bool isBitSet(std::vector<std::int32_t> const& numbers, int switchChildren)
 {
     if (numbers.size() < 3)
@@ -108,8 +112,8 @@ SbVec3f centreOf(FltRecordLOD const& record)
 
 } // namespace
 
-/// Hangs @p attached below the top of the stack, makes @p receiver, which is the same node or a child of it, the
-/// group that the next Push opens, and applies the ancillary records behind the record to it.
+/// Hangs @p attached below the top of the stack, makes @p receiver, which is the same node or a child of it,
+/// the group that the next Push opens, and applies the ancillary records behind the record to it.
 void FltToInventor::openNode(SoGroup* attached, SoGroup* receiver, RecordIterator& iterator)
 {
     current.group = receiver;
@@ -155,7 +159,8 @@ void FltToInventor::keepUnattached(SoNode* node)
 void FltToInventor::notifyRefusal(FltInstanceGraph::Answer answer)
 {
     switch (answer) {
-    case FltInstanceGraph::Answer::fine: return;
+    case FltInstanceGraph::Answer::fine:
+        return;
     case FltInstanceGraph::Answer::endless:
         return notifyOnce("WARNING ! An instance holds a reference to itself, which is left out");
     case FltInstanceGraph::Answer::tooDeep:
@@ -208,7 +213,9 @@ void FltToInventor::visitClipRegion(FltRecordClipRegion const* record, RecordIte
     auto* const group = named<SoSeparator>(textOf(record->idASCII));
     openNode(group, group, iterator);
     for (int i = 0; i < FltRecordClipRegion::getUsedFlags(); ++i) {
-        auto const coefficient = [&](int which) { return static_cast<float>(record->clipRegionCoefs[which][i]); };
+        auto const coefficient = [&](int which) {
+            return static_cast<float>(record->clipRegionCoefs[which][i]);
+        };
         auto* const plane = new SoClipPlane;
         plane->plane = SbPlane(SbVec3f(coefficient(0), coefficient(1), coefficient(2)), -coefficient(3));
         plane->on = record->isEnabledClipPlane(i);
@@ -244,7 +251,8 @@ void FltToInventor::setCentreFromBox(SoLOD* lod, SoGroup* children, std::int64_t
 {
     references.lodCentreSteps += steps;
     if (references.lodCentreSteps > FltLimits::lodCentreSteps)
-        return notifyOnce("WARNING ! Levels of detail are nested too deeply: some keep a centre of (0, 0, 0)");
+        return notifyOnce(
+            "WARNING ! Levels of detail are nested too deeply: some keep a centre of (0, 0, 0)");
     SoGetBoundingBoxAction action{SbViewportRegion()};
     action.apply(children);
     lod->center = action.getBoundingBox().getCenter();
@@ -308,7 +316,8 @@ int FltToInventor::currentNumberOfSwitchChildren(SoGroup* group) const
 
 bool FltToInventor::isSoSwitchTraverseHisChildren(SoGroup* group) const
 {
-    // A switch of thousands of children is asked once for each: parse its text once and count on from last time.
+    // A switch of thousands of children is asked once for each: parse its text once and count on from last
+    // time.
     SwitchState& state = switchStates[group];
     if (state.childrenSeen > group->getNumChildren())
         state = SwitchState();
@@ -360,7 +369,10 @@ void FltToInventor::addCommentLine(char const* text, SoGroup* group)
     group->addChild(info);
 }
 
-void FltToInventor::visitLongID(FltRecordLongID const* record, SoNode* node) { node->setName(record->idASCII.get()); }
+void FltToInventor::visitLongID(FltRecordLongID const* record, SoNode* node)
+{
+    node->setName(record->idASCII.get());
+}
 
 void FltToInventor::visitMatrix(FltRecordMatrix const* record, SoGroup* group)
 {

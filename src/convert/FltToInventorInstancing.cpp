@@ -65,8 +65,8 @@ void FltToInventor::visitInstanceReference(FltRecordInstanceReference const* rec
 }
 
 void FltToInventor::visitReplicate(FltRecordReplicate const* record, SoNode* node,
-                                   std::vector<FltRecord*>::iterator& ancillary, std::vector<FltRecord*>& ancillaries,
-                                   RecordIterator& iterator)
+                                   std::vector<FltRecord*>::iterator& ancillary,
+                                   std::vector<FltRecord*>& ancillaries, RecordIterator& iterator)
 {
     if (nodesStack.empty() || nodesStack.top().group == nullptr)
         return;
@@ -126,12 +126,14 @@ void FltToInventor::visitExternalReference(FltRecordExternalReference const* rec
 void FltToInventor::convertExternalFile(std::string const& path, std::string const& fullPath, SoGroup* parent)
 {
     struct stat status;
-    auto const identity = ::stat(fullPath.c_str(), &status) == 0 ? std::make_pair(status.st_dev, status.st_ino)
-                                                                 : std::pair<dev_t, ino_t>();
+    auto const identity = ::stat(fullPath.c_str(), &status) == 0
+                              ? std::make_pair(status.st_dev, status.st_ino)
+                              : std::pair<dev_t, ino_t>();
     auto& chain = references.chain;
     if (std::find(chain.begin(), chain.end(), identity) != chain.end())
-        return notifyOnce("WARNING ! An external reference leads back to a file that it comes from and is left empty: " +
-                          path);
+        return notifyOnce(
+            "WARNING ! An external reference leads back to a file that it comes from and is left empty: " +
+            path);
 
     FltInstanceGraph::Place place = current.place;
     ++place.depth;
@@ -148,9 +150,11 @@ void FltToInventor::convertExternalFile(std::string const& path, std::string con
     }
     int const depth = instanceGraph.depthOf(place);
     if (chain.size() > FltLimits::externalReferenceDepth || depth >= FltLimits::sceneDepth)
-        return notifyOnce("WARNING ! External references lead from file to file too often: one is left empty: " + path);
+        return notifyOnce(
+            "WARNING ! External references lead from file to file too often: one is left empty: " + path);
     if (references.opened >= FltLimits::externalReferences)
-        return notifyOnce("WARNING ! The file has more than " + std::to_string(FltLimits::externalReferences) +
+        return notifyOnce("WARNING ! The file has more than " +
+                          std::to_string(FltLimits::externalReferences) +
                           " external references: further ones are left empty");
     ++references.opened;
 
@@ -160,7 +164,8 @@ void FltToInventor::convertExternalFile(std::string const& path, std::string con
     externalReferences[key] = root;
 
     std::size_t const separator = path.find_last_of("/\\");
-    std::string nestedPath = relativePath + (separator != std::string::npos ? path.substr(0, separator) + "/" : "");
+    std::string nestedPath =
+        relativePath + (separator != std::string::npos ? path.substr(0, separator) + "/" : "");
     int const referencesBefore = root->getRefCount();
     chain.push_back(identity);
     {

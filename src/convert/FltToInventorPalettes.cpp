@@ -93,4 +93,7 @@ void FltToInventor::visitLineStylePalette(FltRecordLineStylePalette const* recor
     enter(lineStylePalette, record->lineStyleIndex, style);
 }
 
-void FltToInventor::visitNamePalette(FltRecordNamePalette const* record) { namePalette = record->names; }
+void FltToInventor::visitNamePalette(FltRecordNamePalette const* record)
+{
+    namePalette = record->setOfNames;
+}

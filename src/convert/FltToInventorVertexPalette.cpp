@@ -27,15 +27,21 @@ constexpr int shades = 128;
 /// The highest palette position that a colour index may name, its shade aside.
 constexpr unsigned lastColorPosition = 131072;
 
-bool hasNormal(int form) { return form == 1 || form == 3; }
-bool hasTexture(int form) { return form == 2 || form == 3; }
+bool hasNormal(int form)
+{
+    return form == 1 || form == 3;
+}
+bool hasTexture(int form)
+{
+    return form == 2 || form == 3;
+}
 
 } // namespace
 
 SoVertexProperty* FltToInventor::propertyOf(int form) const
 {
-    SoVertexProperty* const properties[vertexFormCount] = {vertexColorProperty, vertexColorNormalProperty,
-                                                           vertexColorUVProperty, vertexColorNormalUVProperty};
+    SoVertexProperty* const properties[vertexFormCount] = {
+        vertexColorProperty, vertexColorNormalProperty, vertexColorUVProperty, vertexColorNormalUVProperty};
     return properties[form];
 }
 
@@ -53,8 +59,8 @@ void FltToInventor::takeVertexFieldPointers(int form)
     pointers.orderedRGBANum = property.orderedRGBA.getNum();
 }
 
-/// Sizes the fields of a form. While a conversion runs nobody is told: that would cost a walk over every shape that
-/// uses the property.
+/// Sizes the fields of a form. While a conversion runs nobody is told: that would cost a walk over every
+/// shape that uses the property.
 void FltToInventor::setVertexFieldSizes(int form, int size)
 {
     SoVertexProperty& property = *propertyOf(form);
@@ -88,14 +94,16 @@ void FltToInventor::growVertexFields(int form)
     vertexCapacities[form] = static_cast<int>(vertexCounts[form] * 1.5 + 100.0);
     setVertexFieldSizes(form, vertexCapacities[form]);
     clearVertexFields(form, before);
-    // Past their first room the two forms without UV write their coordinates into the property of the form with UV.
+    // Past their first room the two forms without UV write their coordinates into the property of the form
+    // with UV.
     if (form == colorForm)
         vertexTargets[form] = colorUVForm;
     else if (form == colorNormalForm)
         vertexTargets[form] = colorNormalUVForm;
 }
 
-void FltToInventor::addVertex(int form, FltRecordVertexColor const& record, float const* normal, float const* texture)
+void FltToInventor::addVertex(int form, FltRecordVertexColor const& record, float const* normal,
+                              float const* texture)
 {
     int const index = vertexCounts[form];
     auto const size = static_cast<std::int32_t>(record.getLength());
@@ -109,7 +117,8 @@ void FltToInventor::addVertex(int form, FltRecordVertexColor const& record, floa
     VertexFieldPointers const& own = vertexFieldPointers[form];
     VertexFieldPointers const& target = vertexFieldPointers[vertexTargets[form]];
     if (index < target.vertexNum)
-        target.vertex[index].setValue(static_cast<float>(record.Xcoordinate), static_cast<float>(record.Ycoordinate),
+        target.vertex[index].setValue(static_cast<float>(record.Xcoordinate),
+                                      static_cast<float>(record.Ycoordinate),
                                       static_cast<float>(record.Zcoordinate));
     if (normal != nullptr && index < own.normalNum)
         own.normal[index].setValue(normal);
@@ -150,7 +159,8 @@ std::uint32_t FltToInventor::packedColorOf(int form, FltRecordVertexColor const&
         SbColor const color(bytes[3] / 255.0F, bytes[2] / 255.0F, bytes[1] / 255.0F);
         return color.getPackedValue(bytes[0] / 255.0F);
     }
-    // Where the form has normal and UV a small negative index is white, elsewhere it is the first colour in black.
+    // Where the form has normal and UV a small negative index is white, elsewhere it is the first colour in
+    // black.
     int const position =
         form == colorNormalUVForm ? record.vertexColorIndex >> 7 : record.vertexColorIndex / shades;
     if (static_cast<unsigned>(position) > lastColorPosition)
@@ -198,11 +208,20 @@ void FltToInventor::closeVertexProperties()
     }
 }
 
-int FltToInventor::getIndexVertexFromOffset(unsigned long offset) { return entryAt(offset).index; }
+int FltToInventor::getIndexVertexFromOffset(unsigned long offset)
+{
+    return entryAt(offset).index;
+}
 
-int FltToInventor::getSizeVertexFromOffset(unsigned long offset) { return entryAt(offset).size; }
+int FltToInventor::getSizeVertexFromOffset(unsigned long offset)
+{
+    return entryAt(offset).size;
+}
 
-SoVertexProperty* FltToInventor::getSoVertexPropertyFromOffset(unsigned long offset) { return entryAt(offset).property; }
+SoVertexProperty* FltToInventor::getSoVertexPropertyFromOffset(unsigned long offset)
+{
+    return entryAt(offset).property;
+}
 
 SoVertexProperty* FltToInventor::getVertexPropertyFromIntId(int const& id) const
 {
@@ -224,7 +243,8 @@ int FltToInventor::getIntIdFromVertexProperty(SoVertexProperty const* property) 
     return undefinedPropertyId;
 }
 
-void FltToInventor::copyVertexToVertexColorNormalUV(int sourceId, int sourceIndex, SbVec3f normal, int& resultIndex)
+void FltToInventor::copyVertexToVertexColorNormalUV(int sourceId, int sourceIndex, SbVec3f normal,
+                                                    int& resultIndex)
 {
     SoVertexProperty& property = *vertexColorNormalUVProperty;
     int const index = vertexCounts[colorNormalUVForm];
@@ -234,7 +254,8 @@ void FltToInventor::copyVertexToVertexColorNormalUV(int sourceId, int sourceInde
         property.normal.setNum(index + 1);
         property.vertex.setNum(index + 1);
     }
-    // The colours are dropped: the field is empty after every copy, and colour reaches the shapes by their faces.
+    // The colours are dropped: the field is empty after every copy, and colour reaches the shapes by their
+    // faces.
     if (property.orderedRGBA.getNum() > 0)
         property.orderedRGBA.setNum(0);
     takeVertexFieldPointers(colorNormalUVForm);

@@ -15,7 +15,10 @@ void replace(char*& text, char const* newer)
     text = copy;
 }
 
-FILE* open(char const* name, char const* mode) { return name != nullptr ? ::fopen64(name, mode) : nullptr; }
+FILE* open(char const* name, char const* mode)
+{
+    return name != nullptr ? ::fopen64(name, mode) : nullptr;
+}
 
 } // namespace
 
@@ -25,11 +28,20 @@ FltStatisticsTool::~FltStatisticsTool()
     std::free(statFile);
 }
 
-void FltStatisticsTool::setFltFile(char const* name) { replace(fltFile, name); }
+void FltStatisticsTool::setFltFile(char const* name)
+{
+    replace(fltFile, name);
+}
 
-void FltStatisticsTool::setStatFile(char const* name) { replace(statFile, name); }
+void FltStatisticsTool::setStatFile(char const* name)
+{
+    replace(statFile, name);
+}
 
-void FltStatisticsTool::setVectorOfFltRecords(std::vector<FltRecord*>& records) { vectorOfFltRecords = &records; }
+void FltStatisticsTool::setVectorOfFltRecords(std::vector<FltRecord*>& records)
+{
+    vectorOfFltRecords = &records;
+}
 
 void FltStatisticsTool::makeEmptyFile()
 {

@@ -10,8 +10,8 @@ class FltRecord;
 
 /// Counts records by opcode and writes the counts into a text file.
 ///
-/// The counts go by FltRecord::getOpcode(), so a record counts as what its class reports, and an object that stands in
-/// two entries counts twice. A file that can't be opened is passed over without a word.
+/// The counts go by FltRecord::getOpcode(), so a record counts as what its class reports, and an object that
+/// stands in two entries counts twice. A file that can't be opened is passed over without a word.
 class VELLOREADER_API FltStatisticsTool
 {
 public:
@@ -39,8 +39,8 @@ public:
     /// Writes the title and the name of the database into the open file.
     void writeFltStatisticsHeader();
 
-    /// Adds the records to the counts and appends all counts to the file, which gets its header if it is empty. The
-    /// counts are kept, so a second run adds to them.
+    /// Adds the records to the counts and appends all counts to the file, which gets its header if it is
+    /// empty. The counts are kept, so a second run adds to them.
     void makeStatistics();
 
 private:
