@@ -60,6 +60,12 @@ void addPalettes(FltWriter& flt, std::string const& directory)
 }
 /// @}
 
+/// A level rectangle, seen from above.
+std::vector<Point> rectangle(double x0, double y0, double x1, double y1, double z = 0)
+{
+    return {{x0, y0, z}, {x1, y0, z}, {x1, y1, z}, {x0, y1, z}};
+}
+
 /// @name The land
 /// @{
 constexpr double west = -330, east = 330, south = -230, north = 270, cell = 10;
@@ -103,7 +109,7 @@ double landHeight(double x, double y)
     double const rolling = 34 * noise(x + 40, y, 110) + 14 * noise(x, y, 43) + 5 * noise(x, y, 19);
     double const mountains = 95 * smoothStep(110, 300, y) * (0.35 + noise(x + 700, y + 90, 150)) *
                              (1 - 0.45 * smoothStep(0, 330, x));
-    double const lake = 30 * std::exp(-((x - 150) * (x - 150) / 9000 + (y + 215) * (y + 215) / 2600));
+    double const lake = 34 * std::exp(-((x - 140) * (x - 140) / 8000 + (y + 183) * (y + 183) / 700));
     return rise * (rolling * (y < 0 ? 0.45 : 1.0) + mountains) -
            smoothStep(0, 60, distanceFromField(x, y)) * lake - 0.6;
 }
@@ -125,9 +131,9 @@ Color landColor(Point place, Point normal)
 {
     Color const meadow = mix({104, 140, 66}, {128, 152, 78}, noise(place.x, place.y, 35));
     Color const heath = mix({92, 112, 58}, {122, 112, 70}, noise(place.x, place.y, 28));
-    Color const rock = mix({138, 130, 120}, {164, 156, 146}, noise(place.x, place.y, 14));
+    Color const rock = mix({112, 106, 98}, {152, 144, 132}, noise(place.x, place.y, 14));
     Color color = mix(meadow, heath, smoothStep(18, 60, place.z));
-    color = mix(color, rock, smoothStep(0.88, 0.74, normal.z) + smoothStep(78, 105, place.z));
+    color = mix(color, rock, smoothStep(-0.86, -0.70, -normal.z) + smoothStep(84, 110, place.z));
     color = mix({196, 182, 138}, color, smoothStep(lakeLevel + 0.5, lakeLevel + 2.2, place.z));
     return color * (0.95 + 0.1 * lattice(static_cast<int>(place.x), static_cast<int>(place.y)));
 }
@@ -166,12 +172,31 @@ std::vector<Model> makeLand(VertexPalette& palette)
     return tiles;
 }
 
+/// The cut edge of the land, down to a level base.
+Model makeEdge(VertexPalette& palette)
+{
+    constexpr double base = -22;
+    Model edge(palette);
+    auto const addWall = [&](Point from, Point to) {
+        auto const down = [](Point place) { return Point{place.x, place.y, base}; };
+        edge.polygon({down(from), down(to), to, from}, painted({112, 92, 72}));
+    };
+    for (double x = west; x < east; x += cell) {
+        addWall(land(x, south), land(x + cell, south));
+        addWall(land(x + cell, north), land(x, north));
+    }
+    for (double y = south; y < north; y += cell) {
+        addWall(land(east, y), land(east, y + cell));
+        addWall(land(west, y + cell), land(west, y));
+    }
+    return edge;
+}
+
 Model makeLake(VertexPalette& palette)
 {
     Model lake(palette);
     std::vector<double> shore;
-    for (Point const& corner : {Point{20, south, lakeLevel}, Point{300, south, lakeLevel},
-                                Point{300, -140, lakeLevel}, Point{20, -140, lakeLevel}})
+    for (Point const& corner : rectangle(20, -222, 262, -146, lakeLevel))
         shore.push_back(palette.smooth(corner, {0, 0, 1}));
     lake.face(shore, ofMaterial(water));
     return lake;
@@ -180,11 +205,6 @@ Model makeLake(VertexPalette& palette)
 
 /// @name Pavement
 /// @{
-std::vector<Point> rectangle(double x0, double y0, double x1, double y1, double z = 0)
-{
-    return {{x0, y0, z}, {x1, y0, z}, {x1, y1, z}, {x0, y1, z}};
-}
-
 /// The strokes of "09" and "27", as on a seven-segment display, lying on the runway for pilots on approach.
 void addNumber(Model& runway, std::string const& digits, double x, double y, int heading)
 {
@@ -526,6 +546,7 @@ std::string makeAirfield(std::string const& directory)
 {
     VertexPalette palette;
     std::vector<Model> const tiles = makeLand(palette);
+    Model const edge = makeEdge(palette);
     Model const lake = makeLake(palette);
     Model const runway = makeRunway(palette);
     Model const apron = makeApron(palette);
@@ -558,6 +579,7 @@ std::string makeAirfield(std::string const& directory)
     openGroup(flt, "land", "land_and_water", "Hills in the north, a lake in the south-east");
     for (std::size_t i = 0; i < tiles.size(); ++i)
         tiles[i].write(flt, "tile" + std::to_string(i));
+    edge.write(flt, "edge");
     flt.pop();
 
     openGroup(flt, "pavement", "runway_and_apron");

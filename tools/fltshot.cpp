@@ -5,13 +5,13 @@
 #include "PngFile.h"
 
 #include <CLI/CLI.hpp>
-#include <Inventor/SbBox3f.h>
 #include <Inventor/SbMatrix.h>
 #include <Inventor/SbRotation.h>
 #include <Inventor/SbViewportRegion.h>
 #include <Inventor/SoOffscreenRenderer.h>
+#include <Inventor/SoPrimitiveVertex.h>
+#include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGLRenderAction.h>
-#include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoDepthBuffer.h>
 #include <Inventor/nodes/SoDirectionalLight.h>
@@ -23,10 +23,12 @@
 #include <Inventor/nodes/SoOrthographicCamera.h>
 #include <Inventor/nodes/SoPerspectiveCamera.h>
 #include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoShape.h>
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 namespace
 {
@@ -52,7 +54,7 @@ struct Options {
     std::string input;
     std::string output;
     std::string sizeText = "1280x720";
-    std::string fromText = "145,25";
+    std::string fromText = "150,20";
     float zoom = 1.0f;
     bool quiet = false;
     int width = 0;
@@ -77,7 +79,7 @@ std::string readTexts(Options& options)
     if (std::sscanf(options.fromText.c_str(), "%f,%f%c", &options.azimuth, &options.elevation, &rest) != 2 ||
         !(std::abs(options.azimuth) <= 360) || !(std::abs(options.elevation) <= 90))
         return "--from " + options.fromText +
-               ": give azimuth and elevation in degrees, as in 145,25 (azimuth -360 to 360, elevation -90 to "
+               ": give azimuth and elevation in degrees, as in 150,20 (azimuth -360 to 360, elevation -90 to "
                "90).";
     return "";
 }
@@ -90,39 +92,71 @@ SbRotation viewFrom(float azimuth, float elevation)
            SbRotation(SbVec3f(0, 0, 1), radians(180 - azimuth));
 }
 
-/// Sets a camera of given orientation as near as the whole box still allows.
-void fit(SoPerspectiveCamera& camera, SbBox3f const& box, float aspect, float zoom)
+/// The corners of all triangles that are drawn.
+///
+/// A bounding box doesn't do: every face set of a database points at one palette of vertices, and the toolkit
+/// takes the box of the whole palette for the box of each.
+class DrawnPoints
+{
+public:
+    explicit DrawnPoints(SoNode* scene)
+    {
+        SoCallbackAction action;
+        action.addTriangleCallback(SoShape::getClassTypeId(), take, this);
+        action.apply(scene);
+    }
+
+    std::vector<SbVec3f> points;
+
+private:
+    static void take(void* self, SoCallbackAction* action, SoPrimitiveVertex const* a,
+                     SoPrimitiveVertex const* b, SoPrimitiveVertex const* c)
+    {
+        auto& points = static_cast<DrawnPoints*>(self)->points;
+        for (SoPrimitiveVertex const* corner : {a, b, c}) {
+            SbVec3f point;
+            action->getModelMatrix().multVecMatrix(corner->getPoint(), point);
+            if (std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2]))
+                points.push_back(point);
+        }
+    }
+};
+
+/// Moves a camera of given orientation as near as all points still allow.
+void fit(SoPerspectiveCamera& camera, std::vector<SbVec3f> const& points, float aspect, float zoom)
 {
     SbMatrix turn;
     turn.setRotate(camera.orientation.getValue());
     SbMatrix const turnBack = turn.inverse();
-    float const slopes[2] = {std::tan(camera.heightAngle.getValue() / 2) * aspect,
-                             std::tan(camera.heightAngle.getValue() / 2)};
+    float const upSlope = std::tan(camera.heightAngle.getValue() / 2);
+    float const slopes[2] = {upSlope * aspect, upSlope};
 
-    // Of each axis of the picture: how far the box reaches to both sides, brought to the camera's depth 0.
+    // In each axis of the picture: how far the points reach to both sides, brought to the camera's depth 0.
     float above[2] = {-HUGE_VALF, -HUGE_VALF};
     float below[2] = {-HUGE_VALF, -HUGE_VALF};
-    for (int corner = 0; corner < 8; ++corner) {
-        SbVec3f point((corner & 1) != 0 ? box.getMax()[0] : box.getMin()[0],
-                      (corner & 2) != 0 ? box.getMax()[1] : box.getMin()[1],
-                      (corner & 4) != 0 ? box.getMax()[2] : box.getMin()[2]);
-        turnBack.multVecMatrix(point - box.getCenter(), point);
+    float nearest = -HUGE_VALF;
+    float farthest = HUGE_VALF;
+    for (SbVec3f const& place : points) {
+        SbVec3f point;
+        turnBack.multVecMatrix(place, point);
         for (int axis = 0; axis < 2; ++axis) {
             above[axis] = std::max(above[axis], point[axis] + slopes[axis] * point[2]);
             below[axis] = std::max(below[axis], -point[axis] + slopes[axis] * point[2]);
         }
+        nearest = std::max(nearest, point[2]);
+        farthest = std::min(farthest, point[2]);
     }
-    float const depth =
-        std::max((above[0] + below[0]) / (2 * slopes[0]), (above[1] + below[1]) / (2 * slopes[1])) * 1.02f /
-        zoom;
-    SbVec3f place((above[0] - below[0]) / 2, (above[1] - below[1]) / 2, depth);
+    float const tight =
+        std::max((above[0] + below[0]) / (2 * slopes[0]), (above[1] + below[1]) / (2 * slopes[1]));
+    float const middle = (nearest + farthest) / 2;
+    float const distance = std::max((tight - middle) * 1.03f / zoom, 1e-6f);
+    SbVec3f place((above[0] - below[0]) / 2, (above[1] - below[1]) / 2, middle + distance);
     turn.multVecMatrix(place, place);
-    camera.position = box.getCenter() + place;
+    camera.position = place;
 
-    float const radius = std::max(box.getSize().length() / 2, 1e-6f);
-    float const distance = place.length();
-    camera.nearDistance = std::max((distance - radius) * 0.9f, distance / 1000);
-    camera.farDistance = distance + radius * 1.1f;
+    float const reach = std::max((nearest - farthest) / 2, distance / 1000);
+    camera.nearDistance = std::max((distance - reach) * 0.9f, distance / 1000);
+    camera.farDistance = distance + reach * 1.1f;
     camera.focalDistance = distance;
 }
 
@@ -162,35 +196,41 @@ SoSeparator* makeSky()
     return sky;
 }
 
-/// The scene below a sky, a camera and its headlight.
+/// A light that shines in a direction of the camera's own axes.
+SoDirectionalLight* makeLight(SoCamera const& camera, SbVec3f direction, float intensity)
+{
+    auto* light = new SoDirectionalLight;
+    camera.orientation.getValue().multVec(direction, direction);
+    light->direction = direction;
+    light->intensity = intensity;
+    return light;
+}
+
+/// The scene below a sky, a camera and its headlights.
 SoSeparator* makePicture(SoSeparator* scene, Options const& options)
 {
-    SbViewportRegion const viewport(static_cast<short>(options.width), static_cast<short>(options.height));
-    SoGetBoundingBoxAction bounds(viewport);
-    bounds.apply(scene);
-    SbBox3f const box = bounds.getBoundingBox();
-    if (box.isEmpty())
+    DrawnPoints const drawn(scene);
+    if (drawn.points.empty())
         throw FltHostError(options.input + ": the database holds nothing that can be drawn.");
 
     auto* camera = new SoPerspectiveCamera;
     camera->viewportMapping = SoCamera::ADJUST_CAMERA;
     camera->heightAngle = radians(32);
     camera->orientation = viewFrom(options.azimuth, options.elevation);
-    fit(*camera, box, static_cast<float>(options.width) / static_cast<float>(options.height), options.zoom);
+    fit(*camera, drawn.points, static_cast<float>(options.width) / static_cast<float>(options.height),
+        options.zoom);
 
-    // Over the viewer's left shoulder, so that relief shows.
-    auto* headlight = new SoDirectionalLight;
-    SbVec3f direction(0.55f, -0.5f, -0.67f);
-    camera->orientation.getValue().multVec(direction, direction);
-    headlight->direction = direction;
+    // The sun over the viewer's left shoulder, so that relief shows, and a weaker light against it. There is
+    // hardly any ambient light: the toolkit takes the ambient colour of all faces of a set from the first.
     auto* surroundings = new SoEnvironment;
-    surroundings->ambientIntensity = 0.35f;
+    surroundings->ambientIntensity = 0.05f;
 
     auto* picture = new SoSeparator;
     picture->addChild(makeSky());
     picture->addChild(camera);
     picture->addChild(surroundings);
-    picture->addChild(headlight);
+    picture->addChild(makeLight(*camera, SbVec3f(0.62f, -0.55f, -0.56f), 1.0f));
+    picture->addChild(makeLight(*camera, SbVec3f(-0.6f, -0.2f, -0.77f), 0.42f));
     picture->addChild(scene);
     return picture;
 }
