@@ -296,10 +296,11 @@ private:
     /// What the conversions of a file and of all that it refers to have in common.
     struct References {
         std::vector<std::pair<dev_t, ino_t>>
-            chain;                       ///< The files from the top one to the one being converted.
-        int opened = 0;                  ///< External files so far.
-        std::size_t commentText = 0;     ///< Bytes of comments so far.
-        std::int64_t lodCentreSteps = 0; ///< Spent on the centres of levels of detail so far.
+            chain;                        ///< The files from the top one to the one being converted.
+        int opened = 0;                   ///< External files so far.
+        std::size_t commentText = 0;      ///< Bytes of comments so far.
+        std::size_t oldVertexIndices = 0; ///< In the face sets of obsolete vertices so far.
+        std::int64_t lodCentreSteps = 0;  ///< Spent on the centres of levels of detail so far.
     };
 
     /// A file that was converted already.
@@ -329,6 +330,7 @@ private:
     void clearVertexFields(int form, int from);
     void growVertexFields(int form);
     void finalizeVertexProperties();
+    void makeRoomForIndices(int form);
     void closeVertexProperties();
     VertexEntry& entryAt(unsigned long offset) { return offsetToVertexEntryMap[offset]; }
     void addVertex(int form, FltRecordVertexColor const& record, float const* normal, float const* texture);
@@ -364,6 +366,7 @@ private:
     SoVertexProperty* vertexColorNormalUVProperty = nullptr;
     int vertexCounts[vertexFormCount] = {};
     int vertexCapacities[vertexFormCount] = {};
+    int highestVertexIndices[vertexFormCount] = {-1, -1, -1, -1}; ///< That a face names in each property.
     VertexFieldPointers vertexFieldPointers[vertexFormCount];
     std::uint32_t colorPalette[4152] = {};
     SoMaterial* materialPalette = nullptr;

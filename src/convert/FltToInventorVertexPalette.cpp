@@ -27,6 +27,20 @@ constexpr int shades = 128;
 /// The highest palette position that a colour index may name, its shade aside.
 constexpr unsigned lastColorPosition = 131072;
 
+/// Gives a field storage for @p room values and leaves the number of its values as it is.
+template <class Field, class Value>
+void extend(Field& field, int room, Value const& zero)
+{
+    int const num = field.getNum();
+    if (num == 0)
+        return;
+    Value const* const values = field.getValues(0);
+    auto* const storage = new Value[static_cast<std::size_t>(room)];
+    std::fill(std::copy(values, values + num, storage), storage + room, zero);
+    field.setValuesPointer(num, storage);
+    field.enableDeleteValues();
+}
+
 bool hasNormal(int form)
 {
     return form == 1 || form == 3;
@@ -197,12 +211,25 @@ void FltToInventor::finalizeVertexProperties()
     vertexPropertiesFinalized = true;
 }
 
+/// A broken file may name vertices beyond the last one of a property. The values keep their number, but what
+/// the toolkit would read behind them has to be there.
+void FltToInventor::makeRoomForIndices(int form)
+{
+    int const room = highestVertexIndices[form] + 1;
+    SoVertexProperty& property = *propertyOf(form);
+    extend(property.vertex, room, SbVec3f(0, 0, 0));
+    extend(property.normal, room, SbVec3f(0, 0, 0));
+    extend(property.texCoord, room, SbVec2f(0, 0));
+}
+
 /// The end of a conversion: tells everybody once of what was written into the properties.
 void FltToInventor::closeVertexProperties()
 {
     for (int form = 0; form < vertexFormCount; ++form) {
         if (!vertexPropertiesFinalized)
             clearVertexFields(form, vertexCounts[form]);
+        if (highestVertexIndices[form] >= propertyOf(form)->vertex.getNum())
+            makeRoomForIndices(form);
         propertyOf(form)->enableNotify(TRUE);
         propertyOf(form)->touch();
     }

@@ -44,4 +44,8 @@ constexpr int damageReports = 100;
 /// Positions of the material palette: faces name them by a signed 16-bit index.
 constexpr int materialPaletteSize = 32768;
 
+/// Vertices in the face sets of obsolete vertices: each face adds one that repeats those of all faces before
+/// it.
+constexpr std::size_t oldVertexIndices = 16'000'000;
+
 } // namespace FltLimits

@@ -1,7 +1,6 @@
 #include "records/FltDumpLine.h"
 
 #include <charconv>
-#include <cstring>
 #include <locale>
 
 namespace
@@ -42,7 +41,7 @@ FltDumpLine& FltDumpLine::operator<<(std::string_view text)
             return *this;
         }
     }
-    std::memcpy(buffer + used, text.data(), text.size());
+    text.copy(buffer + used, text.size());
     used += static_cast<int>(text.size());
     return *this;
 }

@@ -63,8 +63,7 @@ void dumpColor(std::ostream& os, int i, std::uint32_t packedColor)
 {
     FltDumpLine line(os);
     line << "  color[" << i << "] = (";
-    auto const signExtended = static_cast<std::intptr_t>(static_cast<std::int32_t>(packedColor));
-    line.pointer(reinterpret_cast<void const*>(signExtended)) << ')';
+    line.pointer(reinterpret_cast<void const*>(static_cast<std::uintptr_t>(packedColor))) << ')';
     line.end();
 }
 

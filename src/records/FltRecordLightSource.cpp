@@ -3,6 +3,8 @@
 #include "records/FltDump.h"
 #include "records/FltUtils.h"
 
+#include <iterator>
+
 namespace
 {
 
@@ -40,7 +42,7 @@ void FltRecordLightSource::getPropertiesFromData(char* data)
 std::ostream& FltRecordLightSource::properties(std::ostream& os) const
 {
     nameOpcodeAndLength(os);
-    FltDump::text(os, "idASCII: ", idASCII, this + 1);
+    FltDump::text(os, "idASCII: ", idASCII, &infiniteOrSpotPitch + 1);
     FltDump::line(os, "indexIntoLightPalette: ", indexIntoLightPalette);
     FltDump::line(os, "flags: ");
     FltDump::flag(os, "     enabled: ", flags[3], 7);
@@ -95,7 +97,7 @@ std::ostream& FltRecordLightSourcePalette::properties(std::ostream& os) const
 {
     nameOpcodeAndLength(os);
     FltDump::line(os, " paletteIndex: ", paletteIndex);
-    FltDump::text(os, " lightSourceName: ", lightSourceName, this + 1);
+    FltDump::text(os, " lightSourceName: ", lightSourceName, std::end(reserved4));
     FltDump::line(os, " ambientRed: ", ambientRed);
     FltDump::line(os, " ambientGreen: ", ambientGreen);
     FltDump::line(os, " ambientBlue: ", ambientBlue);
@@ -171,7 +173,7 @@ std::ostream& FltRecordLightPoint::properties(std::ostream& os) const
     nameOpcodeAndLength(os);
     float const abgr[] = {asFraction(backColor[3]), asFraction(backColor[2]), asFraction(backColor[1]),
                           asFraction(backColor[0])};
-    FltDump::text(os, "idASCII: ", idASCII, this + 1);
+    FltDump::text(os, "idASCII: ", idASCII, std::end(animRotation));
     FltDump::line(os, "surfaceMaterial: ", surfaceMaterial);
     FltDump::line(os, "featureID: ", featureID);
     FltDump::list(os, "backColor (ABGR) : ", abgr, 4, " ");

@@ -3,6 +3,8 @@
 #include "records/FltDump.h"
 #include "records/FltUtils.h"
 
+#include <iterator>
+
 namespace
 {
 
@@ -55,7 +57,7 @@ std::ostream& FltRecordMaterial::properties(std::ostream& os) const
 {
     nameOpcodeAndLength(os);
     FltDump::line(os, "index: ", index);
-    FltDump::text(os, "name : ", name, this + 1);
+    FltDump::text(os, "name : ", name, &reserved + 1);
     FltDump::line(os, "flags: material IS ", (flags & INT32_MIN) != 0 ? "NOT used" : "used");
     FltDump::list(os, "ambient  (RGB) : ", ambient, 3, " ");
     FltDump::list(os, "diffuse  (RGB) : ", diffuse, 3, " ");
@@ -104,7 +106,7 @@ std::ostream& FltRecordOLDMaterialPalette::properties(std::ostream& os) const
         FltDump::line(os, "flags: ");
         FltDump::flag(os, "      material used: ", static_cast<std::uint32_t>(entry.flags), 31);
         if (revision >= oldestRevisionWithNames)
-            FltDump::text(os, "name : ", entry.name, this + 1);
+            FltDump::text(os, "name : ", entry.name, std::end(entries));
     }
     return os;
 }

@@ -29,7 +29,7 @@ void FltRecordTexturePattern::getPropertiesFromData(char* data)
 std::ostream& FltRecordTexturePattern::properties(std::ostream& os) const
 {
     nameOpcodeAndLength(os);
-    FltDump::text(os, "fileName: ", fileName, this + 1);
+    FltDump::text(os, "fileName: ", fileName, &YlocationInTexturePalette + 1);
     FltDump::line(os, "patternIndex: ", patternIndex);
     FltDump::line(os, "XlocationInTexturePalette: ", XlocationInTexturePalette);
     FltDump::line(os, "YlocationInTexturePalette: ", YlocationInTexturePalette);

@@ -12,7 +12,7 @@
 namespace
 {
 
-class MemoryInput : public FltInput
+class MemoryInput final : public FltInput
 {
 public:
     MemoryInput(std::string text, std::string name) : bytes(std::move(text)), name(std::move(name))
