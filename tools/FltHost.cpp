@@ -1,6 +1,6 @@
 #include "FltHost.h"
 
-#include "convert/FltToInventor.h"
+#include "plugin/Plugin.h"
 
 #include <Inventor/SoDB.h>
 #include <Inventor/SoInput.h>
@@ -201,7 +201,7 @@ SoSeparator* FltHost::load(std::string const& path)
         MessageBuffer messages(*this);
         BufferGuard const outputGuard(std::cout, &silence);
         BufferGuard const errorGuard(std::cerr, &messages);
-        root = FltToInventor::convertFromFile(name.c_str());
+        root = convertFrom(name.c_str());
         messages.finish();
     }
 
