@@ -10,10 +10,10 @@ namespace FltLimits
 
 /// Nodes on the longest way from the root to a leaf of the scene graph. The toolkit traverses and destroys a
 /// scene by recursion, so this is a bound on its stack.
-constexpr int sceneDepth = 3000;
+constexpr int sceneDepth = 2000;
 
 /// Levels of the hierarchy, external files included: a bound on the conversion's own stack.
-constexpr int hierarchyDepth = 1500;
+constexpr int hierarchyDepth = 1200;
 
 /// External files that lead from one to the next.
 constexpr int externalReferenceDepth = 32;

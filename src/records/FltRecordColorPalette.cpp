@@ -63,7 +63,7 @@ void dumpColor(std::ostream& os, int i, std::uint32_t packedColor)
 {
     FltDumpLine line(os);
     line << "  color[" << i << "] = (";
-    line.pointer(reinterpret_cast<void const*>(static_cast<std::uintptr_t>(packedColor))) << ')';
+    line.pointer(packedColor) << ')';
     line.end();
 }
 

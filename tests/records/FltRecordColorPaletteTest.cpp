@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace
@@ -70,9 +71,8 @@ bool isZeroFrom(FltRecordColorPalette const& record, int first)
 
 std::vector<double> numbersFrom(double first, int count)
 {
-    std::vector<double> numbers;
-    for (int i = 0; i < count; ++i)
-        numbers.push_back(first + i);
+    std::vector<double> numbers(static_cast<std::size_t>(count));
+    std::iota(numbers.begin(), numbers.end(), first);
     return numbers;
 }
 
@@ -131,7 +131,7 @@ TEST(FltRecordColorPaletteTest, Revision13OfItsOwnLengthDumps512Values)
                            "  color[3] = (0x5030000)\n";
     std::string const dump = dumpOf(*decodeLast(FltWriter(13).add("ColorPalette", {{"ramps", ramps}})));
     EXPECT_EQ(dump.substr(0, expected.size()), expected);
-    expected = "  color[127] = (0xfffffffffd7f0000)\n" + zeroColors(128, 512);
+    expected = "  color[127] = (0xfd7f0000)\n" + zeroColors(128, 512);
     EXPECT_EQ(dump.substr(dump.find("  color[127]")), expected);
 }
 
@@ -165,18 +165,18 @@ TEST(FltRecordColorPaletteTest, Revisions14To1420Read512WordsAndNothingElse)
     }
 }
 
-TEST(FltRecordColorPaletteTest, Revision1420DumpsEachWordReversedAndSignExtended)
+TEST(FltRecordColorPaletteTest, Revision1420DumpsEachWordReversedAndUnsigned)
 {
     EXPECT_EQ(
         dumpOf(*decodeLast(FltWriter(1420).add(
             "ColorPalette", {{"color", {0x11223344, 0x000000ff, 0xff000000, 0x0000007f, 0, 0xffffffff}}}))),
         frame(title, palette, 32, 2052) + "here's the 512 values of the color Palette:\n" +
             "  color[0] = (0x44332211)\n"
-            "  color[1] = (0xffffffffff000000)\n"
+            "  color[1] = (0xff000000)\n"
             "  color[2] = (0xff)\n"
             "  color[3] = (0x7f000000)\n"
             "  color[4] = (0)\n"
-            "  color[5] = (0xffffffffffffffff)\n" +
+            "  color[5] = (0xffffffff)\n" +
             zeroColors(6, 512));
 }
 

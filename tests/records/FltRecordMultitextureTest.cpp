@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <numeric>
 
 namespace
 {
@@ -19,9 +20,8 @@ using UVList = FltRecordUVList;
 
 std::vector<double> numbersFrom(double first, int count)
 {
-    std::vector<double> numbers;
-    for (int i = 0; i < count; ++i)
-        numbers.push_back(first + i);
+    std::vector<double> numbers(static_cast<std::size_t>(count));
+    std::iota(numbers.begin(), numbers.end(), first);
     return numbers;
 }
 
