@@ -9,16 +9,15 @@
 #include <Inventor/SbVec3f.h>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <map>
-#include <memory>
+#include <set>
 #include <stack>
 #include <string>
 #include <sys/types.h>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
-class AbstractInstanceRecord;
 class FltInput;
 class FltLogStream;
 class FltRecord;
@@ -67,9 +66,6 @@ class SoInfo;
 class SoLabel;
 class SoLOD;
 class SoMaterial;
-class SoMFUInt32;
-class SoMFVec2f;
-class SoMFVec3f;
 class SoNode;
 class SoSeparator;
 class SoTexture2;
@@ -77,23 +73,26 @@ class SoVertexProperty;
 
 /// One conversion of one OpenFlight file into an Open Inventor scene graph.
 ///
-/// Most hosts need convertFromFile() alone. A host that wants to see the records, or statistics of them, makes the
-/// object itself: setFltInputToconvert() with an input of its own, setResult(), and convert().
+/// Most hosts need convertFromFile() alone. A host that wants to see the records, or statistics of them,
+/// makes the object itself: setFltInputToconvert() with an input of its own, setResult(), and convert().
 ///
-/// Conversions share std::cout's buffer, the message console and the factory's memory of the record before, so one
-/// runs at a time. After a conversion with a log std::cout stands on the closed log: its output is lost until the
-/// host puts its own buffer back, or the next conversion opens the next log. The closed log streams, some hundred
-/// bytes each, stay alive for that reason.
+/// Conversions share std::cout's buffer, the message console and the factory's memory of the record before,
+/// so one runs at a time. After a conversion with a log std::cout stands on the closed log: its output is
+/// lost until the host puts its own buffer back, or the next conversion opens the next log. The closed log
+/// streams, some hundred bytes each, stay alive for that reason.
 class VELLOREADER_API FltToInventor : public FltToObject<SoSeparator>
 {
 public:
     /// A position in a vector of records that ends with a null entry.
     using RecordIterator = std::vector<FltRecord*>::const_iterator;
 
-    /// Converts a file, and writes the dump of its records into a log beside it: the file's name with ".log" behind.
-    /// @return the root of the scene graph; null for an empty name. A file that can't be opened or isn't OpenFlight
-    ///         gives an empty separator that nobody holds (reference count 0), and a message on std::cerr. A file
-    ///         whose header was converted gives one with a reference that nothing gives back: the caller's.
+    /// Converts a file, and writes the dump of its records into a log beside it: the file's name with ".log"
+    /// behind.
+    /// @return the root of the scene graph; null for an empty name. A file that can't be opened or isn't
+    /// OpenFlight
+    ///         gives an empty separator that nobody holds (reference count 0), and a message on std::cerr. A
+    ///         file whose header was converted gives one with a reference that nothing gives back: the
+    ///         caller's.
     static SoSeparator* convertFromFile(char const* fileName);
 
     static char const* getProductNameString(); ///< "VelloReader"
@@ -104,7 +103,8 @@ public:
 
     FltToInventor();
 
-    /// Frees the parsers that setFltInputToconvert() made, closes the log, and lets the tables and their nodes go.
+    /// Frees the parsers that setFltInputToconvert() made, closes the log, and lets the tables and their
+    /// nodes go.
     ~FltToInventor() override;
 
     FltToInventor(FltToInventor const&) = delete;
@@ -122,7 +122,8 @@ public:
     /// Lets go of a parser that setFltInputToconvert() made. The object lives on until this one is destroyed.
     void deleteCurrentFltParser() override;
 
-    /// Parses and converts. @return 0, or 1 after a message: no parser, no input, not OpenFlight, or a revision below
+    /// Parses and converts. @return 0, or 1 after a message: no parser, no input, not OpenFlight, or a
+    /// revision below
     /// 11. In the last case the records stay alive.
     virtual int convert();
 
@@ -146,13 +147,13 @@ public:
     /// Closes the log. std::cout's buffer isn't put back.
     void disableFileLogging();
 
-    /// Writes the counts of the parser's records by opcode into a file: the input's name with ".stat" behind it. To be
-    /// called while the records are alive.
+    /// Writes the counts of the parser's records by opcode into a file: the input's name with ".stat" behind
+    /// it. To be called while the records are alive.
     void makeStats() const;
 
     /// @name Dispatch
-    /// Handlers that take an iterator expect it on the record to handle and leave it on the last one consumed, or on
-    /// the null entry at the vector's end.
+    /// Handlers that take an iterator expect it on the record to handle and leave it on the last one
+    /// consumed, or on the null entry at the vector's end.
     /// @{
     void visitPrimaryRecord(RecordIterator& iterator);
     void visitAncillaryRecord(FltRecord* record);
@@ -162,8 +163,8 @@ public:
     void visitPushLevel();
     void visitPopLevel();
 
-    /// Applies the run of ancillary records at the iterator to @p group, and leaves the iterator on the first record
-    /// behind the run.
+    /// Applies the run of ancillary records at the iterator to @p group, and leaves the iterator on the first
+    /// record behind the run.
     void visitAncillaryRecords(RecordIterator& iterator, SoGroup* group);
     void iterator2VectorOfAncillaryElements(std::vector<FltRecord*>& out, RecordIterator& iterator);
 
@@ -180,24 +181,25 @@ public:
     void visitVertexColorUV(FltRecordVertexColorUv const* record);
     void visitVertexColorNormalUV(FltRecordVertexColorNormalUv const* record);
 
-    /// Looks a vertex up by its byte offset in the palette. An unknown offset enters the map with a default entry.
+    /// Looks a vertex up by its byte offset in the palette. An unknown offset enters the map with a default
+    /// entry.
     int getIndexVertexFromOffset(unsigned long offset);
     int getSizeVertexFromOffset(unsigned long offset);
     SoVertexProperty* getSoVertexPropertyFromOffset(unsigned long offset);
 
-    /// 1 to 4 in the order colour, colour-normal, colour-UV, colour-normal-UV. Another id gives the first, and a
-    /// message.
-    SoVertexProperty* getVertexPropertyFromIntId(int const& id);
+    /// 1 to 4 in the order colour, colour-normal, colour-UV, colour-normal-UV. Another id gives the first,
+    /// and a message.
+    SoVertexProperty* getVertexPropertyFromIntId(int const& id) const;
 
     /// The reverse. Another node gives 5, and a message.
-    int getIntIdFromVertexProperty(SoVertexProperty const* property);
+    int getIntIdFromVertexProperty(SoVertexProperty const* property) const;
 
     /// Adds a vertex of the form with normal and UV, made of a vertex of any form and a normal.
     /// @param resultIndex set to the position of the new vertex
     void copyVertexToVertexColorNormalUV(int sourceId, int sourceIndex, SbVec3f normal, int& resultIndex);
 
     /// Prints the map from offsets to vertices to std::cout, at most @p limit lines if that is above 0.
-    void showOffsetToVertexEntryMap(int limit);
+    void showOffsetToVertexEntryMap(int limit) const;
     /// @}
 
     /// @name Hierarchy nodes
@@ -232,8 +234,8 @@ public:
     void visitBoundingVolumeCenter(FltRecordBoundingVolumeCenter const* record);
     void visitBoundingVolumeOrientation(FltRecordBoundingVolumeOrientation const* record);
 
-    /// Hangs a node below the top of the stack; below a converted switch, in a SoSwitch of its own. With no level
-    /// open the node isn't attached, and goes with this object.
+    /// Hangs a node below the top of the stack; below a converted switch, in a SoSwitch of its own. With no
+    /// level open the node isn't attached, and goes with this object.
     void addSoGroupToNodesStackTop(SoGroup* node);
 
     void setFltSwitchPropertiesToSoInfo(SoInfo*& info, FltRecordSwitch const* record);
@@ -248,8 +250,9 @@ public:
     /// @{
     void visitInstanceDefinition(FltRecordInstanceDefinition const* record);
     void visitInstanceReference(FltRecordInstanceReference const* record);
-    void visitReplicate(FltRecordReplicate const* record, SoNode* node, std::vector<FltRecord*>::iterator& ancillary,
-                        std::vector<FltRecord*>& ancillaries, RecordIterator& iterator);
+    void visitReplicate(FltRecordReplicate const* record, SoNode* node,
+                        std::vector<FltRecord*>::iterator& ancillary, std::vector<FltRecord*>& ancillaries,
+                        RecordIterator& iterator);
     void visitExternalReference(FltRecordExternalReference const* record, RecordIterator& iterator);
     /// @}
 
@@ -269,10 +272,10 @@ private:
     friend class FltObjectToSoSeparator;
 
     /// The forms of a vertex, in the order of their property ids, which are one higher.
-    enum VertexForm { color, colorNormal, colorUV, colorNormalUV, vertexFormCount };
+    enum VertexForm { colorForm, colorNormalForm, colorUVForm, colorNormalUVForm, vertexFormCount };
 
-    /// Where the values of a form's fields are written: the storage of the field as it stands, and how many values
-    /// there are. A write behind them is lost.
+    /// Where a form's values are written: the storage of its fields as they stand, with the number of values
+    /// there.
     struct VertexFieldPointers {
         SbVec3f* vertex = nullptr;
         SbVec3f* normal = nullptr;
@@ -284,34 +287,68 @@ private:
         int orderedRGBANum = 0;
     };
 
-    /// What nested conversions share with the one at the top.
-    struct ExternalReferenceChain {
-        std::vector<std::pair<dev_t, ino_t>> files; ///< From the top file to this one.
-        int opened = 0;                             ///< External files so far, all levels together.
+    /// A node of the graph with its place in it.
+    struct OpenLevel {
+        SoGroup* group = nullptr;
+        FltInstanceGraph::Place place;
     };
 
+    /// What the conversions of a file and of all that it refers to have in common.
+    struct References {
+        std::vector<std::pair<dev_t, ino_t>>
+            chain;                        ///< The files from the top one to the one being converted.
+        int opened = 0;                   ///< External files so far.
+        std::size_t commentText = 0;      ///< Bytes of comments so far.
+        std::size_t oldVertexIndices = 0; ///< In the face sets of obsolete vertices so far.
+        std::int64_t lodCentreSteps = 0;  ///< Spent on the centres of levels of detail so far.
+    };
+
+    /// A file that was converted already.
+    struct ExternalFile {
+        bool isOpen = false; ///< Whether there was anything to read.
+        int scope = 0;       ///< Its scene in the account of instances.
+    };
+
+    /// The masks of a converted switch, parsed once, and how far its children have been counted.
+    struct SwitchState {
+        SoInfo* info = nullptr;
+        std::vector<std::int32_t> maskNumbers;
+        int childrenSeen = 0;
+        int switchChildren = 0;
+    };
+
+    /// For the conversion of an external file.
+    FltToInventor(References& references, int depthAbove, int hierarchyDepth);
+
     void init();
+    void abandonRecords(FltParser* parser);
+
+    // Vertex palette
+    SoVertexProperty* propertyOf(int form) const;
+    void takeVertexFieldPointers(int form);
+    void setVertexFieldSizes(int form, int size);
+    void clearVertexFields(int form, int from);
+    void growVertexFields(int form);
     void finalizeVertexProperties();
-    SoVertexProperty* propertyOf(VertexForm form) const;
-    void takeVertexFieldPointers(VertexForm form);
-    void setVertexFieldSizes(VertexForm form, int size);
-    int beginVertex(VertexForm form, unsigned int recordLength);
-    void growVertexFields(VertexForm form);
-    void writeVertex(VertexForm form, FltRecordVertexColor const& record, float const* normal, float const* texture,
-                     std::uint32_t packedColor);
-    std::uint32_t packedVertexColor(VertexForm form, FltRecordVertexColor const& record) const;
+    void makeRoomForIndices(int form);
+    void closeVertexProperties();
+    VertexEntry& entryAt(unsigned long offset) { return offsetToVertexEntryMap[offset]; }
+    void addVertex(int form, FltRecordVertexColor const& record, float const* normal, float const* texture);
+    std::uint32_t packedColorOf(int form, FltRecordVertexColor const& record) const;
 
-    /// The opening of every primary handler: hangs @p attached below the top of the stack, makes @p receiver the
-    /// group that the next Push opens, and applies the ancillary records to it.
+    // Hierarchy
     void openNode(SoGroup* attached, SoGroup* receiver, RecordIterator& iterator);
-
-    /// Whether a level may be opened below the group made last; tells the console once if not.
-    bool mayGoDeeper();
     void passOverLevel(RecordIterator& iterator);
     void keepUnattached(SoNode* node);
-    void notifyOnce(char const*& slot, std::string const& text);
+    void addCommentLine(char const* text, SoGroup* group);
+    void setCentreFromBox(SoLOD* lod, SoGroup* children, std::int64_t steps);
 
-    SoSeparator* convertExternalFile(FltRecordExternalReference const* record, FltInput& input, SoSeparator* parent);
+    /// Tells an answer other than fine to the console, once for each conversion.
+    void notifyRefusal(FltInstanceGraph::Answer answer);
+    void notifyOnce(std::string const& text);
+
+    /// Hangs the scene of an external file below @p parent, or tells why not.
+    void convertExternalFile(std::string const& path, std::string const& fullPath, SoGroup* parent);
 
     FltParser* fltParser = nullptr;
     bool ownsFltParser = false;
@@ -329,6 +366,7 @@ private:
     SoVertexProperty* vertexColorNormalUVProperty = nullptr;
     int vertexCounts[vertexFormCount] = {};
     int vertexCapacities[vertexFormCount] = {};
+    int highestVertexIndices[vertexFormCount] = {-1, -1, -1, -1}; ///< That a face names in each property.
     VertexFieldPointers vertexFieldPointers[vertexFormCount];
     std::uint32_t colorPalette[4152] = {};
     SoMaterial* materialPalette = nullptr;
@@ -339,8 +377,21 @@ private:
     std::map<int, SoNode*> instanceDefinitions;
     bool rgbMode = false;
     bool vertexPropertiesFinalized = false;
-    std::stack<SoGroup*, std::deque<SoGroup*>> nodesStack;
-    SoGroup* currentGroup = nullptr;
+    std::stack<OpenLevel> nodesStack; ///< The open levels of the hierarchy.
+    OpenLevel current;                ///< The group that the next Push opens.
     bool fileLoggingEnabled = false;
     FltLogStream* logStream = nullptr;
+
+    bool recordsDestroyed = false;
+    std::vector<FltParser*> retiredParsers;
+    std::vector<SoNode*> unattachedNodes;              ///< Ref'd: they go with this object.
+    std::map<std::string, ExternalFile> externalFiles; ///< What is known of the files in externalReferences.
+    std::map<int, int> instanceScopes;
+    mutable std::unordered_map<SoGroup*, SwitchState> switchStates;
+    int vertexTargets[vertexFormCount] = {colorForm, colorNormalForm, colorUVForm, colorNormalUVForm};
+    FltInstanceGraph instanceGraph;
+    References ownReferences;
+    References& references;
+    int hierarchyDepth = 0;
+    std::set<std::string> toldOnce;
 };

@@ -41,14 +41,20 @@ FltFileInput::FltFileInput(char const* name) : fileName(copyOf(name != nullptr ?
     if (char const* const slash = std::strrchr(begin, '/'))
         dirName = copyOf({begin, static_cast<std::size_t>(slash + 1 - begin)});
     file.reset(openRegularFile(begin));
-    if (!file) {
-        std::cerr << "Error in opening file: " << begin << std::endl;
+    flowCreated = file != nullptr;
+    tellOpening(begin, flowCreated);
+    if (!flowCreated)
         return;
-    }
-    std::cout << std::endl << "Success in opening file: " << begin << std::endl;
-    flowCreated = true;
     calculFileSize();
     fileToBuffer();
+}
+
+void FltFileInput::tellOpening(char const* fileName, bool isOpen)
+{
+    if (isOpen)
+        std::cout << std::endl << "Success in opening file: " << fileName << std::endl;
+    else
+        std::cerr << "Error in opening file: " << fileName << std::endl;
 }
 
 void FltFileInput::calculFileSize()

@@ -27,6 +27,10 @@ public:
     /// The same as getDirName().
     virtual char const* getAdditionalDirName() const { return dirName.get(); }
 
+    /// Tells std::cout, or std::cerr, whether a file could be opened. The constructor does; so does whoever
+    /// makes use again of a file that is in memory already.
+    static void tellOpening(char const* fileName, bool isOpen);
+
     /// Takes the size of the open file and goes back to its start.
     void calculFileSize();
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 /// The ceilings that keep a hostile or broken file from exhausting the machine. All are far above what a real
 /// database holds; where one is met it is reported and the rest of the file is kept.
@@ -9,10 +10,10 @@ namespace FltLimits
 
 /// Nodes on the longest way from the root to a leaf of the scene graph. The toolkit traverses and destroys a
 /// scene by recursion, so this is a bound on its stack.
-constexpr int sceneDepth = 3000;
+constexpr int sceneDepth = 2000;
 
 /// Levels of the hierarchy, external files included: a bound on the conversion's own stack.
-constexpr int hierarchyDepth = 1500;
+constexpr int hierarchyDepth = 1200;
 
 /// External files that lead from one to the next.
 constexpr int externalReferenceDepth = 32;
@@ -20,8 +21,17 @@ constexpr int externalReferenceDepth = 32;
 /// External files that one top-level conversion opens.
 constexpr int externalReferences = 65536;
 
-/// Steps spent on one conversion's checks of instance references against cycles.
-constexpr std::size_t instanceCheckSteps = 50'000'000;
+/// Nodes that a traversal of one scene meets, those of shared subtrees once for each place where they stand.
+constexpr std::int64_t sceneNodes = 50'000'000;
+
+/// Steps spent on one conversion's checks of instance references.
+constexpr std::int64_t instanceCheckSteps = 50'000'000;
+
+/// Records and nodes that may be looked at to find the centres of levels of detail, nested ones counted anew.
+constexpr std::int64_t lodCentreSteps = 500'000'000;
+
+/// Bytes of text that the comments of one file may become.
+constexpr std::size_t commentText = std::size_t(64) << 20;
 
 /// Bytes that the short records of a file may read past their own ends, for each byte of the file, and
 /// what every file may read in any case.
@@ -33,5 +43,9 @@ constexpr int damageReports = 100;
 
 /// Positions of the material palette: faces name them by a signed 16-bit index.
 constexpr int materialPaletteSize = 32768;
+
+/// Vertices in the face sets of obsolete vertices: each face adds one that repeats those of all faces before
+/// it.
+constexpr std::size_t oldVertexIndices = 16'000'000;
 
 } // namespace FltLimits

@@ -163,7 +163,9 @@ void FltDump::bits(std::ostream& os, std::uint32_t word)
 
 void FltDump::pointer(std::ostream& os, std::string_view label, std::int32_t word)
 {
-    pointer(os, label, reinterpret_cast<void const*>(static_cast<std::intptr_t>(word)));
+    FltDumpLine line(os);
+    line << label;
+    line.pointer(word).end();
 }
 
 void FltDump::pointer(std::ostream& os, std::string_view label, void const* address)

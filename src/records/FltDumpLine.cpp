@@ -1,7 +1,6 @@
 #include "records/FltDumpLine.h"
 
 #include <charconv>
-#include <cstring>
 #include <locale>
 
 namespace
@@ -42,7 +41,7 @@ FltDumpLine& FltDumpLine::operator<<(std::string_view text)
             return *this;
         }
     }
-    std::memcpy(buffer + used, text.data(), text.size());
+    text.copy(buffer + used, text.size());
     used += static_cast<int>(text.size());
     return *this;
 }
@@ -84,10 +83,32 @@ FltDumpLine& FltDumpLine::operator<<(double value)
 
 FltDumpLine& FltDumpLine::pointer(void const* address)
 {
-    spill();
-    os << address;
+    if (!isDefaultState) {
+        os << address;
+        return *this;
+    }
+    auto const value = reinterpret_cast<std::uintptr_t>(address);
+    if (value == 0)
+        return *this << '0';
+    *this << "0x";
+    if (static_cast<int>(sizeof buffer) - used < longestNumber)
+        spill();
+    used = static_cast<int>(std::to_chars(buffer + used, buffer + sizeof buffer, value, 16).ptr - buffer);
     return *this;
 }
+
+// A word that prints as a pointer is no address of anything.
+// NOLINTBEGIN(performance-no-int-to-ptr)
+FltDumpLine& FltDumpLine::pointer(std::int32_t word)
+{
+    return pointer(reinterpret_cast<void const*>(static_cast<std::intptr_t>(word)));
+}
+
+FltDumpLine& FltDumpLine::pointer(std::uint32_t word)
+{
+    return pointer(reinterpret_cast<void const*>(static_cast<std::uintptr_t>(word)));
+}
+// NOLINTEND(performance-no-int-to-ptr)
 
 void FltDumpLine::end()
 {

@@ -24,6 +24,8 @@ public:
     FltDumpLine& operator<<(std::uint64_t value);
     FltDumpLine& operator<<(double value);
     FltDumpLine& pointer(void const* address);
+    FltDumpLine& pointer(std::int32_t word);  ///< Sign-extended to an address.
+    FltDumpLine& pointer(std::uint32_t word); ///< Zero-extended.
 
     /// Hands the line over with an end of line and a flush.
     void end();

@@ -1,0 +1,94 @@
+#include "convert/FltInstanceGraph.h"
+
+#include "parser/FltLimits.h"
+
+#include <algorithm>
+
+FltInstanceGraph::FltInstanceGraph(int depthAbove)
+    : deepest(depthAbove), stepsLeft(FltLimits::instanceCheckSteps)
+{
+    Scope scene;
+    scene.above = depthAbove;
+    scene.occurrences = 1;
+    scopes.push_back(scene);
+}
+
+FltInstanceGraph::Answer FltInstanceGraph::addNodes(Place place, int count)
+{
+    Scope& scope = at(place.scope);
+    int const depth = scope.above + place.depth;
+    if (depth > FltLimits::sceneDepth)
+        return Answer::tooDeep;
+    if (scope.occurrences > (FltLimits::sceneNodes - nodes) / count)
+        return Answer::tooLarge;
+    nodes += scope.occurrences * count;
+    scope.nodes += count;
+    scope.depth = std::max(scope.depth, place.depth);
+    deepest = std::max(deepest, depth);
+    return Answer::fine;
+}
+
+int FltInstanceGraph::addScope(Place place)
+{
+    int const scope = addUnattachedScope();
+    Scope const& outer = at(place.scope);
+    at(scope).above = outer.above + place.depth;
+    at(scope).occurrences = outer.occurrences;
+    at(scope).nodes = 0; // the head was entered where it stands
+    at(place.scope).inside.push_back({scope, place.depth});
+    return scope;
+}
+
+int FltInstanceGraph::addUnattachedScope()
+{
+    scopes.emplace_back();
+    return static_cast<int>(scopes.size()) - 1;
+}
+
+int FltInstanceGraph::addFinishedScope(Place place, int depth, std::int64_t finishedNodes)
+{
+    int const scope = addScope(place);
+    at(scope).depth = depth;
+    at(scope).nodes = finishedNodes;
+    nodes = std::min(nodes + finishedNodes * at(scope).occurrences, FltLimits::sceneNodes);
+    deepest = std::max(deepest, at(scope).above + depth);
+    return scope;
+}
+
+FltInstanceGraph::Answer FltInstanceGraph::place(int scope, Place place)
+{
+    Scope const& outer = at(place.scope);
+    std::int64_t const occurrences = outer.occurrences;
+    std::int64_t const most =
+        occurrences > 0 ? (FltLimits::sceneNodes - nodes) / occurrences : FltLimits::sceneNodes;
+    std::int64_t more = 0;
+
+    // Two rounds over every way down from the scope's head: the first only looks, the second enters. The
+    // first ends when the ways hold too many nodes, so neither can be long.
+    for (bool const enter : {false, true}) {
+        ways.assign(1, {scope, outer.above + place.depth});
+        while (!ways.empty()) {
+            Place const way = ways.back();
+            ways.pop_back();
+            Scope& met = at(way.scope);
+            if (enter) {
+                met.occurrences += occurrences;
+                met.above = std::max(met.above, way.depth);
+                deepest = std::max(deepest, way.depth + met.depth);
+            } else {
+                more += std::max<std::int64_t>(met.nodes, 1);
+                if (way.scope == place.scope)
+                    return Answer::endless;
+                if (way.depth + met.depth > FltLimits::sceneDepth)
+                    return Answer::tooDeep;
+                if (more > most || --stepsLeft < 0)
+                    return Answer::tooLarge;
+            }
+            for (Place const& inner : met.inside)
+                ways.push_back({inner.scope, way.depth + inner.depth});
+        }
+    }
+    nodes += more * occurrences;
+    at(place.scope).inside.push_back({scope, place.depth});
+    return Answer::fine;
+}

@@ -1,0 +1,435 @@
+#include "convert/FltObjectToSoSeparator.h"
+
+#include "convert/FltOpcodes.h"
+#include "convert/FltToInventor.h"
+#include "parser/FltLimits.h"
+#include "parser/FltWarningMessageConsole.h"
+#include "records/FltRecordFace.h"
+#include "records/FltRecordVertex.h"
+
+#include <Inventor/nodes/SoGroup.h>
+#include <Inventor/nodes/SoIndexedFaceSet.h>
+#include <Inventor/nodes/SoMaterial.h>
+#include <Inventor/nodes/SoMaterialBinding.h>
+#include <Inventor/nodes/SoPolygonOffset.h>
+#include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoVertexProperty.h>
+#include <algorithm>
+
+namespace
+{
+
+constexpr int colorUVPropertyId = 3;
+constexpr int colorNormalUVPropertyId = 4;
+constexpr int undefinedPropertyId = 5;
+
+char const* const materialNames[] = {
+    "faceVertexColorSoMaterialSet",      "faceVertexColorNormalSoMaterialSet",
+    "faceVertexColorUVSoMaterialSet",    "faceVertexColorNormalUVSoMaterialSet",
+    "subFaceVertexColorSoMaterialSet",   "subFaceVertexColorNormalSoMaterialSet",
+    "subFaceVertexColorUVSoMaterialSet", "subFaceVertexColorNormalUVSoMaterialSet",
+};
+
+/// Offsets fill the width of the map's key by their sign.
+unsigned long keyOf(int offset)
+{
+    return static_cast<unsigned long>(static_cast<long>(offset));
+}
+
+void closePolygon(std::vector<int>& indices)
+{
+    if (!indices.empty() && indices.back() != -1)
+        indices.push_back(-1);
+}
+
+/// Many values go into a field one by one: it is silent meanwhile and tells of them once, at the end.
+void silence(SoField& field)
+{
+    field.enableNotify(FALSE);
+}
+
+void tellOnce(SoField& field)
+{
+    field.enableNotify(TRUE);
+    field.touch();
+}
+
+template <class Action>
+void forEachField(SoMaterial& material, Action action)
+{
+    action(material.ambientColor);
+    action(material.diffuseColor);
+    action(material.specularColor);
+    action(material.emissiveColor);
+    action(material.shininess);
+    action(material.transparency);
+}
+
+} // namespace
+
+FltObjectToSoSeparator::FltObjectToSoSeparator() = default;
+
+FltObjectToSoSeparator::~FltObjectToSoSeparator()
+{
+    for (Batch const& batch : batches)
+        if (batch.material != nullptr)
+            batch.material->unref();
+    for (OldVertexSet const* set : {&oldVertexColorNormal, &oldVertexColor, &oldVertex})
+        if (set->property != nullptr)
+            set->property->unref();
+}
+
+void FltObjectToSoSeparator::setCurrentIterator(RecordIterator& iterator)
+{
+    currentIterator = iterator;
+    iteratorIsSet = true;
+}
+
+void FltObjectToSoSeparator::setCurrentFltObjectTransparency(float const& transparency)
+{
+    currentFltObjectTransparency = transparency;
+}
+
+void FltObjectToSoSeparator::setDestination(SoGroup*& group)
+{
+    destination = group;
+}
+
+void FltObjectToSoSeparator::setFltToInventor(FltToInventor* converter)
+{
+    fltToInventor = converter;
+}
+
+void FltObjectToSoSeparator::buildFinalSoSeparator()
+{
+    if (!iteratorIsSet || fltToInventor == nullptr || destination == nullptr) {
+        FltWarningMessageConsole::notifyMessage(
+            "ERROR! In class FltObjectToSoSeparator: Try to build A SoSeparator from a FLT object\n but some "
+            "fields aren't correctly initialized",
+            3, true);
+        return;
+    }
+    auto* const binding = new SoMaterialBinding;
+    binding->value = SoMaterialBinding::PER_FACE_INDEXED;
+    destination->addChild(binding);
+    traverseObjectPrimaryRecords();
+    isBuilt = true;
+}
+
+void FltObjectToSoSeparator::visitAllFaces()
+{
+    std::vector<FltRecord*> records;
+    getAllRecordsFromFltObject(currentIterator, records);
+    records.push_back(nullptr);
+    int subFaceLevel = 0;
+    for (RecordIterator iterator = records.begin(); *iterator != nullptr;) {
+        switch ((*iterator)->getOpcode()) {
+        case FltOpcodes::pushSubface:
+            ++subFaceLevel;
+            break;
+        case FltOpcodes::popSubface:
+            --subFaceLevel;
+            break;
+        case FltOpcodes::face:
+            visitFace(dynamic_cast<FltRecordFace const*>(*iterator), iterator, subFaceLevel);
+            break;
+        default:
+            break;
+        }
+        if (*iterator != nullptr)
+            ++iterator;
+    }
+    finishNodes();
+}
+
+void FltObjectToSoSeparator::finishNodes()
+{
+    for (Batch const& batch : batches)
+        if (batch.material != nullptr)
+            forEachField(*batch.material, tellOnce);
+    for (OldVertexSet const* set : {&oldVertexColorNormal, &oldVertexColor, &oldVertex})
+        if (set->property != nullptr)
+            for (SoField* field : {static_cast<SoField*>(&set->property->vertex),
+                                   static_cast<SoField*>(&set->property->texCoord)})
+                tellOnce(*field);
+}
+
+void FltObjectToSoSeparator::getAllRecordsFromFltObject(RecordIterator& iterator,
+                                                        std::vector<FltRecord*>& records)
+{
+    for (int depth = 0; *iterator != nullptr; ++iterator) {
+        int const opcode = (*iterator)->getOpcode();
+        if (opcode > FltOpcodes::lastOfObject)
+            return;
+        if (opcode == FltOpcodes::popLevel)
+            --depth;
+        else if (opcode == FltOpcodes::pushLevel)
+            ++depth;
+        if (depth >= 0)
+            records.push_back(*iterator);
+        if (depth <= 0 && opcode == FltOpcodes::popLevel)
+            return;
+    }
+}
+
+void FltObjectToSoSeparator::visitFace(FltRecordFace const* face, RecordIterator& iterator, int subFaceLevel)
+{
+    if (face == nullptr)
+        return;
+    faceIndices.clear();
+    int id = undefinedPropertyId;
+    visitAllVertexList(iterator, faceIndices, id);
+    if (faceIndices.empty())
+        return;
+    if (id >= 1 && id <= vertexFormCount) {
+        noteHighestIndex(faceIndices, id);
+        addFaceToVector(face, faceIndices, batchOf(id, subFaceLevel));
+    }
+    closePolygon(oldVertexColorNormal.indices);
+    if (oldVertex.indices.empty())
+        return;
+    closePolygon(oldVertex.indices);
+    addOldVertexFaceSet(*face);
+}
+
+FltObjectToSoSeparator::Batch& FltObjectToSoSeparator::batchOf(int id, int subFaceLevel)
+{
+    int const position = id - 1 + (subFaceLevel != 0 ? vertexFormCount : 0);
+    Batch& batch = batches[position];
+    if (batch.material == nullptr) {
+        batch.material = new SoMaterial;
+        batch.material->ref();
+        batch.material->setName(materialNames[position]);
+        forEachField(*batch.material, silence);
+    }
+    return batch;
+}
+
+/// A face that several lists make may name vertices of one form in the property of another, beyond its last
+/// one. The properties get room for them when the conversion ends.
+void FltObjectToSoSeparator::noteHighestIndex(std::vector<int> const& indices, int id)
+{
+    int& highest = fltToInventor->highestVertexIndices[id - 1];
+    highest = std::max(highest, *std::max_element(indices.begin(), indices.end()));
+}
+
+/// The list is never emptied: each further face that comes here adds a face set with all of it.
+void FltObjectToSoSeparator::addOldVertexFaceSet(FltRecordFace const& face)
+{
+    std::size_t& copied = fltToInventor->references.oldVertexIndices;
+    if (copied > FltLimits::oldVertexIndices)
+        return;
+    copied += oldVertex.indices.size();
+    if (copied > FltLimits::oldVertexIndices) {
+        FltWarningMessageConsole::notifyMessage(
+            "WARNING ! The faces of obsolete vertices repeat too many vertices: further ones are left out", 2,
+            true);
+        return;
+    }
+    SoIndexedFaceSet* const faceSet = makeFaceSet("OLD_VERTEX", oldVertex.property, oldVertex.indices);
+    if (face.texturePatternIndex == -1) {
+        destination->addChild(faceSet);
+        return;
+    }
+    auto* const separator = new SoSeparator;
+    addTexture(*separator, face.texturePatternIndex);
+    separator->addChild(faceSet);
+    destination->addChild(separator);
+}
+
+void FltObjectToSoSeparator::addFaceToVector(FltRecordFace const* face, std::vector<int> const& faceIndices,
+                                             Batch& batch)
+{
+    batch.indices.insert(batch.indices.end(), faceIndices.begin(), faceIndices.end());
+    batch.indices.push_back(-1);
+    batch.textureIndices.push_back(face->texturePatternIndex);
+    ++batch.faceCounter;
+    addFltFaceMaterialToSoMaterial(face, batch.material, batch.faceCounter);
+    batch.materialIndices.push_back(batch.faceCounter);
+}
+
+void FltObjectToSoSeparator::visitAllVertexList(RecordIterator& iterator, std::vector<int>& indices, int& id)
+{
+    faceRecords.clear();
+    getFirstFaceFromIterator(iterator, faceRecords);
+    int faceCount = 0;
+    for (FltRecord* record : faceRecords) {
+        switch (record->getOpcode()) {
+        case FltOpcodes::face:
+            ++faceCount;
+            break;
+        case FltOpcodes::vertexList:
+            visitVertexList(dynamic_cast<FltRecordVertexList const*>(record), indices, id);
+            break;
+        case FltOpcodes::morphVertexList:
+            visitMorphVertexList(dynamic_cast<FltRecordMorphVertexList const*>(record), indices, id);
+            break;
+        case FltOpcodes::oldVertex: {
+            auto const* vertex = dynamic_cast<FltRecordOldVertex const*>(record);
+            addOldVertexToSoVertexProperty(vertex);
+            break;
+        }
+        case FltOpcodes::oldVertexColor: {
+            auto const* vertex = dynamic_cast<FltRecordOldVertexColor const*>(record);
+            addOldVertexColorToSoVertexProperty(vertex);
+            break;
+        }
+        case FltOpcodes::oldVertexColorNormal: {
+            auto const* vertex = dynamic_cast<FltRecordOldVertexColorNormal const*>(record);
+            addOldVertexColorNormalToSoVertexProperty(vertex);
+            break;
+        }
+        default:
+            break;
+        }
+        if (faceCount == 2)
+            return;
+    }
+}
+
+void FltObjectToSoSeparator::getFirstFaceFromIterator(RecordIterator& iterator,
+                                                      std::vector<FltRecord*>& records)
+{
+    RecordIterator const begin = iterator;
+    auto const stepBack = [&] {
+        if (iterator != begin)
+            --iterator;
+    };
+    bool faceFound = false;
+    for (int depth = 0; *iterator != nullptr; ++iterator) {
+        int const opcode = (*iterator)->getOpcode();
+        if (opcode > FltOpcodes::lastOfObject)
+            return;
+        switch (opcode) {
+        case FltOpcodes::face:
+            if (faceFound)
+                return stepBack();
+            faceFound = true;
+            break;
+        case FltOpcodes::pushLevel:
+            ++depth;
+            break;
+        case FltOpcodes::popLevel:
+            --depth;
+            break;
+        case FltOpcodes::pushSubface:
+        case FltOpcodes::popSubface:
+            return stepBack();
+        default:
+            break;
+        }
+        records.push_back(*iterator);
+        if (depth == 0 && opcode == FltOpcodes::popLevel)
+            return;
+    }
+}
+
+void FltObjectToSoSeparator::visitVertexList(FltRecordVertexList const* list, std::vector<int>& indices,
+                                             int& id)
+{
+    if (list == nullptr || list->vertexOffsets.empty())
+        return;
+    std::size_t const begin = indices.size();
+    vertexIds.clear();
+    for (int const offset : list->vertexOffsets) {
+        VertexEntry const& entry = fltToInventor->entryAt(keyOf(offset));
+        vertexIds.push_back(fltToInventor->getIntIdFromVertexProperty(entry.property));
+        indices.push_back(entry.index);
+    }
+    auto const isFirst = [this](int vertexId) { return vertexId == vertexIds.front(); };
+    auto const hasUV = [](int vertexId) {
+        return vertexId == colorUVPropertyId || vertexId == colorNormalUVPropertyId;
+    };
+    if (std::all_of(vertexIds.begin(), vertexIds.end(), isFirst)) {
+        id = vertexIds.front();
+    } else if (std::all_of(vertexIds.begin(), vertexIds.end(), hasUV)) {
+        id = colorNormalUVPropertyId;
+        promoteToColorNormalUV(indices, begin);
+    } else {
+        FltWarningMessageConsole::notifyMessage("WARNING ! Remove a face having heterogeneous vertices", 1,
+                                                true);
+        indices.resize(begin);
+    }
+}
+
+/// Gives the vertices without normal, from @p begin on, the average normal of those with one.
+void FltObjectToSoSeparator::promoteToColorNormalUV(std::vector<int>& indices, std::size_t begin)
+{
+    SoVertexProperty const& property = *fltToInventor->getVertexPropertyFromIntId(colorNormalUVPropertyId);
+    SbVec3f average(0, 0, 0);
+    float count = 0;
+    for (std::size_t i = 0; i < vertexIds.size(); ++i) {
+        int const index = indices[begin + i];
+        if (vertexIds[i] != colorNormalUVPropertyId)
+            continue;
+        if (index < property.normal.getNum())
+            average += property.normal[index];
+        ++count;
+    }
+    average.setValue(average[0] / count, average[1] / count, average[2] / count);
+    for (std::size_t i = 0; i < vertexIds.size(); ++i)
+        if (vertexIds[i] != colorNormalUVPropertyId) {
+            int& index = indices[begin + i];
+            fltToInventor->copyVertexToVertexColorNormalUV(vertexIds[i], index, average, index);
+        }
+}
+
+void FltObjectToSoSeparator::visitMorphVertexList(FltRecordMorphVertexList const* list,
+                                                  std::vector<int>& indices, int& id)
+{
+    if (list == nullptr || list->vertexOffsets.empty())
+        return;
+    auto const entryOf = [this](std::pair<int, int> const& offsets) -> VertexEntry const& {
+        return fltToInventor->entryAt(keyOf(offsets.second));
+    };
+    id = fltToInventor->getIntIdFromVertexProperty(entryOf(list->vertexOffsets.front()).property);
+    for (std::pair<int, int> const& offsets : list->vertexOffsets)
+        indices.push_back(entryOf(offsets).index);
+}
+
+void FltObjectToSoSeparator::addOldVertexToSoVertexProperty(FltRecordOldVertex const*& vertex)
+{
+    if (vertex == nullptr)
+        return;
+    addOldVertex(oldVertex, "OLD_VERTEX", *vertex);
+    oldVertex.property->texCoord.set1Value(oldVertex.count - 1,
+                                           SbVec2f(vertex->texture[0], vertex->texture[1]));
+}
+
+void FltObjectToSoSeparator::addOldVertexColorToSoVertexProperty(FltRecordOldVertexColor const*& vertex)
+{
+    if (vertex != nullptr)
+        addOldVertex(oldVertexColor, "OLD_VERTEX_COLOR", *vertex);
+}
+
+void FltObjectToSoSeparator::addOldVertexColorNormalToSoVertexProperty(
+    FltRecordOldVertexColorNormal const*& vertex)
+{
+    if (vertex != nullptr)
+        addOldVertex(oldVertexColorNormal, "OLD_VERTEX_COLOR_NORMAL", *vertex);
+}
+
+void FltObjectToSoSeparator::addOldVertex(OldVertexSet& set, char const* name,
+                                          AbstractOldVertexRecord const& vertex)
+{
+    if (set.property == nullptr) {
+        set.property = new SoVertexProperty;
+        set.property->ref();
+        set.property->setName(name);
+        silence(set.property->vertex);
+        silence(set.property->texCoord);
+    }
+    set.property->vertex.set1Value(set.count, static_cast<float>(vertex.Xcoordinate),
+                                   static_cast<float>(vertex.Ycoordinate),
+                                   static_cast<float>(vertex.Zcoordinate));
+    set.indices.push_back(set.count);
+    ++set.count;
+}
+
+void FltObjectToSoSeparator::addPolygonOffset(float first, float second)
+{
+    auto* const offset = new SoPolygonOffset;
+    offset->factor = first;
+    offset->units = second;
+    destination->addChild(offset);
+}

@@ -1,0 +1,213 @@
+#include "convert/FltObjectToSoSeparator.h"
+
+#include "convert/FltMaterialFields.h"
+#include "convert/FltToInventor.h"
+#include "records/FltRecordFace.h"
+
+#include <Inventor/nodes/SoMaterial.h>
+#include <iostream>
+#include <iterator>
+
+namespace
+{
+
+constexpr std::uint32_t noColorFlag = 0x40000000;
+constexpr std::uint32_t packedColorFlag = 0x10000000;
+
+constexpr std::uint32_t whiteWord = 0xffffffff;
+
+/// The highest palette position that a face without material may name.
+constexpr std::uint32_t lastColorPosition = 131072;
+
+/// A colour index holds a position in the palette above seven bits of intensity.
+int positionOf(int colorIndex)
+{
+    return colorIndex >> 7;
+}
+
+float intensityOf(int colorIndex)
+{
+    return static_cast<float>(colorIndex & 0x7f) / 127.0F;
+}
+
+/// The colour without the transparency that is packed with it.
+SbColor unpacked(std::uint32_t word)
+{
+    SbColor color;
+    float transparency;
+    color.setPackedValue(word, transparency);
+    return color;
+}
+
+SbColor product(SbColor const& a, SbColor const& b)
+{
+    return {a[0] * b[0], a[1] * b[1], a[2] * b[2]};
+}
+
+SbColor scaled(SbColor const& color, float factor)
+{
+    return {color[0] * factor, color[1] * factor, color[2] * factor};
+}
+
+float fractionOf(std::uint8_t byte)
+{
+    return static_cast<float>(byte) / 255.0F;
+}
+
+/// The bytes of a packed colour stand in the order alpha, blue, green, red.
+SbColor packedColorOf(FltRecordFace const& face)
+{
+    return {fractionOf(face.packedColor[3]), fractionOf(face.packedColor[2]),
+            fractionOf(face.packedColor[1])};
+}
+
+/// The word that packed colours become with materials: each of its bytes is 1 for a full channel and 0 for
+/// any other, red lowest.
+std::uint32_t fullChannelsOf(FltRecordFace const& face)
+{
+    std::uint32_t word = 0;
+    for (std::uint8_t const byte : face.packedColor)
+        word = word << 8 | static_cast<std::uint32_t>(fractionOf(byte));
+    return word;
+}
+
+FltMaterialFields plainMaterial(SbColor const& color)
+{
+    FltMaterialFields fields;
+    fields.ambientColor = color;
+    fields.diffuseColor = color;
+    fields.shininess = 0;
+    return fields;
+}
+
+void multiply(FltMaterialFields& fields, SbColor const& color)
+{
+    fields.ambientColor = product(fields.ambientColor, color);
+    fields.diffuseColor = product(fields.diffuseColor, color);
+}
+
+} // namespace
+
+void FltObjectToSoSeparator::addFltFaceMaterialToSoMaterial(FltRecordFace const* face, SoMaterial*& material,
+                                                            int const& index)
+{
+    bool const noColor = (face->flags & noColorFlag) != 0;
+    bool const packedColor = (face->flags & packedColorFlag) != 0;
+    if (face->materialIndex != -1) {
+        if (noColor)
+            addFltFaceNoColorMaterialToSoMaterial(face, material, index);
+        else if (packedColor)
+            addFltFaceWithPackedColorMaterialToSoMaterial(face, material, index);
+        else
+            addFltFaceWithColorPaletteIndexMaterialToSoMaterial(face, material, index);
+    } else {
+        if (noColor)
+            addFltFaceNoColorNoMaterialToSoMaterial(material, index);
+        else if (packedColor)
+            addFltFaceWithPackedColorNoMaterialToSoMaterial(face, material, index);
+        else
+            addFltFaceWithColorPaletteIndexNoMaterialToSoMaterial(face, material, index);
+    }
+}
+
+void FltObjectToSoSeparator::addFltFaceNoColorNoMaterialToSoMaterial(SoMaterial*& material, int const& index)
+{
+    FltMaterialFields().writeTo(*material, index);
+}
+
+void FltObjectToSoSeparator::addFltFaceWithPackedColorNoMaterialToSoMaterial(FltRecordFace const* face,
+                                                                             SoMaterial*& material,
+                                                                             int const& index)
+{
+    plainMaterial(packedColorOf(*face)).writeTo(*material, index);
+}
+
+void FltObjectToSoSeparator::addFltFaceWithColorPaletteIndexNoMaterialToSoMaterial(FltRecordFace const* face,
+                                                                                   SoMaterial*& material,
+                                                                                   int const& index)
+{
+    auto const position = static_cast<std::uint32_t>(positionOf(face->primaryColorIndex));
+    if (position > lastColorPosition) {
+        std::cout << "bad color index" << std::endl;
+        return;
+    }
+    FltMaterialFields fields =
+        plainMaterial(scaled(paletteColor(position), intensityOf(face->primaryColorIndex)));
+    fields.transparency =
+        (static_cast<float>(face->transparency) / 65535.0F) * (1.0F - currentFltObjectTransparency);
+    fields.writeTo(*material, index);
+}
+
+void FltObjectToSoSeparator::addFltFaceNoColorMaterialToSoMaterial(FltRecordFace const* face,
+                                                                   SoMaterial*& material, int const& index)
+{
+    FltMaterialFields fields = paletteMaterial(*face);
+    fields.transparency = paletteTransparency(*face, fields.transparency);
+    fields.writeTo(*material, index);
+}
+
+void FltObjectToSoSeparator::addFltFaceWithPackedColorMaterialToSoMaterial(FltRecordFace const* face,
+                                                                           SoMaterial*& material,
+                                                                           int const& index)
+{
+    FltMaterialFields fields = paletteMaterial(*face);
+    multiply(fields, packedColorOf(*face));
+    fields.transparency = 0;
+    fields.writeTo(*material, index);
+}
+
+void FltObjectToSoSeparator::addFltFaceWithColorPaletteIndexMaterialToSoMaterial(FltRecordFace const* face,
+                                                                                 SoMaterial*& material,
+                                                                                 int const& index)
+{
+    FltMaterialFields fields = paletteMaterial(*face);
+    multiply(fields, materialModulation(*face));
+    fields.transparency = paletteTransparency(*face, fields.transparency);
+    fields.writeTo(*material, index);
+}
+
+/// The colour that a palette material is multiplied with. Palette colours come at full strength here,
+/// whatever the intensity in their index.
+SbColor FltObjectToSoSeparator::materialModulation(FltRecordFace const& face) const
+{
+    SbColor const white(1, 1, 1);
+    int const colorIndex = face.primaryColorIndex;
+    if (face.textureWhite != 0 && face.texturePatternIndex != -1)
+        return white;
+    if (revision <= 13) {
+        if (rgbMode)
+            return paletteColor(positionOf(colorIndex));
+        if (colorIndex < 0)
+            return white;
+        if (colorIndex <= 4095)
+            return scaled(white, intensityOf(colorIndex));
+        return paletteColor(4096 + (colorIndex & 0xfff));
+    }
+    if ((face.flags & noColorFlag) != 0)
+        return white;
+    if (rgbMode || (face.flags & packedColorFlag) != 0)
+        return unpacked(fullChannelsOf(face));
+    if (revision > 1539)
+        return paletteColor(positionOf(colorIndex));
+    return paletteColor(positionOf(face.colorNameIndex));
+}
+
+SbColor FltObjectToSoSeparator::paletteColor(std::int64_t position) const
+{
+    auto const& palette = fltToInventor->colorPalette;
+    bool const inside = position >= 0 && position < static_cast<std::int64_t>(std::size(palette));
+    return unpacked(inside ? palette[position] : whiteWord);
+}
+
+/// A position that the palette doesn't have gives the values of a default material.
+FltMaterialFields FltObjectToSoSeparator::paletteMaterial(FltRecordFace const& face) const
+{
+    return FltMaterialFields::readFrom(*fltToInventor->materialPalette, face.materialIndex);
+}
+
+/// Face and Object together bring a material's transparency towards nothing.
+float FltObjectToSoSeparator::paletteTransparency(FltRecordFace const& face, float transparency) const
+{
+    float const both = static_cast<float>(face.transparency) * currentFltObjectTransparency;
+    return (both / -65535.0F + 1.0F) * transparency;
+}

@@ -1,0 +1,221 @@
+#include "convert/FltObjectToSoSeparator.h"
+
+#include "convert/FltToInventor.h"
+#include "parser/FltWarningMessageConsole.h"
+#include "records/FltRecordFace.h"
+
+#include <Inventor/nodes/SoFaceSet.h>
+#include <Inventor/nodes/SoIndexedFaceSet.h>
+#include <Inventor/nodes/SoMaterial.h>
+#include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoTexture2.h>
+#include <Inventor/nodes/SoVertexProperty.h>
+#include <algorithm>
+#include <map>
+
+namespace
+{
+
+/// The faces of a batch that have one texture.
+struct SoIndexedFaceSetToFinalize {
+    std::vector<int> coordinateIndices;   ///< -1 closes each face.
+    std::vector<int> faceMaterialIndices; ///< One for each face.
+    int textureFileIndex = -1;            ///< -1 for none.
+};
+
+} // namespace
+
+void FltObjectToSoSeparator::traverseObjectPrimaryRecords()
+{
+    visitAllFaces();
+    SoVertexProperty** const properties[vertexFormCount] = {
+        &fltToInventor->vertexColorProperty,
+        &fltToInventor->vertexColorNormalProperty,
+        &fltToInventor->vertexColorUVProperty,
+        &fltToInventor->vertexColorNormalUVProperty,
+    };
+    for (int form = 0; form < vertexFormCount; ++form) {
+        Batch const& base = batches[form];
+        Batch const& subFace = batches[vertexFormCount + form];
+        // Sub-faces lie upon base faces: without any, they have no place.
+        if (base.indices.empty())
+            continue;
+        addBatch(base, *properties[form]);
+        if (subFace.indices.empty())
+            continue;
+        addPolygonOffset(-1.0F, -30.0F);
+        addBatch(subFace, *properties[form]);
+    }
+    // Vertices with colour alone are drawn beside vertices with colour and normal only.
+    if (!oldVertexColorNormal.indices.empty()) {
+        buildAndAddIndexedFaceSetFromOldVertexColorNormal();
+        buildAndAddIndexedFaceSetFromOldVertexColor();
+    }
+}
+
+void FltObjectToSoSeparator::addBatch(Batch const& batch, SoVertexProperty*& property)
+{
+    destination->addChild(batch.material);
+    buildAndAddIndexedFaceSetFromIndicesVector(batch.indices, batch.materialIndices, batch.textureIndices,
+                                               property);
+}
+
+void FltObjectToSoSeparator::buildAndAddIndexedFaceSetFromIndicesVector(std::vector<int> const& indices,
+                                                                        std::vector<int> const& materials,
+                                                                        std::vector<int> const& textures,
+                                                                        SoVertexProperty*& property)
+{
+    if (isSoIndexedFaceSetNeedsManyTextureFiles(textures))
+        buildAndAddIndexedFaceSetFromIndicesVectorManyTextureFile(indices, materials, textures, property);
+    else
+        buildAndAddIndexedFaceSetFromIndicesVectorOneTextureFile(indices, materials, textures, property);
+}
+
+void FltObjectToSoSeparator::buildAndAddIndexedFaceSetFromIndicesVectorOneTextureFile(
+    std::vector<int> const& indices, std::vector<int> const& materials, std::vector<int> const& textures,
+    SoVertexProperty*& property)
+{
+    SoIndexedFaceSet* const faceSet =
+        makeFaceSet(getSoIndexedFaceSetNameFromSoVertexProperty(property), property, indices);
+    handOver(faceSet->materialIndex, materials);
+    int const textureFileIndex = getTextureFileIndex(textures);
+    if (textureFileIndex == -1) {
+        destination->addChild(faceSet);
+        return;
+    }
+    auto* const separator = new SoSeparator;
+    separator->setName("isolateTexturesNodes");
+    addTexture(*separator, textureFileIndex);
+    separator->addChild(faceSet);
+    destination->addChild(separator);
+}
+
+void FltObjectToSoSeparator::buildAndAddIndexedFaceSetFromIndicesVectorManyTextureFile(
+    std::vector<int> const& indices, std::vector<int> const& materials, std::vector<int> const& textures,
+    SoVertexProperty*& property)
+{
+    std::map<int, SoIndexedFaceSetToFinalize> faceSets;
+    auto iterator = indices.begin();
+    for (std::size_t i = 0; i < textures.size(); ++i) {
+        SoIndexedFaceSetToFinalize& faceSet = faceSets[textures[i]];
+        copyOneFaceVertexIndices(faceSet.coordinateIndices, iterator);
+        faceSet.faceMaterialIndices.push_back(materials[i]);
+        faceSet.textureFileIndex = textures[i];
+    }
+    for (auto const& [textureIndex, faceSet] : faceSets)
+        buildAndAddIndexedFaceSetFromIndicesVectorOneTextureFile(
+            faceSet.coordinateIndices, faceSet.faceMaterialIndices, {faceSet.textureFileIndex}, property);
+}
+
+void FltObjectToSoSeparator::copyOneFaceVertexIndices(std::vector<int>& faceIndices,
+                                                      std::vector<int>::const_iterator& iterator)
+{
+    for (; *iterator != -1; ++iterator)
+        faceIndices.push_back(*iterator);
+    faceIndices.push_back(-1);
+    ++iterator;
+}
+
+int FltObjectToSoSeparator::getTextureFileIndex(std::vector<int> const& textures)
+{
+    auto const found =
+        std::find_if(textures.begin(), textures.end(), [](int texture) { return texture != -1; });
+    return found != textures.end() ? *found : -1;
+}
+
+bool FltObjectToSoSeparator::isSoIndexedFaceSetNeedsManyTextureFiles(std::vector<int> const& textures) const
+{
+    return std::any_of(textures.begin(), textures.end(),
+                       [&textures](int texture) { return texture != textures.front(); });
+}
+
+char const* FltObjectToSoSeparator::getSoIndexedFaceSetNameFromSoVertexProperty(SoVertexProperty*& property)
+{
+    if (property == fltToInventor->vertexColorProperty)
+        return "SoIFSVertexColor";
+    if (property == fltToInventor->vertexColorNormalProperty)
+        return "SoIFSVertexColorNormal";
+    if (property == fltToInventor->vertexColorUVProperty)
+        return "SoIFSVertexColorUV";
+    if (property == fltToInventor->vertexColorNormalUVProperty)
+        return "SoIFSVertexColorNormalUV";
+    FltWarningMessageConsole::notifyMessage(
+        "WARNING ! I can't give a name for a SoIndexedFaceSet\n since This SoVertexProperty doesn'fit with "
+        "one "
+        "of the 4 global SoVertexProperty\n SO_INDEXED_FACE_SET_WITH_UNDEFINED_VERTEX_NAME returned",
+        1, true);
+    return "SoIFSVertexUNDEFINED";
+}
+
+void FltObjectToSoSeparator::buildAndAddIndexedFaceSetFromOldVertexColorNormal()
+{
+    addFaceSetOf(oldVertexColorNormal, "OLD_VERTEX_COLOR_NORMAL");
+}
+
+void FltObjectToSoSeparator::buildAndAddIndexedFaceSetFromOldVertexColor()
+{
+    addFaceSetOf(oldVertexColor, "OLD_VERTEX_COLOR");
+}
+
+void FltObjectToSoSeparator::buildAndAddIndexedFaceSetFromOldVertex()
+{
+    addFaceSetOf(oldVertex, "OLD_VERTEX");
+}
+
+void FltObjectToSoSeparator::addFaceSetOf(OldVertexSet const& set, char const* name)
+{
+    if (!set.indices.empty())
+        destination->addChild(makeFaceSet(name, set.property, set.indices));
+}
+
+void FltObjectToSoSeparator::addFaceSetFromVertexListNoGlobalSoVertexProperty(FltRecordVertexList const* list)
+{
+    auto const count = static_cast<int>(list->vertexOffsets.size());
+    auto* const property = new SoVertexProperty;
+    property->setName("localSoVertexProperty");
+    property->materialBinding = SoVertexProperty::PER_FACE_INDEXED;
+    property->vertex.setNum(count);
+    SbVec3f* slot = property->vertex.startEditing();
+    for (int const offset : list->vertexOffsets) {
+        auto const key = static_cast<unsigned long>(static_cast<long>(offset));
+        VertexEntry const& entry = fltToInventor->entryAt(key);
+        bool const known = entry.property != nullptr && entry.index < entry.property->vertex.getNum();
+        *slot++ = known ? entry.property->vertex[entry.index] : SbVec3f(0, 0, 0);
+    }
+    property->vertex.finishEditing();
+    auto* const faceSet = new SoFaceSet;
+    faceSet->setName("irregularSoFaceSet");
+    faceSet->numVertices = count;
+    faceSet->vertexProperty = property;
+    destination->addChild(faceSet);
+}
+
+/// A texture that the palette doesn't define enters it as null, and nothing is added.
+void FltObjectToSoSeparator::addTexture(SoGroup& group, int textureIndex)
+{
+    if (SoTexture2* const texture = fltToInventor->texturePalette[textureIndex])
+        group.addChild(texture);
+}
+
+SoIndexedFaceSet* FltObjectToSoSeparator::makeFaceSet(char const* name, SoVertexProperty* property,
+                                                      std::vector<int> const& indices)
+{
+    auto* const faceSet = new SoIndexedFaceSet;
+    faceSet->setName(name);
+    faceSet->vertexProperty = property;
+    handOver(faceSet->coordIndex, indices);
+    return faceSet;
+}
+
+/// Copies the values once: the field takes the copy over and frees it.
+void FltObjectToSoSeparator::handOver(SoMFInt32& field, std::vector<int> const& values)
+{
+    if (values.empty()) {
+        field.setNum(0);
+        return;
+    }
+    auto* const copy = new std::int32_t[values.size()];
+    std::copy(values.begin(), values.end(), copy);
+    field.setValuesPointer(static_cast<int>(values.size()), copy);
+    field.enableDeleteValues();
+}

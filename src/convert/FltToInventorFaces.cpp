@@ -1,0 +1,72 @@
+#include "convert/FltToInventor.h"
+
+#include "convert/FltObjectToSoSeparator.h"
+#include "convert/FltOpcodes.h"
+#include "parser/FltCreationVisitor.h"
+#include "parser/FltParser.h"
+#include "records/FltRecordControl.h"
+
+/// A run goes on until a level closes that it didn't open, an Object begins, or a record other than a face
+/// follows a level of its own.
+void FltToInventor::visitNextSuccessiveFaces(RecordIterator& iterator)
+{
+    if (*iterator == nullptr || (*iterator)->getOpcode() != FltOpcodes::face)
+        return;
+    FltRecordPushLevel push(4);
+    FltRecordPopLevel pop(4);
+    std::vector<FltRecord*> records{&push};
+    int level = 0;
+    int previousOpcode = 0;
+    for (; *iterator != nullptr; ++iterator) {
+        int const opcode = (*iterator)->getOpcode();
+        bool const levelHasClosed = previousOpcode == FltOpcodes::popLevel && level == 0;
+        bool const runEnds =
+            levelHasClosed ? opcode != FltOpcodes::face
+                           : opcode == FltOpcodes::object || (opcode == FltOpcodes::popLevel && level == 0);
+        if (runEnds) {
+            --iterator;
+            break;
+        }
+        if (opcode == FltOpcodes::pushLevel)
+            ++level;
+        else if (opcode == FltOpcodes::popLevel)
+            --level;
+        records.push_back(*iterator);
+        previousOpcode = opcode;
+    }
+    records.push_back(&pop);
+    records.push_back(nullptr);
+    SoGroup* destination = nodesStack.empty() ? nullptr : nodesStack.top().group;
+    RecordIterator begin = records.begin();
+    visitObjectFaceRecords(begin, 1.0F, destination);
+}
+
+void FltToInventor::visitObjectFaceRecords(RecordIterator& iterator, float const& transparency,
+                                           SoGroup*& destination)
+{
+    {
+        FltObjectToSoSeparator object;
+        if (fltParser != nullptr && fltParser->getFltCreationVisitor() != nullptr) {
+            object.revision = fltParser->getFltCreationVisitor()->revision;
+            object.rgbMode = fltParser->getFltCreationVisitor()->rgbMode;
+        }
+        object.setCurrentIterator(iterator);
+        object.setCurrentFltObjectTransparency(transparency);
+        object.setDestination(destination);
+        object.setFltToInventor(this);
+        object.buildFinalSoSeparator();
+    }
+    if (*iterator == nullptr)
+        return;
+    for (int level = 0;; ++iterator) {
+        int const opcode = (*iterator)->getOpcode();
+        if (opcode == FltOpcodes::popLevel && level == 1)
+            return;
+        if (opcode == FltOpcodes::pushLevel)
+            ++level;
+        else if (opcode == FltOpcodes::popLevel)
+            --level;
+        if (iterator[1] == nullptr)
+            return;
+    }
+}

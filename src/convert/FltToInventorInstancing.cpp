@@ -1,0 +1,185 @@
+// Nodes that stand in more than one place, or come from another file.
+
+#include "convert/FltToInventor.h"
+
+#include "convert/FltNodeTable.h"
+#include "parser/FltFileInput.h"
+#include "parser/FltLimits.h"
+#include "parser/FltParser.h"
+#include "parser/FltWarningMessageConsole.h"
+#include "records/FltRecordControl.h"
+#include "records/FltRecordExternalReference.h"
+#include "records/FltRecordReplicate.h"
+#include "records/FltRecordTransformations.h"
+
+#include <Inventor/nodes/SoLabel.h>
+#include <Inventor/nodes/SoSeparator.h>
+#include <algorithm>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+
+constexpr int matrixOpcode = 49;
+
+/// Whether a file can be opened for reading. Unlike a stream this doesn't wait for the other end of a pipe.
+bool canOpen(char const* path)
+{
+    int const descriptor = ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor >= 0)
+        ::close(descriptor);
+    return descriptor >= 0;
+}
+
+} // namespace
+
+void FltToInventor::visitInstanceDefinition(FltRecordInstanceDefinition const* record)
+{
+    int const number = record->instanceDefinitionNumber;
+    auto* const definition = new SoSeparator;
+    definition->setName(("InstanceDefinition_" + std::to_string(number)).c_str());
+    enter<SoNode>(instanceDefinitions, number, definition);
+    current.group = definition;
+    addSoGroupToNodesStackTop(definition);
+    if (current.place.depth > 0)
+        current.place = {instanceGraph.addScope(current.place), 0};
+    instanceScopes[number] = current.place.scope;
+}
+
+void FltToInventor::visitInstanceReference(FltRecordInstanceReference const* record)
+{
+    int const number = record->instanceDefinitionNumber;
+    SoNode* const definition = instanceDefinitions[number];
+    if (definition == nullptr || nodesStack.empty() || nodesStack.top().group == nullptr)
+        return;
+    FltInstanceGraph::Place place = nodesStack.top().place;
+    ++place.depth;
+    FltInstanceGraph::Answer const answer = instanceGraph.place(instanceScopes[number], place);
+    if (answer == FltInstanceGraph::Answer::fine)
+        nodesStack.top().group->addChild(definition);
+    else
+        notifyRefusal(answer);
+}
+
+void FltToInventor::visitReplicate(FltRecordReplicate const* record, SoNode* node,
+                                   std::vector<FltRecord*>::iterator& ancillary,
+                                   std::vector<FltRecord*>& ancillaries, RecordIterator& iterator)
+{
+    if (nodesStack.empty() || nodesStack.top().group == nullptr)
+        return;
+    auto* const replications = new SoSeparator;
+    replications->setName("Replications");
+    nodesStack.top().group->addChild(replications);
+
+    FltInstanceGraph::Place place = nodesStack.top().place;
+    place.depth += 2;
+    for (int counter = 0; counter < record->numberOfReplications; ++counter) {
+        if (++ancillary == ancillaries.end() || (*ancillary)->getOpcode() != matrixOpcode)
+            return;
+        // Matrices come in pairs: the first is tested, the second is applied.
+        ++ancillary;
+        if (*iterator != nullptr)
+            ++iterator;
+        auto const* const matrix =
+            ancillary != ancillaries.end() ? dynamic_cast<FltRecordMatrix const*>(*ancillary) : nullptr;
+        if (matrix == nullptr)
+            return;
+        // From now on the node is a subtree that stands in several places.
+        if (current.place.depth > 0)
+            current.place = {instanceGraph.addScope(current.place), 0};
+        FltInstanceGraph::Answer const answer = instanceGraph.place(current.place.scope, place);
+        if (answer != FltInstanceGraph::Answer::fine)
+            return notifyRefusal(answer);
+        visitMatrix(matrix, replications);
+        replications->addChild(node);
+    }
+}
+
+void FltToInventor::visitExternalReference(FltRecordExternalReference const* record, RecordIterator& iterator)
+{
+    std::string const path(record->asciiPath, ::strnlen(record->asciiPath, sizeof record->asciiPath));
+    auto* const group = new SoSeparator;
+    auto* const label = new SoLabel;
+    label->label = ("From OpenFlight File:  " + path).c_str();
+    group->addChild(label);
+    openNode(group, group, iterator);
+    if (path.empty()) {
+        --iterator;
+        return;
+    }
+
+    char const* const directory = fltParser->getInput()->getDirName();
+    bool const isFromHere = path[0] == '.' && path.size() > 1 && (path[1] == '\\' || path[1] == '/');
+    std::string const fullPath = (directory != nullptr ? directory : "") + path.substr(isFromHere ? 2 : 0);
+    if (directory == nullptr || !canOpen(fullPath.c_str())) {
+        std::string const text = "ERROR! CAN'T RESOLVE EXTERNAL REFERENCE: " + path;
+        FltWarningMessageConsole::notifyMessage(FltWarningMessageConsole::keepText(text), 3, true);
+        return;
+    }
+    convertExternalFile(path, fullPath, group);
+    --iterator;
+}
+
+void FltToInventor::convertExternalFile(std::string const& path, std::string const& fullPath, SoGroup* parent)
+{
+    struct stat status;
+    auto const identity = ::stat(fullPath.c_str(), &status) == 0
+                              ? std::make_pair(status.st_dev, status.st_ino)
+                              : std::pair<dev_t, ino_t>();
+    auto& chain = references.chain;
+    if (std::find(chain.begin(), chain.end(), identity) != chain.end())
+        return notifyOnce(
+            "WARNING ! An external reference leads back to a file that it comes from and is left empty: " +
+            path);
+
+    FltInstanceGraph::Place place = current.place;
+    ++place.depth;
+    std::string key = fullPath;
+    std::replace(key.begin(), key.end(), '\\', '/');
+    auto const loaded = externalReferences.find(key);
+    if (loaded != externalReferences.end()) {
+        ExternalFile const& file = externalFiles[key];
+        FltFileInput::tellOpening(key.c_str(), file.isOpen);
+        FltInstanceGraph::Answer const answer = instanceGraph.place(file.scope, place);
+        if (answer == FltInstanceGraph::Answer::fine)
+            parent->addChild(loaded->second);
+        return notifyRefusal(answer);
+    }
+    int const depth = instanceGraph.depthOf(place);
+    if (chain.size() > FltLimits::externalReferenceDepth || depth >= FltLimits::sceneDepth)
+        return notifyOnce(
+            "WARNING ! External references lead from file to file too often: one is left empty: " + path);
+    if (references.opened >= FltLimits::externalReferences)
+        return notifyOnce("WARNING ! The file has more than " +
+                          std::to_string(FltLimits::externalReferences) +
+                          " external references: further ones are left empty");
+    ++references.opened;
+
+    FltFileInput input(fullPath.c_str());
+    auto* const root = new SoSeparator;
+    parent->addChild(root);
+    externalReferences[key] = root;
+
+    std::size_t const separator = path.find_last_of("/\\");
+    std::string nestedPath =
+        relativePath + (separator != std::string::npos ? path.substr(0, separator) + "/" : "");
+    int const referencesBefore = root->getRefCount();
+    chain.push_back(identity);
+    {
+        FltToInventor nested(references, depth, hierarchyDepth + 1);
+        nested.setRelativePath(nestedPath);
+        nested.setFltInputToconvert(&input);
+        nested.setResult(root);
+        nested.convert();
+        int const scope = instanceGraph.addFinishedScope(place, nested.instanceGraph.getDepth(),
+                                                         nested.instanceGraph.getNodes());
+        externalFiles[key] = {input.isInFlowCreated(), scope};
+    }
+    chain.pop_back();
+    // The header of a top-level file takes a reference for the caller. Here the graph holds the root.
+    while (root->getRefCount() > referencesBefore)
+        root->unrefNoDelete();
+}

@@ -1,0 +1,99 @@
+// The tables of colours, materials, textures, line styles and names.
+
+#include "convert/FltToInventor.h"
+
+#include "convert/FltMaterialFields.h"
+#include "convert/FltNodeTable.h"
+#include "parser/FltLimits.h"
+#include "records/FltRecordColorPalette.h"
+#include "records/FltRecordLineStyle.h"
+#include "records/FltRecordMaterial.h"
+#include "records/FltRecordNamePalette.h"
+#include "records/FltRecordTexturePattern.h"
+
+#include <Inventor/nodes/SoDrawStyle.h>
+#include <Inventor/nodes/SoMaterial.h>
+#include <Inventor/nodes/SoTexture2.h>
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+
+namespace
+{
+
+/// The format's shininess goes to 128, the toolkit's to 1.
+constexpr float shininessScale = 0.0078125F;
+
+/// The file's words have alpha in the top byte, the toolkit's have red there.
+std::uint32_t reversed(std::uint32_t word)
+{
+    return word << 24 | (word & 0xff00) << 8 | (word >> 8 & 0xff00) | word >> 24;
+}
+
+} // namespace
+
+void FltToInventor::visitColorPalette(FltRecordColorPalette const* record)
+{
+    std::transform(std::begin(record->color), std::end(record->color), std::begin(colorPalette), reversed);
+}
+
+void FltToInventor::visitMaterial(FltRecordMaterial const* record)
+{
+    if (record->index < 0 || record->index >= FltLimits::materialPaletteSize)
+        return; // no face can name it
+    FltMaterialFields fields;
+    fields.ambientColor = SbColor(record->ambient);
+    fields.diffuseColor = SbColor(record->diffuse);
+    fields.specularColor = SbColor(record->specular);
+    fields.emissiveColor = SbColor(record->emissive);
+    fields.shininess = record->shininess * shininessScale;
+    fields.transparency = 1.0F - record->alpha;
+    fields.writeTo(*materialPalette, record->index);
+}
+
+void FltToInventor::visitOLDMaterialPalette(FltRecordOLDMaterialPalette const* record)
+{
+    std::int32_t index = 0;
+    for (auto const& entry : record->entries) {
+        FltRecordMaterial material(record->getLength());
+        material.index = index++;
+        std::memcpy(material.name, entry.name, sizeof material.name);
+        material.flags = entry.flags;
+        material.ambient[0] = entry.ambientRed;
+        material.ambient[1] = entry.ambientGreen;
+        material.ambient[2] = entry.ambientBlue;
+        material.diffuse[0] = entry.diffuseRed;
+        material.diffuse[1] = entry.diffuseGreen;
+        material.diffuse[2] = entry.diffuseBlue;
+        material.specular[0] = entry.specularRed;
+        material.specular[1] = entry.specularGreen;
+        material.specular[2] = entry.specularBlue;
+        material.emissive[0] = entry.emissiveRed;
+        material.emissive[1] = entry.emissiveGreen;
+        material.emissive[2] = entry.emissiveBlue;
+        material.shininess = entry.shininess;
+        material.alpha = entry.alpha;
+        visitMaterial(&material);
+    }
+}
+
+void FltToInventor::visitTexturePattern(FltRecordTexturePattern const* record)
+{
+    std::string const fileName(record->fileName, ::strnlen(record->fileName, sizeof record->fileName));
+    auto* const texture = new SoTexture2;
+    enter(texturePalette, record->patternIndex, texture);
+    texture->filename = (relativePath + fileName).c_str();
+}
+
+void FltToInventor::visitLineStylePalette(FltRecordLineStylePalette const* record)
+{
+    auto* const style = new SoDrawStyle;
+    style->lineWidth = static_cast<float>(record->lineWidth);
+    style->linePattern = static_cast<unsigned short>(record->patternMask);
+    enter(lineStylePalette, record->lineStyleIndex, style);
+}
+
+void FltToInventor::visitNamePalette(FltRecordNamePalette const* record)
+{
+    namePalette = record->setOfNames;
+}

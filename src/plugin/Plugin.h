@@ -1,0 +1,18 @@
+#pragma once
+
+#include "toolkit/VelloReaderExport.h"
+
+class SoSeparator;
+
+/// The functions that a host finds by name in the loaded library.
+extern "C" {
+
+/// The name of the product, "VelloReader".
+VELLOREADER_API char const* getProductName();
+
+/// The version of the product.
+VELLOREADER_API char const* getVersion();
+
+/// Converts a file: FltToInventor::convertFromFile().
+VELLOREADER_API SoSeparator* convertFrom(char const* fileName);
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "records/AbstractFltRecord.h"
+
+#include <cstdint>
+#include <memory>
+
+/// A node whose masks tell which of its children are shown.
+///
+/// | Offset | Type    | Field                       |                                               |
+/// |--------|---------|-----------------------------|-----------------------------------------------|
+/// | 4      | char[8] | `idASCII`                   | name, which the node of the scene graph takes |
+/// | 12     | int32   | reserved                    |                                               |
+/// | 16     | int32   | `indexOfCurrentMask`        | the mask in force                             |
+/// | 20     | int32   | `numberOfMasks`             |                                               |
+/// | 24     | int32   | `numberOf32BitWordsPerMask` |                                               |
+/// | 28     | int32[] | `masks`                     | words, mask after mask                        |
+///
+/// The counts are kept as they stand in the file, whatever the record really holds: maskWordCount says how
+/// many words there are. Words that the counts promise and the record's length doesn't hold are reported as
+/// damage. The product of the counts wraps around in 32 bits; a negative one throws
+/// std::bad_array_new_length.
+class FltRecordSwitch : public PrimaryFltRecord
+{
+public:
+    using PrimaryFltRecord::PrimaryFltRecord;
+
+    int getOpcode() const override { return 96; }
+    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+    std::ostream& properties(std::ostream& os) const override;
+    void getPropertiesFromData(char* data) override;
+
+    char idASCII[8] = {}; ///< Not terminated when it fills its eight characters.
+    std::int32_t reserved = 0;
+    std::int32_t indexOfCurrentMask = 0;
+    std::int32_t numberOf32BitWordsPerMask = 0; ///< Before numberOfMasks here, behind it in the file.
+    std::int32_t numberOfMasks = 0;
+    int maskWordCount = 0;                 ///< Words in masks.
+    std::unique_ptr<std::int32_t[]> masks; ///< Null before the record is decoded.
+};

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "toolkit/VelloReaderExport.h"
+
+#include <cstdio>
+#include <map>
+#include <vector>
+
+class FltRecord;
+
+/// Counts records by opcode and writes the counts into a text file.
+///
+/// The counts go by FltRecord::getOpcode(), so a record counts as what its class reports, and an object that
+/// stands in two entries counts twice. A file that can't be opened is passed over without a word.
+class VELLOREADER_API FltStatisticsTool
+{
+public:
+    FltStatisticsTool() = default;
+    virtual ~FltStatisticsTool();
+
+    FltStatisticsTool(FltStatisticsTool const&) = delete;
+    FltStatisticsTool& operator=(FltStatisticsTool const&) = delete;
+
+    /// Sets the name of the database, which the header of the file tells. The text is copied.
+    void setFltFile(char const* name);
+
+    /// Sets the name of the file to write. The text is copied.
+    void setStatFile(char const* name);
+
+    /// Sets the records to count, which stay the caller's.
+    void setVectorOfFltRecords(std::vector<FltRecord*>& records);
+
+    /// Creates the file, or empties it.
+    void makeEmptyFile();
+
+    /// Whether the open file has no bytes.
+    bool isOutputFileEmpty();
+
+    /// Writes the title and the name of the database into the open file.
+    void writeFltStatisticsHeader();
+
+    /// Adds the records to the counts and appends all counts to the file, which gets its header if it is
+    /// empty. The counts are kept, so a second run adds to them.
+    void makeStatistics();
+
+private:
+    std::vector<FltRecord*>* vectorOfFltRecords = nullptr;
+    std::map<int, int> opcodeCounts;
+    char* fltFile = nullptr;
+    char* statFile = nullptr;
+    FILE* outputFile = nullptr;
+};
