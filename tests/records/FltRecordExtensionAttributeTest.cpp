@@ -1,7 +1,7 @@
 #include "records/FltRecordExtensionAttribute.h"
 
 #include "support/RecordText.h"
-#include "support/ShortRecord.h"
+#include "support/ShortRecords.h"
 
 #include <gtest/gtest.h>
 
@@ -62,7 +62,7 @@ TEST(FltRecordExtensionAttributeTest, TextWithoutAnyZeroBehindItEndsInFrontOfThe
 
 TEST(FltRecordExtensionAttributeTest, ShortRecordsReadOnIntoTheFileAndThenZeros)
 {
-    expectShortRecordReadsOn(
+    expectShortRecordsToReadOn(
         attribute({{"idASCII", "12345678"}, {"idSite", "87654321"}, {"revision", 1}, {"recordCode", 2}}));
 }
 

@@ -1,7 +1,7 @@
 #include "records/FltRecordHeader.h"
 
 #include "support/RecordText.h"
-#include "support/ShortRecord.h"
+#include "support/ShortRecords.h"
 
 #include <gtest/gtest.h>
 
@@ -389,7 +389,7 @@ TEST(FltRecordHeaderTest, IdAndReservedBytesAreKeptAndNotDumped)
 TEST(FltRecordHeaderTest, HeaderShorterThanItsRevisionImpliesReadsOnIntoTheFileAndThenZeros)
 {
     for (int revision : {14, 1420, 1500, 1540, 1550, 1570, 1580})
-        expectShortRecordReadsOn(fullHeader(revision));
+        expectShortRecordsToReadOn(fullHeader(revision));
 }
 
 TEST(FltRecordHeaderTest, HeaderCutBehindItsFlagsTakesTheRestFromTheBytesBehind)

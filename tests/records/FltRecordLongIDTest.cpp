@@ -1,7 +1,7 @@
 #include "records/FltRecordLongID.h"
 
 #include "support/RecordText.h"
-#include "support/ShortRecord.h"
+#include "support/ShortRecords.h"
 
 #include <gtest/gtest.h>
 
