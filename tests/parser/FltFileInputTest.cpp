@@ -1,7 +1,7 @@
 #include "parser/FltFileInput.h"
 
+#include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
-#include "support/TempDirectory.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -39,7 +39,7 @@ void expectRefused(std::string const& name)
 
 TEST(FltFileInputTest, FileIsReadWholeWithItsZeros)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     std::string const bytes("\0\1\xff\n\r\0", 6);
     std::string const name = directory.write("a.flt", bytes);
     Opened const opened(name);
@@ -53,7 +53,7 @@ TEST(FltFileInputTest, FileIsReadWholeWithItsZeros)
 
 TEST(FltFileInputTest, FileThatDoesNotExistIsToldOnCerr)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     expectRefused(directory.path("missing.flt"));
 }
 
@@ -68,7 +68,7 @@ TEST(FltFileInputTest, EmptyNameAndNullNameAreRefused)
 
 TEST(FltFileInputTest, EmptyFileIsCreatedWithNoBytes)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     Opened const opened(directory.write("empty.flt", ""));
     EXPECT_TRUE(opened.input->isInFlowCreated());
     EXPECT_EQ(opened.input->getSize(), 0);
@@ -76,7 +76,7 @@ TEST(FltFileInputTest, EmptyFileIsCreatedWithNoBytes)
 
 TEST(FltFileInputTest, DirectoryIsRefused)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     std::filesystem::create_directory(directory.path("folder.flt"));
     expectRefused(directory.path("folder.flt"));
     expectRefused(directory.path("folder.flt/"));
@@ -90,14 +90,14 @@ TEST(FltFileInputTest, DeviceWithoutAnEndIsRefused)
 
 TEST(FltFileInputTest, PipeWithoutAWriterIsRefusedAtOnce)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     ASSERT_EQ(::mkfifo(directory.path("pipe.flt").c_str(), 0600), 0);
     expectRefused(directory.path("pipe.flt"));
 }
 
 TEST(FltFileInputTest, LinkToAFileIsFollowed)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     std::filesystem::create_symlink(directory.write("a.flt", "abc"), directory.path("link.flt"));
     Opened const opened(directory.path("link.flt"));
     EXPECT_TRUE(opened.input->isInFlowCreated());
@@ -108,7 +108,7 @@ TEST(FltFileInputTest, LinkToAFileIsFollowed)
 
 TEST(FltFileInputTest, BackslashesOfTheNameBecomeSlashesThroughout)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     std::filesystem::create_directory(directory.path("sub"));
     std::string const name = directory.write("sub/a.flt", "abc");
     std::string windows = name;
@@ -145,7 +145,7 @@ TEST(FltFileInputTest, DirNameEndsWithTheLastSlash)
 
 TEST(FltFileInputTest, ShowBufferWritesEveryByteAsANumberWithABlankBehindIt)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     Opened const opened(directory.write("a.flt", std::string("\0\1A\xff", 4)));
     StreamCapture const out(std::cout);
     opened.input->showBuffer();
@@ -162,7 +162,7 @@ TEST(FltFileInputTest, ShowBufferOfAFileThatCouldNotBeOpenedWritesNothing)
 
 TEST(FltFileInputTest, ReadingAgainAfterTheFileIsClosedChangesNothing)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     Opened const opened(directory.write("a.flt", "abc"));
     opened.input->calculFileSize();
     opened.input->fileToBuffer();

@@ -1,8 +1,8 @@
 #include "parser/FltLogBuffer.h"
 
 #include "parser/FltWarningMessageConsole.h"
+#include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
-#include "support/TempDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -11,34 +11,34 @@ namespace
 
 TEST(FltLogBufferTest, FlushesAreTakenLightlyAndCloseWritesTheRest)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     FltLogStream log;
     ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
     log << "line" << std::endl << "another" << std::flush;
-    EXPECT_EQ(directory.read("a.log"), "");
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "");
     EXPECT_TRUE(log.buffer.close());
-    EXPECT_EQ(directory.read("a.log"), "line\nanother");
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "line\nanother");
     EXPECT_TRUE(log.good());
 }
 
 TEST(FltLogBufferTest, WriteWritesWhatIsWaiting)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     FltLogStream log;
     ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
     log << "one";
     log.buffer.write();
-    EXPECT_EQ(directory.read("a.log"), "one");
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "one");
     log.buffer.write();
-    EXPECT_EQ(directory.read("a.log"), "one") << "nothing is written twice";
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "one") << "nothing is written twice";
     log << "two";
     log.buffer.write();
-    EXPECT_EQ(directory.read("a.log"), "onetwo");
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "onetwo");
 }
 
 TEST(FltLogBufferTest, PrintedMessageWritesTheOpenLogFirst)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     FltLogStream log;
     ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
     log << "dumped before the message" << std::endl;
@@ -47,29 +47,29 @@ TEST(FltLogBufferTest, PrintedMessageWritesTheOpenLogFirst)
     {
         StreamCapture const printed(std::cerr);
         FltWarningMessageConsole::notifyMessage("kept only", 1, false);
-        EXPECT_EQ(directory.read("a.log"), "");
+        EXPECT_EQ(contentsOf(directory.path("a.log")), "");
         FltWarningMessageConsole::notifyMessage("printed", 1, true);
         EXPECT_EQ(printed.str(), "printed\n(Warning Level: 1)\n\n");
     }
     messages.erase(messages.begin() + static_cast<std::ptrdiff_t>(before), messages.end());
-    EXPECT_EQ(directory.read("a.log"), "dumped before the message\n");
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "dumped before the message\n");
 }
 
 TEST(FltLogBufferTest, WriteCurrentWithoutAnOpenLogDoesNothing)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     {
         FltLogStream log;
         ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
         log << "text";
     }
     FltLogBuffer::writeCurrent();
-    EXPECT_EQ(directory.read("a.log"), "text") << "the buffer that went wrote it";
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "text") << "the buffer that went wrote it";
 }
 
 TEST(FltLogBufferTest, LargeOutputGoesToTheFileInBlocksAndComesOutWhole)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     FltLogStream log;
     ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
     std::string expected;
@@ -78,28 +78,28 @@ TEST(FltLogBufferTest, LargeOutputGoesToTheFileInBlocksAndComesOutWhole)
         log << line << std::flush;
         expected += line;
     }
-    std::size_t const early = directory.read("a.log").size();
+    std::size_t const early = contentsOf(directory.path("a.log")).size();
     EXPECT_GT(early, 0U);
     EXPECT_LT(early, expected.size());
     EXPECT_EQ(early % (256 * 1024), 0U);
     EXPECT_TRUE(log.buffer.close());
-    EXPECT_EQ(directory.read("a.log"), expected);
+    EXPECT_EQ(contentsOf(directory.path("a.log")), expected);
 }
 
 TEST(FltLogBufferTest, SingleOutputLargerThanTheBlockComesOutWhole)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     FltLogStream log;
     ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
     std::string const text(1000000, 'x');
     log << "begin " << text << " end";
     EXPECT_TRUE(log.buffer.close());
-    EXPECT_EQ(directory.read("a.log"), "begin " + text + " end");
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "begin " + text + " end");
 }
 
 TEST(FltLogBufferTest, OutputAfterCloseIsLostHarmlessly)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     FltLogStream log;
     ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
     log << "kept";
@@ -108,9 +108,9 @@ TEST(FltLogBufferTest, OutputAfterCloseIsLostHarmlessly)
     log.put('c');
     log.flush();
     log.buffer.write();
-    EXPECT_EQ(directory.read("a.log"), "kept");
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "kept");
     EXPECT_FALSE(log.buffer.close()) << "there is nothing to close";
-    EXPECT_EQ(directory.read("a.log"), "kept");
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "kept");
 }
 
 TEST(FltLogBufferTest, OutputBeforeOpenIsLostHarmlessly)
@@ -123,19 +123,19 @@ TEST(FltLogBufferTest, OutputBeforeOpenIsLostHarmlessly)
 
 TEST(FltLogBufferTest, OpenEmptiesAFileThatIsThere)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     directory.write("a.log", "from an earlier time");
     FltLogStream log;
     ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
     EXPECT_TRUE(log.buffer.close());
-    EXPECT_EQ(directory.read("a.log"), "");
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "");
 }
 
 TEST(FltLogBufferTest, FileThatCannotBeMadeIsToldByOpenAndSwallowsTheOutput)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     FltLogStream log;
-    EXPECT_FALSE(log.buffer.open(directory.path("missing/a.log").c_str()));
+    EXPECT_FALSE(log.buffer.open((directory.path("missing") + "/a.log").c_str()));
     log << "swallowed" << std::endl;
     log.buffer.write();
     FltLogBuffer::writeCurrent();
@@ -154,7 +154,7 @@ TEST(FltLogBufferTest, FullDiskIsToldByClose)
 
 TEST(FltLogBufferTest, BufferOpensAgainAfterAFailure)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     FltLogStream log;
     ASSERT_TRUE(log.buffer.open("/dev/full"));
     log << "lost";
@@ -162,26 +162,26 @@ TEST(FltLogBufferTest, BufferOpensAgainAfterAFailure)
     ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
     log << "kept";
     EXPECT_TRUE(log.buffer.close());
-    EXPECT_EQ(directory.read("a.log"), "kept");
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "kept");
 }
 
 TEST(FltLogBufferTest, OpeningASecondFileClosesTheFirst)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     FltLogStream log;
     ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
     log << "first";
     ASSERT_TRUE(log.buffer.open(directory.path("b.log").c_str()));
-    EXPECT_EQ(directory.read("a.log"), "first");
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "first");
     log << "second";
     EXPECT_TRUE(log.buffer.close());
-    EXPECT_EQ(directory.read("a.log"), "first");
-    EXPECT_EQ(directory.read("b.log"), "second");
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "first");
+    EXPECT_EQ(contentsOf(directory.path("b.log")), "second");
 }
 
 TEST(FltLogBufferTest, ClosingAnOlderLogLeavesTheOpenOneTheCurrent)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     FltLogStream older;
     FltLogStream newer;
     ASSERT_TRUE(older.buffer.open(directory.path("a.log").c_str()));
@@ -190,8 +190,8 @@ TEST(FltLogBufferTest, ClosingAnOlderLogLeavesTheOpenOneTheCurrent)
     newer << "newer";
     EXPECT_TRUE(older.buffer.close());
     FltLogBuffer::writeCurrent();
-    EXPECT_EQ(directory.read("a.log"), "older");
-    EXPECT_EQ(directory.read("b.log"), "newer");
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "older");
+    EXPECT_EQ(contentsOf(directory.path("b.log")), "newer");
 }
 
 } // namespace

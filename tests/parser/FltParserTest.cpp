@@ -10,8 +10,8 @@
 #include "support/FltWriter.h"
 #include "support/MemoryInput.h"
 #include "support/RecordText.h"
+#include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
-#include "support/TempDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -147,7 +147,7 @@ TEST(FltParserTest, FileThatCouldNotBeOpenedIsNotOpenFlight)
 
 TEST(FltParserTest, ParserFreesAnInputThatIsAFile)
 {
-    TempDirectory const directory;
+    ScratchFolder const directory;
     FltWriter().save(directory.path("a.flt"));
     StreamCapture const out(std::cout);
     FltParser parser(new FltFileInput(directory.path("a.flt").c_str()));
