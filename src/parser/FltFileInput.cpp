@@ -34,7 +34,7 @@ FILE* openRegularFile(char const* fileName)
 
 } // namespace
 
-FltFileInput::FltFileInput(char const* name) : fileName(copyOf(name))
+FltFileInput::FltFileInput(char const* name) : fileName(copyOf(name != nullptr ? name : ""))
 {
     char* const begin = fileName.get();
     std::replace(begin, begin + std::strlen(begin), '\\', '/');
