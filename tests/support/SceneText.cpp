@@ -19,6 +19,6 @@ std::string sceneText(SoNode* root)
     output.getBuffer(buffer, size);
     std::string text(static_cast<char const*>(buffer), size);
     std::free(buffer);
-    std::size_t const body = text.find("\n\n");
-    return body == std::string::npos ? text : text.substr(body + 2);
+    std::size_t const body = text.find_first_not_of('\n', text.find('\n'));
+    return body == std::string::npos ? text : text.substr(body);
 }
