@@ -1,0 +1,37 @@
+#include "ProgramRun.h"
+
+#include <gtest/gtest.h>
+
+TEST(MakeSample, writesTheSameBytesEveryTime)
+{
+    TemporaryDirectory const first, second;
+    ASSERT_EQ(ProgramRun("make_sample", first / "airfield.flt").exitCode, 0);
+    ASSERT_EQ(ProgramRun("make_sample", second / "airfield.flt").exitCode, 0);
+    for (char const* file : {"airfield.flt", "airfield/terminal.flt", "airfield/asphalt.png",
+                             "airfield/corrugation.rgb", "airfield/windows.png"}) {
+        EXPECT_NE(readFile(first / file), "") << file;
+        EXPECT_EQ(readFile(first / file), readFile(second / file)) << file;
+    }
+}
+
+TEST(MakeSample, convertsWithoutAWarningAndShowsWhatTheFormatOffers)
+{
+    TemporaryDirectory const directory;
+    ASSERT_EQ(ProgramRun("make_sample", directory / "airfield.flt").exitCode, 0);
+    ProgramRun const run("flt2iv", directory / "airfield.flt");
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.errors, "");
+    for (char const* part :
+         {"LOD {", "PolygonOffset {", "DEF Replications", "InstanceDefinition_1", "DEF radar",
+          "beacon_(flt_switch)", "From OpenFlight File:  airfield/terminal.flt", "airfield/asphalt.png",
+          "airfield/corrugation.rgb", "airfield/windows.png", "faceVertexColorSoMaterialSet",
+          "faceVertexColorNormalSoMaterialSet", "faceVertexColorUVSoMaterialSet",
+          "faceVertexColorNormalUVSoMaterialSet"})
+        EXPECT_NE(run.output.find(part), std::string::npos) << part;
+}
+
+TEST(MakeSample, exitsWith1WhereItCanNotWriteAnd2ForWrongUsage)
+{
+    EXPECT_EQ(ProgramRun("make_sample", "/dev/null/airfield.flt").exitCode, 1);
+    EXPECT_EQ(ProgramRun("make_sample", "--help me").exitCode, 2);
+}

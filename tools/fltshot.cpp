@@ -1,0 +1,312 @@
+// Draws an OpenFlight database into a PNG picture, without a window or an X server.
+
+#include "EglOffscreen.h"
+#include "FltHost.h"
+#include "PngFile.h"
+
+#include <CLI/CLI.hpp>
+#include <Inventor/SbMatrix.h>
+#include <Inventor/SbRotation.h>
+#include <Inventor/SbViewportRegion.h>
+#include <Inventor/SoOffscreenRenderer.h>
+#include <Inventor/SoPrimitiveVertex.h>
+#include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/actions/SoGLRenderAction.h>
+#include <Inventor/nodes/SoCoordinate3.h>
+#include <Inventor/nodes/SoDepthBuffer.h>
+#include <Inventor/nodes/SoDirectionalLight.h>
+#include <Inventor/nodes/SoEnvironment.h>
+#include <Inventor/nodes/SoFaceSet.h>
+#include <Inventor/nodes/SoLightModel.h>
+#include <Inventor/nodes/SoMaterial.h>
+#include <Inventor/nodes/SoMaterialBinding.h>
+#include <Inventor/nodes/SoOrthographicCamera.h>
+#include <Inventor/nodes/SoPerspectiveCamera.h>
+#include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoShape.h>
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+constexpr char description[] = "Draws an OpenFlight scene database (.flt) into a PNG picture.\n"
+                               "\n"
+                               "Needs no window, X server or graphics card. The z axis points up and the y "
+                               "axis north, as is usual in OpenFlight.";
+
+constexpr char footer[] =
+    "Examples:\n"
+    "  fltshot airfield.flt -o airfield.png             the whole scene, from the south-east and above\n"
+    "  fltshot airfield.flt -o top.png --from 180,89    straight from above, north at the top\n"
+    "  fltshot wand.flt -o icon.png --size 128x128      a thumbnail\n"
+    "\n"
+    "A listing of every record in the database goes to IN.flt.log, beside the input.\n"
+    "\n"
+    "Exit codes: 0 done, 1 the file can't be read, drawn or written, 2 wrong usage.";
+
+constexpr int largestSide = 4096;
+
+struct Options {
+    std::string input;
+    std::string output;
+    std::string sizeText = "1280x720";
+    std::string fromText = "150,20";
+    float zoom = 1.0f;
+    bool quiet = false;
+    int width = 0;
+    int height = 0;
+    float azimuth = 0;
+    float elevation = 0;
+};
+
+float radians(float degrees)
+{
+    return degrees * static_cast<float>(M_PI / 180);
+}
+
+/// Reads the size and the direction from their texts. @return what is wrong, or nothing
+std::string readTexts(Options& options)
+{
+    char rest;
+    if (std::sscanf(options.sizeText.c_str(), "%5dx%5d%c", &options.width, &options.height, &rest) != 2 ||
+        std::min(options.width, options.height) < 1 || std::max(options.width, options.height) > largestSide)
+        return "--size " + options.sizeText + ": give width and height in pixels from 1 to " +
+               std::to_string(largestSide) + ", as in 1280x720.";
+    if (std::sscanf(options.fromText.c_str(), "%f,%f%c", &options.azimuth, &options.elevation, &rest) != 2 ||
+        !(std::abs(options.azimuth) <= 360) || !(std::abs(options.elevation) <= 90))
+        return "--from " + options.fromText +
+               ": give azimuth and elevation in degrees, as in 150,20 (azimuth -360 to 360, elevation -90 to "
+               "90).";
+    return "";
+}
+
+/// The turn of a camera that looks from a compass direction and a height above the horizon, z up.
+SbRotation viewFrom(float azimuth, float elevation)
+{
+    // A camera looks along -z with y up: raise it to the horizon, then turn it about the z axis.
+    return SbRotation(SbVec3f(1, 0, 0), radians(90 - elevation)) *
+           SbRotation(SbVec3f(0, 0, 1), radians(180 - azimuth));
+}
+
+/// The corners of all triangles that are drawn.
+///
+/// A bounding box doesn't do: every face set of a database points at one palette of vertices, and the toolkit
+/// takes the box of the whole palette for the box of each.
+class DrawnPoints
+{
+public:
+    explicit DrawnPoints(SoNode* scene)
+    {
+        SoCallbackAction action;
+        action.addTriangleCallback(SoShape::getClassTypeId(), take, this);
+        action.apply(scene);
+    }
+
+    std::vector<SbVec3f> points;
+
+private:
+    static void take(void* self, SoCallbackAction* action, SoPrimitiveVertex const* a,
+                     SoPrimitiveVertex const* b, SoPrimitiveVertex const* c)
+    {
+        auto& points = static_cast<DrawnPoints*>(self)->points;
+        for (SoPrimitiveVertex const* corner : {a, b, c}) {
+            SbVec3f point;
+            action->getModelMatrix().multVecMatrix(corner->getPoint(), point);
+            if (std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2]))
+                points.push_back(point);
+        }
+    }
+};
+
+/// Moves a camera of given orientation as near as all points still allow.
+void fit(SoPerspectiveCamera& camera, std::vector<SbVec3f> const& points, float aspect, float zoom)
+{
+    SbMatrix turn;
+    turn.setRotate(camera.orientation.getValue());
+    SbMatrix const turnBack = turn.inverse();
+    float const upSlope = std::tan(camera.heightAngle.getValue() / 2);
+    float const slopes[2] = {upSlope * aspect, upSlope};
+
+    // In each axis of the picture: how far the points reach to both sides, brought to the camera's depth 0.
+    float above[2] = {-HUGE_VALF, -HUGE_VALF};
+    float below[2] = {-HUGE_VALF, -HUGE_VALF};
+    float nearest = -HUGE_VALF;
+    float farthest = HUGE_VALF;
+    for (SbVec3f const& place : points) {
+        SbVec3f point;
+        turnBack.multVecMatrix(place, point);
+        for (int axis = 0; axis < 2; ++axis) {
+            above[axis] = std::max(above[axis], point[axis] + slopes[axis] * point[2]);
+            below[axis] = std::max(below[axis], -point[axis] + slopes[axis] * point[2]);
+        }
+        nearest = std::max(nearest, point[2]);
+        farthest = std::min(farthest, point[2]);
+    }
+    float const tight =
+        std::max((above[0] + below[0]) / (2 * slopes[0]), (above[1] + below[1]) / (2 * slopes[1]));
+    float const middle = (nearest + farthest) / 2;
+    float const distance = std::max((tight - middle) * 1.03f / zoom, 1e-6f);
+    SbVec3f place((above[0] - below[0]) / 2, (above[1] - below[1]) / 2, middle + distance);
+    turn.multVecMatrix(place, place);
+    camera.position = place;
+
+    float const reach = std::max((nearest - farthest) / 2, distance / 1000);
+    camera.nearDistance = std::max((distance - reach) * 0.9f, distance / 1000);
+    camera.farDistance = distance + reach * 1.1f;
+    camera.focalDistance = distance;
+}
+
+/// A sky that is pale at the bottom of the picture.
+SoSeparator* makeSky()
+{
+    auto* sky = new SoSeparator;
+    auto* depth = new SoDepthBuffer;
+    depth->test = false;
+    depth->write = false;
+    sky->addChild(depth);
+    sky->addChild(new SoOrthographicCamera);
+    auto* camera = static_cast<SoOrthographicCamera*>(sky->getChild(1));
+    camera->viewportMapping = SoCamera::LEAVE_ALONE;
+    camera->aspectRatio = 1;
+    camera->height = 2;
+    camera->position.setValue(0, 0, 1);
+    camera->nearDistance = 0.5f;
+    camera->farDistance = 2;
+    auto* light = new SoLightModel;
+    light->model = SoLightModel::BASE_COLOR;
+    sky->addChild(light);
+    auto* material = new SoMaterial;
+    SbColor const low(0.86f, 0.90f, 0.94f);
+    SbColor const high(0.36f, 0.55f, 0.80f);
+    SbColor const colors[4] = {low, low, high, high};
+    material->diffuseColor.setValues(0, 4, colors);
+    sky->addChild(material);
+    auto* binding = new SoMaterialBinding;
+    binding->value = SoMaterialBinding::PER_VERTEX;
+    sky->addChild(binding);
+    auto* corners = new SoCoordinate3;
+    SbVec3f const points[4] = {{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, 1, 0}};
+    corners->point.setValues(0, 4, points);
+    sky->addChild(corners);
+    sky->addChild(new SoFaceSet);
+    return sky;
+}
+
+/// A light that shines in a direction of the camera's own axes.
+SoDirectionalLight* makeLight(SoCamera const& camera, SbVec3f direction, float intensity)
+{
+    auto* light = new SoDirectionalLight;
+    camera.orientation.getValue().multVec(direction, direction);
+    light->direction = direction;
+    light->intensity = intensity;
+    return light;
+}
+
+/// The scene below a sky, a camera and its headlights.
+SoSeparator* makePicture(SoSeparator* scene, Options const& options)
+{
+    DrawnPoints const drawn(scene);
+    if (drawn.points.empty())
+        throw FltHostError(options.input + ": the database holds nothing that can be drawn.");
+
+    auto* camera = new SoPerspectiveCamera;
+    camera->viewportMapping = SoCamera::ADJUST_CAMERA;
+    camera->heightAngle = radians(32);
+    camera->orientation = viewFrom(options.azimuth, options.elevation);
+    fit(*camera, drawn.points, static_cast<float>(options.width) / static_cast<float>(options.height),
+        options.zoom);
+
+    // The sun over the viewer's left shoulder, so that relief shows, and a weaker light against it. There is
+    // hardly any ambient light: the toolkit takes the ambient colour of all faces of a set from the first.
+    auto* surroundings = new SoEnvironment;
+    surroundings->ambientIntensity = 0.05f;
+
+    auto* picture = new SoSeparator;
+    picture->addChild(makeSky());
+    picture->addChild(camera);
+    picture->addChild(surroundings);
+    picture->addChild(makeLight(*camera, SbVec3f(0.62f, -0.55f, -0.56f), 1.0f));
+    picture->addChild(makeLight(*camera, SbVec3f(-0.6f, -0.2f, -0.77f), 0.42f));
+    picture->addChild(scene);
+    return picture;
+}
+
+/// Draws at twice the size, and averages four pixels into one: smooth edges on every driver.
+Picture draw(SoNode* scene, int width, int height)
+{
+    constexpr int fine = 2;
+    SoOffscreenRenderer renderer(
+        SbViewportRegion(static_cast<short>(width * fine), static_cast<short>(height * fine)));
+    renderer.setComponents(SoOffscreenRenderer::RGB);
+    renderer.getGLRenderAction()->setTransparencyType(SoGLRenderAction::SORTED_OBJECT_SORTED_TRIANGLE_BLEND);
+    if (!renderer.render(scene))
+        throw FltHostError("the picture can't be drawn off screen. Check the OpenGL driver: apt-get install "
+                           "libegl-mesa0 libgl1-mesa-dri");
+
+    Picture picture(width, height);
+    unsigned char const* const buffer = renderer.getBuffer();
+    auto const sample = [&](int x, int y) { return buffer + (std::size_t(y) * width * fine + x) * 3; };
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            for (int channel = 0; channel < 3; ++channel) {
+                int sum = 0;
+                for (int i = 0; i < fine * fine; ++i)
+                    sum += sample(x * fine + i % fine, (height - 1 - y) * fine + i / fine)[channel];
+                picture.at(x, y)[channel] = static_cast<unsigned char>((sum + fine) / (fine * fine));
+            }
+    return picture;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    Options options;
+    CLI::App app(description, "fltshot");
+    app.footer(footer);
+    app.add_option("IN.flt", options.input, "The database to draw")->required();
+    app.add_option("-o,--output", options.output, "The picture to write")->type_name("OUT.png")->required();
+    app.add_option("--size", options.sizeText, "Width and height in pixels")
+        ->type_name("WxH")
+        ->capture_default_str();
+    app.add_option("--from", options.fromText,
+                   "Where the viewer stands: azimuth clockwise from north and elevation above the horizon, "
+                   "in degrees")
+        ->type_name("AZ,EL")
+        ->capture_default_str();
+    app.add_option("--zoom", options.zoom, "Nearer (above 1) or farther (below 1) than the whole scene needs")
+        ->type_name("FACTOR")
+        ->check(CLI::Range(0.01f, 100.0f))
+        ->capture_default_str();
+    app.add_flag("-q,--quiet", options.quiet, "Show errors only, no warnings");
+    try {
+        app.parse(argc, argv);
+    } catch (CLI::ParseError const& error) {
+        return app.exit(error) == 0 ? FltHost::success : FltHost::wrongUsage;
+    }
+
+    EglOffscreen::install();
+    FltHost host("fltshot", options.quiet);
+    if (std::string const problem = readTexts(options); !problem.empty()) {
+        host.error(problem);
+        return FltHost::wrongUsage;
+    }
+    return host.run([&] {
+        if (char const* problem = EglOffscreen::missing())
+            throw FltHostError(problem);
+        SoSeparator* scene = host.load(options.input);
+        SoSeparator* picture = makePicture(scene, options);
+        picture->ref();
+        scene->unref();
+        std::string const problem = writePng(draw(picture, options.width, options.height), options.output);
+        picture->unref();
+        if (!problem.empty())
+            throw FltHostError(options.output + ": cannot write: " + problem +
+                               ". Check the directory, its permissions and the space on the disk.");
+        return FltHost::success;
+    });
+}
