@@ -189,6 +189,7 @@ void FltToInventor::update(FltRecord const* /*record*/) {}
 void FltToInventor::setResult(SoSeparator* root)
 {
     result = root != nullptr ? root : new SoSeparator;
+    rootIsHeld = false;
 }
 
 SoSeparator* FltToInventor::getResult() const
