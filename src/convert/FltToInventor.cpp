@@ -77,6 +77,20 @@ private:
     std::vector<FltRecord*>& records;
 };
 
+/// Sets a flag for as long as this object lives.
+class FlagRaised
+{
+public:
+    explicit FlagRaised(bool& flag) : flag(flag) { flag = true; }
+    ~FlagRaised() { flag = false; }
+
+    FlagRaised(FlagRaised const&) = delete;
+    FlagRaised& operator=(FlagRaised const&) = delete;
+
+private:
+    bool& flag;
+};
+
 template <class Nodes>
 void unrefAll(Nodes const& nodes)
 {
@@ -268,6 +282,8 @@ void FltToInventor::visitAllFltRecords()
 {
     std::vector<FltRecord*>& records = fltParser->getFltRecords();
     NullEntryBehind const end(records);
+    FlagRaised const visiting(visitsRecords);
+    switchStates.clear();
     for (RecordIterator iterator = records.begin(); *iterator != nullptr;) {
         FltRecord* const record = *iterator;
         std::string const category = record->getRecordCategory();

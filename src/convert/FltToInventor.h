@@ -401,6 +401,7 @@ private:
     std::map<std::string, ExternalFile> externalFiles; ///< What is known of the files in externalReferences.
     std::map<int, int> instanceScopes;
     mutable std::unordered_map<SoGroup*, SwitchState> switchStates;
+    bool visitsRecords = false; ///< While the nodes of a whole file are built.
     int vertexTargets[vertexFormCount] = {colorForm, colorNormalForm, colorUVForm, colorNormalUVForm};
     FltInstanceGraph instanceGraph;
     References ownReferences;
