@@ -885,7 +885,7 @@ TEST(FltToInventorDispatchTest, AHundredThousandNestedGroupsAreCutAtTheDepthOfAH
     FltWriter flt;
     flt.push();
     for (int i = 0; i < 100000; ++i)
-        flt.add("Group", named("g" + std::to_string(i))).push();
+        flt.add("Group", named("g" + std::to_string(i % 1000))).push();
     for (int i = 0; i < 100000; ++i)
         flt.pop();
     flt.add("Group", named("behind")).push().pop().pop();
@@ -902,7 +902,7 @@ TEST(FltToInventorDispatchTest, AHundredThousandGroupsInARowWithoutLevelsAreAllK
     FltWriter flt;
     flt.push();
     for (int i = 0; i < 100000; ++i)
-        flt.add("Group", named("g" + std::to_string(i)));
+        flt.add("Group", named("g" + std::to_string(i % 1000)));
     ConvertedScene const scene(flt);
     EXPECT_EQ(scene.result, 0);
     EXPECT_EQ(scene.messages, nestedTooDeep);

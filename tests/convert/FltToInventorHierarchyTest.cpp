@@ -805,6 +805,15 @@ TEST(FltToInventorHierarchyTest, ASwitchWithoutMasksShowsNothing)
     EXPECT_EQ(shownChildren(masks(5, 0, 7, {}), 8), "00000000");
 }
 
+TEST(FltToInventorHierarchyTest, CountsThatMultiplyBeyondAllNumbersShowNothing)
+{
+    int const most = std::numeric_limits<int>::max();
+    int const least = std::numeric_limits<int>::min();
+    for (int const current : {most, least})
+        for (int const words : {most, least})
+            EXPECT_EQ(shownChildren(masks(current, 0, words, {}), 3), "000") << current << ' ' << words;
+}
+
 TEST(FltToInventorHierarchyTest, MasksThatTheRecordDoesNotHoldAreLeftOutOfTheText)
 {
     FltWriter flt = openDatabase();
@@ -1408,12 +1417,13 @@ TEST(FltToInventorHierarchyTest, AMatrixIsTakenAsItStands)
 
 // Depth
 
-/// A database of so many records of a kind, each below the one before if @p hasLevels.
+/// A database of so many records of some kinds in turn, each below the one before if @p hasLevels. The
+/// toolkit is slow with very many names, and with one name for very many nodes.
 FltWriter chain(std::vector<std::string> const& records, int count, bool hasLevels)
 {
     FltWriter flt = openDatabase();
     for (int i = 0; i < count; ++i) {
-        flt.add(records[static_cast<std::size_t>(i) % records.size()], named("n" + std::to_string(i)));
+        flt.add(records[static_cast<std::size_t>(i) % records.size()], named("n" + std::to_string(i % 1000)));
         if (hasLevels)
             flt.push();
     }
