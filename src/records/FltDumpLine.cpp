@@ -1,6 +1,7 @@
 #include "records/FltDumpLine.h"
 
 #include "records/FltDumpBuffer.h"
+#include "records/FltNumberText.h"
 
 #include <charconv>
 #include <locale>
@@ -8,9 +9,9 @@
 namespace
 {
 
-char* format(char* first, char* last, double value)
+char* format(char* first, char* /*last*/, double value)
 {
-    return std::to_chars(first, last, value, std::chars_format::general, 6).ptr;
+    return FltNumberText::write(first, value);
 }
 
 template <class Integer>
