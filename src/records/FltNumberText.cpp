@@ -91,9 +91,9 @@ char* FltNumberText::write(char* at, double value)
     }
     std::uint64_t word;
     std::memcpy(&word, &size, sizeof word);
-    // 0.30103 is the logarithm of 2: this is the decimal exponent, or one below it.
+    // The quotient is the decimal logarithm of 2: this is the decimal exponent, or one below it.
     int const binaryExponent = static_cast<int>(word >> 52) - 1023;
-    int exponent = static_cast<int>(std::floor(binaryExponent * 0.30103));
+    int exponent = (binaryExponent * 78913) >> 18;
     if (!isInReach(digitCount - 1 - exponent) || !isInReach(digitCount - 2 - exponent))
         return writeExactly(at, value);
     double scaled = scaledBy(size, digitCount - 1 - exponent);
