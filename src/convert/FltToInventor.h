@@ -339,7 +339,7 @@ private:
     void finalizeVertexProperties();
     void makeRoomForIndices(int form);
     void closeVertexProperties();
-    VertexEntry& entryAt(unsigned long offset) { return offsetToVertexEntryMap[offset]; }
+    VertexEntry& entryAt(unsigned long offset);
     void addVertex(int form, FltRecordVertexColor const& record, float const* normal, float const* texture);
     std::uint32_t packedColorOf(int form, FltRecordVertexColor const& record) const;
 
@@ -369,6 +369,7 @@ private:
     std::string relativePath;
     std::map<std::string, SoSeparator*> externalReferences;
     std::map<unsigned long, VertexEntry> offsetToVertexEntryMap;
+    std::map<unsigned long, VertexEntry>::iterator lastVertexEntry = offsetToVertexEntryMap.end();
     unsigned long nextVertexOffset = 8;
     SoVertexProperty* vertexColorProperty = nullptr;
     SoVertexProperty* vertexColorUVProperty = nullptr;

@@ -4,8 +4,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-FltLogBuffer* FltLogBuffer::current = nullptr;
-
 bool FltLogBuffer::open(char const* path)
 {
     close();
