@@ -113,6 +113,7 @@ void Model::face(std::vector<double> const& vertices, FltWriter::Fields const& l
 void Model::polygon(std::vector<Point> const& corners, FltWriter::Fields const& look)
 {
     std::vector<double> vertices;
+    vertices.reserve(corners.size());
     for (Point const& corner : corners)
         vertices.push_back(palette.plain(corner));
     face(vertices, look);
@@ -121,6 +122,7 @@ void Model::polygon(std::vector<Point> const& corners, FltWriter::Fields const& 
 void Model::ground(std::vector<Point> const& corners, double repeats, FltWriter::Fields const& look)
 {
     std::vector<double> vertices;
+    vertices.reserve(corners.size());
     for (Point const& corner : corners)
         vertices.push_back(palette.smoothMapped(corner, {0, 0, 1}, corner.x * repeats, corner.y * repeats));
     face(vertices, look);
@@ -129,6 +131,7 @@ void Model::ground(std::vector<Point> const& corners, double repeats, FltWriter:
 void Model::marking(std::vector<Point> const& corners, FltWriter::Fields const& look)
 {
     std::vector<double> vertices;
+    vertices.reserve(corners.size());
     for (Point const& corner : corners)
         vertices.push_back(palette.smoothMapped(corner, {0, 0, 1}, 0, 0));
     markings.push_back({vertices, look});

@@ -69,6 +69,8 @@ std::vector<Point> rectangle(double x0, double y0, double x1, double y1, double 
 /// @name The land
 /// @{
 constexpr double west = -330, east = 330, south = -230, north = 270, cell = 10;
+constexpr int columns = static_cast<int>((east - west) / cell),
+              rows = static_cast<int>((north - south) / cell);
 constexpr double lakeLevel = -3;
 
 double lattice(int x, int y)
@@ -141,14 +143,12 @@ Color landColor(Point place, Point normal)
 /// The land in tiles: neighbouring triangles share their vertices, and so their normals.
 std::vector<Model> makeLand(VertexPalette& palette)
 {
-    int const columns = static_cast<int>((east - west) / cell),
-              rows = static_cast<int>((north - south) / cell);
     constexpr int tile = 22;
     std::vector<std::vector<double>> vertices(static_cast<std::size_t>(rows) + 1);
     for (int row = 0; row <= rows; ++row)
         for (int column = 0; column <= columns; ++column) {
             double const x = west + column * cell, y = south + row * cell;
-            vertices[static_cast<std::size_t>(row)].push_back(palette.smooth(land(x, y), landNormal(x, y)));
+            vertices[row].push_back(palette.smooth(land(x, y), landNormal(x, y)));
         }
 
     std::vector<Model> tiles;
@@ -158,10 +158,7 @@ std::vector<Model> makeLand(VertexPalette& palette)
             for (int row = firstRow; row < std::min(firstRow + tile, rows); ++row)
                 for (int column = firstColumn; column < std::min(firstColumn + tile, columns); ++column) {
                     double const x = west + column * cell, y = south + row * cell;
-                    auto const at = [&](int right, int up) {
-                        return vertices[static_cast<std::size_t>(row + up)]
-                                       [static_cast<std::size_t>(column + right)];
-                    };
+                    auto const at = [&](int right, int up) { return vertices[row + up][column + right]; };
                     auto const look = [&](double dx, double dy) {
                         return painted(landColor(land(x + dx, y + dy), landNormal(x + dx, y + dy)));
                     };
@@ -181,11 +178,13 @@ Model makeEdge(VertexPalette& palette)
         auto const down = [](Point place) { return Point{place.x, place.y, base}; };
         edge.polygon({down(from), down(to), to, from}, painted({112, 92, 72}));
     };
-    for (double x = west; x < east; x += cell) {
+    for (int column = 0; column < columns; ++column) {
+        double const x = west + cell * column;
         addWall(land(x, south), land(x + cell, south));
         addWall(land(x + cell, north), land(x, north));
     }
-    for (double y = south; y < north; y += cell) {
+    for (int row = 0; row < rows; ++row) {
+        double const y = south + cell * row;
         addWall(land(east, y), land(east, y + cell));
         addWall(land(west, y + cell), land(west, y));
     }
@@ -237,9 +236,10 @@ Model makeRunway(VertexPalette& palette)
     };
     paint(-end + 4, -half + 1.2, end - 4, -half + 2);
     paint(-end + 4, half - 2, end - 4, half - 1.2);
-    for (double x = -192; x < 190; x += 32)
-        paint(x, -0.6, x + 18, 0.6);
-    for (double y = -13; y < 12; y += 3.8) {
+    for (int dash = 0; dash < 12; ++dash)
+        paint(-192 + 32 * dash, -0.6, -174 + 32 * dash, 0.6);
+    for (int bar = 0; bar < 7; ++bar) {
+        double const y = -13 + 3.8 * bar;
         paint(-end + 8, y, -end + 32, y + 2.2);
         paint(end - 32, y, end - 8, y + 2.2);
     }
@@ -264,8 +264,8 @@ Model makeApron(VertexPalette& palette)
     for (double x : {-120.0, 112.0})
         yellowLine(x - 0.5, -73, x + 0.5, -22);
     yellowLine(-120.5, -22.5, 112.5, -21.5);
-    for (double x = -24; x < 110; x += 32)
-        yellowLine(x - 0.4, -21.5, x + 0.4, 12);
+    for (int place = 0; place < 5; ++place)
+        yellowLine(-24.4 + 32 * place, -21.5, -23.6 + 32 * place, 12);
     return apron;
 }
 /// @}
@@ -285,9 +285,7 @@ Model makeHangar(VertexPalette& palette, Color color)
     }
     Point const back{0, depth, 0};
     for (int i = 0; i < arches; ++i)
-        hangar.panel({front[static_cast<std::size_t>(i)], front[static_cast<std::size_t>(i)] + back,
-                      front[static_cast<std::size_t>(i) + 1] + back, front[static_cast<std::size_t>(i) + 1]},
-                     6, 1, sheet);
+        hangar.panel({front[i], front[i] + back, front[i + 1] + back, front[i + 1]}, 6, 1, sheet);
     hangar.panel({Point{halfWidth, 0, 0}, Point{halfWidth, depth, 0}, Point{halfWidth, depth, wall},
                   Point{halfWidth, 0, wall}},
                  6, 1, sheet);

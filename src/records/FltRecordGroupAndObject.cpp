@@ -64,7 +64,7 @@ void FltRecordObject::getPropertiesFromData(char* data)
 std::ostream& FltRecordObject::properties(std::ostream& os) const
 {
     nameOpcodeAndLength(os);
-    FltDump::text(os, "idASCII: ", idASCII, this + 1);
+    FltDump::text(os, "idASCII: ", idASCII, &spare + 1); // the object's end, but for its padding
     FltDump::line(os, "relativePriority: ", relativePriority);
     FltDump::line(os, "transparency: ", transparency);
     FltDump::line(os, "flags: ");

@@ -84,9 +84,9 @@ SoNode* ConvertedScene::find(std::string const& name) const
 
 std::string rootWith(std::string const& children)
 {
-    return "DEF root Separator {\n\n  ShapeHints {\n    vertexOrdering COUNTERCLOCKWISE\n    shapeType "
-           "SOLID\n\n  }\n"
-           "  TextureCoordinateBinding {\n    value PER_VERTEX_INDEXED\n\n  }\n"
-           "  NormalBinding {\n    value PER_VERTEX_INDEXED\n\n  }\n" +
-           children + "\n}\n";
+    return "DEF root Separator {\n  ShapeHints {\n    vertexOrdering COUNTERCLOCKWISE\n    shapeType SOLID\n "
+           " }\n"
+           "  TextureCoordinateBinding {\n    value PER_VERTEX_INDEXED\n  }\n"
+           "  NormalBinding {\n    value PER_VERTEX_INDEXED\n  }\n" +
+           children + "}\n";
 }

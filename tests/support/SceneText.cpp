@@ -5,6 +5,24 @@
 #include <Inventor/nodes/SoNode.h>
 
 #include <cstdlib>
+#include <sstream>
+
+namespace
+{
+
+std::string withoutFirstAndBlankLines(std::string const& text)
+{
+    std::string result;
+    std::istringstream lines(text);
+    std::string line;
+    std::getline(lines, line);
+    while (std::getline(lines, line))
+        if (!line.empty())
+            result += line + '\n';
+    return result;
+}
+
+} // namespace
 
 std::string sceneText(SoNode* root)
 {
@@ -17,8 +35,7 @@ std::string sceneText(SoNode* root)
     void* buffer = nullptr;
     std::size_t size = 0;
     output.getBuffer(buffer, size);
-    std::string text(static_cast<char const*>(buffer), size);
+    std::string const text(static_cast<char const*>(buffer), size);
     std::free(buffer);
-    std::size_t const body = text.find("\n\n");
-    return body == std::string::npos ? text : text.substr(body + 2);
+    return withoutFirstAndBlankLines(text);
 }

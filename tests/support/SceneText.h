@@ -4,6 +4,7 @@
 
 class SoNode;
 
-/// A scene graph as text, for exact comparison: the toolkit's own ASCII format without its first line. Types,
-/// names, all fields that aren't at their defaults, and nodes that stand in several places (DEF and USE).
+/// A scene graph as text, for exact comparison: the toolkit's own ASCII format without its first line and its
+/// blank lines. Types, names, all fields that aren't at their defaults, and nodes that stand in several
+/// places (DEF and USE).
 std::string sceneText(SoNode* root);

@@ -1,0 +1,273 @@
+#include "convert/FltToInventor.h"
+
+#include "parser/FltFileInput.h"
+#include "parser/FltParser.h"
+#include "parser/FltWarningMessageConsole.h"
+#include "records/FltRecord.h"
+#include "support/ConvertedFile.h"
+#include "support/ConvertedScene.h"
+#include "support/ScratchFolder.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+std::string const header1570 =
+    "\n HEADER RECORD \n  (PRIMARY_RECORD)\n-- Opcode: 1  Length: 298 --\nformatRevisionLevel: 1570\n";
+
+TEST(FltToInventorTest, NamesTheProductAndItsVersion)
+{
+    EXPECT_STREQ(FltToInventor::getProductNameString(), "VelloReader");
+    EXPECT_STREQ(FltToInventor::getVersionString(), "9.6.1");
+    EXPECT_NE(FltToInventor::internalInit(), 0);
+}
+
+TEST(FltToInventorTest, AnEmptyFileNameYieldsNullAndNoLog)
+{
+    ScratchFolder const folder;
+    fs::path const before = fs::current_path();
+    fs::current_path(fs::path(folder.path("x")).parent_path());
+    EXPECT_EQ(FltToInventor::convertFromFile(""), nullptr);
+    EXPECT_EQ(FltToInventor::convertFromFile(nullptr), nullptr);
+    EXPECT_FALSE(fs::exists(".log"));
+    fs::current_path(before);
+}
+
+TEST(FltToInventorTest, AFileThatDoesNotExistStillCreatesTheLogAndYieldsAnEmptySeparator)
+{
+    ScratchFolder const folder;
+    std::string const path = folder.path("missing.flt");
+    ConvertedFile const file(path);
+    ASSERT_NE(file.root, nullptr);
+    EXPECT_EQ(file.root->getNumChildren(), 0);
+    EXPECT_EQ(file.rootReferences, 0);
+    EXPECT_TRUE(fs::exists(path + ".log"));
+    EXPECT_EQ(contentsOf(path + ".log"), "");
+    EXPECT_EQ(file.messages, "Error in opening file: " + path +
+                                 "\nERROR ! FltParser has no INPUT !\n(Warning Level: 3)\n\n");
+}
+
+TEST(FltToInventorTest, ADirectoryIsRefusedAsAFileThatCannotBeOpened)
+{
+    ScratchFolder const folder;
+    fs::create_directory(folder.path("folder.flt"));
+    ConvertedFile const file(folder.path("folder.flt"));
+    EXPECT_EQ(file.root->getNumChildren(), 0);
+    EXPECT_NE(file.messages.find("Error in opening file: "), std::string::npos);
+}
+
+TEST(FltToInventorTest, AFileOfRevision10YieldsAnEmptySeparatorWithItsRecordsLeftAlive)
+{
+    ScratchFolder const folder;
+    std::string const path = folder.path("old.flt");
+    FltWriter(10).add("Group").save(path);
+    StreamCapture const out(std::cout);
+    StreamCapture const err(std::cerr);
+    FltFileInput input(path.c_str());
+    FltParser parser(&input);
+    FltToInventor converter;
+    converter.setFltParser(&parser);
+    converter.setResult(nullptr);
+    SoSeparator* const root = converter.getResult();
+    root->ref();
+    EXPECT_EQ(converter.convert(), 1);
+    EXPECT_EQ(root->getNumChildren(), 0);
+    ASSERT_EQ(parser.getFltRecords().size(), 2U);
+    EXPECT_EQ(parser.getFltRecords()[0]->getOpcode(), 1);
+    EXPECT_EQ(parser.getFltRecords()[1]->getOpcode(), 2);
+    EXPECT_EQ(err.str(), "ERROR ! Openflight Format Revision not supported !\n(Warning Level: 3)\n\n");
+    converter.destroyAllFltRecords();
+    converter.setFltParser(nullptr);
+    parser.setInput(nullptr);
+    root->unref();
+}
+
+TEST(FltToInventorTest, RecordsLeftAliveDoNotPileUpOverConversions)
+{
+    for (int i = 0; i < 100; ++i)
+        EXPECT_EQ(ConvertedScene(FltWriter(10).add("ColorPalette")).result, 1);
+}
+
+TEST(FltToInventorTest, ConvertWithoutAParserReportsAndMakesNoRecord)
+{
+    StreamCapture const err(std::cerr);
+    FltToInventor converter;
+    EXPECT_EQ(converter.convert(), 1);
+    ASSERT_NE(converter.getResult(), nullptr);
+    converter.getResult()->ref();
+    converter.getResult()->unref();
+    EXPECT_EQ(err.str(), "ERROR ! The field fltParser is NULL\n(Warning Level: 3)\n\n");
+}
+
+TEST(FltToInventorTest, ConvertWithoutAnInputReports)
+{
+    StreamCapture const err(std::cerr);
+    FltToInventor converter;
+    converter.setFltInputToconvert(nullptr);
+    converter.setResult(nullptr);
+    converter.getResult()->ref();
+    EXPECT_EQ(converter.convert(), 1);
+    converter.getResult()->unref();
+    EXPECT_EQ(err.str(), "ERROR ! FltParser has no INPUT !\n(Warning Level: 3)\n\n");
+}
+
+TEST(FltToInventorTest, SetResultOfNullMakesASeparatorAtOnce)
+{
+    FltToInventor converter;
+    converter.setResult(nullptr);
+    ASSERT_NE(converter.getResult(), nullptr);
+    EXPECT_EQ(converter.getResult()->getRefCount(), 0);
+    converter.getResult()->ref();
+    converter.getResult()->unref();
+}
+
+TEST(FltToInventorTest, AFileWithNothingButAHeaderCompletes)
+{
+    ConvertedScene const scene{FltWriter()};
+    EXPECT_EQ(scene.result, 0);
+    EXPECT_EQ(scene.rootReferences, 1);
+    EXPECT_EQ(scene.text(), rootWith(""));
+    EXPECT_EQ(scene.messages, "");
+}
+
+TEST(FltToInventorTest, TheRootOfAConvertedFileHasOneReferenceForTheCaller)
+{
+    ScratchFolder const folder;
+    FltWriter().push().pop().save(folder.path("a.flt"));
+    EXPECT_EQ(ConvertedFile(folder.path("a.flt")).rootReferences, 1);
+}
+
+TEST(FltToInventorTest, TheLogHoldsTheParseAndMessagesAreNotInIt)
+{
+    ScratchFolder const folder;
+    std::string const path = folder.path("a.flt");
+    FltWriter().pop().save(path);
+    ConvertedFile const file(path);
+    std::string const log = contentsOf(path + ".log");
+    EXPECT_EQ(log.substr(0, 21 + header1570.size()), "beginning of parsing\n" + header1570);
+    std::string const end = "\n\nOpenFlight file version: 1570\nRGB mode: false\n\n POP LEVEL RECORD \n  "
+                            "(CONTROL_RECORD)\n-- Opcode: 11  Length: 4 --\nend of parsing\n";
+    EXPECT_EQ(log.substr(log.size() - end.size()), end);
+    EXPECT_EQ(file.messages,
+              "WARNING ! trying a pop() but stack is empty! (File corrupted ?)\n(Warning Level: 2)\n\n");
+    EXPECT_EQ(file.beforeTheLog, "\nSuccess in opening file: " + path + "\n");
+}
+
+TEST(FltToInventorTest, TheLogOfAFileThatIsNotOpenFlightExistsAndIsEmpty)
+{
+    ScratchFolder const folder;
+    std::string const path = folder.path("a.flt");
+    FltWriter().save(path);
+    std::string bytes = contentsOf(path);
+    bytes[1] = 2;
+    std::ofstream(path) << bytes;
+    ConvertedFile const file(path);
+    EXPECT_EQ(file.root->getNumChildren(), 0);
+    EXPECT_EQ(file.rootReferences, 0);
+    EXPECT_EQ(contentsOf(path + ".log"), "");
+    EXPECT_EQ(file.messages, "ERROR! Not an Openflight Input !\n(Warning Level: 3)\n\n");
+}
+
+TEST(FltToInventorTest, ALogThatCannotBeMadeDoesNotFailTheConversion)
+{
+    ScratchFolder const folder;
+    std::string const path = folder.path("a.flt");
+    FltWriter().save(path);
+    fs::create_directory(path + ".log");
+    ConvertedFile const file(path);
+    EXPECT_EQ(file.root->getNumChildren(), 3);
+    EXPECT_EQ(file.messages, "");
+}
+
+TEST(FltToInventorTest, StandardOutputStaysOnTheClosedLogAndIsLostHarmlessly)
+{
+    ScratchFolder const folder;
+    std::string const path = folder.path("a.flt");
+    FltWriter().save(path);
+    std::streambuf* const before = std::cout.rdbuf();
+    for (int i = 0; i < 20; ++i) {
+        SoSeparator* const root = FltToInventor::convertFromFile(path.c_str());
+        EXPECT_NE(std::cout.rdbuf(), before);
+        std::size_t const logged = contentsOf(path + ".log").size();
+        std::cout << "lost " << i << std::endl;
+        EXPECT_EQ(contentsOf(path + ".log").size(), logged);
+        root->unref();
+    }
+    std::cout.rdbuf(before);
+    EXPECT_TRUE(std::cout.good());
+}
+
+TEST(FltToInventorTest, DisableFileLoggingCalledTwiceDoesItsWorkOnce)
+{
+    ScratchFolder const folder;
+    std::streambuf* const before = std::cout.rdbuf();
+    {
+        FltToInventor converter;
+        converter.enableFileLogging(folder.path("log").c_str());
+        std::cout << "kept" << std::endl;
+        converter.disableFileLogging();
+        converter.disableFileLogging();
+    }
+    std::cout.rdbuf(before);
+    EXPECT_EQ(contentsOf(folder.path("log")), "kept\n");
+}
+
+TEST(FltToInventorTest, TheRecordsAreDestroyedOnceAlsoWhenOneStandsInTwoEntries)
+{
+    FltWriter flt;
+    flt.add("SoundPaletteTable").add("SoundPaletteNames", {{"dataLength", 3}, {"packedData", "abc"}});
+    StreamCapture const out(std::cout);
+    ScratchFolder const folder;
+    flt.save(folder.path("a.flt"));
+    FltFileInput input(folder.path("a.flt").c_str());
+    FltToInventor converter;
+    converter.setFltInputToconvert(&input);
+    converter.setResult(nullptr);
+    SoSeparator* const root = converter.getResult();
+    EXPECT_EQ(converter.convert(), 0);
+    converter.destroyAllFltRecords(); // a second time: nothing is left to destroy
+    root->unref();
+}
+
+TEST(FltToInventorTest, ARecordOfAnUnknownCategoryIsPassedOver)
+{
+    ConvertedScene const scene(FltWriter().addRaw(115, "body").push().pop());
+    EXPECT_EQ(scene.result, 0);
+    EXPECT_EQ(scene.text(), rootWith(""));
+}
+
+TEST(FltToInventorTest, AnExceptionOfTheAllocatorLeavesWithNothingLost)
+{
+    ScratchFolder const folder;
+    std::string const path = folder.path("a.flt");
+    FltWriter().add("Switch", {{"numberOfMasks", -1}, {"numberOf32BitWordsPerMask", 1}}).save(path);
+    StreamCapture const out(std::cout);
+    EXPECT_THROW(FltToInventor::convertFromFile(path.c_str()), std::bad_alloc);
+    EXPECT_NE(contentsOf(path + ".log").find("RGB mode: false"), std::string::npos);
+}
+
+TEST(FltToInventorTest, ManyConversionsLeaveNoFileOpenAndLittleMemory)
+{
+    ScratchFolder const folder;
+    std::string const path = folder.path("a.flt");
+    FltWriter flt;
+    flt.vertexPalette();
+    int const a = flt.vertex("VertexColor", 0, 0, 0);
+    flt.push().add("Object").push().face({double(a), double(a), double(a)}).pop().pop().save(path);
+    auto const openFiles = [] {
+        return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+    };
+    {
+        ConvertedFile const first(path);
+    }
+    auto const before = openFiles();
+    for (int i = 0; i < 50; ++i)
+        ConvertedFile const again(path);
+    EXPECT_EQ(openFiles(), before);
+}
+
+} // namespace
