@@ -1,4 +1,4 @@
-// What the Python package calls: one C function that converts a database into a group of the caller's.
+// What the Python package calls.
 
 #include "filekit/FltSceneLoader.h"
 #include "toolkit/VelloReaderExport.h"
@@ -37,10 +37,7 @@ public:
     MessageCollector(MessageCollector const&) = delete;
     MessageCollector& operator=(MessageCollector const&) = delete;
 
-    void add(char const* message, int level)
-    {
-        text << message << "\n(Warning Level: " << level << ")\n\n";
-    }
+    void add(char const* message, int level) { text << message << "\n(Warning Level: " << level << ")\n\n"; }
     std::string str() const { return text.str(); }
 
 private:
@@ -63,10 +60,12 @@ private:
 extern "C" {
 
 /// Converts a database and adds the root of its scene to @p parent.
-/// @param tell gets what was said meanwhile: each message as its text, a line "(Warning Level: n)" and an empty
+/// @param tell gets what was said meanwhile: each message as its text, a line "(Warning Level: n)" and an
+/// empty
 ///             line
 /// @return 1 if that worked, 0 if the file isn't OpenFlight, -1 if memory ran out
-VELLOREADER_API int velloreader_load(SoGroup* parent, char const* fileName, void (*tell)(char const* messages))
+VELLOREADER_API int velloreader_load(SoGroup* parent, char const* fileName,
+                                     void (*tell)(char const* messages))
 {
     int result = 0;
     std::string messages;
@@ -89,5 +88,11 @@ VELLOREADER_API int velloreader_load(SoGroup* parent, char const* fileName, void
     }
     tell(messages.c_str());
     return result;
+}
+
+/// Gives a reference of a node back.
+VELLOREADER_API void velloreader_unref(SoNode* node)
+{
+    node->unref();
 }
 }

@@ -11,6 +11,7 @@ import ctypes
 import os
 import re
 import warnings
+import weakref
 
 from pivy import coin
 
@@ -27,6 +28,11 @@ _native = ctypes.PyDLL(os.path.join(os.path.dirname(os.path.abspath(__file__)), 
 _Tell = ctypes.CFUNCTYPE(None, ctypes.c_char_p)
 _native.velloreader_load.argtypes = [ctypes.c_void_p, ctypes.c_char_p, _Tell]
 _native.velloreader_load.restype = ctypes.c_int
+_native.velloreader_unref.argtypes = [ctypes.c_void_p]
+_native.velloreader_unref.restype = None
+
+# A new root hangs here until it has a proxy.
+_holder = coin.SoGroup()
 
 _MESSAGE = re.compile(r"(.*?)\n\(Warning Level: (\d+)\)\n\n", re.DOTALL)
 
@@ -48,8 +54,7 @@ def load(path: str | bytes | os.PathLike[str] | os.PathLike[bytes]) -> coin.SoSe
 
     said: list[str] = []
     tell = _Tell(lambda text: said.append(text.decode("utf-8", "replace")))
-    holder = coin.SoGroup()
-    result = _native.velloreader_load(int(holder.this), name, tell)
+    result = _native.velloreader_load(int(_holder.this), name, tell)
     messages = [" ".join(text.split()) for text, _level in _MESSAGE.findall("".join(said))]
     if result < 0:
         raise MemoryError(f"{os.fsdecode(name)}: out of memory")
@@ -57,10 +62,12 @@ def load(path: str | bytes | os.PathLike[str] | os.PathLike[bytes]) -> coin.SoSe
         reasons = messages or ["not an OpenFlight database"]
         raise ValueError(f"{os.fsdecode(name)}: {'; '.join(reasons)}")
 
-    root = holder.getChild(0)
-    # The proxy of a child owns no reference: take one, and have the proxy give it back.
+    root = _holder.getChild(0)
+    # The proxy of a child owns no reference: take one, which goes back with the proxy. Setting its "thisown"
+    # instead makes pivy lose its classes after a few roots.
     root.ref()
-    root.thisown = True
+    _holder.removeAllChildren()
+    weakref.finalize(root, _native.velloreader_unref, int(root.this)).atexit = False
     for message in messages:
         warnings.warn(f"{os.fsdecode(name)}: {message}", DatabaseWarning, stacklevel=2)
     return root
