@@ -6,8 +6,8 @@
 #include <Inventor/SoInteraction.h>
 #include <Inventor/actions/SoGetPrimitiveCountAction.h>
 #include <Inventor/nodes/SoSeparator.h>
+#include <filesystem>
 #include <iostream>
-#include <string>
 
 int main(int argc, char** argv)
 {
@@ -17,24 +17,25 @@ int main(int argc, char** argv)
     }
     SoInteraction::init();
 
-    // The toolkit looks for textures in these directories: the database's own has to be among them.
-    std::string const name = argv[1];
-    SoInput::addDirectoryFirst(name.substr(0, name.rfind('/') + 1).c_str());
+    // The toolkit looks for textures in its directories, and the library for the files that a database refers
+    // to beside it: so it gets the whole path.
+    std::filesystem::path const path = std::filesystem::absolute(argv[1]);
+    SoInput::addDirectoryFirst(path.parent_path().c_str());
 
     // A conversion leaves std::cout on its closed log, so the program puts its own buffer back.
     std::streambuf* const output = std::cout.rdbuf();
-    SoSeparator* const root = convertFrom(name.c_str());
+    SoSeparator* const root = convertFrom(path.c_str());
     std::cout.rdbuf(output);
 
-    // The scene comes with one reference, which is ours. A file that isn't OpenFlight gives an empty separator
-    // with none.
+    // The scene comes with one reference, which is ours. A file that isn't OpenFlight gives an empty
+    // separator with none.
     if (root == nullptr || root->getRefCount() == 0) {
-        std::cerr << name << ": not an OpenFlight database\n";
+        std::cerr << argv[1] << ": not an OpenFlight database\n";
         return 1;
     }
     SoGetPrimitiveCountAction count;
     count.apply(root);
-    std::cout << name << ": " << count.getTriangleCount() << " triangles\n";
+    std::cout << argv[1] << ": " << count.getTriangleCount() << " triangles\n";
     root->unref();
     return 0;
 }

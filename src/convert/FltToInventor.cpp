@@ -284,6 +284,7 @@ void FltToInventor::visitAllFltRecords()
             ++iterator;
     }
     closeVertexProperties();
+    endSilence();
     allFltRecordsVisited = true;
 }
 

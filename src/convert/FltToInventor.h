@@ -292,6 +292,13 @@ private:
     struct OpenLevel {
         SoGroup* group = nullptr;
         FltInstanceGraph::Place place;
+        std::size_t order = 0; ///< Among the silenced nodes.
+    };
+
+    /// Silenced nodes from one to another.
+    struct NodeRange {
+        std::size_t begin;
+        std::size_t end;
     };
 
     /// What the conversions of a file and of all that it refers to have in common.
@@ -341,8 +348,11 @@ private:
     void openNode(SoGroup* attached, SoGroup* receiver, RecordIterator& iterator);
     void passOverLevel(RecordIterator& iterator);
     void keepUnattached(SoNode* node);
+    SoGroup* stackTop();
+    void silence(SoNode* node);
+    void endSilence();
     void addCommentLine(char const* text, SoGroup* group);
-    void setCentreFromBox(SoLOD* lod, SoGroup* children, std::int64_t steps);
+    void setCentreFromBox(SoLOD* lod, SoGroup* children, std::size_t order, std::int64_t steps);
 
     /// Tells an answer other than fine to the console, once for each conversion.
     void notifyRefusal(FltInstanceGraph::Answer answer);
@@ -385,7 +395,9 @@ private:
 
     bool recordsDestroyed = false;
     std::vector<FltParser*> retiredParsers;
-    std::vector<SoNode*> unattachedNodes;              ///< Ref'd: they go with this object.
+    std::vector<SoNode*> unattachedNodes; ///< Ref'd: they go with this object.
+    std::vector<SoNode*> silencedNodes;   ///< They tell nobody of their changes until the conversion ends.
+    std::vector<NodeRange> boxedNodes;    ///< Of which the toolkit remembers a box, in ascending order.
     std::map<std::string, ExternalFile> externalFiles; ///< What is known of the files in externalReferences.
     std::map<int, int> instanceScopes;
     mutable std::unordered_map<SoGroup*, SwitchState> switchStates;

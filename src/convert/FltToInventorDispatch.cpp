@@ -292,7 +292,8 @@ void FltToInventor::visitHeader(FltRecordHeader const* record)
         result = new SoSeparator;
     result->ref();
     result->setName("root");
-    current = {result, {}};
+    current = {result, {}, 0};
+    silence(result);
 
     double const scale = scaleOf(*record);
     if (scale != 1.0) {

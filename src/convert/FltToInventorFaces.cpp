@@ -36,7 +36,7 @@ void FltToInventor::visitNextSuccessiveFaces(RecordIterator& iterator)
     }
     records.push_back(&pop);
     records.push_back(nullptr);
-    SoGroup* destination = nodesStack.empty() ? nullptr : nodesStack.top().group;
+    SoGroup* destination = stackTop();
     RecordIterator begin = records.begin();
     visitObjectFaceRecords(begin, 1.0F, destination);
 }

@@ -26,6 +26,7 @@
 #include <Inventor/nodes/SoMatrixTransform.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoSwitch.h>
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -118,15 +119,18 @@ void FltToInventor::openNode(SoGroup* attached, SoGroup* receiver, RecordIterato
 {
     current.group = receiver;
     addSoGroupToNodesStackTop(attached);
-    if (receiver != attached)
+    if (receiver != attached) {
+        silence(receiver);
         ++current.place.depth;
+    }
     ++iterator;
     visitAncillaryRecords(iterator, receiver);
 }
 
 void FltToInventor::addSoGroupToNodesStackTop(SoGroup* node)
 {
-    SoGroup* const top = nodesStack.empty() ? nullptr : nodesStack.top().group;
+    silence(node);
+    SoGroup* const top = stackTop();
     if (top == nullptr)
         return keepUnattached(node);
     bool const isInSwitch = std::strstr(top->getName().getString(), switchMark) != nullptr;
@@ -144,6 +148,7 @@ void FltToInventor::addSoGroupToNodesStackTop(SoGroup* node)
     }
     auto* const wrapper = named<SoSwitch>(std::string("child_of_") + top->getName().getString());
     wrapper->whichChild = isSoSwitchTraverseHisChildren(top) ? SO_SWITCH_ALL : SO_SWITCH_NONE;
+    silence(wrapper);
     wrapper->addChild(node);
     top->addChild(wrapper);
 }
@@ -154,6 +159,46 @@ void FltToInventor::keepUnattached(SoNode* node)
     node->ref();
     unattachedNodes.push_back(node);
     current.place = {instanceGraph.addUnattachedScope(), 0};
+}
+
+/// The group that takes what comes next, or null with no level open. What the toolkit remembers of a box
+/// around it is forgotten: that happens when a level is opened again below a finished level of detail.
+SoGroup* FltToInventor::stackTop()
+{
+    if (nodesStack.empty())
+        return nullptr;
+    std::size_t const order = nodesStack.top().order;
+    auto const behind =
+        std::upper_bound(boxedNodes.begin(), boxedNodes.end(), order,
+                         [](std::size_t value, NodeRange const& range) { return value < range.end; });
+    if (behind != boxedNodes.end() && behind->begin <= order) {
+        for (std::size_t i = behind->begin; i < behind->end; ++i)
+            silencedNodes[i]->touch();
+        boxedNodes.erase(behind);
+    }
+    return nodesStack.top().group;
+}
+
+/// A node that is told of a change tells all its parents. While the scene is built nobody listens, so the
+/// nodes keep it to themselves: otherwise each new node would cost a walk to the root.
+void FltToInventor::silence(SoNode* node)
+{
+    node->enableNotify(FALSE);
+    current.order = silencedNodes.size();
+    silencedNodes.push_back(node);
+}
+
+/// Has every node forget what it remembers of its children, and listen again.
+void FltToInventor::endSilence()
+{
+    for (SoNode* node : silencedNodes) {
+        node->touch();
+        node->enableNotify(TRUE);
+    }
+    silencedNodes.clear();
+    boxedNodes.clear();
+    if (result != nullptr)
+        result->touch();
 }
 
 void FltToInventor::notifyRefusal(FltInstanceGraph::Answer answer)
@@ -236,18 +281,20 @@ void FltToInventor::visitLOD(FltRecordLOD const* record, RecordIterator& iterato
     std::int64_t const nodesBefore = instanceGraph.getNodes();
     RecordIterator const begin = iterator;
     openNode(lod, children, iterator);
+    std::size_t const order = current.order;
     visitGroupChildren(iterator);
     lod->addChild(minRangeLabel);
     lod->addChild(children);
     children->unref();
     SbVec3f const centre = lod->center.getValue();
     if (centre[0] == 0 && centre[1] == 0 && centre[2] == 0)
-        setCentreFromBox(lod, children, iterator - begin + instanceGraph.getNodes() - nodesBefore);
+        setCentreFromBox(lod, children, order, iterator - begin + instanceGraph.getNodes() - nodesBefore);
     lod->addChild(maxRangeLabel);
 }
 
+/// @param order of the children's group among the silenced nodes
 /// @param steps about as many as the action takes; nested levels of detail pay anew for what they share
-void FltToInventor::setCentreFromBox(SoLOD* lod, SoGroup* children, std::int64_t steps)
+void FltToInventor::setCentreFromBox(SoLOD* lod, SoGroup* children, std::size_t order, std::int64_t steps)
 {
     references.lodCentreSteps += steps;
     if (references.lodCentreSteps > FltLimits::lodCentreSteps)
@@ -256,6 +303,9 @@ void FltToInventor::setCentreFromBox(SoLOD* lod, SoGroup* children, std::int64_t
     SoGetBoundingBoxAction action{SbViewportRegion()};
     action.apply(children);
     lod->center = action.getBoundingBox().getCenter();
+    while (!boxedNodes.empty() && boxedNodes.back().begin >= order)
+        boxedNodes.pop_back();
+    boxedNodes.push_back({order, silencedNodes.size()});
 }
 
 void FltToInventor::visitOLDLOD(FltRecordOLDLOD const* record, RecordIterator& iterator)

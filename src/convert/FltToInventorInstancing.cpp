@@ -53,13 +53,14 @@ void FltToInventor::visitInstanceReference(FltRecordInstanceReference const* rec
 {
     int const number = record->instanceDefinitionNumber;
     SoNode* const definition = instanceDefinitions[number];
-    if (definition == nullptr || nodesStack.empty() || nodesStack.top().group == nullptr)
+    SoGroup* const top = stackTop();
+    if (definition == nullptr || top == nullptr)
         return;
     FltInstanceGraph::Place place = nodesStack.top().place;
     ++place.depth;
     FltInstanceGraph::Answer const answer = instanceGraph.place(instanceScopes[number], place);
     if (answer == FltInstanceGraph::Answer::fine)
-        nodesStack.top().group->addChild(definition);
+        top->addChild(definition);
     else
         notifyRefusal(answer);
 }
@@ -68,11 +69,15 @@ void FltToInventor::visitReplicate(FltRecordReplicate const* record, SoNode* nod
                                    std::vector<FltRecord*>::iterator& ancillary,
                                    std::vector<FltRecord*>& ancillaries, RecordIterator& iterator)
 {
-    if (nodesStack.empty() || nodesStack.top().group == nullptr)
+    SoGroup* const top = stackTop();
+    if (top == nullptr)
         return;
     auto* const replications = new SoSeparator;
     replications->setName("Replications");
-    nodesStack.top().group->addChild(replications);
+    std::size_t const order = current.order;
+    silence(replications);
+    current.order = order;
+    top->addChild(replications);
 
     FltInstanceGraph::Place place = nodesStack.top().place;
     place.depth += 2;

@@ -19,7 +19,7 @@ std::unique_ptr<char[]> copyOf(std::string_view text)
 
 } // namespace
 
-FltFileInput::FltFileInput(char const* name) : fileName(copyOf(name))
+FltFileInput::FltFileInput(char const* name) : fileName(copyOf(name != nullptr ? name : ""))
 {
     char* const begin = fileName.get();
     std::replace(begin, begin + std::strlen(begin), '\\', '/');

@@ -8,6 +8,8 @@ FltLogBuffer* FltLogBuffer::current = nullptr;
 
 bool FltLogBuffer::open(char const* path)
 {
+    close();
+    failed = false;
     file = ::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     if (file < 0)
         return false;
@@ -24,7 +26,7 @@ void FltLogBuffer::write()
         auto const written = ::write(file, from, static_cast<std::size_t>(pptr() - from));
         if (written > 0)
             from += written;
-        else if (written < 0 && errno != EINTR)
+        else if (written == 0 || errno != EINTR)
             failed = true;
     }
     setp(block.get(), block.get() + (block ? blockSize : 0));

@@ -10,7 +10,8 @@
 class FltLogBuffer : public std::streambuf
 {
 public:
-    /// Creates or empties the file at @p path. @return whether that worked
+    /// Creates or empties the file at @p path; a file that is open is closed first. @return whether that
+    /// worked
     bool open(char const* path);
 
     /// Writes what is waiting.

@@ -76,7 +76,8 @@ std::ostream& FltParser::showAllFltRecords(std::ostream& os) const
 
 bool FltParser::isAnOpenFlightInput(FltInput* candidate)
 {
-    char const* const bytes = candidate->getSize() >= 4 ? candidate->getBuffer() : nullptr;
+    char const* const bytes =
+        candidate != nullptr && candidate->getSize() >= 4 ? candidate->getBuffer() : nullptr;
     if (bytes != nullptr && FltUtils::word16At(bytes) == 1 && FltUtils::word16At(bytes + 2) != 0)
         return true;
     FltWarningMessageConsole::notifyMessage("ERROR! Not an Openflight Input !", 3, true);

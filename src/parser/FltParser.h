@@ -60,7 +60,7 @@ public:
     /// Dumps every record. @return @p os
     std::ostream& showAllFltRecords(std::ostream& os) const;
 
-    /// Whether the input begins with a header record; tells the console if not.
+    /// Whether the input begins with a header record; tells the console if not. Null is no OpenFlight input.
     bool isAnOpenFlightInput(FltInput* input);
 
     /// Has the factory make the record of @p raw, appends it and notifies the observers.

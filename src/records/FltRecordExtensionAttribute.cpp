@@ -26,8 +26,9 @@ void FltRecordExtensionAttribute::getPropertiesFromData(char* data)
 std::ostream& FltRecordExtensionAttribute::properties(std::ostream& os) const
 {
     nameOpcodeAndLength(os);
-    FltDump::text(os, "idASCII: ", idASCII, this + 1);
-    FltDump::text(os, "idSite: ", idSite, this + 1);
+    // An address is not for the dump: text without an end stops in front of the buffer's.
+    FltDump::text(os, "idASCII: ", idASCII, &extensionData);
+    FltDump::text(os, "idSite: ", idSite, &extensionData);
     FltDump::line(os, "revision: ", revision);
     FltDump::line(os, "recordCode: ", recordCode);
     return os;

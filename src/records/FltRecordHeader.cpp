@@ -92,7 +92,8 @@ std::ostream& FltRecordHeader::properties(std::ostream& os) const
     nameOpcodeAndLength(os);
     FltDump::line(os, "formatRevisionLevel: ", formatRevisionLevel);
     FltDump::line(os, "editRevisionLevel: ", editRevisionLevel);
-    FltDump::textWithoutEnd(os, "lastRevisionDateTime: ", lastRevisionDateTime, this + 1);
+    // Behind idDatabaseOrigin the object has a gap, whose bytes have no value.
+    FltDump::textWithoutEnd(os, "lastRevisionDateTime: ", lastRevisionDateTime, &idDatabaseOrigin + 1);
     FltDump::line(os, "idNextGroup: ", idNextGroup);
     FltDump::line(os, "idNextLOD: ", idNextLOD);
     FltDump::line(os, "idNextObject: ", idNextObject);

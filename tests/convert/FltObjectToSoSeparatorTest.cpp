@@ -582,7 +582,7 @@ TEST(FltObjectToSoSeparatorTest, MorphListWithoutEntriesIsPassedOver)
     EXPECT_EQ(scene.messages, "");
 }
 
-TEST(FltObjectToSoSeparatorTest, FaceWithIndicesBeyondThePropertyOfItsFormIsLeftOutWithAMessage)
+TEST(FltObjectToSoSeparatorTest, FaceWithIndicesBeyondThePropertyOfItsFormIsKeptAndFindsRoomThere)
 {
     FltWriter flt;
     flt.vertexPalette();
@@ -592,10 +592,15 @@ TEST(FltObjectToSoSeparatorTest, FaceWithIndicesBeyondThePropertyOfItsFormIsLeft
     flt.add("VertexList", {{"offsets", a}}).add("VertexList", {{"offsets", {normal}}}).pop();
     endObject(flt);
     ConvertedScene const scene(flt);
-    EXPECT_EQ(objectOutline(scene), onlyTheBinding);
-    EXPECT_EQ(scene.messages, printed("WARNING ! Remove a face having vertices of several forms, some beyond "
-                                      "the last one of its own form",
-                                      1));
+    EXPECT_EQ(objectOutline(scene), "Separator object\n"
+                                    "  MaterialBinding\n"
+                                    "  Material faceVertexColorNormalSoMaterialSet\n"
+                                    "  IndexedFaceSet SoIFSVertexColorNormal: 0 1 2 0 -1 | 0\n");
+    EXPECT_EQ(scene.messages, "");
+    auto const& property = static_cast<SoVertexProperty const&>(*scene.find("vertexColorNormalProperty"));
+    EXPECT_EQ(property.vertex.getNum(), 1);
+    EXPECT_EQ(property.vertex.getValues(0)[2], SbVec3f(0, 0, 0));
+    EXPECT_EQ(property.normal.getValues(0)[2], SbVec3f(0, 0, 0));
 }
 
 // --- Obsolete vertices

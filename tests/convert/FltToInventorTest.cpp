@@ -8,6 +8,10 @@
 #include "support/ConvertedScene.h"
 #include "support/ScratchFolder.h"
 
+#include <Inventor/SbViewportRegion.h>
+#include <Inventor/actions/SoGetBoundingBoxAction.h>
+#include <Inventor/actions/SoSearchAction.h>
+#include <Inventor/nodes/SoLOD.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -248,6 +252,49 @@ TEST(FltToInventorTest, AnExceptionOfTheAllocatorLeavesWithNothingLost)
     StreamCapture const out(std::cout);
     EXPECT_THROW(FltToInventor::convertFromFile(path.c_str()), std::bad_alloc);
     EXPECT_NE(contentsOf(path + ".log").find("RGB mode: false"), std::string::npos);
+}
+
+TEST(FltToInventorTest, ALevelOpenedAgainBelowAFinishedLODCountsInTheCentreOfTheOuterOne)
+{
+    FltWriter flt;
+    flt.vertexPalette();
+    double const a = flt.vertex("VertexColor", 1, 1, 1);
+    double const b = flt.vertex("VertexColor", 3, 1, 1);
+    double const far = flt.vertex("VertexColor", 11, 21, 31);
+    flt.push().add("LOD", {{"idASCII", "outer"}}).push();
+    flt.add("LOD", {{"idASCII", "inner"}}).push().add("Group", {{"idASCII", "last"}}).push();
+    flt.face({a, b, b}).pop().pop();
+    flt.push().add("Group").push().face({far, far, far}).pop().pop(); // below "last"
+    flt.pop().pop();
+    ConvertedScene const scene(flt);
+    auto const centreOf = [&](char const* name) {
+        return static_cast<SoLOD*>(scene.find(name))->center.getValue();
+    };
+    EXPECT_EQ(centreOf("inner"), SbVec3f(2, 1, 1));
+    EXPECT_EQ(centreOf("outer"), SbVec3f(6, 11, 16));
+    SoGetBoundingBoxAction again{SbViewportRegion()};
+    again.apply(scene.root);
+    EXPECT_EQ(again.getBoundingBox().getCenter(), SbVec3f(6, 11, 16));
+}
+
+TEST(FltToInventorTest, AfterAConversionEveryNodeTellsOfItsChangesAgain)
+{
+    FltWriter flt;
+    flt.vertexPalette();
+    double const a = flt.vertex("VertexColor", 1, 1, 1);
+    flt.push().add(
+        "Switch", {{"idASCII", "s"}, {"numberOfMasks", 1}, {"numberOf32BitWordsPerMask", 1}, {"masks", {1}}});
+    flt.push().add("LOD", {{"idASCII", "l"}}).push().add("Object", {{"idASCII", "o"}}).push().face({a, a, a});
+    ConvertedScene const scene(flt.pop().pop().pop().pop());
+    SoSearchAction search;
+    search.setInterest(SoSearchAction::ALL);
+    search.setType(SoNode::getClassTypeId());
+    search.setSearchingAll(TRUE);
+    search.apply(scene.root);
+    for (int i = 0; i < search.getPaths().getLength(); ++i)
+        EXPECT_TRUE(search.getPaths()[i]->getTail()->isNotifyEnabled())
+            << search.getPaths()[i]->getTail()->getTypeId().getName().getString();
+    EXPECT_GT(search.getPaths().getLength(), 12);
 }
 
 TEST(FltToInventorTest, ManyConversionsLeaveNoFileOpenAndLittleMemory)

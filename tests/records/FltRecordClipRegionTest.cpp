@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <numeric>
 #include <sstream>
 
 namespace
@@ -12,9 +13,8 @@ namespace
 
 FltWriter clipRegion()
 {
-    std::vector<double> coefficients;
-    for (int i = 0; i < 20; ++i)
-        coefficients.push_back(100 + i);
+    std::vector<double> coefficients(20);
+    std::iota(coefficients.begin(), coefficients.end(), 100);
     return FltWriter().add("ClipRegion", {{"idASCII", "clip1"},
                                           {"reserved1", -1},
                                           {"reserved2", -2},

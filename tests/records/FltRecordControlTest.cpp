@@ -68,7 +68,8 @@ TEST(FltRecordControlTest, InstanceRecordsDecodeSignedNumbersAndMakeNoLengthTest
     EXPECT_EQ(dumpOf(*reference), frame("\n INSTANCE REFERENCE RECORD ", control, 61, 8) +
                                       "spare: 7\ninstanceDefinitionNumber: -5\n");
     EXPECT_EQ(dumpOf(*decodeLast(FltWriter().add("InstanceDefinition", {{"instanceDefinitionNumber", 12}}))),
-              frame("\n INSTANCE DEFINITION RECORD ", control, 62, 8) + "spare: 0\ninstanceDefinitionNumber: 12\n");
+              frame("\n INSTANCE DEFINITION RECORD ", control, 62, 8) +
+                  "spare: 0\ninstanceDefinitionNumber: 12\n");
     EXPECT_EQ(FltWarningMessageConsole::setOfMessages.size(), before);
 }
 

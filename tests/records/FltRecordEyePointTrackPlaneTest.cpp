@@ -1,7 +1,7 @@
 #include "records/FltRecordEyePointTrackPlane.h"
 
 #include "support/RecordText.h"
-#include "support/ShortRecord.h"
+#include "support/ShortRecords.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -326,8 +326,8 @@ TEST(FltRecordEyePointTrackPlaneTest, ShortRecordsReadOnIntoTheFileAndThenZeros)
 {
     FltWriter eye = fullEyePoint();
     FltWriter plane = fullTrackPlane();
-    expectShortRecordReadsOn(eye.resizeLast(280));
-    expectShortRecordReadsOn(plane.resizeLast(280));
+    expectShortRecordsToReadOn(eye.resizeLast(280));
+    expectShortRecordsToReadOn(plane.resizeLast(280));
 }
 
 TEST(FltRecordEyePointTrackPlaneTest, RecordCutInFrontOfItsEyePointsTakesThemFromTheBytesBehind)

@@ -2,7 +2,7 @@
 
 #include "parser/FltWarningMessageConsole.h"
 #include "support/RecordText.h"
-#include "support/ShortRecord.h"
+#include "support/ShortRecords.h"
 #include "support/StreamCapture.h"
 
 #include <gtest/gtest.h>
@@ -73,7 +73,7 @@ TEST(FltRecordSoundTest, FlagsOfZeroPrintAs0)
 
 TEST(FltRecordSoundTest, ShortRecordsReadOnIntoTheFileAndThenZeros)
 {
-    expectShortRecordReadsOn(fullSound());
+    expectShortRecordsToReadOn(fullSound());
 }
 
 TEST(FltRecordSoundTest, RecordCutBehindItsNameTakesItsIndexFromTheBytesBehind)

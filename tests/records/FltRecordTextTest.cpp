@@ -1,7 +1,7 @@
 #include "records/FltRecordText.h"
 
 #include "support/RecordText.h"
-#include "support/ShortRecord.h"
+#include "support/ShortRecords.h"
 
 #include <gtest/gtest.h>
 
@@ -180,7 +180,7 @@ TEST(FltRecordTextTest, TextBehindTheFieldsIsNotRead)
 
 TEST(FltRecordTextTest, ShortRecordsReadOnIntoTheFileAndThenZeros)
 {
-    expectShortRecordReadsOn(fullText());
+    expectShortRecordsToReadOn(fullText());
 }
 
 TEST(FltRecordTextTest, RecordCutInFrontOfItsNumbersTakesThemFromTheNextRecord)

@@ -1,7 +1,7 @@
 #include "records/FltRecordTextureMapping.h"
 
 #include "support/RecordText.h"
-#include "support/ShortRecord.h"
+#include "support/ShortRecords.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -497,7 +497,7 @@ TEST(FltRecordTextureMappingTest, DumpOfABlockThatIsNotThereIsItsTitleLine)
 TEST(FltRecordTextureMappingTest, ShortRecordsReadOnIntoTheFileAndThenZeros)
 {
     for (FltWriter const& flt : {put(), pointPut(), spherical(), radial(), warped(), warped(1)})
-        expectShortRecordReadsOn(flt);
+        expectShortRecordsToReadOn(flt);
 }
 
 TEST(FltRecordTextureMappingTest, RecordCutBehindItsHeadTakesItsBlockFromTheBytesBehind)

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <iterator>
 #include <sstream>
 
@@ -42,6 +43,14 @@ FltWriter vertex(std::string_view form, int revision)
         fields.push_back({"texture", {1.5, -2.5}});
     flt.vertex(form, 1.25, -2.5, 1e7, fields);
     return flt;
+}
+
+std::string joined(std::initializer_list<std::string_view> parts)
+{
+    std::string text;
+    for (std::string_view part : parts)
+        text += part;
+    return text;
 }
 
 template <class Record>
@@ -143,8 +152,8 @@ TEST(FltRecordVertexColorNormalTest, DecodesAndDumpsAtEachSideOfRevisions1540And
         auto const record = decodeVertex<FltRecordVertexColorNormal>("VertexColorNormal", revision);
         EXPECT_EQ(std::vector<float>(std::begin(record->vertexNormal), std::end(record->vertexNormal)),
                   (std::vector<float>{0.5F, -0.25F, 0.75F}));
-        EXPECT_EQ(dumpOf(*record), frame("\n VERTEX COLOR NORMAL RECORD ", palette, 69, length) + headLines +
-                                       normalLines + colorLines + end)
+        EXPECT_EQ(dumpOf(*record), joined({frame("\n VERTEX COLOR NORMAL RECORD ", palette, 69, length),
+                                           headLines, normalLines, colorLines, end}))
             << revision;
     }
 }
@@ -185,8 +194,8 @@ TEST(FltRecordVertexColorNormalUvTest, DecodesAndDumpsAtEachSideOfRevisions1540A
                   (std::vector<float>{0.5F, -0.25F, 0.75F}));
         EXPECT_EQ(std::vector<float>(std::begin(record->texture), std::end(record->texture)),
                   (std::vector<float>{1.5F, -2.5F}));
-        EXPECT_EQ(dumpOf(*record), frame("\n VERTEX COLOR NORMAL UV RECORD ", palette, 70, length) +
-                                       headLines + normalLines + textureLines + colorLines + end)
+        EXPECT_EQ(dumpOf(*record), joined({frame("\n VERTEX COLOR NORMAL UV RECORD ", palette, 70, length),
+                                           headLines, normalLines, textureLines, colorLines, end}))
             << revision;
     }
 }
@@ -215,8 +224,8 @@ TEST(FltRecordVertexColorUvTest, HasItsColorIndexFromRevision1540OnAndMinusOneBe
         auto const record = decodeVertex<FltRecordVertexColorUv>("VertexColorUv", revision);
         EXPECT_EQ(std::vector<float>(std::begin(record->texture), std::end(record->texture)),
                   (std::vector<float>{1.5F, -2.5F}));
-        EXPECT_EQ(dumpOf(*record), frame("\n VERTEX COLOR UV (TEXTURE) RECORD ", palette, 71, length) +
-                                       headLines + textureLines + colorLines + end)
+        EXPECT_EQ(dumpOf(*record), joined({frame("\n VERTEX COLOR UV (TEXTURE) RECORD ", palette, 71, length),
+                                           headLines, textureLines, colorLines, end}))
             << revision;
     }
 }
@@ -275,7 +284,7 @@ TEST(FltRecordOldVertexTest, AnyOtherLengthKeepsTheTextureAtZeroAndPrintsNoTextu
         EXPECT_EQ(record->getLength(), length);
         EXPECT_EQ(record->texture[0], 0.0F);
         EXPECT_EQ(record->texture[1], 0.0F);
-        EXPECT_EQ(dumpOf(*record), frame(oldTitle, primary, 7, length) + oldLines);
+        EXPECT_EQ(dumpOf(*record), joined({frame(oldTitle, primary, 7, length), oldLines}));
     }
 }
 
@@ -302,7 +311,8 @@ TEST(FltRecordOldVertexColorTest, AnyOtherLengthReadsAndPrintsNoTexture)
             FltWriter(12).add("OldVertexColorTextured", oldFields(true, false, true)).resizeLast(length));
         ASSERT_NE(record, nullptr);
         EXPECT_FALSE(record->hasTexture());
-        EXPECT_EQ(dumpOf(*record), frame(oldColorTitle, primary, 8, length) + oldLines + oldColorLines);
+        EXPECT_EQ(dumpOf(*record),
+                  joined({frame(oldColorTitle, primary, 8, length), oldLines, oldColorLines}));
     }
 }
 
@@ -342,8 +352,8 @@ TEST(FltRecordOldVertexColorNormalTest, AnyOtherLengthReadsAndPrintsNoTexture)
                 .resizeLast(length));
         ASSERT_NE(record, nullptr);
         EXPECT_FALSE(record->hasTexture());
-        EXPECT_EQ(dumpOf(*record),
-                  frame(oldColorNormalTitle, primary, 9, length) + oldLines + oldColorLines + oldNormalLines);
+        EXPECT_EQ(dumpOf(*record), joined({frame(oldColorNormalTitle, primary, 9, length), oldLines,
+                                           oldColorLines, oldNormalLines}));
     }
 }
 

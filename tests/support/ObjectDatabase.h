@@ -11,10 +11,8 @@
 /// Adds three vertices of a form to the palette. @return their offsets
 inline std::vector<double> triangle(FltWriter& flt, std::string_view form)
 {
-    std::vector<double> offsets;
-    for (int i = 0; i < 3; ++i)
-        offsets.push_back(flt.vertex(form, i, 0, 0));
-    return offsets;
+    auto const vertex = [&](int x) { return static_cast<double>(flt.vertex(form, x, 0, 0)); };
+    return {vertex(0), vertex(1), vertex(2)};
 }
 
 /// Opens the first level, and in it the level of an Object named "object".

@@ -35,6 +35,13 @@ public:
         return file.string();
     }
 
+    /// Writes a file into the folder. @return its path
+    std::string write(std::string const& name, std::string const& bytes) const
+    {
+        std::ofstream(path(name), std::ios::binary) << bytes;
+        return path(name);
+    }
+
 private:
     std::filesystem::path folder;
 };

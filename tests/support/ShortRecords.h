@@ -8,6 +8,14 @@
 #include <string>
 #include <vector>
 
+/// The writer's last record cut to @p length bytes, which its length word tells, with @p behind behind it.
+inline FltWriter cutTo(FltWriter const& flt, std::size_t length, std::string const& behind)
+{
+    FltWriter cut = flt;
+    cut.resizeLast(length).addBytes(behind);
+    return cut;
+}
+
 /// A record that is shorter than its layout, and the whole one that it has to be read as: its own bytes, then
 /// the bytes behind it, then zeros.
 struct ShortRecord {
@@ -15,9 +23,8 @@ struct ShortRecord {
     /// @param length what is left of it, at least 4
     /// @param behind what follows it in the file
     ShortRecord(FltWriter const& whole, std::size_t length, std::string const& behind)
-        : cut(whole), filledUp(whole.getRevision())
+        : cut(cutTo(whole, length, behind)), filledUp(whole.getRevision())
     {
-        cut.resizeLast(length).addBytes(behind);
         std::string bytes = cut.lastRecord();
         bytes.resize(whole.lastRecord().size(), '\0');
         filledUp.addRaw(opcodeOf(whole), bytes.substr(4));
@@ -40,11 +47,16 @@ inline std::vector<std::string> const& followers()
     return all;
 }
 
-/// The lines of a record's dump behind its frame.
+/// The lines of a dump behind its frame.
+inline std::string withoutFrame(std::string const& dump)
+{
+    return dump.substr(dump.find(" --\n") + 4);
+}
+
+/// The lines of the last record's dump behind its frame.
 inline std::string linesOf(FltWriter const& flt)
 {
-    std::string const dump = dumpOf(*decodeLast(flt));
-    return dump.substr(dump.find(" --\n") + 4);
+    return withoutFrame(dumpOf(*decodeLast(flt)));
 }
 
 /// Expects the last record of @p whole, cut to any length from 4 on, to dump as if it was filled up with what

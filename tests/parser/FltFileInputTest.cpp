@@ -1,0 +1,173 @@
+#include "parser/FltFileInput.h"
+
+#include "support/ScratchFolder.h"
+#include "support/StreamCapture.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <sys/stat.h>
+
+namespace
+{
+
+/// An input with what it told while it was made.
+struct Opened {
+    explicit Opened(char const* name)
+    {
+        StreamCapture const out(std::cout);
+        StreamCapture const err(std::cerr);
+        input = std::make_unique<FltFileInput>(name);
+        told = out.str();
+        complained = err.str();
+    }
+    explicit Opened(std::string const& name) : Opened(name.c_str()) {}
+
+    std::unique_ptr<FltFileInput> input;
+    std::string told;
+    std::string complained;
+};
+
+void expectRefused(std::string const& name)
+{
+    Opened const opened(name);
+    EXPECT_FALSE(opened.input->isInFlowCreated());
+    EXPECT_EQ(opened.input->getSize(), 0);
+    EXPECT_EQ(opened.input->getBuffer(), nullptr);
+    EXPECT_EQ(opened.told, "");
+    EXPECT_EQ(opened.complained, "Error in opening file: " + name + "\n");
+}
+
+TEST(FltFileInputTest, FileIsReadWholeWithItsZeros)
+{
+    ScratchFolder const directory;
+    std::string const bytes("\0\1\xff\n\r\0", 6);
+    std::string const name = directory.write("a.flt", bytes);
+    Opened const opened(name);
+    ASSERT_TRUE(opened.input->isInFlowCreated());
+    EXPECT_EQ(opened.input->getSize(), 6);
+    EXPECT_EQ(std::string(opened.input->getBuffer(), 6), bytes);
+    EXPECT_STREQ(opened.input->getFileName(), name.c_str());
+    EXPECT_EQ(opened.told, "\nSuccess in opening file: " + name + "\n");
+    EXPECT_EQ(opened.complained, "");
+}
+
+TEST(FltFileInputTest, FileThatDoesNotExistIsToldOnCerr)
+{
+    ScratchFolder const directory;
+    expectRefused(directory.path("missing.flt"));
+}
+
+TEST(FltFileInputTest, EmptyNameAndNullNameAreRefused)
+{
+    expectRefused("");
+    Opened const opened(static_cast<char const*>(nullptr));
+    EXPECT_FALSE(opened.input->isInFlowCreated());
+    EXPECT_STREQ(opened.input->getFileName(), "");
+    EXPECT_EQ(opened.complained, "Error in opening file: \n");
+}
+
+TEST(FltFileInputTest, EmptyFileIsCreatedWithNoBytes)
+{
+    ScratchFolder const directory;
+    Opened const opened(directory.write("empty.flt", ""));
+    EXPECT_TRUE(opened.input->isInFlowCreated());
+    EXPECT_EQ(opened.input->getSize(), 0);
+}
+
+TEST(FltFileInputTest, DirectoryIsRefused)
+{
+    ScratchFolder const directory;
+    std::filesystem::create_directory(directory.path("folder.flt"));
+    expectRefused(directory.path("folder.flt"));
+    expectRefused(directory.path("folder.flt/"));
+}
+
+TEST(FltFileInputTest, DeviceWithoutAnEndIsRefused)
+{
+    expectRefused("/dev/zero");
+    expectRefused("/dev/null");
+}
+
+TEST(FltFileInputTest, PipeWithoutAWriterIsRefusedAtOnce)
+{
+    ScratchFolder const directory;
+    ASSERT_EQ(::mkfifo(directory.path("pipe.flt").c_str(), 0600), 0);
+    expectRefused(directory.path("pipe.flt"));
+}
+
+TEST(FltFileInputTest, LinkToAFileIsFollowed)
+{
+    ScratchFolder const directory;
+    std::filesystem::create_symlink(directory.write("a.flt", "abc"), directory.path("link.flt"));
+    Opened const opened(directory.path("link.flt"));
+    EXPECT_TRUE(opened.input->isInFlowCreated());
+    EXPECT_EQ(opened.input->getSize(), 3);
+    std::filesystem::create_symlink(directory.path("nothing"), directory.path("broken.flt"));
+    expectRefused(directory.path("broken.flt"));
+}
+
+TEST(FltFileInputTest, BackslashesOfTheNameBecomeSlashesThroughout)
+{
+    ScratchFolder const directory;
+    std::filesystem::create_directory(directory.path("sub"));
+    std::string const name = directory.write("sub/a.flt", "abc");
+    std::string windows = name;
+    std::replace(windows.begin(), windows.end(), '/', '\\');
+    Opened const opened(windows);
+    EXPECT_TRUE(opened.input->isInFlowCreated());
+    EXPECT_STREQ(opened.input->getFileName(), name.c_str());
+    EXPECT_EQ(std::string(opened.input->getDirName()), directory.path("sub/"));
+    EXPECT_EQ(opened.told, "\nSuccess in opening file: " + name + "\n");
+}
+
+TEST(FltFileInputTest, NameWithoutADirectoryHasANullDirName)
+{
+    Opened const opened("no such file.flt");
+    EXPECT_EQ(opened.input->getDirName(), nullptr);
+    EXPECT_EQ(opened.input->getAdditionalDirName(), nullptr);
+}
+
+TEST(FltFileInputTest, NameWithItsOnlySlashInFrontHasADirNameOfThatSlash)
+{
+    for (char const* name : {"/no such file.flt", "\\no such file.flt"}) {
+        Opened const opened(name);
+        EXPECT_STREQ(opened.input->getDirName(), "/");
+        EXPECT_STREQ(opened.input->getAdditionalDirName(), "/");
+        EXPECT_STREQ(opened.input->getFileName(), "/no such file.flt");
+    }
+}
+
+TEST(FltFileInputTest, DirNameEndsWithTheLastSlash)
+{
+    Opened const opened("a\\b/c\\no such file.flt");
+    EXPECT_STREQ(opened.input->getDirName(), "a/b/c/");
+}
+
+TEST(FltFileInputTest, ShowBufferWritesEveryByteAsANumberWithABlankBehindIt)
+{
+    ScratchFolder const directory;
+    Opened const opened(directory.write("a.flt", std::string("\0\1A\xff", 4)));
+    StreamCapture const out(std::cout);
+    opened.input->showBuffer();
+    EXPECT_EQ(out.str(), "0 1 65 255 ");
+}
+
+TEST(FltFileInputTest, ShowBufferOfAFileThatCouldNotBeOpenedWritesNothing)
+{
+    Opened const opened("no such file.flt");
+    StreamCapture const out(std::cout);
+    opened.input->showBuffer();
+    EXPECT_EQ(out.str(), "");
+}
+
+TEST(FltFileInputTest, ReadingAgainAfterTheFileIsClosedChangesNothing)
+{
+    ScratchFolder const directory;
+    Opened const opened(directory.write("a.flt", "abc"));
+    opened.input->calculFileSize();
+    opened.input->fileToBuffer();
+    EXPECT_EQ(opened.input->getSize(), 3);
+    EXPECT_EQ(std::string(opened.input->getBuffer(), 3), "abc");
+}
+
+} // namespace

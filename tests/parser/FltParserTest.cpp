@@ -1,0 +1,424 @@
+#include "parser/FltParser.h"
+
+#include "parser/FltFileInput.h"
+#include "parser/FltLimits.h"
+#include "parser/FltRawData.h"
+#include "parser/FltWarningMessageConsole.h"
+#include "records/FltRecordComment.h"
+#include "records/FltRecordHeader.h"
+#include "records/FltRecordUnknown.h"
+#include "support/FltWriter.h"
+#include "support/MemoryInput.h"
+#include "support/RecordText.h"
+#include "support/ScratchFolder.h"
+#include "support/StreamCapture.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+std::string const notOpenFlight = "ERROR! Not an Openflight Input !\n(Warning Level: 3)\n\n";
+
+/// A parse of bytes in memory, with what it wrote.
+struct Parse {
+    explicit Parse(std::string const& bytes) : input(bytes), parser(&input)
+    {
+        StreamCapture const out(std::cout);
+        StreamCapture const err(std::cerr);
+        result = parser.run();
+        log = out.str();
+        messages = err.str();
+    }
+    explicit Parse(FltWriter const& flt) : Parse(flt.bytes()) {}
+    ~Parse() { destroyRecords(parser); }
+
+    std::size_t size() { return parser.getFltRecords().size(); }
+
+    MemoryInput input;
+    FltParser parser;
+    int result = -1;
+    std::string log;
+    std::string messages;
+};
+
+/// The message of damage at a place.
+std::string damage(std::string const& what, int opcode, std::size_t offset)
+{
+    return "WARNING ! " + what + " (memory.flt, record with opcode " + std::to_string(opcode) +
+           " at byte offset " + std::to_string(offset) + ")\n(Warning Level: 2)\n\n";
+}
+
+TEST(FltParserTest, RecordsStandInFileOrderAndTheLogHoldsTheirDumps)
+{
+    FltWriter flt(1570, {{"flags", 0x40000000}});
+    flt.push().add("Comment", {{"textDescription", "hello"}}).pop();
+    Parse parse(flt);
+    EXPECT_EQ(parse.result, 0);
+    EXPECT_EQ(parse.messages, "");
+    ASSERT_EQ(parse.size(), 4U);
+    auto const& records = parse.parser.getFltRecords();
+    EXPECT_EQ(records[0]->getOpcode(), 1);
+    EXPECT_EQ(records[1]->getOpcode(), 10);
+    EXPECT_EQ(records[2]->getOpcode(), 31);
+    EXPECT_EQ(records[3]->getOpcode(), 11);
+    EXPECT_EQ(parse.parser.getNumberOfFltRawData(), 4U);
+    EXPECT_TRUE(parse.parser.isAllFltRecordsCreated());
+    EXPECT_EQ(parse.log, "beginning of parsing\n" + dumpOf(*records[0]) +
+                             "OpenFlight file version: 1570\nRGB mode: true\n" + dumpOf(*records[1]) +
+                             dumpOf(*records[2]) + dumpOf(*records[3]) + "end of parsing\n");
+}
+
+TEST(FltParserTest, HeaderAloneIsAWholeFile)
+{
+    Parse parse(FltWriter(11));
+    EXPECT_EQ(parse.result, 0);
+    EXPECT_EQ(parse.size(), 1U);
+    EXPECT_EQ(parse.messages, "");
+    EXPECT_NE(parse.log.find("OpenFlight file version: 11\nRGB mode: false\nend of parsing\n"),
+              std::string::npos);
+}
+
+TEST(FltParserTest, HeaderGivesRevisionAndRgbModeToTheFactoryBeforeTheSecondRecord)
+{
+    Parse parse(FltWriter(1580, {{"flags", 0x40000000}}));
+    EXPECT_EQ(parse.parser.getFltCreationVisitor()->revision, 1580);
+    EXPECT_TRUE(parse.parser.getFltCreationVisitor()->rgbMode);
+    Parse other(FltWriter(-0, {{"flags", 0xbfffffffU}}));
+    EXPECT_EQ(other.parser.getFltCreationVisitor()->revision, 0);
+    EXPECT_FALSE(other.parser.getFltCreationVisitor()->rgbMode);
+}
+
+TEST(FltParserTest, SecondHeaderChangesNothingOfTheFactory)
+{
+    FltWriter flt(1570);
+    flt.addRaw(1, FltWriter(1420).lastRecord().substr(4));
+    Parse parse(flt);
+    EXPECT_EQ(parse.size(), 2U);
+    EXPECT_EQ(parse.parser.getFltCreationVisitor()->revision, 1570);
+}
+
+TEST(FltParserTest, EmptyInputIsNotOpenFlight)
+{
+    Parse parse(std::string{});
+    EXPECT_EQ(parse.result, 1);
+    EXPECT_EQ(parse.size(), 0U);
+    EXPECT_EQ(parse.messages, notOpenFlight);
+    EXPECT_EQ(parse.log, "");
+    EXPECT_FALSE(parse.parser.isAllFltRecordsCreated());
+}
+
+TEST(FltParserTest, InputOfFewerThanFourBytesIsNotOpenFlight)
+{
+    for (std::size_t size : {1U, 2U, 3U}) {
+        Parse parse(std::string("\0\1\0", 3).substr(0, size));
+        EXPECT_EQ(parse.result, 1);
+        EXPECT_EQ(parse.messages, notOpenFlight);
+    }
+}
+
+TEST(FltParserTest, FirstRecordHasToBeTheHeaderWithALength)
+{
+    for (std::string const& bytes : {FltWriter::big16(2) + FltWriter::big16(4), std::string("\0\1\0\0", 4),
+                                     std::string("\1\0\0\4", 4), std::string("#VRML V1.0 ascii")}) {
+        Parse parse(bytes);
+        EXPECT_EQ(parse.result, 1);
+        EXPECT_EQ(parse.messages, notOpenFlight);
+        EXPECT_EQ(parse.size(), 0U);
+    }
+}
+
+TEST(FltParserTest, ParserWithoutAnInputIsNotOpenFlight)
+{
+    FltParser parser;
+    EXPECT_EQ(parser.getInput(), nullptr);
+    StreamCapture const err(std::cerr);
+    EXPECT_EQ(parser.run(), 1);
+    EXPECT_EQ(err.str(), notOpenFlight);
+}
+
+TEST(FltParserTest, FileThatCouldNotBeOpenedIsNotOpenFlight)
+{
+    StreamCapture const err(std::cerr);
+    FltParser parser(new FltFileInput("/dev/zero"));
+    EXPECT_EQ(parser.run(), 1);
+    EXPECT_EQ(err.str(), "Error in opening file: /dev/zero\n" + notOpenFlight);
+}
+
+TEST(FltParserTest, ParserFreesAnInputThatIsAFile)
+{
+    ScratchFolder const directory;
+    FltWriter().save(directory.path("a.flt"));
+    StreamCapture const out(std::cout);
+    FltParser parser(new FltFileInput(directory.path("a.flt").c_str()));
+    EXPECT_EQ(parser.run(), 0);
+    EXPECT_EQ(parser.getFltRecords().size(), 1U);
+    destroyRecords(parser);
+}
+
+TEST(FltParserTest, RecordOfLengthZeroEndsTheScanAndKeepsWhatCameBefore)
+{
+    FltWriter flt;
+    flt.push().addRaw(5).claimLength(0).addBytes(FltWriter().pop().lastRecord());
+    std::size_t const offset = flt.lastOffset();
+    Parse parse(flt);
+    EXPECT_EQ(parse.result, 0);
+    EXPECT_EQ(parse.size(), 2U);
+    EXPECT_EQ(parse.messages,
+              damage("A record has the length zero: the rest of the file is left out", 5, offset));
+    EXPECT_TRUE(parse.parser.isAllFltRecordsCreated());
+    EXPECT_NE(parse.log.find("end of parsing\n"), std::string::npos);
+}
+
+TEST(FltParserTest, RecordPastTheEndOfTheFileIsLeftOutAndEndsTheScan)
+{
+    for (unsigned length : {9U, 65535U}) {
+        FltWriter flt;
+        flt.push().addRaw(31, "abcd").claimLength(length);
+        Parse parse(flt);
+        EXPECT_EQ(parse.result, 0);
+        EXPECT_EQ(parse.size(), 2U);
+        EXPECT_EQ(parse.messages,
+                  damage("A record runs past the end of the file and is left out", 31, flt.lastOffset()));
+    }
+}
+
+TEST(FltParserTest, RecordThatEndsExactlyWithTheFileIsKept)
+{
+    FltWriter flt;
+    flt.addRaw(31, "abcd");
+    Parse parse(flt);
+    EXPECT_EQ(parse.size(), 2U);
+    EXPECT_EQ(parse.messages, "");
+}
+
+TEST(FltParserTest, HeaderPastTheEndOfTheFileLeavesNoRecord)
+{
+    FltWriter flt;
+    flt.claimLength(325 + 1000);
+    Parse parse(flt);
+    EXPECT_EQ(parse.result, 0);
+    EXPECT_EQ(parse.size(), 0U);
+    EXPECT_EQ(parse.messages, damage("A record runs past the end of the file and is left out", 1, 0));
+}
+
+TEST(FltParserTest, RestOfOneToThreeBytesEndsTheScan)
+{
+    for (std::size_t rest : {1U, 2U, 3U}) {
+        FltWriter flt;
+        flt.push().addBytes(std::string("\0\13\0", 3).substr(0, rest));
+        std::size_t const offset = flt.bytes().size() - rest;
+        Parse parse(flt);
+        EXPECT_EQ(parse.result, 0);
+        EXPECT_EQ(parse.size(), 2U);
+        EXPECT_EQ(parse.messages,
+                  damage("The file ends inside the first words of a record, which is left out", 0, offset));
+    }
+}
+
+TEST(FltParserTest, RecordsShorterThanTheirOwnHeadAreReadAndTheScanGoesOn)
+{
+    // Each record begins inside the words of the one before, and the third has room for its own.
+    Parse parse(FltWriter().addBytes(std::string("\0\6\0\2\0\1\4", 7) + std::string(256, 'x')));
+    EXPECT_EQ(parse.result, 0);
+    EXPECT_EQ(parse.messages, "");
+    ASSERT_EQ(parse.size(), 4U);
+    auto const& records = parse.parser.getFltRecords();
+    EXPECT_EQ(records[1]->getOpcode(), 6);
+    EXPECT_EQ(records[1]->getLength(), 2U);
+    EXPECT_EQ(records[2]->getOpcode(), 2);
+    EXPECT_EQ(records[2]->getLength(), 1U);
+    EXPECT_EQ(records[3]->getOpcode(), 0x0200);
+    EXPECT_EQ(records[3]->getLength(), 0x0104U);
+}
+
+TEST(FltParserTest, EveryPrefixOfAFileIsParsedWithoutHarm)
+{
+    FltWriter flt(1580);
+    flt.push().add("Comment", {{"textDescription", "hello"}}).add("ExtensionAttribute").add("Text").pop();
+    std::string const bytes = flt.bytes();
+    for (std::size_t size = 0; size <= bytes.size(); ++size) {
+        Parse parse(bytes.substr(0, size));
+        EXPECT_EQ(parse.result, size < 4 ? 1 : 0);
+        EXPECT_LE(parse.size(), 6U);
+    }
+}
+
+/// A factory of unknown records whose decoders may read a megabyte.
+class GreedyVisitor : public FltCreationVisitor
+{
+public:
+    void visitFltRawData(FltRecord*& result, FltRawData const* raw) override
+    {
+        result = new FltRecordUnknown(raw->opcode, raw->length);
+    }
+    std::size_t getReach(int, unsigned int) const override { return megabyte; }
+
+    static constexpr std::size_t megabyte = std::size_t(1) << 20;
+};
+
+TEST(FltParserTest, TooManyRecordsShorterThanTheirLayoutEndTheScan)
+{
+    std::string bytes;
+    for (int i = 0; i < 20; ++i)
+        bytes += std::string("\0\1\0\4", 4);
+    MemoryInput input(bytes);
+    FltParser parser(&input);
+    delete parser.getFltCreationVisitor();
+    parser.setFltCreationVisitor(new GreedyVisitor);
+    StreamCapture const out(std::cout);
+    StreamCapture const err(std::cerr);
+    EXPECT_EQ(parser.run(), 0);
+    // Each takes a megabyte less its own four bytes, and the file may lend sixteen and a little more.
+    EXPECT_EQ(FltLimits::borrowedBytes, 16 * GreedyVisitor::megabyte);
+    EXPECT_EQ(parser.getFltRecords().size(), 16U);
+    EXPECT_EQ(
+        err.str(),
+        damage("Too many records are shorter than their layout: the rest of the file is left out", 1, 64));
+    EXPECT_EQ(parser.getFltCreationVisitor()->revision, 0) << "the first object is no header";
+    destroyRecords(parser);
+}
+
+TEST(FltParserTest, ReportsOfDamageInOneFileStopAtTheirLimit)
+{
+    FltWriter flt;
+    for (int i = 0; i < FltLimits::damageReports + 20; ++i)
+        flt.add("SoundPaletteNames", {{"dataLength", 5}}).push();
+    Parse parse(flt);
+    EXPECT_EQ(parse.size(), 1U + 2U * (FltLimits::damageReports + 20));
+    int told = 0;
+    for (std::size_t at = 0; (at = parse.messages.find("WARNING !", at)) != std::string::npos; ++at)
+        ++told;
+    EXPECT_EQ(told, FltLimits::damageReports);
+    EXPECT_NE(parse.messages.find("; further damage in this file is not told"), std::string::npos);
+    Parse next(FltWriter().add("SoundPaletteNames", {{"dataLength", 5}}));
+    EXPECT_EQ(next.messages,
+              damage("A sound palette has no room for its names: what is there of them is kept", 93, 298));
+}
+
+/// Writes down what it hears, and what the parser and the log look like at that time.
+class Listener : public FltRecordObserver
+{
+public:
+    Listener(FltParser& parser, std::string name, std::string& notes)
+        : parser(parser), name(std::move(name)), notes(notes)
+    {
+    }
+
+    void update(FltRecord const* record) override
+    {
+        bool const stands = !parser.getFltRecords().empty() && parser.getFltRecords().back() == record;
+        std::string const log = out.str();
+        std::string const dump = dumpOf(*record);
+        bool const dumped = log.size() >= dump.size() && log.substr(log.size() - dump.size()) == dump;
+        notes += name + std::to_string(record->getOpcode()) + (stands ? " stands" : " missing") +
+                 (dumped ? " dumped; " : " not dumped; ");
+    }
+
+private:
+    FltParser& parser;
+    std::string name;
+    std::string& notes;
+    StreamCapture out{std::cout};
+};
+
+TEST(FltParserTest, ObserverSeesEachRecordAfterItStandsInTheVectorWithItsDumpWritten)
+{
+    FltWriter flt;
+    flt.push().pop();
+    MemoryInput input(flt.bytes());
+    FltParser parser(&input);
+    std::string notes;
+    Listener listener(parser, "", notes);
+    parser.attachFltObserver(&listener);
+    EXPECT_EQ(parser.run(), 0);
+    EXPECT_EQ(notes, "1 stands dumped; 10 stands dumped; 11 stands dumped; ");
+    destroyRecords(parser);
+}
+
+/// Counts what it hears.
+class Counter : public FltRecordObserver
+{
+public:
+    explicit Counter(std::string& order, char name) : order(order), name(name) {}
+    void update(FltRecord const*) override { order += name; }
+
+private:
+    std::string& order;
+    char name;
+};
+
+TEST(FltParserTest, ObserversHearInTheOrderOfAttachmentAndDetachRemovesOnlyTheFirst)
+{
+    FltParser parser;
+    std::string order;
+    Counter a(order, 'a');
+    Counter b(order, 'b');
+    Counter never(order, 'n');
+    parser.attachFltObserver(&a);
+    parser.attachFltObserver(&b);
+    parser.attachFltObserver(&a);
+    FltRecordComment const record(4);
+    parser.notify(&record);
+    EXPECT_EQ(order, "aba");
+    order.clear();
+    parser.detachFltObserver(&a);
+    parser.notify(&record);
+    EXPECT_EQ(order, "ba");
+    order.clear();
+    parser.detachFltObserver(&never);
+    parser.detachFltObserver(&a);
+    parser.notify(&record);
+    EXPECT_EQ(order, "b");
+}
+
+TEST(FltParserTest, SoundPalettesInARowCountEachThoughTheyShareAnObject)
+{
+    FltWriter flt;
+    flt.add("SoundPaletteTable").add("SoundPaletteNames").push();
+    Parse parse(flt);
+    EXPECT_EQ(parse.parser.getNumberOfFltRawData(), 4U);
+    ASSERT_EQ(parse.size(), 4U);
+    EXPECT_EQ(parse.parser.getFltRecords()[1], parse.parser.getFltRecords()[2]);
+}
+
+TEST(FltParserTest, SecondRunAppendsToTheRecordsAndCountsAnew)
+{
+    FltWriter flt;
+    flt.push();
+    Parse parse(flt);
+    StreamCapture const out(std::cout);
+    EXPECT_EQ(parse.parser.run(), 0);
+    EXPECT_EQ(parse.size(), 4U);
+    EXPECT_EQ(parse.parser.getNumberOfFltRawData(), 2U);
+}
+
+TEST(FltParserTest, ShowAllFltRecordsDumpsThemInOrder)
+{
+    FltWriter flt;
+    flt.push().pop();
+    Parse parse(flt);
+    std::ostringstream os;
+    EXPECT_EQ(&parse.parser.showAllFltRecords(os), &os);
+    std::string expected;
+    for (FltRecord const* record : parse.parser.getFltRecords())
+        expected += dumpOf(*record);
+    EXPECT_EQ(os.str(), expected);
+}
+
+TEST(FltParserTest, AccessorsGiveBackWhatWasSet)
+{
+    MemoryInput input("");
+    FltParser parser;
+    EXPECT_FALSE(parser.isAllFltRecordsCreated());
+    EXPECT_EQ(parser.getNumberOfFltRawData(), 0U);
+    parser.setInput(&input);
+    EXPECT_EQ(parser.getInput(), &input);
+    parser.setInput(nullptr);
+    EXPECT_EQ(parser.getInput(), nullptr);
+    EXPECT_NE(dynamic_cast<Flt_15_7_CreationVisitor*>(parser.getFltCreationVisitor()), nullptr);
+    parser.setAdditionalDirPath("somewhere");
+    parser.setAdditionalDirPath("elsewhere");
+}
+
+} // namespace

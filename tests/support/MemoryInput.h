@@ -1,0 +1,43 @@
+#pragma once
+
+#include "parser/FltInput.h"
+#include "parser/FltParser.h"
+#include "parser/Flt_15_7_CreationVisitor.h"
+#include "records/FltRecord.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+/// A database in memory as the input of a parser.
+class MemoryInput : public FltInput
+{
+public:
+    explicit MemoryInput(std::string content, std::string name = "memory.flt")
+        : bytes(std::move(content)), fileName(std::move(name))
+    {
+    }
+
+    virtual ~MemoryInput() = default;
+
+    char* getBuffer() override { return &bytes[0]; }
+    long getSize() const override { return static_cast<long>(bytes.size()); }
+    bool isInFlowCreated() const override { return true; }
+    char const* getFileName() const override { return fileName.c_str(); }
+    char const* getDirName() const override { return nullptr; }
+
+private:
+    std::string bytes;
+    std::string fileName;
+};
+
+/// Destroys the records of a parser, each once, and has the factory forget them.
+inline void destroyRecords(FltParser& parser)
+{
+    Flt_15_7_CreationVisitor::forgetPrevious();
+    auto& records = parser.getFltRecords();
+    records.erase(std::unique(records.begin(), records.end()), records.end());
+    for (FltRecord* record : records)
+        delete record;
+    records.clear();
+}
