@@ -7,6 +7,7 @@
 #include <Inventor/actions/SoGetPrimitiveCountAction.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <dlfcn.h>
+#include <filesystem>
 #include <iostream>
 
 int main(int argc, char** argv)
@@ -35,8 +36,10 @@ int main(int argc, char** argv)
     initPlugin();
     auto* const reader = static_cast<SoInputReader*>(SoType::fromName("InputFltReader").createInstance());
     int exitCode = 1;
+    // The library looks for the files that a database refers to beside it: so it gets the whole path.
+    std::filesystem::path const path = std::filesystem::absolute(argv[1]);
     SoInput input;
-    if (input.openFile(argv[1]) && reader->canConvert(&input)) {
+    if (input.openFile(path.c_str()) && reader->canConvert(&input)) {
         // A conversion leaves std::cout on its closed log, so the program puts its own buffer back.
         std::streambuf* const output = std::cout.rdbuf();
         SoSeparator* const root = reader->convert(&input);
