@@ -326,6 +326,8 @@ void FltToInventor::disableFileLogging()
 
 void FltToInventor::makeStats() const
 {
+    if (fltParser == nullptr || fltParser->getInput() == nullptr || recordsDestroyed)
+        return;
     FltStatisticsTool tool;
     std::string const fileName = fltParser->getInput()->getFileName();
     tool.setFltFile(fileName.c_str());

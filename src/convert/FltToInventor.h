@@ -148,7 +148,8 @@ public:
     void disableFileLogging();
 
     /// Writes the counts of the parser's records by opcode into a file: the input's name with ".stat" behind
-    /// it. To be called while the records are alive.
+    /// it. To be called while the records are alive; afterwards, or without a parser and its input, it does
+    /// nothing.
     void makeStats() const;
 
     /// @name Dispatch
