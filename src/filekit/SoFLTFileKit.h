@@ -4,8 +4,8 @@
 
 #include <Inventor/annex/ForeignFiles/SoForeignFileKit.h>
 
-/// OpenFlight databases for every program on the toolkit: SoDB::readAll(), SoFile and SoInput read a ".flt" as
-/// if it were the toolkit's own format. The toolkit finds this class by its name, and loads it out of
+/// OpenFlight databases for every program on the toolkit: SoDB::readAll(), SoFile and SoInput read a ".flt"
+/// as if it were the toolkit's own format. The toolkit finds this class by its name, and loads it out of
 /// libSoFLTFileKit.so, once the program has called SoNodeKit::init() or SoInteraction::init().
 class VELLOREADER_API SoFLTFileKit : public SoForeignFileKit
 {

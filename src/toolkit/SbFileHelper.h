@@ -9,7 +9,8 @@
 class VELLOREADER_API SbFileHelper
 {
 public:
-    /// The text behind the last dot of the name's last part: "flt" of "a.b/tower.flt". Empty if there is none.
+    /// The text behind the last dot of the name's last part: "flt" of "a.b/tower.flt". Empty if there is
+    /// none.
     static SbString getExtension(SbString const& name);
 
     /// Opens a regular file; anything else, a directory or a pipe, is refused rather than waited for.

@@ -2,8 +2,8 @@
 
 #include "toolkit/VelloReaderExport.h"
 
-/// An object that counts its references, in the way of the toolkit's nodes: it begins with none, and goes with
-/// its last one. Not for use from two threads at a time.
+/// An object that counts its references, in the way of the toolkit's nodes: it begins with none, and goes
+/// with its last one. Not for use from two threads at a time.
 class VELLOREADER_API SoRefCounter
 {
 public:
