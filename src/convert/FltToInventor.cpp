@@ -165,7 +165,7 @@ void FltToInventor::init()
 
 FltToInventor::~FltToInventor()
 {
-    deleteCurrentFltParser();
+    FltToInventor::deleteCurrentFltParser();
     for (FltParser* parser : retiredParsers) {
         parser->setInput(nullptr);
         delete parser;

@@ -34,7 +34,7 @@ bool FltLogBuffer::close()
 {
     if (file < 0)
         return false;
-    write();
+    FltLogBuffer::write();
     if (::close(file) != 0)
         failed = true;
     file = -1;

@@ -1,5 +1,6 @@
 #include "records/FltNumberText.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -50,7 +51,8 @@ char* writeExactly(char* at, double value)
 char* writeFixed(char* at, char const* digits, int count, int exponent)
 {
     if (exponent < 0) {
-        std::memcpy(at, "0.000", 5);
+        std::fill_n(at, 5, '0');
+        at[1] = '.';
         at += 1 - exponent;
         std::memcpy(at, digits, static_cast<std::size_t>(digitCount));
         return at + count;
