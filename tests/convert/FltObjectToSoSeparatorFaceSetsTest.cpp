@@ -128,10 +128,8 @@ TEST(FltObjectToSoSeparatorFaceSetsTest, TexturedObjectAsWholeText)
     flt.add("PopSubface").pop().pop();
     ConvertedScene const scene(flt);
     EXPECT_EQ(sceneText(scene.find("object")), R"(DEF object Separator {
-
   MaterialBinding {
     value PER_FACE_INDEXED
-
   }
   DEF faceVertexColorNormalUVSoMaterialSet Material {
     ambientColor 0.2 0.2 0.2
@@ -140,7 +138,6 @@ TEST(FltObjectToSoSeparatorFaceSetsTest, TexturedObjectAsWholeText)
     emissiveColor 0 0 0
     shininess 0.2
     transparency 0
-
   }
   DEF SoIFSVertexColorNormalUV IndexedFaceSet {
     vertexProperty 
@@ -152,16 +149,13 @@ TEST(FltObjectToSoSeparatorFaceSetsTest, TexturedObjectAsWholeText)
       texCoord [ 0 0,
           0 1 ]
       orderedRGBA [  ]
-
     }
     coordIndex [ 0, 1, -1 ]
     materialIndex 0
-
   }
   PolygonOffset {
     factor -1
     units -30
-
   }
   DEF subFaceVertexColorNormalUVSoMaterialSet Material {
     ambientColor 1 0 0
@@ -170,20 +164,16 @@ TEST(FltObjectToSoSeparatorFaceSetsTest, TexturedObjectAsWholeText)
     emissiveColor 0 0 0
     shininess 0
     transparency 0
-
   }
   DEF isolateTexturesNodes Separator {
-
     Texture2 {
       filename "texture7.rgb"
-
     }
     DEF SoIFSVertexColorNormalUV IndexedFaceSet {
       vertexProperty 
       USE vertexColorNormalUVProperty
       coordIndex [ 1, 0, -1 ]
       materialIndex 0
-
     }
   }
 }
@@ -249,8 +239,8 @@ TEST(FltObjectToSoSeparatorFaceSetsTest, OldVerticesWithNormalAreFollowedByThose
     EXPECT_STREQ(property.getName().getString(), "OLD_VERTEX_COLOR_NORMAL");
     ASSERT_EQ(property.vertex.getNum(), 1);
     EXPECT_EQ(property.vertex[0], SbVec3f(3, 0, 0));
-    EXPECT_EQ(property.texCoord.getNum(), 0);
-    EXPECT_EQ(property.normal.getNum(), 0);
+    EXPECT_TRUE(property.texCoord.isDefault());
+    EXPECT_TRUE(property.normal.isDefault());
 }
 
 TEST(FltObjectToSoSeparatorFaceSetsTest, OldVerticesWithColourAloneGiveNoFaceSet)
@@ -473,10 +463,8 @@ TEST_F(FltObjectToSoSeparatorFaceSetsByHandTest,
         1 0 -1,
         0 0 0 ]
     materialBinding PER_FACE_INDEXED
-
   }
   numVertices 3
-
 }
 )");
 }
