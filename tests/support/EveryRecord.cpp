@@ -206,7 +206,7 @@ private:
             {{"dataLength", 15}, {"subTypeWord", 2}, {"packedData", std::string("a.wav\0brake.wav", 15)}});
         addLong("EyePointTrackPlane", 290);
         if (!isBrief)
-            add("EyePointTrackPlaneAsTrackPlane", {{"activeFlag", 1}});
+            add("EyePointTrackPlaneAsTrackPlane", {{"activeFlag", -1}});
         flt.addRaw(90, "linkage palette of no class");
         flt.addRaw(115, "an opcode above the last");
     }
