@@ -226,7 +226,7 @@ void FltObjectToSoSeparator::addOldVertexFaceSet(FltRecordFace const& face)
             true);
         return;
     }
-    SoIndexedFaceSet* const faceSet = makeFaceSet("OLD_VERTEX", oldVertex.property, oldVertex.indices);
+    SoIndexedFaceSet* const faceSet = makeOldVertexFaceSet("OLD_VERTEX", oldVertex);
     if (face.texturePatternIndex == -1) {
         destination->addChild(faceSet);
         return;

@@ -22,7 +22,6 @@ namespace
 {
 
 constexpr int oldestRevision = 11;
-constexpr int initialVertexCapacity = 100000;
 
 /// Deletes every record once. An object may stand in neighbouring entries.
 void deleteRecords(std::vector<FltRecord*> const& records)
@@ -86,6 +85,8 @@ void unrefAll(Nodes const& nodes)
 }
 
 } // namespace
+
+int FltToInventor::initialVertexCapacity = 100000;
 
 char const* FltToInventor::getProductNameString()
 {

@@ -361,6 +361,11 @@ private:
     /// Hangs the scene of an external file below @p parent, or tells why not.
     void convertExternalFile(std::string const& path, std::string const& fullPath, SoGroup* parent);
 
+    /// Vertices of each form that there is room for before the first one grows. Tests make it small, so that
+    /// small databases grow.
+    static int initialVertexCapacity;
+    friend class SmallVertexPalettes;
+
     FltParser* fltParser = nullptr;
     bool ownsFltParser = false;
     SoSeparator* result = nullptr;

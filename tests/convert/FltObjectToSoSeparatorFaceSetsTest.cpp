@@ -7,6 +7,7 @@
 #include "support/RecordText.h"
 #include "support/SceneText.h"
 #include "support/StreamCapture.h"
+#include "support/Traversal.h"
 
 #include <Inventor/nodes/SoFaceSet.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
@@ -241,6 +242,30 @@ TEST(FltObjectToSoSeparatorFaceSetsTest, OldVerticesWithNormalAreFollowedByThose
     EXPECT_EQ(property.vertex[0], SbVec3f(3, 0, 0));
     EXPECT_TRUE(property.texCoord.isDefault());
     EXPECT_TRUE(property.normal.isDefault());
+}
+
+TEST(FltObjectToSoSeparatorFaceSetsTest, OldVertexFaceSetsAreTakenApartIntoTrianglesWithoutMaterialIndices)
+{
+    FltWriter flt(11);
+    std::vector<double> const offsets = triangle(flt.vertexPalette(), "VertexColor");
+    beginObject(flt);
+    for (char const* const form : {"OldVertex", "OldVertexColor", "OldVertexColorNormal"}) {
+        flt.add("Face").push();
+        for (int i = 0; i < 3; ++i)
+            flt.add(form, {{"Xcoordinate", i}, {"Ycoordinate", i * i}});
+        flt.add("VertexList", {{"offsets", offsets}}).pop();
+    }
+    ConvertedScene const scene(endObject(flt));
+    EXPECT_EQ(objectOutline(scene), "Separator object\n"
+                                    "  MaterialBinding\n"
+                                    "  IndexedFaceSet OLD_VERTEX: 0 1 2 -1\n"
+                                    "  IndexedFaceSet OLD_VERTEX: 0 1 2 -1\n"
+                                    "  IndexedFaceSet OLD_VERTEX: 0 1 2 -1\n"
+                                    "  Material faceVertexColorSoMaterialSet\n"
+                                    "  IndexedFaceSet SoIFSVertexColor: 0 1 2 -1 0 1 2 -1 0 1 2 -1 | 0 1 2\n"
+                                    "  IndexedFaceSet OLD_VERTEX_COLOR_NORMAL: 0 1 2 -1\n"
+                                    "  IndexedFaceSet OLD_VERTEX_COLOR: 0 1 2\n");
+    EXPECT_EQ(traverse(scene.root), 8);
 }
 
 TEST(FltObjectToSoSeparatorFaceSetsTest, OldVerticesWithColourAloneGiveNoFaceSet)
