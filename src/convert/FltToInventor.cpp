@@ -76,6 +76,20 @@ private:
     std::vector<FltRecord*>& records;
 };
 
+/// Sets a flag for as long as this object lives.
+class FlagRaised
+{
+public:
+    explicit FlagRaised(bool& flag) : flag(flag) { flag = true; }
+    ~FlagRaised() { flag = false; }
+
+    FlagRaised(FlagRaised const&) = delete;
+    FlagRaised& operator=(FlagRaised const&) = delete;
+
+private:
+    bool& flag;
+};
+
 template <class Nodes>
 void unrefAll(Nodes const& nodes)
 {
@@ -190,6 +204,7 @@ void FltToInventor::update(FltRecord const* /*record*/) {}
 void FltToInventor::setResult(SoSeparator* root)
 {
     result = root != nullptr ? root : new SoSeparator;
+    rootIsHeld = false;
 }
 
 SoSeparator* FltToInventor::getResult() const
@@ -268,6 +283,8 @@ void FltToInventor::visitAllFltRecords()
 {
     std::vector<FltRecord*>& records = fltParser->getFltRecords();
     NullEntryBehind const end(records);
+    FlagRaised const visiting(visitsRecords);
+    switchStates.clear();
     for (RecordIterator iterator = records.begin(); *iterator != nullptr;) {
         FltRecord* const record = *iterator;
         std::string const category = record->getRecordCategory();

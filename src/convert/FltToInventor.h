@@ -399,6 +399,7 @@ private:
     bool fileLoggingEnabled = false;
     FltLogStream* logStream = nullptr;
 
+    bool rootIsHeld = false; ///< By the reference that is the caller's.
     bool recordsDestroyed = false;
     std::vector<FltParser*> retiredParsers;
     std::vector<SoNode*> unattachedNodes; ///< Ref'd: they go with this object.
@@ -407,6 +408,7 @@ private:
     std::map<std::string, ExternalFile> externalFiles; ///< What is known of the files in externalReferences.
     std::map<int, int> instanceScopes;
     mutable std::unordered_map<SoGroup*, SwitchState> switchStates;
+    bool visitsRecords = false; ///< While the nodes of a whole file are built.
     int vertexTargets[vertexFormCount] = {colorForm, colorNormalForm, colorUVForm, colorNormalUVForm};
     FltInstanceGraph instanceGraph;
     References ownReferences;

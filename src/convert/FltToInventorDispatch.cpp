@@ -290,7 +290,9 @@ void FltToInventor::visitHeader(FltRecordHeader const* record)
 {
     if (result == nullptr)
         result = new SoSeparator;
-    result->ref();
+    if (!rootIsHeld) // a broken file may have several headers
+        result->ref();
+    rootIsHeld = true;
     result->setName("root");
     current = {result, {}, 0};
     silence(result);

@@ -372,11 +372,11 @@ int FltToInventor::currentNumberOfSwitchChildren(SoGroup* group) const
 
 bool FltToInventor::isSoSwitchTraverseHisChildren(SoGroup* group) const
 {
-    // A switch of thousands of children is asked once for each: parse its text once and count on from last
-    // time.
+    // A conversion only ever adds children, and asks a switch of thousands once for each: parse its text once
+    // and count on from last time. At other times a group may have changed, or be another one.
+    if (!visitsRecords)
+        switchStates.clear();
     SwitchState& state = switchStates[group];
-    if (state.childrenSeen > group->getNumChildren())
-        state = SwitchState();
     for (; state.childrenSeen < group->getNumChildren(); ++state.childrenSeen) {
         SoNode* const child = group->getChild(state.childrenSeen);
         if (child->isOfType(SoSwitch::getClassTypeId()))

@@ -18,6 +18,7 @@ namespace
 
 constexpr int undefinedPropertyId = 5;
 constexpr std::uint32_t white = 0xffffffff;
+constexpr std::uint32_t black = 0x000000ff;
 constexpr unsigned noColorFlag = 0x2000;
 constexpr unsigned packedColorFlag = 0x1000;
 
@@ -285,20 +286,25 @@ void FltToInventor::copyVertexToVertexColorNormalUV(int sourceId, int sourceInde
                                                     int& resultIndex)
 {
     SoVertexProperty& property = *vertexColorNormalUVProperty;
+    SoVertexProperty const& source = *getVertexPropertyFromIntId(sourceId);
     int const index = vertexCounts[colorNormalUVForm];
-    if (index >= property.vertex.getNum()) {
+    bool const grows = index >= property.vertex.getNum();
+    if (grows) {
         vertexCapacities[colorNormalUVForm] = index + 1;
         property.texCoord.setNum(index + 1);
         property.normal.setNum(index + 1);
         property.vertex.setNum(index + 1);
     }
     // The colours are dropped: the field is empty after every copy, and colour reaches the shapes by their
-    // faces.
+    // faces. A source without one leaves black at the next place of the first form.
+    int const sourceColors = grows && &source == &property ? index + 1 : source.orderedRGBA.getNum();
+    VertexFieldPointers const& first = vertexFieldPointers[colorForm];
+    if (sourceIndex >= sourceColors && vertexCounts[colorForm] < first.orderedRGBANum)
+        first.orderedRGBA[vertexCounts[colorForm]] = black;
     if (property.orderedRGBA.getNum() > 0)
         property.orderedRGBA.setNum(0);
     takeVertexFieldPointers(colorNormalUVForm);
 
-    SoVertexProperty const& source = *getVertexPropertyFromIntId(sourceId);
     VertexFieldPointers const& pointers = vertexFieldPointers[colorNormalUVForm];
     bool const hasVertex = sourceIndex >= 0 && sourceIndex < source.vertex.getNum();
     bool const hasTexCoord = sourceIndex >= 0 && sourceIndex < source.texCoord.getNum();

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "support/FltWriter.h"
+#include "support/MemoryInput.h"
+#include "support/StreamCapture.h"
+
+#include <vector>
+
+/// The records of a database with a null entry behind them, as the handlers of a conversion expect them. The
+/// header is the first.
+class ParsedRecords
+{
+public:
+    using Iterator = std::vector<FltRecord*>::const_iterator;
+
+    explicit ParsedRecords(FltWriter const& flt) : input(flt.bytes()), parser(&input)
+    {
+        StreamCapture const out(std::cout);
+        parser.run();
+        entries = parser.getFltRecords();
+        entries.push_back(nullptr);
+    }
+    ~ParsedRecords()
+    {
+        destroyRecords(parser);
+        parser.setInput(nullptr);
+    }
+
+    ParsedRecords(ParsedRecords const&) = delete;
+    ParsedRecords& operator=(ParsedRecords const&) = delete;
+
+    /// An iterator on a record.
+    Iterator at(int index) const { return entries.begin() + index; }
+
+    /// The place of an iterator.
+    int indexOf(Iterator iterator) const { return static_cast<int>(iterator - entries.begin()); }
+
+    /// The place of the null entry.
+    int end() const { return static_cast<int>(entries.size()) - 1; }
+
+private:
+    MemoryInput input;
+    FltParser parser;
+    std::vector<FltRecord*> entries;
+};
