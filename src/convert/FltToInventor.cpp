@@ -204,7 +204,6 @@ void FltToInventor::update(FltRecord const* /*record*/) {}
 void FltToInventor::setResult(SoSeparator* root)
 {
     result = root != nullptr ? root : new SoSeparator;
-    rootIsHeld = false;
 }
 
 SoSeparator* FltToInventor::getResult() const

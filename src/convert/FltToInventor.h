@@ -399,7 +399,6 @@ private:
     bool fileLoggingEnabled = false;
     FltLogStream* logStream = nullptr;
 
-    bool rootIsHeld = false; ///< By the reference that is the caller's.
     bool recordsDestroyed = false;
     std::vector<FltParser*> retiredParsers;
     std::vector<SoNode*> unattachedNodes; ///< Ref'd: they go with this object.
