@@ -166,7 +166,7 @@ void FltToInventor::init()
 
 FltToInventor::~FltToInventor()
 {
-    deleteCurrentFltParser();
+    FltToInventor::deleteCurrentFltParser();
     for (FltParser* parser : retiredParsers) {
         parser->setInput(nullptr);
         delete parser;
@@ -327,6 +327,8 @@ void FltToInventor::disableFileLogging()
 
 void FltToInventor::makeStats() const
 {
+    if (fltParser == nullptr || fltParser->getInput() == nullptr || recordsDestroyed)
+        return;
     FltStatisticsTool tool;
     std::string const fileName = fltParser->getInput()->getFileName();
     tool.setFltFile(fileName.c_str());
