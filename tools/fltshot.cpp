@@ -9,7 +9,6 @@
 #include <Inventor/SbRotation.h>
 #include <Inventor/SbViewportRegion.h>
 #include <Inventor/SoOffscreenRenderer.h>
-#include <Inventor/SoPrimitiveVertex.h>
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGLRenderAction.h>
 #include <Inventor/nodes/SoCoordinate3.h>
@@ -17,13 +16,14 @@
 #include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoEnvironment.h>
 #include <Inventor/nodes/SoFaceSet.h>
+#include <Inventor/nodes/SoIndexedFaceSet.h>
 #include <Inventor/nodes/SoLightModel.h>
 #include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoMaterialBinding.h>
 #include <Inventor/nodes/SoOrthographicCamera.h>
 #include <Inventor/nodes/SoPerspectiveCamera.h>
 #include <Inventor/nodes/SoSeparator.h>
-#include <Inventor/nodes/SoShape.h>
+#include <Inventor/nodes/SoVertexProperty.h>
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -92,33 +92,36 @@ SbRotation viewFrom(float azimuth, float elevation)
            SbRotation(SbVec3f(0, 0, 1), radians(180 - azimuth));
 }
 
-/// The corners of all triangles that are drawn.
-///
-/// A bounding box doesn't do: every face set of a database points at one palette of vertices, and the toolkit
-/// takes the box of the whole palette for the box of each.
+/// The corners of all faces that are drawn: the picture is fitted to them, more tightly than to their box.
 class DrawnPoints
 {
 public:
     explicit DrawnPoints(SoNode* scene)
     {
         SoCallbackAction action;
-        action.addTriangleCallback(SoShape::getClassTypeId(), take, this);
+        action.addPreCallback(SoIndexedFaceSet::getClassTypeId(), take, this);
         action.apply(scene);
     }
 
     std::vector<SbVec3f> points;
 
 private:
-    static void take(void* self, SoCallbackAction* action, SoPrimitiveVertex const* a,
-                     SoPrimitiveVertex const* b, SoPrimitiveVertex const* c)
+    static SoCallbackAction::Response take(void* self, SoCallbackAction* action, SoNode const* node)
     {
         auto& points = static_cast<DrawnPoints*>(self)->points;
-        for (SoPrimitiveVertex const* corner : {a, b, c}) {
+        auto const* const faces = static_cast<SoIndexedFaceSet const*>(node);
+        auto const* const property = static_cast<SoVertexProperty const*>(faces->vertexProperty.getValue());
+        for (int i = 0; property != nullptr && i < faces->coordIndex.getNum(); ++i) {
+            int const index = faces->coordIndex[i];
+            if (index < 0 || index >= property->vertex.getNum())
+                continue;
             SbVec3f point;
-            action->getModelMatrix().multVecMatrix(corner->getPoint(), point);
+            action->getModelMatrix().multVecMatrix(property->vertex[index], point);
             if (std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2]))
                 points.push_back(point);
         }
+        // No triangles are wanted, and the toolkit can't make them of faces without materials.
+        return SoCallbackAction::PRUNE;
     }
 };
 

@@ -148,10 +148,10 @@ void FltObjectToSoSeparator::finishNodes()
         if (batch.material != nullptr)
             forEachField(*batch.material, tellOnce);
     for (OldVertexSet const* set : {&oldVertexColorNormal, &oldVertexColor, &oldVertex})
-        if (set->property != nullptr)
-            for (SoField* field : {static_cast<SoField*>(&set->property->vertex),
-                                   static_cast<SoField*>(&set->property->texCoord)})
-                tellOnce(*field);
+        if (set->property != nullptr) {
+            set->property->enableNotify(TRUE);
+            set->property->touch();
+        }
 }
 
 void FltObjectToSoSeparator::getAllRecordsFromFltObject(RecordIterator& iterator,
@@ -226,7 +226,7 @@ void FltObjectToSoSeparator::addOldVertexFaceSet(FltRecordFace const& face)
             true);
         return;
     }
-    SoIndexedFaceSet* const faceSet = makeFaceSet("OLD_VERTEX", oldVertex.property, oldVertex.indices);
+    SoIndexedFaceSet* const faceSet = makeOldVertexFaceSet("OLD_VERTEX", oldVertex);
     if (face.texturePatternIndex == -1) {
         destination->addChild(faceSet);
         return;
@@ -416,8 +416,7 @@ void FltObjectToSoSeparator::addOldVertex(OldVertexSet& set, char const* name,
         set.property = new SoVertexProperty;
         set.property->ref();
         set.property->setName(name);
-        silence(set.property->vertex);
-        silence(set.property->texCoord);
+        set.property->enableNotify(FALSE); // face sets in the scene may hold it already
     }
     set.property->vertex.set1Value(set.count, static_cast<float>(vertex.Xcoordinate),
                                    static_cast<float>(vertex.Ycoordinate),

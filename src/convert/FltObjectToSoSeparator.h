@@ -208,8 +208,9 @@ private:
     void addBatch(Batch const& batch, SoVertexProperty*& property);
     void addTexture(SoGroup& group, int textureIndex);
     void addFaceSetOf(OldVertexSet const& set, char const* name);
-    static SoIndexedFaceSet* makeFaceSet(char const* name, SoVertexProperty* property,
-                                         std::vector<int> const& indices);
+    static void fillFaceSet(SoIndexedFaceSet& faceSet, char const* name, SoVertexProperty* property,
+                            std::vector<int> const& indices);
+    static SoIndexedFaceSet* makeOldVertexFaceSet(char const* name, OldVertexSet const& set);
     static void handOver(SoMFInt32& field, std::vector<int> const& values);
 
     bool isBuilt = false;

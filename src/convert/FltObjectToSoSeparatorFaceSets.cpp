@@ -4,6 +4,9 @@
 #include "parser/FltWarningMessageConsole.h"
 #include "records/FltRecordFace.h"
 
+#include <Inventor/actions/SoGLRenderAction.h>
+#include <Inventor/elements/SoMaterialBindingElement.h>
+#include <Inventor/misc/SoState.h>
 #include <Inventor/nodes/SoFaceSet.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
 #include <Inventor/nodes/SoMaterial.h>
@@ -21,6 +24,43 @@ struct SoIndexedFaceSetToFinalize {
     std::vector<int> coordinateIndices;   ///< -1 closes each face.
     std::vector<int> faceMaterialIndices; ///< One for each face.
     int textureFileIndex = -1;            ///< -1 for none.
+};
+
+/// A face set without material indices. The material binding of the object wants one for each face, and the
+/// toolkit would look for them behind a null pointer: these faces all take the first material.
+class OldVertexFaceSet final : public SoIndexedFaceSet
+{
+public:
+    void GLRender(SoGLRenderAction* action) override
+    {
+        OneMaterial const forAll(action, this);
+        SoIndexedFaceSet::GLRender(action);
+    }
+
+protected:
+    void generatePrimitives(SoAction* action) override
+    {
+        OneMaterial const forAll(action, this);
+        SoIndexedFaceSet::generatePrimitives(action);
+    }
+
+private:
+    class OneMaterial
+    {
+    public:
+        OneMaterial(SoAction* action, SoNode* node) : state(action->getState())
+        {
+            state->push();
+            SoMaterialBindingElement::set(state, node, SoMaterialBindingElement::OVERALL);
+        }
+        ~OneMaterial() { state->pop(); }
+
+        OneMaterial(OneMaterial const&) = delete;
+        OneMaterial& operator=(OneMaterial const&) = delete;
+
+    private:
+        SoState* state;
+    };
 };
 
 } // namespace
@@ -75,8 +115,8 @@ void FltObjectToSoSeparator::buildAndAddIndexedFaceSetFromIndicesVectorOneTextur
     std::vector<int> const& indices, std::vector<int> const& materials, std::vector<int> const& textures,
     SoVertexProperty*& property)
 {
-    SoIndexedFaceSet* const faceSet =
-        makeFaceSet(getSoIndexedFaceSetNameFromSoVertexProperty(property), property, indices);
+    auto* const faceSet = new SoIndexedFaceSet;
+    fillFaceSet(*faceSet, getSoIndexedFaceSetNameFromSoVertexProperty(property), property, indices);
     handOver(faceSet->materialIndex, materials);
     int const textureFileIndex = getTextureFileIndex(textures);
     if (textureFileIndex == -1) {
@@ -165,7 +205,7 @@ void FltObjectToSoSeparator::buildAndAddIndexedFaceSetFromOldVertex()
 void FltObjectToSoSeparator::addFaceSetOf(OldVertexSet const& set, char const* name)
 {
     if (!set.indices.empty())
-        destination->addChild(makeFaceSet(name, set.property, set.indices));
+        destination->addChild(makeOldVertexFaceSet(name, set));
 }
 
 void FltObjectToSoSeparator::addFaceSetFromVertexListNoGlobalSoVertexProperty(FltRecordVertexList const* list)
@@ -197,13 +237,18 @@ void FltObjectToSoSeparator::addTexture(SoGroup& group, int textureIndex)
         group.addChild(texture);
 }
 
-SoIndexedFaceSet* FltObjectToSoSeparator::makeFaceSet(char const* name, SoVertexProperty* property,
-                                                      std::vector<int> const& indices)
+void FltObjectToSoSeparator::fillFaceSet(SoIndexedFaceSet& faceSet, char const* name,
+                                         SoVertexProperty* property, std::vector<int> const& indices)
 {
-    auto* const faceSet = new SoIndexedFaceSet;
-    faceSet->setName(name);
-    faceSet->vertexProperty = property;
-    handOver(faceSet->coordIndex, indices);
+    faceSet.setName(name);
+    faceSet.vertexProperty = property;
+    handOver(faceSet.coordIndex, indices);
+}
+
+SoIndexedFaceSet* FltObjectToSoSeparator::makeOldVertexFaceSet(char const* name, OldVertexSet const& set)
+{
+    auto* const faceSet = new OldVertexFaceSet;
+    fillFaceSet(*faceSet, name, set.property, set.indices);
     return faceSet;
 }
 

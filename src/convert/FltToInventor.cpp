@@ -22,7 +22,6 @@ namespace
 {
 
 constexpr int oldestRevision = 11;
-constexpr int initialVertexCapacity = 100000;
 
 /// Deletes every record once. An object may stand in neighbouring entries.
 void deleteRecords(std::vector<FltRecord*> const& records)
@@ -100,6 +99,8 @@ void unrefAll(Nodes const& nodes)
 }
 
 } // namespace
+
+int FltToInventor::initialVertexCapacity = 100000;
 
 char const* FltToInventor::getProductNameString()
 {
@@ -179,7 +180,7 @@ void FltToInventor::init()
 
 FltToInventor::~FltToInventor()
 {
-    deleteCurrentFltParser();
+    FltToInventor::deleteCurrentFltParser();
     for (FltParser* parser : retiredParsers) {
         parser->setInput(nullptr);
         delete parser;
@@ -203,7 +204,6 @@ void FltToInventor::update(FltRecord const* /*record*/) {}
 void FltToInventor::setResult(SoSeparator* root)
 {
     result = root != nullptr ? root : new SoSeparator;
-    rootIsHeld = false;
 }
 
 SoSeparator* FltToInventor::getResult() const
@@ -343,6 +343,8 @@ void FltToInventor::disableFileLogging()
 
 void FltToInventor::makeStats() const
 {
+    if (fltParser == nullptr || fltParser->getInput() == nullptr || recordsDestroyed)
+        return;
     FltStatisticsTool tool;
     std::string const fileName = fltParser->getInput()->getFileName();
     tool.setFltFile(fileName.c_str());

@@ -148,7 +148,8 @@ public:
     void disableFileLogging();
 
     /// Writes the counts of the parser's records by opcode into a file: the input's name with ".stat" behind
-    /// it. To be called while the records are alive.
+    /// it. To be called while the records are alive; afterwards, or without a parser and its input, it does
+    /// nothing.
     void makeStats() const;
 
     /// @name Dispatch
@@ -339,7 +340,7 @@ private:
     void finalizeVertexProperties();
     void makeRoomForIndices(int form);
     void closeVertexProperties();
-    VertexEntry& entryAt(unsigned long offset) { return offsetToVertexEntryMap[offset]; }
+    VertexEntry& entryAt(unsigned long offset);
     void addVertex(int form, FltRecordVertexColor const& record, float const* normal, float const* texture);
     std::uint32_t packedColorOf(int form, FltRecordVertexColor const& record) const;
 
@@ -360,6 +361,11 @@ private:
     /// Hangs the scene of an external file below @p parent, or tells why not.
     void convertExternalFile(std::string const& path, std::string const& fullPath, SoGroup* parent);
 
+    /// Vertices of each form that there is room for before the first one grows. Tests make it small, so that
+    /// small databases grow.
+    static int initialVertexCapacity;
+    friend class SmallVertexPalettes;
+
     FltParser* fltParser = nullptr;
     bool ownsFltParser = false;
     SoSeparator* result = nullptr;
@@ -369,6 +375,7 @@ private:
     std::string relativePath;
     std::map<std::string, SoSeparator*> externalReferences;
     std::map<unsigned long, VertexEntry> offsetToVertexEntryMap;
+    std::map<unsigned long, VertexEntry>::iterator lastVertexEntry = offsetToVertexEntryMap.end();
     unsigned long nextVertexOffset = 8;
     SoVertexProperty* vertexColorProperty = nullptr;
     SoVertexProperty* vertexColorUVProperty = nullptr;
@@ -392,7 +399,6 @@ private:
     bool fileLoggingEnabled = false;
     FltLogStream* logStream = nullptr;
 
-    bool rootIsHeld = false; ///< By the reference that is the caller's.
     bool recordsDestroyed = false;
     std::vector<FltParser*> retiredParsers;
     std::vector<SoNode*> unattachedNodes; ///< Ref'd: they go with this object.

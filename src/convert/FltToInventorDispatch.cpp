@@ -290,9 +290,7 @@ void FltToInventor::visitHeader(FltRecordHeader const* record)
 {
     if (result == nullptr)
         result = new SoSeparator;
-    if (!rootIsHeld) // a broken file may have several headers
-        result->ref();
-    rootIsHeld = true;
+    result->ref();
     result->setName("root");
     current = {result, {}, 0};
     silence(result);

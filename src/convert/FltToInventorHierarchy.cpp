@@ -92,6 +92,9 @@ std::vector<std::int32_t> maskNumbersOf(char const* text)
     return numbers;
 }
 
+/// No list of a switch's numbers, and no number of children, comes near this.
+constexpr std::int64_t farFromAnyList = std::int64_t(1) << 40;
+
 /// Whether a switch draws its next child, when it has so many of them. What would be read outside the list is
 /// off.
 bool isBitSet(std::vector<std::int32_t> const& numbers, int switchChildren)
@@ -100,7 +103,10 @@ bool isBitSet(std::vector<std::int32_t> const& numbers, int switchChildren)
         return false;
     std::int64_t const currentMask = numbers[0];
     std::int64_t const wordsPerMask = numbers[2];
-    std::int64_t const index = (currentMask * wordsPerMask + wordsPerMask) * 32 + 5 - switchChildren;
+    std::int64_t const words = (currentMask + 1) * wordsPerMask;
+    if (std::abs(words) > farFromAnyList)
+        return false;
+    std::int64_t const index = words * 32 + 5 - switchChildren;
     return index >= 0 && index < static_cast<std::int64_t>(numbers.size()) &&
            numbers[static_cast<std::size_t>(index)] == 1;
 }

@@ -236,6 +236,17 @@ void FltToInventor::closeVertexProperties()
     }
 }
 
+/// Faces mostly name vertices that lie side by side in the palette, so the search begins behind the last one.
+VertexEntry& FltToInventor::entryAt(unsigned long offset)
+{
+    auto const end = offsetToVertexEntryMap.end();
+    if (lastVertexEntry != end && lastVertexEntry->first != offset)
+        ++lastVertexEntry;
+    if (lastVertexEntry == end || lastVertexEntry->first != offset)
+        lastVertexEntry = offsetToVertexEntryMap.try_emplace(offset).first;
+    return lastVertexEntry->second;
+}
+
 int FltToInventor::getIndexVertexFromOffset(unsigned long offset)
 {
     return entryAt(offset).index;

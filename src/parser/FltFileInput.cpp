@@ -1,12 +1,11 @@
 #include "parser/FltFileInput.h"
 
+#include "toolkit/SbFileHelper.h"
+
 #include <algorithm>
 #include <cstring>
-#include <fcntl.h>
 #include <iostream>
 #include <string_view>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace
 {
@@ -18,20 +17,6 @@ std::unique_ptr<char[]> copyOf(std::string_view text)
     return copy;
 }
 
-/// Opens a regular file for reading; null for anything else. A pipe without a writer must not make us wait.
-FILE* openRegularFile(char const* fileName)
-{
-    int const descriptor = ::open(fileName, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0)
-        return nullptr;
-    struct stat status;
-    FILE* const file =
-        ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) ? ::fdopen(descriptor, "rb") : nullptr;
-    if (file == nullptr)
-        ::close(descriptor);
-    return file;
-}
-
 } // namespace
 
 FltFileInput::FltFileInput(char const* name) : fileName(copyOf(name != nullptr ? name : ""))
@@ -40,7 +25,7 @@ FltFileInput::FltFileInput(char const* name) : fileName(copyOf(name != nullptr ?
     std::replace(begin, begin + std::strlen(begin), '\\', '/');
     if (char const* const slash = std::strrchr(begin, '/'))
         dirName = copyOf({begin, static_cast<std::size_t>(slash + 1 - begin)});
-    file.reset(openRegularFile(begin));
+    file.reset(SbFileHelper::open(begin, "rb"));
     flowCreated = file != nullptr;
     tellOpening(begin, flowCreated);
     if (!flowCreated)

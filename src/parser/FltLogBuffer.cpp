@@ -4,8 +4,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-FltLogBuffer* FltLogBuffer::current = nullptr;
-
 bool FltLogBuffer::open(char const* path)
 {
     close();
@@ -36,7 +34,7 @@ bool FltLogBuffer::close()
 {
     if (file < 0)
         return false;
-    write();
+    FltLogBuffer::write();
     if (::close(file) != 0)
         failed = true;
     file = -1;

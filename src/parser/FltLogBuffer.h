@@ -1,13 +1,14 @@
 #pragma once
 
+#include "records/FltDumpBuffer.h"
+
 #include <memory>
 #include <ostream>
-#include <streambuf>
 
 /// The buffer of a log file. Lines of a dump end with a flush, as a host that passes its own stream expects;
 /// this buffer takes such flushes lightly and writes large blocks: when one is full, when write() is called,
 /// and when the log closes. Output that can't be written, or that comes after close(), is lost.
-class FltLogBuffer : public std::streambuf
+class FltLogBuffer : public FltDumpBuffer
 {
 public:
     /// Creates or empties the file at @p path; a file that is open is closed first. @return whether that
@@ -15,7 +16,7 @@ public:
     bool open(char const* path);
 
     /// Writes what is waiting.
-    void write();
+    void write() override;
 
     /// Writes what is waiting and closes the file. @return false if anything could not be written
     bool close();
@@ -32,7 +33,6 @@ protected:
 
 private:
     static constexpr int blockSize = 256 * 1024;
-    static FltLogBuffer* current;
 
     std::unique_ptr<char[]> block;
     int file = -1;

@@ -1,6 +1,17 @@
 #include "plugin/Plugin.h"
 
 #include "convert/FltToInventor.h"
+#include "plugin/SoInputFltReader.h"
+
+void initPlugin()
+{
+    return SoInputFltReader::initClass();
+}
+
+void exitPlugin()
+{
+    SoInputFltReader::exitClass();
+}
 
 char const* getProductName()
 {

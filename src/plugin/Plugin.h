@@ -7,6 +7,12 @@ class SoSeparator;
 /// The functions that a host finds by name in the loaded library.
 extern "C" {
 
+/// Registers SoInputFltReader with the toolkit. A second call does nothing.
+VELLOREADER_API void initPlugin();
+
+/// Takes SoInputFltReader out of the toolkit's types. initPlugin() may follow again.
+VELLOREADER_API void exitPlugin();
+
 /// The name of the product, "VelloReader".
 VELLOREADER_API char const* getProductName();
 

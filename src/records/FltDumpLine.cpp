@@ -1,54 +1,76 @@
 #include "records/FltDumpLine.h"
 
+#include "records/FltDumpBuffer.h"
+#include "records/FltNumberText.h"
+
 #include <charconv>
 #include <locale>
 
 namespace
 {
 
-/// Whether the stream would format numbers as std::to_chars does.
-bool formatsByDefault(std::ostream& os)
+char* format(char* first, char* /*last*/, double value)
 {
-    return os.flags() == (std::ios_base::skipws | std::ios_base::dec) && os.precision() == 6 &&
-           os.width() == 0 && os.getloc() == std::locale::classic();
-}
-
-std::to_chars_result format(char* first, char* last, double value)
-{
-    return std::to_chars(first, last, value, std::chars_format::general, 6);
+    return FltNumberText::write(first, value);
 }
 
 template <class Integer>
-std::to_chars_result format(char* first, char* last, Integer value)
+char* format(char* first, char* last, Integer value)
 {
-    return std::to_chars(first, last, value);
+    return std::to_chars(first, last, value).ptr;
 }
 
 } // namespace
 
-FltDumpLine::FltDumpLine(std::ostream& os) : os(os), isDefaultState(formatsByDefault(os)) {}
+FltDumpBuffer* FltDumpBuffer::current = nullptr;
 
-FltDumpLine& FltDumpLine::operator<<(std::string_view text)
+int const FltDumpLine::localeSlot = std::ios_base::xalloc();
+
+/// Whether the stream would format numbers as std::to_chars does.
+bool FltDumpLine::formatsByDefault(std::ostream& os)
+{
+    return os.flags() == (std::ios_base::skipws | std::ios_base::dec) && os.precision() == 6 &&
+           os.width() == 0 && hasClassicLocale(os);
+}
+
+/// A look at a stream's locale costs as much as a line, so its outcome is kept with the stream until the
+/// stream gets another locale.
+bool FltDumpLine::hasClassicLocale(std::ostream& os)
+{
+    auto state = static_cast<LocaleState>(os.iword(localeSlot));
+    if (state == unseen || state == changedLocale)
+        state = lookAtLocale(os, state);
+    return state == classicLocale;
+}
+
+FltDumpLine::LocaleState FltDumpLine::lookAtLocale(std::ostream& os, LocaleState before)
+{
+    if (before == unseen)
+        os.register_callback(noteEvent, localeSlot);
+    LocaleState const state = os.getloc() == std::locale::classic() ? classicLocale : otherLocale;
+    os.iword(localeSlot) = state;
+    return state;
+}
+
+/// A copy of a stream's format brings locale, state and this callback along, all three.
+void FltDumpLine::noteEvent(std::ios_base::event event, std::ios_base& stream, int slot)
+{
+    if (event == std::ios_base::imbue_event)
+        stream.iword(slot) = changedLocale;
+}
+
+/// Text that the stream writes itself, or that the buffer has no room for.
+FltDumpLine& FltDumpLine::putAnyway(std::string_view text)
 {
     if (!isDefaultState) {
         os << text;
         return *this;
     }
-    if (text.size() > sizeof buffer - used) {
-        spill();
-        if (text.size() > sizeof buffer) {
-            os.write(text.data(), static_cast<std::streamsize>(text.size()));
-            return *this;
-        }
-    }
-    text.copy(buffer + used, text.size());
-    used += static_cast<int>(text.size());
+    spill();
+    if (text.size() <= sizeof buffer)
+        return *this << text;
+    os.write(text.data(), static_cast<std::streamsize>(text.size()));
     return *this;
-}
-
-FltDumpLine& FltDumpLine::operator<<(char character)
-{
-    return *this << std::string_view(&character, 1);
 }
 
 template <class Number>
@@ -60,7 +82,7 @@ FltDumpLine& FltDumpLine::number(Number value)
     }
     if (static_cast<int>(sizeof buffer) - used < longestNumber)
         spill();
-    used = static_cast<int>(format(buffer + used, buffer + sizeof buffer, value).ptr - buffer);
+    used = static_cast<int>(format(buffer + used, buffer + sizeof buffer, value) - buffer);
     return *this;
 }
 
@@ -112,10 +134,18 @@ FltDumpLine& FltDumpLine::pointer(std::uint32_t word)
 
 void FltDumpLine::end()
 {
-    if (isDefaultState)
-        *this << '\n';
-    else
+    if (!isDefaultState) {
         os.put(os.widen('\n'));
+        os.flush();
+        return;
+    }
+    *this << '\n';
+    FltDumpBuffer* const dump = FltDumpBuffer::current;
+    if (dump != nullptr && os.rdbuf() == dump && os.good() && os.tie() == nullptr &&
+        dump->take(buffer, used)) {
+        used = 0;
+        return;
+    }
     spill();
     os.flush();
 }

@@ -12,13 +12,20 @@
 class FltDumpLine
 {
 public:
-    explicit FltDumpLine(std::ostream& os);
+    explicit FltDumpLine(std::ostream& os) : os(os), isDefaultState(formatsByDefault(os)) {}
 
     FltDumpLine(FltDumpLine const&) = delete;
     FltDumpLine& operator=(FltDumpLine const&) = delete;
 
-    FltDumpLine& operator<<(std::string_view text);
-    FltDumpLine& operator<<(char character);
+    FltDumpLine& operator<<(std::string_view text)
+    {
+        if (!isDefaultState || text.size() > sizeof buffer - static_cast<std::size_t>(used))
+            return putAnyway(text);
+        text.copy(buffer + used, text.size());
+        used += static_cast<int>(text.size());
+        return *this;
+    }
+    FltDumpLine& operator<<(char character) { return *this << std::string_view(&character, 1); }
     FltDumpLine& operator<<(std::int32_t value);
     FltDumpLine& operator<<(std::uint32_t value);
     FltDumpLine& operator<<(std::uint64_t value);
@@ -34,6 +41,17 @@ public:
     void spill();
 
 private:
+    /// The state of a stream's locale as it is kept with the stream.
+    enum LocaleState : long { unseen, classicLocale, otherLocale, changedLocale };
+
+    static bool formatsByDefault(std::ostream& os);
+    static bool hasClassicLocale(std::ostream& os);
+    static LocaleState lookAtLocale(std::ostream& os, LocaleState before);
+    static void noteEvent(std::ios_base::event event, std::ios_base& stream, int slot);
+    static int const localeSlot;
+
+    FltDumpLine& putAnyway(std::string_view text);
+
     template <class Number>
     FltDumpLine& number(Number value);
 

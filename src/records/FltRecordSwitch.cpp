@@ -5,6 +5,8 @@
 #include "records/FltUtils.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <new>
 
 std::ostream& FltRecordSwitch::nameOpcodeAndLength(std::ostream& os) const
 {
@@ -27,7 +29,9 @@ void FltRecordSwitch::getPropertiesFromData(char* data)
         FltWarningMessageConsole::notifyDamage(
             "A switch has fewer mask words than its counts say: those that are there are kept");
     int const kept = std::min(promised, there);
-    masks.reset(new std::int32_t[kept]); // throws on a negative number
+    if (kept < 0)
+        throw std::bad_array_new_length(); // as gcc's new does by itself
+    masks.reset(new std::int32_t[static_cast<std::size_t>(kept)]);
     maskWordCount = kept;
     FltUtils::getInt32ValuesThenDecal(masks.get(), maskWordCount, cursor);
 }

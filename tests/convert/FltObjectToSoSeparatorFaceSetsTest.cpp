@@ -7,6 +7,7 @@
 #include "support/RecordText.h"
 #include "support/SceneText.h"
 #include "support/StreamCapture.h"
+#include "support/Traversal.h"
 
 #include <Inventor/nodes/SoFaceSet.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
@@ -128,10 +129,8 @@ TEST(FltObjectToSoSeparatorFaceSetsTest, TexturedObjectAsWholeText)
     flt.add("PopSubface").pop().pop();
     ConvertedScene const scene(flt);
     EXPECT_EQ(sceneText(scene.find("object")), R"(DEF object Separator {
-
   MaterialBinding {
     value PER_FACE_INDEXED
-
   }
   DEF faceVertexColorNormalUVSoMaterialSet Material {
     ambientColor 0.2 0.2 0.2
@@ -140,7 +139,6 @@ TEST(FltObjectToSoSeparatorFaceSetsTest, TexturedObjectAsWholeText)
     emissiveColor 0 0 0
     shininess 0.2
     transparency 0
-
   }
   DEF SoIFSVertexColorNormalUV IndexedFaceSet {
     vertexProperty 
@@ -152,16 +150,13 @@ TEST(FltObjectToSoSeparatorFaceSetsTest, TexturedObjectAsWholeText)
       texCoord [ 0 0,
           0 1 ]
       orderedRGBA [  ]
-
     }
     coordIndex [ 0, 1, -1 ]
     materialIndex 0
-
   }
   PolygonOffset {
     factor -1
     units -30
-
   }
   DEF subFaceVertexColorNormalUVSoMaterialSet Material {
     ambientColor 1 0 0
@@ -170,20 +165,16 @@ TEST(FltObjectToSoSeparatorFaceSetsTest, TexturedObjectAsWholeText)
     emissiveColor 0 0 0
     shininess 0
     transparency 0
-
   }
   DEF isolateTexturesNodes Separator {
-
     Texture2 {
       filename "texture7.rgb"
-
     }
     DEF SoIFSVertexColorNormalUV IndexedFaceSet {
       vertexProperty 
       USE vertexColorNormalUVProperty
       coordIndex [ 1, 0, -1 ]
       materialIndex 0
-
     }
   }
 }
@@ -249,8 +240,32 @@ TEST(FltObjectToSoSeparatorFaceSetsTest, OldVerticesWithNormalAreFollowedByThose
     EXPECT_STREQ(property.getName().getString(), "OLD_VERTEX_COLOR_NORMAL");
     ASSERT_EQ(property.vertex.getNum(), 1);
     EXPECT_EQ(property.vertex[0], SbVec3f(3, 0, 0));
-    EXPECT_EQ(property.texCoord.getNum(), 0);
-    EXPECT_EQ(property.normal.getNum(), 0);
+    EXPECT_TRUE(property.texCoord.isDefault());
+    EXPECT_TRUE(property.normal.isDefault());
+}
+
+TEST(FltObjectToSoSeparatorFaceSetsTest, OldVertexFaceSetsAreTakenApartIntoTrianglesWithoutMaterialIndices)
+{
+    FltWriter flt(11);
+    std::vector<double> const offsets = triangle(flt.vertexPalette(), "VertexColor");
+    beginObject(flt);
+    for (char const* const form : {"OldVertex", "OldVertexColor", "OldVertexColorNormal"}) {
+        flt.add("Face").push();
+        for (int i = 0; i < 3; ++i)
+            flt.add(form, {{"Xcoordinate", i}, {"Ycoordinate", i * i}});
+        flt.add("VertexList", {{"offsets", offsets}}).pop();
+    }
+    ConvertedScene const scene(endObject(flt));
+    EXPECT_EQ(objectOutline(scene), "Separator object\n"
+                                    "  MaterialBinding\n"
+                                    "  IndexedFaceSet OLD_VERTEX: 0 1 2 -1\n"
+                                    "  IndexedFaceSet OLD_VERTEX: 0 1 2 -1\n"
+                                    "  IndexedFaceSet OLD_VERTEX: 0 1 2 -1\n"
+                                    "  Material faceVertexColorSoMaterialSet\n"
+                                    "  IndexedFaceSet SoIFSVertexColor: 0 1 2 -1 0 1 2 -1 0 1 2 -1 | 0 1 2\n"
+                                    "  IndexedFaceSet OLD_VERTEX_COLOR_NORMAL: 0 1 2 -1\n"
+                                    "  IndexedFaceSet OLD_VERTEX_COLOR: 0 1 2\n");
+    EXPECT_EQ(traverse(scene.root), 8);
 }
 
 TEST(FltObjectToSoSeparatorFaceSetsTest, OldVerticesWithColourAloneGiveNoFaceSet)
@@ -473,10 +488,8 @@ TEST_F(FltObjectToSoSeparatorFaceSetsByHandTest,
         1 0 -1,
         0 0 0 ]
     materialBinding PER_FACE_INDEXED
-
   }
   numVertices 3
-
 }
 )");
 }

@@ -646,7 +646,7 @@ TEST(FltObjectToSoSeparatorTest, OldVerticesRunOnUntilAFaceWithAListClosesThem)
     EXPECT_EQ(property.vertex[2], SbVec3f(5, 10, -3));
     EXPECT_EQ(property.texCoord.getNum(), 3);
     EXPECT_FALSE(property.vertex.isDefault());
-    EXPECT_TRUE(property.vertex.isNotifyEnabled());
+    EXPECT_TRUE(property.isNotifyEnabled());
 }
 
 TEST(FltObjectToSoSeparatorTest, OldVertexBringsItsTextureCoordinates)

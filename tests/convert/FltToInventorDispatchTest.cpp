@@ -154,13 +154,13 @@ TEST(FltToInventorDispatchTest, AHeaderWithoutAResultMakesTheRoot)
     root->unref();
 }
 
-TEST(FltToInventorDispatchTest, ASecondHeaderAddsItsNodesAndHoldsTheRootNoFurther)
+TEST(FltToInventorDispatchTest, ASecondHeaderAddsItsNodesAndHoldsTheRootOnceMore)
 {
     FltWriter flt;
     flt.push().add("Group", named("g")).push().add("Header", {{"formatRevisionLevel", 1570}}).pop();
     flt.push().add("Group", named("h")).push().pop().pop().pop();
     ConvertedScene const scene(flt);
-    EXPECT_EQ(scene.rootReferences, 1);
+    EXPECT_EQ(scene.rootReferences, 2);
     EXPECT_EQ(scene.text(), rootWith(R"(  DEF g Separator {
   }
   ShapeHints {

@@ -1,6 +1,7 @@
 #include "parser/FltLogBuffer.h"
 
 #include "parser/FltWarningMessageConsole.h"
+#include "records/FltDump.h"
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
 
@@ -84,6 +85,64 @@ TEST(FltLogBufferTest, LargeOutputGoesToTheFileInBlocksAndComesOutWhole)
     EXPECT_EQ(early % (256 * 1024), 0U);
     EXPECT_TRUE(log.buffer.close());
     EXPECT_EQ(contentsOf(directory.path("a.log")), expected);
+}
+
+TEST(FltLogBufferTest, LinesOfADumpComeOutWholeAndInOrderWithOtherOutputBetween)
+{
+    ScratchFolder const directory;
+    std::string expected;
+    FltLogStream log;
+    ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+    for (int i = 0; i < 40000; ++i) {
+        FltDump::line(log, "value of a line: ", i);
+        expected += "value of a line: " + std::to_string(i) + "\n";
+        if (i % 3 == 0) {
+            log << i << std::endl;
+            expected += std::to_string(i) + "\n";
+        }
+    }
+    EXPECT_TRUE(log.buffer.close());
+    EXPECT_EQ(contentsOf(directory.path("a.log")), expected);
+}
+
+TEST(FltLogBufferTest, LineOfADumpOntoAFailedStreamIsLostThoughTheLogIsOpen)
+{
+    ScratchFolder const directory;
+    FltLogStream log;
+    ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+    log.setstate(std::ios_base::failbit);
+    FltDump::line(log, "lost ", 1);
+    log.clear();
+    FltDump::line(log, "kept ", 2);
+    EXPECT_TRUE(log.buffer.close());
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "kept 2\n");
+}
+
+TEST(FltLogBufferTest, LineOfADumpFlushesTheTiedStreamFirst)
+{
+    class Tied : public std::stringbuf
+    {
+    public:
+        int flushes = 0;
+
+    protected:
+        int sync() override
+        {
+            ++flushes;
+            return 0;
+        }
+    };
+    ScratchFolder const directory;
+    Tied buffer;
+    std::ostream other(&buffer);
+    FltLogStream log;
+    ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+    log.tie(&other);
+    FltDump::line(log, "line ", 1);
+    log.tie(nullptr);
+    EXPECT_GE(buffer.flushes, 1);
+    EXPECT_TRUE(log.buffer.close());
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "line 1\n");
 }
 
 TEST(FltLogBufferTest, SingleOutputLargerThanTheBlockComesOutWhole)

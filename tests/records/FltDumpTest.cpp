@@ -428,6 +428,39 @@ TEST(FltDumpTest, LocaleWithGroupingIsTheStreamsOwn)
               "i: 1.234.567\nd: 0,5\n");
 }
 
+TEST(FltDumpTest, StreamThatGetsAnotherLocaleBetweenLinesIsFollowed)
+{
+    std::locale const grouping(std::locale::classic(), new Grouping);
+    std::ostringstream os;
+    FltDump::line(os, "a ", 1234.5);
+    os.imbue(grouping);
+    FltDump::line(os, "b ", 1234.5);
+    FltDump::line(os, "c ", 1234.5);
+    os.imbue(std::locale::classic());
+    FltDump::line(os, "d ", 1234.5);
+    os.imbue(grouping);
+    FltDump::line(os, "e ", 1234.5);
+    EXPECT_EQ(os.str(), "a 1234.5\nb 1.234,5\nc 1.234,5\nd 1234.5\ne 1.234,5\n");
+}
+
+TEST(FltDumpTest, StreamThatTakesTheFormatOfAnotherIsFollowed)
+{
+    std::ostringstream foreign;
+    foreign.imbue(std::locale(std::locale::classic(), new Grouping));
+    std::ostringstream os;
+    FltDump::line(os, "a ", 1234.5);
+    os.copyfmt(foreign); // no line was written there yet
+    FltDump::line(os, "b ", 1234.5);
+    FltDump::line(foreign, "", 1);
+    os.copyfmt(std::ostringstream());
+    FltDump::line(os, "c ", 1234.5);
+    os.copyfmt(foreign); // one was
+    FltDump::line(os, "d ", 1234.5);
+    os.imbue(std::locale::classic());
+    FltDump::line(os, "e ", 1234.5);
+    EXPECT_EQ(os.str(), "a 1234.5\nb 1.234,5\nc 1234.5\nd 1.234,5\ne 1234.5\n");
+}
+
 TEST(FltDumpTest, WidthGoesToTheFirstPieceOfTheFirstLineAsTheStreamHasIt)
 {
     expectStreamsOwnFormatting([](std::ostream& os) { os << std::setw(12) << std::setfill('*'); });

@@ -87,8 +87,9 @@ TEST(FltRecordSwitchTest, ZeroMasksOrZeroWordsGiveAnEmptyArrayAndTheHeaderLinesA
 
 TEST(FltRecordSwitchTest, ANegativeProductThrowsTheExceptionOfTheAllocator)
 {
-    EXPECT_THROW(decodeLast(switchWith(-1, 1, {})), std::bad_alloc);
-    EXPECT_THROW(decodeLast(switchWith(65536, 32768, {})), std::bad_alloc) << "wraps to the lowest number";
+    EXPECT_THROW(decodeLast(switchWith(-1, 1, {})), std::bad_array_new_length);
+    EXPECT_THROW(decodeLast(switchWith(65536, 32768, {})), std::bad_array_new_length)
+        << "wraps to the lowest number";
 }
 
 TEST(FltRecordSwitchTest, TheProductWrapsAroundIn32Bits)

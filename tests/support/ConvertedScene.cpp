@@ -54,7 +54,12 @@ void ConvertedScene::convert(std::string bytes, std::string const& fileName)
         FltToInventor converter;
         converter.setFltInputToconvert(&input);
         converter.setResult(root);
-        result = converter.convert();
+        try {
+            result = converter.convert();
+        } catch (...) {
+            release();
+            throw;
+        }
     }
     rootReferences = root->getRefCount() - 1;
     log = out.str();
@@ -62,6 +67,11 @@ void ConvertedScene::convert(std::string bytes, std::string const& fileName)
 }
 
 ConvertedScene::~ConvertedScene()
+{
+    release();
+}
+
+void ConvertedScene::release()
 {
     while (root->getRefCount() > 1)
         root->unrefNoDelete();

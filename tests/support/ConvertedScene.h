@@ -37,6 +37,7 @@ public:
 
 private:
     void convert(std::string bytes, std::string const& fileName);
+    void release();
 };
 
 /// The children of the root that every header makes, in the toolkit's ASCII format, as the beginning of the

@@ -297,6 +297,27 @@ Fields const reservedWord = {skip(4)};
 
 } // namespace
 
+int sizeOf(FltKind kind)
+{
+    switch (kind) {
+    case FltKind::chars:
+    case FltKind::bytes:
+    case FltKind::i8:
+    case FltKind::u8:
+        return 1;
+    case FltKind::i16:
+    case FltKind::u16:
+        return 2;
+    case FltKind::i32:
+    case FltKind::u32:
+    case FltKind::f32:
+        return 4;
+    case FltKind::f64:
+        return 8;
+    }
+    return 0;
+}
+
 std::vector<FltLayout> const& fltLayouts()
 {
     static std::vector<FltLayout> const layouts = {

@@ -44,5 +44,8 @@ struct FltLayout {
     std::vector<FltField> fields;
 };
 
+/// Bytes of one value.
+int sizeOf(FltKind kind);
+
 /// Every record that a test may write.
 std::vector<FltLayout> const& fltLayouts();

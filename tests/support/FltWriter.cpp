@@ -19,27 +19,6 @@ std::string bigEndian(std::uint64_t value, int bytes)
     return result;
 }
 
-int sizeOf(FltKind kind)
-{
-    switch (kind) {
-    case FltKind::chars:
-    case FltKind::bytes:
-    case FltKind::i8:
-    case FltKind::u8:
-        return 1;
-    case FltKind::i16:
-    case FltKind::u16:
-        return 2;
-    case FltKind::i32:
-    case FltKind::u32:
-    case FltKind::f32:
-        return 4;
-    case FltKind::f64:
-        return 8;
-    }
-    return 0;
-}
-
 FltLayout const& layoutOf(std::string_view record)
 {
     for (FltLayout const& layout : fltLayouts())

@@ -1,0 +1,33 @@
+# The Debian package: "cpack" in the build tree makes velloreader_VERSION_ARCHITECTURE.deb.
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME velloreader)
+set(CPACK_PACKAGE_CONTACT "VelloReader maintainers <maintainers@velloreader.example>")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/PreparePackage.cmake)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
+    WORLD_READ WORLD_EXECUTE)
+
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# The library's name in the programs has no version, and no other package that would own it.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+set(CPACK_DEBIAN_PACKAGE_DEPENDS python3)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "libcoin-dev, libsimage20, python3-pivy")
+set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/triggers)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+# The first line of the description is the project's.
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "VelloReader reads OpenFlight databases (.flt), the usual format of flight and
+driving simulators for terrain, buildings and vehicles, into scene graphs of
+the Coin toolkit.
+.
+Every program on the toolkit reads .flt files once this is installed. flt2iv
+converts them into Open Inventor files, and fltshot draws them into pictures
+without a window. Programs in C++ use the library through CMake or pkg-config,
+and programs in Python through the package velloreader, beside pivy.")
+
+include(CPack)

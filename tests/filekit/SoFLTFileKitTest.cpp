@@ -1,0 +1,223 @@
+#include "support/FltWriter.h"
+#include "support/LoadedLibrary.h"
+#include "support/SceneText.h"
+#include "support/ScratchFolder.h"
+#include "support/StreamCapture.h"
+
+#include <Inventor/SoDB.h>
+#include <Inventor/SoInput.h>
+#include <Inventor/annex/ForeignFiles/SoForeignFileKit.h>
+#include <Inventor/errors/SoDebugError.h>
+#include <Inventor/errors/SoReadError.h>
+#include <Inventor/lists/SbStringList.h>
+#include <Inventor/nodes/SoFile.h>
+#include <Inventor/nodes/SoSeparator.h>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+/// Keeps what the toolkit reports.
+class ToolkitErrors
+{
+public:
+    ToolkitErrors()
+    {
+        SoDebugError::setHandlerCallback(take, this);
+        SoReadError::setHandlerCallback(take, this);
+    }
+    ~ToolkitErrors()
+    {
+        SoDebugError::setHandlerCallback(nullptr, nullptr);
+        SoReadError::setHandlerCallback(nullptr, nullptr);
+    }
+
+    ToolkitErrors(ToolkitErrors const&) = delete;
+    ToolkitErrors& operator=(ToolkitErrors const&) = delete;
+
+    std::string text;
+
+private:
+    static void take(SoError const* error, void* self)
+    {
+        static_cast<ToolkitErrors*>(self)->text += std::string(error->getDebugString().getString()) + '\n';
+    }
+};
+
+/// The module is loaded here, so that the toolkit finds it under its name without a search path.
+class SoFLTFileKitTest : public testing::Test
+{
+protected:
+    std::string save(FltWriter const& flt, std::string const& name = "a.flt")
+    {
+        flt.save(folder.path(name));
+        return folder.path(name);
+    }
+    std::string saveGroup(std::string const& group, std::string const& name = "a.flt")
+    {
+        FltWriter flt;
+        flt.push().add("Group", {{"idASCII", group}}).pop();
+        return save(flt, name);
+    }
+
+    /// A kit of the type that the toolkit finds by its name.
+    static SoForeignFileKit* makeKit()
+    {
+        auto* const kit = static_cast<SoForeignFileKit*>(SoType::fromName("SoFLTFileKit").createInstance());
+        kit->ref();
+        return kit;
+    }
+
+    /// What the plain conversion makes of a file.
+    std::string plainScene(std::string const& path)
+    {
+        StreamCapture const out(std::cout);
+        SoSeparator* const root = library.function<SoSeparator*(char const*)>("convertFrom")(path.c_str());
+        std::string const text = sceneText(root);
+        root->unref();
+        return text;
+    }
+
+    ScratchFolder folder;
+    LoadedLibrary library{"libzov.inventor.io.flt"};
+    LoadedLibrary module{"libSoFLTFileKit.so"};
+};
+
+} // namespace
+
+TEST_F(SoFLTFileKitTest, isFoundByTheToolkitAndInitsOnce)
+{
+    SoType const type = SoType::fromName("SoFLTFileKit");
+    ASSERT_TRUE(type != SoType::badType());
+    EXPECT_TRUE(type.isDerivedFrom(SoForeignFileKit::getClassTypeId()));
+    module.function<void()>("_ZN12SoFLTFileKit9initClassEv")();
+    EXPECT_TRUE(SoType::fromName("SoFLTFileKit") == type);
+}
+
+TEST_F(SoFLTFileKitTest, letsTheToolkitReadADatabaseAsItsOwn)
+{
+    std::string const path = saveGroup("hangar", "Hangar.FLT");
+    SoInput input;
+    ASSERT_TRUE(input.openFile(path.c_str()));
+    SoSeparator* const root = SoDB::readAll(&input);
+    ASSERT_NE(root, nullptr);
+    root->ref();
+    ASSERT_EQ(root->getNumChildren(), 1);
+    auto* const kit = static_cast<SoForeignFileKit*>(root->getChild(0));
+    EXPECT_TRUE(kit->isOfType(SoType::fromName("SoFLTFileKit")));
+    EXPECT_EQ(sceneText(kit->convert()), plainScene(path));
+    EXPECT_NE(sceneText(kit).find("SoFLTFileKit {"), std::string::npos) << sceneText(kit);
+    root->unref();
+}
+
+TEST_F(SoFLTFileKitTest, letsAFileNodeNameADatabase)
+{
+    auto* const file = new SoFile;
+    file->ref();
+    file->name = saveGroup("hangar").c_str();
+    ASSERT_EQ(file->copyChildren()->getNumChildren(), 1);
+    file->unref();
+}
+
+TEST_F(SoFLTFileKitTest, keepsStandardOutputForTheProgram)
+{
+    std::string const path = saveGroup("hangar");
+    SoForeignFileKit* const kit = makeKit();
+    StreamCapture const out(std::cout);
+    std::cout << "before ";
+    EXPECT_TRUE(kit->readFile(path.c_str()));
+    std::cout << "between ";
+    EXPECT_TRUE(kit->readFile(path.c_str()));
+    std::cout << "behind";
+    EXPECT_EQ(out.str(), "before between behind");
+    EXPECT_TRUE(std::cout.good());
+    EXPECT_NE(contentsOf(path + ".log").find("end of parsing"), std::string::npos);
+    kit->unref();
+}
+
+TEST_F(SoFLTFileKitTest, keepsTheStateOfStandardOutput)
+{
+    SoForeignFileKit* const kit = makeKit();
+    StreamCapture const out(std::cout);
+    std::cout.setstate(std::ios::failbit);
+    EXPECT_TRUE(kit->readFile(saveGroup("hangar").c_str()));
+    EXPECT_EQ(std::cout.rdstate(), std::ios::failbit);
+    std::cout.clear();
+    kit->unref();
+}
+
+TEST_F(SoFLTFileKitTest, judgesFilesByTheirFirstBytes)
+{
+    SoForeignFileKit* const kit = makeKit();
+    EXPECT_TRUE(kit->canReadFile());
+    EXPECT_TRUE(kit->canReadFile(save(FltWriter(1570, {{"multiplierDiviserUnit", 1}})).c_str()));
+    EXPECT_FALSE(kit->canReadFile(save(FltWriter(1570, {{"multiplierDiviserUnit", 2}})).c_str()));
+    EXPECT_FALSE(kit->canReadFile(save(FltWriter(10)).c_str()));
+    EXPECT_FALSE(kit->canReadFile(folder.path("none.flt").c_str()));
+    EXPECT_FALSE(kit->canReadFile(""));
+    kit->unref();
+}
+
+TEST_F(SoFLTFileKitTest, saysWhyAFileCantBeReadAndKeepsTheSceneBefore)
+{
+    SoForeignFileKit* const kit = makeKit();
+    EXPECT_EQ(kit->convert(), nullptr);
+    ASSERT_TRUE(kit->readFile(saveGroup("hangar").c_str()));
+    SoSeparator* const scene = kit->convert();
+    std::string const missing = folder.path("none.flt");
+    ToolkitErrors const errors;
+    StreamCapture const out(std::cout);
+    StreamCapture const err(std::cerr);
+    EXPECT_FALSE(kit->readFile(missing.c_str()));
+    EXPECT_NE(errors.text.find(missing + ": cannot be read as an OpenFlight database"), std::string::npos);
+    EXPECT_FALSE(kit->readFile(save(FltWriter(10)).c_str()));
+    EXPECT_FALSE(kit->readFile(""));
+    EXPECT_FALSE(kit->readFile(nullptr));
+    EXPECT_NE(errors.text.find("no name of a file was given"), std::string::npos);
+    EXPECT_EQ(kit->convert(), scene);
+    std::cout << "ours";
+    EXPECT_EQ(out.str(), "ours");
+    kit->unref();
+}
+
+TEST_F(SoFLTFileKitTest, replacesItsSceneByAnotherFiles)
+{
+    SoForeignFileKit* const kit = makeKit();
+    ASSERT_TRUE(kit->readFile(saveGroup("hangar", "a.flt").c_str()));
+    ASSERT_TRUE(kit->readFile(saveGroup("tower", "b.flt").c_str()));
+    std::string const text = sceneText(kit->convert());
+    EXPECT_EQ(text.find("hangar"), std::string::npos);
+    EXPECT_NE(text.find("DEF tower "), std::string::npos);
+    kit->unref();
+}
+
+TEST_F(SoFLTFileKitTest, leavesTheToolkitsDirectoriesAsTheyWere)
+{
+    SoForeignFileKit* const kit = makeKit();
+    std::string const path = saveGroup("hangar");
+    int const before = SoInput::getDirectories().getLength();
+    EXPECT_TRUE(kit->readFile(path.c_str()));
+    EXPECT_EQ(SoInput::getDirectories().getLength(), before);
+
+    std::string const directory = path.substr(0, path.rfind('/') + 1);
+    SoInput::addDirectoryLast(directory.c_str());
+    EXPECT_TRUE(kit->readFile(path.c_str()));
+    EXPECT_EQ(SoInput::getDirectories().getLength(), before + 1);
+    SoInput::removeDirectory(directory.c_str());
+    kit->unref();
+}
+
+TEST_F(SoFLTFileKitTest, findsExternalReferencesFromANameWithoutADirectory)
+{
+    saveGroup("hangar", "other.flt");
+    FltWriter flt;
+    flt.push().add("ExternalReference", {{"asciiPath", "other.flt"}}).pop();
+    std::string const path = save(flt);
+    auto const before = std::filesystem::current_path();
+    std::filesystem::current_path(std::filesystem::path(path).parent_path());
+    SoForeignFileKit* const kit = makeKit();
+    EXPECT_TRUE(kit->readFile("a.flt"));
+    EXPECT_NE(sceneText(kit->convert()).find("DEF hangar "), std::string::npos);
+    kit->unref();
+    std::filesystem::current_path(before);
+}

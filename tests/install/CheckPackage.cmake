@@ -1,0 +1,34 @@
+# Builds the Debian package, has it checked, and looks at its contents.
+
+function(run)
+  execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE result)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "${ARGN}\n${output}")
+  endif()
+  set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+file(REMOVE_RECURSE ${OUTPUT})
+run(${CPACK} -G DEB --config ${CONFIG} -B ${OUTPUT})
+file(GLOB package ${OUTPUT}/*.deb)
+run(${LINTIAN} --allow-root --fail-on error ${package})
+
+run(dpkg-deb --field ${package} Depends)
+if(NOT output MATCHES "libcoin80c")
+  message(FATAL_ERROR "the package doesn't depend on the toolkit: ${output}")
+endif()
+
+run(dpkg-deb --contents ${package})
+foreach(file
+    bin/flt2iv bin/fltshot include/VelloReader/plugin/Plugin.h ${LIBRARIES}/libzov.inventor.io.flt.so
+    "${LIBRARIES}/libzov.inventor.io.flt -> libzov.inventor.io.flt.so" ${LIBRARIES}/libSoFLTFileKit.so
+    ${LIBRARIES}/cmake/VelloReader/VelloReaderConfig.cmake ${LIBRARIES}/pkgconfig/velloreader.pc
+    lib/python3/dist-packages/velloreader/__init__.py lib/python3/dist-packages/velloreader/py.typed
+    lib/python3/dist-packages/velloreader/libvelloreader_python.so
+    share/doc/velloreader/copyright share/doc/velloreader/changelog.Debian.gz
+    share/man/man1/flt2iv.1.gz share/man/man1/fltshot.1.gz share/mime/packages/velloreader.xml)
+  string(FIND "${output}" " ./usr/${file}\n" position)
+  if(position EQUAL -1)
+    message(FATAL_ERROR "${file} isn't in the package:\n${output}")
+  endif()
+endforeach()

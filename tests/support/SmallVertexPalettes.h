@@ -1,0 +1,21 @@
+#pragma once
+
+#include "convert/FltToInventor.h"
+
+/// While this object lives conversions begin with room for few vertices: a conversion of a small database
+/// takes a fraction of the time, and a few vertices are enough to make a form grow.
+class SmallVertexPalettes
+{
+public:
+    explicit SmallVertexPalettes(int capacity) : before(FltToInventor::initialVertexCapacity)
+    {
+        FltToInventor::initialVertexCapacity = capacity;
+    }
+    ~SmallVertexPalettes() { FltToInventor::initialVertexCapacity = before; }
+
+    SmallVertexPalettes(SmallVertexPalettes const&) = delete;
+    SmallVertexPalettes& operator=(SmallVertexPalettes const&) = delete;
+
+private:
+    int before;
+};
