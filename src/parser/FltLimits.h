@@ -35,8 +35,8 @@ constexpr std::size_t commentText = std::size_t(64) << 20;
 
 /// Bytes that the short records of a file may read past their own ends, for each byte of the file, and
 /// what every file may read in any case.
-constexpr std::size_t borrowedBytesPerFileByte = 4;
-constexpr std::size_t borrowedBytes = std::size_t(16) << 20;
+constexpr std::size_t borrowedBytesPerFileByte = 2;
+constexpr std::size_t borrowedBytes = std::size_t(2) << 20;
 
 /// Faults of one file that are reported one by one.
 constexpr int damageReports = 100;
