@@ -5,7 +5,7 @@
 #include "BenchOptions.h"
 #include "BenchTime.h"
 #include "plugin/Plugin.h"
-#include "support/TemporaryDirectory.h"
+#include "support/ScratchFolder.h"
 
 #include <Inventor/SoDB.h>
 #include <algorithm>
@@ -63,7 +63,7 @@ void readInOnePiece(std::string const& path)
 
 Result measure(int vertices, int runs)
 {
-    TemporaryDirectory const folder;
+    ScratchFolder const folder;
     std::string const path = folder / "terrain.flt";
     std::string const copy = folder / "copy";
     Result result{};

@@ -5,7 +5,7 @@
 #include "BenchTime.h"
 #include "plugin/Plugin.h"
 #include "support/FltWriter.h"
-#include "support/TemporaryDirectory.h"
+#include "support/ScratchFolder.h"
 
 #include <Inventor/SoDB.h>
 #include <Inventor/errors/SoDebugError.h>
@@ -270,7 +270,7 @@ int main(int argc, char** argv)
     BenchOptions const options(argc, argv, false);
     SoDB::init();
     SoDebugError::setHandlerCallback([](SoError const*, void*) {}, nullptr); // the textures don't exist
-    TemporaryDirectory const folder;
+    ScratchFolder const folder;
     std::string const path = folder / "scene.flt";
     Scene other;
     other.object();

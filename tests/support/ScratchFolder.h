@@ -27,6 +27,9 @@ public:
     ScratchFolder(ScratchFolder const&) = delete;
     ScratchFolder& operator=(ScratchFolder const&) = delete;
 
+    /// The path of a name in the folder. Nothing is made.
+    std::string operator/(std::string const& name) const { return (folder / name).string(); }
+
     /// The path of a file in the folder; sub-folders of it are made.
     std::string path(std::string const& name) const
     {

@@ -41,7 +41,7 @@ protected:
         return directory / name;
     }
 
-    TemporaryDirectory directory;
+    ScratchFolder directory;
 };
 
 int countFaceSets(std::string text)
@@ -79,7 +79,7 @@ TEST_F(Flt2iv, keepsTheLibrarysOwnOutputOutOfTheResult)
     ProgramRun const run("flt2iv", triangle());
     EXPECT_EQ(run.output.find("Success in opening file"), std::string::npos);
     EXPECT_EQ(run.output.find("beginning of parsing"), std::string::npos);
-    EXPECT_NE(readFile((directory / "triangle.flt.log")).find("beginning of parsing"), std::string::npos);
+    EXPECT_NE(contentsOf((directory / "triangle.flt.log")).find("beginning of parsing"), std::string::npos);
 }
 
 TEST_F(Flt2iv, writesIntoTheFileOfOptionO)
@@ -87,7 +87,7 @@ TEST_F(Flt2iv, writesIntoTheFileOfOptionO)
     ProgramRun const toFile("flt2iv", "-o " + (directory / "out.iv") + " " + triangle());
     EXPECT_EQ(toFile.exitCode, 0);
     EXPECT_EQ(toFile.output, "");
-    EXPECT_EQ(readFile(directory / "out.iv"), ProgramRun("flt2iv", triangle()).output);
+    EXPECT_EQ(contentsOf(directory / "out.iv"), ProgramRun("flt2iv", triangle()).output);
 }
 
 TEST_F(Flt2iv, takesAMinusForStandardOutput)
@@ -206,10 +206,10 @@ TEST_F(Flt2iv, exitsWith2ForWrongUsage)
 TEST_F(Flt2iv, refusesToReplaceItsInput)
 {
     std::string const file = triangle();
-    std::string const before = readFile(file);
+    std::string const before = contentsOf(file);
     ProgramRun const run("flt2iv", "-o " + file + " " + file);
     EXPECT_EQ(run.exitCode, 2);
-    EXPECT_EQ(readFile(file), before);
+    EXPECT_EQ(contentsOf(file), before);
 }
 
 TEST_F(Flt2iv, explainsItselfOnHelp)

@@ -66,7 +66,7 @@ protected:
         return directory / "square.flt";
     }
 
-    TemporaryDirectory directory;
+    ScratchFolder directory;
 };
 
 } // namespace
@@ -119,7 +119,7 @@ TEST_F(Fltshot, exitsWith1ForAFileThatIsNotThere)
     ProgramRun const run("fltshot", (directory / "missing.flt") + " -o " + (directory / "o.png"));
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_NE(run.errors.find("cannot open: No such file or directory"), std::string::npos);
-    EXPECT_EQ(readFile(directory / "o.png"), "");
+    EXPECT_EQ(contentsOf(directory / "o.png"), "");
 }
 
 TEST_F(Fltshot, exitsWith1ForADatabaseWithNothingToDraw)
@@ -145,5 +145,5 @@ TEST_F(Fltshot, exitsWith2ForWrongUsage)
     for (char const* wrong : {"--size 0x5", "--size 64", "--size 64x64x", "--size 9999x10", "--from 1",
                               "--from up,1", "--from nan,1", "--from 1,91", "--zoom 0"})
         EXPECT_EQ(ProgramRun("fltshot", good + " " + wrong).exitCode, 2) << wrong;
-    EXPECT_EQ(readFile(directory / "o.png"), "");
+    EXPECT_EQ(contentsOf(directory / "o.png"), "");
 }

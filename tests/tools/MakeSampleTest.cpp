@@ -4,19 +4,19 @@
 
 TEST(MakeSample, writesTheSameBytesEveryTime)
 {
-    TemporaryDirectory const first, second;
+    ScratchFolder const first, second;
     ASSERT_EQ(ProgramRun("make_sample", first / "airfield.flt").exitCode, 0);
     ASSERT_EQ(ProgramRun("make_sample", second / "airfield.flt").exitCode, 0);
     for (char const* file : {"airfield.flt", "airfield/terminal.flt", "airfield/asphalt.png",
                              "airfield/corrugation.rgb", "airfield/windows.png"}) {
-        EXPECT_NE(readFile(first / file), "") << file;
-        EXPECT_EQ(readFile(first / file), readFile(second / file)) << file;
+        EXPECT_NE(contentsOf(first / file), "") << file;
+        EXPECT_EQ(contentsOf(first / file), contentsOf(second / file)) << file;
     }
 }
 
 TEST(MakeSample, convertsWithoutAWarningAndShowsWhatTheFormatOffers)
 {
-    TemporaryDirectory const directory;
+    ScratchFolder const directory;
     ASSERT_EQ(ProgramRun("make_sample", directory / "airfield.flt").exitCode, 0);
     ProgramRun const run("flt2iv", directory / "airfield.flt");
     EXPECT_EQ(run.exitCode, 0);
