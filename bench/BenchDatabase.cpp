@@ -1,6 +1,6 @@
 #include "BenchDatabase.h"
 
-#include "support/FltWriter.h"
+#include "writer/FltWriter.h"
 
 #include <cmath>
 #include <cstdio>

@@ -3,7 +3,7 @@
 
 #include "BenchOptions.h"
 #include "LogTarget.h"
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
 
 #include <array>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "parser/FltLogBuffer.h"
+#include "dump/FltLogBuffer.h"
 
 #include <benchmark/benchmark.h>
 #include <fcntl.h>

@@ -7,7 +7,7 @@
 #include "parser/Flt_15_7_CreationVisitor.h"
 #include "records/FltRecord.h"
 #include "records/FltUtils.h"
-#include "support/FltWriter.h"
+#include "writer/FltWriter.h"
 
 #include <iostream>
 #include <memory>

@@ -4,8 +4,8 @@
 #include "BenchOptions.h"
 #include "BenchTime.h"
 #include "plugin/Plugin.h"
-#include "support/FltWriter.h"
 #include "support/ScratchFolder.h"
+#include "writer/FltWriter.h"
 
 #include <Inventor/SoDB.h>
 #include <Inventor/errors/SoDebugError.h>

@@ -18,7 +18,7 @@ endif()
 set(public_headers
     convert/FltInstanceGraph.h convert/FltToInventor.h convert/FltToObject.h convert/VertexEntry.h
     parser/FltCreationVisitor.h parser/FltFileInput.h parser/FltInput.h parser/FltObserver.h parser/FltParser.h
-    parser/FltWarningMessage.h parser/FltWarningMessageConsole.h
+    messages/FltWarningMessage.h messages/FltWarningMessageConsole.h
     plugin/Plugin.h plugin/SoInputFltReader.h
     records/FltRecord.h records/FltVersion.h
     statistics/FltStatisticsTool.h

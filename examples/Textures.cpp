@@ -1,7 +1,7 @@
 #include "Textures.h"
 
 #include "PngFile.h"
-#include "support/FltWriter.h"
+#include "writer/FltWriter.h"
 
 #include <algorithm>
 #include <cmath>

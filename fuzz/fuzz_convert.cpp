@@ -4,7 +4,7 @@
 #include "support/SmallVertexPalettes.h"
 #include "support/Traversal.h"
 
-#include "parser/FltWarningMessageConsole.h"
+#include "messages/FltWarningMessageConsole.h"
 
 #include <Inventor/SoDB.h>
 #include <Inventor/SoInteraction.h>

@@ -1,6 +1,6 @@
 // Writes the databases that the fuzzer starts from into a folder.
 
-#include "support/EveryRecord.h"
+#include "writer/EveryRecord.h"
 
 #include <exception>
 #include <filesystem>

@@ -2,8 +2,8 @@
 
 #include "convert/FltOpcodes.h"
 #include "convert/FltToInventor.h"
-#include "parser/FltLimits.h"
-#include "parser/FltWarningMessageConsole.h"
+#include "messages/FltLimits.h"
+#include "messages/FltWarningMessageConsole.h"
 #include "records/FltRecordFace.h"
 #include "records/FltRecordVertex.h"
 

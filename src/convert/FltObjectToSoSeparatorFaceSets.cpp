@@ -1,7 +1,7 @@
 #include "convert/FltObjectToSoSeparator.h"
 
 #include "convert/FltToInventor.h"
-#include "parser/FltWarningMessageConsole.h"
+#include "messages/FltWarningMessageConsole.h"
 #include "records/FltRecordFace.h"
 
 #include <Inventor/actions/SoGLRenderAction.h>

@@ -1,9 +1,9 @@
 #include "convert/FltToInventor.h"
 
+#include "dump/FltLogBuffer.h"
+#include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
-#include "parser/FltLogBuffer.h"
 #include "parser/FltParser.h"
-#include "parser/FltWarningMessageConsole.h"
 #include "parser/Flt_15_7_CreationVisitor.h"
 #include "records/FltRecord.h"
 #include "statistics/FltStatisticsTool.h"

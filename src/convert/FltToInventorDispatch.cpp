@@ -2,9 +2,9 @@
 
 #include "convert/FltToInventor.h"
 
-#include "parser/FltLimits.h"
+#include "messages/FltLimits.h"
+#include "messages/FltWarningMessageConsole.h"
 #include "parser/FltParser.h"
-#include "parser/FltWarningMessageConsole.h"
 #include "records/FltRecordBoundingVolume.h"
 #include "records/FltRecordClipRegion.h"
 #include "records/FltRecordColorPalette.h"

@@ -2,8 +2,8 @@
 
 #include "convert/FltToInventor.h"
 
-#include "parser/FltLimits.h"
-#include "parser/FltWarningMessageConsole.h"
+#include "messages/FltLimits.h"
+#include "messages/FltWarningMessageConsole.h"
 #include "records/FltRecordClipRegion.h"
 #include "records/FltRecordComment.h"
 #include "records/FltRecordDOF.h"

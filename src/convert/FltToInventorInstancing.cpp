@@ -3,10 +3,10 @@
 #include "convert/FltToInventor.h"
 
 #include "convert/FltNodeTable.h"
+#include "messages/FltLimits.h"
+#include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
-#include "parser/FltLimits.h"
 #include "parser/FltParser.h"
-#include "parser/FltWarningMessageConsole.h"
 #include "records/FltRecordControl.h"
 #include "records/FltRecordExternalReference.h"
 #include "records/FltRecordReplicate.h"

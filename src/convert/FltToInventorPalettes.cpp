@@ -4,7 +4,7 @@
 
 #include "convert/FltMaterialFields.h"
 #include "convert/FltNodeTable.h"
-#include "parser/FltLimits.h"
+#include "messages/FltLimits.h"
 #include "records/FltRecordColorPalette.h"
 #include "records/FltRecordLineStyle.h"
 #include "records/FltRecordMaterial.h"

@@ -2,8 +2,8 @@
 
 #include "convert/FltToInventor.h"
 
-#include "parser/FltWarningMessageConsole.h"
-#include "records/FltDumpLine.h"
+#include "dump/FltDumpLine.h"
+#include "messages/FltWarningMessageConsole.h"
 #include "records/FltRecordVertex.h"
 
 #include <Inventor/SbColor.h>

@@ -1,10 +1,10 @@
 #include "parser/FltParser.h"
 
+#include "dump/FltLogBuffer.h"
+#include "messages/FltLimits.h"
+#include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
-#include "parser/FltLimits.h"
-#include "parser/FltLogBuffer.h"
 #include "parser/FltRawData.h"
-#include "parser/FltWarningMessageConsole.h"
 #include "parser/Flt_15_7_CreationVisitor.h"
 #include "records/FltRecordHeader.h"
 #include "records/FltUtils.h"

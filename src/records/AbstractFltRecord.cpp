@@ -1,6 +1,6 @@
 #include "records/AbstractFltRecord.h"
 
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
 
 std::ostream& AbstractFltRecord::opcodeAndLength(std::ostream& os) const
 {

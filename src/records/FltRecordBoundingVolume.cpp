@@ -1,6 +1,6 @@
 #include "records/FltRecordBoundingVolume.h"
 
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
 #include "records/FltUtils.h"
 
 std::ostream& FltRecordOldBoundingBox::nameOpcodeAndLength(std::ostream& os) const

@@ -1,6 +1,6 @@
 #include "records/FltRecordClipRegion.h"
 
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
 #include "records/FltUtils.h"
 
 #include <iterator>

@@ -1,8 +1,8 @@
 #include "records/FltRecordColorPalette.h"
 
-#include "parser/FltWarningMessageConsole.h"
-#include "records/FltDump.h"
-#include "records/FltDumpLine.h"
+#include "dump/FltDump.h"
+#include "dump/FltDumpLine.h"
+#include "messages/FltWarningMessageConsole.h"
 #include "records/FltUtils.h"
 
 #include <cstddef>

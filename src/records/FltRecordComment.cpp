@@ -1,6 +1,6 @@
 #include "records/FltRecordComment.h"
 
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
 #include "records/FltUtils.h"
 
 std::ostream& FltRecordComment::nameOpcodeAndLength(std::ostream& os) const

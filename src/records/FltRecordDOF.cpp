@@ -1,6 +1,6 @@
 #include "records/FltRecordDOF.h"
 
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
 #include "records/FltUtils.h"
 
 std::ostream& FltRecordDOF::nameOpcodeAndLength(std::ostream& os) const

@@ -1,6 +1,6 @@
 #include "records/FltRecordExternalReference.h"
 
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
 #include "records/FltUtils.h"
 
 std::ostream& FltRecordExternalReference::nameOpcodeAndLength(std::ostream& os) const

@@ -1,7 +1,7 @@
 #include "records/FltRecordFace.h"
 
-#include "records/FltDump.h"
-#include "records/FltDumpLine.h"
+#include "dump/FltDump.h"
+#include "dump/FltDumpLine.h"
 #include "records/FltUtils.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "records/FltRecordGroupAndObject.h"
 
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
 #include "records/FltUtils.h"
 
 std::ostream& FltRecordGroup::nameOpcodeAndLength(std::ostream& os) const

@@ -1,6 +1,6 @@
 #include "records/FltRecordHeader.h"
 
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
 #include "records/FltUtils.h"
 
 std::ostream& FltRecordHeader::nameOpcodeAndLength(std::ostream& os) const

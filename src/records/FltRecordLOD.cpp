@@ -1,6 +1,6 @@
 #include "records/FltRecordLOD.h"
 
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
 #include "records/FltUtils.h"
 
 std::ostream& FltRecordLOD::nameOpcodeAndLength(std::ostream& os) const

@@ -1,6 +1,6 @@
 #include "records/FltRecordLightSource.h"
 
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
 #include "records/FltUtils.h"
 
 #include <iterator>

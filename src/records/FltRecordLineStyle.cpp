@@ -1,6 +1,6 @@
 #include "records/FltRecordLineStyle.h"
 
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
 #include "records/FltUtils.h"
 
 std::ostream& FltRecordLineStylePalette::nameOpcodeAndLength(std::ostream& os) const

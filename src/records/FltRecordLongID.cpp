@@ -1,6 +1,6 @@
 #include "records/FltRecordLongID.h"
 
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
 #include "records/FltUtils.h"
 
 std::ostream& FltRecordLongID::nameOpcodeAndLength(std::ostream& os) const

@@ -1,6 +1,6 @@
 #include "records/FltRecordReplicate.h"
 
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
 #include "records/FltUtils.h"
 
 std::ostream& FltRecordReplicate::nameOpcodeAndLength(std::ostream& os) const

@@ -1,7 +1,7 @@
 #include "records/FltRecordSwitch.h"
 
-#include "parser/FltWarningMessageConsole.h"
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
+#include "messages/FltWarningMessageConsole.h"
 #include "records/FltUtils.h"
 
 #include <algorithm>

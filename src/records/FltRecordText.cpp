@@ -1,6 +1,6 @@
 #include "records/FltRecordText.h"
 
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
 #include "records/FltUtils.h"
 
 std::ostream& FltRecordText::nameOpcodeAndLength(std::ostream& os) const

@@ -1,6 +1,6 @@
 #include "records/FltRecordTexturePattern.h"
 
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
 #include "records/FltUtils.h"
 
 namespace

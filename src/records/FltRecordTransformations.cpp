@@ -1,7 +1,7 @@
 #include "records/FltRecordTransformations.h"
 
-#include "records/FltDump.h"
-#include "records/FltDumpLine.h"
+#include "dump/FltDump.h"
+#include "dump/FltDumpLine.h"
 #include "records/FltUtils.h"
 
 namespace

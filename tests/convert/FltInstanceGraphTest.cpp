@@ -1,6 +1,6 @@
 #include "convert/FltInstanceGraph.h"
 
-#include "parser/FltLimits.h"
+#include "messages/FltLimits.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "convert/FltObjectToSoSeparator.h"
 
-#include "parser/FltWarningMessageConsole.h"
+#include "messages/FltWarningMessageConsole.h"
 #include "records/FltRecordFace.h"
 #include "records/FltRecordVertex.h"
 #include "support/ObjectDatabase.h"

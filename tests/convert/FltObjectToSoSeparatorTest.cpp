@@ -1,7 +1,7 @@
 #include "convert/FltObjectToSoSeparator.h"
 
-#include "parser/FltLimits.h"
-#include "parser/FltWarningMessageConsole.h"
+#include "messages/FltLimits.h"
+#include "messages/FltWarningMessageConsole.h"
 #include "records/FltRecordFace.h"
 #include "records/FltRecordVertex.h"
 #include "support/ObjectDatabase.h"

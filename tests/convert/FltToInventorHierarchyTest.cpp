@@ -1,6 +1,6 @@
 #include "convert/FltToInventor.h"
 
-#include "parser/FltLimits.h"
+#include "messages/FltLimits.h"
 #include "records/FltRecordSwitch.h"
 #include "records/FltRecordUnknown.h"
 #include "support/ConvertedScene.h"

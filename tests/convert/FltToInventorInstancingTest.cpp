@@ -1,7 +1,7 @@
 #include "convert/FltToInventor.h"
 
-#include "parser/FltLimits.h"
-#include "parser/FltWarningMessageConsole.h"
+#include "messages/FltLimits.h"
+#include "messages/FltWarningMessageConsole.h"
 #include "support/ConvertedFile.h"
 #include "support/ConvertedScene.h"
 #include "support/ScratchFolder.h"

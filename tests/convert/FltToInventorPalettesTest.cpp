@@ -1,6 +1,6 @@
 #include "convert/FltToInventor.h"
 
-#include "parser/FltLimits.h"
+#include "messages/FltLimits.h"
 #include "records/FltRecordColorPalette.h"
 #include "records/FltRecordLineStyle.h"
 #include "support/ConvertedScene.h"

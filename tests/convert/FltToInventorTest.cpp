@@ -1,8 +1,8 @@
 #include "convert/FltToInventor.h"
 
+#include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
 #include "parser/FltParser.h"
-#include "parser/FltWarningMessageConsole.h"
 #include "records/FltRecord.h"
 #include "support/ConvertedFile.h"
 #include "support/ConvertedScene.h"

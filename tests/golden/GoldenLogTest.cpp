@@ -1,6 +1,6 @@
 #include "support/ConvertedFile.h"
-#include "support/EveryRecord.h"
 #include "support/ScratchFolder.h"
+#include "writer/EveryRecord.h"
 
 #include <gtest/gtest.h>
 

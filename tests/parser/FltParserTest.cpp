@@ -1,17 +1,17 @@
 #include "parser/FltParser.h"
 
+#include "messages/FltLimits.h"
+#include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
-#include "parser/FltLimits.h"
 #include "parser/FltRawData.h"
-#include "parser/FltWarningMessageConsole.h"
 #include "records/FltRecordComment.h"
 #include "records/FltRecordHeader.h"
 #include "records/FltRecordUnknown.h"
-#include "support/FltWriter.h"
 #include "support/MemoryInput.h"
 #include "support/RecordText.h"
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
+#include "writer/FltWriter.h"
 
 #include <gtest/gtest.h>
 

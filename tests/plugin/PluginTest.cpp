@@ -1,8 +1,8 @@
-#include "support/FltWriter.h"
 #include "support/LoadedLibrary.h"
 #include "support/SceneText.h"
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
+#include "writer/FltWriter.h"
 
 #include "toolkit/SoInputReader.h"
 

@@ -1,8 +1,8 @@
 #include "plugin/SoInputFltReader.h"
 
-#include "support/FltWriter.h"
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
+#include "writer/FltWriter.h"
 
 #include <Inventor/SoInput.h>
 #include <Inventor/nodes/SoSeparator.h>

@@ -1,6 +1,6 @@
 #include "records/FltRecordSwitch.h"
 
-#include "parser/FltWarningMessageConsole.h"
+#include "messages/FltWarningMessageConsole.h"
 #include "support/RecordText.h"
 #include "support/StreamCapture.h"
 

@@ -1,6 +1,6 @@
 #include "records/FltUtils.h"
 
-#include "support/FltWriter.h"
+#include "writer/FltWriter.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

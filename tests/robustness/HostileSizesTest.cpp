@@ -1,11 +1,11 @@
 #include "robustness/Endurance.h"
 #include "support/ConvertedScene.h"
-#include "support/FltWriter.h"
 #include "support/MemoryInput.h"
 #include "support/StreamCapture.h"
+#include "writer/FltWriter.h"
 
 #include "convert/FltToInventor.h"
-#include "parser/FltLimits.h"
+#include "messages/FltLimits.h"
 
 #include <Inventor/nodes/SoSeparator.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "robustness/Endurance.h"
-#include "support/EveryRecord.h"
+#include "writer/EveryRecord.h"
 
 #include <gtest/gtest.h>
 

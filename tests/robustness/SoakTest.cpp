@@ -1,6 +1,6 @@
 #include "robustness/Endurance.h"
-#include "support/EveryRecord.h"
 #include "support/ScratchFolder.h"
+#include "writer/EveryRecord.h"
 
 #include "convert/FltToInventor.h"
 

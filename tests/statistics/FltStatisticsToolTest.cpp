@@ -5,9 +5,9 @@
 #include "parser/FltParser.h"
 #include "records/FltRecord.h"
 #include "records/FltRecordUnknown.h"
-#include "support/FltWriter.h"
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
+#include "writer/FltWriter.h"
 
 #include <Inventor/nodes/SoSeparator.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/FltWriter.h"
+#include "writer/FltWriter.h"
 
 #include "convert/FltToInventor.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "support/ConvertedScene.h"
-#include "support/FltWriter.h"
 #include "support/SceneOutline.h"
+#include "writer/FltWriter.h"
 
 #include <string>
 #include <string_view>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "support/FltWriter.h"
 #include "support/MemoryInput.h"
 #include "support/StreamCapture.h"
+#include "writer/FltWriter.h"
 
 #include <vector>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/FltWriter.h"
+#include "writer/FltWriter.h"
 
 #include "parser/FltRawData.h"
 #include "parser/Flt_15_7_CreationVisitor.h"

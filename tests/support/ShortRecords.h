@@ -1,7 +1,7 @@
 #pragma once
 
-#include "support/FltWriter.h"
 #include "support/RecordText.h"
+#include "writer/FltWriter.h"
 
 #include <gtest/gtest.h>
 

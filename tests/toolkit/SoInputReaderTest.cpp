@@ -1,8 +1,8 @@
 #include "toolkit/SoInputReader.h"
 
 #include "plugin/SoInputFltReader.h"
-#include "support/FltWriter.h"
 #include "support/ScratchFolder.h"
+#include "writer/FltWriter.h"
 
 #include <Inventor/SoInput.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "ProgramRun.h"
-#include "support/FltWriter.h"
+#include "writer/FltWriter.h"
 
 #include <Inventor/SoDB.h>
 #include <Inventor/SoInput.h>

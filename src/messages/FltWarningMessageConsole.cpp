@@ -1,7 +1,7 @@
-#include "parser/FltWarningMessageConsole.h"
+#include "messages/FltWarningMessageConsole.h"
 
-#include "parser/FltLimits.h"
-#include "parser/FltLogBuffer.h"
+#include "dump/FltLogBuffer.h"
+#include "messages/FltLimits.h"
 
 #include <iostream>
 #include <set>

@@ -1,6 +1,6 @@
-#include "parser/FltWarningMessageConsole.h"
+#include "messages/FltWarningMessageConsole.h"
 
-#include "parser/FltLimits.h"
+#include "messages/FltLimits.h"
 #include "support/StreamCapture.h"
 
 #include <gtest/gtest.h>

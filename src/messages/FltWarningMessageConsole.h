@@ -1,6 +1,6 @@
 #pragma once
 
-#include "parser/FltWarningMessage.h"
+#include "messages/FltWarningMessage.h"
 #include "toolkit/VelloReaderExport.h"
 
 #include <string>

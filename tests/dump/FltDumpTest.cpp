@@ -1,6 +1,6 @@
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
 
-#include "records/FltDumpLine.h"
+#include "dump/FltDumpLine.h"
 
 #include <cmath>
 #include <cstring>

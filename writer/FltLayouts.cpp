@@ -1,4 +1,4 @@
-#include "support/FltLayouts.h"
+#include "writer/FltLayouts.h"
 
 namespace
 {

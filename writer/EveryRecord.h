@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/FltWriter.h"
+#include "writer/FltWriter.h"
 
 /// A database that holds every record of the format, in the order of a real one: palettes, vertices of all
 /// forms, then a hierarchy in which each kind of node stands at least once, with all that may decorate it.

@@ -1,7 +1,7 @@
-#include "records/FltDumpLine.h"
+#include "dump/FltDumpLine.h"
 
-#include "records/FltDumpBuffer.h"
-#include "records/FltNumberText.h"
+#include "dump/FltDumpBuffer.h"
+#include "dump/FltNumberText.h"
 
 #include <charconv>
 #include <locale>

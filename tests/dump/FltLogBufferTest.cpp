@@ -1,7 +1,7 @@
-#include "parser/FltLogBuffer.h"
+#include "dump/FltLogBuffer.h"
 
-#include "parser/FltWarningMessageConsole.h"
-#include "records/FltDump.h"
+#include "dump/FltDump.h"
+#include "messages/FltWarningMessageConsole.h"
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
 

@@ -1,6 +1,6 @@
-#include "support/FltWriter.h"
+#include "writer/FltWriter.h"
 
-#include "support/FltLayouts.h"
+#include "writer/FltLayouts.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/FltDumpBuffer.h"
+#include "dump/FltDumpBuffer.h"
 
 #include <memory>
 #include <ostream>

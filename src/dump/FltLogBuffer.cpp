@@ -1,4 +1,4 @@
-#include "parser/FltLogBuffer.h"
+#include "dump/FltLogBuffer.h"
 
 #include <cerrno>
 #include <fcntl.h>

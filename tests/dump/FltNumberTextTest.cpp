@@ -1,4 +1,4 @@
-#include "records/FltNumberText.h"
+#include "dump/FltNumberText.h"
 
 #include <charconv>
 #include <cmath>

@@ -1,6 +1,6 @@
-#include "support/EveryRecord.h"
+#include "writer/EveryRecord.h"
 
-#include "support/FltLayouts.h"
+#include "writer/FltLayouts.h"
 
 #include <algorithm>
 

@@ -1,0 +1,92 @@
+#!/usr/bin/env python3
+"""Holds the includes of the sources against the direction in which the house is built.
+
+    lint/check_includes.py [ROOT]
+
+Prints every include that runs the wrong way, with its file and line, and exits with 1 if there is one.
+"""
+
+import pathlib
+import re
+import sys
+
+# What the files of a folder may include from, beside their own folder. The table reads from the ground floor up: a
+# folder names only those that stand above it in the table.
+MAY_INCLUDE = {
+    "src/toolkit": (),
+    "src/dump": ("src/toolkit",),
+    "src/messages": ("src/toolkit", "src/dump"),
+    "src/records": ("src/toolkit", "src/dump", "src/messages"),
+    "src/parser": ("src/toolkit", "src/dump", "src/messages", "src/records"),
+    "src/statistics": ("src/toolkit", "src/records"),
+    "src/convert": ("src/toolkit", "src/dump", "src/messages", "src/records", "src/parser", "src/statistics"),
+    "src/plugin": ("src/toolkit", "src/convert"),
+    "src/filekit": ("src/toolkit", "src/plugin"),
+    "python": ("src/toolkit", "src/filekit"),
+    "tools": ("src/plugin",),
+    "writer": (),
+    "examples": ("writer", "tools", "src/toolkit", "src/plugin"),
+}
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"')
+
+
+def folder_of(path: pathlib.PurePath) -> str:
+    """The folder of the table in which a file stands, or an empty text."""
+    for parent in (str(parent) for parent in path.parents):
+        if parent in MAY_INCLUDE:
+            return parent
+    return ""
+
+
+def target_of(include: str, source: pathlib.PurePath, root: pathlib.Path) -> pathlib.PurePath | None:
+    """The file that an include names: beside its source, or below one of the folders that compilers search."""
+    for base in (source.parent, *map(pathlib.PurePath, ("src", "tools", "."))):
+        if (root / base / include).is_file():
+            return base / include
+    return None
+
+
+def problems_of(source: pathlib.PurePath, root: pathlib.Path) -> list[str]:
+    folder = folder_of(source)
+    problems = []
+    for number, line in enumerate((root / source).read_text().splitlines(), 1):
+        match = INCLUDE.match(line)
+        if not match:
+            continue
+        target = target_of(match[1], source, root)
+        if target is None:
+            problems.append(f'{source}:{number}: "{match[1]}" is nowhere to be found')
+            continue
+        other = folder_of(target)
+        if other != folder and other not in MAY_INCLUDE[folder]:
+            problems.append(f"{source}:{number}: {folder} must not include {target}")
+    return problems
+
+
+def check(root: pathlib.Path) -> list[str]:
+    problems = []
+    above: list[str] = []
+    for folder, others in MAY_INCLUDE.items():
+        problems += [f"the table lets {folder} include {other}, which doesn't stand above it"
+                     for other in others if other not in above]
+        above.append(folder)
+    unknown = {f"src/{entry.name}" for entry in (root / "src").iterdir() if entry.is_dir()} - set(above)
+    problems += [f"{folder} has no line in the table" for folder in sorted(unknown)]
+    for folder in MAY_INCLUDE:
+        sources = sorted(path for ending in ("*.h", "*.cpp") for path in (root / folder).rglob(ending))
+        for source in sources:
+            problems += problems_of(pathlib.PurePath(source.relative_to(root)), root)
+    return problems
+
+
+def main() -> int:
+    root = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else pathlib.Path(__file__).parent.parent)
+    problems = check(root)
+    for problem in problems:
+        print(problem, file=sys.stderr)
+    return 1 if problems else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
