@@ -1,9 +1,9 @@
 #include "convert/FltObjectToSoSeparator.h"
 
-#include "convert/FltOpcodes.h"
 #include "convert/FltToInventor.h"
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "records/FltOpcode.h"
 #include "records/FltRecordFace.h"
 #include "records/FltRecordVertex.h"
 
@@ -124,13 +124,13 @@ void FltObjectToSoSeparator::visitAllFaces()
     int subFaceLevel = 0;
     for (RecordIterator iterator = records.begin(); *iterator != nullptr;) {
         switch ((*iterator)->getOpcode()) {
-        case FltOpcodes::pushSubface:
+        case FltOpcode::pushSubface:
             ++subFaceLevel;
             break;
-        case FltOpcodes::popSubface:
+        case FltOpcode::popSubface:
             --subFaceLevel;
             break;
-        case FltOpcodes::face:
+        case FltOpcode::face:
             visitFace(dynamic_cast<FltRecordFace const*>(*iterator), iterator, subFaceLevel);
             break;
         default:
@@ -159,15 +159,15 @@ void FltObjectToSoSeparator::getAllRecordsFromFltObject(RecordIterator& iterator
 {
     for (int depth = 0; *iterator != nullptr; ++iterator) {
         int const opcode = (*iterator)->getOpcode();
-        if (opcode > FltOpcodes::lastOfObject)
+        if (opcode > FltOpcode::lastOfObject)
             return;
-        if (opcode == FltOpcodes::popLevel)
+        if (opcode == FltOpcode::popLevel)
             --depth;
-        else if (opcode == FltOpcodes::pushLevel)
+        else if (opcode == FltOpcode::pushLevel)
             ++depth;
         if (depth >= 0)
             records.push_back(*iterator);
-        if (depth <= 0 && opcode == FltOpcodes::popLevel)
+        if (depth <= 0 && opcode == FltOpcode::popLevel)
             return;
     }
 }
@@ -255,26 +255,26 @@ void FltObjectToSoSeparator::visitAllVertexList(RecordIterator& iterator, std::v
     int faceCount = 0;
     for (FltRecord* record : faceRecords) {
         switch (record->getOpcode()) {
-        case FltOpcodes::face:
+        case FltOpcode::face:
             ++faceCount;
             break;
-        case FltOpcodes::vertexList:
+        case FltOpcode::vertexList:
             visitVertexList(dynamic_cast<FltRecordVertexList const*>(record), indices, id);
             break;
-        case FltOpcodes::morphVertexList:
+        case FltOpcode::morphVertexList:
             visitMorphVertexList(dynamic_cast<FltRecordMorphVertexList const*>(record), indices, id);
             break;
-        case FltOpcodes::oldVertex: {
+        case FltOpcode::oldVertex: {
             auto const* vertex = dynamic_cast<FltRecordOldVertex const*>(record);
             addOldVertexToSoVertexProperty(vertex);
             break;
         }
-        case FltOpcodes::oldVertexColor: {
+        case FltOpcode::oldVertexColor: {
             auto const* vertex = dynamic_cast<FltRecordOldVertexColor const*>(record);
             addOldVertexColorToSoVertexProperty(vertex);
             break;
         }
-        case FltOpcodes::oldVertexColorNormal: {
+        case FltOpcode::oldVertexColorNormal: {
             auto const* vertex = dynamic_cast<FltRecordOldVertexColorNormal const*>(record);
             addOldVertexColorNormalToSoVertexProperty(vertex);
             break;
@@ -298,28 +298,28 @@ void FltObjectToSoSeparator::getFirstFaceFromIterator(RecordIterator& iterator,
     bool faceFound = false;
     for (int depth = 0; *iterator != nullptr; ++iterator) {
         int const opcode = (*iterator)->getOpcode();
-        if (opcode > FltOpcodes::lastOfObject)
+        if (opcode > FltOpcode::lastOfObject)
             return;
         switch (opcode) {
-        case FltOpcodes::face:
+        case FltOpcode::face:
             if (faceFound)
                 return stepBack();
             faceFound = true;
             break;
-        case FltOpcodes::pushLevel:
+        case FltOpcode::pushLevel:
             ++depth;
             break;
-        case FltOpcodes::popLevel:
+        case FltOpcode::popLevel:
             --depth;
             break;
-        case FltOpcodes::pushSubface:
-        case FltOpcodes::popSubface:
+        case FltOpcode::pushSubface:
+        case FltOpcode::popSubface:
             return stepBack();
         default:
             break;
         }
         records.push_back(*iterator);
-        if (depth == 0 && opcode == FltOpcodes::popLevel)
+        if (depth == 0 && opcode == FltOpcode::popLevel)
             return;
     }
 }

@@ -1,16 +1,16 @@
 #include "convert/FltToInventor.h"
 
 #include "convert/FltObjectToSoSeparator.h"
-#include "convert/FltOpcodes.h"
 #include "parser/FltCreationVisitor.h"
 #include "parser/FltParser.h"
+#include "records/FltOpcode.h"
 #include "records/FltRecordControl.h"
 
 /// A run goes on until a level closes that it didn't open, an Object begins, or a record other than a face
 /// follows a level of its own.
 void FltToInventor::visitNextSuccessiveFaces(RecordIterator& iterator)
 {
-    if (*iterator == nullptr || (*iterator)->getOpcode() != FltOpcodes::face)
+    if (*iterator == nullptr || (*iterator)->getOpcode() != FltOpcode::face)
         return;
     FltRecordPushLevel push(4);
     FltRecordPopLevel pop(4);
@@ -19,17 +19,17 @@ void FltToInventor::visitNextSuccessiveFaces(RecordIterator& iterator)
     int previousOpcode = 0;
     for (; *iterator != nullptr; ++iterator) {
         int const opcode = (*iterator)->getOpcode();
-        bool const levelHasClosed = previousOpcode == FltOpcodes::popLevel && level == 0;
+        bool const levelHasClosed = previousOpcode == FltOpcode::popLevel && level == 0;
         bool const runEnds =
-            levelHasClosed ? opcode != FltOpcodes::face
-                           : opcode == FltOpcodes::object || (opcode == FltOpcodes::popLevel && level == 0);
+            levelHasClosed ? opcode != FltOpcode::face
+                           : opcode == FltOpcode::object || (opcode == FltOpcode::popLevel && level == 0);
         if (runEnds) {
             --iterator;
             break;
         }
-        if (opcode == FltOpcodes::pushLevel)
+        if (opcode == FltOpcode::pushLevel)
             ++level;
-        else if (opcode == FltOpcodes::popLevel)
+        else if (opcode == FltOpcode::popLevel)
             --level;
         records.push_back(*iterator);
         previousOpcode = opcode;
@@ -60,11 +60,11 @@ void FltToInventor::visitObjectFaceRecords(RecordIterator& iterator, float const
         return;
     for (int level = 0;; ++iterator) {
         int const opcode = (*iterator)->getOpcode();
-        if (opcode == FltOpcodes::popLevel && level == 1)
+        if (opcode == FltOpcode::popLevel && level == 1)
             return;
-        if (opcode == FltOpcodes::pushLevel)
+        if (opcode == FltOpcode::pushLevel)
             ++level;
-        else if (opcode == FltOpcodes::popLevel)
+        else if (opcode == FltOpcode::popLevel)
             --level;
         if (iterator[1] == nullptr)
             return;

@@ -1,6 +1,7 @@
 #include "parser/Flt_15_7_CreationVisitor.h"
 
 #include "parser/FltRawData.h"
+#include "records/FltOpcode.h"
 #include "records/FltRecordBoundingVolume.h"
 #include "records/FltRecordClipRegion.h"
 #include "records/FltRecordColorPalette.h"
@@ -34,24 +35,20 @@
 #include <cstdint>
 #include <iostream>
 #include <memory>
+#include <type_traits>
 
 namespace
 {
 
 using Maker = FltRecord* (*)(unsigned int length, int revision);
 
+/// A class whose layout depends on the revision needs it before it decodes.
 template <class Record>
-FltRecord* plain(unsigned int length, int /*revision*/)
-{
-    return new Record(length);
-}
-
-/// For the classes whose layout depends on the revision: they need it before they decode.
-template <class Record>
-FltRecord* revised(unsigned int length, int revision)
+FltRecord* make(unsigned int length, [[maybe_unused]] int revision)
 {
     auto* const record = new Record(length);
-    record->revision = revision;
+    if constexpr (std::is_base_of_v<FltVersion, Record>)
+        record->revision = revision;
     return record;
 }
 
@@ -62,79 +59,75 @@ struct Row {
     int reach; ///< Bytes that the decoder reads at its longest whatever the record's length says.
 };
 
-constexpr int lastOpcode = 114;
-constexpr int morphVertexListOpcode = 89;
-constexpr int soundPaletteOpcode = 93;
-
 constexpr Row rows[] = {
-    {1, plain<FltRecordHeader>, 324},
-    {2, revised<FltRecordGroup>, 32},
-    {3, plain<FltRecordOLDLOD>, 40},
-    {4, plain<FltRecordObject>, 28},
-    {5, revised<FltRecordFace>, 80},
-    {7, plain<FltRecordOldVertex>, 16},
-    {8, plain<FltRecordOldVertexColor>, 20},
-    {9, plain<FltRecordOldVertexColorNormal>, 32},
-    {10, plain<FltRecordPushLevel>, 4},
-    {11, plain<FltRecordPopLevel>, 4},
-    {14, plain<FltRecordDOF>, 380},
-    {19, plain<FltRecordPushSubface>, 4},
-    {20, plain<FltRecordPopSubface>, 4},
-    {21, plain<FltRecordPushExtension>, 24},
-    {22, plain<FltRecordPopExtension>, 24},
-    {31, plain<FltRecordComment>, 4},
-    {32, revised<FltRecordColorPalette>, 4232},
-    {33, plain<FltRecordLongID>, 4},
-    {49, plain<FltRecordMatrix>, 68},
-    {50, plain<FltRecordVector>, 16},
-    {51, plain<FltRecordOldBoundingBox>, 28},
-    {52, plain<FltRecordMultitexture>, 72},
-    {60, plain<FltRecordReplicate>, 12},
-    {61, plain<FltRecordInstanceReference>, 8},
-    {62, plain<FltRecordInstanceDefinition>, 8},
-    {63, plain<FltRecordExternalReference>, 216},
-    {64, plain<FltRecordTexturePattern>, 216},
-    {66, revised<FltRecordOLDMaterialPalette>, 11780},
-    {67, plain<FltRecordVertexPalette>, 8},
-    {68, revised<FltRecordVertexColor>, 40},
-    {69, revised<FltRecordVertexColorNormal>, 56},
-    {70, revised<FltRecordVertexColorNormalUv>, 64},
-    {71, revised<FltRecordVertexColorUv>, 48},
-    {72, plain<FltRecordVertexList>, 4},
-    {73, plain<FltRecordLOD>, 72},
-    {74, plain<FltRecordBoundingBox>, 56},
-    {76, plain<FltRecordRotateAboutEdge>, 60},
-    {78, plain<FltRecordTranslate>, 56},
-    {79, plain<FltRecordScaleNonUniform>, 44},
-    {80, plain<FltRecordRotateAboutPoint>, 48},
-    {82, plain<FltRecordRotateAboutEdge>, 60},
-    {83, plain<FltRecordEyePointTrackPlane>, 280},
-    {89, plain<FltRecordMorphVertexList>, 4},
-    {91, plain<FltRecordSound>, 88},
-    {93, plain<FltRecordSoundPalette>, 32},
-    {94, plain<FltRecordGeneralMatrix>, 68},
-    {95, plain<FltRecordText>, 320},
-    {96, plain<FltRecordSwitch>, 28},
-    {97, plain<FltRecordLineStylePalette>, 12},
-    {98, plain<FltRecordClipRegion>, 280},
-    {100, plain<FltRecordExtensionAttribute>, 24},
-    {101, plain<FltRecordLightSource>, 64},
-    {102, plain<FltRecordLightSourcePalette>, 210},
-    {105, plain<FltRecordBoundingVolumeSphere>, 16},
-    {106, plain<FltRecordBoundingVolumeCylinder>, 24},
-    {108, plain<FltRecordBoundingVolumeCenter>, 32},
-    {109, plain<FltRecordBoundingVolumeOrientation>, 32},
-    {111, plain<FltRecordLightPoint>, 156},
-    {112, plain<FltRecordTextureMappingPalette>, 580},
-    {113, plain<FltRecordMaterial>, 84},
-    {114, plain<FltRecordNamePalette>, 10},
+    {FltOpcode::header, make<FltRecordHeader>, 324},
+    {FltOpcode::group, make<FltRecordGroup>, 32},
+    {FltOpcode::oldLOD, make<FltRecordOLDLOD>, 40},
+    {FltOpcode::object, make<FltRecordObject>, 28},
+    {FltOpcode::face, make<FltRecordFace>, 80},
+    {FltOpcode::oldVertex, make<FltRecordOldVertex>, 16},
+    {FltOpcode::oldVertexColor, make<FltRecordOldVertexColor>, 20},
+    {FltOpcode::oldVertexColorNormal, make<FltRecordOldVertexColorNormal>, 32},
+    {FltOpcode::pushLevel, make<FltRecordPushLevel>, 4},
+    {FltOpcode::popLevel, make<FltRecordPopLevel>, 4},
+    {FltOpcode::dof, make<FltRecordDOF>, 380},
+    {FltOpcode::pushSubface, make<FltRecordPushSubface>, 4},
+    {FltOpcode::popSubface, make<FltRecordPopSubface>, 4},
+    {FltOpcode::pushExtension, make<FltRecordPushExtension>, 24},
+    {FltOpcode::popExtension, make<FltRecordPopExtension>, 24},
+    {FltOpcode::comment, make<FltRecordComment>, 4},
+    {FltOpcode::colorPalette, make<FltRecordColorPalette>, 4232},
+    {FltOpcode::longID, make<FltRecordLongID>, 4},
+    {FltOpcode::matrix, make<FltRecordMatrix>, 68},
+    {FltOpcode::vector, make<FltRecordVector>, 16},
+    {FltOpcode::oldBoundingBox, make<FltRecordOldBoundingBox>, 28},
+    {FltOpcode::multitexture, make<FltRecordMultitexture>, 72},
+    {FltOpcode::replicate, make<FltRecordReplicate>, 12},
+    {FltOpcode::instanceReference, make<FltRecordInstanceReference>, 8},
+    {FltOpcode::instanceDefinition, make<FltRecordInstanceDefinition>, 8},
+    {FltOpcode::externalReference, make<FltRecordExternalReference>, 216},
+    {FltOpcode::texturePattern, make<FltRecordTexturePattern>, 216},
+    {FltOpcode::oldMaterialPalette, make<FltRecordOLDMaterialPalette>, 11780},
+    {FltOpcode::vertexPalette, make<FltRecordVertexPalette>, 8},
+    {FltOpcode::vertexColor, make<FltRecordVertexColor>, 40},
+    {FltOpcode::vertexColorNormal, make<FltRecordVertexColorNormal>, 56},
+    {FltOpcode::vertexColorNormalUv, make<FltRecordVertexColorNormalUv>, 64},
+    {FltOpcode::vertexColorUv, make<FltRecordVertexColorUv>, 48},
+    {FltOpcode::vertexList, make<FltRecordVertexList>, 4},
+    {FltOpcode::lod, make<FltRecordLOD>, 72},
+    {FltOpcode::boundingBox, make<FltRecordBoundingBox>, 56},
+    {FltOpcode::rotateAboutEdge, make<FltRecordRotateAboutEdge>, 60},
+    {FltOpcode::translate, make<FltRecordTranslate>, 56},
+    {FltOpcode::scaleNonUniform, make<FltRecordScaleNonUniform>, 44},
+    {FltOpcode::rotateAboutPoint, make<FltRecordRotateAboutPoint>, 48},
+    {FltOpcode::putTransform, make<FltRecordRotateAboutEdge>, 60},
+    {FltOpcode::eyePointTrackPlane, make<FltRecordEyePointTrackPlane>, 280},
+    {FltOpcode::morphVertexList, make<FltRecordMorphVertexList>, 4},
+    {FltOpcode::sound, make<FltRecordSound>, 88},
+    {FltOpcode::soundPalette, make<FltRecordSoundPalette>, 32},
+    {FltOpcode::generalMatrix, make<FltRecordGeneralMatrix>, 68},
+    {FltOpcode::text, make<FltRecordText>, 320},
+    {FltOpcode::switchNode, make<FltRecordSwitch>, 28},
+    {FltOpcode::lineStylePalette, make<FltRecordLineStylePalette>, 12},
+    {FltOpcode::clipRegion, make<FltRecordClipRegion>, 280},
+    {FltOpcode::extensionAttribute, make<FltRecordExtensionAttribute>, 24},
+    {FltOpcode::lightSource, make<FltRecordLightSource>, 64},
+    {FltOpcode::lightSourcePalette, make<FltRecordLightSourcePalette>, 210},
+    {FltOpcode::boundingVolumeSphere, make<FltRecordBoundingVolumeSphere>, 16},
+    {FltOpcode::boundingVolumeCylinder, make<FltRecordBoundingVolumeCylinder>, 24},
+    {FltOpcode::boundingVolumeCenter, make<FltRecordBoundingVolumeCenter>, 32},
+    {FltOpcode::boundingVolumeOrientation, make<FltRecordBoundingVolumeOrientation>, 32},
+    {FltOpcode::lightPoint, make<FltRecordLightPoint>, 156},
+    {FltOpcode::textureMappingPalette, make<FltRecordTextureMappingPalette>, 580},
+    {FltOpcode::material, make<FltRecordMaterial>, 84},
+    {FltOpcode::namePalette, make<FltRecordNamePalette>, 10},
 };
 
 constexpr bool isAscending()
 {
     int before = 0;
     for (Row const& row : rows) {
-        if (row.opcode <= before || row.opcode > lastOpcode || row.reach < 4)
+        if (row.opcode <= before || row.opcode > FltOpcode::last || row.reach < 4)
             return false;
         before = row.opcode;
     }
@@ -143,9 +136,9 @@ constexpr bool isAscending()
 static_assert(isAscending(), "the rows stand in the order of their opcodes, each once, none above the last");
 
 /// The row of each opcode, or -1.
-constexpr std::array<std::int8_t, lastOpcode + 1> makeIndex()
+constexpr std::array<std::int8_t, FltOpcode::last + 1> makeIndex()
 {
-    std::array<std::int8_t, lastOpcode + 1> index{};
+    std::array<std::int8_t, FltOpcode::last + 1> index{};
     for (std::int8_t& entry : index)
         entry = -1;
     std::int8_t position = 0;
@@ -157,7 +150,7 @@ constexpr auto index = makeIndex();
 
 Row const* findRow(int opcode)
 {
-    if (opcode < 0 || opcode > lastOpcode || index[static_cast<std::size_t>(opcode)] < 0)
+    if (opcode < 0 || opcode > FltOpcode::last || index[static_cast<std::size_t>(opcode)] < 0)
         return nullptr;
     return &rows[index[static_cast<std::size_t>(opcode)]];
 }
@@ -172,8 +165,8 @@ void Flt_15_7_CreationVisitor::visitFltRawData(FltRecord*& result, FltRawData co
     std::unique_ptr<FltRecord> made; // a decoder may throw
     if (row == nullptr)
         made.reset(new FltRecordUnknown(static_cast<std::int16_t>(raw->opcode), raw->length));
-    else if (row->opcode != soundPaletteOpcode || previous == nullptr ||
-             previous->getOpcode() != soundPaletteOpcode)
+    else if (row->opcode != FltOpcode::soundPalette || previous == nullptr ||
+             previous->getOpcode() != FltOpcode::soundPalette)
         made.reset(row->make(raw->length, revision));
     FltRecord* const record = made != nullptr ? made.get() : previous;
     record->getPropertiesFromData(raw->data);
@@ -188,7 +181,7 @@ std::size_t Flt_15_7_CreationVisitor::getReach(int opcode, unsigned int length) 
     Row const* const row = findRow(opcode);
     if (row == nullptr)
         return length;
-    if (row->opcode == morphVertexListOpcode)
+    if (row->opcode == FltOpcode::morphVertexList)
         return FltRecordMorphVertexList::getReach(length);
     return static_cast<std::size_t>(row->reach);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 
 #include <cstdint>
 
@@ -19,7 +20,7 @@ class FltRecordOldBoundingBox : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return 51; }
+    int getOpcode() const override { return FltOpcode::oldBoundingBox; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -48,7 +49,7 @@ class FltRecordBoundingBox : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return 74; }
+    int getOpcode() const override { return FltOpcode::boundingBox; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -73,7 +74,7 @@ class FltRecordBoundingVolumeSphere : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return 105; }
+    int getOpcode() const override { return FltOpcode::boundingVolumeSphere; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -94,7 +95,7 @@ class FltRecordBoundingVolumeCylinder : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return 106; }
+    int getOpcode() const override { return FltOpcode::boundingVolumeCylinder; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -117,7 +118,7 @@ class FltRecordBoundingVolumeCenter : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return 108; }
+    int getOpcode() const override { return FltOpcode::boundingVolumeCenter; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -141,7 +142,7 @@ class FltRecordBoundingVolumeOrientation : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return 109; }
+    int getOpcode() const override { return FltOpcode::boundingVolumeOrientation; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;

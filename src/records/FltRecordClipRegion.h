@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 
 #include <cstdint>
 
@@ -22,7 +23,7 @@ class FltRecordClipRegion : public PrimaryFltRecord
 public:
     using PrimaryFltRecord::PrimaryFltRecord;
 
-    int getOpcode() const override { return 98; }
+    int getOpcode() const override { return FltOpcode::clipRegion; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;

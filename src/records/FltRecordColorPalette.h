@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 #include "records/FltVersion.h"
 
 #include <cstdint>
@@ -58,7 +59,7 @@ class FltRecordColorPalette : public PaletteFltRecord, public FltVersion
 public:
     using PaletteFltRecord::PaletteFltRecord;
 
-    int getOpcode() const override { return 32; }
+    int getOpcode() const override { return FltOpcode::colorPalette; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 
 #include <memory>
 
@@ -14,7 +15,7 @@ class FltRecordComment : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return 31; }
+    int getOpcode() const override { return FltOpcode::comment; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 
 #include <cstdint>
 
@@ -20,7 +21,7 @@ class FltRecordPushLevel : public AbstractControlRecord
 {
 public:
     using AbstractControlRecord::AbstractControlRecord;
-    int getOpcode() const override { return 10; }
+    int getOpcode() const override { return FltOpcode::pushLevel; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
 };
 
@@ -29,7 +30,7 @@ class FltRecordPopLevel : public AbstractControlRecord
 {
 public:
     using AbstractControlRecord::AbstractControlRecord;
-    int getOpcode() const override { return 11; }
+    int getOpcode() const override { return FltOpcode::popLevel; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
 };
 
@@ -38,7 +39,7 @@ class FltRecordPushSubface : public AbstractControlRecord
 {
 public:
     using AbstractControlRecord::AbstractControlRecord;
-    int getOpcode() const override { return 19; }
+    int getOpcode() const override { return FltOpcode::pushSubface; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
 };
 
@@ -47,7 +48,7 @@ class FltRecordPopSubface : public AbstractControlRecord
 {
 public:
     using AbstractControlRecord::AbstractControlRecord;
-    int getOpcode() const override { return 20; }
+    int getOpcode() const override { return FltOpcode::popSubface; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
 };
 
@@ -81,7 +82,7 @@ class FltRecordPushExtension : public AbstractExtensionControlRecord
 {
 public:
     using AbstractExtensionControlRecord::AbstractExtensionControlRecord;
-    int getOpcode() const override { return 21; }
+    int getOpcode() const override { return FltOpcode::pushExtension; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
 };
 
@@ -90,7 +91,7 @@ class FltRecordPopExtension : public AbstractExtensionControlRecord
 {
 public:
     using AbstractExtensionControlRecord::AbstractExtensionControlRecord;
-    int getOpcode() const override { return 22; }
+    int getOpcode() const override { return FltOpcode::popExtension; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
 };
 
@@ -117,7 +118,7 @@ class FltRecordInstanceReference : public AbstractInstanceRecord
 {
 public:
     using AbstractInstanceRecord::AbstractInstanceRecord;
-    int getOpcode() const override { return 61; }
+    int getOpcode() const override { return FltOpcode::instanceReference; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
 };
 
@@ -126,6 +127,6 @@ class FltRecordInstanceDefinition : public AbstractInstanceRecord
 {
 public:
     using AbstractInstanceRecord::AbstractInstanceRecord;
-    int getOpcode() const override { return 62; }
+    int getOpcode() const override { return FltOpcode::instanceDefinition; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 
 #include <cstdint>
 
@@ -66,7 +67,7 @@ class FltRecordDOF : public PrimaryFltRecord
 public:
     using PrimaryFltRecord::PrimaryFltRecord;
 
-    int getOpcode() const override { return 14; }
+    int getOpcode() const override { return FltOpcode::dof; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;

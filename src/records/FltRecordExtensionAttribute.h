@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 
 #include <cstdint>
 #include <memory>
@@ -20,7 +21,7 @@ class FltRecordExtensionAttribute : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return 100; }
+    int getOpcode() const override { return FltOpcode::extensionAttribute; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 
 #include <cstdint>
 
@@ -21,7 +22,7 @@ class FltRecordExternalReference : public PrimaryFltRecord
 public:
     using PrimaryFltRecord::PrimaryFltRecord;
 
-    int getOpcode() const override { return 63; }
+    int getOpcode() const override { return FltOpcode::externalReference; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;

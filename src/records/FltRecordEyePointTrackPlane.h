@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 
 #include <cstdint>
 
@@ -112,7 +113,7 @@ public:
 
     using PaletteFltRecord::PaletteFltRecord;
 
-    int getOpcode() const override { return 83; }
+    int getOpcode() const override { return FltOpcode::eyePointTrackPlane; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 #include "records/FltVersion.h"
 
 #include <cstddef>
@@ -57,7 +58,7 @@ class FltRecordFace : public PrimaryFltRecord, public FltVersion
 public:
     using PrimaryFltRecord::PrimaryFltRecord;
 
-    int getOpcode() const override { return 5; }
+    int getOpcode() const override { return FltOpcode::face; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -107,7 +108,7 @@ class FltRecordVertexList : public PrimaryFltRecord
 public:
     using PrimaryFltRecord::PrimaryFltRecord;
 
-    int getOpcode() const override { return 72; }
+    int getOpcode() const override { return FltOpcode::vertexList; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -126,7 +127,7 @@ class FltRecordMorphVertexList : public PrimaryFltRecord
 public:
     using PrimaryFltRecord::PrimaryFltRecord;
 
-    int getOpcode() const override { return 89; }
+    int getOpcode() const override { return FltOpcode::morphVertexList; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;

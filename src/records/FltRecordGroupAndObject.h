@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 #include "records/FltVersion.h"
 
 #include <cstdint>
@@ -27,7 +28,7 @@ class FltRecordGroup : public PrimaryFltRecord, public FltVersion
 public:
     using PrimaryFltRecord::PrimaryFltRecord;
 
-    int getOpcode() const override { return 2; }
+    int getOpcode() const override { return FltOpcode::group; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -66,7 +67,7 @@ class FltRecordObject : public PrimaryFltRecord
 public:
     using PrimaryFltRecord::PrimaryFltRecord;
 
-    int getOpcode() const override { return 4; }
+    int getOpcode() const override { return FltOpcode::object; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;

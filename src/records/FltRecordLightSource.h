@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 
 #include <cstdint>
 
@@ -26,7 +27,7 @@ class FltRecordLightSource : public PrimaryFltRecord
 public:
     using PrimaryFltRecord::PrimaryFltRecord;
 
-    int getOpcode() const override { return 101; }
+    int getOpcode() const override { return FltOpcode::lightSource; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -82,7 +83,7 @@ class FltRecordLightSourcePalette : public PaletteFltRecord
 public:
     using PaletteFltRecord::PaletteFltRecord;
 
-    int getOpcode() const override { return 102; }
+    int getOpcode() const override { return FltOpcode::lightSourcePalette; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -161,7 +162,7 @@ class FltRecordLightPoint : public PrimaryFltRecord
 public:
     using PrimaryFltRecord::PrimaryFltRecord;
 
-    int getOpcode() const override { return 111; }
+    int getOpcode() const override { return FltOpcode::lightPoint; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;

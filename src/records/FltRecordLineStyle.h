@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 
 #include <cstdint>
 
@@ -16,7 +17,7 @@ class FltRecordLineStylePalette : public PaletteFltRecord
 public:
     using PaletteFltRecord::PaletteFltRecord;
 
-    int getOpcode() const override { return 97; }
+    int getOpcode() const override { return FltOpcode::lineStylePalette; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 
 #include <memory>
 
@@ -14,7 +15,7 @@ class FltRecordLongID : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return 33; }
+    int getOpcode() const override { return FltOpcode::longID; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;

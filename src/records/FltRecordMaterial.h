@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 #include "records/FltVersion.h"
 
 #include <cstdint>
@@ -24,7 +25,7 @@ class FltRecordMaterial : public PaletteFltRecord
 public:
     using PaletteFltRecord::PaletteFltRecord;
 
-    int getOpcode() const override { return 113; }
+    int getOpcode() const override { return FltOpcode::material; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -59,7 +60,7 @@ class FltRecordOLDMaterialPalette : public PaletteFltRecord, public FltVersion
 public:
     using PaletteFltRecord::PaletteFltRecord;
 
-    int getOpcode() const override { return 66; }
+    int getOpcode() const override { return FltOpcode::oldMaterialPalette; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;

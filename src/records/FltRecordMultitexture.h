@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -19,7 +20,7 @@ class FltRecordMultitexture : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return 52; }
+    int getOpcode() const override { return FltOpcode::multitexture; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -58,7 +59,7 @@ class FltRecordUVList : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return 53; }
+    int getOpcode() const override { return FltOpcode::uvList; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
 

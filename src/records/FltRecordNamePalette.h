@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 
 #include <cstdint>
 #include <map>
@@ -29,7 +30,7 @@ class FltRecordNamePalette : public PaletteFltRecord
 public:
     using PaletteFltRecord::PaletteFltRecord;
 
-    int getOpcode() const override { return 114; }
+    int getOpcode() const override { return FltOpcode::namePalette; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 
 #include <cstdint>
 #include <map>
@@ -24,7 +25,7 @@ class FltRecordSound : public PrimaryFltRecord
 public:
     using PrimaryFltRecord::PrimaryFltRecord;
 
-    int getOpcode() const override { return 91; }
+    int getOpcode() const override { return FltOpcode::sound; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -71,7 +72,7 @@ class FltRecordSoundPalette : public PaletteFltRecord
 public:
     using PaletteFltRecord::PaletteFltRecord;
 
-    int getOpcode() const override { return 93; }
+    int getOpcode() const override { return FltOpcode::soundPalette; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
 
     /// Writes the half that each of the two low bits of `subType` asks for. Nothing sets them, so the title

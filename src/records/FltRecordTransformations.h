@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 
 #include <cstdint>
 
@@ -25,7 +26,7 @@ class FltRecordMatrix : public AbstractMatrixRecord
 {
 public:
     using AbstractMatrixRecord::AbstractMatrixRecord;
-    int getOpcode() const override { return 49; }
+    int getOpcode() const override { return FltOpcode::matrix; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
 };
 
@@ -34,7 +35,7 @@ class FltRecordGeneralMatrix : public AbstractMatrixRecord
 {
 public:
     using AbstractMatrixRecord::AbstractMatrixRecord;
-    int getOpcode() const override { return 94; }
+    int getOpcode() const override { return FltOpcode::generalMatrix; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
 };
 
@@ -50,7 +51,7 @@ class FltRecordVector : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return 50; }
+    int getOpcode() const override { return FltOpcode::vector; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -77,7 +78,7 @@ class FltRecordRotateAboutEdge : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return 76; }
+    int getOpcode() const override { return FltOpcode::rotateAboutEdge; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -108,7 +109,7 @@ class FltRecordTranslate : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return 78; }
+    int getOpcode() const override { return FltOpcode::translate; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -138,7 +139,7 @@ class FltRecordScaleNonUniform : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return 79; }
+    int getOpcode() const override { return FltOpcode::scaleNonUniform; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -169,7 +170,7 @@ class FltRecordRotateAboutPoint : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return 80; }
+    int getOpcode() const override { return FltOpcode::rotateAboutPoint; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -215,7 +216,7 @@ class FltRecordPutTransform : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return 82; }
+    int getOpcode() const override { return FltOpcode::putTransform; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltOpcode.h"
 #include "records/FltVersion.h"
 
 #include <cstdint>
@@ -15,7 +16,7 @@ class FltRecordVertexPalette : public PaletteFltRecord
 public:
     using PaletteFltRecord::PaletteFltRecord;
 
-    int getOpcode() const override { return 67; }
+    int getOpcode() const override { return FltOpcode::vertexPalette; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -56,7 +57,7 @@ class FltRecordVertexColor : public PaletteFltRecord, public FltVersion
 public:
     using PaletteFltRecord::PaletteFltRecord;
 
-    int getOpcode() const override { return 68; }
+    int getOpcode() const override { return FltOpcode::vertexColor; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -87,7 +88,7 @@ class FltRecordVertexColorNormal : public FltRecordVertexColor
 public:
     using FltRecordVertexColor::FltRecordVertexColor;
 
-    int getOpcode() const override { return 69; }
+    int getOpcode() const override { return FltOpcode::vertexColorNormal; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -102,7 +103,7 @@ class FltRecordVertexColorNormalUv : public FltRecordVertexColor
 public:
     using FltRecordVertexColor::FltRecordVertexColor;
 
-    int getOpcode() const override { return 70; }
+    int getOpcode() const override { return FltOpcode::vertexColorNormalUv; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -118,7 +119,7 @@ class FltRecordVertexColorUv : public FltRecordVertexColor
 public:
     using FltRecordVertexColor::FltRecordVertexColor;
 
-    int getOpcode() const override { return 71; }
+    int getOpcode() const override { return FltOpcode::vertexColorUv; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -155,7 +156,7 @@ class FltRecordOldVertex : public AbstractOldVertexRecord
 public:
     using AbstractOldVertexRecord::AbstractOldVertexRecord;
 
-    int getOpcode() const override { return 7; }
+    int getOpcode() const override { return FltOpcode::oldVertex; }
     unsigned int getLength() const override { return length; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
@@ -198,7 +199,7 @@ class FltRecordOldVertexColor : public AbstractOldVertexColorRecord
 public:
     using AbstractOldVertexColorRecord::AbstractOldVertexColorRecord;
 
-    int getOpcode() const override { return 8; }
+    int getOpcode() const override { return FltOpcode::oldVertexColor; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -226,7 +227,7 @@ class FltRecordOldVertexColorNormal : public AbstractOldVertexColorRecord
 public:
     using AbstractOldVertexColorRecord::AbstractOldVertexColorRecord;
 
-    int getOpcode() const override { return 9; }
+    int getOpcode() const override { return FltOpcode::oldVertexColorNormal; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
