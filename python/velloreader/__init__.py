@@ -16,7 +16,7 @@ import weakref
 from pivy import coin
 
 __all__ = ["DatabaseWarning", "load"]
-__version__ = "9.6.1"
+__version__ = "@PROJECT_VERSION@"
 
 
 class DatabaseWarning(UserWarning):
