@@ -12,8 +12,8 @@ import pathlib
 import re
 import sys
 
-# What the files of a folder may include from, beside their own folder. The table reads from the ground floor up: a
-# folder names only those that stand above it in the table.
+# What the files of a folder may include from, beside their own folder. The table reads from the ground floor
+# up: a folder names only those that stand above it in the table.
 MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "src/toolkit": (),
     "src/dump": ("src/toolkit",),
@@ -50,7 +50,7 @@ def folder_of(path: pathlib.PurePath) -> str:
 
 
 def target_of(include: str, source: pathlib.PurePath, root: pathlib.Path) -> pathlib.PurePath | None:
-    """The file that an include names: beside its source, or below one of the folders that compilers search."""
+    """The file that an include names: beside its source, or below a folder that compilers search."""
     for base in (source.parent, *map(pathlib.PurePath, ("src", "tools", "tests", "."))):
         if (root / base / include).is_file():
             return base / include
@@ -84,8 +84,8 @@ def check(root: pathlib.Path) -> list[str]:
     unknown = {f"src/{entry.name}" for entry in (root / "src").iterdir() if entry.is_dir()} - set(above)
     problems += [f"{folder} has no line in the table" for folder in sorted(unknown)]
     for folder in MAY_INCLUDE:
-        found = (path.relative_to(root) for ending in ("*.h", "*.cpp") for path in (root / folder).rglob(ending))
-        for source in sorted(found):
+        sources = (path for ending in ("*.h", "*.cpp") for path in (root / folder).rglob(ending))
+        for source in sorted(path.relative_to(root) for path in sources):
             if folder_of(source) == folder:
                 problems += problems_of(source, root)
     return problems

@@ -64,7 +64,8 @@ class CheckIncludesTest(unittest.TestCase):
         run = subprocess.run([sys.executable, check_includes.__file__, str(self.root)],
                              capture_output=True, text=True, check=False)
         self.assertEqual(run.returncode, 1)
-        self.assertEqual(run.stderr, "src/toolkit/Wrong.h:1: src/toolkit must not include src/records/Record.h\n")
+        self.assertEqual(run.stderr,
+                         "src/toolkit/Wrong.h:1: src/toolkit must not include src/records/Record.h\n")
 
 
 if __name__ == "__main__":
