@@ -9,7 +9,7 @@
 namespace
 {
 
-/// Where the parser stands, for messages about damage.
+/// Where the parser is in the file, for messages about damage.
 struct Position {
     std::string fileName;
     std::size_t byteOffset = 0;
@@ -27,7 +27,7 @@ int FltWarningMessageConsole::currentWarningLevel = 0;
 
 FltWarningMessageConsole::~FltWarningMessageConsole()
 {
-    // The instance may be the very object that goes: it must not be met twice.
+    // The instance may be this object itself, which must not be deleted twice.
     FltWarningMessageConsole* const other = instance;
     instance = nullptr;
     if (other != nullptr && other != this)
@@ -94,6 +94,6 @@ void FltWarningMessageConsole::notifyDamage(char const* what)
                        std::to_string(position.opcode) + " at byte offset " +
                        std::to_string(position.byteOffset) + ")";
     if (position.reports == FltLimits::damageReports)
-        text += "; further damage in this file is not told";
+        text += "; further damage in this file is not reported";
     notifyMessage(keepText(text), 2, true);
 }

@@ -18,8 +18,7 @@ public:
 
     /// Keeps a message and, if @p print is true, writes it to std::cerr with its level and a blank line.
     /// @param text  kept as a pointer, so it must live as long as the process; see keepText(). A null text
-    /// sets
-    ///              the bad bit of std::cerr and loses all later output there.
+    ///              sets the bad bit of std::cerr, and all later output there is lost.
     /// @param level 1 for a remark on the data, 2 for a damaged file that can go on, 3 for an error
     static void notifyMessage(char const* text, int level, bool print);
 
@@ -36,17 +35,19 @@ public:
     static char const* keepText(std::string const& text);
 
     /// @name Damage in a file
-    /// The parser tells where it stands; whoever meets damage tells what is wrong and what was left out.
+    /// The parser sets the position in the file; the code that finds damage reports what is wrong and what
+    /// was left out.
     /// @{
 
-    /// Starts a file: damage is reported under this name.
+    /// Starts a file: damage is reported under this name. A null name is an empty one.
     static void beginFile(char const* fileName);
 
-    /// Tells the record that is being read.
+    /// Sets the record that is being read.
+    /// @param byteOffset of the record's first byte in the file
     static void setPosition(std::size_t byteOffset, int opcode);
 
     /// Reports damage at level 2, printed, with file, byte offset and opcode. Of each file only the first
-    /// faults are told (FltLimits::damageReports).
+    /// faults are reported (FltLimits::damageReports).
     static void notifyDamage(char const* what);
     /// @}
 

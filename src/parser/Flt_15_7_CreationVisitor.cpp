@@ -56,7 +56,7 @@ FltRecord* make(unsigned int length, [[maybe_unused]] int revision)
 struct Row {
     int opcode;
     Maker make;
-    int reach; ///< Bytes that the decoder reads at its longest whatever the record's length says.
+    int reach; ///< Most bytes that the decoder reads, whatever the record's length says.
 };
 
 constexpr Row rows[] = {
@@ -133,7 +133,7 @@ constexpr bool isAscending()
     }
     return true;
 }
-static_assert(isAscending(), "the rows stand in the order of their opcodes, each once, none above the last");
+static_assert(isAscending(), "the rows are in the order of their opcodes, each once, none above the last");
 
 /// The row of each opcode, or -1.
 constexpr std::array<std::int8_t, FltOpcode::last + 1> makeIndex()

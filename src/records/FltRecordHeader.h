@@ -32,16 +32,23 @@
 /// eight float64 from `southWestCornerLatitude` to `LambertLowerLatitude`, four int16 from
 /// `idNextLightSource` to `idNextCat`, 8 reserved bytes and the int32 `earthEllipsoidModel`.
 ///
-/// Revision 1540 and above: 272 int16 `idNextAdaptive`, and a tail that differs by revision:
+/// Revision 1540 and above: 272 int16 `idNextAdaptive`, then a tail whose offsets differ by revision. A field
+/// without an offset isn't there:
 ///
-/// | Revision     | Tail |
-/// |--------------|------------------------------------------------------------------------------------------|
-/// | 1540 to 1549 | 274 reserved int16 | | 1550 to 1569 | 274 int16 `idNextCurve`, 276 reserved int16 | |
-/// 1570 to 1579 | as before, 278 float64 `ZdeltaToPlaceDatabase`, 286 float64 `radius`, 294 uint16
-/// `idNextMesh`, 296 reserved int16 | | from 1580    | 274 int16 `idNextCurve`, 276 int16 `utmZone`, 6
-/// reserved bytes, 284 float64 `ZdeltaToPlaceDatabase`, 292 float64 `radius`, 300 uint16 `idNextMesh`, 302
-/// int16 `idNextLightPointSystem`, 304 reserved int32, 308 float64 `earthMajorAxis`, 316 float64
-/// `earthMinorAxis` |
+/// | Type    | Field                    | 1540 to 1549 | 1550 to 1569 | 1570 to 1579 | from 1580 |
+/// |---------|--------------------------|--------------|--------------|--------------|-----------|
+/// | int16   | `idNextCurve`            |              | 274          | 274          | 274       |
+/// | int16   | reserved                 | 274          | 276          | 276          |           |
+/// | int16   | `utmZone`                |              |              |              | 276       |
+/// | 6 bytes | reserved                 |              |              |              | 278       |
+/// | float64 | `ZdeltaToPlaceDatabase`  |              |              | 278          | 284       |
+/// | float64 | `radius`                 |              |              | 286          | 292       |
+/// | uint16  | `idNextMesh`             |              |              | 294          | 300       |
+/// | int16   | reserved                 |              |              | 296          |           |
+/// | int16   | `idNextLightPointSystem` |              |              |              | 302       |
+/// | int32   | reserved                 |              |              |              | 304       |
+/// | float64 | `earthMajorAxis`         |              |              |              | 308       |
+/// | float64 | `earthMinorAxis`         |              |              |              | 316       |
 class FltRecordHeader : public PrimaryFltRecord
 {
 public:

@@ -10,8 +10,8 @@ class FltRecord;
 
 /// Counts records by opcode and writes the counts into a text file.
 ///
-/// The counts go by FltRecord::getOpcode(), so a record counts as what its class reports, and an object that
-/// stands in two entries counts twice. A file that can't be opened is passed over without a word.
+/// The counts go by FltRecord::getOpcode(), so a record counts as what its class reports, and an object in
+/// two entries counts twice. A file that can't be opened is ignored without a message.
 class VELLOREADER_API FltStatisticsTool
 {
 public:
@@ -21,13 +21,13 @@ public:
     FltStatisticsTool(FltStatisticsTool const&) = delete;
     FltStatisticsTool& operator=(FltStatisticsTool const&) = delete;
 
-    /// Sets the name of the database, which the header of the file tells. The text is copied.
+    /// Sets the name of the database, for the header of the file. The text is copied.
     void setFltFile(char const* name);
 
     /// Sets the name of the file to write. The text is copied.
     void setStatFile(char const* name);
 
-    /// Sets the records to count, which stay the caller's.
+    /// Sets the records to count. They still belong to the caller.
     void setVectorOfFltRecords(std::vector<FltRecord*>& records);
 
     /// Creates the file, or empties it.

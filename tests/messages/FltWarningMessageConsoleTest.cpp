@@ -176,7 +176,7 @@ TEST_F(FltWarningMessageConsoleTest, ReportsOfDamageStopAtTheirLimitAndTheLastSa
     EXPECT_EQ(Console::setOfMessages.size(), static_cast<std::size_t>(FltLimits::damageReports));
     std::string const last = "WARNING ! A list is cut (a.flt, record with opcode 5 at byte offset " +
                              std::to_string(FltLimits::damageReports - 1) +
-                             "); further damage in this file is not told\n(Warning Level: 2)\n\n";
+                             "); further damage in this file is not reported\n(Warning Level: 2)\n\n";
     ASSERT_GT(printed.size(), last.size());
     EXPECT_EQ(printed.substr(printed.size() - last.size()), last);
     EXPECT_EQ(countOf(printed, "further damage"), 1);

@@ -290,7 +290,7 @@ TEST(FltParserTest, ReportsOfDamageInOneFileStopAtTheirLimit)
     for (std::size_t at = 0; (at = parse.messages.find("WARNING !", at)) != std::string::npos; ++at)
         ++told;
     EXPECT_EQ(told, FltLimits::damageReports);
-    EXPECT_NE(parse.messages.find("; further damage in this file is not told"), std::string::npos);
+    EXPECT_NE(parse.messages.find("; further damage in this file is not reported"), std::string::npos);
     Parse next(FltWriter().add("SoundPaletteNames", {{"dataLength", 5}}));
     EXPECT_EQ(next.messages,
               damage("A sound palette has no room for its names: what is there of them is kept", 93, 298));

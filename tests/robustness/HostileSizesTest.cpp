@@ -137,7 +137,7 @@ TEST(HostileSizesTest, OfMillionsOfDamagedRecordsTheFirstAreTold)
     conversion.expectToBeBounded();
     EXPECT_EQ(conversion.told("A name palette holds fewer names than it says"),
               static_cast<std::size_t>(FltLimits::damageReports));
-    EXPECT_EQ(conversion.told("further damage in this file is not told"), 1U);
+    EXPECT_EQ(conversion.told("further damage in this file is not reported"), 1U);
 }
 
 TEST(HostileSizesTest, HighestCountInEveryCountedFieldIsCutToWhatIsThere)
