@@ -9,12 +9,8 @@ foreach(file IN LISTS files)
   endif()
 endforeach()
 
-function(add_file source folder name)
-  configure_file(${source} ${usr}/share/${folder}/${name} COPYONLY FILE_PERMISSIONS
-                 OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
-endfunction()
-add_file(${CPACK_VELLOREADER_CHANGELOG} doc/velloreader changelog.Debian)
-add_file(${CPACK_VELLOREADER_OVERRIDES} lintian/overrides velloreader)
+configure_file(${CPACK_VELLOREADER_CHANGELOG} ${usr}/share/doc/velloreader/changelog.Debian COPYONLY)
+configure_file(${CPACK_VELLOREADER_OVERRIDES} ${usr}/share/lintian/overrides/velloreader COPYONLY)
 
 # Manual pages and changelogs are compressed. With this variable the result holds no time, so that equal sources give
 # equal files.
@@ -30,3 +26,9 @@ if(epoch STREQUAL "")
 else()
   set(ENV{SOURCE_DATE_EPOCH} "${epoch}")
 endif()
+
+# Everybody may read them, whatever umask the package was made with.
+set(readable OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+file(CHMOD_RECURSE ${usr}/share PERMISSIONS ${readable} DIRECTORY_PERMISSIONS ${readable} OWNER_EXECUTE GROUP_EXECUTE
+     WORLD_EXECUTE)
+file(CHMOD_RECURSE ${usr} DIRECTORY_PERMISSIONS ${readable} OWNER_EXECUTE GROUP_EXECUTE WORLD_EXECUTE)
