@@ -8,7 +8,7 @@ install(TARGETS velloreader EXPORT VelloReader LIBRARY DESTINATION ${CMAKE_INSTA
 install(FILES $<TARGET_FILE_DIR:velloreader>/libzov.inventor.io.flt DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(TARGETS SoFLTFileKit LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 
-# The programs find the library beside them, wherever the prefix is. PreparePackage.cmake takes this away again.
+# The programs find the library by its place relative to theirs, in any prefix. PreparePackage.cmake removes this.
 if(TARGET flt2iv)
   file(RELATIVE_PATH library_from_programs /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
   set_target_properties(flt2iv fltshot PROPERTIES INSTALL_RPATH "$ORIGIN/${library_from_programs}")

@@ -32,6 +32,6 @@ the Coin toolkit.
 Every program on the toolkit reads .flt files once this is installed. flt2iv
 converts them into Open Inventor files, and fltshot draws them into pictures
 without a window. Programs in C++ use the library through CMake or pkg-config,
-and programs in Python through the package velloreader, beside pivy.")
+and programs in Python through the package velloreader, together with pivy.")
 
 include(CPack)

@@ -12,7 +12,7 @@ import pathlib
 import re
 import sys
 
-# What the files of a folder may include from, beside their own folder. The table reads from the ground floor
+# What the files of a folder may include from, besides their own folder. The table reads from the ground floor
 # up: a folder names only those that stand above it in the table.
 MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "src/toolkit": (),
@@ -42,7 +42,7 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"')
 
 
 def folder_of(path: pathlib.PurePath) -> str:
-    """The folder of the table in which a file stands, or an empty text."""
+    """The folder of the table that holds a file, or an empty text."""
     for parent in (str(parent) for parent in path.parents):
         if parent in MAY_INCLUDE:
             return parent
@@ -50,7 +50,7 @@ def folder_of(path: pathlib.PurePath) -> str:
 
 
 def target_of(include: str, source: pathlib.PurePath, root: pathlib.Path) -> pathlib.PurePath | None:
-    """The file that an include names: beside its source, or below a folder that compilers search."""
+    """The file that an include names: next to its source, or below a folder that compilers search."""
     for base in (source.parent, *map(pathlib.PurePath, ("src", "tools", "tests", "."))):
         if (root / base / include).is_file():
             return base / include
