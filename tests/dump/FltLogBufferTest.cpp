@@ -94,7 +94,7 @@ TEST(FltLogBufferTest, LinesOfADumpComeOutWholeAndInOrderWithOtherOutputBetween)
     FltLogStream log;
     ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
     for (int i = 0; i < 40000; ++i) {
-        FltDump::line(log, "value of a line: ", i);
+        FltDump(log).line("value of a line: ", i);
         expected += "value of a line: " + std::to_string(i) + "\n";
         if (i % 3 == 0) {
             log << i << std::endl;
@@ -111,9 +111,9 @@ TEST(FltLogBufferTest, LineOfADumpOntoAFailedStreamIsLostThoughTheLogIsOpen)
     FltLogStream log;
     ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
     log.setstate(std::ios_base::failbit);
-    FltDump::line(log, "lost ", 1);
+    FltDump(log).line("lost ", 1);
     log.clear();
-    FltDump::line(log, "kept ", 2);
+    FltDump(log).line("kept ", 2);
     EXPECT_TRUE(log.buffer.close());
     EXPECT_EQ(contentsOf(directory.path("a.log")), "kept 2\n");
 }
@@ -138,7 +138,7 @@ TEST(FltLogBufferTest, LineOfADumpFlushesTheTiedStreamFirst)
     FltLogStream log;
     ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
     log.tie(&other);
-    FltDump::line(log, "line ", 1);
+    FltDump(log).line("line ", 1);
     log.tie(nullptr);
     EXPECT_GE(buffer.flushes, 1);
     EXPECT_TRUE(log.buffer.close());
