@@ -42,25 +42,6 @@ public:
         std::memcpy(out, &word, sizeof word);
     }
 
-    /// @name Arrays, value after value
-    /// @{
-    static void getInt32ValuesThenDecal(std::int32_t* out, int count, char*& cursor)
-    {
-        for (int i = 0; i < count; ++i)
-            getInt32ValueThenDecal(out + i, cursor);
-    }
-    static void getFloat32ValuesThenDecal(float* out, int count, char*& cursor)
-    {
-        for (int i = 0; i < count; ++i)
-            getFloat32ValueThenDecal(out + i, cursor);
-    }
-    static void getDouble64ValuesThenDecal(double* out, int count, char*& cursor)
-    {
-        for (int i = 0; i < count; ++i)
-            getDouble64ValueThenDecal(out + i, cursor);
-    }
-    /// @}
-
     /// Copies @p count bytes as they stand: text, colour bytes, reserved blocks.
     static void getBytesThenDecal(void* out, int count, char*& cursor)
     {
