@@ -326,8 +326,18 @@ void FltToInventor::enableFileLogging(char const* path)
 {
     logStream = new FltLogStream;
     retiredLogStreams().push_back(logStream);
-    if (!logStream->buffer.open(path))
+    FltInput const* const input = fltParser != nullptr ? fltParser->getInput() : nullptr;
+    SideFile::Outcome const outcome =
+        logStream->buffer.open(path, input != nullptr ? input->getFileName() : nullptr);
+    if (outcome != SideFile::Outcome::opened)
         logStream->setstate(std::ios_base::failbit);
+    if (outcome == SideFile::Outcome::refused)
+        FltWarningMessageConsole::notifyMessage(
+            FltWarningMessageConsole::keepText(
+                "WARNING ! No log is written: what stands at its place is a link, has a "
+                "second name, or isn't a plain file. Remove it, or convert a copy: " +
+                std::string(path)),
+            2, true);
     std::cout.rdbuf(&logStream->buffer);
     fileLoggingEnabled = true;
 }

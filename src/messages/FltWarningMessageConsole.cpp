@@ -86,11 +86,11 @@ void FltWarningMessageConsole::setPosition(std::size_t byteOffset, int opcode)
     position.opcode = opcode;
 }
 
-void FltWarningMessageConsole::notifyDamage(char const* what)
+void FltWarningMessageConsole::notifyDamage(std::string const& what)
 {
     if (++position.reports > FltLimits::damageReports)
         return;
-    std::string text = std::string("WARNING ! ") + what + " (" + position.fileName + ", record with opcode " +
+    std::string text = "WARNING ! " + what + " (" + position.fileName + ", record with opcode " +
                        std::to_string(position.opcode) + " at byte offset " +
                        std::to_string(position.byteOffset) + ")";
     if (position.reports == FltLimits::damageReports)

@@ -47,7 +47,7 @@ public:
 
     /// Reports damage at level 2, printed, with file, byte offset and opcode. Of each file only the first
     /// faults are told (FltLimits::damageReports).
-    static void notifyDamage(char const* what);
+    static void notifyDamage(std::string const& what);
     /// @}
 
     static std::vector<FltWarningMessage> setOfMessages; ///< All messages of the process.

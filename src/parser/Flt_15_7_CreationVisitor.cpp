@@ -30,7 +30,7 @@ void Flt_15_7_CreationVisitor::visitFltRawData(FltRecord*& result, FltRawData co
 
 std::size_t Flt_15_7_CreationVisitor::getReach(int opcode, unsigned int length) const
 {
-    return FltRecordTable::reachOf(opcode, length);
+    return FltRecordTable::reachOf(opcode, length, revision);
 }
 
 void Flt_15_7_CreationVisitor::forgetPrevious()

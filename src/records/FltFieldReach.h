@@ -16,6 +16,9 @@ public:
     static constexpr bool dumps = false;
     static constexpr bool lists = false;
 
+    /// @param knowsRevision whether the gates of revisions stand as the record's own revision has them
+    explicit FltFieldReach(bool knowsRevision) : knowsRevision(knowsRevision) {}
+
     /// Bytes from the record's first one on.
     std::size_t getReach() const { return farthest; }
 
@@ -37,7 +40,7 @@ public:
     std::size_t place() const { return at; }
     void goTo(std::size_t place) { at = place; }
 
-    static bool from(int /*revision*/, int /*first*/) { return true; }
+    bool from(int revision, int first) const { return !knowsRevision || revision >= first; }
     static bool when(bool /*condition*/) { return true; }
 
     /// @name What a file counts is bounded by the record's own length
@@ -68,6 +71,7 @@ public:
     void close() {}
 
 private:
+    bool knowsRevision;
     std::size_t at = 4; // opcode and length
     std::size_t farthest = 4;
 };

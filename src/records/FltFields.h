@@ -3,8 +3,10 @@
 #include "records/FltFieldDecoder.h"
 #include "records/FltFieldDump.h"
 #include "records/FltFieldReach.h"
+#include "records/FltVersion.h"
 
 #include <iosfwd>
+#include <type_traits>
 
 /// A record's layout stands once: in its class's
 ///
@@ -67,13 +69,15 @@ std::ostream& dump(Record const& record, std::ostream& os)
     return os;
 }
 
-/// How many bytes from its first one on the decoder of a class reads at its longest, whatever a record's
-/// length says.
+/// How many bytes from its first one on the decoder of a class reads in a file of a revision, whatever a record's
+/// length says. A class that doesn't take the revision from the file reads as far as any revision does.
 template <class Record>
-std::size_t reachOf()
+std::size_t reachOf([[maybe_unused]] int revision)
 {
-    Record const record(4);
-    FltFieldReach reach;
+    Record record(4);
+    if constexpr (std::is_base_of_v<FltVersion, Record>)
+        record.revision = revision;
+    FltFieldReach reach(std::is_base_of_v<FltVersion, Record>);
     Record::fields(record, reach);
     return reach.getReach();
 }

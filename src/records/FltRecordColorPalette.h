@@ -111,6 +111,8 @@ public:
                 self.getRampsFromData(visit);
             if constexpr (Visitor::lists)
                 visit.values("color", self.color, colorCount);
+            if constexpr (!Visitor::decodes)
+                visit.skip(rampBytes);
         }
         if constexpr (Visitor::dumps)
             self.dumpColors(visit);
@@ -123,6 +125,9 @@ public:
     }
 
 private:
+    /// What a file of revision 13 or before has of the colours.
+    static constexpr int rampBytes = 3 * (32 + 56);
+
     /// Where the names begin in a record that is long enough.
     static constexpr unsigned int namesOffset = 4228;
 

@@ -61,7 +61,7 @@ bool list(FltRecord const& record, FltFieldJson& fields)
 template <class Record>
 constexpr FltRecordRow row(int opcode, std::string_view className)
 {
-    return {opcode, className, make<Record>, FltFields::reachOf<Record>, list<Record>};
+    return {opcode, className, make<Record>, FltFields::reachOf<Record>, sizeof(Record), list<Record>};
 }
 
 constexpr FltRecordRow rows[] = {
@@ -155,14 +155,27 @@ constexpr std::array<std::int8_t, FltOpcode::last + 1> makeRowIndex()
 }
 constexpr auto rowIndex = makeRowIndex();
 
-/// The reach of each row, worked out once.
-std::array<std::size_t, std::size(rows)> makeReaches()
+/// The reaches of all rows at one revision. They are worked out anew when a file is of another revision than the one
+/// before.
+class Reaches
 {
+public:
+    std::size_t at(FltRecordRow const& row, int ofRevision)
+    {
+        if (ofRevision != revision || !known) {
+            for (std::size_t i = 0; i < std::size(rows); ++i)
+                reaches[i] = rows[i].reach(ofRevision);
+            revision = ofRevision;
+            known = true;
+        }
+        return reaches[static_cast<std::size_t>(&row - rows)];
+    }
+
+private:
+    int revision = 0;
+    bool known = false;
     std::array<std::size_t, std::size(rows)> reaches{};
-    for (std::size_t i = 0; i < std::size(rows); ++i)
-        reaches[i] = rows[i].reach();
-    return reaches;
-}
+};
 
 } // namespace
 
@@ -173,13 +186,19 @@ FltRecordRow const* FltRecordTable::find(int opcode)
     return &rows[rowIndex[static_cast<std::size_t>(opcode)]];
 }
 
-std::size_t FltRecordTable::reachOf(int opcode, unsigned int length)
+std::size_t FltRecordTable::reachOf(int opcode, unsigned int length, int revision)
 {
-    static auto const reaches = makeReaches();
+    static Reaches reaches;
     FltRecordRow const* const row = find(opcode);
     if (row == nullptr)
         return length;
     if (opcode == FltOpcode::morphVertexList)
         return FltRecordMorphVertexList::getReach(length);
-    return reaches[static_cast<std::size_t>(row - rows)];
+    return reaches.at(*row, revision);
+}
+
+std::size_t FltRecordTable::objectSizeOf(int opcode)
+{
+    FltRecordRow const* const row = find(opcode);
+    return row != nullptr ? row->objectSize : 0;
 }

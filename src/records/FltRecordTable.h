@@ -15,7 +15,10 @@ struct FltRecordRow {
     FltRecord* (*make)(unsigned int length, int revision);
 
     /// Bytes from the record's first one that its decoder may read whatever the record's length says.
-    std::size_t (*reach)();
+    std::size_t (*reach)(int revision);
+
+    /// Bytes of the object, what it allocates aside.
+    std::size_t objectSize;
 
     /// Lists the fields of a record of this class. @return false if it is of another one
     bool (*list)(FltRecord const& record, FltFieldJson& fields);
@@ -29,5 +32,8 @@ public:
     static FltRecordRow const* find(int opcode);
 
     /// The reach of a record of an opcode. An opcode without a class is read up to its length.
-    static std::size_t reachOf(int opcode, unsigned int length);
+    static std::size_t reachOf(int opcode, unsigned int length, int revision);
+
+    /// The size of an opcode's object; 0 without a class.
+    static std::size_t objectSizeOf(int opcode);
 };

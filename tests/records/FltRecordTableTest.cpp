@@ -23,19 +23,36 @@ std::map<int, std::size_t> const reaches = {
 TEST(FltRecordTableTest, ADecoderReachesToTheEndOfItsLongestLayout)
 {
     for (auto const& [opcode, reach] : reaches)
-        EXPECT_EQ(FltRecordTable::reachOf(opcode, 4), reach) << "opcode " << opcode;
+        EXPECT_EQ(FltRecordTable::reachOf(opcode, 4, 1580), reach) << "opcode " << opcode;
+}
+
+TEST(FltRecordTableTest, TheReachGoesByTheRevisionWhereTheLayoutDoes)
+{
+    auto const reach = [](int opcode, int revision) { return FltRecordTable::reachOf(opcode, 4, revision); };
+    EXPECT_EQ(reach(2, 1420), 28U);
+    EXPECT_EQ(reach(2, 1421), 32U);
+    EXPECT_EQ(reach(5, 1499), 64U);
+    EXPECT_EQ(reach(5, 1500), 80U);
+    EXPECT_EQ(reach(68, 1539), 36U);
+    EXPECT_EQ(reach(68, 1540), 40U);
+    EXPECT_EQ(reach(70, 1579), 60U);
+    EXPECT_EQ(reach(70, 1580), 64U);
+    EXPECT_EQ(reach(32, 13), 4U + 264);
+    EXPECT_EQ(reach(32, 14), 4U + 2048);
+    EXPECT_EQ(reach(32, 1421), 4232U);
+    EXPECT_EQ(reach(1, 0), 324U) << "a header tells its revision itself";
 }
 
 TEST(FltRecordTableTest, TheReachOfAMorphVertexListGoesByItsLength)
 {
-    EXPECT_EQ(FltRecordTable::reachOf(89, 4), 4U);
-    EXPECT_EQ(FltRecordTable::reachOf(89, 20), 4U + 4 + 16);
+    EXPECT_EQ(FltRecordTable::reachOf(89, 4, 1580), 4U);
+    EXPECT_EQ(FltRecordTable::reachOf(89, 20, 1580), 4U + 4 + 16);
 }
 
 TEST(FltRecordTableTest, AnOpcodeWithoutAClassReachesItsLength)
 {
     for (int const opcode : {-1, 0, 6, 53, 110, 115, 32767})
-        EXPECT_EQ(FltRecordTable::reachOf(opcode, 77), 77U) << "opcode " << opcode;
+        EXPECT_EQ(FltRecordTable::reachOf(opcode, 77, 1580), 77U) << "opcode " << opcode;
 }
 
 TEST(FltRecordTableTest, EveryRowMakesARecordOfItsOwnOpcode)

@@ -1,0 +1,48 @@
+#include "parser/FltFraming.h"
+
+#include "records/FltUtils.h"
+
+bool FltFraming::next()
+{
+    if (fault != Fault::none)
+        return false;
+    offset += length;
+    opcode = 0;
+    length = 0;
+    std::size_t const rest = size - offset;
+    if (rest == 0)
+        return false;
+    if (rest < 4) {
+        fault = Fault::cutHead;
+        return false;
+    }
+    opcode = FltUtils::word16At(data());
+    length = FltUtils::word16At(data() + 2);
+    if (length == 0)
+        fault = Fault::zeroLength;
+    else if (length > rest)
+        fault = Fault::pastEnd;
+    return fault == Fault::none;
+}
+
+std::string FltFraming::faultText() const
+{
+    std::string const cost = restFrom(offset, size) + ", is left out";
+    switch (fault) {
+    case Fault::none:
+        break;
+    case Fault::cutHead:
+        return "The file ends inside the first four bytes of a record: " + cost;
+    case Fault::zeroLength:
+        return "A record has the length zero: " + cost;
+    case Fault::pastEnd:
+        return "A record of " + std::to_string(length) + " bytes ends after the file does: " + cost;
+    }
+    return "";
+}
+
+std::string FltFraming::restFrom(std::size_t offset, std::size_t size)
+{
+    return "the rest of the file, " + std::to_string(size - offset) + " bytes from byte offset " +
+           std::to_string(offset) + " on";
+}
