@@ -48,9 +48,10 @@ TEST(FltFramingTest, EachLengthLeadsToTheNextRecord)
 TEST(FltFramingTest, LengthsOfOneToThreeLeadOnByThatMuch)
 {
     // The second record begins inside the first one, the third inside the second.
-    EXPECT_EQ(framesOf(std::string("\0\6\0\2\0\1\0\0\4x", 10)),
-              "6@0+2 2@2+1 A record has the length zero: the rest of the file, 7 bytes from byte offset 3 "
-              "on, is left out");
+    EXPECT_EQ(
+        framesOf(std::string("\0\6\0\2\0\1\0\4", 8)),
+        "6@0+2 2@2+1 A record of 256 bytes ends after the file does: the rest of the file, 5 bytes from byte "
+        "offset 3 on, is left out");
 }
 
 TEST(FltFramingTest, ALengthOfZeroEndsTheRecords)
