@@ -38,8 +38,11 @@ constexpr std::size_t commentText = std::size_t(64) << 20;
 constexpr std::size_t shortRecordBytesPerFileByte = 2;
 constexpr std::size_t shortRecordBytes = std::size_t(1) << 20;
 
-/// Faults of one file that are reported one by one.
-constexpr int damageReports = 100;
+/// Messages of one kind that are reported one by one; of further ones the number is.
+constexpr int messagesOfAKind = 100;
+
+/// Messages of guards that the console keeps for the life of the process.
+constexpr int keptMessages = 10'000;
 
 /// Positions of the material palette: faces name them by a signed 16-bit index.
 constexpr int materialPaletteSize = 32768;

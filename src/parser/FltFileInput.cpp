@@ -1,6 +1,7 @@
 #include "parser/FltFileInput.h"
 
 #include "messages/FltWarningMessageConsole.h"
+#include "parser/FltFraming.h"
 #include "toolkit/SbFileHelper.h"
 
 #include <algorithm>
@@ -41,11 +42,9 @@ std::size_t readWhole(int file, char* to, std::size_t room, int& reason)
 void reportMissing(char const* fileName, std::size_t there, std::size_t size, int reason)
 {
     std::string const why = reason != 0 ? std::strerror(reason) : "another program made it shorter meanwhile";
-    std::string const text = "WARNING ! A file can't be read to its end (" + why +
-                             "): the rest of the file, " + std::to_string(size - there) +
-                             " bytes from byte offset " + std::to_string(there) + " on, is left out (" +
-                             fileName + ")";
-    FltWarningMessageConsole::notifyMessage(FltWarningMessageConsole::keepText(text), 2, true);
+    FltWarningMessageConsole::notifyGuard("A file can't be read to its end",
+                                          " (" + why + "): " + FltFraming::restFrom(there, size) +
+                                              ", is left out (" + fileName + ")");
 }
 
 } // namespace

@@ -27,16 +27,15 @@ bool FltFraming::next()
 
 std::string FltFraming::faultText() const
 {
-    std::string const cost = restFrom(offset, size) + ", is left out";
     switch (fault) {
     case Fault::none:
         break;
     case Fault::cutHead:
-        return "The file ends inside the first four bytes of a record: " + cost;
+        return "The file ends inside the first four bytes of a record";
     case Fault::zeroLength:
-        return "A record has the length zero: " + cost;
+        return "A record has the length zero";
     case Fault::pastEnd:
-        return "A record of " + std::to_string(length) + " bytes ends after the file does: " + cost;
+        return "A record ends after the file does";
     }
     return "";
 }

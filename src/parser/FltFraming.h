@@ -35,8 +35,11 @@ public:
     /// Why next() found no further record; getOffset() tells where.
     Fault getFault() const { return fault; }
 
-    /// The fault in words, with what it costs.
+    /// The fault in words, and what it costs.
+    /// @{
     std::string faultText() const;
+    std::string costText() const { return ": " + restFrom(offset, size) + ", is left out"; }
+    /// @}
 
     /// "the rest of the file, N bytes from byte offset M on"
     static std::string restFrom(std::size_t offset, std::size_t size);

@@ -133,6 +133,7 @@ int FltParser::run()
     numberOfFltRawData = 0;
     if (!isAnOpenFlightInput(input))
         return 1;
+    FltWarningMessageConsole::Count messages;
     FltWarningMessageConsole::beginFile(input->getFileName());
     std::cout << "beginning of parsing" << std::endl;
 
@@ -145,9 +146,9 @@ int FltParser::run()
         FltWarningMessageConsole::setPosition(framing.getOffset(), framing.getOpcode());
         unsigned int const length = framing.getLength();
         if (length < headSize)
-            FltWarningMessageConsole::notifyDamage(
-                "A record is " + std::to_string(length) +
-                " bytes long, less than its own first four: the next one is looked for after them");
+            FltWarningMessageConsole::notifyDamage("A record is shorter than its own first four bytes",
+                                                   ", with a length of " + std::to_string(length) +
+                                                       ": the next one is looked for after that");
         std::size_t const reach = creationVisitor->getReach(framing.getOpcode(), length);
         if (!shortRecords.mayRead(framing.getOpcode(), length, reach)) {
             FltWarningMessageConsole::notifyDamage("Too many records are shorter than their layout: " +
@@ -165,11 +166,12 @@ int FltParser::run()
     }
     if (framing.getFault() != FltFraming::Fault::none) {
         FltWarningMessageConsole::setPosition(framing.getOffset(), framing.getOpcode());
-        FltWarningMessageConsole::notifyDamage(framing.faultText());
+        FltWarningMessageConsole::notifyDamage(framing.faultText(), framing.costText());
     }
 
     std::cout << "end of parsing" << std::endl;
     FltLogBuffer::writeCurrent();
+    messages.finish();
     allFltRecordsCreated = true;
     return 0;
 }

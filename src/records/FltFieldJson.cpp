@@ -1,6 +1,6 @@
 #include "records/FltFieldJson.h"
 
-#include "records/FltRecordJson.h"
+#include "messages/FltText.h"
 
 #include <charconv>
 #include <cmath>
@@ -137,7 +137,7 @@ void FltFieldJson::text(char const* name, char const* characters, int count)
 
 void FltFieldJson::text(char const* name, std::string_view characters)
 {
-    here()[name] = FltRecordJson::utf8(characters);
+    here()[name] = FltText::utf8(characters);
 }
 
 void FltFieldJson::bytes(char const* name, char const* characters, unsigned int count)

@@ -4,8 +4,6 @@
 
 #include <cstdint>
 #include <nlohmann/json_fwd.hpp>
-#include <string>
-#include <string_view>
 
 class FltRecord;
 
@@ -32,7 +30,4 @@ class VELLOREADER_API FltRecordJson
 public:
     /// @param byteOffset where the record begins in its file
     static nlohmann::ordered_json of(FltRecord const& record, std::uint64_t byteOffset);
-
-    /// Text of a file in UTF-8: as it stands if it is that already, otherwise read as Latin-1.
-    static std::string utf8(std::string_view text);
 };

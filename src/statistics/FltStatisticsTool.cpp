@@ -48,13 +48,10 @@ FILE* FltStatisticsTool::open(SideFile::Content content)
     SideFile file(statFile, fltFile, content);
     if (file.getOutcome() == SideFile::Outcome::refused && !refusalIsReported) {
         refusalIsReported = true;
-        FltWarningMessageConsole::notifyMessage(
-            FltWarningMessageConsole::keepText(
-                "WARNING ! No statistics are written: what stands at their place is a link, has a second "
-                "name, or "
-                "isn't a plain file. Remove it, or use a copy of the database: " +
-                std::string(statFile)),
-            2, true);
+        FltWarningMessageConsole::notifyGuard("No statistics are written: what stands at their place is a "
+                                              "link, has a second name, or isn't a plain file. "
+                                              "Remove it, or use a copy of the database",
+                                              std::string(": ") + statFile);
     }
     int const descriptor = file.release();
     return descriptor >= 0 ? ::fdopen(descriptor, content == SideFile::Content::appendedTo ? "a" : "w")

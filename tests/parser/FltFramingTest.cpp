@@ -30,7 +30,7 @@ std::string framesOf(std::string const& bytes)
     }
     EXPECT_FALSE(framing.next()) << "the end stays the end";
     if (framing.getFault() != Fault::none)
-        text += framing.faultText();
+        text += framing.faultText() + framing.costText();
     return text;
 }
 
@@ -48,10 +48,9 @@ TEST(FltFramingTest, EachLengthLeadsToTheNextRecord)
 TEST(FltFramingTest, LengthsOfOneToThreeLeadOnByThatMuch)
 {
     // The second record begins inside the first one, the third inside the second.
-    EXPECT_EQ(
-        framesOf(std::string("\0\6\0\2\0\1\0\4", 8)),
-        "6@0+2 2@2+1 A record of 256 bytes ends after the file does: the rest of the file, 5 bytes from byte "
-        "offset 3 on, is left out");
+    EXPECT_EQ(framesOf(std::string("\0\6\0\2\0\1\0\4", 8)),
+              "6@0+2 2@2+1 A record ends after the file does: the rest of the file, 5 bytes from byte "
+              "offset 3 on, is left out");
 }
 
 TEST(FltFramingTest, ALengthOfZeroEndsTheRecords)
@@ -64,7 +63,7 @@ TEST(FltFramingTest, ALengthOfZeroEndsTheRecords)
 TEST(FltFramingTest, ALengthPastTheEndEndsTheRecords)
 {
     EXPECT_EQ(framesOf(record(1, 8) + record(31, 12).substr(0, 11)),
-              "1@0+8 A record of 12 bytes ends after the file does: the rest of the file, 11 bytes from byte "
+              "1@0+8 A record ends after the file does: the rest of the file, 11 bytes from byte "
               "offset 8 "
               "on, is left out");
 }

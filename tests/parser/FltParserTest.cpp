@@ -182,8 +182,7 @@ TEST(FltParserTest, RecordPastTheEndOfTheFileIsLeftOutAndEndsTheScan)
         EXPECT_EQ(parse.size(), 2U);
         EXPECT_EQ(
             parse.messages,
-            damage("A record of " + std::to_string(length) +
-                       " bytes ends after the file does: the rest of the file, 8 bytes from byte offset " +
+            damage("A record ends after the file does: the rest of the file, 8 bytes from byte offset " +
                        std::to_string(flt.lastOffset()) + " on, is left out",
                    31, flt.lastOffset()));
     }
@@ -206,7 +205,7 @@ TEST(FltParserTest, HeaderPastTheEndOfTheFileLeavesNoRecord)
     EXPECT_EQ(parse.result, 0);
     EXPECT_EQ(parse.size(), 0U);
     EXPECT_EQ(parse.messages,
-              damage("A record of 1325 bytes ends after the file does: the rest of the file, " +
+              damage("A record ends after the file does: the rest of the file, " +
                          std::to_string(flt.bytes().size()) + " bytes from byte offset 0 on, is left out",
                      1, 0));
 }
@@ -236,8 +235,8 @@ TEST(FltParserTest, RecordsShorterThanTheirOwnHeadAreReadAndReportedAndTheScanGo
     Parse parse(flt.addBytes(std::string("\0\6\0\2\0\1\4", 7) + std::string(256, 'x')));
     EXPECT_EQ(parse.result, 0);
     auto const report = [](int length, int opcode, std::size_t at) {
-        return damage("A record is " + std::to_string(length) +
-                          " bytes long, less than its own first four: the next one is looked for after them",
+        return damage("A record is shorter than its own first four bytes, with a length of " +
+                          std::to_string(length) + ": the next one is looked for after that",
                       opcode, at);
     };
     EXPECT_EQ(parse.messages, report(2, 6, offset) + report(1, 2, offset + 2));
@@ -299,18 +298,18 @@ TEST(FltParserTest, TooManyRecordsShorterThanTheirLayoutEndTheScan)
     destroyRecords(parser);
 }
 
-TEST(FltParserTest, ReportsOfDamageInOneFileStopAtTheirLimit)
+TEST(FltParserTest, DamageOfAKindIsReportedOneByOneUpToALimitAndInTheNextFileAnew)
 {
     FltWriter flt;
-    for (int i = 0; i < FltLimits::damageReports + 20; ++i)
+    for (int i = 0; i < FltLimits::messagesOfAKind + 20; ++i)
         flt.add("SoundPaletteNames", {{"dataLength", 5}}).push();
     Parse parse(flt);
-    EXPECT_EQ(parse.size(), 1U + 2U * (FltLimits::damageReports + 20));
-    int told = 0;
+    EXPECT_EQ(parse.size(), 1U + 2U * (FltLimits::messagesOfAKind + 20));
+    int reported = 0;
     for (std::size_t at = 0; (at = parse.messages.find("WARNING !", at)) != std::string::npos; ++at)
-        ++told;
-    EXPECT_EQ(told, FltLimits::damageReports);
-    EXPECT_NE(parse.messages.find("; further damage in this file is not told"), std::string::npos);
+        ++reported;
+    EXPECT_EQ(reported, FltLimits::messagesOfAKind + 1);
+    EXPECT_NE(parse.messages.find("WARNING ! 20 more of this kind: A sound palette"), std::string::npos);
     Parse next(FltWriter().add("SoundPaletteNames", {{"dataLength", 5}}));
     EXPECT_EQ(next.messages,
               damage("A sound palette has no room for its names: what is there of them is kept", 93, 298));

@@ -136,8 +136,8 @@ TEST(HostileSizesTest, OfMillionsOfDamagedRecordsTheFirstAreTold)
     Conversion const conversion(flt.bytes());
     conversion.expectToBeBounded();
     EXPECT_EQ(conversion.told("A name palette holds fewer names than it says"),
-              static_cast<std::size_t>(FltLimits::damageReports));
-    EXPECT_EQ(conversion.told("further damage in this file is not told"), 1U);
+              static_cast<std::size_t>(FltLimits::messagesOfAKind) + 1);
+    EXPECT_EQ(conversion.told(" more of this kind: A name palette holds fewer names than it says"), 1U);
 }
 
 TEST(HostileSizesTest, HighestCountInEveryCountedFieldIsCutToWhatIsThere)
