@@ -1,5 +1,7 @@
 #pragma once
 
+#include "convert/FltRecordDeclarations.h"
+#include "convert/FltVertexPalette.h"
 #include "records/FltVersion.h"
 
 #include <Inventor/SbColor.h>
@@ -8,19 +10,13 @@
 #include <vector>
 
 class AbstractOldVertexRecord;
-class FltRecord;
-class FltRecordFace;
-class FltRecordMorphVertexList;
-class FltRecordOldVertex;
-class FltRecordOldVertexColor;
-class FltRecordOldVertexColorNormal;
-class FltRecordVertexList;
 class FltToInventor;
 class SoGroup;
 class SoIndexedFaceSet;
 class SoMaterial;
 class SoMFInt32;
 class SoVertexProperty;
+struct FltFaceResources;
 struct FltMaterialFields;
 
 /// Turns the records of one Object, or of one run of faces outside any Object, into geometry below one group.
@@ -190,17 +186,14 @@ public:
     /// @}
 
 private:
-    static constexpr int vertexFormCount = 4;
-    static constexpr int batchCount = 2 * vertexFormCount;
+    static constexpr int formCount = FltVertexPalette::formCount;
 
     Batch& batchOf(int id, int subFaceLevel);
-    void noteHighestIndex(std::vector<int> const& indices, int id);
     void promoteToColorNormalUV(std::vector<int>& indices, std::size_t begin);
     void addOldVertex(OldVertexSet& set, char const* name, AbstractOldVertexRecord const& vertex);
     void addOldVertexFaceSet(FltRecordFace const& face);
     void finishNodes();
 
-    SbColor paletteColor(std::int64_t position) const;
     SbColor materialModulation(FltRecordFace const& face) const;
     FltMaterialFields paletteMaterial(FltRecordFace const& face) const;
     float paletteTransparency(FltRecordFace const& face, float transparency) const;
@@ -215,11 +208,11 @@ private:
 
     bool isBuilt = false;
     bool iteratorIsSet = false;
-    FltToInventor* fltToInventor = nullptr;
+    FltFaceResources const* resources = nullptr; ///< Of the conversion.
     SoGroup* destination = nullptr;
     float currentFltObjectTransparency = 0;
     RecordIterator currentIterator;
-    Batch batches[batchCount];
+    Batch batches[2 * formCount]; ///< Those of base faces, then those of sub-faces.
     OldVertexSet oldVertexColorNormal;
     OldVertexSet oldVertexColor;
     OldVertexSet oldVertex;

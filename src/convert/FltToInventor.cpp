@@ -1,5 +1,6 @@
 #include "convert/FltToInventor.h"
 
+#include "convert/FltToInventorState.h"
 #include "dump/FltLogBuffer.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
@@ -9,12 +10,7 @@
 #include "statistics/FltStatisticsTool.h"
 
 #include <Inventor/SoDB.h>
-#include <Inventor/nodes/SoDrawStyle.h>
-#include <Inventor/nodes/SoLabel.h>
-#include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoSeparator.h>
-#include <Inventor/nodes/SoTexture2.h>
-#include <Inventor/nodes/SoVertexProperty.h>
 #include <iostream>
 #include <sys/stat.h>
 
@@ -59,18 +55,18 @@ std::vector<FltLogStream*>& retiredLogStreams()
     return *streams;
 }
 
-/// A null entry behind the last record while the records are walked: the end of all walks.
-class NullEntryBehind
+/// A null entry after the last record while the records are walked: the end of all walks.
+class NullEntryAtEnd
 {
 public:
-    explicit NullEntryBehind(std::vector<FltRecord*>& records) : records(records)
+    explicit NullEntryAtEnd(std::vector<FltRecord*>& records) : records(records)
     {
         records.push_back(nullptr);
     }
-    ~NullEntryBehind() { records.pop_back(); }
+    ~NullEntryAtEnd() { records.pop_back(); }
 
-    NullEntryBehind(NullEntryBehind const&) = delete;
-    NullEntryBehind& operator=(NullEntryBehind const&) = delete;
+    NullEntryAtEnd(NullEntryAtEnd const&) = delete;
+    NullEntryAtEnd& operator=(NullEntryAtEnd const&) = delete;
 
 private:
     std::vector<FltRecord*>& records;
@@ -90,17 +86,7 @@ private:
     bool& flag;
 };
 
-template <class Nodes>
-void unrefAll(Nodes const& nodes)
-{
-    for (auto const& entry : nodes)
-        if (entry.second != nullptr)
-            entry.second->unref();
-}
-
 } // namespace
-
-int FltToInventor::initialVertexCapacity = 100000;
 
 char const* FltToInventor::getProductNameString()
 {
@@ -140,81 +126,44 @@ SoSeparator* FltToInventor::convertFromFile(char const* fileName)
     return root;
 }
 
-FltToInventor::FltToInventor() : references(ownReferences)
+FltToInventor::FltToInventor() : FltToInventor(std::make_unique<State>()) {}
+
+FltToInventor::FltToInventor(std::unique_ptr<State> state) : state(std::move(state))
 {
-    init();
-}
-
-FltToInventor::FltToInventor(References& references, int depthAbove, int hierarchyDepth)
-    : instanceGraph(depthAbove), references(references), hierarchyDepth(hierarchyDepth)
-{
-    init();
-}
-
-void FltToInventor::init()
-{
-    materialPalette = new SoMaterial;
-    materialPalette->ref();
-
-    char const* const names[vertexFormCount] = {"vertexColorProperty", "vertexColorNormalProperty",
-                                                "vertexColorUVProperty", "vertexColorNormalUVProperty"};
-    SoVertexProperty** const properties[vertexFormCount] = {&vertexColorProperty, &vertexColorNormalProperty,
-                                                            &vertexColorUVProperty,
-                                                            &vertexColorNormalUVProperty};
-    for (int form = 0; form < vertexFormCount; ++form) {
-        auto* const property = new SoVertexProperty;
-        property->ref();
-        property->setName(names[form]);
-        *properties[form] = property;
-        vertexCapacities[form] = initialVertexCapacity;
-        setVertexFieldSizes(form, initialVertexCapacity);
-    }
-
-    minRangeLabel = new SoLabel;
-    minRangeLabel->ref();
-    minRangeLabel->label = "MinRangeLimitForLOD";
-    maxRangeLabel = new SoLabel;
-    maxRangeLabel->ref();
-    maxRangeLabel->label = "MaxRangeLimitForLOD";
+    this->state->minRangeLabel->label = "MinRangeLimitForLOD";
+    this->state->maxRangeLabel->label = "MaxRangeLimitForLOD";
 }
 
 FltToInventor::~FltToInventor()
 {
     FltToInventor::deleteCurrentFltParser();
+    disableFileLogging();
+}
+
+FltToInventor::State::~State()
+{
     for (FltParser* parser : retiredParsers) {
         parser->setInput(nullptr);
         delete parser;
     }
-    if (fileLoggingEnabled)
-        disableFileLogging();
-    for (SoNode* node : unattachedNodes)
-        node->unref();
-    unrefAll(texturePalette);
-    unrefAll(lineStylePalette);
-    unrefAll(instanceDefinitions);
-    minRangeLabel->unref();
-    maxRangeLabel->unref();
-    materialPalette->unref();
-    for (int form = 0; form < vertexFormCount; ++form)
-        propertyOf(form)->unref();
 }
 
 void FltToInventor::update(FltRecord const* /*record*/) {}
 
 void FltToInventor::setResult(SoSeparator* root)
 {
-    result = root != nullptr ? root : new SoSeparator;
+    state->result = root != nullptr ? root : new SoSeparator;
 }
 
 SoSeparator* FltToInventor::getResult() const
 {
-    return result;
+    return state->result;
 }
 
 void FltToInventor::setFltParser(FltParser* parser)
 {
-    fltParser = parser;
-    recordsDestroyed = false;
+    state->fltParser = parser;
+    state->recordsDestroyed = false;
     if (parser != nullptr)
         parser->attachFltObserver(this);
 }
@@ -222,48 +171,43 @@ void FltToInventor::setFltParser(FltParser* parser)
 void FltToInventor::setFltInputToconvert(FltInput* input)
 {
     deleteCurrentFltParser();
-    fltParser = new FltParser(input);
-    ownsFltParser = true;
-    recordsDestroyed = false;
+    state->fltParser = new FltParser(input);
+    state->ownsFltParser = true;
+    state->recordsDestroyed = false;
 }
 
 void FltToInventor::deleteCurrentFltParser()
 {
-    if (!ownsFltParser || fltParser == nullptr)
+    if (!state->ownsFltParser || state->fltParser == nullptr)
         return;
-    abandonRecords(fltParser);
-    retiredParsers.push_back(fltParser);
-    fltParser = nullptr;
-    ownsFltParser = false;
-}
-
-void FltToInventor::abandonRecords(FltParser* parser)
-{
     static AbandonedRecords abandoned;
-    if (!recordsDestroyed && !parser->getFltRecords().empty())
-        abandoned.replace(parser->getFltRecords());
+    if (!state->recordsDestroyed && !state->fltParser->getFltRecords().empty())
+        abandoned.replace(state->fltParser->getFltRecords());
+    state->retiredParsers.push_back(state->fltParser);
+    state->fltParser = nullptr;
+    state->ownsFltParser = false;
 }
 
 int FltToInventor::convert()
 {
-    if (result == nullptr)
-        result = new SoSeparator;
-    if (fltParser == nullptr) {
+    if (state->result == nullptr)
+        state->result = new SoSeparator;
+    if (state->fltParser == nullptr) {
         FltWarningMessageConsole::notifyMessage("ERROR ! The field fltParser is NULL", 3, true);
         return 1;
     }
-    FltInput* const input = fltParser->getInput();
+    FltInput* const input = state->fltParser->getInput();
     if (input == nullptr || !input->isInFlowCreated()) {
         FltWarningMessageConsole::notifyMessage("ERROR ! FltParser has no INPUT !", 3, true);
         return 1;
     }
     struct stat status;
-    if (references.chain.empty() && ::stat(input->getFileName(), &status) == 0)
-        references.chain.emplace_back(status.st_dev, status.st_ino);
+    if (state->shared.chain.empty() && ::stat(input->getFileName(), &status) == 0)
+        state->shared.chain.emplace_back(status.st_dev, status.st_ino);
 
-    if (fltParser->run() == 1)
+    if (state->fltParser->run() == 1)
         return 1;
-    if (fltParser->getFltCreationVisitor()->revision < oldestRevision) {
+    if (state->fltParser->getFltCreationVisitor()->revision < oldestRevision) {
         FltWarningMessageConsole::notifyMessage("ERROR ! Openflight Format Revision not supported !", 3,
                                                 true);
         return 1;
@@ -275,15 +219,15 @@ int FltToInventor::convert()
 
 bool FltToInventor::isAllFltRecordsVisited() const
 {
-    return allFltRecordsVisited;
+    return state->allFltRecordsVisited;
 }
 
 void FltToInventor::visitAllFltRecords()
 {
-    std::vector<FltRecord*>& records = fltParser->getFltRecords();
-    NullEntryBehind const end(records);
-    FlagRaised const visiting(visitsRecords);
-    switchStates.clear();
+    std::vector<FltRecord*>& records = state->fltParser->getFltRecords();
+    NullEntryAtEnd const end(records);
+    FlagRaised const visiting(state->visitsRecords);
+    state->switchStates.clear();
     for (RecordIterator iterator = records.begin(); *iterator != nullptr;) {
         FltRecord* const record = *iterator;
         std::string const category = record->getRecordCategory();
@@ -300,62 +244,62 @@ void FltToInventor::visitAllFltRecords()
         if (*iterator != nullptr)
             ++iterator;
     }
-    closeVertexProperties();
-    endSilence();
-    allFltRecordsVisited = true;
+    state->vertices.close();
+    state->endSilence();
+    state->allFltRecordsVisited = true;
 }
 
 void FltToInventor::destroyAllFltRecords()
 {
-    if (!recordsDestroyed)
-        deleteRecords(fltParser->getFltRecords());
-    recordsDestroyed = true;
+    if (!state->recordsDestroyed)
+        deleteRecords(state->fltParser->getFltRecords());
+    state->recordsDestroyed = true;
 }
 
 std::string const& FltToInventor::getRelativePath() const
 {
-    return relativePath;
+    return state->relativePath;
 }
 
 void FltToInventor::setRelativePath(std::string& path)
 {
-    relativePath = path;
+    state->relativePath = path;
 }
 
 void FltToInventor::enableFileLogging(char const* path)
 {
-    logStream = new FltLogStream;
-    retiredLogStreams().push_back(logStream);
-    if (!logStream->buffer.open(path))
-        logStream->setstate(std::ios_base::failbit);
-    std::cout.rdbuf(&logStream->buffer);
-    fileLoggingEnabled = true;
+    state->logStream = new FltLogStream;
+    retiredLogStreams().push_back(state->logStream);
+    if (!state->logStream->buffer.open(path))
+        state->logStream->setstate(std::ios_base::failbit);
+    std::cout.rdbuf(&state->logStream->buffer);
+    state->fileLoggingEnabled = true;
 }
 
 void FltToInventor::disableFileLogging()
 {
-    if (!fileLoggingEnabled)
+    if (!state->fileLoggingEnabled)
         return;
-    if (!logStream->buffer.close())
-        logStream->setstate(std::ios_base::failbit);
-    fileLoggingEnabled = false;
+    if (!state->logStream->buffer.close())
+        state->logStream->setstate(std::ios_base::failbit);
+    state->fileLoggingEnabled = false;
 }
 
 void FltToInventor::makeStats() const
 {
-    if (fltParser == nullptr || fltParser->getInput() == nullptr || recordsDestroyed)
+    if (state->fltParser == nullptr || state->fltParser->getInput() == nullptr || state->recordsDestroyed)
         return;
     FltStatisticsTool tool;
-    std::string const fileName = fltParser->getInput()->getFileName();
+    std::string const fileName = state->fltParser->getInput()->getFileName();
     tool.setFltFile(fileName.c_str());
     tool.setStatFile((fileName + ".stat").c_str());
     tool.makeEmptyFile();
-    tool.setVectorOfFltRecords(fltParser->getFltRecords());
+    tool.setVectorOfFltRecords(state->fltParser->getFltRecords());
     tool.makeStatistics();
 }
 
-void FltToInventor::notifyOnce(std::string const& text)
+void FltToInventor::State::notifyOnce(std::string const& text)
 {
-    if (toldOnce.insert(text).second)
+    if (reportedOnce.insert(text).second)
         FltWarningMessageConsole::notifyMessage(FltWarningMessageConsole::keepText(text), 2, true);
 }

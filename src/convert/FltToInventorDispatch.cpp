@@ -1,7 +1,6 @@
 // The record dispatch, the stack of open levels, and the header.
 
-#include "convert/FltToInventor.h"
-
+#include "convert/FltToInventorState.h"
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltParser.h"
@@ -161,18 +160,18 @@ void FltToInventor::visitPaletteRecord(FltRecord* record)
 
 void FltToInventor::visitPushLevel()
 {
-    if (!vertexPropertiesFinalized)
-        finalizeVertexProperties();
-    nodesStack.push(current);
+    if (!state->vertices.isCut())
+        state->vertices.cut(state->result);
+    state->nodesStack.push(state->current);
 }
 
 void FltToInventor::visitPopLevel()
 {
-    if (nodesStack.empty())
+    if (state->nodesStack.empty())
         FltWarningMessageConsole::notifyMessage(
             "WARNING ! trying a pop() but stack is empty! (File corrupted ?)", 2, true);
     else
-        nodesStack.pop();
+        state->nodesStack.pop();
 }
 
 void FltToInventor::iterator2VectorOfAncillaryElements(std::vector<FltRecord*>& out, RecordIterator& iterator)
@@ -238,9 +237,9 @@ void FltToInventor::visitAncillaryRecords(RecordIterator& iterator, SoGroup* gro
 
 void FltToInventor::visitGroupChildren(RecordIterator& iterator)
 {
-    if (hierarchyDepth >= FltLimits::hierarchyDepth)
-        return passOverLevel(iterator);
-    ++hierarchyDepth;
+    if (state->hierarchyDepth >= FltLimits::hierarchyDepth)
+        return state->passOverLevel(iterator);
+    ++state->hierarchyDepth;
     bool const hasLevel = *iterator != nullptr && (*iterator)->getOpcode() == pushOpcode;
     if (!hasLevel) {
         visitPushLevel();
@@ -263,12 +262,10 @@ void FltToInventor::visitGroupChildren(RecordIterator& iterator)
                 break;
         }
     }
-    --hierarchyDepth;
+    --state->hierarchyDepth;
 }
 
-/// Leaves out what stands below a node that lies too deep: its level, up to the Pop that closes it. The
-/// records behind a node without a level are its siblings then.
-void FltToInventor::passOverLevel(RecordIterator& iterator)
+void FltToInventor::State::passOverLevel(RecordIterator& iterator)
 {
     notifyOnce("WARNING ! The hierarchy is nested deeper than " + std::to_string(FltLimits::hierarchyDepth) +
                " levels: what lies deeper is left out");
@@ -288,12 +285,13 @@ void FltToInventor::passOverLevel(RecordIterator& iterator)
 
 void FltToInventor::visitHeader(FltRecordHeader const* record)
 {
-    if (result == nullptr)
-        result = new SoSeparator;
+    if (state->result == nullptr)
+        state->result = new SoSeparator;
+    SoSeparator* const result = state->result;
     result->ref();
     result->setName("root");
-    current = {result, {}, 0};
-    silence(result);
+    state->current = {result, {}, 0};
+    state->silence(result);
 
     double const scale = scaleOf(*record);
     if (scale != 1.0) {
@@ -312,7 +310,7 @@ void FltToInventor::visitHeader(FltRecordHeader const* record)
     auto* const normalBinding = new SoNormalBinding;
     normalBinding->value = SoNormalBinding::PER_VERTEX_INDEXED;
     result->addChild(normalBinding);
-    rgbMode = (record->flags >> 30 & 1) != 0;
+    state->rgbMode = (record->flags >> 30 & 1) != 0;
 }
 
 // Kept for the records that the scene has no use for: one operation each, so that a use has its place.

@@ -1,7 +1,6 @@
 // The nodes of the hierarchy: groups, objects, levels of detail, switches and what decorates them.
 
-#include "convert/FltToInventor.h"
-
+#include "convert/FltToInventorState.h"
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltRecordClipRegion.h"
@@ -119,57 +118,52 @@ SbVec3f centreOf(FltRecordLOD const& record)
 
 } // namespace
 
-/// Hangs @p attached below the top of the stack, makes @p receiver, which is the same node or a child of it,
-/// the group that the next Push opens, and applies the ancillary records behind the record to it.
-void FltToInventor::openNode(SoGroup* attached, SoGroup* receiver, RecordIterator& iterator)
+void FltToInventor::State::openNode(FltToInventor& converter, SoGroup* attached, SoGroup* receiver,
+                                    RecordIterator& iterator)
 {
     current.group = receiver;
-    addSoGroupToNodesStackTop(attached);
+    converter.addSoGroupToNodesStackTop(attached);
     if (receiver != attached) {
         silence(receiver);
         ++current.place.depth;
     }
     ++iterator;
-    visitAncillaryRecords(iterator, receiver);
+    converter.visitAncillaryRecords(iterator, receiver);
 }
 
 void FltToInventor::addSoGroupToNodesStackTop(SoGroup* node)
 {
-    silence(node);
-    SoGroup* const top = stackTop();
+    state->silence(node);
+    SoGroup* const top = state->stackTop();
     if (top == nullptr)
-        return keepUnattached(node);
+        return state->keepUnattached(node);
     bool const isInSwitch = std::strstr(top->getName().getString(), switchMark) != nullptr;
-    FltInstanceGraph::Place place = nodesStack.top().place;
+    FltInstanceGraph::Place place = state->nodesStack.top().place;
     place.depth += isInSwitch ? 2 : 1;
-    FltInstanceGraph::Answer const answer = instanceGraph.addNodes(place);
+    FltInstanceGraph::Answer const answer = state->instanceGraph.addNodes(place);
     if (answer != FltInstanceGraph::Answer::fine) {
-        notifyRefusal(answer);
-        return keepUnattached(node);
+        state->notifyRefusal(answer);
+        return state->keepUnattached(node);
     }
-    current.place = place;
+    state->current.place = place;
     if (!isInSwitch) {
         top->addChild(node);
         return;
     }
     auto* const wrapper = named<SoSwitch>(std::string("child_of_") + top->getName().getString());
     wrapper->whichChild = isSoSwitchTraverseHisChildren(top) ? SO_SWITCH_ALL : SO_SWITCH_NONE;
-    silence(wrapper);
+    state->silence(wrapper);
     wrapper->addChild(node);
     top->addChild(wrapper);
 }
 
-/// A node that hangs nowhere lives until the conversion ends.
-void FltToInventor::keepUnattached(SoNode* node)
+void FltToInventor::State::keepUnattached(SoNode* node)
 {
-    node->ref();
-    unattachedNodes.push_back(node);
+    unattachedNodes.emplace_back(node);
     current.place = {instanceGraph.addUnattachedScope(), 0};
 }
 
-/// The group that takes what comes next, or null with no level open. What the toolkit remembers of a box
-/// around it is forgotten: that happens when a level is opened again below a finished level of detail.
-SoGroup* FltToInventor::stackTop()
+SoGroup* FltToInventor::State::stackTop()
 {
     if (nodesStack.empty())
         return nullptr;
@@ -185,17 +179,14 @@ SoGroup* FltToInventor::stackTop()
     return nodesStack.top().group;
 }
 
-/// A node that is told of a change tells all its parents. While the scene is built nobody listens, so the
-/// nodes keep it to themselves: otherwise each new node would cost a walk to the root.
-void FltToInventor::silence(SoNode* node)
+void FltToInventor::State::silence(SoNode* node)
 {
     node->enableNotify(FALSE);
     current.order = silencedNodes.size();
     silencedNodes.push_back(node);
 }
 
-/// Has every node forget what it remembers of its children, and listen again.
-void FltToInventor::endSilence()
+void FltToInventor::State::endSilence()
 {
     for (SoNode* node : silencedNodes) {
         node->touch();
@@ -207,7 +198,7 @@ void FltToInventor::endSilence()
         result->touch();
 }
 
-void FltToInventor::notifyRefusal(FltInstanceGraph::Answer answer)
+void FltToInventor::State::notifyRefusal(FltInstanceGraph::Answer answer)
 {
     switch (answer) {
     case FltInstanceGraph::Answer::fine:
@@ -226,21 +217,21 @@ void FltToInventor::notifyRefusal(FltInstanceGraph::Answer answer)
 void FltToInventor::visitGroup(FltRecordGroup const* record, RecordIterator& iterator)
 {
     auto* const group = named<SoSeparator>(textOf(record->idASCII));
-    openNode(group, group, iterator);
+    state->openNode(*this, group, group, iterator);
     visitGroupChildren(iterator);
 }
 
 void FltToInventor::visitDOF(FltRecordDOF const* record, RecordIterator& iterator)
 {
     auto* const group = named<SoSeparator>(textOf(record->idASCII));
-    openNode(group, group, iterator);
+    state->openNode(*this, group, group, iterator);
     visitGroupChildren(iterator);
 }
 
 void FltToInventor::visitObject(FltRecordObject const* record, RecordIterator& iterator)
 {
     SoGroup* object = named<SoSeparator>(textOf(record->idASCII));
-    openNode(object, object, iterator);
+    state->openNode(*this, object, object, iterator);
     if (*iterator != nullptr && (*iterator)->getOpcode() == popOpcode)
         --iterator; // an empty object: the Pop closes the level around it
     else
@@ -250,19 +241,19 @@ void FltToInventor::visitObject(FltRecordObject const* record, RecordIterator& i
 void FltToInventor::visitText(FltRecordText const* record, RecordIterator& iterator)
 {
     auto* const group = named<SoSeparator>(textOf(record->idASCII));
-    openNode(group, group, iterator);
+    state->openNode(*this, group, group, iterator);
 }
 
 void FltToInventor::visitUnknownPrimaryRecord(FltRecordUnknown const* /*record*/, RecordIterator& iterator)
 {
     auto* const group = named<SoSeparator>("UnknownPrimaryRecord");
-    openNode(group, group, iterator);
+    state->openNode(*this, group, group, iterator);
 }
 
 void FltToInventor::visitClipRegion(FltRecordClipRegion const* record, RecordIterator& iterator)
 {
     auto* const group = named<SoSeparator>(textOf(record->idASCII));
-    openNode(group, group, iterator);
+    state->openNode(*this, group, group, iterator);
     for (int i = 0; i < FltRecordClipRegion::getUsedFlags(); ++i) {
         auto const coefficient = [&](int which) {
             return static_cast<float>(record->clipRegionCoefs[which][i]);
@@ -284,26 +275,25 @@ void FltToInventor::visitLOD(FltRecordLOD const* record, RecordIterator& iterato
     lod->range.set1Value(1, static_cast<float>(record->switchInDistance));
     auto* const children = named<SoSeparator>(name);
     children->ref();
-    std::int64_t const nodesBefore = instanceGraph.getNodes();
+    std::int64_t const nodesBefore = state->instanceGraph.getNodes();
     RecordIterator const begin = iterator;
-    openNode(lod, children, iterator);
-    std::size_t const order = current.order;
+    state->openNode(*this, lod, children, iterator);
+    std::size_t const order = state->current.order;
     visitGroupChildren(iterator);
-    lod->addChild(minRangeLabel);
+    lod->addChild(state->minRangeLabel.get());
     lod->addChild(children);
     children->unref();
     SbVec3f const centre = lod->center.getValue();
     if (centre[0] == 0 && centre[1] == 0 && centre[2] == 0)
-        setCentreFromBox(lod, children, order, iterator - begin + instanceGraph.getNodes() - nodesBefore);
-    lod->addChild(maxRangeLabel);
+        state->setCentreFromBox(lod, children, order,
+                                iterator - begin + state->instanceGraph.getNodes() - nodesBefore);
+    lod->addChild(state->maxRangeLabel.get());
 }
 
-/// @param order of the children's group among the silenced nodes
-/// @param steps about as many as the action takes; nested levels of detail pay anew for what they share
-void FltToInventor::setCentreFromBox(SoLOD* lod, SoGroup* children, std::size_t order, std::int64_t steps)
+void FltToInventor::State::setCentreFromBox(SoLOD* lod, SoGroup* children, std::size_t order,
+                                            std::int64_t steps)
 {
-    references.lodCentreSteps += steps;
-    if (references.lodCentreSteps > FltLimits::lodCentreSteps)
+    if (!shared.lodCentreSteps.spend(steps))
         return notifyOnce(
             "WARNING ! Levels of detail are nested too deeply: some keep a centre of (0, 0, 0)");
     SoGetBoundingBoxAction action{SbViewportRegion()};
@@ -334,7 +324,7 @@ void FltToInventor::visitSwitch(FltRecordSwitch const* record, RecordIterator& i
     auto* info = new SoInfo;
     setFltSwitchPropertiesToSoInfo(info, record);
     group->addChild(info);
-    openNode(group, group, iterator);
+    state->openNode(*this, group, group, iterator);
     visitGroupChildren(iterator);
 }
 
@@ -374,21 +364,21 @@ bool FltToInventor::isSoSwitchTraverseHisChildren(SoGroup* group) const
 {
     // A conversion only ever adds children, and asks a switch of thousands once for each: parse its text once
     // and count on from last time. At other times a group may have changed, or be another one.
-    if (!visitsRecords)
-        switchStates.clear();
-    SwitchState& state = switchStates[group];
-    for (; state.childrenSeen < group->getNumChildren(); ++state.childrenSeen) {
-        SoNode* const child = group->getChild(state.childrenSeen);
+    if (!state->visitsRecords)
+        state->switchStates.clear();
+    State::SwitchState& known = state->switchStates[group];
+    for (; known.childrenSeen < group->getNumChildren(); ++known.childrenSeen) {
+        SoNode* const child = group->getChild(known.childrenSeen);
         if (child->isOfType(SoSwitch::getClassTypeId()))
-            ++state.switchChildren;
-        else if (state.info == nullptr && isSwitchInfo(child)) {
-            state.info = static_cast<SoInfo*>(child);
-            state.maskNumbers = maskNumbersOf(state.info->string.getValue().getString());
+            ++known.switchChildren;
+        else if (known.info == nullptr && isSwitchInfo(child)) {
+            known.info = static_cast<SoInfo*>(child);
+            known.maskNumbers = maskNumbersOf(known.info->string.getValue().getString());
         }
     }
-    if (state.info == nullptr)
+    if (known.info == nullptr)
         FltWarningMessageConsole::notifyMessage("ERROR ! SoInfo with switch properties not found", 3, true);
-    return isBitSet(state.maskNumbers, state.switchChildren);
+    return isBitSet(known.maskNumbers, known.switchChildren);
 }
 
 void FltToInventor::visitComment(FltRecordComment const* record, SoGroup* group)
@@ -407,19 +397,19 @@ void FltToInventor::visitComment(FltRecordComment const* record, SoGroup* group)
                 start = i + 1;
             }
             if (copy[start] != '\0')
-                addCommentLine(&copy[start], group);
+                state->addCommentLine(&copy[start], group);
         } else if (copy[i] == '\0' && copy[start] != '\0') {
-            addCommentLine(&copy[start], group);
+            state->addCommentLine(&copy[start], group);
         }
     }
 }
 
-void FltToInventor::addCommentLine(char const* text, SoGroup* group)
+void FltToInventor::State::addCommentLine(char const* text, SoGroup* group)
 {
     // Every line holds the whole rest of its comment, so a long one multiplies.
-    if (references.commentText > FltLimits::commentText)
+    if (shared.commentText.isExceeded())
         return notifyOnce("WARNING ! The file's comments are too long: some are left out");
-    references.commentText += std::strlen(text);
+    shared.commentText.spend(static_cast<std::int64_t>(std::strlen(text)));
     auto* const info = new SoInfo;
     info->string = text;
     group->addChild(info);

@@ -1,8 +1,6 @@
 // Nodes that stand in more than one place, or come from another file.
 
-#include "convert/FltToInventor.h"
-
-#include "convert/FltNodeTable.h"
+#include "convert/FltToInventorState.h"
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
@@ -41,45 +39,47 @@ void FltToInventor::visitInstanceDefinition(FltRecordInstanceDefinition const* r
     int const number = record->instanceDefinitionNumber;
     auto* const definition = new SoSeparator;
     definition->setName(("InstanceDefinition_" + std::to_string(number)).c_str());
-    enter<SoNode>(instanceDefinitions, number, definition);
+    state->instanceDefinitions[number] = SoNodeRef<SoNode>(definition);
+    State::OpenLevel& current = state->current;
     current.group = definition;
     addSoGroupToNodesStackTop(definition);
     if (current.place.depth > 0)
-        current.place = {instanceGraph.addScope(current.place), 0};
-    instanceScopes[number] = current.place.scope;
+        current.place = {state->instanceGraph.addScope(current.place), 0};
+    state->instanceScopes[number] = current.place.scope;
 }
 
 void FltToInventor::visitInstanceReference(FltRecordInstanceReference const* record)
 {
     int const number = record->instanceDefinitionNumber;
-    SoNode* const definition = instanceDefinitions[number];
-    SoGroup* const top = stackTop();
+    SoNode* const definition = state->instanceDefinitions[number].get();
+    SoGroup* const top = state->stackTop();
     if (definition == nullptr || top == nullptr)
         return;
-    FltInstanceGraph::Place place = nodesStack.top().place;
+    FltInstanceGraph::Place place = state->nodesStack.top().place;
     ++place.depth;
-    FltInstanceGraph::Answer const answer = instanceGraph.place(instanceScopes[number], place);
+    FltInstanceGraph::Answer const answer = state->instanceGraph.place(state->instanceScopes[number], place);
     if (answer == FltInstanceGraph::Answer::fine)
         top->addChild(definition);
     else
-        notifyRefusal(answer);
+        state->notifyRefusal(answer);
 }
 
 void FltToInventor::visitReplicate(FltRecordReplicate const* record, SoNode* node,
                                    std::vector<FltRecord*>::iterator& ancillary,
                                    std::vector<FltRecord*>& ancillaries, RecordIterator& iterator)
 {
-    SoGroup* const top = stackTop();
+    SoGroup* const top = state->stackTop();
     if (top == nullptr)
         return;
+    State::OpenLevel& current = state->current;
     auto* const replications = new SoSeparator;
     replications->setName("Replications");
     std::size_t const order = current.order;
-    silence(replications);
+    state->silence(replications);
     current.order = order;
     top->addChild(replications);
 
-    FltInstanceGraph::Place place = nodesStack.top().place;
+    FltInstanceGraph::Place place = state->nodesStack.top().place;
     place.depth += 2;
     for (int counter = 0; counter < record->numberOfReplications; ++counter) {
         if (++ancillary == ancillaries.end() || (*ancillary)->getOpcode() != matrixOpcode)
@@ -94,10 +94,10 @@ void FltToInventor::visitReplicate(FltRecordReplicate const* record, SoNode* nod
             return;
         // From now on the node is a subtree that stands in several places.
         if (current.place.depth > 0)
-            current.place = {instanceGraph.addScope(current.place), 0};
-        FltInstanceGraph::Answer const answer = instanceGraph.place(current.place.scope, place);
+            current.place = {state->instanceGraph.addScope(current.place), 0};
+        FltInstanceGraph::Answer const answer = state->instanceGraph.place(current.place.scope, place);
         if (answer != FltInstanceGraph::Answer::fine)
-            return notifyRefusal(answer);
+            return state->notifyRefusal(answer);
         visitMatrix(matrix, replications);
         replications->addChild(node);
     }
@@ -110,13 +110,13 @@ void FltToInventor::visitExternalReference(FltRecordExternalReference const* rec
     auto* const label = new SoLabel;
     label->label = ("From OpenFlight File:  " + path).c_str();
     group->addChild(label);
-    openNode(group, group, iterator);
+    state->openNode(*this, group, group, iterator);
     if (path.empty()) {
         --iterator;
         return;
     }
 
-    char const* const directory = fltParser->getInput()->getDirName();
+    char const* const directory = state->fltParser->getInput()->getDirName();
     bool const isFromHere = path[0] == '.' && path.size() > 1 && (path[1] == '\\' || path[1] == '/');
     std::string const fullPath = (directory != nullptr ? directory : "") + path.substr(isFromHere ? 2 : 0);
     if (directory == nullptr || !canOpen(fullPath.c_str())) {
@@ -124,17 +124,18 @@ void FltToInventor::visitExternalReference(FltRecordExternalReference const* rec
         FltWarningMessageConsole::notifyMessage(FltWarningMessageConsole::keepText(text), 3, true);
         return;
     }
-    convertExternalFile(path, fullPath, group);
+    state->convertExternalFile(path, fullPath, group);
     --iterator;
 }
 
-void FltToInventor::convertExternalFile(std::string const& path, std::string const& fullPath, SoGroup* parent)
+void FltToInventor::State::convertExternalFile(std::string const& path, std::string const& fullPath,
+                                               SoGroup* parent)
 {
     struct stat status;
     auto const identity = ::stat(fullPath.c_str(), &status) == 0
                               ? std::make_pair(status.st_dev, status.st_ino)
                               : std::pair<dev_t, ino_t>();
-    auto& chain = references.chain;
+    auto& chain = shared.chain;
     if (std::find(chain.begin(), chain.end(), identity) != chain.end())
         return notifyOnce(
             "WARNING ! An external reference leads back to a file that it comes from and is left empty: " +
@@ -157,11 +158,11 @@ void FltToInventor::convertExternalFile(std::string const& path, std::string con
     if (chain.size() > FltLimits::externalReferenceDepth || depth >= FltLimits::sceneDepth)
         return notifyOnce(
             "WARNING ! External references lead from file to file too often: one is left empty: " + path);
-    if (references.opened >= FltLimits::externalReferences)
+    if (shared.opened >= FltLimits::externalReferences)
         return notifyOnce("WARNING ! The file has more than " +
                           std::to_string(FltLimits::externalReferences) +
                           " external references: further ones are left empty");
-    ++references.opened;
+    ++shared.opened;
 
     FltFileInput input(fullPath.c_str());
     auto* const root = new SoSeparator;
@@ -174,13 +175,14 @@ void FltToInventor::convertExternalFile(std::string const& path, std::string con
     int const referencesBefore = root->getRefCount();
     chain.push_back(identity);
     {
-        FltToInventor nested(references, depth, hierarchyDepth + 1);
+        FltToInventor nested(std::make_unique<State>(shared, depth, hierarchyDepth + 1));
         nested.setRelativePath(nestedPath);
         nested.setFltInputToconvert(&input);
         nested.setResult(root);
         nested.convert();
-        int const scope = instanceGraph.addFinishedScope(place, nested.instanceGraph.getDepth(),
-                                                         nested.instanceGraph.getNodes());
+        FltInstanceGraph const& nestedGraph = nested.state->instanceGraph;
+        int const scope =
+            instanceGraph.addFinishedScope(place, nestedGraph.getDepth(), nestedGraph.getNodes());
         externalFiles[key] = {input.isInFlowCreated(), scope};
     }
     chain.pop_back();

@@ -1,0 +1,148 @@
+#pragma once
+
+#include "convert/FltAllowance.h"
+#include "convert/FltFaceResources.h"
+#include "convert/FltInstanceGraph.h"
+#include "convert/FltPalettes.h"
+#include "convert/FltToInventor.h"
+#include "convert/FltVertexPalette.h"
+#include "messages/FltLimits.h"
+#include "toolkit/SoNodeRef.h"
+
+#include <Inventor/nodes/SoLabel.h>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <set>
+#include <stack>
+#include <string>
+#include <sys/types.h>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+class FltLogStream;
+class SoLOD;
+
+/// What one conversion holds.
+struct FltToInventor::State {
+    /// A node of the graph with its place in it.
+    struct OpenLevel {
+        SoGroup* group = nullptr;
+        FltInstanceGraph::Place place;
+        std::size_t order = 0; ///< Among the silenced nodes.
+    };
+
+    /// Silenced nodes from one to another.
+    struct NodeRange {
+        std::size_t begin;
+        std::size_t end;
+    };
+
+    /// What the conversions of a file and of all that it refers to have in common.
+    struct Shared {
+        std::vector<std::pair<dev_t, ino_t>>
+            chain;      ///< The files from the top one to the one being converted.
+        int opened = 0; ///< External files so far.
+        FltAllowance commentText{FltLimits::commentText};
+        FltAllowance oldVertexIndices{FltLimits::oldVertexIndices};
+        FltAllowance lodCentreSteps{FltLimits::lodCentreSteps};
+    };
+
+    /// A file that was converted already.
+    struct ExternalFile {
+        bool isOpen = false; ///< Whether there was anything to read.
+        int scope = 0;       ///< Its scene in the account of instances.
+    };
+
+    /// The masks of a converted switch, parsed once, and how far its children have been counted.
+    struct SwitchState {
+        SoInfo* info = nullptr;
+        std::vector<std::int32_t> maskNumbers;
+        int childrenSeen = 0;
+        int switchChildren = 0;
+    };
+
+    State() : shared(ownShared) {}
+
+    /// For the conversion of an external file.
+    State(Shared& shared, int depthAbove, int hierarchyDepth)
+        : shared(shared), instanceGraph(depthAbove), hierarchyDepth(hierarchyDepth)
+    {
+    }
+    ~State();
+
+    State(State const&) = delete;
+    State& operator=(State const&) = delete;
+
+    /// Hangs @p attached below the top of the stack, makes @p receiver, which is the same node or a child of
+    /// it, the group that the next Push opens, and applies the ancillary records after the record to it.
+    void openNode(FltToInventor& converter, SoGroup* attached, SoGroup* receiver, RecordIterator& iterator);
+
+    /// The group that takes what comes next, or null with no level open. What the toolkit remembers of a box
+    /// around it is forgotten: that happens when a level is opened again below a finished level of detail.
+    SoGroup* stackTop();
+
+    /// A node that hangs nowhere lives until the conversion ends.
+    void keepUnattached(SoNode* node);
+
+    /// A node that is notified of a change notifies all its parents. While the scene is built nobody listens,
+    /// so the nodes keep it to themselves: otherwise each new node would cost a walk to the root.
+    void silence(SoNode* node);
+
+    /// Has every node forget what it remembers of its children, and listen again.
+    void endSilence();
+
+    /// Leaves out what stands below a node that lies too deep: its level, up to the Pop that closes it. The
+    /// records after a node without a level are its siblings then.
+    void passOverLevel(RecordIterator& iterator);
+
+    void addCommentLine(char const* text, SoGroup* group);
+
+    /// @param order of the children's group among the silenced nodes
+    /// @param steps about as many as the action takes; nested levels of detail pay anew for what they share
+    void setCentreFromBox(SoLOD* lod, SoGroup* children, std::size_t order, std::int64_t steps);
+
+    /// Hangs the scene of an external file below @p parent, or reports why not.
+    void convertExternalFile(std::string const& path, std::string const& fullPath, SoGroup* parent);
+
+    /// Reports an answer other than fine to the console, once for each conversion.
+    void notifyRefusal(FltInstanceGraph::Answer answer);
+    void notifyOnce(std::string const& text);
+
+    Shared ownShared;
+    Shared& shared;
+
+    FltParser* fltParser = nullptr;
+    bool ownsFltParser = false;
+    bool recordsDestroyed = false;
+    std::vector<FltParser*> retiredParsers;
+    bool fileLoggingEnabled = false;
+    FltLogStream* logStream = nullptr;
+
+    SoSeparator* result = nullptr;
+    bool allFltRecordsVisited = false;
+    bool visitsRecords = false; ///< While the nodes of a whole file are built.
+    bool rgbMode = false;
+    std::string relativePath;
+    SoNodeRef<SoLabel> minRangeLabel{new SoLabel};
+    SoNodeRef<SoLabel> maxRangeLabel{new SoLabel};
+
+    FltPalettes palettes;
+    FltVertexPalette vertices{palettes.colorPalette};
+    FltFaceResources faceResources{vertices, palettes, shared.oldVertexIndices};
+
+    std::stack<OpenLevel> nodesStack; ///< The open levels of the hierarchy.
+    OpenLevel current;                ///< The group that the next Push opens.
+    std::vector<SoNodeRef<SoNode>> unattachedNodes;
+    std::vector<SoNode*> silencedNodes; ///< They notify nobody of their changes until the conversion ends.
+    std::vector<NodeRange> boxedNodes;  ///< Of which the toolkit remembers a box, in ascending order.
+    std::unordered_map<SoGroup*, SwitchState> switchStates;
+    FltInstanceGraph instanceGraph;
+    std::map<int, SoNodeRef<SoNode>> instanceDefinitions;
+    std::map<int, int> instanceScopes;
+    std::map<std::string, SoSeparator*> externalReferences;
+    std::map<std::string, ExternalFile> externalFiles; ///< What is known of the files in externalReferences.
+    int hierarchyDepth = 0;
+    std::set<std::string> reportedOnce;
+};
