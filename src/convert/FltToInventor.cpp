@@ -245,7 +245,9 @@ void FltToInventor::visitAllFltRecords()
             ++iterator;
     }
     state->vertices.close();
-    state->endSilence();
+    state->scene.end();
+    if (state->result != nullptr)
+        state->result->touch();
     state->allFltRecordsVisited = true;
 }
 
@@ -296,10 +298,4 @@ void FltToInventor::makeStats() const
     tool.makeEmptyFile();
     tool.setVectorOfFltRecords(state->fltParser->getFltRecords());
     tool.makeStatistics();
-}
-
-void FltToInventor::State::notifyOnce(std::string const& text)
-{
-    if (reportedOnce.insert(text).second)
-        FltWarningMessageConsole::notifyMessage(FltWarningMessageConsole::keepText(text), 2, true);
 }

@@ -267,8 +267,8 @@ void FltToInventor::visitGroupChildren(RecordIterator& iterator)
 
 void FltToInventor::State::passOverLevel(RecordIterator& iterator)
 {
-    notifyOnce("WARNING ! The hierarchy is nested deeper than " + std::to_string(FltLimits::hierarchyDepth) +
-               " levels: what lies deeper is left out");
+    warnings.notify("WARNING ! The hierarchy is nested deeper than " +
+                    std::to_string(FltLimits::hierarchyDepth) + " levels: what lies deeper is left out");
     if (*iterator == nullptr)
         return;
     if ((*iterator)->getOpcode() != pushOpcode) {
@@ -290,8 +290,7 @@ void FltToInventor::visitHeader(FltRecordHeader const* record)
     SoSeparator* const result = state->result;
     result->ref();
     result->setName("root");
-    state->current = {result, {}, 0};
-    state->silence(result);
+    state->current = {result, {}, state->scene.silence(result)};
 
     double const scale = scaleOf(*record);
     if (scale != 1.0) {

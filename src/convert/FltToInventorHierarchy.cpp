@@ -124,7 +124,7 @@ void FltToInventor::State::openNode(FltToInventor& converter, SoGroup* attached,
     current.group = receiver;
     converter.addSoGroupToNodesStackTop(attached);
     if (receiver != attached) {
-        silence(receiver);
+        current.order = scene.silence(receiver);
         ++current.place.depth;
     }
     ++iterator;
@@ -133,18 +133,15 @@ void FltToInventor::State::openNode(FltToInventor& converter, SoGroup* attached,
 
 void FltToInventor::addSoGroupToNodesStackTop(SoGroup* node)
 {
-    state->silence(node);
+    state->current.order = state->scene.silence(node);
     SoGroup* const top = state->stackTop();
     if (top == nullptr)
         return state->keepUnattached(node);
     bool const isInSwitch = std::strstr(top->getName().getString(), switchMark) != nullptr;
-    FltInstanceGraph::Place place = state->nodesStack.top().place;
+    FltInstanceAccount::Place place = state->nodesStack.top().place;
     place.depth += isInSwitch ? 2 : 1;
-    FltInstanceGraph::Answer const answer = state->instanceGraph.addNodes(place);
-    if (answer != FltInstanceGraph::Answer::fine) {
-        state->notifyRefusal(answer);
+    if (!state->instances.addNode(place))
         return state->keepUnattached(node);
-    }
     state->current.place = place;
     if (!isInSwitch) {
         top->addChild(node);
@@ -152,7 +149,7 @@ void FltToInventor::addSoGroupToNodesStackTop(SoGroup* node)
     }
     auto* const wrapper = named<SoSwitch>(std::string("child_of_") + top->getName().getString());
     wrapper->whichChild = isSoSwitchTraverseHisChildren(top) ? SO_SWITCH_ALL : SO_SWITCH_NONE;
-    state->silence(wrapper);
+    state->scene.silence(wrapper);
     wrapper->addChild(node);
     top->addChild(wrapper);
 }
@@ -160,58 +157,15 @@ void FltToInventor::addSoGroupToNodesStackTop(SoGroup* node)
 void FltToInventor::State::keepUnattached(SoNode* node)
 {
     unattachedNodes.emplace_back(node);
-    current.place = {instanceGraph.addUnattachedScope(), 0};
+    current.place = instances.openUnattachedScope();
 }
 
 SoGroup* FltToInventor::State::stackTop()
 {
     if (nodesStack.empty())
         return nullptr;
-    std::size_t const order = nodesStack.top().order;
-    auto const behind =
-        std::upper_bound(boxedNodes.begin(), boxedNodes.end(), order,
-                         [](std::size_t value, NodeRange const& range) { return value < range.end; });
-    if (behind != boxedNodes.end() && behind->begin <= order) {
-        for (std::size_t i = behind->begin; i < behind->end; ++i)
-            silencedNodes[i]->touch();
-        boxedNodes.erase(behind);
-    }
+    scene.forgetBox(nodesStack.top().order);
     return nodesStack.top().group;
-}
-
-void FltToInventor::State::silence(SoNode* node)
-{
-    node->enableNotify(FALSE);
-    current.order = silencedNodes.size();
-    silencedNodes.push_back(node);
-}
-
-void FltToInventor::State::endSilence()
-{
-    for (SoNode* node : silencedNodes) {
-        node->touch();
-        node->enableNotify(TRUE);
-    }
-    silencedNodes.clear();
-    boxedNodes.clear();
-    if (result != nullptr)
-        result->touch();
-}
-
-void FltToInventor::State::notifyRefusal(FltInstanceGraph::Answer answer)
-{
-    switch (answer) {
-    case FltInstanceGraph::Answer::fine:
-        return;
-    case FltInstanceGraph::Answer::endless:
-        return notifyOnce("WARNING ! An instance holds a reference to itself, which is left out");
-    case FltInstanceGraph::Answer::tooDeep:
-        return notifyOnce("WARNING ! The scene is more than " + std::to_string(FltLimits::sceneDepth) +
-                          " nodes deep: what lies deeper is left out");
-    case FltInstanceGraph::Answer::tooLarge:
-        return notifyOnce("WARNING ! The instances of the file make a scene of more than " +
-                          std::to_string(FltLimits::sceneNodes) + " nodes: further ones are left out");
-    }
 }
 
 void FltToInventor::visitGroup(FltRecordGroup const* record, RecordIterator& iterator)
@@ -275,10 +229,10 @@ void FltToInventor::visitLOD(FltRecordLOD const* record, RecordIterator& iterato
     lod->range.set1Value(1, static_cast<float>(record->switchInDistance));
     auto* const children = named<SoSeparator>(name);
     children->ref();
-    std::int64_t const nodesBefore = state->instanceGraph.getNodes();
+    std::int64_t const nodesBefore = state->instances.getGraph().getNodes();
     RecordIterator const begin = iterator;
     state->openNode(*this, lod, children, iterator);
-    std::size_t const order = state->current.order;
+    FltSilencedScene::Order const order = state->current.order;
     visitGroupChildren(iterator);
     lod->addChild(state->minRangeLabel.get());
     lod->addChild(children);
@@ -286,22 +240,20 @@ void FltToInventor::visitLOD(FltRecordLOD const* record, RecordIterator& iterato
     SbVec3f const centre = lod->center.getValue();
     if (centre[0] == 0 && centre[1] == 0 && centre[2] == 0)
         state->setCentreFromBox(lod, children, order,
-                                iterator - begin + state->instanceGraph.getNodes() - nodesBefore);
+                                iterator - begin + state->instances.getGraph().getNodes() - nodesBefore);
     lod->addChild(state->maxRangeLabel.get());
 }
 
-void FltToInventor::State::setCentreFromBox(SoLOD* lod, SoGroup* children, std::size_t order,
+void FltToInventor::State::setCentreFromBox(SoLOD* lod, SoGroup* children, FltSilencedScene::Order order,
                                             std::int64_t steps)
 {
     if (!shared.lodCentreSteps.spend(steps))
-        return notifyOnce(
+        return warnings.notify(
             "WARNING ! Levels of detail are nested too deeply: some keep a centre of (0, 0, 0)");
     SoGetBoundingBoxAction action{SbViewportRegion()};
     action.apply(children);
     lod->center = action.getBoundingBox().getCenter();
-    while (!boxedNodes.empty() && boxedNodes.back().begin >= order)
-        boxedNodes.pop_back();
-    boxedNodes.push_back({order, silencedNodes.size()});
+    scene.noteBox(order);
 }
 
 void FltToInventor::visitOLDLOD(FltRecordOLDLOD const* record, RecordIterator& iterator)
@@ -408,7 +360,7 @@ void FltToInventor::State::addCommentLine(char const* text, SoGroup* group)
 {
     // Every line holds the whole rest of its comment, so a long one multiplies.
     if (shared.commentText.isExceeded())
-        return notifyOnce("WARNING ! The file's comments are too long: some are left out");
+        return warnings.notify("WARNING ! The file's comments are too long: some are left out");
     shared.commentText.spend(static_cast<std::int64_t>(std::strlen(text)));
     auto* const info = new SoInfo;
     info->string = text;

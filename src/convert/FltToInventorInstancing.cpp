@@ -39,29 +39,23 @@ void FltToInventor::visitInstanceDefinition(FltRecordInstanceDefinition const* r
     int const number = record->instanceDefinitionNumber;
     auto* const definition = new SoSeparator;
     definition->setName(("InstanceDefinition_" + std::to_string(number)).c_str());
-    state->instanceDefinitions[number] = SoNodeRef<SoNode>(definition);
     State::OpenLevel& current = state->current;
     current.group = definition;
     addSoGroupToNodesStackTop(definition);
-    if (current.place.depth > 0)
-        current.place = {state->instanceGraph.addScope(current.place), 0};
-    state->instanceScopes[number] = current.place.scope;
+    current.place = state->instances.openScope(current.place);
+    state->instances.define(number, definition, current.place.scope);
 }
 
 void FltToInventor::visitInstanceReference(FltRecordInstanceReference const* record)
 {
-    int const number = record->instanceDefinitionNumber;
-    SoNode* const definition = state->instanceDefinitions[number].get();
+    auto const* const definition = state->instances.findDefinition(record->instanceDefinitionNumber);
     SoGroup* const top = state->stackTop();
     if (definition == nullptr || top == nullptr)
         return;
-    FltInstanceGraph::Place place = state->nodesStack.top().place;
+    FltInstanceAccount::Place place = state->nodesStack.top().place;
     ++place.depth;
-    FltInstanceGraph::Answer const answer = state->instanceGraph.place(state->instanceScopes[number], place);
-    if (answer == FltInstanceGraph::Answer::fine)
-        top->addChild(definition);
-    else
-        state->notifyRefusal(answer);
+    if (state->instances.place(definition->scope, place))
+        top->addChild(definition->node.get());
 }
 
 void FltToInventor::visitReplicate(FltRecordReplicate const* record, SoNode* node,
@@ -74,12 +68,10 @@ void FltToInventor::visitReplicate(FltRecordReplicate const* record, SoNode* nod
     State::OpenLevel& current = state->current;
     auto* const replications = new SoSeparator;
     replications->setName("Replications");
-    std::size_t const order = current.order;
-    state->silence(replications);
-    current.order = order;
+    state->scene.silence(replications);
     top->addChild(replications);
 
-    FltInstanceGraph::Place place = state->nodesStack.top().place;
+    FltInstanceAccount::Place place = state->nodesStack.top().place;
     place.depth += 2;
     for (int counter = 0; counter < record->numberOfReplications; ++counter) {
         if (++ancillary == ancillaries.end() || (*ancillary)->getOpcode() != matrixOpcode)
@@ -93,11 +85,9 @@ void FltToInventor::visitReplicate(FltRecordReplicate const* record, SoNode* nod
         if (matrix == nullptr)
             return;
         // From now on the node is a subtree that stands in several places.
-        if (current.place.depth > 0)
-            current.place = {state->instanceGraph.addScope(current.place), 0};
-        FltInstanceGraph::Answer const answer = state->instanceGraph.place(current.place.scope, place);
-        if (answer != FltInstanceGraph::Answer::fine)
-            return state->notifyRefusal(answer);
+        current.place = state->instances.openScope(current.place);
+        if (!state->instances.place(current.place.scope, place))
+            return;
         visitMatrix(matrix, replications);
         replications->addChild(node);
     }
@@ -137,11 +127,11 @@ void FltToInventor::State::convertExternalFile(std::string const& path, std::str
                               : std::pair<dev_t, ino_t>();
     auto& chain = shared.chain;
     if (std::find(chain.begin(), chain.end(), identity) != chain.end())
-        return notifyOnce(
+        return warnings.notify(
             "WARNING ! An external reference leads back to a file that it comes from and is left empty: " +
             path);
 
-    FltInstanceGraph::Place place = current.place;
+    FltInstanceAccount::Place place = current.place;
     ++place.depth;
     std::string key = fullPath;
     std::replace(key.begin(), key.end(), '\\', '/');
@@ -149,19 +139,18 @@ void FltToInventor::State::convertExternalFile(std::string const& path, std::str
     if (loaded != externalReferences.end()) {
         ExternalFile const& file = externalFiles[key];
         FltFileInput::tellOpening(key.c_str(), file.isOpen);
-        FltInstanceGraph::Answer const answer = instanceGraph.place(file.scope, place);
-        if (answer == FltInstanceGraph::Answer::fine)
+        if (instances.place(file.scope, place))
             parent->addChild(loaded->second);
-        return notifyRefusal(answer);
+        return;
     }
-    int const depth = instanceGraph.depthOf(place);
+    int const depth = instances.getGraph().depthOf(place);
     if (chain.size() > FltLimits::externalReferenceDepth || depth >= FltLimits::sceneDepth)
-        return notifyOnce(
+        return warnings.notify(
             "WARNING ! External references lead from file to file too often: one is left empty: " + path);
     if (shared.opened >= FltLimits::externalReferences)
-        return notifyOnce("WARNING ! The file has more than " +
-                          std::to_string(FltLimits::externalReferences) +
-                          " external references: further ones are left empty");
+        return warnings.notify("WARNING ! The file has more than " +
+                               std::to_string(FltLimits::externalReferences) +
+                               " external references: further ones are left empty");
     ++shared.opened;
 
     FltFileInput input(fullPath.c_str());
@@ -180,9 +169,7 @@ void FltToInventor::State::convertExternalFile(std::string const& path, std::str
         nested.setFltInputToconvert(&input);
         nested.setResult(root);
         nested.convert();
-        FltInstanceGraph const& nestedGraph = nested.state->instanceGraph;
-        int const scope =
-            instanceGraph.addFinishedScope(place, nestedGraph.getDepth(), nestedGraph.getNodes());
+        int const scope = instances.addFinishedScope(place, nested.state->instances);
         externalFiles[key] = {input.isInFlowCreated(), scope};
     }
     chain.pop_back();

@@ -2,8 +2,10 @@
 
 #include "convert/FltAllowance.h"
 #include "convert/FltFaceResources.h"
-#include "convert/FltInstanceGraph.h"
+#include "convert/FltInstanceAccount.h"
+#include "convert/FltOneTimeWarnings.h"
 #include "convert/FltPalettes.h"
+#include "convert/FltSilencedScene.h"
 #include "convert/FltToInventor.h"
 #include "convert/FltVertexPalette.h"
 #include "messages/FltLimits.h"
@@ -13,7 +15,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <set>
 #include <stack>
 #include <string>
 #include <sys/types.h>
@@ -29,14 +30,8 @@ struct FltToInventor::State {
     /// A node of the graph with its place in it.
     struct OpenLevel {
         SoGroup* group = nullptr;
-        FltInstanceGraph::Place place;
-        std::size_t order = 0; ///< Among the silenced nodes.
-    };
-
-    /// Silenced nodes from one to another.
-    struct NodeRange {
-        std::size_t begin;
-        std::size_t end;
+        FltInstanceAccount::Place place;
+        FltSilencedScene::Order order = 0;
     };
 
     /// What the conversions of a file and of all that it refers to have in common.
@@ -63,11 +58,11 @@ struct FltToInventor::State {
         int switchChildren = 0;
     };
 
-    State() : shared(ownShared) {}
+    State() : shared(ownShared), instances(warnings) {}
 
     /// For the conversion of an external file.
     State(Shared& shared, int depthAbove, int hierarchyDepth)
-        : shared(shared), instanceGraph(depthAbove), hierarchyDepth(hierarchyDepth)
+        : shared(shared), instances(warnings, depthAbove), hierarchyDepth(hierarchyDepth)
     {
     }
     ~State();
@@ -86,29 +81,18 @@ struct FltToInventor::State {
     /// A node that hangs nowhere lives until the conversion ends.
     void keepUnattached(SoNode* node);
 
-    /// A node that is notified of a change notifies all its parents. While the scene is built nobody listens,
-    /// so the nodes keep it to themselves: otherwise each new node would cost a walk to the root.
-    void silence(SoNode* node);
-
-    /// Has every node forget what it remembers of its children, and listen again.
-    void endSilence();
-
     /// Leaves out what stands below a node that lies too deep: its level, up to the Pop that closes it. The
     /// records after a node without a level are its siblings then.
     void passOverLevel(RecordIterator& iterator);
 
     void addCommentLine(char const* text, SoGroup* group);
 
-    /// @param order of the children's group among the silenced nodes
+    /// @param order of the children's group
     /// @param steps about as many as the action takes; nested levels of detail pay anew for what they share
-    void setCentreFromBox(SoLOD* lod, SoGroup* children, std::size_t order, std::int64_t steps);
+    void setCentreFromBox(SoLOD* lod, SoGroup* children, FltSilencedScene::Order order, std::int64_t steps);
 
     /// Hangs the scene of an external file below @p parent, or reports why not.
     void convertExternalFile(std::string const& path, std::string const& fullPath, SoGroup* parent);
-
-    /// Reports an answer other than fine to the console, once for each conversion.
-    void notifyRefusal(FltInstanceGraph::Answer answer);
-    void notifyOnce(std::string const& text);
 
     Shared ownShared;
     Shared& shared;
@@ -135,14 +119,11 @@ struct FltToInventor::State {
     std::stack<OpenLevel> nodesStack; ///< The open levels of the hierarchy.
     OpenLevel current;                ///< The group that the next Push opens.
     std::vector<SoNodeRef<SoNode>> unattachedNodes;
-    std::vector<SoNode*> silencedNodes; ///< They notify nobody of their changes until the conversion ends.
-    std::vector<NodeRange> boxedNodes;  ///< Of which the toolkit remembers a box, in ascending order.
+    FltSilencedScene scene;
     std::unordered_map<SoGroup*, SwitchState> switchStates;
-    FltInstanceGraph instanceGraph;
-    std::map<int, SoNodeRef<SoNode>> instanceDefinitions;
-    std::map<int, int> instanceScopes;
+    FltOneTimeWarnings warnings;
+    FltInstanceAccount instances;
     std::map<std::string, SoSeparator*> externalReferences;
     std::map<std::string, ExternalFile> externalFiles; ///< What is known of the files in externalReferences.
     int hierarchyDepth = 0;
-    std::set<std::string> reportedOnce;
 };
