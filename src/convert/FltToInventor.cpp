@@ -227,7 +227,7 @@ void FltToInventor::visitAllFltRecords()
     std::vector<FltRecord*>& records = state->fltParser->getFltRecords();
     NullEntryAtEnd const end(records);
     FlagRaised const visiting(state->visitsRecords);
-    state->switchStates.clear();
+    state->switches.clear();
     for (RecordIterator iterator = records.begin(); *iterator != nullptr;) {
         FltRecord* const record = *iterator;
         std::string const category = record->getRecordCategory();

@@ -4,6 +4,7 @@
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltParser.h"
+#include "records/FltOpcode.h"
 #include "records/FltRecordBoundingVolume.h"
 #include "records/FltRecordClipRegion.h"
 #include "records/FltRecordColorPalette.h"
@@ -65,6 +66,24 @@ void hand(FltToInventor& converter, void (FltToInventor::*handler)(Record const*
 {
     if (auto const* const found = dynamic_cast<Record const*>(record))
         (converter.*handler)(found, arguments...);
+}
+
+/// Leaves out what stands below a node that lies too deep: its level, up to the Pop that closes it. The
+/// records after a node without a level are its siblings then.
+void passOverLevel(FltToInventor::RecordIterator& iterator)
+{
+    if (*iterator == nullptr)
+        return;
+    if ((*iterator)->getOpcode() != FltOpcode::pushLevel) {
+        --iterator;
+        return;
+    }
+    for (int level = 0; *iterator != nullptr; ++iterator) {
+        int const opcode = (*iterator)->getOpcode();
+        level += opcode == FltOpcode::pushLevel ? 1 : opcode == FltOpcode::popLevel ? -1 : 0;
+        if (level == 0)
+            return;
+    }
 }
 
 } // namespace
@@ -237,8 +256,12 @@ void FltToInventor::visitAncillaryRecords(RecordIterator& iterator, SoGroup* gro
 
 void FltToInventor::visitGroupChildren(RecordIterator& iterator)
 {
-    if (state->hierarchyDepth >= FltLimits::hierarchyDepth)
-        return state->passOverLevel(iterator);
+    if (state->hierarchyDepth >= FltLimits::hierarchyDepth) {
+        state->warnings.notify("WARNING ! The hierarchy is nested deeper than " +
+                               std::to_string(FltLimits::hierarchyDepth) +
+                               " levels: what lies deeper is left out");
+        return passOverLevel(iterator);
+    }
     ++state->hierarchyDepth;
     bool const hasLevel = *iterator != nullptr && (*iterator)->getOpcode() == pushOpcode;
     if (!hasLevel) {
@@ -263,24 +286,6 @@ void FltToInventor::visitGroupChildren(RecordIterator& iterator)
         }
     }
     --state->hierarchyDepth;
-}
-
-void FltToInventor::State::passOverLevel(RecordIterator& iterator)
-{
-    warnings.notify("WARNING ! The hierarchy is nested deeper than " +
-                    std::to_string(FltLimits::hierarchyDepth) + " levels: what lies deeper is left out");
-    if (*iterator == nullptr)
-        return;
-    if ((*iterator)->getOpcode() != pushOpcode) {
-        --iterator;
-        return;
-    }
-    for (int level = 0; *iterator != nullptr; ++iterator) {
-        int const opcode = (*iterator)->getOpcode();
-        level += opcode == pushOpcode ? 1 : opcode == popOpcode ? -1 : 0;
-        if (level == 0)
-            return;
-    }
 }
 
 void FltToInventor::visitHeader(FltRecordHeader const* record)

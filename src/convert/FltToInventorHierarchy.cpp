@@ -1,8 +1,7 @@
 // The nodes of the hierarchy: groups, objects, levels of detail, switches and what decorates them.
 
 #include "convert/FltToInventorState.h"
-#include "messages/FltLimits.h"
-#include "messages/FltWarningMessageConsole.h"
+#include "records/FltOpcode.h"
 #include "records/FltRecordClipRegion.h"
 #include "records/FltRecordComment.h"
 #include "records/FltRecordDOF.h"
@@ -16,8 +15,6 @@
 
 #include <Inventor/SbMatrix.h>
 #include <Inventor/SbPlane.h>
-#include <Inventor/SbViewportRegion.h>
-#include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/nodes/SoClipPlane.h>
 #include <Inventor/nodes/SoInfo.h>
 #include <Inventor/nodes/SoLOD.h>
@@ -25,18 +22,10 @@
 #include <Inventor/nodes/SoMatrixTransform.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoSwitch.h>
-#include <algorithm>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 
 namespace
 {
-
-constexpr int popOpcode = 11;
-constexpr char switchMark[] = "flt_switch";
-constexpr char switchInfoName[] = "SoInfo_child_of_FLT_switch";
-constexpr char noSwitchInfo[] = "No_SoInfo_switch_found";
 
 /// The text of an id field, which a zero ends only if there is room for one.
 template <std::size_t size>
@@ -53,67 +42,32 @@ Node* named(std::string const& name)
     return node;
 }
 
-bool isSwitchInfo(SoNode* node)
-{
-    return node->isOfType(SoInfo::getClassTypeId()) && node->getName() == SbName(switchInfoName);
-}
-
-bool isDigit(char character)
-{
-    return character >= '0' && character <= '9';
-}
-
-/// How many characters behind its first one a number takes. It is one too few for 10, for 100 to 109 and the
-/// like, so that their last digit is read again as a number of its own.
-int digitsToSkip(long number)
-{
-    int digits = 0;
-    for (; number > 10; number /= 10)
-        ++digits;
-    return digits;
-}
-
-/// The numbers in the text of a switch's masks. A -1 stands behind each of the first three; the bits follow.
-std::vector<std::int32_t> maskNumbersOf(char const* text)
-{
-    std::vector<std::int32_t> numbers;
-    int counter = 0;
-    for (; *text != '\0'; ++text) {
-        if (isDigit(*text)) {
-            long const number = std::strtol(text, nullptr, 10);
-            numbers.push_back(static_cast<std::int32_t>(number));
-            text += digitsToSkip(number);
-            ++counter;
-        } else if (!numbers.empty() && counter <= 3 && numbers.back() != -1) {
-            numbers.push_back(-1);
-        }
-    }
-    return numbers;
-}
-
-/// No list of a switch's numbers, and no number of children, comes near this.
-constexpr std::int64_t farFromAnyList = std::int64_t(1) << 40;
-
-/// Whether a switch draws its next child, when it has so many of them. What would be read outside the list is
-/// off.
-bool isBitSet(std::vector<std::int32_t> const& numbers, int switchChildren)
-{
-    if (numbers.size() < 3)
-        return false;
-    std::int64_t const currentMask = numbers[0];
-    std::int64_t const wordsPerMask = numbers[2];
-    std::int64_t const words = (currentMask + 1) * wordsPerMask;
-    if (std::abs(words) > farFromAnyList)
-        return false;
-    std::int64_t const index = words * 32 + 5 - switchChildren;
-    return index >= 0 && index < static_cast<std::int64_t>(numbers.size()) &&
-           numbers[static_cast<std::size_t>(index)] == 1;
-}
-
 SbVec3f centreOf(FltRecordLOD const& record)
 {
     return {static_cast<float>(record.XcenterCoordinate), static_cast<float>(record.YcenterCoordinate),
             static_cast<float>(record.ZcenterCoordinate)};
+}
+
+/// Calls an action with the lines of a comment: with the rest of the text from the start of each line but the
+/// first, and with the last line once more at its end. A text of one line comes as that.
+template <class Action>
+void forEachCommentLine(std::string text, Action action)
+{
+    std::size_t start = 0;
+    for (std::size_t i = 0; i <= text.size(); ++i) { // the zero at its end is looked at too
+        if (text[i] == '\n' || text[i] == '\r') {
+            text[i] = '\0';
+            start = i + 1;
+            if (text[start] == '\n') {
+                ++i;
+                start = i + 1;
+            }
+            if (text[start] != '\0')
+                action(&text[start]);
+        } else if (text[i] == '\0' && text[start] != '\0') {
+            action(&text[start]);
+        }
+    }
 }
 
 } // namespace
@@ -137,7 +91,7 @@ void FltToInventor::addSoGroupToNodesStackTop(SoGroup* node)
     SoGroup* const top = state->stackTop();
     if (top == nullptr)
         return state->keepUnattached(node);
-    bool const isInSwitch = std::strstr(top->getName().getString(), switchMark) != nullptr;
+    bool const isInSwitch = FltConvertedSwitch::isMarked(top);
     FltInstanceAccount::Place place = state->nodesStack.top().place;
     place.depth += isInSwitch ? 2 : 1;
     if (!state->instances.addNode(place))
@@ -186,7 +140,7 @@ void FltToInventor::visitObject(FltRecordObject const* record, RecordIterator& i
 {
     SoGroup* object = named<SoSeparator>(textOf(record->idASCII));
     state->openNode(*this, object, object, iterator);
-    if (*iterator != nullptr && (*iterator)->getOpcode() == popOpcode)
+    if (*iterator != nullptr && (*iterator)->getOpcode() == FltOpcode::popLevel)
         --iterator; // an empty object: the Pop closes the level around it
     else
         visitObjectFaceRecords(iterator, static_cast<float>(record->transparency), object);
@@ -239,21 +193,9 @@ void FltToInventor::visitLOD(FltRecordLOD const* record, RecordIterator& iterato
     children->unref();
     SbVec3f const centre = lod->center.getValue();
     if (centre[0] == 0 && centre[1] == 0 && centre[2] == 0)
-        state->setCentreFromBox(lod, children, order,
-                                iterator - begin + state->instances.getGraph().getNodes() - nodesBefore);
+        state->lodCentres.setFromBox(*lod, children, order,
+                                     iterator - begin + state->instances.getGraph().getNodes() - nodesBefore);
     lod->addChild(state->maxRangeLabel.get());
-}
-
-void FltToInventor::State::setCentreFromBox(SoLOD* lod, SoGroup* children, FltSilencedScene::Order order,
-                                            std::int64_t steps)
-{
-    if (!shared.lodCentreSteps.spend(steps))
-        return warnings.notify(
-            "WARNING ! Levels of detail are nested too deeply: some keep a centre of (0, 0, 0)");
-    SoGetBoundingBoxAction action{SbViewportRegion()};
-    action.apply(children);
-    lod->center = action.getBoundingBox().getCenter();
-    scene.noteBox(order);
 }
 
 void FltToInventor::visitOLDLOD(FltRecordOLDLOD const* record, RecordIterator& iterator)
@@ -272,7 +214,7 @@ void FltToInventor::visitOLDLOD(FltRecordOLDLOD const* record, RecordIterator& i
 void FltToInventor::visitSwitch(FltRecordSwitch const* record, RecordIterator& iterator)
 {
     auto* const group = named<SoSeparator>(textOf(record->idASCII));
-    group->setName((std::string(group->getName().getString()) + "_(" + switchMark + ")").c_str());
+    group->setName(FltConvertedSwitch::markedName(group->getName().getString()).c_str());
     auto* info = new SoInfo;
     setFltSwitchPropertiesToSoInfo(info, record);
     group->addChild(info);
@@ -282,89 +224,40 @@ void FltToInventor::visitSwitch(FltRecordSwitch const* record, RecordIterator& i
 
 void FltToInventor::setFltSwitchPropertiesToSoInfo(SoInfo*& info, FltRecordSwitch const* record)
 {
-    info->setName(switchInfoName);
-    std::string text = "Current Mask:" + std::to_string(record->indexOfCurrentMask) +
-                       " NumberOfWordsPerMask:" + std::to_string(record->numberOf32BitWordsPerMask) +
-                       " numberOfMasks:" + std::to_string(record->numberOfMasks) + " Switch Masks:";
-    for (int word = 0; word < record->maskWordCount; ++word) {
-        auto const bits = static_cast<std::uint32_t>(record->masks[static_cast<std::size_t>(word)]);
-        for (int bit = 31; bit >= 0; --bit)
-            text += (bits >> bit & 1) != 0 ? "1 " : "0 ";
-        text += "  ";
-    }
-    info->string = text.c_str();
+    FltConvertedSwitch::fillInfo(*info, *record);
 }
 
 char const* FltToInventor::getInfoStringFromAConvertedFltSwitch(SoGroup* group) const
 {
-    for (int i = 0; i < group->getNumChildren(); ++i)
-        if (isSwitchInfo(group->getChild(i)))
-            return static_cast<SoInfo*>(group->getChild(i))->string.getValue().getString();
-    FltWarningMessageConsole::notifyMessage("ERROR ! SoInfo with switch properties not found", 3, true);
-    return noSwitchInfo;
+    SoInfo const* const info = FltConvertedSwitch::findInfo(group);
+    return info != nullptr ? info->string.getValue().getString() : "No_SoInfo_switch_found";
 }
 
 int FltToInventor::currentNumberOfSwitchChildren(SoGroup* group) const
 {
-    int count = 0;
-    for (int i = 0; i < group->getNumChildren(); ++i)
-        count += group->getChild(i)->isOfType(SoSwitch::getClassTypeId()) ? 1 : 0;
-    return count;
+    return FltConvertedSwitch::countChildren(group);
 }
 
 bool FltToInventor::isSoSwitchTraverseHisChildren(SoGroup* group) const
 {
-    // A conversion only ever adds children, and asks a switch of thousands once for each: parse its text once
-    // and count on from last time. At other times a group may have changed, or be another one.
+    // A conversion only ever adds children, and asks a switch of thousands once for each. At other times a
+    // group may have changed, or be another one.
     if (!state->visitsRecords)
-        state->switchStates.clear();
-    State::SwitchState& known = state->switchStates[group];
-    for (; known.childrenSeen < group->getNumChildren(); ++known.childrenSeen) {
-        SoNode* const child = group->getChild(known.childrenSeen);
-        if (child->isOfType(SoSwitch::getClassTypeId()))
-            ++known.switchChildren;
-        else if (known.info == nullptr && isSwitchInfo(child)) {
-            known.info = static_cast<SoInfo*>(child);
-            known.maskNumbers = maskNumbersOf(known.info->string.getValue().getString());
-        }
-    }
-    if (known.info == nullptr)
-        FltWarningMessageConsole::notifyMessage("ERROR ! SoInfo with switch properties not found", 3, true);
-    return isBitSet(known.maskNumbers, known.switchChildren);
+        state->switches.clear();
+    return state->switches[group].drawsNextChild(group);
 }
 
 void FltToInventor::visitComment(FltRecordComment const* record, SoGroup* group)
 {
-    std::string const text = record->textDescription.get();
-    std::unique_ptr<char[]> const copy(new char[text.size() + 2]());
-    std::memcpy(copy.get(), text.c_str(), text.size());
-    std::size_t const size = text.size() + 1;
-    std::size_t start = 0;
-    for (std::size_t i = 0; i < size; ++i) {
-        if (copy[i] == '\n' || copy[i] == '\r') {
-            copy[i] = '\0';
-            start = i + 1;
-            if (copy[start] == '\n') {
-                ++i;
-                start = i + 1;
-            }
-            if (copy[start] != '\0')
-                state->addCommentLine(&copy[start], group);
-        } else if (copy[i] == '\0' && copy[start] != '\0') {
-            state->addCommentLine(&copy[start], group);
-        }
-    }
-}
-
-void FltToInventor::State::addCommentLine(char const* text, SoGroup* group)
-{
-    // Every line holds the whole rest of its comment, so a long one multiplies.
-    if (shared.commentText.isExceeded())
-        return warnings.notify("WARNING ! The file's comments are too long: some are left out");
-    shared.commentText.spend(static_cast<std::int64_t>(std::strlen(text)));
-    auto* const info = new SoInfo;
-    info->string = text;
-    group->addChild(info);
+    forEachCommentLine(record->textDescription.get(), [this, group](char const* line) {
+        // Every line holds the whole rest of its comment, so a long one multiplies.
+        if (state->shared.commentText.isExceeded())
+            return state->warnings.notify("WARNING ! The file's comments are too long: some are left out");
+        state->shared.commentText.spend(static_cast<std::int64_t>(std::strlen(line)));
+        auto* const info = new SoInfo;
+        info->string = line;
+        group->addChild(info);
+    });
 }
 
 void FltToInventor::visitLongID(FltRecordLongID const* record, SoNode* node)

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "convert/FltAllowance.h"
+#include "convert/FltConvertedSwitch.h"
 #include "convert/FltFaceResources.h"
 #include "convert/FltInstanceAccount.h"
+#include "convert/FltLODCentres.h"
 #include "convert/FltOneTimeWarnings.h"
 #include "convert/FltPalettes.h"
 #include "convert/FltSilencedScene.h"
@@ -23,7 +25,6 @@
 #include <vector>
 
 class FltLogStream;
-class SoLOD;
 
 /// What one conversion holds.
 struct FltToInventor::State {
@@ -50,14 +51,6 @@ struct FltToInventor::State {
         int scope = 0;       ///< Its scene in the account of instances.
     };
 
-    /// The masks of a converted switch, parsed once, and how far its children have been counted.
-    struct SwitchState {
-        SoInfo* info = nullptr;
-        std::vector<std::int32_t> maskNumbers;
-        int childrenSeen = 0;
-        int switchChildren = 0;
-    };
-
     State() : shared(ownShared), instances(warnings) {}
 
     /// For the conversion of an external file.
@@ -80,16 +73,6 @@ struct FltToInventor::State {
 
     /// A node that hangs nowhere lives until the conversion ends.
     void keepUnattached(SoNode* node);
-
-    /// Leaves out what stands below a node that lies too deep: its level, up to the Pop that closes it. The
-    /// records after a node without a level are its siblings then.
-    void passOverLevel(RecordIterator& iterator);
-
-    void addCommentLine(char const* text, SoGroup* group);
-
-    /// @param order of the children's group
-    /// @param steps about as many as the action takes; nested levels of detail pay anew for what they share
-    void setCentreFromBox(SoLOD* lod, SoGroup* children, FltSilencedScene::Order order, std::int64_t steps);
 
     /// Hangs the scene of an external file below @p parent, or reports why not.
     void convertExternalFile(std::string const& path, std::string const& fullPath, SoGroup* parent);
@@ -120,8 +103,9 @@ struct FltToInventor::State {
     OpenLevel current;                ///< The group that the next Push opens.
     std::vector<SoNodeRef<SoNode>> unattachedNodes;
     FltSilencedScene scene;
-    std::unordered_map<SoGroup*, SwitchState> switchStates;
+    std::unordered_map<SoGroup*, FltConvertedSwitch> switches; ///< Those that were asked for a child.
     FltOneTimeWarnings warnings;
+    FltLODCentres lodCentres{scene, shared.lodCentreSteps, warnings};
     FltInstanceAccount instances;
     std::map<std::string, SoSeparator*> externalReferences;
     std::map<std::string, ExternalFile> externalFiles; ///< What is known of the files in externalReferences.
