@@ -1,59 +1,21 @@
 #include "convert/FltToInventor.h"
 
 #include "convert/FltToInventorState.h"
-#include "dump/FltLogBuffer.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "parser/FltCreationVisitor.h"
 #include "parser/FltFileInput.h"
 #include "parser/FltParser.h"
-#include "parser/Flt_15_7_CreationVisitor.h"
 #include "records/FltRecord.h"
 #include "statistics/FltStatisticsTool.h"
 
 #include <Inventor/SoDB.h>
 #include <Inventor/nodes/SoSeparator.h>
-#include <iostream>
-#include <sys/stat.h>
+#include <optional>
 
 namespace
 {
 
 constexpr int oldestRevision = 11;
-
-/// Deletes every record once. An object may stand in neighbouring entries.
-void deleteRecords(std::vector<FltRecord*> const& records)
-{
-    FltRecord const* before = nullptr;
-    for (FltRecord* record : records) {
-        if (record != before)
-            delete record;
-        before = record;
-    }
-    Flt_15_7_CreationVisitor::forgetPrevious();
-}
-
-/// Records that a failed conversion left alive: those of the last one stay, so that they are bounded, and
-/// reachable for a leak checker.
-class AbandonedRecords
-{
-public:
-    ~AbandonedRecords() { deleteRecords(records); }
-    void replace(std::vector<FltRecord*> const& newer)
-    {
-        deleteRecords(records);
-        records = newer;
-    }
-
-private:
-    std::vector<FltRecord*> records;
-};
-
-/// The log streams of finished conversions. std::cout may stand on the buffer of any until the process ends,
-/// so they are never deleted.
-std::vector<FltLogStream*>& retiredLogStreams()
-{
-    static auto* const streams = new std::vector<FltLogStream*>;
-    return *streams;
-}
 
 /// A null entry after the last record while the records are walked: the end of all walks.
 class NullEntryAtEnd
@@ -140,14 +102,6 @@ FltToInventor::~FltToInventor()
     disableFileLogging();
 }
 
-FltToInventor::State::~State()
-{
-    for (FltParser* parser : retiredParsers) {
-        parser->setInput(nullptr);
-        delete parser;
-    }
-}
-
 void FltToInventor::update(FltRecord const* /*record*/) {}
 
 void FltToInventor::setResult(SoSeparator* root)
@@ -162,8 +116,7 @@ SoSeparator* FltToInventor::getResult() const
 
 void FltToInventor::setFltParser(FltParser* parser)
 {
-    state->fltParser = parser;
-    state->recordsDestroyed = false;
+    state->parser.take(parser);
     if (parser != nullptr)
         parser->attachFltObserver(this);
 }
@@ -171,43 +124,37 @@ void FltToInventor::setFltParser(FltParser* parser)
 void FltToInventor::setFltInputToconvert(FltInput* input)
 {
     deleteCurrentFltParser();
-    state->fltParser = new FltParser(input);
-    state->ownsFltParser = true;
-    state->recordsDestroyed = false;
+    state->parser.make(input);
 }
 
 void FltToInventor::deleteCurrentFltParser()
 {
-    if (!state->ownsFltParser || state->fltParser == nullptr)
-        return;
-    static AbandonedRecords abandoned;
-    if (!state->recordsDestroyed && !state->fltParser->getFltRecords().empty())
-        abandoned.replace(state->fltParser->getFltRecords());
-    state->retiredParsers.push_back(state->fltParser);
-    state->fltParser = nullptr;
-    state->ownsFltParser = false;
+    state->parser.retire();
 }
 
 int FltToInventor::convert()
 {
     if (state->result == nullptr)
         state->result = new SoSeparator;
-    if (state->fltParser == nullptr) {
+    FltParser* const parser = state->parser.get();
+    if (parser == nullptr) {
         FltWarningMessageConsole::notifyMessage("ERROR ! The field fltParser is NULL", 3, true);
         return 1;
     }
-    FltInput* const input = state->fltParser->getInput();
+    FltInput* const input = parser->getInput();
     if (input == nullptr || !input->isInFlowCreated()) {
         FltWarningMessageConsole::notifyMessage("ERROR ! FltParser has no INPUT !", 3, true);
         return 1;
     }
-    struct stat status;
-    if (state->shared.chain.empty() && ::stat(input->getFileName(), &status) == 0)
-        state->shared.chain.emplace_back(status.st_dev, status.st_ino);
+    FltReferenceChain& chain = state->shared.chain;
+    std::optional<FltReferenceChain::Link> top;
+    if (chain.isEmpty())
+        if (auto const file = FltReferenceChain::identityOf(input->getFileName()))
+            top.emplace(chain, *file);
 
-    if (state->fltParser->run() == 1)
+    if (parser->run() == 1)
         return 1;
-    if (state->fltParser->getFltCreationVisitor()->revision < oldestRevision) {
+    if (parser->getFltCreationVisitor()->revision < oldestRevision) {
         FltWarningMessageConsole::notifyMessage("ERROR ! Openflight Format Revision not supported !", 3,
                                                 true);
         return 1;
@@ -224,7 +171,7 @@ bool FltToInventor::isAllFltRecordsVisited() const
 
 void FltToInventor::visitAllFltRecords()
 {
-    std::vector<FltRecord*>& records = state->fltParser->getFltRecords();
+    std::vector<FltRecord*>& records = state->parser.get()->getFltRecords();
     NullEntryAtEnd const end(records);
     FlagRaised const visiting(state->visitsRecords);
     state->switches.clear();
@@ -253,9 +200,7 @@ void FltToInventor::visitAllFltRecords()
 
 void FltToInventor::destroyAllFltRecords()
 {
-    if (!state->recordsDestroyed)
-        deleteRecords(state->fltParser->getFltRecords());
-    state->recordsDestroyed = true;
+    state->parser.destroyRecords();
 }
 
 std::string const& FltToInventor::getRelativePath() const
@@ -270,32 +215,24 @@ void FltToInventor::setRelativePath(std::string& path)
 
 void FltToInventor::enableFileLogging(char const* path)
 {
-    state->logStream = new FltLogStream;
-    retiredLogStreams().push_back(state->logStream);
-    if (!state->logStream->buffer.open(path))
-        state->logStream->setstate(std::ios_base::failbit);
-    std::cout.rdbuf(&state->logStream->buffer);
-    state->fileLoggingEnabled = true;
+    state->log.open(path);
 }
 
 void FltToInventor::disableFileLogging()
 {
-    if (!state->fileLoggingEnabled)
-        return;
-    if (!state->logStream->buffer.close())
-        state->logStream->setstate(std::ios_base::failbit);
-    state->fileLoggingEnabled = false;
+    state->log.close();
 }
 
 void FltToInventor::makeStats() const
 {
-    if (state->fltParser == nullptr || state->fltParser->getInput() == nullptr || state->recordsDestroyed)
+    FltParser* const parser = state->parser.get();
+    if (!state->parser.holdsRecords() || parser->getInput() == nullptr)
         return;
     FltStatisticsTool tool;
-    std::string const fileName = state->fltParser->getInput()->getFileName();
+    std::string const fileName = parser->getInput()->getFileName();
     tool.setFltFile(fileName.c_str());
     tool.setStatFile((fileName + ".stat").c_str());
     tool.makeEmptyFile();
-    tool.setVectorOfFltRecords(state->fltParser->getFltRecords());
+    tool.setVectorOfFltRecords(parser->getFltRecords());
     tool.makeStatistics();
 }

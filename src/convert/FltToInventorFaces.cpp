@@ -45,7 +45,7 @@ void FltToInventor::visitObjectFaceRecords(RecordIterator& iterator, float const
 {
     {
         FltObjectToSoSeparator object;
-        FltParser const* const parser = state->fltParser;
+        FltParser const* const parser = state->parser.get();
         if (parser != nullptr && parser->getFltCreationVisitor() != nullptr) {
             object.revision = parser->getFltCreationVisitor()->revision;
             object.rgbMode = parser->getFltCreationVisitor()->rgbMode;

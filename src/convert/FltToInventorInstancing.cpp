@@ -5,6 +5,7 @@
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
 #include "parser/FltParser.h"
+#include "records/FltOpcode.h"
 #include "records/FltRecordControl.h"
 #include "records/FltRecordExternalReference.h"
 #include "records/FltRecordReplicate.h"
@@ -12,16 +13,12 @@
 
 #include <Inventor/nodes/SoLabel.h>
 #include <Inventor/nodes/SoSeparator.h>
-#include <algorithm>
 #include <cstring>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace
 {
-
-constexpr int matrixOpcode = 49;
 
 /// Whether a file can be opened for reading. Unlike a stream this doesn't wait for the other end of a pipe.
 bool canOpen(char const* path)
@@ -31,6 +28,40 @@ bool canOpen(char const* path)
         ::close(descriptor);
     return descriptor >= 0;
 }
+
+/// A path of a file that stands beside the file which names it.
+std::string pathBelow(std::string const& directory, std::string const& path)
+{
+    bool const isFromHere = path[0] == '.' && path.size() > 1 && (path[1] == '\\' || path[1] == '/');
+    return directory + path.substr(isFromHere ? 2 : 0);
+}
+
+/// The prefix that takes the names in a file to the top-level file, from that of the file which names it.
+std::string relativePathBelow(std::string const& relativePath, std::string const& path)
+{
+    std::size_t const separator = path.find_last_of("/\\");
+    return relativePath + (separator != std::string::npos ? path.substr(0, separator) + "/" : "");
+}
+
+/// Gives back what references a node gets while this object lives. The header of a top-level file takes one
+/// for the caller; in an external file the graph holds the root.
+class ReferencesGivenBack
+{
+public:
+    explicit ReferencesGivenBack(SoNode* node) : node(node), before(node->getRefCount()) {}
+    ~ReferencesGivenBack()
+    {
+        while (node->getRefCount() > before)
+            node->unrefNoDelete();
+    }
+
+    ReferencesGivenBack(ReferencesGivenBack const&) = delete;
+    ReferencesGivenBack& operator=(ReferencesGivenBack const&) = delete;
+
+private:
+    SoNode* node;
+    int before;
+};
 
 } // namespace
 
@@ -74,7 +105,7 @@ void FltToInventor::visitReplicate(FltRecordReplicate const* record, SoNode* nod
     FltInstanceAccount::Place place = state->nodesStack.top().place;
     place.depth += 2;
     for (int counter = 0; counter < record->numberOfReplications; ++counter) {
-        if (++ancillary == ancillaries.end() || (*ancillary)->getOpcode() != matrixOpcode)
+        if (++ancillary == ancillaries.end() || (*ancillary)->getOpcode() != FltOpcode::matrix)
             return;
         // Matrices come in pairs: the first is tested, the second is applied.
         ++ancillary;
@@ -106,10 +137,11 @@ void FltToInventor::visitExternalReference(FltRecordExternalReference const* rec
         return;
     }
 
-    char const* const directory = state->fltParser->getInput()->getDirName();
-    bool const isFromHere = path[0] == '.' && path.size() > 1 && (path[1] == '\\' || path[1] == '/');
-    std::string const fullPath = (directory != nullptr ? directory : "") + path.substr(isFromHere ? 2 : 0);
-    if (directory == nullptr || !canOpen(fullPath.c_str())) {
+    FltParser const* const parser = state->parser.get();
+    FltInput const* const input = parser != nullptr ? parser->getInput() : nullptr;
+    char const* const directory = input != nullptr ? input->getDirName() : nullptr;
+    std::string const fullPath = directory != nullptr ? pathBelow(directory, path) : "";
+    if (!canOpen(fullPath.c_str())) {
         std::string const text = "ERROR! CAN'T RESOLVE EXTERNAL REFERENCE: " + path;
         FltWarningMessageConsole::notifyMessage(FltWarningMessageConsole::keepText(text), 3, true);
         return;
@@ -121,59 +153,43 @@ void FltToInventor::visitExternalReference(FltRecordExternalReference const* rec
 void FltToInventor::State::convertExternalFile(std::string const& path, std::string const& fullPath,
                                                SoGroup* parent)
 {
-    struct stat status;
-    auto const identity = ::stat(fullPath.c_str(), &status) == 0
-                              ? std::make_pair(status.st_dev, status.st_ino)
-                              : std::pair<dev_t, ino_t>();
-    auto& chain = shared.chain;
-    if (std::find(chain.begin(), chain.end(), identity) != chain.end())
+    FltReferenceChain& chain = shared.chain;
+    FltReferenceChain::Identity const identity =
+        FltReferenceChain::identityOf(fullPath.c_str()).value_or(FltReferenceChain::Identity());
+    if (chain.holds(identity))
         return warnings.notify(
             "WARNING ! An external reference leads back to a file that it comes from and is left empty: " +
             path);
 
     FltInstanceAccount::Place place = current.place;
     ++place.depth;
-    std::string key = fullPath;
-    std::replace(key.begin(), key.end(), '\\', '/');
-    auto const loaded = externalReferences.find(key);
-    if (loaded != externalReferences.end()) {
-        ExternalFile const& file = externalFiles[key];
-        FltFileInput::tellOpening(key.c_str(), file.isOpen);
-        if (instances.place(file.scope, place))
-            parent->addChild(loaded->second);
+    std::string const name = FltExternalFiles::nameOf(fullPath);
+    if (FltExternalFiles::File const* const known = externalFiles.find(name)) {
+        FltFileInput::tellOpening(name.c_str(), known->isOpen);
+        if (instances.place(known->scope, place))
+            parent->addChild(known->root);
         return;
     }
     int const depth = instances.getGraph().depthOf(place);
-    if (chain.size() > FltLimits::externalReferenceDepth || depth >= FltLimits::sceneDepth)
+    if (chain.isFull() || depth >= FltLimits::sceneDepth)
         return warnings.notify(
             "WARNING ! External references lead from file to file too often: one is left empty: " + path);
-    if (shared.opened >= FltLimits::externalReferences)
+    if (!chain.open())
         return warnings.notify("WARNING ! The file has more than " +
                                std::to_string(FltLimits::externalReferences) +
                                " external references: further ones are left empty");
-    ++shared.opened;
 
     FltFileInput input(fullPath.c_str());
     auto* const root = new SoSeparator;
     parent->addChild(root);
-    externalReferences[key] = root;
-
-    std::size_t const separator = path.find_last_of("/\\");
-    std::string nestedPath =
-        relativePath + (separator != std::string::npos ? path.substr(0, separator) + "/" : "");
-    int const referencesBefore = root->getRefCount();
-    chain.push_back(identity);
-    {
-        FltToInventor nested(std::make_unique<State>(shared, depth, hierarchyDepth + 1));
-        nested.setRelativePath(nestedPath);
-        nested.setFltInputToconvert(&input);
-        nested.setResult(root);
-        nested.convert();
-        int const scope = instances.addFinishedScope(place, nested.state->instances);
-        externalFiles[key] = {input.isInFlowCreated(), scope};
-    }
-    chain.pop_back();
-    // The header of a top-level file takes a reference for the caller. Here the graph holds the root.
-    while (root->getRefCount() > referencesBefore)
-        root->unrefNoDelete();
+    ReferencesGivenBack const references(root);
+    FltExternalFiles::File& file = externalFiles.add(name, root);
+    file.isOpen = input.isInFlowCreated();
+    FltReferenceChain::Link const link(chain, identity);
+    FltToInventor nested(std::make_unique<State>(shared, depth, hierarchyDepth + 1));
+    nested.state->relativePath = relativePathBelow(relativePath, path);
+    nested.setFltInputToconvert(&input);
+    nested.setResult(root);
+    nested.convert();
+    file.scope = instances.addFinishedScope(place, nested.state->instances);
 }

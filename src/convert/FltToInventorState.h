@@ -2,11 +2,15 @@
 
 #include "convert/FltAllowance.h"
 #include "convert/FltConvertedSwitch.h"
+#include "convert/FltExternalFiles.h"
 #include "convert/FltFaceResources.h"
+#include "convert/FltFileLog.h"
 #include "convert/FltInstanceAccount.h"
 #include "convert/FltLODCentres.h"
 #include "convert/FltOneTimeWarnings.h"
 #include "convert/FltPalettes.h"
+#include "convert/FltParserHolder.h"
+#include "convert/FltReferenceChain.h"
 #include "convert/FltSilencedScene.h"
 #include "convert/FltToInventor.h"
 #include "convert/FltVertexPalette.h"
@@ -14,17 +18,10 @@
 #include "toolkit/SoNodeRef.h"
 
 #include <Inventor/nodes/SoLabel.h>
-#include <cstddef>
-#include <cstdint>
-#include <map>
 #include <stack>
 #include <string>
-#include <sys/types.h>
 #include <unordered_map>
-#include <utility>
 #include <vector>
-
-class FltLogStream;
 
 /// What one conversion holds.
 struct FltToInventor::State {
@@ -37,18 +34,10 @@ struct FltToInventor::State {
 
     /// What the conversions of a file and of all that it refers to have in common.
     struct Shared {
-        std::vector<std::pair<dev_t, ino_t>>
-            chain;      ///< The files from the top one to the one being converted.
-        int opened = 0; ///< External files so far.
+        FltReferenceChain chain;
         FltAllowance commentText{FltLimits::commentText};
         FltAllowance oldVertexIndices{FltLimits::oldVertexIndices};
         FltAllowance lodCentreSteps{FltLimits::lodCentreSteps};
-    };
-
-    /// A file that was converted already.
-    struct ExternalFile {
-        bool isOpen = false; ///< Whether there was anything to read.
-        int scope = 0;       ///< Its scene in the account of instances.
     };
 
     State() : shared(ownShared), instances(warnings) {}
@@ -58,7 +47,6 @@ struct FltToInventor::State {
         : shared(shared), instances(warnings, depthAbove), hierarchyDepth(hierarchyDepth)
     {
     }
-    ~State();
 
     State(State const&) = delete;
     State& operator=(State const&) = delete;
@@ -80,12 +68,8 @@ struct FltToInventor::State {
     Shared ownShared;
     Shared& shared;
 
-    FltParser* fltParser = nullptr;
-    bool ownsFltParser = false;
-    bool recordsDestroyed = false;
-    std::vector<FltParser*> retiredParsers;
-    bool fileLoggingEnabled = false;
-    FltLogStream* logStream = nullptr;
+    FltFileLog log;
+    FltParserHolder parser;
 
     SoSeparator* result = nullptr;
     bool allFltRecordsVisited = false;
@@ -107,7 +91,6 @@ struct FltToInventor::State {
     FltOneTimeWarnings warnings;
     FltLODCentres lodCentres{scene, shared.lodCentreSteps, warnings};
     FltInstanceAccount instances;
-    std::map<std::string, SoSeparator*> externalReferences;
-    std::map<std::string, ExternalFile> externalFiles; ///< What is known of the files in externalReferences.
+    FltExternalFiles externalFiles;
     int hierarchyDepth = 0;
 };
