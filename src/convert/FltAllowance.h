@@ -2,14 +2,14 @@
 
 #include <cstdint>
 
-/// What may be spent of something before a file has had enough of it.
+/// How much of something the conversion of a file, and of all that it refers to, may use up.
 class FltAllowance
 {
 public:
     explicit FltAllowance(std::int64_t limit) : limit(limit) {}
 
-    /// Spends some more.
-    /// @return whether all that was spent keeps to the limit
+    /// Uses up some more.
+    /// @return whether all that was used up so far is within the limit
     bool spend(std::int64_t amount)
     {
         spent += amount;

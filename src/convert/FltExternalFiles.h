@@ -16,7 +16,16 @@ public:
         int scope = 0;               ///< Its scene in the account of instances.
     };
 
-    /// A path as files are known by it: with slashes for backslashes.
+    /// The path of a file that stands beside the one which refers to it: a "./" or ".\\" at its start is left
+    /// out.
+    /// @param directory of the referring file, with a slash at its end
+    static std::string pathOf(std::string const& directory, std::string const& reference);
+
+    /// What the names in a file have to begin with to be found from the top-level file.
+    /// @param relativePath the same for the referring file
+    static std::string relativePathOf(std::string const& relativePath, std::string const& reference);
+
+    /// The name by which a file is known here: its path, with slashes for backslashes.
     static std::string nameOf(std::string path);
 
     /// The file of a name, or null. It stays where it is while others are added.

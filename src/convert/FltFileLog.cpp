@@ -8,8 +8,8 @@
 namespace
 {
 
-/// The log streams of finished conversions. std::cout may stand on the buffer of any until the process ends,
-/// so they are never deleted.
+/// The log streams of finished conversions. std::cout may use the buffer of any until the process ends, so
+/// they are never deleted.
 std::vector<FltLogStream*>& retiredLogStreams()
 {
     static auto* const streams = new std::vector<FltLogStream*>;

@@ -21,5 +21,5 @@ public:
 
 private:
     bool fileLoggingEnabled = false;
-    FltLogStream* logStream = nullptr; ///< Never deleted: std::cout may stand on its buffer.
+    FltLogStream* logStream = nullptr; ///< Never deleted: std::cout may still use its buffer.
 };

@@ -9,7 +9,8 @@
 class FltOneTimeWarnings;
 
 /// The account of instances of one conversion: what stands in what, and the instance definitions that records
-/// refer to by number. A placement that the scene can't bear is refused with a warning, one for each reason.
+/// refer to by number. What would make the scene endless, too deep or too large is refused with a
+/// warning, one for each reason.
 class FltInstanceAccount
 {
 public:

@@ -23,25 +23,19 @@ namespace
 constexpr int colorUVPropertyId = FltVertexPalette::idOf(FltVertexPalette::colorUV);
 constexpr int colorNormalUVPropertyId = FltVertexPalette::idOf(FltVertexPalette::colorNormalUV);
 
-/// Offsets fill the width of the map's key by their sign.
-unsigned long keyOf(int offset)
-{
-    return static_cast<unsigned long>(static_cast<long>(offset));
-}
-
 void closePolygon(std::vector<int>& indices)
 {
     if (!indices.empty() && indices.back() != -1)
         indices.push_back(-1);
 }
 
-/// Many values go into a field one by one: it is silent meanwhile and tells of them once, at the end.
+/// Many values go into a field one by one: it notifies nobody meanwhile, and once at the end.
 void silence(SoField& field)
 {
     field.enableNotify(FALSE);
 }
 
-void tellOnce(SoField& field)
+void notifyOnce(SoField& field)
 {
     field.enableNotify(TRUE);
     field.touch();
@@ -139,7 +133,7 @@ void FltObjectToSoSeparator::finishNodes()
 {
     for (Batch const& batch : batches)
         if (batch.material != nullptr)
-            forEachField(*batch.material, tellOnce);
+            forEachField(*batch.material, notifyOnce);
     for (OldVertexSet const* set : {&oldVertexColorNormal, &oldVertexColor, &oldVertex})
         if (set->property != nullptr) {
             set->property->enableNotify(TRUE);
@@ -319,7 +313,7 @@ void FltObjectToSoSeparator::visitVertexList(FltRecordVertexList const* list, st
     std::size_t const begin = indices.size();
     vertexIds.clear();
     for (int const offset : list->vertexOffsets) {
-        VertexEntry const& entry = resources->vertices.entryAt(keyOf(offset));
+        VertexEntry const& entry = resources->vertices.entryAt(FltVertexPalette::offsetOf(offset));
         vertexIds.push_back(resources->vertices.getId(entry.property));
         indices.push_back(entry.index);
     }
@@ -367,7 +361,7 @@ void FltObjectToSoSeparator::visitMorphVertexList(FltRecordMorphVertexList const
     if (list == nullptr || list->vertexOffsets.empty())
         return;
     auto const entryOf = [this](std::pair<int, int> const& offsets) -> VertexEntry const& {
-        return resources->vertices.entryAt(keyOf(offsets.second));
+        return resources->vertices.entryAt(FltVertexPalette::offsetOf(offsets.second));
     };
     id = resources->vertices.getId(entryOf(list->vertexOffsets.front()).property);
     for (std::pair<int, int> const& offsets : list->vertexOffsets)

@@ -74,7 +74,7 @@ public:
     void setFltToInventor(FltToInventor* converter);
     /// @}
 
-    /// Does all the work. With an input missing it adds no node and tells the console.
+    /// Does all the work. With an input missing it adds no node, and reports that to the console.
     void buildFinalSoSeparator();
 
     /// @name Walk
@@ -84,8 +84,8 @@ public:
     void traverseObjectPrimaryRecords();
     void visitAllFaces();
 
-    /// Appends the records of the level at the iterator, its Push and Pop included. An opcode above 132 ends
-    /// it.
+    /// Appends the records of the level at the iterator, its Push and Pop included. An opcode above
+    /// FltOpcode::lastOfObject ends it.
     void getAllRecordsFromFltObject(RecordIterator& iterator, std::vector<FltRecord*>& records);
 
     /// Sorts one face into its batch, and leaves the iterator on the last of its records.
@@ -93,16 +93,16 @@ public:
     void visitFace(FltRecordFace const* face, RecordIterator& iterator, int subFaceLevel);
 
     /// Appends the vertices of the face at the iterator. Several lists below one face make one polygon.
-    /// @param id set to the property id of the vertices, 1 to 4, or 5 for unknown ones; left alone without
-    /// any
+    /// @param id set to the property id of the vertices, 1 to 4, or 5 for unknown ones; left alone if there
+    /// are none
     void visitAllVertexList(RecordIterator& iterator, std::vector<int>& indices, int& id);
 
     /// Appends the records of the face at the iterator, and leaves the iterator on the last of them.
     void getFirstFaceFromIterator(RecordIterator& iterator, std::vector<FltRecord*>& records);
 
     /// Appends the vertices of a list. Where forms with and without normal are mixed and all have texture
-    /// coordinates, those without get the average normal of the others; any other mixture is told to the
-    /// console and left out.
+    /// coordinates, those without get the average normal of the others; any other mixture is reported to
+    /// the console and left out.
     void visitVertexList(FltRecordVertexList const* list, std::vector<int>& indices, int& id);
 
     /// Appends the second member of each entry. The first entry alone decides on the id.
@@ -164,7 +164,7 @@ public:
                                                                    std::vector<int> const& textures,
                                                                    SoVertexProperty*& property);
 
-    /// Copies one face with the -1 that closes it, which has to be there, and moves the iterator behind it.
+    /// Copies one face with the -1 that closes it, which has to be there, and moves the iterator past it.
     void copyOneFaceVertexIndices(std::vector<int>& faceIndices, std::vector<int>::const_iterator& iterator);
 
     /// The first texture that isn't -1; -1 if there is none.
@@ -217,7 +217,7 @@ private:
     OldVertexSet oldVertexColor;
     OldVertexSet oldVertex;
 
-    /// @name Room that every face uses anew
+    /// @name Buffers that every face reuses
     /// @{
     std::vector<FltRecord*> faceRecords;
     std::vector<int> faceIndices;

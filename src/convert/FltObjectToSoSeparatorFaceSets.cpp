@@ -28,7 +28,7 @@ struct SoIndexedFaceSetToFinalize {
 };
 
 /// A face set without material indices. The material binding of the object wants one for each face, and the
-/// toolkit would look for them behind a null pointer: these faces all take the first material.
+/// toolkit would read them from a null pointer: these faces all take the first material.
 class OldVertexFaceSet final : public SoIndexedFaceSet
 {
 public:
@@ -207,8 +207,7 @@ void FltObjectToSoSeparator::addFaceSetFromVertexListNoGlobalSoVertexProperty(Fl
     property->vertex.setNum(count);
     SbVec3f* slot = property->vertex.startEditing();
     for (int const offset : list->vertexOffsets) {
-        auto const key = static_cast<unsigned long>(static_cast<long>(offset));
-        VertexEntry const& entry = resources->vertices.entryAt(key);
+        VertexEntry const& entry = resources->vertices.entryAt(FltVertexPalette::offsetOf(offset));
         bool const known = entry.property != nullptr && entry.index < entry.property->vertex.getNum();
         *slot++ = known ? entry.property->vertex[entry.index] : SbVec3f(0, 0, 0);
     }

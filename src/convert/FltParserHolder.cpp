@@ -80,7 +80,7 @@ void FltParserHolder::destroyRecords()
     recordsDestroyed = true;
 }
 
-/// Takes the records over from a parser of its own; a caller's parser keeps them.
+/// Takes the records over from a parser that was made here; a caller's parser keeps them.
 void FltParserHolder::abandonRecords()
 {
     static AbandonedRecords abandoned;

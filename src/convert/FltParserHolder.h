@@ -6,11 +6,11 @@
 class FltInput;
 class FltParser;
 
-/// The parser of a conversion: one that the caller made, or one of its own. Those of its own live until this
-/// object goes, so that whoever knows them may look at them.
+/// The parser of a conversion: one that the caller made, or one that this object made itself. The latter live
+/// until this object is destroyed, also after another one took their place.
 ///
-/// A conversion that fails leaves its records alive. Of the parsers of its own the last such records stay in
-/// memory until the process ends or others follow them.
+/// A conversion that fails leaves its records alive. Those of the last such parser that was made here stay in
+/// memory until others replace them or the process ends.
 class FltParserHolder
 {
 public:
@@ -20,13 +20,13 @@ public:
     FltParserHolder(FltParserHolder const&) = delete;
     FltParserHolder& operator=(FltParserHolder const&) = delete;
 
-    /// Takes a parser that stays the caller's. Null is fine.
+    /// Takes a parser that stays the caller's. May be null.
     void take(FltParser* parser);
 
-    /// Makes a parser of its own for an input that stays the caller's.
+    /// Makes a parser for an input that stays the caller's.
     void make(FltInput* input);
 
-    /// Lets go of a parser of its own.
+    /// Lets go of a parser that was made here; a caller's stays in use.
     void retire();
 
     /// The parser in use, or null.

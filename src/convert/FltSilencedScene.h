@@ -24,10 +24,10 @@ public:
     /// Notes that a box was taken of a subtree: of the node at @p first, and of all that came after it.
     void noteBox(Order first);
 
-    /// Has the toolkit forget the box of the subtree that holds the node at @p order, if one was taken.
+    /// Makes the toolkit forget the box of the subtree that holds the node at @p order, if one was taken.
     void forgetBox(Order order);
 
-    /// Has every node forget what it remembers of its children, and notify again.
+    /// Makes every node forget what it remembers of its children, and notify again.
     void end();
 
 private:

@@ -48,8 +48,8 @@ SbVec3f centreOf(FltRecordLOD const& record)
             static_cast<float>(record.ZcenterCoordinate)};
 }
 
-/// Calls an action with the lines of a comment: with the rest of the text from the start of each line but the
-/// first, and with the last line once more at its end. A text of one line comes as that.
+/// Calls an action for each line of a comment but the first, with the text from there to the end, and once
+/// more for the last line. For a comment of one line it is called with that line.
 template <class Action>
 void forEachCommentLine(std::string text, Action action)
 {

@@ -29,20 +29,6 @@ bool canOpen(char const* path)
     return descriptor >= 0;
 }
 
-/// A path of a file that stands beside the file which names it.
-std::string pathBelow(std::string const& directory, std::string const& path)
-{
-    bool const isFromHere = path[0] == '.' && path.size() > 1 && (path[1] == '\\' || path[1] == '/');
-    return directory + path.substr(isFromHere ? 2 : 0);
-}
-
-/// The prefix that takes the names in a file to the top-level file, from that of the file which names it.
-std::string relativePathBelow(std::string const& relativePath, std::string const& path)
-{
-    std::size_t const separator = path.find_last_of("/\\");
-    return relativePath + (separator != std::string::npos ? path.substr(0, separator) + "/" : "");
-}
-
 /// Gives back what references a node gets while this object lives. The header of a top-level file takes one
 /// for the caller; in an external file the graph holds the root.
 class ReferencesGivenBack
@@ -140,7 +126,7 @@ void FltToInventor::visitExternalReference(FltRecordExternalReference const* rec
     FltParser const* const parser = state->parser.get();
     FltInput const* const input = parser != nullptr ? parser->getInput() : nullptr;
     char const* const directory = input != nullptr ? input->getDirName() : nullptr;
-    std::string const fullPath = directory != nullptr ? pathBelow(directory, path) : "";
+    std::string const fullPath = directory != nullptr ? FltExternalFiles::pathOf(directory, path) : "";
     if (!canOpen(fullPath.c_str())) {
         std::string const text = "ERROR! CAN'T RESOLVE EXTERNAL REFERENCE: " + path;
         FltWarningMessageConsole::notifyMessage(FltWarningMessageConsole::keepText(text), 3, true);
@@ -187,7 +173,7 @@ void FltToInventor::State::convertExternalFile(std::string const& path, std::str
     file.isOpen = input.isInFlowCreated();
     FltReferenceChain::Link const link(chain, identity);
     FltToInventor nested(std::make_unique<State>(shared, depth, hierarchyDepth + 1));
-    nested.state->relativePath = relativePathBelow(relativePath, path);
+    nested.state->relativePath = FltExternalFiles::relativePathOf(relativePath, path);
     nested.setFltInputToconvert(&input);
     nested.setResult(root);
     nested.convert();

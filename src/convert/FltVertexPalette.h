@@ -43,7 +43,7 @@ public:
         int orderedRGBANum = 0;
     };
 
-    /// All there is to a form.
+    /// Everything about a form.
     struct Form {
         int id; ///< Of its property.
         bool hasNormal;
@@ -80,6 +80,12 @@ public:
     /// @return its index
     int addCopy(int sourceId, int sourceIndex, SbVec3f const& normal);
 
+    /// An offset as a vertex list holds it, filled up to the width of offsets by its sign.
+    static unsigned long offsetOf(int offset)
+    {
+        return static_cast<unsigned long>(static_cast<long>(offset));
+    }
+
     /// The vertex at a byte offset. An unknown offset enters the map with a default entry.
     VertexEntry& entryAt(unsigned long offset);
 
@@ -104,11 +110,11 @@ public:
     bool isCut() const { return vertexPropertiesFinalized; }
 
     /// Cuts the properties to the vertices that they hold, drops all colours, and hangs the properties that
-    /// hold any below @p root, where no traversal meets them. Null for no root is fine.
+    /// hold any below @p root, where no traversal meets them. The root may be null.
     void cut(SoGroup* root);
 
-    /// The end of a conversion: no value stays undefined, what faces name is there to be read, and the
-    /// properties notify the scene of what was written.
+    /// Ends a conversion: no value stays undefined, all that faces name can be read, and the properties
+    /// notify the scene of what was written.
     void close();
 
     /// Prints the map from offsets to vertices to std::cout, at most @p limit lines if that is above 0.

@@ -8,6 +8,26 @@
 namespace
 {
 
+TEST(FltExternalFilesTest, AReferenceLeadsOnFromTheDirectoryOfItsFile)
+{
+    EXPECT_EQ(FltExternalFiles::pathOf("/data/", "a/b.flt"), "/data/a/b.flt");
+    EXPECT_EQ(FltExternalFiles::pathOf("/data/", "./b.flt"), "/data/b.flt");
+    EXPECT_EQ(FltExternalFiles::pathOf("/data/", ".\\b.flt"), "/data/b.flt");
+    EXPECT_EQ(FltExternalFiles::pathOf("/data/", "../b.flt"), "/data/../b.flt");
+    EXPECT_EQ(FltExternalFiles::pathOf("/data/", "/b.flt"), "/data//b.flt");
+    EXPECT_EQ(FltExternalFiles::pathOf("/data/", "."), "/data/.");
+    EXPECT_EQ(FltExternalFiles::pathOf("/data/", ""), "/data/");
+}
+
+TEST(FltExternalFilesTest, NamesInAFileAreFoundByTheDirectoriesOfAllReferencesToIt)
+{
+    EXPECT_EQ(FltExternalFiles::relativePathOf("", "b.flt"), "");
+    EXPECT_EQ(FltExternalFiles::relativePathOf("", "a/b.flt"), "a/");
+    EXPECT_EQ(FltExternalFiles::relativePathOf("a/", "c.flt"), "a/");
+    EXPECT_EQ(FltExternalFiles::relativePathOf("a/", "d\\e/f.flt"), "a/d\\e/");
+    EXPECT_EQ(FltExternalFiles::relativePathOf("", "./b.flt"), "./");
+}
+
 TEST(FltExternalFilesTest, AFileIsKnownByItsPathWithSlashes)
 {
     EXPECT_EQ(FltExternalFiles::nameOf("a\\b/c\\d.flt"), "a/b/c/d.flt");
