@@ -16,13 +16,13 @@ endif()
 
 # What a host includes. Include paths are those of the sources: "plugin/Plugin.h".
 set(public_headers
-    convert/FltInstanceGraph.h convert/FltToInventor.h convert/FltToObject.h convert/VertexEntry.h
+    convert/FltRecordDeclarations.h convert/FltToInventor.h convert/FltToObject.h
     parser/FltCreationVisitor.h parser/FltFileInput.h parser/FltInput.h parser/FltObserver.h parser/FltParser.h
     messages/FltWarningMessage.h messages/FltWarningMessageConsole.h
     plugin/Plugin.h plugin/SoInputFltReader.h
     records/FltRecord.h records/FltVersion.h
     statistics/FltStatisticsTool.h
-    toolkit/SbFileHelper.h toolkit/SoInputQueries.h toolkit/SoInputReader.h toolkit/SoRefCounter.h
+    toolkit/SbFileHelper.h toolkit/SideFile.h toolkit/SoInputQueries.h toolkit/SoInputReader.h toolkit/SoRefCounter.h
     toolkit/VelloReaderExport.h)
 foreach(header IN LISTS public_headers)
   get_filename_component(folder ${header} DIRECTORY)

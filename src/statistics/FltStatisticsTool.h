@@ -1,5 +1,6 @@
 #pragma once
 
+#include "toolkit/SideFile.h"
 #include "toolkit/VelloReaderExport.h"
 
 #include <cstdio>
@@ -11,7 +12,8 @@ class FltRecord;
 /// Counts records by opcode and writes the counts into a text file.
 ///
 /// The counts go by FltRecord::getOpcode(), so a record counts as what its class reports, and an object in
-/// two entries counts twice. A file that can't be opened is ignored without a message.
+/// two entries counts twice. A file that can't be opened is ignored without a message; one that is a link, has a
+/// second name, or isn't a plain file is left alone, and the console gets a message.
 class VELLOREADER_API FltStatisticsTool
 {
 public:
@@ -21,13 +23,13 @@ public:
     FltStatisticsTool(FltStatisticsTool const&) = delete;
     FltStatisticsTool& operator=(FltStatisticsTool const&) = delete;
 
-    /// Sets the name of the database, for the header of the file. The text is copied.
+    /// Sets the name of the database, which the header of the file tells. The text is copied.
     void setFltFile(char const* name);
 
     /// Sets the name of the file to write. The text is copied.
     void setStatFile(char const* name);
 
-    /// Sets the records to count. They still belong to the caller.
+    /// Sets the records to count, which stay the caller's.
     void setVectorOfFltRecords(std::vector<FltRecord*>& records);
 
     /// Creates the file, or empties it.
@@ -44,9 +46,12 @@ public:
     void makeStatistics();
 
 private:
+    FILE* open(SideFile::Content content);
+
     std::vector<FltRecord*>* vectorOfFltRecords = nullptr;
     std::map<int, int> opcodeCounts;
     char* fltFile = nullptr;
     char* statFile = nullptr;
     FILE* outputFile = nullptr;
+    bool refusalIsReported = false;
 };
