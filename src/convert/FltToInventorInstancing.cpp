@@ -151,7 +151,7 @@ void FltToInventor::State::convertExternalFile(std::string const& path, std::str
     ++place.depth;
     std::string const name = FltExternalFiles::nameOf(fullPath);
     if (FltExternalFiles::File const* const known = externalFiles.find(name)) {
-        FltFileInput::tellOpening(name.c_str(), known->isOpen);
+        FltFileInput::reportOpening(name.c_str(), known->isOpen);
         if (instances.place(known->scope, place))
             parent->addChild(known->root);
         return;

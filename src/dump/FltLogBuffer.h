@@ -8,8 +8,8 @@
 
 /// The buffer of a log file. Lines of a dump end with a flush, as a host that passes its own stream expects;
 /// this buffer takes such flushes lightly and writes large blocks: when one is full, when write() is called,
-/// and when the log closes. Output that can't be written, or that comes when no file is open, is lost in silence:
-/// the stream on this buffer never fails.
+/// and when the log closes. Output that can't be written, or that comes when no file is open, is lost without
+/// an error: the stream on this buffer never fails.
 class FltLogBuffer : public FltDumpBuffer
 {
 public:

@@ -34,12 +34,13 @@ constexpr std::int64_t lodCentreSteps = 500'000'000;
 /// Bytes of text that the comments of one file may become.
 constexpr std::size_t commentText = std::size_t(64) << 20;
 
-/// Bytes that the records of a file which are shorter than their layouts may cost, for each byte of the file, and
-/// what every file may have in any case. A record costs what it reads after its own end, or the size of its object.
+/// Bytes that those records of a file may cost which are shorter than their layouts: for each byte of the
+/// file, and for every file in any case. A record costs what it reads after its own end, or the size of its
+/// object, whichever is more.
 constexpr std::size_t shortRecordBytesPerFileByte = 2;
 constexpr std::size_t shortRecordBytes = std::size_t(1) << 20;
 
-/// Messages of one kind that are reported one by one; of further ones the number is.
+/// Messages of one kind that are reported one by one. Of further ones only the number is reported.
 constexpr int messagesOfAKind = 100;
 
 /// Messages of guards that the console keeps for the life of the process.

@@ -20,8 +20,8 @@ int followersOf(unsigned char first)
     return first >= 0xf0 && first < 0xf5 ? 3 : -1;
 }
 
-/// Whether a byte may be the second of a character. Some that follow any other first byte would make an overlong form,
-/// half of a surrogate pair, or what lies beyond the last character.
+/// Whether a byte may be the second of a character. After some first bytes, a part of the following bytes
+/// would make an overlong form, half of a surrogate pair, or a number above the last character.
 bool isSecond(unsigned char first, unsigned char second)
 {
     unsigned const lowest = first == 0xe0 ? 0xa0 : first == 0xf0 ? 0x90 : 0x80;

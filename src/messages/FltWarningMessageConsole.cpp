@@ -16,18 +16,18 @@ namespace
 
 using Console = FltWarningMessageConsole;
 
-/// Where the parser stands.
+/// Where the parser is in the file.
 Console::Place place;
 
-/// How often a kind of message came since somebody counts.
+/// How many messages of each kind there were, while a Count lives.
 std::map<std::string, int> kinds;
 bool isCounting = false;
 
 int keptGuardMessages = 0;
 Console::Listener* listener = nullptr;
 
-/// Whether std::cerr goes to a terminal as it did when the process began. Where a host has put a buffer of its own
-/// there, texts are the host's to clean.
+/// Whether std::cerr still has its own buffer, and that writes to a terminal. A host that sets a buffer of
+/// its own cleans the texts itself.
 bool goesToTerminal()
 {
     auto const* const own = dynamic_cast<__gnu_cxx::stdio_sync_filebuf<char>*>(std::cerr.rdbuf());
@@ -56,7 +56,8 @@ void report(std::string const& text, Console::Place const* where)
     print(text.c_str(), level);
 }
 
-/// Counts a message of a kind if somebody counts. @return whether it is to be reported
+/// Counts a message of a kind, while a Count lives.
+/// @return whether to report it
 bool isToBeReported(std::string const& kind)
 {
     return !isCounting || ++kinds[kind] <= FltLimits::messagesOfAKind;
@@ -70,7 +71,7 @@ int FltWarningMessageConsole::currentWarningLevel = 0;
 
 FltWarningMessageConsole::~FltWarningMessageConsole()
 {
-    // The instance may be the very object that goes: it must not be met twice.
+    // The instance may be this object itself, which must not be deleted twice.
     FltWarningMessageConsole* const other = instance;
     instance = nullptr;
     if (other != nullptr && other != this)

@@ -37,12 +37,13 @@ public:
     static char const* keepText(std::string const& text);
 
     /// @name Guards
-    /// What the library's own guards have to say. A file may give cause for millions of such messages: of each
-    /// kind the first are reported one by one (FltLimits::messagesOfAKind), and the others as a number at the
-    /// end. What is kept of them in the process is bounded (FltLimits::keptMessages).
+    /// Messages of the library's own guards. A file may cause millions of them: of each kind the first are
+    /// reported one by one (FltLimits::messagesOfAKind), and the others as a number at the end. The process
+    /// keeps a bounded number of them (FltLimits::keptMessages).
     /// @{
 
-    /// Counts the messages of a conversion or a parse, by kind, while it lives. Within another one it does nothing.
+    /// Counts the messages of a conversion or a parse by kind, while this object lives. One that is made
+    /// while another lives does nothing.
     class VELLOREADER_API Count
     {
     public:
@@ -51,7 +52,7 @@ public:
         Count(Count const&) = delete;
         Count& operator=(Count const&) = delete;
 
-        /// Reports how many of each kind there were more. To be called at the end, if the conversion has one.
+        /// Reports how many more messages there were of each kind. Call it when the conversion has ended.
         void finish();
 
     private:
@@ -80,7 +81,7 @@ public:
         int opcode = 0;
     };
 
-    /// Takes messages over from the console.
+    /// Gets messages instead of the console.
     class Listener
     {
     public:
@@ -89,12 +90,13 @@ public:
         /// @param place where damage is; null for a message that belongs to no place
         virtual void take(char const* text, int level, Place const* place) = 0;
 
-        /// A kind of message came so many times more than it was reported.
+        /// There were @p more messages of a kind than those that were reported one by one.
         virtual void takeCount(std::string const& kind, int more) = 0;
     };
 
-    /// Has all messages go to a listener from now on: nothing is printed or kept then. Null gives them back to
-    /// the console. @return the listener before
+    /// Sends all messages to a listener from now on: nothing is printed or kept then. Null sends them to the
+    /// console again. The listener isn't owned.
+    /// @return the earlier listener, or null
     static Listener* setListener(Listener* listener);
 
     static std::vector<FltWarningMessage> setOfMessages; ///< All messages of the process.

@@ -22,8 +22,10 @@ std::unique_ptr<char[]> copyOf(std::string_view text)
     return copy;
 }
 
-/// Reads until the room is full, the file ends or reading fails. A read that a signal breaks off is tried again.
-/// @param reason set to the error, or left alone @return bytes that were read
+/// Reads until the room is full, the file ends or reading fails. A read that a signal interrupts is tried
+/// again.
+/// @param reason set to the error number if reading fails, and to 0 if the file ends early
+/// @return bytes that were read
 std::size_t readWhole(int file, char* to, std::size_t room, int& reason)
 {
     std::size_t there = 0;
@@ -57,14 +59,14 @@ FltFileInput::FltFileInput(char const* name) : fileName(copyOf(name != nullptr ?
         dirName = copyOf({begin, static_cast<std::size_t>(slash + 1 - begin)});
     file.reset(SbFileHelper::open(begin, "rb"));
     flowCreated = file != nullptr;
-    tellOpening(begin, flowCreated);
+    reportOpening(begin, flowCreated);
     if (!flowCreated)
         return;
     calculFileSize();
     fileToBuffer();
 }
 
-void FltFileInput::tellOpening(char const* fileName, bool isOpen)
+void FltFileInput::reportOpening(char const* fileName, bool isOpen)
 {
     if (isOpen)
         std::cout << std::endl << "Success in opening file: " << fileName << std::endl;

@@ -29,13 +29,13 @@ public:
 
     /// Reports whether a file could be opened: success on std::cout, failure on std::cerr. The constructor
     /// does this, and so does code that uses a file in memory for the second time.
-    static void tellOpening(char const* fileName, bool isOpen);
+    static void reportOpening(char const* fileName, bool isOpen);
 
     /// Takes the size of the open file and goes back to its start.
     void calculFileSize();
 
-    /// Reads the open file into the buffer. Where it can't be read to its end the size is set to what was read, and the
-    /// console is told.
+    /// Reads the open file into the buffer. If it can't be read to its end, the size is set to what was read,
+    /// and that is reported to the console.
     void fileToBuffer();
 
     /// Writes every byte to std::cout as a decimal number followed by a blank.

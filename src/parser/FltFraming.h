@@ -3,10 +3,10 @@
 #include <cstddef>
 #include <string>
 
-/// Goes over the bytes of a database record by record.
+/// Goes through the bytes of a database record by record.
 ///
-/// A record begins with a 16-bit opcode and a 16-bit length, both big-endian; the length counts the whole record, and
-/// leads to the next one.
+/// A record begins with a 16-bit opcode and a 16-bit length, both big-endian; the length counts the whole
+/// record, and so leads to the next one.
 class FltFraming
 {
 public:
@@ -14,14 +14,15 @@ public:
     enum class Fault {
         none,
         cutHead,    ///< Fewer than four bytes are left.
-        zeroLength, ///< A record doesn't lead on.
+        zeroLength, ///< A record's length doesn't lead to a next one.
         pastEnd     ///< A record ends after the bytes do.
     };
 
-    /// @param begin the first byte, which stays the caller's
+    /// @param begin the first byte. The bytes belong to the caller.
     FltFraming(char const* begin, std::size_t size) : begin(begin), size(size) {}
 
-    /// Goes on to the next record. @return whether there is one
+    /// Goes on to the next record.
+    /// @return whether there is one
     bool next();
 
     /// @name The record
@@ -32,7 +33,7 @@ public:
     unsigned int getLength() const { return length; }
     /// @}
 
-    /// Why next() found no further record; getOffset() tells where.
+    /// Why next() found no further record; getOffset() is where.
     Fault getFault() const { return fault; }
 
     /// The fault in words, and what it costs.

@@ -22,8 +22,8 @@ namespace
 /// Bytes of opcode and length.
 constexpr unsigned int headSize = 4;
 
-/// What the records of a file that are shorter than their layouts may cost. Each reads on into what follows it, and
-/// makes an object, and a dump, as large as those of a whole one.
+/// Bounds what the records of a file may cost that are shorter than their layouts. Each reads on into the
+/// bytes after it, and makes an object, and a dump, as large as those of a whole one.
 class ShortRecords
 {
 public:
@@ -32,7 +32,7 @@ public:
     {
     }
 
-    /// Whether one more record may be read; it counts if so.
+    /// Whether one more record may be read; if so, its cost is counted.
     bool mayRead(int opcode, unsigned int length, std::size_t reach)
     {
         if (reach <= length)

@@ -24,8 +24,8 @@
 /// characters are copied as they stand, an array is its values one after the other.
 ///
 /// Four visitors go over it: FltFieldDecoder reads the fields, FltFieldDump writes them, FltFieldReach counts
-/// the bytes that a decoder may read, and FltFieldJson lists names and values. Where a layout needs code of its
-/// own for one of them, it asks for it by `if constexpr (Visitor::decodes)`, `Visitor::dumps` or
+/// the bytes that a decoder may read, and FltFieldJson lists names and values. Where a layout needs code of
+/// its own for one of them, it asks for it by `if constexpr (Visitor::decodes)`, `Visitor::dumps` or
 /// `Visitor::lists`. Besides fields, a layout may say:
 ///
 /// | Call                              | What it does                                                          |
@@ -50,7 +50,8 @@
 namespace FltFields
 {
 
-/// Decodes a record. All of its layout is drawn into one function, so that the place in the data stays in a register.
+/// Decodes a record. All of its layout becomes one function, so that the place in the data stays in a
+/// register.
 /// @param data the record's first byte
 template <class Record>
 [[gnu::flatten]] void decode(Record& record, char* data)
@@ -69,8 +70,9 @@ std::ostream& dump(Record const& record, std::ostream& os)
     return os;
 }
 
-/// How many bytes from its first one on the decoder of a class reads in a file of a revision, whatever a record's
-/// length says. A class that doesn't take the revision from the file reads as far as any revision does.
+/// How many bytes the decoder of a class reads in a file of a revision, counted from the record's first byte,
+/// whatever the record's length says. A class that doesn't take the revision from the file reads as far as
+/// any revision does.
 template <class Record>
 std::size_t reachOf([[maybe_unused]] int revision)
 {

@@ -23,8 +23,8 @@ class FltRecord;
 /// | several blocks of fields | an array of objects                                                         |
 /// | reserved bytes, raw data | text of two hexadecimal digits a byte                                       |
 ///
-/// Text whose bytes aren't UTF-8 is taken as Latin-1. A field that the file's revision doesn't have is absent.
-/// A record whose opcode has no class gives the bytes that were kept of it as `rawData`.
+/// Text whose bytes aren't UTF-8 is taken as Latin-1. A field that the file's revision doesn't have is
+/// absent. A record whose opcode has no class gives the bytes that were kept of it as `rawData`.
 class VELLOREADER_API FltRecordJson
 {
 public:

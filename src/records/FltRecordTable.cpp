@@ -155,8 +155,8 @@ constexpr std::array<std::int8_t, FltOpcode::last + 1> makeRowIndex()
 }
 constexpr auto rowIndex = makeRowIndex();
 
-/// The reaches of all rows at one revision. They are worked out anew when a file is of another revision than the one
-/// before.
+/// The reaches of all rows at one revision. They are worked out anew for a file of another revision than that
+/// of the file before.
 class Reaches
 {
 public:

@@ -9,7 +9,7 @@
 namespace
 {
 
-/// Whether a file is a plain one that goes by one name alone, and isn't the database.
+/// Whether a file is a plain one with a single name, and isn't the database.
 bool isOwn(int file, char const* database)
 {
     struct stat status;
@@ -20,7 +20,7 @@ bool isOwn(int file, char const* database)
            input.st_ino != status.st_ino;
 }
 
-/// Whether opening failed for what stands there: a link, a pipe that nobody reads, a socket.
+/// Whether opening failed because of what the name leads to: a link, a pipe that nobody reads, a socket.
 bool isOfAnotherKind(int reason)
 {
     return reason == ELOOP || reason == ENXIO;
@@ -30,8 +30,8 @@ bool isOfAnotherKind(int reason)
 
 SideFile::SideFile(char const* path, char const* database, Content content) : outcome(Outcome::failed)
 {
-    // What stands there is looked at before it is emptied, and through the open file, so that it can't be changed
-    // in between.
+    // The file is examined before it is emptied, and through its descriptor, so that it can't be exchanged in
+    // between.
     int const file = ::open(path, O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666);
     if (file < 0) {
         if (isOfAnotherKind(errno))

@@ -2,22 +2,23 @@
 
 #include "toolkit/VelloReaderExport.h"
 
-/// A file that the library writes beside a database, as its log and its statistics. Its name follows from the
-/// database's, so anything may stand there already: opening it must neither harm another file nor wait.
+/// A file that the library writes next to a database: its log or its statistics. Its name is made from the
+/// database's, so there may be anything of that name already: opening it must neither harm another file nor
+/// wait.
 class VELLOREADER_API SideFile
 {
 public:
     enum class Outcome {
         opened,
         failed,  ///< It can't be opened for writing: a directory, no permission, no folder to make it in.
-        refused, ///< Something stands there that isn't a plain file of its own.
+        refused, ///< There is something else than a plain file with this name alone.
     };
 
-    /// What an existing file is to become.
+    /// What happens to an existing file.
     enum class Content { emptied, appendedTo };
 
-    /// Opens a regular file with no other name, or makes a new one. Links aren't followed; a pipe, a device, a
-    /// file with a second name and the database itself are refused.
+    /// Opens a regular file with no other name, or makes a new one. Links aren't followed; a pipe, a device,
+    /// a file with a second name and the database itself are refused.
     /// @param database the name of the database; null if there is none
     SideFile(char const* path, char const* database, Content content);
 
@@ -29,7 +30,8 @@ public:
 
     Outcome getOutcome() const { return outcome; }
 
-    /// Hands the open file over. @return its descriptor, or -1
+    /// Gives the open file to the caller.
+    /// @return its descriptor, or -1
     int release();
 
 private:

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-/// Holds a reference to a node of the toolkit, or to none, and gives it back when it goes.
+/// Holds a reference to a node of the toolkit, or none, and gives it back in its destructor.
 template <class Node>
 class SoNodeRef
 {
@@ -21,7 +21,7 @@ public:
             node->unref();
     }
 
-    /// The new node is held before the old one is let go, so they may be the same.
+    /// The new node gets its reference before the old one loses it, so they may be the same.
     SoNodeRef& operator=(SoNodeRef other) noexcept
     {
         std::swap(node, other.node);
