@@ -120,27 +120,15 @@ TEST(FltLogBufferTest, LineOfADumpOntoAFailedStreamIsLostThoughTheLogIsOpen)
 
 TEST(FltLogBufferTest, LineOfADumpFlushesTheTiedStreamFirst)
 {
-    class Tied : public std::stringbuf
-    {
-    public:
-        int flushes = 0;
-
-    protected:
-        int sync() override
-        {
-            ++flushes;
-            return 0;
-        }
-    };
     ScratchFolder const directory;
-    Tied buffer;
+    CaptureBuffer buffer;
     std::ostream other(&buffer);
     FltLogStream log;
     ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
     log.tie(&other);
     FltDump::line(log, "line ", 1);
     log.tie(nullptr);
-    EXPECT_GE(buffer.flushes, 1);
+    EXPECT_GE(buffer.flushes(), 1);
     EXPECT_TRUE(log.buffer.close());
     EXPECT_EQ(contentsOf(directory.path("a.log")), "line 1\n");
 }

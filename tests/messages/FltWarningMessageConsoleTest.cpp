@@ -2,6 +2,7 @@
 
 #include "messages/FltLimits.h"
 #include "support/StreamCapture.h"
+#include "support/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -32,14 +33,6 @@ std::string printedBy(Action action)
     StreamCapture const printed(std::cerr);
     action();
     return printed.str();
-}
-
-int countOf(std::string const& text, std::string const& word)
-{
-    int count = 0;
-    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + 1))
-        ++count;
-    return count;
 }
 
 TEST_F(FltWarningMessageConsoleTest, PrintedMessageHasItsLevelAndABlankLine)

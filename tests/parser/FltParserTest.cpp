@@ -11,6 +11,7 @@
 #include "support/RecordText.h"
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
+#include "support/Text.h"
 #include "writer/FltWriter.h"
 
 #include <gtest/gtest.h>
@@ -286,10 +287,7 @@ TEST(FltParserTest, ReportsOfDamageInOneFileStopAtTheirLimit)
         flt.add("SoundPaletteNames", {{"dataLength", 5}}).push();
     Parse parse(flt);
     EXPECT_EQ(parse.size(), 1U + 2U * (FltLimits::damageReports + 20));
-    int told = 0;
-    for (std::size_t at = 0; (at = parse.messages.find("WARNING !", at)) != std::string::npos; ++at)
-        ++told;
-    EXPECT_EQ(told, FltLimits::damageReports);
+    EXPECT_EQ(countOf(parse.messages, "WARNING !"), FltLimits::damageReports);
     EXPECT_NE(parse.messages.find("; further damage in this file is not told"), std::string::npos);
     Parse next(FltWriter().add("SoundPaletteNames", {{"dataLength", 5}}));
     EXPECT_EQ(next.messages,

@@ -6,6 +6,7 @@
 #include "support/MemoryInput.h"
 #include "support/RecordText.h"
 #include "support/StreamCapture.h"
+#include "support/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -29,14 +30,6 @@ struct Parse {
     FltParser parser;
     std::string log;
 };
-
-int countOf(std::string const& text, std::string const& word)
-{
-    int count = 0;
-    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + 1))
-        ++count;
-    return count;
-}
 
 TEST(Flt_15_7_CreationVisitorTest, RevisionIs0AndRgbModeOffAtTheBeginning)
 {
