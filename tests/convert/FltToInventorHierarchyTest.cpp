@@ -55,6 +55,14 @@ std::string textOf(FltWriter const& flt)
     return ConvertedScene(flt).text();
 }
 
+std::string times(int count, std::string const& text)
+{
+    std::string result;
+    for (int i = 0; i < count; ++i)
+        result += text;
+    return result;
+}
+
 // Groups and their like
 
 TEST(FltToInventorHierarchyTest, AGroupBecomesASeparatorOfItsNameAndItsOtherFieldsAreIgnored)
@@ -580,6 +588,37 @@ TEST(FltToInventorHierarchyTest, TheBoxOfALODKnowsMatricesSwitchesAndNestedLODs)
     EXPECT_EQ(centreOf("outer"), SbVec3f(13, 26, 39));
 }
 
+TEST(FltToInventorHierarchyTest, LODsAroundTooMuchKeepTheirCentreAndThatIsToldOnce)
+{
+    FltWriter flt;
+    flt.vertexPalette();
+    double const a = flt.vertex("VertexColor", 2, 4, 6);
+    flt.push();
+    for (int i = 0; i < 44; ++i)
+        flt.add("LOD", lod("lod" + std::to_string(i), 0, 0, 0)).push();
+    // Each level doubles the nodes of the scene. The toolkit remembers their boxes, so that this is soon
+    // done.
+    for (int i = 0; i < 22; ++i)
+        flt.add("Group")
+            .add("Replicate", {{"numberOfReplications", 1}})
+            .add("Matrix")
+            .add("Matrix")
+            .add("Text")
+            .push();
+    flt.add("Object", named("o")).push().face({a, a, a});
+    ConvertedScene const scene(flt);
+    EXPECT_EQ(scene.messages,
+              "WARNING ! Levels of detail are nested too deeply: some keep a centre of (0, 0, 0)\n"
+              "(Warning Level: 2)\n\n");
+    // Twelve and a half million nodes are in each, of which five hundred million are looked at.
+    std::string withCentre;
+    for (int i = 0; i < 44; ++i) {
+        auto* const node = static_cast<SoLOD*>(scene.find("lod" + std::to_string(i)));
+        withCentre += node->center.getValue() != SbVec3f(0, 0, 0) ? '1' : '0';
+    }
+    EXPECT_EQ(withCentre, times(5, "0") + times(39, "1"));
+}
+
 TEST(FltToInventorHierarchyTest, AnOLDLODIsConvertedAsALODWithItsWholeNumbers)
 {
     FltWriter flt = openDatabase();
@@ -649,14 +688,6 @@ std::string shownChildren(FltWriter::Fields const& fields, int children)
     for (int i = 0; i < children; ++i)
         addGroup(flt, "c" + std::to_string(i));
     return shownBy(ConvertedScene(flt.pop().pop()).root->getChild(3));
-}
-
-std::string times(int count, std::string const& text)
-{
-    std::string result;
-    for (int i = 0; i < count; ++i)
-        result += text;
-    return result;
 }
 
 TEST(FltToInventorHierarchyTest, ASwitchHoldsItsMasksAsTextAndEachChildInAWrapperThatIsOnOrOff)
