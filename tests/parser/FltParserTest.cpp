@@ -4,6 +4,7 @@
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
 #include "parser/FltRawData.h"
+#include "records/FltOpcode.h"
 #include "records/FltRecordComment.h"
 #include "records/FltRecordHeader.h"
 #include "records/FltRecordUnknown.h"
@@ -278,6 +279,28 @@ TEST(FltParserTest, TooManyRecordsShorterThanTheirLayoutEndTheScan)
         damage("Too many records are shorter than their layout: the rest of the file is left out", 1, 8));
     EXPECT_EQ(parser.getFltCreationVisitor()->revision, 0) << "the first object is no header";
     destroyRecords(parser);
+}
+
+TEST(FltParserTest, ShortRecordsMayBorrowTwoMebibytesAndTwoBytesForEachOfTheFile)
+{
+    std::size_t const headerLayout = 324;
+    std::size_t const matrixLayout = 68;
+    std::size_t const header = FltWriter().bytes().size();
+    std::string const shortMatrix = FltWriter().add("Matrix").resizeLast(4).lastRecord();
+    for (int const count : {100'000, 200'000}) {
+        FltWriter flt;
+        std::string records;
+        for (int i = 0; i < count; ++i)
+            records += shortMatrix;
+        flt.addBytes(records);
+        std::size_t const lent = 2 * 1024 * 1024 + 2 * flt.bytes().size() - (headerLayout - header);
+        std::size_t const matrices = lent / (matrixLayout - 4);
+        Parse parse(flt);
+        EXPECT_EQ(parse.size(), 1 + matrices);
+        EXPECT_EQ(parse.messages,
+                  damage("Too many records are shorter than their layout: the rest of the file is left out",
+                         FltOpcode::matrix, header + 4 * matrices));
+    }
 }
 
 TEST(FltParserTest, ReportsOfDamageInOneFileStopAtTheirLimit)
