@@ -46,6 +46,13 @@ Endured endure(std::string const& bytes, bool countsRecords)
     return endured;
 }
 
+FltWriter withNegativeSwitch()
+{
+    FltWriter flt(1570);
+    flt.push().add("Switch", {{"numberOfMasks", -1}, {"numberOf32BitWordsPerMask", 4}}).pop();
+    return flt;
+}
+
 bool hasNegativeSwitch(std::string const& bytes)
 {
     bool found = false;

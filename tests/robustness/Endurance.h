@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/SmallVertexPalettes.h"
+#include "writer/FltWriter.h"
 
 #include <Inventor/errors/SoDebugError.h>
 #include <cstddef>
@@ -42,6 +43,9 @@ struct Endured {
 /// is allowed goes on.
 /// @param countsRecords whether the log is looked at, which takes a while
 Endured endure(std::string const& bytes, bool countsRecords = false);
+
+/// A database of a switch that asks the allocator for a negative number of words.
+FltWriter withNegativeSwitch();
 
 /// Whether a database holds a switch whose number of mask words is negative.
 bool hasNegativeSwitch(std::string const& bytes);

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <stdexcept>
 #include <string>
 
 namespace
@@ -22,6 +23,7 @@ constexpr std::size_t mostMemory = isSanitized ? 1200U << 20 : 200U << 20;
 void expectToBeBounded(MeasuredConversion const& conversion, FltWriter const& flt)
 {
     EXPECT_EQ(conversion.result, 0);
+    EXPECT_GT(conversion.memory, flt.bytes().size()) << "what is measured holds the file at least";
     EXPECT_LT(conversion.memory, flt.bytes().size() * mostMemoryPerByte + mostMemory);
 }
 
@@ -62,6 +64,11 @@ TEST_P(ShortPaletteTest, MillionsOfRecordsShorterThanTheirLayoutAreToldOnce)
 INSTANTIATE_TEST_SUITE_P(Opcode, ShortPaletteTest,
                          testing::Values(FltOpcode::colorPalette, FltOpcode::oldMaterialPalette,
                                          FltOpcode::eyePointTrackPlane, FltOpcode::textureMappingPalette));
+
+TEST(HostileSizesTest, ConversionThatEndsWithAnExceptionIsNoResult)
+{
+    EXPECT_THROW(MeasuredConversion(withNegativeSwitch().bytes()), std::runtime_error);
+}
 
 TEST(HostileSizesTest, RecordsThatClaimNoLengthEndTheScanAtTheFirst)
 {

@@ -65,7 +65,6 @@ bool hasLeaks()
 void convertInto(int pipe, std::string const& bytes)
 {
     SmallVertexPalettes const small(1000);
-    malloc_trim(0);
     std::size_t const before = ProcessUsage::peakMemory();
     std::string messages;
     Figures figures{};
@@ -99,6 +98,7 @@ MeasuredConversion::MeasuredConversion(std::string const& bytes)
     if (::pipe(ends) != 0)
         fail("it gets no pipe");
     std::fflush(nullptr);
+    malloc_trim(0); // what this process doesn't need any more the child doesn't begin with
     pid_t const child = ::fork();
     if (child < 0)
         fail("it can't be started");

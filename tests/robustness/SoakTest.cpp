@@ -60,13 +60,6 @@ protected:
         EXPECT_LT(ProcessUsage::memoryInUse(), memory + mostGrowth);
     }
 
-    static FltWriter withNegativeSwitch()
-    {
-        FltWriter flt(1570);
-        flt.push().add("Switch", {{"numberOfMasks", -1}, {"numberOf32BitWordsPerMask", 4}}).pop();
-        return flt;
-    }
-
     QuietToolkit const quiet;
 };
 
