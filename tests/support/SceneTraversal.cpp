@@ -1,15 +1,14 @@
 #include "support/SceneTraversal.h"
 
+#include "support/SceneText.h"
+
 #include <Inventor/SbName.h>
 #include <Inventor/SbViewportRegion.h>
-#include <Inventor/SoOutput.h>
 #include <Inventor/SoPrimitiveVertex.h>
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/actions/SoSearchAction.h>
-#include <Inventor/actions/SoWriteAction.h>
 #include <Inventor/nodes/SoShape.h>
-#include <cstdlib>
 
 namespace
 {
@@ -30,16 +29,7 @@ std::size_t traverseScene(SoNode* root)
     search.setName(SbName("no_node_bears_this_name"));
     search.setSearchingAll(TRUE);
     search.apply(root);
-    SoOutput output;
-    std::size_t const firstGuess = 64 * 1024;
-    output.setBuffer(std::malloc(firstGuess), firstGuess, std::realloc);
-    output.setBinary(TRUE); // without the indentation, which is most of the text of a deep scene
-    SoWriteAction(&output).apply(root);
-    void* buffer = nullptr;
-    std::size_t size = 0;
-    output.getBuffer(buffer, size);
-    std::free(buffer);
-    return size;
+    return writtenScene(root, true).size(); // text would be mostly the indentation of a deep scene
 }
 
 int countTriangles(SoNode* root)
