@@ -188,8 +188,9 @@ TEST_F(Fltshot, comesNearerWithZoomAndGoesFartherWithLessThanOne)
 {
     std::string const database = square(0, 255, 0);
     auto const pixelsAt = [&](std::string const& zoom) {
-        ProgramRun("fltshot",
-                   database + " -o " + (directory / "o.png") + " --size 96x96 --from 180,90 --zoom " + zoom);
+        ProgramRun const run("fltshot", database + " -o " + (directory / "o.png") +
+                                            " --size 96x96 --from 180,90 --zoom " + zoom);
+        EXPECT_EQ(run.exitCode, 0) << run.errors;
         return Shot(directory / "o.png").patchOf(1).pixels;
     };
     int const plain = pixelsAt("1");
