@@ -60,7 +60,7 @@ void add(std::string const& name, Values<Value> values, Line line)
 template <class Value>
 void addNumbers(std::string const& name, Values<Value> values)
 {
-    add(name, values, [](std::ostream& os, Value value) { FltDump::line(os, "Xcoordinate: ", value); });
+    add(name, values, [](std::ostream& os, Value value) { FltDump(os).line("Xcoordinate: ", value); });
     benchmark::RegisterBenchmark((name + "/operators").c_str(), [values](benchmark::State& state) {
         LogTarget log;
         for (auto _ : state)
@@ -87,14 +87,14 @@ void addAll()
     addNumbers("double, up to 1e80", valuesBy<double>([](Bits random) { return 1e80 * fraction(random); }));
 
     auto const words = valuesBy<std::uint32_t>([](Bits random) { return random; });
-    add("text", words, [](std::ostream& os, std::uint32_t) { FltDump::text(os, "idASCII: ", "tower_12"); });
+    add("text", words, [](std::ostream& os, std::uint32_t) { FltDump(os).text("idASCII: ", "tower_12"); });
     add("flag", words,
-        [](std::ostream& os, std::uint32_t word) { FltDump::flag(os, "          No Color: ", word, 30); });
+        [](std::ostream& os, std::uint32_t word) { FltDump(os).flag("          No Color: ", word, 30); });
     add("pointer", words, [](std::ostream& os, std::uint32_t word) {
-        FltDump::pointer(os, "reserved: ", static_cast<std::int32_t>(word));
+        FltDump(os).pointer("reserved: ", static_cast<std::int32_t>(word));
     });
     add("colour byte", words, [](std::ostream& os, std::uint32_t word) {
-        FltDump::colorByte(os, "packedColor: alpha=", static_cast<std::uint8_t>(word));
+        FltDump(os).colorByte("packedColor: alpha=", static_cast<std::uint8_t>(word));
     });
 }
 

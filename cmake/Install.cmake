@@ -22,7 +22,7 @@ set(public_headers
     plugin/Plugin.h plugin/SoInputFltReader.h
     records/FltRecord.h records/FltVersion.h
     statistics/FltStatisticsTool.h
-    toolkit/SbFileHelper.h toolkit/SoInputQueries.h toolkit/SoInputReader.h toolkit/SoRefCounter.h
+    toolkit/SbFileHelper.h toolkit/SideFile.h toolkit/SoInputQueries.h toolkit/SoInputReader.h toolkit/SoRefCounter.h
     toolkit/VelloReaderExport.h)
 foreach(header IN LISTS public_headers)
   get_filename_component(folder ${header} DIRECTORY)

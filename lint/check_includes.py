@@ -18,7 +18,7 @@ MAY_INCLUDE = {
     "src/messages": ("src/toolkit", "src/dump"),
     "src/records": ("src/toolkit", "src/dump", "src/messages"),
     "src/parser": ("src/toolkit", "src/dump", "src/messages", "src/records"),
-    "src/statistics": ("src/toolkit", "src/records"),
+    "src/statistics": ("src/toolkit", "src/messages", "src/records"),
     "src/convert": ("src/toolkit", "src/dump", "src/messages", "src/records", "src/parser", "src/statistics"),
     "src/plugin": ("src/toolkit", "src/convert"),
     "src/filekit": ("src/toolkit", "src/plugin"),

@@ -261,6 +261,7 @@ int FltToInventor::convert()
     if (references.chain.empty() && ::stat(input->getFileName(), &status) == 0)
         references.chain.emplace_back(status.st_dev, status.st_ino);
 
+    FltWarningMessageConsole::Count messages;
     if (fltParser->run() == 1)
         return 1;
     if (fltParser->getFltCreationVisitor()->revision < oldestRevision) {
@@ -270,6 +271,7 @@ int FltToInventor::convert()
     }
     visitAllFltRecords();
     destroyAllFltRecords();
+    messages.finish();
     return 0;
 }
 
@@ -326,8 +328,16 @@ void FltToInventor::enableFileLogging(char const* path)
 {
     logStream = new FltLogStream;
     retiredLogStreams().push_back(logStream);
-    if (!logStream->buffer.open(path))
+    FltInput const* const input = fltParser != nullptr ? fltParser->getInput() : nullptr;
+    SideFile::Outcome const outcome =
+        logStream->buffer.open(path, input != nullptr ? input->getFileName() : nullptr);
+    if (outcome != SideFile::Outcome::opened)
         logStream->setstate(std::ios_base::failbit);
+    if (outcome == SideFile::Outcome::refused)
+        FltWarningMessageConsole::notifyGuard("No log is written: what stands at its place is a link, has a "
+                                              "second name, or isn't a plain file. "
+                                              "Remove it, or convert a copy",
+                                              std::string(": ") + path);
     std::cout.rdbuf(&logStream->buffer);
     fileLoggingEnabled = true;
 }

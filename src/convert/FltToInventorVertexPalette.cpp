@@ -2,7 +2,7 @@
 
 #include "convert/FltToInventor.h"
 
-#include "dump/FltDumpLine.h"
+#include "dump/FltDump.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltRecordVertex.h"
 
@@ -319,10 +319,10 @@ void FltToInventor::showOffsetToVertexEntryMap(int limit) const
 {
     int lines = 0;
     for (auto const& [offset, entry] : offsetToVertexEntryMap) {
-        FltDumpLine line(std::cout);
+        FltDump line(std::cout);
         line << "offset: " << std::uint64_t(offset) << "  index: " << entry.index << "  size: " << entry.size
              << "  SOVP: " << getIntIdFromVertexProperty(entry.property);
-        line.end();
+        line.endLine();
         if (++lines == limit)
             return;
     }

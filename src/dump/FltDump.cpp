@@ -1,226 +1,204 @@
 #include "dump/FltDump.h"
 
-#include "dump/FltDumpLine.h"
+#include "dump/FltDumpBuffer.h"
 
-#include <cstring>
+#include <charconv>
+#include <locale>
+#include <ostream>
 
 namespace
 {
 
-template <class Value>
-void labelled(std::ostream& os, std::string_view label, Value value)
+/// What is known of a stream's locale. It is kept with the stream, since a look at the locale costs as much
+/// as a line, until the stream gets another one.
+enum LocaleState : long { unseen, classicLocale, otherLocale, changedLocale };
+
+int localeSlot()
 {
-    FltDumpLine line(os);
-    line << label << value;
-    line.end();
+    static int const slot = std::ios_base::xalloc();
+    return slot;
 }
 
-std::string_view upToZero(char const* text, void const* end)
+/// A copy of a stream's format brings locale, state and this callback along, all three.
+void noteEvent(std::ios_base::event event, std::ios_base& stream, int slot)
+{
+    if (event == std::ios_base::imbue_event)
+        stream.iword(slot) = changedLocale;
+}
+
+bool hasClassicLocale(std::ostream& os)
+{
+    int const slot = localeSlot();
+    auto state = static_cast<LocaleState>(os.iword(slot));
+    if (state == unseen)
+        os.register_callback(noteEvent, slot);
+    if (state == unseen || state == changedLocale) {
+        state = os.getloc() == std::locale::classic() ? classicLocale : otherLocale;
+        os.iword(slot) = state;
+    }
+    return state == classicLocale;
+}
+
+} // namespace
+
+FltDumpBuffer* FltDumpBuffer::current = nullptr;
+
+/// Whether the stream would format numbers as FltNumberText does.
+bool FltDump::formatsByDefault(std::ostream& os)
+{
+    return os.flags() == (std::ios_base::skipws | std::ios_base::dec) && os.precision() == 6 &&
+           os.width() == 0 && hasClassicLocale(os);
+}
+
+FltDump::FltDump(std::ostream& os)
+    : os(os), isDefaultState(formatsByDefault(os)), at(buffer),
+      end(isDefaultState ? buffer + sizeof buffer : buffer)
+{
+    FltDumpBuffer* const dump = FltDumpBuffer::current;
+    if (isDefaultState && dump != nullptr && os.rdbuf() == dump && os.good() && os.tie() == nullptr) {
+        log = dump;
+        at = dump->roomBegin();
+        end = dump->roomEnd();
+    }
+}
+
+char* FltDump::makeRoomFor(std::size_t size)
+{
+    if (!isDefaultState)
+        return nullptr;
+    handOver();
+    if (log != nullptr) {
+        log->write();
+        at = log->roomBegin();
+        end = log->roomEnd();
+    }
+    return static_cast<std::size_t>(end - at) >= size ? at : nullptr;
+}
+
+/// Gives the stream what was gathered.
+void FltDump::handOver()
+{
+    if (log != nullptr)
+        return log->taken(at);
+    std::streamsize const size = at - buffer;
+    at = buffer;
+    if (size > 0 && os.good() && os.rdbuf()->sputn(buffer, size) != size)
+        os.setstate(std::ios_base::badbit);
+}
+
+/// What the stream formats itself.
+template <class Value>
+FltDump& FltDump::putAnyway(Value value)
+{
+    os << value;
+    return *this;
+}
+template FltDump& FltDump::putAnyway(std::int32_t);
+template FltDump& FltDump::putAnyway(std::uint32_t);
+template FltDump& FltDump::putAnyway(std::uint64_t);
+template FltDump& FltDump::putAnyway(double);
+template FltDump& FltDump::putAnyway(void const*);
+
+/// Text for a stream that formats, or that no room can hold.
+FltDump& FltDump::putTextAnyway(std::string_view text)
+{
+    if (!isDefaultState)
+        os << text;
+    else
+        os.write(text.data(), static_cast<std::streamsize>(text.size()));
+    if (log != nullptr) {
+        at = log->roomBegin();
+        end = log->roomEnd();
+    }
+    return *this;
+}
+
+void FltDump::flushLine()
+{
+    handOver();
+    os.flush();
+}
+
+void FltDump::endLine()
+{
+    if (char* const to = roomFor(1))
+        return endLineAt(to);
+    os.put(os.widen('\n'));
+    os.flush();
+}
+
+void FltDump::bits(std::uint32_t word)
+{
+    char digits[32];
+    for (char& digit : digits) {
+        digit = (word & 0x80000000U) != 0 ? '1' : '0';
+        word <<= 1;
+    }
+    for (char const digit : digits)
+        *this << digit;
+    endLine();
+}
+
+void FltDump::pointer(std::string_view label, std::int32_t word)
+{
+    *this << label;
+    pointer(word).endLine();
+}
+
+void FltDump::pointer(std::string_view label, void const* address)
+{
+    *this << label;
+    pointer(address).endLine();
+}
+
+FltDump& FltDump::pointer(void const* address)
+{
+    char* to = roomFor(longestNumber);
+    if (to == nullptr)
+        return putAnyway(address);
+    auto const value = reinterpret_cast<std::uintptr_t>(address);
+    if (value != 0)
+        to = put(to, "0x");
+    at = std::to_chars(to, to + longestNumber, value, 16).ptr;
+    return *this;
+}
+
+// A word that prints as a pointer is no address of anything.
+// NOLINTBEGIN(performance-no-int-to-ptr)
+FltDump& FltDump::pointer(std::int32_t word)
+{
+    return pointer(reinterpret_cast<void const*>(static_cast<std::intptr_t>(word)));
+}
+
+FltDump& FltDump::pointer(std::uint32_t word)
+{
+    return pointer(reinterpret_cast<void const*>(static_cast<std::uintptr_t>(word)));
+}
+// NOLINTEND(performance-no-int-to-ptr)
+
+std::string_view FltDump::upToZero(char const* text, void const* end)
 {
     auto const room = static_cast<std::size_t>(static_cast<char const*>(end) - text);
     return {text, ::strnlen(text, room)};
 }
 
-std::int32_t printed(std::int32_t value)
+void FltDump::text(std::string_view label, char const* text, void const* end)
 {
-    return value;
-}
-double printed(double value)
-{
-    return value;
+    FltDump::text(label, upToZero(text, end));
 }
 
-template <class Value>
-void listed(std::ostream& os, std::string_view label, Value const* values, int count,
-            std::string_view separator, std::string_view closing)
+void FltDump::text(std::string_view label, char const* text)
 {
-    FltDumpLine line(os);
-    line << label;
-    for (int i = 0; i < count; ++i) {
-        if (i > 0)
-            line << separator;
-        line << printed(values[i]);
-    }
-    line << closing;
-    line.end();
+    FltDump::text(label, std::string_view(text != nullptr ? text : ""));
 }
 
-template <class Value>
-void rowed(std::ostream& os, Value const* values, int rowCount, int columnCount)
+void FltDump::text(std::string_view label, std::string_view text)
 {
-    for (int row = 0; row < rowCount; ++row) {
-        FltDumpLine line(os);
-        line << "|  ";
-        for (int column = 0; column < columnCount; ++column)
-            line << printed(values[row * columnCount + column]) << "  ";
-        line << "  |";
-        line.end();
-    }
+    *this << label << text;
+    endLine();
 }
 
-} // namespace
-
-void FltDump::frame(std::ostream& os, std::string_view category, int opcode, unsigned int length)
+void FltDump::textWithoutEnd(std::string_view label, char const* text, void const* end)
 {
-    FltDumpLine first(os);
-    first << "  (" << category << ")";
-    first.end();
-    FltDumpLine second(os);
-    second << "-- Opcode: " << opcode << "  Length: " << length << " --";
-    second.end();
-}
-
-void FltDump::line(std::ostream& os, std::string_view label)
-{
-    FltDumpLine line(os);
-    line << label;
-    line.end();
-}
-
-void FltDump::line(std::ostream& os, std::string_view label, std::int8_t value)
-{
-    labelled(os, label, static_cast<std::int32_t>(value));
-}
-
-void FltDump::line(std::ostream& os, std::string_view label, std::uint8_t value)
-{
-    labelled(os, label, static_cast<std::uint32_t>(value));
-}
-
-void FltDump::line(std::ostream& os, std::string_view label, std::int16_t value)
-{
-    labelled(os, label, static_cast<std::int32_t>(value));
-}
-
-void FltDump::line(std::ostream& os, std::string_view label, std::uint16_t value)
-{
-    labelled(os, label, static_cast<std::uint32_t>(value));
-}
-
-void FltDump::line(std::ostream& os, std::string_view label, std::int32_t value)
-{
-    labelled(os, label, value);
-}
-void FltDump::line(std::ostream& os, std::string_view label, std::uint32_t value)
-{
-    labelled(os, label, value);
-}
-void FltDump::line(std::ostream& os, std::string_view label, std::uint64_t value)
-{
-    labelled(os, label, value);
-}
-void FltDump::line(std::ostream& os, std::string_view label, float value)
-{
-    labelled(os, label, static_cast<double>(value));
-}
-void FltDump::line(std::ostream& os, std::string_view label, double value)
-{
-    labelled(os, label, value);
-}
-void FltDump::line(std::ostream& os, std::string_view label, std::string_view text)
-{
-    labelled(os, label, text);
-}
-
-void FltDump::line(std::ostream& os, std::string_view before, std::int32_t index, std::string_view behind)
-{
-    line(os, before, index, behind, std::string_view());
-}
-
-void FltDump::line(std::ostream& os, std::string_view before, std::int32_t index, std::string_view behind,
-                   std::int32_t value)
-{
-    FltDumpLine line(os);
-    line << before << index << behind << value;
-    line.end();
-}
-
-void FltDump::line(std::ostream& os, std::string_view before, std::int32_t index, std::string_view behind,
-                   std::string_view text)
-{
-    FltDumpLine line(os);
-    line << before << index << behind << text;
-    line.end();
-}
-
-void FltDump::character(std::ostream& os, std::string_view label, char value)
-{
-    labelled(os, label, value);
-}
-
-void FltDump::flag(std::ostream& os, std::string_view label, std::uint32_t word, int bit)
-{
-    labelled(os, label, (word >> bit & 1) != 0 ? '1' : '0');
-}
-
-void FltDump::bits(std::ostream& os, std::uint32_t word)
-{
-    FltDumpLine line(os);
-    for (int bit = 31; bit >= 0; --bit)
-        line << ((word >> bit & 1) != 0 ? '1' : '0');
-    line.end();
-}
-
-void FltDump::pointer(std::ostream& os, std::string_view label, std::int32_t word)
-{
-    FltDumpLine line(os);
-    line << label;
-    line.pointer(word).end();
-}
-
-void FltDump::pointer(std::ostream& os, std::string_view label, void const* address)
-{
-    FltDumpLine line(os);
-    line << label;
-    line.pointer(address).end();
-}
-
-void FltDump::colorByte(std::ostream& os, std::string_view label, std::uint8_t value)
-{
-    labelled(os, label, static_cast<double>(static_cast<float>(value) / 255.0F));
-}
-
-void FltDump::text(std::ostream& os, std::string_view label, char const* text, void const* end)
-{
-    labelled(os, label, upToZero(text, end));
-}
-
-void FltDump::text(std::ostream& os, std::string_view label, char const* text)
-{
-    labelled(os, label, std::string_view(text != nullptr ? text : ""));
-}
-
-void FltDump::textWithoutEnd(std::ostream& os, std::string_view label, char const* text, void const* end)
-{
-    FltDumpLine line(os);
-    line << label << upToZero(text, end);
-    line.spill();
-}
-
-void FltDump::list(std::ostream& os, std::string_view label, std::int32_t const* values, int count,
-                   std::string_view separator, std::string_view closing)
-{
-    listed(os, label, values, count, separator, closing);
-}
-
-void FltDump::list(std::ostream& os, std::string_view label, float const* values, int count,
-                   std::string_view separator, std::string_view closing)
-{
-    listed(os, label, values, count, separator, closing);
-}
-
-void FltDump::list(std::ostream& os, std::string_view label, double const* values, int count,
-                   std::string_view separator, std::string_view closing)
-{
-    listed(os, label, values, count, separator, closing);
-}
-
-void FltDump::rows(std::ostream& os, float const* values, int rowCount, int columnCount)
-{
-    rowed(os, values, rowCount, columnCount);
-}
-
-void FltDump::rows(std::ostream& os, double const* values, int rowCount, int columnCount)
-{
-    rowed(os, values, rowCount, columnCount);
+    *this << label << upToZero(text, end);
 }

@@ -1,20 +1,22 @@
 #include "dump/FltLogBuffer.h"
 
 #include <cerrno>
-#include <fcntl.h>
 #include <unistd.h>
 
-bool FltLogBuffer::open(char const* path)
+SideFile::Outcome FltLogBuffer::open(char const* path, char const* database)
 {
     close();
     failed = false;
-    file = ::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    if (file < 0)
-        return false;
     block.reset(new char[blockSize]);
+    SideFile opened(path, database, SideFile::Content::emptied);
+    file = opened.release();
+    if (file < 0) {
+        block.reset();
+        return opened.getOutcome();
+    }
     setp(block.get(), block.get() + blockSize);
     current = this;
-    return true;
+    return SideFile::Outcome::opened;
 }
 
 void FltLogBuffer::write()
@@ -59,9 +61,14 @@ FltLogBuffer::~FltLogBuffer()
 FltLogBuffer::int_type FltLogBuffer::overflow(int_type character)
 {
     if (file < 0)
-        return traits_type::eof();
+        return traits_type::not_eof(character);
     write();
     return traits_type::eq_int_type(character, traits_type::eof())
                ? traits_type::not_eof(character)
                : sputc(traits_type::to_char_type(character));
+}
+
+std::streamsize FltLogBuffer::xsputn(char const* text, std::streamsize size)
+{
+    return file < 0 ? size : FltDumpBuffer::xsputn(text, size);
 }

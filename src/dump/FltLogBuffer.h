@@ -1,19 +1,21 @@
 #pragma once
 
 #include "dump/FltDumpBuffer.h"
+#include "toolkit/SideFile.h"
 
 #include <memory>
 #include <ostream>
 
 /// The buffer of a log file. Lines of a dump end with a flush, as a host that passes its own stream expects;
 /// this buffer takes such flushes lightly and writes large blocks: when one is full, when write() is called,
-/// and when the log closes. Output that can't be written, or that comes after close(), is lost.
+/// and when the log closes. Output that can't be written, or that comes when no file is open, is lost in silence:
+/// the stream on this buffer never fails.
 class FltLogBuffer : public FltDumpBuffer
 {
 public:
-    /// Creates or empties the file at @p path; a file that is open is closed first. @return whether that
-    /// worked
-    bool open(char const* path);
+    /// Creates or empties the file at @p path, as SideFile does; a file that is open is closed first.
+    /// @param database the name of the database, which isn't overwritten; null if there is none
+    SideFile::Outcome open(char const* path, char const* database = nullptr);
 
     /// Writes what is waiting.
     void write() override;
@@ -29,6 +31,7 @@ public:
 
 protected:
     int_type overflow(int_type character) override;
+    std::streamsize xsputn(char const* text, std::streamsize size) override;
     int sync() override { return 0; }
 
 private:

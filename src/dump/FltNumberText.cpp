@@ -124,3 +124,13 @@ char* FltNumberText::write(char* at, double value)
     return exponent >= -4 && exponent < digitCount ? writeFixed(at, digits, count, exponent)
                                                    : writeScientific(at, digits, count, exponent);
 }
+
+FltNumberText::Fractions::Fractions()
+{
+    for (int byte = 0; byte < 256; ++byte) {
+        char text[longest] = {};
+        char const* const end = write(text, fractionOf(static_cast<std::uint8_t>(byte)));
+        std::memcpy(texts[byte].characters, text, sizeof texts[byte].characters);
+        texts[byte].size = static_cast<std::uint8_t>(end - text);
+    }
+}

@@ -1,13 +1,50 @@
 #pragma once
 
-/// Numbers as text.
+#include <charconv>
+#include <cstdint>
+#include <cstring>
+
+/// Numbers as text. Every function writes at @p at, where it needs `longest` characters of room at the most,
+/// and returns the end of what it wrote.
 class FltNumberText
 {
 public:
-    /// Characters that write() needs at the most.
     static constexpr int longest = 24;
 
-    /// Writes @p value as printf's "%g" does, to six digits: the same characters in every case, whatever the
-    /// locale. @return behind the last one
+    /// A number as printf's "%g" writes it, to six digits: the same characters in every case, whatever the
+    /// locale.
     static char* write(char* at, double value);
+
+    /// @name Whole numbers, in decimal
+    /// @{
+    static char* write(char* at, std::int32_t value) { return std::to_chars(at, at + longest, value).ptr; }
+    static char* write(char* at, std::uint32_t value) { return std::to_chars(at, at + longest, value).ptr; }
+    static char* write(char* at, std::uint64_t value) { return std::to_chars(at, at + longest, value).ptr; }
+    /// @}
+
+    /// The fraction that a byte is of 255, worked out in single precision, as write() writes it.
+    static char* writeFraction(char* at, std::uint8_t byte)
+    {
+        static Fractions const fractions;
+        Fractions::Text const& text = fractions.texts[byte];
+        std::memcpy(at, text.characters, sizeof text.characters);
+        return at + text.size;
+    }
+
+    /// The fraction itself.
+    static double fractionOf(std::uint8_t byte)
+    {
+        return static_cast<double>(static_cast<float>(byte) / 255.0F);
+    }
+
+private:
+    /// The texts of all 256.
+    struct Fractions {
+        struct Text {
+            char characters[15];
+            std::uint8_t size;
+        };
+        Fractions();
+        Text texts[256];
+    };
 };

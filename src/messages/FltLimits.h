@@ -33,13 +33,16 @@ constexpr std::int64_t lodCentreSteps = 500'000'000;
 /// Bytes of text that the comments of one file may become.
 constexpr std::size_t commentText = std::size_t(64) << 20;
 
-/// Bytes that the short records of a file may read past their own ends, for each byte of the file, and
-/// what every file may read in any case.
-constexpr std::size_t borrowedBytesPerFileByte = 2;
-constexpr std::size_t borrowedBytes = std::size_t(2) << 20;
+/// Bytes that the records of a file which are shorter than their layouts may cost, for each byte of the file, and
+/// what every file may have in any case. A record costs what it reads after its own end, or the size of its object.
+constexpr std::size_t shortRecordBytesPerFileByte = 2;
+constexpr std::size_t shortRecordBytes = std::size_t(1) << 20;
 
-/// Faults of one file that are reported one by one.
-constexpr int damageReports = 100;
+/// Messages of one kind that are reported one by one; of further ones the number is.
+constexpr int messagesOfAKind = 100;
+
+/// Messages of guards that the console keeps for the life of the process.
+constexpr int keptMessages = 10'000;
 
 /// Positions of the material palette: faces name them by a signed 16-bit index.
 constexpr int materialPaletteSize = 32768;

@@ -2,22 +2,65 @@
 
 #include "dump/FltLogBuffer.h"
 #include "messages/FltLimits.h"
+#include "messages/FltText.h"
 
+#include <ext/stdio_sync_filebuf.h>
 #include <iostream>
+#include <map>
 #include <set>
+#include <unistd.h>
+#include <utility>
 
 namespace
 {
 
-/// Where the parser stands, for messages about damage.
-struct Position {
-    std::string fileName;
-    std::size_t byteOffset = 0;
-    int opcode = 0;
-    int reports = 0;
-};
+using Console = FltWarningMessageConsole;
 
-Position position;
+/// Where the parser stands.
+Console::Place place;
+
+/// How often a kind of message came since somebody counts.
+std::map<std::string, int> kinds;
+bool isCounting = false;
+
+int keptGuardMessages = 0;
+Console::Listener* listener = nullptr;
+
+/// Whether std::cerr goes to a terminal as it did when the process began. Where a host has put a buffer of its own
+/// there, texts are the host's to clean.
+bool goesToTerminal()
+{
+    auto const* const own = dynamic_cast<__gnu_cxx::stdio_sync_filebuf<char>*>(std::cerr.rdbuf());
+    return own != nullptr && ::isatty(STDERR_FILENO) != 0;
+}
+
+void print(char const* text, int level)
+{
+    FltLogBuffer::writeCurrent();
+    if (text != nullptr && goesToTerminal())
+        std::cerr << FltText::printable(text, true);
+    else
+        std::cerr << text;
+    std::cerr << std::endl << "(Warning Level: " << level << ")" << std::endl << std::endl;
+}
+
+void report(std::string const& text, Console::Place const* where)
+{
+    constexpr int level = 2;
+    if (listener != nullptr)
+        return listener->take(text.c_str(), level, where);
+    if (keptGuardMessages < FltLimits::keptMessages) {
+        ++keptGuardMessages;
+        return Console::notifyMessage(Console::keepText(text), level, true);
+    }
+    print(text.c_str(), level);
+}
+
+/// Counts a message of a kind if somebody counts. @return whether it is to be reported
+bool isToBeReported(std::string const& kind)
+{
+    return !isCounting || ++kinds[kind] <= FltLimits::messagesOfAKind;
+}
 
 } // namespace
 
@@ -41,13 +84,13 @@ FltWarningMessageConsole* FltWarningMessageConsole::getInstance()
     return instance;
 }
 
-void FltWarningMessageConsole::notifyMessage(char const* text, int level, bool print)
+void FltWarningMessageConsole::notifyMessage(char const* text, int level, bool isPrinted)
 {
+    if (listener != nullptr)
+        return listener->take(text, level, nullptr);
     setOfMessages.push_back({text, level});
-    if (!print)
-        return;
-    FltLogBuffer::writeCurrent();
-    std::cerr << text << std::endl << "(Warning Level: " << level << ")" << std::endl << std::endl;
+    if (isPrinted)
+        print(text, level);
 }
 
 void FltWarningMessageConsole::showMessagesConsole(int minimumLevel)
@@ -74,26 +117,67 @@ char const* FltWarningMessageConsole::keepText(std::string const& text)
     return texts.insert(text).first->c_str();
 }
 
+FltWarningMessageConsole::Count::Count() : isOutermost(!isCounting)
+{
+    if (!isOutermost)
+        return;
+    kinds.clear();
+    isCounting = true;
+}
+
+FltWarningMessageConsole::Count::~Count()
+{
+    if (isOutermost)
+        isCounting = false;
+}
+
+void FltWarningMessageConsole::Count::finish()
+{
+    if (!isOutermost)
+        return;
+    for (auto const& [kind, count] : kinds) {
+        int const more = count - FltLimits::messagesOfAKind;
+        if (more <= 0)
+            continue;
+        if (listener != nullptr)
+            listener->takeCount(kind, more);
+        else
+            report("WARNING ! " + std::to_string(more) + " more of this kind: " + kind, nullptr);
+    }
+    kinds.clear();
+}
+
+void FltWarningMessageConsole::notifyGuard(std::string const& kind, std::string const& detail)
+{
+    if (isToBeReported(kind))
+        report("WARNING ! " + kind + detail, nullptr);
+}
+
 void FltWarningMessageConsole::beginFile(char const* fileName)
 {
-    position = Position();
-    position.fileName = fileName != nullptr ? fileName : "";
+    place = Place();
+    place.fileName = fileName != nullptr ? fileName : "";
 }
 
 void FltWarningMessageConsole::setPosition(std::size_t byteOffset, int opcode)
 {
-    position.byteOffset = byteOffset;
-    position.opcode = opcode;
+    place.byteOffset = byteOffset;
+    place.opcode = opcode;
 }
 
-void FltWarningMessageConsole::notifyDamage(char const* what)
+void FltWarningMessageConsole::notifyDamage(std::string const& kind, std::string const& detail)
 {
-    if (++position.reports > FltLimits::damageReports)
+    if (!isToBeReported(kind))
         return;
-    std::string text = std::string("WARNING ! ") + what + " (" + position.fileName + ", record with opcode " +
-                       std::to_string(position.opcode) + " at byte offset " +
-                       std::to_string(position.byteOffset) + ")";
-    if (position.reports == FltLimits::damageReports)
-        text += "; further damage in this file is not told";
-    notifyMessage(keepText(text), 2, true);
+    std::string const what = "WARNING ! " + kind + detail;
+    if (listener != nullptr)
+        return report(what, &place);
+    report(what + " (" + place.fileName + ", record with opcode " + std::to_string(place.opcode) +
+               " at byte offset " + std::to_string(place.byteOffset) + ")",
+           &place);
+}
+
+FltWarningMessageConsole::Listener* FltWarningMessageConsole::setListener(Listener* newListener)
+{
+    return std::exchange(listener, newListener);
 }

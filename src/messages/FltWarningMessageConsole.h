@@ -3,6 +3,7 @@
 #include "messages/FltWarningMessage.h"
 #include "toolkit/VelloReaderExport.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -16,9 +17,9 @@ public:
     /// The console as an object. All that it does is reached statically.
     static FltWarningMessageConsole* getInstance();
 
-    /// Keeps a message and, if @p print is true, writes it to std::cerr with its level and a blank line.
-    /// @param text  kept as a pointer, so it must live as long as the process; see keepText(). A null text
-    /// sets
+    /// Keeps a message and, if @p print is true, writes it to std::cerr with its level and a blank line. On a
+    /// terminal control characters of the text are shown as "\x1b" and the like.
+    /// @param text  kept as a pointer, so it must live as long as the process; see keepText(). A null text sets
     ///              the bad bit of std::cerr and loses all later output there.
     /// @param level 1 for a remark on the data, 2 for a damaged file that can go on, 3 for an error
     static void notifyMessage(char const* text, int level, bool print);
@@ -35,9 +36,31 @@ public:
     /// A copy of @p text that lives as long as the process; equal texts share one copy.
     static char const* keepText(std::string const& text);
 
-    /// @name Damage in a file
-    /// The parser tells where it stands; whoever meets damage tells what is wrong and what was left out.
+    /// @name Guards
+    /// What the library's own guards have to say. A file may give cause for millions of such messages: of each
+    /// kind the first are reported one by one (FltLimits::messagesOfAKind), and the others as a number at the
+    /// end. What is kept of them in the process is bounded (FltLimits::keptMessages).
     /// @{
+
+    /// Counts the messages of a conversion or a parse, by kind, while it lives. Within another one it does nothing.
+    class VELLOREADER_API Count
+    {
+    public:
+        Count();
+        ~Count();
+        Count(Count const&) = delete;
+        Count& operator=(Count const&) = delete;
+
+        /// Reports how many of each kind there were more. To be called at the end, if the conversion has one.
+        void finish();
+
+    private:
+        bool isOutermost;
+    };
+
+    /// Reports at level 2, printed: "WARNING ! ", the kind and the detail.
+    /// @param kind what is the same for all messages of a kind
+    static void notifyGuard(std::string const& kind, std::string const& detail = "");
 
     /// Starts a file: damage is reported under this name.
     static void beginFile(char const* fileName);
@@ -45,10 +68,33 @@ public:
     /// Tells the record that is being read.
     static void setPosition(std::size_t byteOffset, int opcode);
 
-    /// Reports damage at level 2, printed, with file, byte offset and opcode. Of each file only the first
-    /// faults are told (FltLimits::damageReports).
-    static void notifyDamage(char const* what);
+    /// Reports damage in the file, with its name, the byte offset and the opcode of the record.
+    static void notifyDamage(std::string const& kind, std::string const& detail = "");
     /// @}
+
+    /// A place in a file.
+    struct Place {
+        std::string fileName;
+        std::size_t byteOffset = 0;
+        int opcode = 0;
+    };
+
+    /// Takes messages over from the console.
+    class Listener
+    {
+    public:
+        virtual ~Listener() = default;
+
+        /// @param place where damage is; null for a message that belongs to no place
+        virtual void take(char const* text, int level, Place const* place) = 0;
+
+        /// A kind of message came so many times more than it was reported.
+        virtual void takeCount(std::string const& kind, int more) = 0;
+    };
+
+    /// Has all messages go to a listener from now on: nothing is printed or kept then. Null gives them back to
+    /// the console. @return the listener before
+    static Listener* setListener(Listener* listener);
 
     static std::vector<FltWarningMessage> setOfMessages; ///< All messages of the process.
     static int currentWarningLevel;

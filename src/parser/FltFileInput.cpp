@@ -1,11 +1,16 @@
 #include "parser/FltFileInput.h"
 
+#include "messages/FltWarningMessageConsole.h"
+#include "parser/FltFraming.h"
 #include "toolkit/SbFileHelper.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <iostream>
+#include <string>
 #include <string_view>
+#include <unistd.h>
 
 namespace
 {
@@ -15,6 +20,31 @@ std::unique_ptr<char[]> copyOf(std::string_view text)
     std::unique_ptr<char[]> copy(new char[text.size() + 1]);
     *std::copy(text.begin(), text.end(), copy.get()) = '\0';
     return copy;
+}
+
+/// Reads until the room is full, the file ends or reading fails. A read that a signal breaks off is tried again.
+/// @param reason set to the error, or left alone @return bytes that were read
+std::size_t readWhole(int file, char* to, std::size_t room, int& reason)
+{
+    std::size_t there = 0;
+    while (there < room) {
+        ssize_t const count = ::pread(file, to + there, room - there, static_cast<off_t>(there));
+        if (count > 0) {
+            there += static_cast<std::size_t>(count);
+        } else if (count == 0 || errno != EINTR) {
+            reason = count < 0 ? errno : 0;
+            break;
+        }
+    }
+    return there;
+}
+
+void reportMissing(char const* fileName, std::size_t there, std::size_t size, int reason)
+{
+    std::string const why = reason != 0 ? std::strerror(reason) : "another program made it shorter meanwhile";
+    FltWarningMessageConsole::notifyGuard("A file can't be read to its end",
+                                          " (" + why + "): " + FltFraming::restFrom(there, size) +
+                                              ", is left out (" + fileName + ")");
 }
 
 } // namespace
@@ -57,8 +87,12 @@ void FltFileInput::fileToBuffer()
         return;
     auto const room = static_cast<std::size_t>(size);
     buffer.reset(new char[room]);
-    size = static_cast<long>(std::fread(buffer.get(), 1, room, file.get()));
+    int reason = 0;
+    std::size_t const there = readWhole(::fileno(file.get()), buffer.get(), room, reason);
+    size = static_cast<long>(there);
     file.reset();
+    if (there < room)
+        reportMissing(fileName.get(), there, room, reason);
 }
 
 void FltFileInput::showBuffer()

@@ -34,7 +34,8 @@ public:
     /// Takes the size of the open file and goes back to its start.
     void calculFileSize();
 
-    /// Reads the open file into the buffer. A file that turns out shorter sets the size to what was read.
+    /// Reads the open file into the buffer. Where it can't be read to its end the size is set to what was read, and the
+    /// console is told.
     void fileToBuffer();
 
     /// Writes every byte to std::cout as a decimal number with a blank behind it.

@@ -4,15 +4,51 @@
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
+#include "parser/FltFraming.h"
 #include "parser/FltRawData.h"
 #include "parser/Flt_15_7_CreationVisitor.h"
 #include "records/FltRecordHeader.h"
+#include "records/FltRecordTable.h"
 #include "records/FltUtils.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
+
+namespace
+{
+
+/// Bytes of opcode and length.
+constexpr unsigned int headSize = 4;
+
+/// What the records of a file that are shorter than their layouts may cost. Each reads on into what follows it, and
+/// makes an object, and a dump, as large as those of a whole one.
+class ShortRecords
+{
+public:
+    explicit ShortRecords(std::size_t fileSize)
+        : left(FltLimits::shortRecordBytes + fileSize * FltLimits::shortRecordBytesPerFileByte)
+    {
+    }
+
+    /// Whether one more record may be read; it counts if so.
+    bool mayRead(int opcode, unsigned int length, std::size_t reach)
+    {
+        if (reach <= length)
+            return true;
+        std::size_t const cost = std::max(reach - length, FltRecordTable::objectSizeOf(opcode));
+        if (cost > left)
+            return false;
+        left -= cost;
+        return true;
+    }
+
+private:
+    std::size_t left;
+};
+
+} // namespace
 
 FltParser::FltParser()
 {
@@ -97,55 +133,45 @@ int FltParser::run()
     numberOfFltRawData = 0;
     if (!isAnOpenFlightInput(input))
         return 1;
+    FltWarningMessageConsole::Count messages;
     FltWarningMessageConsole::beginFile(input->getFileName());
     std::cout << "beginning of parsing" << std::endl;
 
     char const* const begin = input->getBuffer();
     auto const size = static_cast<std::size_t>(input->getSize());
-    std::size_t lendable = FltLimits::borrowedBytes + size * FltLimits::borrowedBytesPerFileByte;
+    FltFraming framing(begin, size);
+    ShortRecords shortRecords(size);
     FltRawData raw;
-    for (std::size_t offset = 0; offset < size;) {
-        char const* const at = begin + offset;
-        std::size_t const rest = size - offset;
-        if (rest < 4) {
-            FltWarningMessageConsole::setPosition(offset, 0);
-            FltWarningMessageConsole::notifyDamage(
-                "The file ends inside the first words of a record, which is left out");
+    while (framing.next()) {
+        FltWarningMessageConsole::setPosition(framing.getOffset(), framing.getOpcode());
+        unsigned int const length = framing.getLength();
+        if (length < headSize)
+            FltWarningMessageConsole::notifyDamage("A record is shorter than its own first four bytes",
+                                                   ", with a length of " + std::to_string(length) +
+                                                       ": the next one is looked for after that");
+        std::size_t const reach = creationVisitor->getReach(framing.getOpcode(), length);
+        if (!shortRecords.mayRead(framing.getOpcode(), length, reach)) {
+            FltWarningMessageConsole::notifyDamage("Too many records are shorter than their layout: " +
+                                                   FltFraming::restFrom(framing.getOffset(), size) +
+                                                   ", is left out");
             break;
         }
-        int const opcode = FltUtils::word16At(at);
-        std::size_t const length = FltUtils::word16At(at + 2);
-        FltWarningMessageConsole::setPosition(offset, opcode);
-        if (length == 0) {
-            FltWarningMessageConsole::notifyDamage(
-                "A record has the length zero: the rest of the file is left out");
-            break;
-        }
-        if (length > rest) {
-            FltWarningMessageConsole::notifyDamage("A record runs past the end of the file and is left out");
-            break;
-        }
-        std::size_t const reach = creationVisitor->getReach(opcode, static_cast<unsigned int>(length));
-        std::size_t const borrowed = reach > length ? reach - length : 0;
-        if (borrowed > lendable) {
-            FltWarningMessageConsole::notifyDamage(
-                "Too many records are shorter than their layout: the rest of the file is left out");
-            break;
-        }
-        lendable -= borrowed;
-
-        raw.assign(at, begin + size, length, reach);
+        raw.assign(framing.data(), begin + size, length, reach);
         fltRecordsVectorBuild(&raw);
         ++numberOfFltRawData;
         auto const* const header =
             numberOfFltRawData == 1 ? dynamic_cast<FltRecordHeader const*>(fltRecords.back()) : nullptr;
         if (header != nullptr)
             readVersion(*header);
-        offset += length;
+    }
+    if (framing.getFault() != FltFraming::Fault::none) {
+        FltWarningMessageConsole::setPosition(framing.getOffset(), framing.getOpcode());
+        FltWarningMessageConsole::notifyDamage(framing.faultText(), framing.costText());
     }
 
     std::cout << "end of parsing" << std::endl;
     FltLogBuffer::writeCurrent();
+    messages.finish();
     allFltRecordsCreated = true;
     return 0;
 }

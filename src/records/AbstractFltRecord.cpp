@@ -4,12 +4,17 @@
 
 std::ostream& AbstractFltRecord::opcodeAndLength(std::ostream& os) const
 {
-    FltDump::frame(os, getRecordCategory(), getOpcode(), getLength());
+    std::string const category = getRecordCategory();
+    FltDump dump(os);
+    dump << "  (" << category << ")";
+    dump.endLine();
+    dump << "-- Opcode: " << getOpcode() << "  Length: " << getLength() << " --";
+    dump.endLine();
     return os;
 }
 
 std::ostream& AbstractFltRecord::titleOpcodeAndLength(std::ostream& os, std::string_view title) const
 {
-    FltDump::line(os, title);
+    (FltDump(os) << title).endLine();
     return opcodeAndLength(os);
 }

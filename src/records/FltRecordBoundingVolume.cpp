@@ -1,7 +1,6 @@
 #include "records/FltRecordBoundingVolume.h"
 
-#include "dump/FltDump.h"
-#include "records/FltUtils.h"
+#include "records/FltFields.h"
 
 std::ostream& FltRecordOldBoundingBox::nameOpcodeAndLength(std::ostream& os) const
 {
@@ -10,25 +9,12 @@ std::ostream& FltRecordOldBoundingBox::nameOpcodeAndLength(std::ostream& os) con
 
 void FltRecordOldBoundingBox::getPropertiesFromData(char* data)
 {
-    char* cursor = data + 4;
-    FltUtils::getInt32ValueThenDecal(&XcoordinateLowestCorner, cursor);
-    FltUtils::getInt32ValueThenDecal(&YcoordinateLowestCorner, cursor);
-    FltUtils::getInt32ValueThenDecal(&ZcoordinateLowestCorner, cursor);
-    FltUtils::getInt32ValueThenDecal(&XcoordinateHighestCorner, cursor);
-    FltUtils::getInt32ValueThenDecal(&YcoordinateHighestCorner, cursor);
-    FltUtils::getInt32ValueThenDecal(&ZcoordinateHighestCorner, cursor);
+    FltFields::decode(*this, data);
 }
 
 std::ostream& FltRecordOldBoundingBox::properties(std::ostream& os) const
 {
-    nameOpcodeAndLength(os);
-    FltDump::line(os, "XcoordinateLowestCorner: ", XcoordinateLowestCorner);
-    FltDump::line(os, "YcoordinateLowestCorner: ", YcoordinateLowestCorner);
-    FltDump::line(os, "ZcoordinateLowestCorner: ", ZcoordinateLowestCorner);
-    FltDump::line(os, "XcoordinateHighestCorner: ", XcoordinateHighestCorner);
-    FltDump::line(os, "YcoordinateHighestCorner: ", YcoordinateHighestCorner);
-    FltDump::line(os, "ZcoordinateHighestCorner: ", ZcoordinateHighestCorner);
-    return os;
+    return FltFields::dump(*this, os);
 }
 
 std::ostream& FltRecordBoundingBox::nameOpcodeAndLength(std::ostream& os) const
@@ -38,26 +24,12 @@ std::ostream& FltRecordBoundingBox::nameOpcodeAndLength(std::ostream& os) const
 
 void FltRecordBoundingBox::getPropertiesFromData(char* data)
 {
-    char* cursor = data + 4;
-    FltUtils::getInt32ValueThenDecal(&reserved, cursor);
-    FltUtils::getDouble64ValueThenDecal(&XcoordinateLowestCorner, cursor);
-    FltUtils::getDouble64ValueThenDecal(&YcoordinateLowestCorner, cursor);
-    FltUtils::getDouble64ValueThenDecal(&ZcoordinateLowestCorner, cursor);
-    FltUtils::getDouble64ValueThenDecal(&XcoordinateHighestCorner, cursor);
-    FltUtils::getDouble64ValueThenDecal(&YcoordinateHighestCorner, cursor);
-    FltUtils::getDouble64ValueThenDecal(&ZcoordinateHighestCorner, cursor);
+    FltFields::decode(*this, data);
 }
 
 std::ostream& FltRecordBoundingBox::properties(std::ostream& os) const
 {
-    nameOpcodeAndLength(os);
-    FltDump::line(os, "XcoordinateLowestCorner: ", XcoordinateLowestCorner);
-    FltDump::line(os, "YcoordinateLowestCorner: ", YcoordinateLowestCorner);
-    FltDump::line(os, "ZcoordinateLowestCorner: ", ZcoordinateLowestCorner);
-    FltDump::line(os, "XcoordinateHighestCorner: ", XcoordinateHighestCorner);
-    FltDump::line(os, "YcoordinateHighestCorner: ", YcoordinateHighestCorner);
-    FltDump::line(os, "ZcoordinateHighestCorner: ", ZcoordinateHighestCorner);
-    return os;
+    return FltFields::dump(*this, os);
 }
 
 std::ostream& FltRecordBoundingVolumeSphere::nameOpcodeAndLength(std::ostream& os) const
@@ -67,16 +39,12 @@ std::ostream& FltRecordBoundingVolumeSphere::nameOpcodeAndLength(std::ostream& o
 
 void FltRecordBoundingVolumeSphere::getPropertiesFromData(char* data)
 {
-    char* cursor = data + 4;
-    FltUtils::getInt32ValueThenDecal(&reserved, cursor);
-    FltUtils::getDouble64ValueThenDecal(&radius, cursor);
+    FltFields::decode(*this, data);
 }
 
 std::ostream& FltRecordBoundingVolumeSphere::properties(std::ostream& os) const
 {
-    nameOpcodeAndLength(os);
-    FltDump::line(os, "radius: ", radius);
-    return os;
+    return FltFields::dump(*this, os);
 }
 
 std::ostream& FltRecordBoundingVolumeCylinder::nameOpcodeAndLength(std::ostream& os) const
@@ -86,18 +54,12 @@ std::ostream& FltRecordBoundingVolumeCylinder::nameOpcodeAndLength(std::ostream&
 
 void FltRecordBoundingVolumeCylinder::getPropertiesFromData(char* data)
 {
-    char* cursor = data + 4;
-    FltUtils::getInt32ValueThenDecal(&reserved, cursor);
-    FltUtils::getDouble64ValueThenDecal(&radius, cursor);
-    FltUtils::getDouble64ValueThenDecal(&heitght, cursor);
+    FltFields::decode(*this, data);
 }
 
 std::ostream& FltRecordBoundingVolumeCylinder::properties(std::ostream& os) const
 {
-    nameOpcodeAndLength(os);
-    FltDump::line(os, "radius: ", radius);
-    FltDump::line(os, "heitght: ", heitght);
-    return os;
+    return FltFields::dump(*this, os);
 }
 
 std::ostream& FltRecordBoundingVolumeCenter::nameOpcodeAndLength(std::ostream& os) const
@@ -107,20 +69,12 @@ std::ostream& FltRecordBoundingVolumeCenter::nameOpcodeAndLength(std::ostream& o
 
 void FltRecordBoundingVolumeCenter::getPropertiesFromData(char* data)
 {
-    char* cursor = data + 4;
-    FltUtils::getInt32ValueThenDecal(&reserved, cursor);
-    FltUtils::getDouble64ValueThenDecal(&XcoordinateCenter, cursor);
-    FltUtils::getDouble64ValueThenDecal(&YcoordinateCenter, cursor);
-    FltUtils::getDouble64ValueThenDecal(&ZcoordinateCenter, cursor);
+    FltFields::decode(*this, data);
 }
 
 std::ostream& FltRecordBoundingVolumeCenter::properties(std::ostream& os) const
 {
-    nameOpcodeAndLength(os);
-    FltDump::line(os, "XcoordinateCenter: ", XcoordinateCenter);
-    FltDump::line(os, "YcoordinateCenter: ", YcoordinateCenter);
-    FltDump::line(os, "ZcoordinateCenter: ", ZcoordinateCenter);
-    return os;
+    return FltFields::dump(*this, os);
 }
 
 std::ostream& FltRecordBoundingVolumeOrientation::nameOpcodeAndLength(std::ostream& os) const
@@ -130,18 +84,10 @@ std::ostream& FltRecordBoundingVolumeOrientation::nameOpcodeAndLength(std::ostre
 
 void FltRecordBoundingVolumeOrientation::getPropertiesFromData(char* data)
 {
-    char* cursor = data + 4;
-    FltUtils::getInt32ValueThenDecal(&reserved, cursor);
-    FltUtils::getDouble64ValueThenDecal(&yawAngle, cursor);
-    FltUtils::getDouble64ValueThenDecal(&pitchAngle, cursor);
-    FltUtils::getDouble64ValueThenDecal(&rollAngle, cursor);
+    FltFields::decode(*this, data);
 }
 
 std::ostream& FltRecordBoundingVolumeOrientation::properties(std::ostream& os) const
 {
-    nameOpcodeAndLength(os);
-    FltDump::line(os, "yawAngle: ", yawAngle);
-    FltDump::line(os, "pitchAngle: ", pitchAngle);
-    FltDump::line(os, "rollAngle: ", rollAngle);
-    return os;
+    return FltFields::dump(*this, os);
 }

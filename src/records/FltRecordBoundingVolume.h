@@ -1,20 +1,12 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstdint>
 
 /// The box around a node in whole numbers, as old files have it.
-///
-/// | Offset | Type  | Field                      |
-/// |--------|-------|----------------------------|
-/// | 4      | int32 | `XcoordinateLowestCorner`  |
-/// | 8      | int32 | `YcoordinateLowestCorner`  |
-/// | 12     | int32 | `ZcoordinateLowestCorner`  |
-/// | 16     | int32 | `XcoordinateHighestCorner` |
-/// | 20     | int32 | `YcoordinateHighestCorner` |
-/// | 24     | int32 | `ZcoordinateHighestCorner` |
 class FltRecordOldBoundingBox : public AncillaryFltRecord
 {
 public:
@@ -31,19 +23,20 @@ public:
     std::int32_t XcoordinateHighestCorner = 0;
     std::int32_t YcoordinateHighestCorner = 0;
     std::int32_t ZcoordinateHighestCorner = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("XcoordinateLowestCorner", self.XcoordinateLowestCorner);
+        visit("YcoordinateLowestCorner", self.YcoordinateLowestCorner);
+        visit("ZcoordinateLowestCorner", self.ZcoordinateLowestCorner);
+        visit("XcoordinateHighestCorner", self.XcoordinateHighestCorner);
+        visit("YcoordinateHighestCorner", self.YcoordinateHighestCorner);
+        visit("ZcoordinateHighestCorner", self.ZcoordinateHighestCorner);
+    }
 };
 
 /// The box around a node.
-///
-/// | Offset | Type    | Field                      |
-/// |--------|---------|----------------------------|
-/// | 4      | int32   | reserved                   |
-/// | 8      | float64 | `XcoordinateLowestCorner`  |
-/// | 16     | float64 | `YcoordinateLowestCorner`  |
-/// | 24     | float64 | `ZcoordinateLowestCorner`  |
-/// | 32     | float64 | `XcoordinateHighestCorner` |
-/// | 40     | float64 | `YcoordinateHighestCorner` |
-/// | 48     | float64 | `ZcoordinateHighestCorner` |
 class FltRecordBoundingBox : public AncillaryFltRecord
 {
 public:
@@ -61,14 +54,21 @@ public:
     double XcoordinateHighestCorner = 0;
     double YcoordinateHighestCorner = 0;
     double ZcoordinateHighestCorner = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("reserved", self.reserved, dumpAs::nothing);
+        visit("XcoordinateLowestCorner", self.XcoordinateLowestCorner);
+        visit("YcoordinateLowestCorner", self.YcoordinateLowestCorner);
+        visit("ZcoordinateLowestCorner", self.ZcoordinateLowestCorner);
+        visit("XcoordinateHighestCorner", self.XcoordinateHighestCorner);
+        visit("YcoordinateHighestCorner", self.YcoordinateHighestCorner);
+        visit("ZcoordinateHighestCorner", self.ZcoordinateHighestCorner);
+    }
 };
 
 /// The sphere around a node.
-///
-/// | Offset | Type    | Field    |
-/// |--------|---------|----------|
-/// | 4      | int32   | reserved |
-/// | 8      | float64 | `radius` |
 class FltRecordBoundingVolumeSphere : public AncillaryFltRecord
 {
 public:
@@ -81,15 +81,16 @@ public:
 
     std::int32_t reserved = 0;
     double radius = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("reserved", self.reserved, dumpAs::nothing);
+        visit("radius", self.radius);
+    }
 };
 
 /// The cylinder around a node.
-///
-/// | Offset | Type    | Field     |
-/// |--------|---------|-----------|
-/// | 4      | int32   | reserved  |
-/// | 8      | float64 | `radius`  |
-/// | 16     | float64 | `heitght` |
 class FltRecordBoundingVolumeCylinder : public AncillaryFltRecord
 {
 public:
@@ -103,16 +104,17 @@ public:
     std::int32_t reserved = 0;
     double radius = 0;
     double heitght = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("reserved", self.reserved, dumpAs::nothing);
+        visit("radius", self.radius);
+        visit("heitght", self.heitght);
+    }
 };
 
 /// The centre of the bounding volume that stands before it.
-///
-/// | Offset | Type    | Field               |
-/// |--------|---------|---------------------|
-/// | 4      | int32   | reserved            |
-/// | 8      | float64 | `XcoordinateCenter` |
-/// | 16     | float64 | `YcoordinateCenter` |
-/// | 24     | float64 | `ZcoordinateCenter` |
 class FltRecordBoundingVolumeCenter : public AncillaryFltRecord
 {
 public:
@@ -127,16 +129,18 @@ public:
     double XcoordinateCenter = 0;
     double YcoordinateCenter = 0;
     double ZcoordinateCenter = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("reserved", self.reserved, dumpAs::nothing);
+        visit("XcoordinateCenter", self.XcoordinateCenter);
+        visit("YcoordinateCenter", self.YcoordinateCenter);
+        visit("ZcoordinateCenter", self.ZcoordinateCenter);
+    }
 };
 
 /// The orientation of the bounding volume that stands before it.
-///
-/// | Offset | Type    | Field        |
-/// |--------|---------|--------------|
-/// | 4      | int32   | reserved     |
-/// | 8      | float64 | `yawAngle`   |
-/// | 16     | float64 | `pitchAngle` |
-/// | 24     | float64 | `rollAngle`  |
 class FltRecordBoundingVolumeOrientation : public AncillaryFltRecord
 {
 public:
@@ -151,4 +155,13 @@ public:
     double yawAngle = 0;   ///< In degrees.
     double pitchAngle = 0; ///< In degrees.
     double rollAngle = 0;  ///< In degrees.
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("reserved", self.reserved, dumpAs::nothing);
+        visit("yawAngle", self.yawAngle);
+        visit("pitchAngle", self.pitchAngle);
+        visit("rollAngle", self.rollAngle);
+    }
 };

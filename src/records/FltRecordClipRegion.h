@@ -1,23 +1,12 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstdint>
 
 /// A node that cuts with up to five planes.
-///
-/// | Offset | Type          | Field            |                                                       |
-/// |--------|---------------|------------------|-------------------------------------------------------|
-/// | 4      | char[8]       | `idASCII`        | name, which the node of the scene graph takes         |
-/// | 12     | int32         | `reserved1`      |                                                       |
-/// | 16     | int16         | `reserved2`      |                                                       |
-/// | 18     | uint8[6]      | `flags`          | one for each plane, 1 enables it; the sixth has no plane |
-/// | 24     | float64[3]    | `clipRegion1`    | x, y, z of a corner of the region                     |
-/// | 48     | float64[3]    | `clipRegion2`    |                                                       |
-/// | 72     | float64[3]    | `clipRegion3`    |                                                       |
-/// | 96     | float64[3]    | `clipRegion4`    |                                                       |
-/// | 120    | float64[4][5] | `clipRegionCoefs` | coefficients A of the five planes, then B, C and D   |
 class FltRecordClipRegion : public PrimaryFltRecord
 {
 public:
@@ -43,4 +32,19 @@ public:
     double clipRegion3[3] = {};
     double clipRegion4[3] = {};
     double clipRegionCoefs[4][5] = {}; ///< First index the coefficient, A to D, second the plane, 0 to 4.
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("idASCII", self.idASCII, dumpAs::text(&self + 1));
+        visit("reserved1", self.reserved1);
+        visit("reserved2", self.reserved2);
+        visit("flags", self.flags, dumpAs::pointer);
+        visit("clipRegion1", self.clipRegion1, dumpAs::list(" "));
+        visit("clipRegion2", self.clipRegion2, dumpAs::list(" "));
+        visit("clipRegion3", self.clipRegion3, dumpAs::list(" "));
+        visit("clipRegion4", self.clipRegion4, dumpAs::list(" "));
+        visit.show("clipRegionCoefs: ");
+        visit("clipRegionCoefs", self.clipRegionCoefs, dumpAs::rows(5));
+    }
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 #include "records/FltVersion.h"
 
@@ -8,15 +9,10 @@
 #include <map>
 #include <memory>
 
+class FltFieldDecoder;
+class FltFieldDump;
+
 /// The name of one colour of the palette.
-///
-/// | Offset | Type             | Field                                              |
-/// |--------|------------------|----------------------------------------------------|
-/// | 0      | uint16           | `length` of the entry in bytes, these 8 included   |
-/// | 2      | int16            | reserved                                           |
-/// | 4      | int16            | `index`                                            |
-/// | 6      | int16            | reserved                                           |
-/// | 8      | char[length - 8] | `name`                                             |
 class FltColorEntry
 {
 public:
@@ -27,33 +23,42 @@ public:
     FltColorEntry& operator=(FltColorEntry&& other) noexcept = default;
     virtual ~FltColorEntry() = default;
 
-    /// Reads an entry at @p cursor, which has to have `length` bytes there and at least 8, and moves it
-    /// behind the entry.
+    /// Bytes before the name.
+    static constexpr int headSize = 8;
+
+    /// Reads an entry at @p cursor, which has to have `length` bytes there and at least 8, and moves it to
+    /// the entry's end.
     void getPropertiesFromDataThenDecal(char*& cursor);
 
-    std::uint16_t length = 0;
+    std::uint16_t length = 0; ///< Of the whole entry in bytes.
     std::int16_t reserved1 = 0;
     std::int16_t index = 0; ///< The colour that is named. Any number is a good one, also below zero.
     std::int16_t reserved2 = 0;
     std::unique_ptr<char[]> name; ///< `length` minus 8 bytes and a zero; null before the entry is decoded.
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("length", self.length, "  length: ");
+        visit("reserved1", self.reserved1, dumpAs::nothing);
+        visit("index", self.index, "   index: ");
+        visit("reserved2", self.reserved2, dumpAs::nothing);
+        if constexpr (Visitor::decodes)
+            self.name.reset(new char[static_cast<std::size_t>(self.length - headSize) + 1]());
+        if constexpr (Visitor::dumps)
+            visit.dump.text("    name: ", self.name.get());
+        visit.text("name", self.name.get(), self.length - headSize);
+    }
 };
 
 /// The colours that faces and vertices name by index, and their names.
 ///
-/// The layout depends on the format revision:
+/// Up to revision 13 the file has the brightest shades of 32 ramps, three bytes each, which make 128 colours
+/// each, and 56 fixed colours. Later files have the colours themselves; from revision 1421 on, in a record of
+/// at least 4229 bytes, names of colours follow.
 ///
-/// | Revision   | Offset | Type         | Field                                                            |
-/// |------------|--------|--------------|------------------------------------------------------------------|
-/// | up to 13   | 4      | uint8[32][3] | the brightest shades of 32 ramps, which make 128 `color` each    |
-/// | up to 13   | 100    | uint8[56][3] | 56 fixed colours, behind the ramps in `color`                    |
-/// | 14 to 1420 | 4      | uint32[512]  | `color`                                                          |
-/// | from 1421  | 4      | 128 bytes    | `reserved`                                                       |
-/// | from 1421  | 132    | uint32[1024] | `color`                                                          |
-/// | from 1421  | 4228   | int32        | `numberOfColorNames`, in a record of at least 4229 bytes         |
-/// | from 1421  | 4232   | entries      | the entries, one behind the other                                |
-///
-/// The entries end where the record does, whatever their number says: one that doesn't fit, or says that it
-/// is shorter than its own head, ends the reading and is reported as damage.
+/// The names end where the record does, whatever their number says: an entry that doesn't fit, or says that
+/// it is shorter than its own head, ends the reading and is reported as damage.
 class FltRecordColorPalette : public PaletteFltRecord, public FltVersion
 {
 public:
@@ -88,7 +93,45 @@ public:
         return word << 24 | (word & 0xff00U) << 8 | (word >> 8 & 0xff00U) | word >> 24;
     }
 
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        if (visit.from(self.revision, 1421)) {
+            visit("reserved", self.reserved, dumpAs::nothing);
+            visit.first(1024, "color", self.color, dumpAs::nothing);
+            if (visit.when(self.length > namesOffset)) {
+                visit("numberOfColorNames", self.numberOfColorNames, dumpAs::nothing);
+                if constexpr (Visitor::decodes)
+                    self.getColorNamesFromData(visit);
+            }
+        } else if (visit.from(self.revision, 14)) {
+            visit.first(512, "color", self.color, dumpAs::nothing);
+        } else {
+            if constexpr (Visitor::decodes)
+                self.getRampsFromData(visit);
+            if constexpr (Visitor::lists)
+                visit.values("color", self.color, colorCount);
+            if constexpr (!Visitor::decodes)
+                visit.skip(rampBytes);
+        }
+        if constexpr (Visitor::dumps)
+            self.dumpColors(visit);
+        if constexpr (Visitor::lists)
+            for (auto const& [index, entry] : self.setOfColorEntries) {
+                visit.openElement("colorEntries");
+                FltColorEntry::fields(entry, visit);
+                visit.close();
+            }
+    }
+
 private:
-    void getRampsFromData(char* cursor);
-    void getColorNamesFromData(char* data);
+    /// What a file of revision 13 or before has of the colours.
+    static constexpr int rampBytes = 3 * (32 + 56);
+
+    /// Where the names begin in a record that is long enough.
+    static constexpr unsigned int namesOffset = 4228;
+
+    void getRampsFromData(FltFieldDecoder& decoder);
+    void getColorNamesFromData(FltFieldDecoder& decoder);
+    void dumpColors(FltFieldDump& dump) const;
 };

@@ -1,7 +1,6 @@
 #include "records/FltRecordComment.h"
 
-#include "dump/FltDump.h"
-#include "records/FltUtils.h"
+#include "records/FltFields.h"
 
 std::ostream& FltRecordComment::nameOpcodeAndLength(std::ostream& os) const
 {
@@ -10,12 +9,10 @@ std::ostream& FltRecordComment::nameOpcodeAndLength(std::ostream& os) const
 
 void FltRecordComment::getPropertiesFromData(char* data)
 {
-    textDescription = FltUtils::restAsText(data, length);
+    FltFields::decode(*this, data);
 }
 
 std::ostream& FltRecordComment::properties(std::ostream& os) const
 {
-    nameOpcodeAndLength(os);
-    FltDump::text(os, "textDescription: ", textDescription.get());
-    return os;
+    return FltFields::dump(*this, os);
 }

@@ -1,15 +1,12 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <memory>
 
 /// A comment on the record before.
-///
-/// | Offset | Type               | Field             |
-/// |--------|--------------------|-------------------|
-/// | 4      | char[length - 4]   | `textDescription` |
 class FltRecordComment : public AncillaryFltRecord
 {
 public:
@@ -22,4 +19,10 @@ public:
 
     /// The text with a zero behind it; null before the record is decoded. Zeros inside the text are kept.
     std::unique_ptr<char[]> textDescription;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit.rest("textDescription", self.textDescription, self.length);
+    }
 };

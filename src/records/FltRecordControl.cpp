@@ -1,8 +1,7 @@
 #include "records/FltRecordControl.h"
 
-#include "dump/FltDump.h"
 #include "messages/FltWarningMessageConsole.h"
-#include "records/FltUtils.h"
+#include "records/FltFields.h"
 
 namespace
 {
@@ -55,18 +54,12 @@ AbstractExtensionControlRecord::AbstractExtensionControlRecord(unsigned int leng
 
 void AbstractExtensionControlRecord::getPropertiesFromData(char* data)
 {
-    char* cursor = data + 4;
-    FltUtils::getBytesThenDecal(reserved1, sizeof reserved1, cursor);
-    FltUtils::getBytesThenDecal(reserved2, sizeof reserved2, cursor);
-    FltUtils::getBytesThenDecal(reserved3, sizeof reserved3, cursor);
-    FltUtils::getUInt16ValueThenDecal(&vertexReferenceIndex, cursor);
+    FltFields::decode(*this, data);
 }
 
 std::ostream& AbstractExtensionControlRecord::properties(std::ostream& os) const
 {
-    nameOpcodeAndLength(os);
-    FltDump::line(os, "vertexReferenceIndex: ", vertexReferenceIndex);
-    return os;
+    return FltFields::dump(*this, os);
 }
 
 std::ostream& FltRecordPushExtension::nameOpcodeAndLength(std::ostream& os) const
@@ -81,17 +74,12 @@ std::ostream& FltRecordPopExtension::nameOpcodeAndLength(std::ostream& os) const
 
 void AbstractInstanceRecord::getPropertiesFromData(char* data)
 {
-    char* cursor = data + 4;
-    FltUtils::getInt16ValueThenDecal(&spare, cursor);
-    FltUtils::getInt16ValueThenDecal(&instanceDefinitionNumber, cursor);
+    FltFields::decode(*this, data);
 }
 
 std::ostream& AbstractInstanceRecord::properties(std::ostream& os) const
 {
-    nameOpcodeAndLength(os);
-    FltDump::line(os, "spare: ", spare);
-    FltDump::line(os, "instanceDefinitionNumber: ", instanceDefinitionNumber);
-    return os;
+    return FltFields::dump(*this, os);
 }
 
 std::ostream& FltRecordInstanceReference::nameOpcodeAndLength(std::ostream& os) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstdint>
@@ -14,6 +15,11 @@ public:
 
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
+
+    template <class Self, class Visitor>
+    static void fields(Self& /*self*/, Visitor& /*visit*/)
+    {
+    }
 };
 
 /// Opens a level: what follows stands below the record before.
@@ -54,13 +60,6 @@ public:
 
 /// A control record of an extension.
 ///
-/// | Offset | Type    | Field                  |
-/// |--------|---------|------------------------|
-/// | 4      | char[8] | reserved               |
-/// | 12     | char[8] | reserved               |
-/// | 20     | 2 bytes | reserved               |
-/// | 22     | uint16  | `vertexReferenceIndex` |
-///
 /// Its length is tested against 4 as that of the other control records, so every one leaves a message at
 /// level 1.
 class AbstractExtensionControlRecord : public ControlFltRecord
@@ -75,6 +74,15 @@ public:
     char reserved2[8] = {};
     char reserved3[2] = {};
     std::uint16_t vertexReferenceIndex = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("reserved1", self.reserved1, dumpAs::nothing);
+        visit("reserved2", self.reserved2, dumpAs::nothing);
+        visit("reserved3", self.reserved3, dumpAs::nothing);
+        visit("vertexReferenceIndex", self.vertexReferenceIndex);
+    }
 };
 
 /// Opens a level of extension records.
@@ -96,11 +104,6 @@ public:
 };
 
 /// A record of the instancing of a subtree.
-///
-/// | Offset | Type  | Field                      |
-/// |--------|-------|----------------------------|
-/// | 4      | int16 | `spare`                    |
-/// | 6      | int16 | `instanceDefinitionNumber` |
 class AbstractInstanceRecord : public ControlFltRecord
 {
 public:
@@ -111,6 +114,13 @@ public:
 
     std::int16_t spare = 0;
     std::int16_t instanceDefinitionNumber = 0; ///< Which definition is meant.
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("spare", self.spare);
+        visit("instanceDefinitionNumber", self.instanceDefinitionNumber);
+    }
 };
 
 /// Places what an instance definition holds.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstdint>
@@ -8,60 +9,6 @@
 /// A node with a coordinate system of its own, in which it may be moved, turned and scaled between limits.
 ///
 /// Lengths are in database units, angles in degrees.
-///
-/// | Offset | Type    | Field                                         |
-/// |--------|---------|-----------------------------------------------|
-/// | 4      | char[8] | `idASCII`                                     |
-/// | 12     | int32   | reserved                                      |
-/// | 16     | float64 | `XOriginOfDOFLocalCoordinateSystem`           |
-/// | 24     | float64 | `YOriginOfDOFLocalCoordinateSystem`           |
-/// | 32     | float64 | `ZOriginOfDOFLocalCoordinateSystem`           |
-/// | 40     | float64 | `XPointOnXAxisOfDOFLocalCoordinateSystem`     |
-/// | 48     | float64 | `YPointOnXAxisOfDOFLocalCoordinateSystem`     |
-/// | 56     | float64 | `ZPointOnXAxisOfDOFLocalCoordinateSystem`     |
-/// | 64     | float64 | `XPointInXYPlaneOfDOFLocalCoordinateSystem`   |
-/// | 72     | float64 | `YPointInXYPlaneOfDOFLocalCoordinateSystem`   |
-/// | 80     | float64 | `ZPointInXYPlaneOfDOFLocalCoordinateSystem`   |
-/// | 88     | float64 | `ZMinValue`                                   |
-/// | 96     | float64 | `ZMaxValue`                                   |
-/// | 104    | float64 | `ZCurrentValue`                               |
-/// | 112    | float64 | `ZIncrement`                                  |
-/// | 120    | float64 | `YMinValue`                                   |
-/// | 128    | float64 | `YMaxValue`                                   |
-/// | 136    | float64 | `YCurrentValue`                               |
-/// | 144    | float64 | `YIncrement`                                  |
-/// | 152    | float64 | `XMinValue`                                   |
-/// | 160    | float64 | `XMaxValue`                                   |
-/// | 168    | float64 | `XCurrentValue`                               |
-/// | 176    | float64 | `XIncrement`                                  |
-/// | 184    | float64 | `minimumPitch`                                |
-/// | 192    | float64 | `maxPitch`                                    |
-/// | 200    | float64 | `currentPitch`                                |
-/// | 208    | float64 | `incrementInPitch`                            |
-/// | 216    | float64 | `minimumRoll`                                 |
-/// | 224    | float64 | `maxRoll`                                     |
-/// | 232    | float64 | `currentRoll`                                 |
-/// | 240    | float64 | `incrementInRoll`                             |
-/// | 248    | float64 | `minimumYaw`                                  |
-/// | 256    | float64 | `maxYaw`                                      |
-/// | 264    | float64 | `currentYaw`                                  |
-/// | 272    | float64 | `incrementInYaw`                              |
-/// | 280    | float64 | `ZMinScale`                                   |
-/// | 288    | float64 | `ZMaxScale`                                   |
-/// | 296    | float64 | `ZCurrentScale`                               |
-/// | 304    | float64 | `ZIncrementForScale`                          |
-/// | 312    | float64 | `YMinScale`                                   |
-/// | 320    | float64 | `YMaxScale`                                   |
-/// | 328    | float64 | `YCurrentScale`                               |
-/// | 336    | float64 | `YIncrementForScale`                          |
-/// | 344    | float64 | `XMinScale`                                   |
-/// | 352    | float64 | `XMaxScale`                                   |
-/// | 360    | float64 | `XCurrentScale`                               |
-/// | 368    | float64 | `XIncrementForScale`                          |
-/// | 376    | uint32  | `flags`                                       |
-///
-/// Flags, each for a limited axis: bit 31 x translation, 30 y, 29 z, 28 pitch, 27 roll, 26 yaw, 25 x scale,
-/// 24 y, 23 z.
 class FltRecordDOF : public PrimaryFltRecord
 {
 public:
@@ -120,4 +67,80 @@ public:
     double XCurrentScale = 0;
     double XIncrementForScale = 0;
     std::uint32_t flags = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("idASCII", self.idASCII, dumpAs::text(&self.flags + 1));
+        visit("reserved", self.reserved, dumpAs::nothing);
+        visit("XOriginOfDOFLocalCoordinateSystem", self.XOriginOfDOFLocalCoordinateSystem);
+        visit("YOriginOfDOFLocalCoordinateSystem", self.YOriginOfDOFLocalCoordinateSystem);
+        visit("ZOriginOfDOFLocalCoordinateSystem", self.ZOriginOfDOFLocalCoordinateSystem);
+        visit("XPointOnXAxisOfDOFLocalCoordinateSystem", self.XPointOnXAxisOfDOFLocalCoordinateSystem,
+              "XPointOnXAxisOfDOFLocalCoordinateSystem : ");
+        visit("YPointOnXAxisOfDOFLocalCoordinateSystem", self.YPointOnXAxisOfDOFLocalCoordinateSystem);
+        visit("ZPointOnXAxisOfDOFLocalCoordinateSystem", self.ZPointOnXAxisOfDOFLocalCoordinateSystem,
+              "ZPointOnXAxisOfDOFLocalCoordinateSystem : ");
+        visit.show("");
+        visit("XPointInXYPlaneOfDOFLocalCoordinateSystem", self.XPointInXYPlaneOfDOFLocalCoordinateSystem);
+        visit("YPointInXYPlaneOfDOFLocalCoordinateSystem", self.YPointInXYPlaneOfDOFLocalCoordinateSystem);
+        visit("ZPointInXYPlaneOfDOFLocalCoordinateSystem", self.ZPointInXYPlaneOfDOFLocalCoordinateSystem,
+              "ZPointInXYPlaneOfDOFLocalCoordinateSystem : ");
+        visit.show("");
+        visit("ZMinValue", self.ZMinValue);
+        visit("ZMaxValue", self.ZMaxValue);
+        visit("ZCurrentValue", self.ZCurrentValue);
+        visit("ZIncrement", self.ZIncrement);
+        visit.show("");
+        visit("YMinValue", self.YMinValue);
+        visit("YMaxValue", self.YMaxValue);
+        visit("YCurrentValue", self.YCurrentValue);
+        visit("YIncrement", self.YIncrement);
+        visit.show("");
+        visit("XMinValue", self.XMinValue);
+        visit("XMaxValue", self.XMaxValue);
+        visit("XCurrentValue", self.XCurrentValue);
+        visit("XIncrement", self.XIncrement);
+        visit.show("");
+        visit("minimumPitch", self.minimumPitch);
+        visit("maxPitch", self.maxPitch, "maxPitch : ");
+        visit("currentPitch", self.currentPitch);
+        visit("incrementInPitch", self.incrementInPitch);
+        visit.show("");
+        visit("minimumRoll", self.minimumRoll);
+        visit("maxRoll", self.maxRoll, "maxRoll : ");
+        visit("currentRoll", self.currentRoll);
+        visit("incrementInRoll", self.incrementInRoll);
+        visit.show("");
+        visit("minimumYaw", self.minimumYaw);
+        visit("maxYaw", self.maxYaw, "maxYaw : ");
+        visit("currentYaw", self.currentYaw);
+        visit("incrementInYaw", self.incrementInYaw);
+        visit.show("");
+        visit("ZMinScale", self.ZMinScale, "ZMinScale   : ");
+        visit("ZMaxScale", self.ZMaxScale, "ZMaxScale  : ");
+        visit("ZCurrentScale", self.ZCurrentScale);
+        visit("ZIncrementForScale", self.ZIncrementForScale);
+        visit.show("");
+        visit("YMinScale", self.YMinScale, "YMinScale   : ");
+        visit("YMaxScale", self.YMaxScale, "YMaxScale  : ");
+        visit("YCurrentScale", self.YCurrentScale);
+        visit("YIncrementForScale", self.YIncrementForScale);
+        visit.show("");
+        visit("XMinScale", self.XMinScale, "XMinScale : ");
+        visit("XMaxScale", self.XMaxScale, "XMaxScale : ");
+        visit("XCurrentScale", self.XCurrentScale);
+        visit("XIncrementForScale", self.XIncrementForScale, "XIncrementForScale    : ");
+        visit.show("");
+        visit("flags", self.flags, dumpAs::heading);
+        visit.flag("xTranslationIsLimited", self.flags, 31, "     x translation is limited: ");
+        visit.flag("yTranslationIsLimited", self.flags, 30, "     y translation is limited: ");
+        visit.flag("zTranslationIsLimited", self.flags, 29, "     z translation is limited: ");
+        visit.flag("pitchRotationIsLimited", self.flags, 28, "     pitch rotation is limited: ");
+        visit.flag("rollRotationIsLimited", self.flags, 27, "     roll rotation is limited: ");
+        visit.flag("yawRotationIsLimited", self.flags, 26, "     yaw rotation is limited: ");
+        visit.flag("xScaleIsLimited", self.flags, 25, "     x scale is limited: ");
+        visit.flag("yScaleIsLimited", self.flags, 24, "     y scale is limited: ");
+        visit.flag("zScaleIsLimited", self.flags, 23, "     z scale is limited: ");
+    }
 };

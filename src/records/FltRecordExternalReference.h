@@ -1,22 +1,12 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstdint>
 
 /// A node whose content stands in another file.
-///
-/// | Offset | Type      | Field       |                                                                    |
-/// |--------|-----------|-------------|--------------------------------------------------------------------|
-/// | 4      | char[200] | `asciiPath` | path of the file                                                   |
-/// | 204    | int32     | reserved    |                                                                    |
-/// | 208    | uint32    | `Flags`     | palettes that are overridden, see below                            |
-/// | 212    | 2 bytes   |             | skipped                                                            |
-/// | 214    | int16     | reserved    |                                                                    |
-///
-/// Flags: bit 31 colour palette, 30 material, 29 texture and texture mapping, 28 line style, 27 sound, 26
-/// light source, 25 light point palette.
 class FltRecordExternalReference : public PrimaryFltRecord
 {
 public:
@@ -31,4 +21,22 @@ public:
     std::int32_t reserved1 = 0;
     std::uint32_t Flags = 0;
     std::int16_t reserved2 = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("asciiPath", self.asciiPath, dumpAs::text(&self.reserved2 + 1));
+        visit("reserved1", self.reserved1, dumpAs::nothing);
+        visit("Flags", self.Flags, dumpAs::heading);
+        visit.flag("colorPaletteOverride", self.Flags, 31, "      Color palette override: ");
+        visit.flag("materialPaletteOverride", self.Flags, 30, "      Material palette override: ");
+        visit.flag("textureAndTextureMappingPaletteOverride", self.Flags, 29,
+                   "      Texture and texture mapping palette override: ");
+        visit.flag("lineStylePaletteOverride", self.Flags, 28, "      Line style palette override: ");
+        visit.flag("soundPaletteOverride", self.Flags, 27, "      Sound palette override: ");
+        visit.flag("lightSourcePaletteOverride", self.Flags, 26, "      Light source palette override: ");
+        visit.flag("lightPointPaletteOverride", self.Flags, 25, "      Light point palette override: ");
+        visit.skip(2);
+        visit("reserved2", self.reserved2, dumpAs::nothing);
+    }
 };

@@ -1,16 +1,12 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstdint>
 
 /// The ten saved eyepoints and ten trackplanes of a file.
-///
-/// | Offset | Type      | Field                                                       |
-/// |--------|-----------|-------------------------------------------------------------|
-/// | 4      | int32     | reserved                                                    |
-/// | 8      | 272 bytes | the eyepoint, and in its first 128 bytes the trackplane     |
 ///
 /// All ten eyepoints and all ten trackplanes are read from offset 8: they hold the same values, and the later
 /// entries of the file are not walked.
@@ -18,21 +14,6 @@ class FltRecordEyePointTrackPlane : public PaletteFltRecord
 {
 public:
     /// A saved point of view, 272 bytes.
-    ///
-    /// | Offset | Type        | Field                                                                   |
-    /// |--------|-------------|-------------------------------------------------------------------------|
-    /// | 0      | float64     | `centerX`, `centerY`, `centerZ`                                         |
-    /// | 24     | float32     | `yawAngle`, `pitchAngle`, `rollAngle`                                   |
-    /// | 36     | float32[16] | `rotationMatrix`                                                        |
-    /// | 100    | float32     | `viewField`, `scale`, `nearClippingPlane`, `farClippingPlane`           |
-    /// | 116    | float32[16] | `flyThroughMatrix`                                                      |
-    /// | 180    | float32     | `eyePointX`, `eyePointY`, `eyePointZ`                                   |
-    /// | 192    | float32     | `flyThroughYaw`, `pitchThroughYaw`                                      |
-    /// | 200    | float32     | `eyeVectorI`, `eyeVectorJ`, `eyeVectorK`                                |
-    /// | 212    | int32       | `flyThroughFlag`, `orthoDrawingFlag`, `isValidEyePointFlag`             |
-    /// | 224    | int32       | `imageOffsetX`, `imageOffsetY`, `imageZoom`                             |
-    /// | 236    | 32 bytes    | reserved                                                                |
-    /// | 268    | int32       | reserved                                                                |
     struct FltEyePointStruct {
         double centerX = 0;
         double centerY = 0;
@@ -62,27 +43,51 @@ public:
         std::int32_t imageZoom = 0;
         char reserved1[32] = {};
         std::int32_t reserved2 = 0;
+
+        template <class Self, class Visitor>
+        static void fields(Self& self, Visitor& visit)
+        {
+            visit("centerX", self.centerX);
+            visit("centerY", self.centerY);
+            visit("centerZ", self.centerZ);
+            visit("yawAngle", self.yawAngle);
+            visit("pitchAngle", self.pitchAngle);
+            visit("rollAngle", self.rollAngle);
+            visit.show("rotationMatrix: ");
+            visit("rotationMatrix", self.rotationMatrix, dumpAs::rows(4));
+            visit("viewField", self.viewField);
+            visit("scale", self.scale);
+            visit("nearClippingPlane", self.nearClippingPlane);
+            visit("farClippingPlane", self.farClippingPlane);
+            visit.show("flyThroughMatrix: ");
+            visit("flyThroughMatrix", self.flyThroughMatrix, dumpAs::rows(4));
+            visit("eyePointX", self.eyePointX);
+            visit("eyePointY", self.eyePointY);
+            visit("eyePointZ", self.eyePointZ);
+            visit("flyThroughYaw", self.flyThroughYaw);
+            visit("pitchThroughYaw", self.pitchThroughYaw);
+            visit("eyeVectorI", self.eyeVectorI);
+            visit("eyeVectorJ", self.eyeVectorJ);
+            visit("eyeVectorK", self.eyeVectorK);
+            visit("flyThroughFlag", self.flyThroughFlag);
+            visit("orthoDrawingFlag", self.orthoDrawingFlag);
+            visit("isValidEyePointFlag", self.isValidEyePointFlag);
+            visit("imageOffsetX", self.imageOffsetX);
+            visit("imageOffsetY", self.imageOffsetY);
+            visit("imageZoom", self.imageZoom);
+            visit("reserved1", self.reserved1, dumpAs::nothing);
+            visit("reserved2", self.reserved2, dumpAs::nothing);
+        }
     };
 
     /// A plane to draw on, 128 bytes.
-    ///
-    /// | Offset | Type    | Field                                                                       |
-    /// |--------|---------|-----------------------------------------------------------------------------|
-    /// | 0      | int32   | `activeFlag`: -1 for a valid trackplane                                     |
-    /// | 4      | int32   | reserved                                                                    |
-    /// | 8      | float64 | `originX`, `originY`, `originZ`                                             |
-    /// | 32     | float64 | `alignmentX`, `alignmentY`, `alignmentZ`                                    |
-    /// | 56     | float64 | `planeX`, `planeY`, `planeZ`                                                |
-    /// | 80     | int8    | `gridFlag`, `gridType`, `gridUnder`, reserved                               |
-    /// | 84     | float32 | `gridAngle`                                                                 |
-    /// | 88     | float64 | `gridSpacingX`, `gridSpacingY`                                              |
-    /// | 104    | int8    | `radialDirectionControl`, `rectangularDirectionControl`, `gridSnap`         |
-    /// | 107    | int8    | reserved                                                                    |
-    /// | 108    | int32   | reserved                                                                    |
-    /// | 112    | float64 | `gridSize`                                                                  |
-    /// | 120    | int32   | `gridVisibilityMask`                                                        |
-    /// | 124    | int32   | reserved                                                                    |
     struct FltTrackPlaneStruct {
+        static constexpr std::int32_t valid = -1; ///< As an activeFlag.
+
+        /// The grid's angle without its fraction: beyond the range of 32 bits the nearest end of it, and 0
+        /// for what is not a number.
+        std::int32_t getWholeGridAngle() const;
+
         std::int32_t activeFlag = 0;
         std::int32_t reserved1 = 0;
         double originX = 0;
@@ -109,6 +114,41 @@ public:
         double gridSize = 0;
         std::int32_t gridVisibilityMask = 0;
         std::int32_t reserved5 = 0;
+
+        template <class Self, class Visitor>
+        static void fields(Self& self, Visitor& visit)
+        {
+            if (Visitor::dumps && self.activeFlag != valid)
+                return visit.show("activeFlag != -1 (it is not a valid trackplane)");
+            visit("activeFlag", self.activeFlag);
+            visit("reserved1", self.reserved1, dumpAs::nothing);
+            visit("originX", self.originX);
+            visit("originY", self.originY);
+            visit("originZ", self.originZ);
+            visit("alignmentX", self.alignmentX);
+            visit("alignmentY", self.alignmentY);
+            visit("alignmentZ", self.alignmentZ);
+            visit("planeX", self.planeX);
+            visit("planeY", self.planeY);
+            visit("planeZ", self.planeZ);
+            visit("gridFlag", self.gridFlag);
+            visit("gridType", self.gridType);
+            visit("gridUnder", self.gridUnder);
+            visit("reserved2", self.reserved2, dumpAs::nothing);
+            visit("gridAngle", self.gridAngle, dumpAs::nothing);
+            visit.show("gridAngle: ", self.getWholeGridAngle());
+            visit("gridSpacingX", self.gridSpacingX);
+            visit("gridSpacingY", self.gridSpacingY);
+            visit("radialDirectionControl", self.radialDirectionControl);
+            visit("rectangularDirectionControl", self.rectangularDirectionControl);
+            visit("gridSnap", self.gridSnap);
+            visit.show("gridFlagReserved: ", self.alignmentX); // not what the file reserves
+            visit("reserved3", self.reserved3, dumpAs::nothing);
+            visit("reserved4", self.reserved4, dumpAs::nothing);
+            visit("gridSize", self.gridSize);
+            visit("gridVisibilityMask", self.gridVisibilityMask);
+            visit("reserved5", self.reserved5, dumpAs::nothing);
+        }
     };
 
     using PaletteFltRecord::PaletteFltRecord;
@@ -135,4 +175,23 @@ public:
     std::int32_t reserved = 0;
     FltEyePointStruct eyePoint[10];
     FltTrackPlaneStruct trackPlane[10];
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("reserved", self.reserved, dumpAs::nothing);
+        auto const begin = visit.place();
+        for (auto& eye : self.eyePoint) {
+            visit.goTo(begin);
+            visit.openElement("eyePoint");
+            FltEyePointStruct::fields(eye, visit);
+            visit.close();
+        }
+        for (auto& plane : self.trackPlane) {
+            visit.goTo(begin);
+            visit.openElement("trackPlane");
+            FltTrackPlaneStruct::fields(plane, visit);
+            visit.close();
+        }
+    }
 };

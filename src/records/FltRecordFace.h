@@ -1,58 +1,19 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 #include "records/FltVersion.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <utility>
 #include <vector>
 
 /// A polygon: its appearance. Its vertices stand in the list of the level below.
 ///
-/// | Offset | Type     | Field                       |                                                      |
-/// |--------|----------|-----------------------------|------------------------------------------------------|
-/// | 4      | char[8]  | `idField`                   | name                                                 |
-/// | 12     | int32    | `IRColorCode`               | infrared                                             |
-/// | 16     | int16    | `relativePriority`          |                                                      |
-/// | 18     | int8     | `drawType`                  |                                                      |
-/// | 19     | int8     | `textureWhite`              |                                                      |
-/// | 20     | uint16   | `colorNameIndex`            |                                                      |
-/// | 22     | uint16   | `alternateColorNameIndex`   |                                                      |
-/// | 24     | int8     | reserved                    |                                                      |
-/// | 25     | int8     | `templateBillboard`         |                                                      |
-/// | 26     | int16    | `detailTexturePatternIndex` |                                                      |
-/// | 28     | int16    | `texturePatternIndex`       | -1 for no texture                                    |
-/// | 30     | int16    | `materialIndex`             | -1 for no material                                   |
-/// | 32     | int16    | `surfaceMaterialCode`       |                                                      |
-/// | 34     | int16    | `idFeature`                 |                                                      |
-/// | 36     | int32    | `IRMaterialCode`            | infrared                                             |
-/// | 40     | uint16   | `transparency`              | 0 is opaque, 65535 is fully transparent              |
-/// | 42     | uint8    | `LODGenerationControl`      |                                                      |
-/// | 43     | uint8    | `lineStyleIndex`            |                                                      |
-/// | 44     | uint32   | `flags`                     | see below                                            |
-/// | 48     | uint8    | `lightMode`                 |                                                      |
-/// | 49     | int8     | reserved                    |                                                      |
-/// | 50     | int16    | reserved                    |                                                      |
-/// | 52     | int32    | reserved                    |                                                      |
-/// | 56     | uint8[4] | `packedColor`               | alpha, blue, green, red                              |
-/// | 60     | uint8[4] | `alternatePackedColor`      | alpha, blue, green, red                              |
-///
-/// Flags: bit 31 terrain, 30 no colour of its own, 29 no alternate colour, 28 the colour is `packedColor` and
-/// not one of the palette, 27 terrain culture cutout, 26 hidden (not drawn).
-///
-/// From revision 1500 on:
-///
-/// | Offset | Type     | Field                       |                                                      |
-/// |--------|----------|-----------------------------|------------------------------------------------------|
-/// | 64     | int16    | `textureMappingIndex`       |                                                      |
-/// | 66     | int16    | reserved                    |                                                      |
-/// | 68     | int32    | `primaryColorIndex`         | palette index and intensity                          |
-/// | 72     | int32    | `alternateColorIndex`       | palette index and intensity                          |
-/// | 76     | int16[2] | reserved                    |                                                      |
-///
-/// Before, `textureMappingIndex` is -1 and both colour indices are `colorNameIndex`.
+/// Before revision 1500 `textureMappingIndex` is -1 and both colour indices are `colorNameIndex`.
 class FltRecordFace : public PrimaryFltRecord, public FltVersion
 {
 public:
@@ -94,13 +55,67 @@ public:
     std::int32_t alternateColorIndex = 0;
     std::int16_t reserved6 = 0;
     std::int16_t reserved7 = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit.first(8, "idField", self.idField, dumpAs::text(std::end(self.idField)));
+        visit("IRColorCode", self.IRColorCode);
+        visit("relativePriority", self.relativePriority);
+        visit("drawType", self.drawType);
+        visit("textureWhite", self.textureWhite);
+        visit("colorNameIndex", self.colorNameIndex);
+        visit("alternateColorNameIndex", self.alternateColorNameIndex);
+        visit("reserved1", self.reserved1, dumpAs::nothing);
+        visit("templateBillboard", self.templateBillboard);
+        visit("detailTexturePatternIndex", self.detailTexturePatternIndex);
+        visit("texturePatternIndex", self.texturePatternIndex);
+        visit("materialIndex", self.materialIndex);
+        visit("surfaceMaterialCode", self.surfaceMaterialCode);
+        visit("idFeature", self.idFeature);
+        visit("IRMaterialCode", self.IRMaterialCode);
+        visit("transparency", self.transparency);
+        visit("LODGenerationControl", self.LODGenerationControl);
+        visit("lineStyleIndex", self.lineStyleIndex);
+        visit("flags", self.flags, dumpAs::nothing);
+        visit.flag("terrain", self.flags, 31, "flags:           Terrain: ");
+        visit.flag("noColor", self.flags, 30, "                No Color: ");
+        visit.flag("noAlternateColor", self.flags, 29, "      No Alternate Color: ");
+        visit.flag("packedColor", self.flags, 28, "            Packed Color: ");
+        visit.flag("terrainCultureCutout", self.flags, 27, "  Terrain Culture Cutout: ");
+        visit.flag("hidden", self.flags, 26, "      Hidden (not drawn): ");
+        visit("lightMode", self.lightMode);
+        visit("reserved2", self.reserved2, dumpAs::nothing);
+        visit("reserved3", self.reserved3, dumpAs::nothing);
+        visit("reserved4", self.reserved4, dumpAs::nothing);
+        visit("packedColor", self.packedColor, dumpAs::nothing);
+        visit.showColor("packedColor: alpha=", self.packedColor[0]);
+        visit.showColor("              blue=", self.packedColor[1]);
+        visit.showColor("             green=", self.packedColor[2]);
+        visit.showColor("               red=", self.packedColor[3]);
+        visit("alternatePackedColor", self.alternatePackedColor, dumpAs::nothing);
+        visit.showColor("alternatePackedColor: alpha=", self.alternatePackedColor[0]);
+        visit.showColor("                       blue=", self.alternatePackedColor[1]);
+        visit.showColor("                      green=", self.alternatePackedColor[2]);
+        visit.showColor("                        red=", self.alternatePackedColor[3]);
+        if (visit.from(self.revision, 1500)) {
+            visit("textureMappingIndex", self.textureMappingIndex);
+            visit("reserved5", self.reserved5, dumpAs::nothing);
+            visit("primaryColorIndex", self.primaryColorIndex);
+            visit("alternateColorIndex", self.alternateColorIndex);
+            visit("reserved6", self.reserved6, dumpAs::nothing);
+            visit("reserved7", self.reserved7, dumpAs::nothing);
+        } else {
+            visit.preset(self.textureMappingIndex, -1);
+            visit.preset(self.primaryColorIndex, self.colorNameIndex);
+            visit.preset(self.alternateColorIndex,
+                         self.colorNameIndex); // not alternateColorNameIndex
+            visit.show("primaryColorIndex: ", self.primaryColorIndex);
+        }
+    }
 };
 
 /// The vertices of the face before, by their place in the vertex palette. The same in every revision.
-///
-/// | Offset | Type                    | Field           |
-/// |--------|-------------------------|-----------------|
-/// | 4      | int32[(length - 4) / 4] | `vertexOffsets` |
 ///
 /// A length that leaves no room for a whole offset gives an empty list.
 class FltRecordVertexList : public PrimaryFltRecord
@@ -114,6 +129,12 @@ public:
     void getPropertiesFromData(char* data) override;
 
     std::vector<int> vertexOffsets; ///< Byte offsets into the vertex palette, one for each vertex, in order.
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit.values("vertexOffsets", self.vertexOffsets.data(), static_cast<int>(self.vertexOffsets.size()));
+    }
 };
 
 /// The vertices of the face before, for a face that changes its shape with the distance. The same in every
@@ -136,4 +157,16 @@ public:
     static std::size_t getReach(unsigned int length);
 
     std::vector<std::pair<int, int>> vertexOffsets; ///< Byte offsets into the vertex palette.
+
+    template <class Self, class Visitor>
+    static void fields([[maybe_unused]] Self& self, [[maybe_unused]] Visitor& visit)
+    {
+        if constexpr (Visitor::lists)
+            for (auto const& [first, second] : self.vertexOffsets) {
+                visit.openElement("vertexOffsets");
+                visit.number("first", first);
+                visit.number("second", second);
+                visit.close();
+            }
+    }
 };

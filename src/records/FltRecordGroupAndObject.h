@@ -1,28 +1,13 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 #include "records/FltVersion.h"
 
 #include <cstdint>
 
 /// A node that gathers the nodes of the level below it.
-///
-/// | Offset | Type    | Field              |                                                       |
-/// |--------|---------|--------------------|-------------------------------------------------------|
-/// | 4      | char[8] | `idASCII`          | name, which the node of the scene graph takes         |
-/// | 12     | int16   | `relativePriority` |                                                       |
-/// | 14     | int16   | reserved           |                                                       |
-/// | 16     | uint32  | `flags`            | see below                                             |
-/// | 20     | int16   | `id1SpecialEffect` |                                                       |
-/// | 22     | int16   | `id2SpecialEffect` |                                                       |
-/// | 24     | int16   | `significance`     |                                                       |
-/// | 26     | int8    | `layerCode`        |                                                       |
-/// | 27     | int8    | reserved           |                                                       |
-/// | 28     | int32   | reserved           | read from revision 1421 on                            |
-///
-/// Flags: bit 30 forward animation, 29 swing animation, 28 bounding box follows, 27 freeze bounding box, 26
-/// default parent, 25 backward animation.
 class FltRecordGroup : public PrimaryFltRecord, public FltVersion
 {
 public:
@@ -45,23 +30,31 @@ public:
     std::int8_t layerCode = 0;
     std::int8_t reserved2 = 0;
     std::int32_t reserved3 = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("idASCII", self.idASCII, dumpAs::text(&self + 1));
+        visit("relativePriority", self.relativePriority);
+        visit("reserved1", self.reserved1, dumpAs::nothing);
+        visit("flags", self.flags, dumpAs::heading);
+        visit.flag("forwardAnimation", self.flags, 30, "     forward animation: ");
+        visit.flag("swingAnimation", self.flags, 29, "     swing animation: ");
+        visit.flag("boundingBoxFollows", self.flags, 28, "     bounding box follows: ");
+        visit.flag("freezeBoundingBox", self.flags, 27, "     freeze bounding box: ");
+        visit.flag("defaultParent", self.flags, 26, "     default parent: ");
+        visit.flag("backwardAnimation", self.flags, 25, "     backward animation: ");
+        visit("id1SpecialEffect", self.id1SpecialEffect);
+        visit("id2SpecialEffect", self.id2SpecialEffect);
+        visit("significance", self.significance);
+        visit("layerCode", self.layerCode);
+        visit("reserved2", self.reserved2, dumpAs::nothing);
+        if (visit.from(self.revision, 1421))
+            visit("reserved3", self.reserved3, dumpAs::nothing);
+    }
 };
 
-/// A node that holds faces.
-///
-/// | Offset | Type    | Field              |                                                       |
-/// |--------|---------|--------------------|-------------------------------------------------------|
-/// | 4      | char[8] | `idASCII`          | name, which the node of the scene graph takes         |
-/// | 12     | uint32  | `flags`            | see below                                             |
-/// | 16     | int16   | `relativePriority` |                                                       |
-/// | 18     | uint16  | `transparency`     |                                                       |
-/// | 20     | int16   | `id1SpecialEffect` |                                                       |
-/// | 22     | int16   | `id2SpecialEffect` |                                                       |
-/// | 24     | int16   | `significance`     |                                                       |
-/// | 26     | int16   | `spare`            |                                                       |
-///
-/// Flags: bit 31 not displayed in daylight, 30 not at dusk, 29 not at night, 28 not illuminated, 27 flat
-/// shaded, 26 shadow object of its group.
+/// A node that holds faces. In the dump the flags come after the transparency.
 class FltRecordObject : public PrimaryFltRecord
 {
 public:
@@ -80,4 +73,24 @@ public:
     std::int16_t id2SpecialEffect = 0;
     std::int16_t significance = 0;
     std::int16_t spare = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("idASCII", self.idASCII, dumpAs::text(&self.spare + 1));
+        visit("flags", self.flags, dumpAs::nothing);
+        visit("relativePriority", self.relativePriority);
+        visit("transparency", self.transparency);
+        visit.show("flags: ");
+        visit.flag("notInDaylight", self.flags, 31, "don t display in daylight: ");
+        visit.flag("notAtDusk", self.flags, 30, " ---------    at dusk: ");
+        visit.flag("notAtNight", self.flags, 29, " ---------    at night: ");
+        visit.flag("notIlluminated", self.flags, 28, "don t illuminate: ");
+        visit.flag("flatShaded", self.flags, 27, "flat shaded: ");
+        visit.flag("groupsShadow", self.flags, 26, "group's shadow object: ");
+        visit("id1SpecialEffect", self.id1SpecialEffect);
+        visit("id2SpecialEffect", self.id2SpecialEffect);
+        visit("significance", self.significance);
+        visit("spare", self.spare);
+    }
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstdint>
@@ -8,40 +9,7 @@
 /// The first record of every file: format revision, units, colour mode and the counters of the tool that
 /// wrote it.
 ///
-/// It gates its own decoding on the revision that it reads. Offsets up to 163 hold in every revision:
-///
-/// | Offset | Type     | Field                                                                          |
-/// |--------|----------|--------------------------------------------------------------------------------|
-/// | 4      | char[8]  | `id`                                                                           |
-/// | 12     | int32    | `formatRevisionLevel`                                                          |
-/// | 16     | int32    | `editRevisionLevel`                                                            |
-/// | 20     | char[32] | `lastRevisionDateTime`                                                         |
-/// | 52     | int16    | `idNextGroup`, `idNextLOD`, `idNextObject`, `idNextFace`                       |
-/// | 60     | int16    | `multiplierDiviserUnit`                                                        |
-/// | 62     | uint8    | `vertexCoordinateUnits`, `textWhite`                                           |
-/// | 64     | uint32   | `flags`: bit 31 save vertex normals, 30 packed colour mode, 29 CAD view mode   |
-/// | 68     | 24 bytes | reserved                                                                       |
-/// | 92     | int32    | `projectionType`                                                               |
-/// | 96     | 28 bytes | reserved                                                                       |
-/// | 124    | int16    | `idNextDegreeOfFreedom`, `idVertexStorageType`                                 |
-/// | 128    | int32    | `idDatabaseOrigin`                                                             |
-/// | 132    | float64  | `southWestDatabaseCoordinateX`, `...Y`, `XdeltaToPlaceDatabase`, `Ydelta...`   |
-///
-/// Revision 1420 and above: 164 int16 `idNextSound`, `idNextPath`, 8 reserved bytes, 176 int16 `idNextClip`,
-/// `idNextText`, `idNextBSP`, `idNextSwitch`. From revision 1500 on a reserved int32 stands at 184. Then
-/// eight float64 from `southWestCornerLatitude` to `LambertLowerLatitude`, four int16 from
-/// `idNextLightSource` to `idNextCat`, 8 reserved bytes and the int32 `earthEllipsoidModel`.
-///
-/// Revision 1540 and above: 272 int16 `idNextAdaptive`, and a tail that differs by revision:
-///
-/// | Revision     | Tail |
-/// |--------------|------------------------------------------------------------------------------------------|
-/// | 1540 to 1549 | 274 reserved int16 | | 1550 to 1569 | 274 int16 `idNextCurve`, 276 reserved int16 | |
-/// 1570 to 1579 | as before, 278 float64 `ZdeltaToPlaceDatabase`, 286 float64 `radius`, 294 uint16
-/// `idNextMesh`, 296 reserved int16 | | from 1580    | 274 int16 `idNextCurve`, 276 int16 `utmZone`, 6
-/// reserved bytes, 284 float64 `ZdeltaToPlaceDatabase`, 292 float64 `radius`, 300 uint16 `idNextMesh`, 302
-/// int16 `idNextLightPointSystem`, 304 reserved int32, 308 float64 `earthMajorAxis`, 316 float64
-/// `earthMinorAxis` |
+/// It gates its own decoding on the revision that it reads.
 class FltRecordHeader : public PrimaryFltRecord
 {
 public:
@@ -109,4 +77,85 @@ public:
     std::int32_t reserved9 = 0;
     double earthMajorAxis = 0;
     double earthMinorAxis = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("id", self.id, dumpAs::nothing);
+        visit("formatRevisionLevel", self.formatRevisionLevel);
+        visit("editRevisionLevel", self.editRevisionLevel);
+        // After idDatabaseOrigin the object has a gap, whose bytes have no value.
+        visit("lastRevisionDateTime", self.lastRevisionDateTime,
+              dumpAs::textWithoutEnd(&self.idDatabaseOrigin + 1));
+        visit("idNextGroup", self.idNextGroup);
+        visit("idNextLOD", self.idNextLOD);
+        visit("idNextObject", self.idNextObject);
+        visit("idNextFace", self.idNextFace, dumpAs::unsignedNumber);
+        visit("multiplierDiviserUnit", self.multiplierDiviserUnit);
+        visit("vertexCoordinateUnits", self.vertexCoordinateUnits);
+        visit("textWhite", self.textWhite);
+        visit("flags", self.flags, dumpAs::heading);
+        visit.flag("saveVertexNormals", self.flags, 31, "        Save vertex normals: ");
+        visit.flag("packedColorMode", self.flags, 30, "        Packed Color mode: ");
+        visit.flag("cadViewMode", self.flags, 29, "        CAD View mode: ");
+        visit("reserved1", self.reserved1, dumpAs::nothing);
+        visit("projectionType", self.projectionType);
+        visit("reserved2", self.reserved2, dumpAs::nothing);
+        visit("idNextDegreeOfFreedom", self.idNextDegreeOfFreedom);
+        visit("idVertexStorageType", self.idVertexStorageType);
+        visit("idDatabaseOrigin", self.idDatabaseOrigin);
+        visit("southWestDatabaseCoordinateX", self.southWestDatabaseCoordinateX);
+        visit("southWestDatabaseCoordinateY", self.southWestDatabaseCoordinateY);
+        visit("XdeltaToPlaceDatabase", self.XdeltaToPlaceDatabase);
+        visit("YdeltaToPlaceDatabase", self.YdeltaToPlaceDatabase);
+        if (visit.from(self.formatRevisionLevel, 1420)) {
+            visit("idNextSound", self.idNextSound);
+            visit("idNextPath", self.idNextPath);
+            visit("reserved3", self.reserved3, dumpAs::nothing);
+            visit("idNextClip", self.idNextClip);
+            visit("idNextText", self.idNextText);
+            visit("idNextBSP", self.idNextBSP);
+            visit("idNextSwitch", self.idNextSwitch);
+            if (visit.from(self.formatRevisionLevel, 1500))
+                visit("reserved4", self.reserved4, dumpAs::nothing);
+            visit("southWestCornerLatitude", self.southWestCornerLatitude);
+            visit("southWestCornerLongitude", self.southWestCornerLongitude);
+            visit("northEastCornerLatitude", self.northEastCornerLatitude);
+            visit("northEastCornerLongitude", self.northEastCornerLongitude);
+            visit("originLatitude", self.originLatitude);
+            visit("originLongitude", self.originLongitude);
+            visit("LambertUpperLatitude", self.LambertUpperLatitude);
+            visit("LambertLowerLatitude", self.LambertLowerLatitude);
+            visit("idNextLightSource", self.idNextLightSource);
+            visit("idNextLightPoint", self.idNextLightPoint);
+            visit("idNextRoad", self.idNextRoad);
+            visit("idNextCat", self.idNextCat);
+            visit("reserved5", self.reserved5, dumpAs::nothing);
+            visit("earthEllipsoidModel", self.earthEllipsoidModel);
+        }
+        if (visit.from(self.formatRevisionLevel, 1540))
+            visit("idNextAdaptive", self.idNextAdaptive, "idNextAdaptive : ");
+        if (visit.from(self.formatRevisionLevel, 1550))
+            visit("idNextCurve", self.idNextCurve);
+        if (visit.from(self.formatRevisionLevel, 1580)) {
+            visit("utmZone", self.utmZone);
+            visit("reserved7", self.reserved7, dumpAs::nothing);
+        } else if (visit.from(self.formatRevisionLevel, 1540)) {
+            visit("reserved6", self.reserved6, dumpAs::nothing);
+        }
+        if (visit.from(self.formatRevisionLevel, 1570)) {
+            visit("ZdeltaToPlaceDatabase", self.ZdeltaToPlaceDatabase);
+            visit("radius", self.radius);
+            visit("idNextMesh", self.idNextMesh);
+        }
+        if (visit.from(self.formatRevisionLevel, 1580)) {
+            visit("idNextLightPointSystem", self.idNextLightPointSystem);
+            visit("reserved9", self.reserved9, dumpAs::nothing);
+            visit("earthMajorAxis", self.earthMajorAxis);
+            visit("earthMinorAxis", self.earthMinorAxis);
+        } else if (visit.from(self.formatRevisionLevel, 1570)) {
+            visit("reserved8", self.reserved8, dumpAs::nothing);
+        }
+        visit.show("");
+    }
 };

@@ -1,25 +1,13 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstdint>
 
-/// A level of detail: what stands below it is shown at some distances only.
-///
-/// | Offset | Type    | Field               |                                                      |
-/// |--------|---------|---------------------|------------------------------------------------------|
-/// | 4      | char[8] | `idASCII`           | name, which the node of the scene graph takes        |
-/// | 12     | int32   | reserved            |                                                      |
-/// | 16     | float64 | `switchInDistance`  | database units: shown from this distance inwards     |
-/// | 24     | float64 | `switchOutDistance` | and down to this one                                 |
-/// | 32     | int16   | `id1specialEffect`  |                                                      |
-/// | 34     | int16   | `id2specialEffect`  |                                                      |
-/// | 36     | uint32  | `flags`             | bit 31 use previous slant range, 29 freeze centre    |
-/// | 40     | float64 | `XcenterCoordinate` |                                                      |
-/// | 48     | float64 | `YcenterCoordinate` |                                                      |
-/// | 56     | float64 | `ZcenterCoordinate` |                                                      |
-/// | 64     | float64 | `transitionRange`   |                                                      |
+/// A level of detail: what stands below it is shown at some distances only, from the switch-in distance
+/// inwards and down to the switch-out distance. Distances and centre are in database units.
 class FltRecordLOD : public PrimaryFltRecord
 {
 public:
@@ -41,23 +29,27 @@ public:
     double YcenterCoordinate = 0;
     double ZcenterCoordinate = 0;
     double transitionRange = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("idASCII", self.idASCII, dumpAs::text(&self + 1));
+        visit("reserved", self.reserved, dumpAs::nothing);
+        visit("switchInDistance", self.switchInDistance);
+        visit("switchOutDistance", self.switchOutDistance);
+        visit("id1specialEffect", self.id1specialEffect);
+        visit("id2specialEffect", self.id2specialEffect);
+        visit("flags", self.flags, dumpAs::heading);
+        visit.flag("usePreviousSlantRange", self.flags, 31, "      Use Previous Slant Range: ");
+        visit.flag("freezeCenter", self.flags, 29, "      FreezeCenter (don't recalculate): ");
+        visit("XcenterCoordinate", self.XcenterCoordinate);
+        visit("YcenterCoordinate", self.YcenterCoordinate);
+        visit("ZcenterCoordinate", self.ZcenterCoordinate);
+        visit("transitionRange", self.transitionRange);
+    }
 };
 
 /// A level of detail in its old form: distances and centre in whole database units.
-///
-/// | Offset | Type    | Field               |                                                      |
-/// |--------|---------|---------------------|------------------------------------------------------|
-/// | 4      | char[8] | `idASCII`           | name, which the node of the scene graph takes        |
-/// | 12     | uint32  | `switchInDistance`  |                                                      |
-/// | 16     | uint32  | `switchOutDistance` |                                                      |
-/// | 20     | int16   | `id1specialEffect`  |                                                      |
-/// | 22     | int16   | `id2specialEffect`  |                                                      |
-/// | 24     | uint32  | `flags`             | bit 31 use previous slant range, 30 SPT flag         |
-/// | 28     | int32   | `XcenterCoordinate` |                                                      |
-/// | 32     | int32   | `YcenterCoordinate` |                                                      |
-/// | 36     | int32   | `ZcenterCoordinate` |                                                      |
-///
-/// Bit 29 of the flags is freeze centre, as in the current form.
 class FltRecordOLDLOD : public PrimaryFltRecord
 {
 public:
@@ -77,4 +69,21 @@ public:
     std::int32_t XcenterCoordinate = 0;
     std::int32_t YcenterCoordinate = 0;
     std::int32_t ZcenterCoordinate = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("idASCII", self.idASCII, dumpAs::text(&self + 1));
+        visit("switchInDistance", self.switchInDistance);
+        visit("switchOutDistance", self.switchOutDistance);
+        visit("id1specialEffect", self.id1specialEffect);
+        visit("id2specialEffect", self.id2specialEffect);
+        visit("flags", self.flags, dumpAs::heading);
+        visit.flag("usePreviousSlantRange", self.flags, 31, "      Use Previous Slant Range: ");
+        visit.flag("spt", self.flags, 30, "      SPT Flag: ");
+        visit.flag("freezeCenter", self.flags, 29, "      FreezeCenter (don't recalculate): ");
+        visit("XcenterCoordinate", self.XcenterCoordinate);
+        visit("YcenterCoordinate", self.YcenterCoordinate);
+        visit("ZcenterCoordinate", self.ZcenterCoordinate);
+    }
 };

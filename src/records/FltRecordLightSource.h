@@ -1,25 +1,15 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstdint>
+#include <iterator>
+
+class FltDump;
 
 /// A light in the hierarchy, of a kind that the light source palette tells.
-///
-/// | Offset | Type    | Field                            |
-/// |--------|---------|----------------------------------|
-/// | 4      | char[8] | `idASCII`                        |
-/// | 12     | int32   | reserved                         |
-/// | 16     | int32   | `indexIntoLightPalette`          |
-/// | 20     | int32   | reserved                         |
-/// | 24     | 4 bytes | `flags`                          |
-/// | 28     | int32   | reserved                         |
-/// | 32     | float64 | `localOrSpotPositionCoordinateX` |
-/// | 40     | float64 | `localOrSpotPositionCoordinateY` |
-/// | 48     | float64 | `localOrSpotPositionCoordinateZ` |
-/// | 56     | float32 | `infiniteOrSpotYaw`              |
-/// | 60     | float32 | `infiniteOrSpotPitch`            |
 ///
 /// The flags stand in the last of their four bytes: bit 7 enabled, 6 global, 4 export.
 class FltRecordLightSource : public PrimaryFltRecord
@@ -43,41 +33,29 @@ public:
     double localOrSpotPositionCoordinateZ = 0;
     float infiniteOrSpotYaw = 0;
     float infiniteOrSpotPitch = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("idASCII", self.idASCII, dumpAs::text(&self.infiniteOrSpotPitch + 1));
+        visit("reserved1", self.reserved1, dumpAs::nothing);
+        visit("indexIntoLightPalette", self.indexIntoLightPalette);
+        visit("reserved2", self.reserved2, dumpAs::nothing);
+        visit("flags", self.flags, dumpAs::heading);
+        visit.flag("enabled", self.flags[3], 7, "     enabled: ");
+        visit.flag("global", self.flags[3], 6, "     global: ");
+        visit.flag("export", self.flags[3], 4, "     export: ");
+        visit("reserved3", self.reserved3, dumpAs::nothing);
+        visit("localOrSpotPositionCoordinateX", self.localOrSpotPositionCoordinateX);
+        visit("localOrSpotPositionCoordinateY", self.localOrSpotPositionCoordinateY);
+        visit("localOrSpotPositionCoordinateZ", self.localOrSpotPositionCoordinateZ);
+        visit("infiniteOrSpotYaw", self.infiniteOrSpotYaw);
+        visit("infiniteOrSpotPitch", self.infiniteOrSpotPitch);
+    }
 };
 
 /// One entry of the light source table.
 ///
-/// | Offset | Type     | Field                             |
-/// |--------|----------|-----------------------------------|
-/// | 4      | int32    | `paletteIndex`                    |
-/// | 8      | 8 bytes  | reserved                          |
-/// | 16     | char[20] | `lightSourceName`                 |
-/// | 36     | int32    | reserved                          |
-/// | 40     | float32  | `ambientRed`                      |
-/// | 44     | float32  | `ambientGreen`                    |
-/// | 48     | float32  | `ambientBlue`                     |
-/// | 52     | float32  | `ambientAlpha`                    |
-/// | 56     | float32  | `diffuseRed`                      |
-/// | 60     | float32  | `diffuseGreen`                    |
-/// | 64     | float32  | `diffuseBlue`                     |
-/// | 68     | float32  | `diffuseAlpha`                    |
-/// | 72     | float32  | `specularRed`                     |
-/// | 76     | float32  | `specularGreen`                   |
-/// | 80     | float32  | `specularBlue`                    |
-/// | 84     | float32  | `specularAlpha`                   |
-/// | 88     | int32    | `lightType`                       |
-/// | 92     | 10 bytes | reserved                          |
-/// | 102    | float32  | `spotExponentialDropoffTerm`      |
-/// | 106    | float32  | `spotCutoffAngle`                 |
-/// | 110    | float32  | `yaw`                             |
-/// | 114    | float32  | `pitch`                           |
-/// | 118    | float32  | `constantAttenuationCoefficient`  |
-/// | 122    | float32  | `linearAttenuationCoefficient`    |
-/// | 126    | float32  | `quadraticAttenuationCoefficient` |
-/// | 130    | int32    | `modelingLight`                   |
-/// | 134    | 76 bytes | reserved                          |
-///
-/// The reserved bytes at 92 have a member of 40 but take 10, so what follows stands at these odd offsets.
 class FltRecordLightSourcePalette : public PaletteFltRecord
 {
 public:
@@ -105,7 +83,7 @@ public:
     float specularBlue = 0;
     float specularAlpha = 0;
     std::int32_t lightType = 0;
-    char reserved3[40] = {}; ///< Only the first 10 are read.
+    char reserved3[40] = {}; ///< The file has the first 10, so what follows stands at odd offsets.
     float spotExponentialDropoffTerm = 0;
     float spotCutoffAngle = 0;
     float yaw = 0;
@@ -115,48 +93,46 @@ public:
     float quadraticAttenuationCoefficient = 0;
     std::int32_t modelingLight = 0;
     char reserved4[76] = {};
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("paletteIndex", self.paletteIndex, " paletteIndex: ");
+        visit("reserved1", self.reserved1, dumpAs::nothing);
+        visit("lightSourceName", self.lightSourceName,
+              dumpAs::text(" lightSourceName: ", std::end(self.reserved4)));
+        visit("reserved2", self.reserved2, dumpAs::nothing);
+        visit("ambientRed", self.ambientRed, " ambientRed: ");
+        visit("ambientGreen", self.ambientGreen, " ambientGreen: ");
+        visit("ambientBlue", self.ambientBlue, " ambientBlue: ");
+        visit("ambientAlpha", self.ambientAlpha, " ambientAlpha : ");
+        visit("diffuseRed", self.diffuseRed, " diffuseRed : ");
+        visit("diffuseGreen", self.diffuseGreen, " diffuseGreen : ");
+        visit("diffuseBlue", self.diffuseBlue, " diffuseBlue: ");
+        visit("diffuseAlpha", self.diffuseAlpha, " diffuseAlpha: ");
+        visit("specularRed", self.specularRed, " specularRed: ");
+        visit("specularGreen", self.specularGreen, " specularGreen: ");
+        visit("specularBlue", self.specularBlue, " specularBlue: ");
+        visit("specularAlpha", self.specularAlpha, " specularAlpha: ");
+        visit("lightType", self.lightType, " lightType: ");
+        visit.first(10, "reserved3", self.reserved3, dumpAs::nothing);
+        visit("spotExponentialDropoffTerm", self.spotExponentialDropoffTerm,
+              " spotExponentialDropoffTerm : ");
+        visit("spotCutoffAngle", self.spotCutoffAngle, " spotCutoffAngle: ");
+        visit("yaw", self.yaw, " yaw: ");
+        visit("pitch", self.pitch, " pitch: ");
+        visit("constantAttenuationCoefficient", self.constantAttenuationCoefficient,
+              " constantAttenuationCoefficient: ");
+        visit("linearAttenuationCoefficient", self.linearAttenuationCoefficient,
+              " linearAttenuationCoefficient: ");
+        visit("quadraticAttenuationCoefficient", self.quadraticAttenuationCoefficient,
+              " quadraticAttenuationCoefficient: ");
+        visit("modelingLight", self.modelingLight, " modelingLight: ");
+        visit("reserved4", self.reserved4, dumpAs::nothing);
+    }
 };
 
 /// Points of light that are drawn and light nothing.
-///
-/// | Offset | Type       | Field                   |
-/// |--------|------------|-------------------------|
-/// | 4      | char[8]    | `idASCII`               |
-/// | 12     | int16      | `surfaceMaterial`       |
-/// | 14     | int16      | `featureID`             |
-/// | 16     | 4 bytes    | `backColor`             |
-/// | 20     | int32      | `displayMode`           |
-/// | 24     | float32    | `frontIntensity`        |
-/// | 28     | float32    | `backIntensity`         |
-/// | 32     | float32    | `minDefocus`            |
-/// | 36     | float32    | `maxDefocus`            |
-/// | 40     | int32      | `fadeMode`              |
-/// | 44     | int32      | `fogPunchMode`          |
-/// | 48     | int32      | `directionalMode`       |
-/// | 52     | int32      | `rangeMode`             |
-/// | 56     | float32    | `minPixelSize`          |
-/// | 60     | float32    | `maxPixelSize`          |
-/// | 64     | float32    | `actualPixelSize`       |
-/// | 68     | float32    | `transpFalloff`         |
-/// | 72     | float32    | `transpFalloffExponent` |
-/// | 76     | float32    | `transpFalloffScalar`   |
-/// | 80     | float32    | `transpFalloffClamp`    |
-/// | 84     | float32    | `fog`                   |
-/// | 88     | int32      | reserved                |
-/// | 92     | float32    | `size`                  |
-/// | 96     | int32      | `direction`             |
-/// | 100    | float32    | `lobeHorizontal`        |
-/// | 104    | float32    | `lobeVertical`          |
-/// | 108    | float32    | `lobeRoll`              |
-/// | 112    | float32    | `falloff`               |
-/// | 116    | float32    | `ambientIntensity`      |
-/// | 120    | float32    | `animPeriod`            |
-/// | 124    | float32    | `animPhaseDelay`        |
-/// | 128    | float32    | `animEnabledPeriod`     |
-/// | 132    | float32    | `significance`          |
-/// | 136    | int32      | `drawOrder`             |
-/// | 140    | int32      | `flags`                 |
-/// | 144    | float32[3] | `animRotation`          |
 class FltRecordLightPoint : public PrimaryFltRecord
 {
 public:
@@ -203,4 +179,50 @@ public:
     std::int32_t drawOrder = 0;
     std::int32_t flags = 0;
     float animRotation[3] = {};
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("idASCII", self.idASCII, dumpAs::text(std::end(self.animRotation)));
+        visit("surfaceMaterial", self.surfaceMaterial);
+        visit("featureID", self.featureID);
+        visit("backColor", self.backColor, dumpAs::nothing);
+        if constexpr (Visitor::dumps)
+            self.dumpBackColor(visit.dump);
+        visit("displayMode", self.displayMode);
+        visit("frontIntensity", self.frontIntensity);
+        visit("backIntensity", self.backIntensity);
+        visit("minDefocus", self.minDefocus);
+        visit("maxDefocus", self.maxDefocus);
+        visit("fadeMode", self.fadeMode);
+        visit("fogPunchMode", self.fogPunchMode);
+        visit("directionalMode", self.directionalMode);
+        visit("rangeMode", self.rangeMode);
+        visit("minPixelSize", self.minPixelSize);
+        visit("maxPixelSize", self.maxPixelSize);
+        visit("actualPixelSize", self.actualPixelSize);
+        visit("transpFalloff", self.transpFalloff);
+        visit("transpFalloffExponent", self.transpFalloffExponent);
+        visit("transpFalloffScalar", self.transpFalloffScalar);
+        visit("transpFalloffClamp", self.transpFalloffClamp);
+        visit("fog", self.fog);
+        visit("reserved", self.reserved, dumpAs::nothing);
+        visit("size", self.size);
+        visit("direction", self.direction);
+        visit("lobeHorizontal", self.lobeHorizontal);
+        visit("lobeVertical", self.lobeVertical);
+        visit("lobeRoll", self.lobeRoll);
+        visit("falloff", self.falloff);
+        visit("ambientIntensity", self.ambientIntensity);
+        visit("animPeriod", self.animPeriod);
+        visit("animPhaseDelay", self.animPhaseDelay);
+        visit("animEnabledPeriod", self.animEnabledPeriod);
+        visit("significance", self.significance);
+        visit("drawOrder", self.drawOrder);
+        visit("flags", self.flags, dumpAs::pointer);
+        visit("animRotation", self.animRotation, dumpAs::list(" "));
+    }
+
+private:
+    void dumpBackColor(FltDump& dump) const;
 };

@@ -1,7 +1,6 @@
 #include "records/FltRecordLineStyle.h"
 
-#include "dump/FltDump.h"
-#include "records/FltUtils.h"
+#include "records/FltFields.h"
 
 std::ostream& FltRecordLineStylePalette::nameOpcodeAndLength(std::ostream& os) const
 {
@@ -10,17 +9,10 @@ std::ostream& FltRecordLineStylePalette::nameOpcodeAndLength(std::ostream& os) c
 
 void FltRecordLineStylePalette::getPropertiesFromData(char* data)
 {
-    char* cursor = data + 4;
-    FltUtils::getInt16ValueThenDecal(&lineStyleIndex, cursor);
-    FltUtils::getInt16ValueThenDecal(&patternMask, cursor);
-    FltUtils::getInt32ValueThenDecal(&lineWidth, cursor);
+    FltFields::decode(*this, data);
 }
 
 std::ostream& FltRecordLineStylePalette::properties(std::ostream& os) const
 {
-    nameOpcodeAndLength(os);
-    FltDump::line(os, "lineStyleIndex : ", lineStyleIndex);
-    FltDump::line(os, "patternMask : ", patternMask);
-    FltDump::line(os, "lineWidth : ", lineWidth);
-    return os;
+    return FltFields::dump(*this, os);
 }

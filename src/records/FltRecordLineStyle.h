@@ -1,17 +1,12 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstdint>
 
 /// One entry of the line style table.
-///
-/// | Offset | Type  | Field            |
-/// |--------|-------|------------------|
-/// | 4      | int16 | `lineStyleIndex` |
-/// | 6      | int16 | `patternMask`    |
-/// | 8      | int32 | `lineWidth`      |
 class FltRecordLineStylePalette : public PaletteFltRecord
 {
 public:
@@ -25,4 +20,12 @@ public:
     std::int16_t lineStyleIndex = 0; ///< Slot in the line style table.
     std::int16_t patternMask = 0;    ///< A bit for each pixel of the pattern. Printed as a signed number.
     std::int32_t lineWidth = 0;      ///< In pixels.
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("lineStyleIndex", self.lineStyleIndex, "lineStyleIndex : ");
+        visit("patternMask", self.patternMask, "patternMask : ");
+        visit("lineWidth", self.lineWidth, "lineWidth : ");
+    }
 };

@@ -1,7 +1,6 @@
 #include "records/FltRecordLongID.h"
 
-#include "dump/FltDump.h"
-#include "records/FltUtils.h"
+#include "records/FltFields.h"
 
 std::ostream& FltRecordLongID::nameOpcodeAndLength(std::ostream& os) const
 {
@@ -10,12 +9,10 @@ std::ostream& FltRecordLongID::nameOpcodeAndLength(std::ostream& os) const
 
 void FltRecordLongID::getPropertiesFromData(char* data)
 {
-    idASCII = FltUtils::restAsText(data, length);
+    FltFields::decode(*this, data);
 }
 
 std::ostream& FltRecordLongID::properties(std::ostream& os) const
 {
-    nameOpcodeAndLength(os);
-    FltDump::text(os, "idASCII: ", idASCII.get());
-    return os;
+    return FltFields::dump(*this, os);
 }

@@ -1,15 +1,12 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <memory>
 
 /// The full name of the node before, where the eight characters of its own record don't hold it.
-///
-/// | Offset | Type               | Field     |
-/// |--------|--------------------|-----------|
-/// | 4      | char[length - 4]   | `idASCII` |
 class FltRecordLongID : public AncillaryFltRecord
 {
 public:
@@ -22,4 +19,10 @@ public:
 
     /// The name with a zero behind it; null before the record is decoded. Zeros inside the name are kept.
     std::unique_ptr<char[]> idASCII;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit.rest("idASCII", self.idASCII, self.length);
+    }
 };

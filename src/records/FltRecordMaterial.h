@@ -1,25 +1,14 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 #include "records/FltVersion.h"
 
 #include <cstdint>
+#include <iterator>
 
 /// One entry of the material table.
-///
-/// | Offset | Type       | Field                                               |
-/// |--------|------------|-----------------------------------------------------|
-/// | 4      | int32      | `index`                                             |
-/// | 8      | char[12]   | `name`                                              |
-/// | 20     | int32      | `flags`: bit 31 set prints as a material not in use |
-/// | 24     | float32[3] | `ambient`                                           |
-/// | 36     | float32[3] | `diffuse`                                           |
-/// | 48     | float32[3] | `specular`                                          |
-/// | 60     | float32[3] | `emissive`                                          |
-/// | 72     | float32    | `shininess`                                         |
-/// | 76     | float32    | `alpha`                                             |
-/// | 80     | int32      | reserved                                            |
 class FltRecordMaterial : public PaletteFltRecord
 {
 public:
@@ -29,6 +18,9 @@ public:
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
+
+    /// Bit 31 of the flags: set, the dump says that the material isn't used.
+    bool isNotUsed() const { return (flags & INT32_MIN) != 0; }
 
     std::int32_t index = 0; ///< Slot in the material table.
     char name[12] = {};     ///< Without a zero if it takes all of its room.
@@ -40,21 +32,27 @@ public:
     float shininess = 0; ///< From 0 to 128.
     float alpha = 0;     ///< 1 is opaque.
     std::int32_t reserved = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("index", self.index);
+        visit("name", self.name, dumpAs::text("name : ", &self.reserved + 1));
+        visit("flags", self.flags, dumpAs::nothing);
+        if constexpr (Visitor::dumps)
+            visit.dump.text("flags: material IS ", self.isNotUsed() ? "NOT used" : "used");
+        visit("ambient", self.ambient, dumpAs::list(" ", "ambient  (RGB) : "));
+        visit("diffuse", self.diffuse, dumpAs::list(" ", "diffuse  (RGB) : "));
+        visit("specular", self.specular, dumpAs::list(" ", "specular (RGB) : "));
+        visit("emissive", self.emissive, dumpAs::list(" ", "emissive (RGB) : "));
+        visit("shininess", self.shininess, "shininess      : ");
+        visit("alpha", self.alpha, "alpha          : ");
+        visit("reserved", self.reserved, dumpAs::nothing);
+    }
 };
 
-/// The whole material table of an old file: 64 entries of 184 bytes, the first at offset 4.
-///
-/// | Offset | Type      | Field of an entry                                                         |
-/// |--------|-----------|---------------------------------------------------------------------------|
-/// | 0      | float32   | `ambientRed`, `ambientGreen`, `ambientBlue`                               |
-/// | 12     | float32   | `diffuseRed`, `diffuseGreen`, `diffuseBlue`                               |
-/// | 24     | float32   | `specularRed`, `specularGreen`, `specularBlue`                            |
-/// | 36     | float32   | `emissiveRed`, `emissiveGreen`, `emissiveBlue`                            |
-/// | 48     | float32   | `shininess`                                                               |
-/// | 52     | float32   | `alpha`                                                                   |
-/// | 56     | int32     | `flags`: bit 31 set is a material in use                                  |
-/// | 60     | char[12]  | `name`, from revision 14 on; below, its first byte is zero after decoding |
-/// | 72     | 112 bytes | `spare`                                                                   |
+/// The whole material table of an old file. Below revision 14 a material has no name: its first byte is zero
+/// after decoding.
 class FltRecordOLDMaterialPalette : public PaletteFltRecord, public FltVersion
 {
 public:
@@ -87,6 +85,41 @@ public:
     };
 
     static constexpr int entryCount = 64;
+    static constexpr int oldestRevisionWithNames = 14;
 
     Entry entries[entryCount];
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        int index = 0;
+        for (auto& entry : self.entries) {
+            visit.openElement("entries");
+            visit.show(" Material at index: ", index++);
+            visit("ambientRed", entry.ambientRed, " ambientRed: ");
+            visit("ambientGreen", entry.ambientGreen, " ambientGreen : ");
+            visit("ambientBlue", entry.ambientBlue, " ambientBlue: ");
+            visit("diffuseRed", entry.diffuseRed, " diffuseRed: ");
+            visit("diffuseGreen", entry.diffuseGreen, " diffuseGreen: ");
+            visit("diffuseBlue", entry.diffuseBlue, " diffuseBlue: ");
+            visit("specularRed", entry.specularRed, " specularRed : ");
+            visit("specularGreen", entry.specularGreen, " specularGreen: ");
+            visit("specularBlue", entry.specularBlue, " specularBlue: ");
+            visit("emissiveRed", entry.emissiveRed, " emissiveRed: ");
+            visit("emissiveGreen", entry.emissiveGreen, " emissiveGreen: ");
+            visit("emissiveBlue", entry.emissiveBlue, " emissiveBlue: ");
+            visit("shininess", entry.shininess);
+            visit("alpha", entry.alpha);
+            visit("flags", entry.flags, dumpAs::heading);
+            visit.flag("materialUsed", static_cast<std::uint32_t>(entry.flags), 31, "      material used: ");
+            if (visit.from(self.revision, oldestRevisionWithNames)) {
+                visit("name", entry.name, dumpAs::text("name : ", std::end(self.entries)));
+            } else {
+                visit("name", entry.name, dumpAs::nothing);
+                visit.preset(entry.name[0], '\0');
+            }
+            visit("spare", entry.spare, dumpAs::nothing);
+            visit.close();
+        }
+    }
 };

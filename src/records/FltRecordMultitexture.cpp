@@ -1,7 +1,6 @@
 #include "records/FltRecordMultitexture.h"
 
-#include "dump/FltDump.h"
-#include "records/FltUtils.h"
+#include "records/FltFields.h"
 
 #include <bitset>
 
@@ -27,23 +26,17 @@ unsigned int countedSize(FltRecordUVList::VertexType type)
     return type == FltRecordUVList::morphVertices ? 16 : 8;
 }
 
-FltRecordUVList::UV readPlainUV(char*& cursor)
+FltRecordUVList::UV readUV(FltRecordUVList::VertexType type, FltFieldDecoder& decoder)
 {
     FltRecordUVList::UV uv;
-    FltUtils::getDouble64ValueThenDecal(&uv.uOfFirstSet, cursor);
-    FltUtils::getDouble64ValueThenDecal(&uv.vOfFirstSet, cursor);
+    decoder("uOfFirstSet", uv.uOfFirstSet);
+    decoder("vOfFirstSet", uv.vOfFirstSet);
     uv.uOfSecondSet = uv.uOfFirstSet;
     uv.vOfSecondSet = uv.vOfFirstSet;
-    return uv;
-}
-
-FltRecordUVList::UV readMorphUV(char*& cursor)
-{
-    FltRecordUVList::UV uv;
-    FltUtils::getDouble64ValueThenDecal(&uv.uOfFirstSet, cursor);
-    FltUtils::getDouble64ValueThenDecal(&uv.vOfFirstSet, cursor);
-    FltUtils::getDouble64ValueThenDecal(&uv.uOfSecondSet, cursor);
-    FltUtils::getDouble64ValueThenDecal(&uv.vOfSecondSet, cursor);
+    if (type == FltRecordUVList::morphVertices) {
+        decoder("uOfSecondSet", uv.uOfSecondSet);
+        decoder("vOfSecondSet", uv.vOfSecondSet);
+    }
     return uv;
 }
 
@@ -61,32 +54,12 @@ bool FltRecordMultitexture::hasLayerN(int n) const
 
 void FltRecordMultitexture::getPropertiesFromData(char* data)
 {
-    char* cursor = data + 4;
-    FltUtils::getInt32ValueThenDecal(&attributeMask, cursor);
-    for (int n = 0; n < layerCount; ++n) {
-        if (!hasLayerN(n))
-            continue;
-        FltUtils::getUInt16ValueThenDecal(&layers[n].texture, cursor);
-        FltUtils::getUInt16ValueThenDecal(&layers[n].effect, cursor);
-        FltUtils::getUInt16ValueThenDecal(&layers[n].mapping, cursor);
-        FltUtils::getUInt16ValueThenDecal(&layers[n].data, cursor);
-    }
+    FltFields::decode(*this, data);
 }
 
 std::ostream& FltRecordMultitexture::properties(std::ostream& os) const
 {
-    nameOpcodeAndLength(os);
-    FltDump::pointer(os, "attributeMask: ", attributeMask);
-    for (int n = 0; n < layerCount; ++n) {
-        if (!hasLayerN(n))
-            continue;
-        FltDump::line(os, "layer[", n, "]: ");
-        FltDump::line(os, "  texture: ", layers[n].texture);
-        FltDump::line(os, "   effect: ", layers[n].effect);
-        FltDump::line(os, "  mapping: ", layers[n].mapping);
-        FltDump::line(os, "     data: ", layers[n].data);
-    }
-    return os;
+    return FltFields::dump(*this, os);
 }
 
 std::ostream& FltRecordUVList::nameOpcodeAndLength(std::ostream& os) const
@@ -106,10 +79,12 @@ bool FltRecordUVList::hasLayerN(int n) const
 
 void FltRecordUVList::getPropertiesFromData(char* data)
 {
-    if (length < headSize)
-        return;
-    char* cursor = data + 4;
-    FltUtils::getInt32ValueThenDecal(&attributeMask, cursor);
+    if (length >= headSize)
+        FltFields::decode(*this, data);
+}
+
+void FltRecordUVList::getUVsFromData(FltFieldDecoder& decoder)
+{
     int const layers = countLayers(attributeMask);
     if (layers == 0)
         return;
@@ -119,8 +94,7 @@ void FltRecordUVList::getPropertiesFromData(char* data)
             setOfUVs.insert_or_assign(setOfUVs.end(), vertex, std::map<int, UV>())->second;
         for (int layer = 0; layer < layerCount; ++layer)
             if (hasLayerN(layer))
-                uvs.emplace_hint(uvs.end(), layer,
-                                 vertexType == morphVertices ? readMorphUV(cursor) : readPlainUV(cursor));
+                uvs.emplace_hint(uvs.end(), layer, readUV(vertexType, decoder));
     }
 }
 
@@ -149,14 +123,17 @@ bool FltRecordUVList::getMorphUV(int vertex, int layer, double& first, double& s
 
 std::ostream& FltRecordUVList::properties(std::ostream& os) const
 {
-    nameOpcodeAndLength(os);
-    FltDump::pointer(os, "attributeMask: ", attributeMask);
+    return FltFields::dump(*this, os);
+}
+
+/// The number of the layer in all three places, and no coordinates.
+void FltRecordUVList::dumpLayers(FltDump& dump) const
+{
     for (int n = 0; n < layerCount; ++n) {
         if (!hasLayerN(n))
             continue;
-        FltDump::line(os, "", n, " ");
-        FltDump::line(os, "  : ", n);
-        FltDump::line(os, "  : ", n);
+        (dump << n << " ").endLine();
+        dump.line("  : ", n);
+        dump.line("  : ", n);
     }
-    return os;
 }

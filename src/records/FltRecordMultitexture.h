@@ -1,20 +1,20 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <map>
 
+class FltDump;
+class FltFieldDecoder;
+
 /// The texture layers that a face has above its own texture, and how they are applied.
 ///
-/// | Offset | Type   | Field                                                                      |
-/// |--------|--------|----------------------------------------------------------------------------|
-/// | 4      | int32  | `attributeMask`: bit n, the least significant being 0, is layer n          |
-/// | 8 + 8k | uint16 | `texture`, `effect`, `mapping`, `data` of the k-th layer that is there     |
-///
-/// Layers that aren't there take no room in the file. Bits 8 to 31 have no effect.
+/// Bit n of the mask, the least significant being 0, is layer n; bits 8 to 31 have no effect. Layers that
+/// aren't there take no room in the file.
 class FltRecordMultitexture : public AncillaryFltRecord
 {
 public:
@@ -39,14 +39,28 @@ public:
 
     std::int32_t attributeMask = 0;
     Layer layers[layerCount]; ///< Layer n at entry n; zero where there is none.
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("attributeMask", self.attributeMask, dumpAs::pointer);
+        for (int n = 0; n < layerCount; ++n) {
+            if (!visit.when(self.hasLayerN(n)))
+                continue;
+            visit.openElement("layers");
+            visit.number("layer", n);
+            if constexpr (Visitor::dumps)
+                (visit.dump << "layer[" << n << "]: ").endLine();
+            visit("texture", self.layers[n].texture, "  texture: ");
+            visit("effect", self.layers[n].effect, "   effect: ");
+            visit("mapping", self.layers[n].mapping, "  mapping: ");
+            visit("data", self.layers[n].data, "     data: ");
+            visit.close();
+        }
+    }
 };
 
 /// Texture coordinates of the layers of a multitexture, for each vertex of the vertex list before.
-///
-/// | Offset | Type    | Field                                                                        |
-/// |--------|---------|------------------------------------------------------------------------------|
-/// | 4      | int32   | `attributeMask`: bit n, the least significant being 0, is layer n            |
-/// | 8      | entries | one for each vertex and layer: vertex by vertex, in a vertex layer by layer  |
 ///
 /// An entry is two float64, u and v; in the list of a morph vertex list it is four: u and v of the first set,
 /// u and v of the second. The number of vertices is reckoned with 8 bytes for an entry of two values and 16
@@ -107,4 +121,30 @@ public:
     VertexType vertexType = plainVertices;
     std::int32_t attributeMask = 0;
     std::map<int, std::map<int, UV>> setOfUVs; ///< By the number of the vertex, then of the layer.
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("attributeMask", self.attributeMask, dumpAs::pointer);
+        if constexpr (Visitor::decodes)
+            self.getUVsFromData(visit);
+        if constexpr (Visitor::dumps)
+            self.dumpLayers(visit.dump);
+        if constexpr (Visitor::lists)
+            for (auto const& [vertex, layers] : self.setOfUVs)
+                for (auto const& [layer, uv] : layers) {
+                    visit.openElement("uvs");
+                    visit.number("vertex", vertex);
+                    visit.number("layer", layer);
+                    visit("uOfFirstSet", uv.uOfFirstSet);
+                    visit("vOfFirstSet", uv.vOfFirstSet);
+                    visit("uOfSecondSet", uv.uOfSecondSet);
+                    visit("vOfSecondSet", uv.vOfSecondSet);
+                    visit.close();
+                }
+    }
+
+private:
+    void getUVsFromData(FltFieldDecoder& decoder);
+    void dumpLayers(FltDump& dump) const;
 };

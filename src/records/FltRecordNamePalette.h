@@ -1,27 +1,16 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstdint>
 #include <map>
 #include <string>
 
+class FltFieldDecoder;
+
 /// Names by number.
-///
-/// | Offset | Type    | Field                                              |
-/// |--------|---------|----------------------------------------------------|
-/// | 4      | int32   | `numberOfNames`                                    |
-/// | 8      | uint16  | `nextAvailableIndex`                               |
-/// | 10     | entries | `numberOfNames` entries, one behind the other      |
-///
-/// An entry:
-///
-/// | Offset | Type             | Field                                          |
-/// |--------|------------------|------------------------------------------------|
-/// | 0      | uint32           | length of the entry in bytes, these 6 included |
-/// | 4      | uint16           | index                                          |
-/// | 6      | char[length - 6] | name                                           |
 ///
 /// The entries end where the record does, whatever their number says: one that doesn't fit, or says that it
 /// is shorter than its own head, ends the reading and is reported as damage.
@@ -40,4 +29,26 @@ public:
 
     /// The names by their index, each up to its first zero. Of several with the same index the last counts.
     std::map<int, std::string> setOfNames;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("numberOfNames", self.numberOfNames);
+        visit("nextAvailableIndex", self.nextAvailableIndex);
+        if constexpr (Visitor::decodes)
+            self.getNamesFromData(visit);
+        if constexpr (Visitor::dumps)
+            for (auto const& [index, name] : self.setOfNames)
+                (visit.dump << "name[" << index << "] : " << name).endLine();
+        if constexpr (Visitor::lists)
+            for (auto const& [index, name] : self.setOfNames) {
+                visit.openElement("names");
+                visit.number("index", index);
+                visit.text("name", name);
+                visit.close();
+            }
+    }
+
+private:
+    void getNamesFromData(FltFieldDecoder& decoder);
 };

@@ -1,7 +1,6 @@
 #include "records/FltRecordReplicate.h"
 
-#include "dump/FltDump.h"
-#include "records/FltUtils.h"
+#include "records/FltFields.h"
 
 std::ostream& FltRecordReplicate::nameOpcodeAndLength(std::ostream& os) const
 {
@@ -10,14 +9,10 @@ std::ostream& FltRecordReplicate::nameOpcodeAndLength(std::ostream& os) const
 
 void FltRecordReplicate::getPropertiesFromData(char* data)
 {
-    char* cursor = data + 4;
-    FltUtils::getInt32ValueThenDecal(&numberOfReplications, cursor);
-    FltUtils::getInt32ValueThenDecal(&reserved, cursor);
+    FltFields::decode(*this, data);
 }
 
 std::ostream& FltRecordReplicate::properties(std::ostream& os) const
 {
-    nameOpcodeAndLength(os);
-    FltDump::line(os, "numberOfReplications: ", numberOfReplications);
-    return os;
+    return FltFields::dump(*this, os);
 }

@@ -1,16 +1,12 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstdint>
 
 /// How many times the node before is repeated.
-///
-/// | Offset | Type  | Field                  |
-/// |--------|-------|------------------------|
-/// | 4      | int32 | `numberOfReplications` |
-/// | 8      | int32 | reserved               |
 class FltRecordReplicate : public AncillaryFltRecord
 {
 public:
@@ -23,4 +19,11 @@ public:
 
     std::int32_t numberOfReplications = 0;
     std::int32_t reserved = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("numberOfReplications", self.numberOfReplications);
+        visit("reserved", self.reserved, dumpAs::nothing);
+    }
 };

@@ -1,25 +1,16 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstdint>
 #include <map>
 #include <memory>
 
+class FltFieldDecoder;
+
 /// A source of sound.
-///
-/// | Offset | Type       | Field                                                  |
-/// |--------|------------|--------------------------------------------------------|
-/// | 4      | char[8]    | `idASCII`                                              |
-/// | 12     | int32      | reserved                                               |
-/// | 16     | int32      | `index`                                                |
-/// | 20     | int32      | reserved                                               |
-/// | 24     | float64[3] | `origin`                                               |
-/// | 48     | float32[3] | `direction`                                            |
-/// | 60     | float32    | `amplitude`, `pitch`, `priority`, `falloff`, `width`   |
-/// | 80     | int32      | `flags`                                                |
-/// | 84     | int32      | reserved                                               |
 class FltRecordSound : public PrimaryFltRecord
 {
 public:
@@ -43,28 +34,31 @@ public:
     float width = 0;
     std::int32_t flags = 0;
     std::int32_t reserved3 = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("idASCII", self.idASCII, dumpAs::text(&self + 1));
+        visit("reserved1", self.reserved1, dumpAs::nothing);
+        visit("index", self.index);
+        visit("reserved2", self.reserved2, dumpAs::nothing);
+        visit("origin", self.origin, dumpAs::list(","));
+        visit("direction", self.direction, dumpAs::list(","));
+        visit("amplitude", self.amplitude);
+        visit("pitch", self.pitch);
+        visit("priority", self.priority);
+        visit("falloff", self.falloff);
+        visit("width", self.width);
+        visit("flags", self.flags, dumpAs::pointer);
+        visit("reserved3", self.reserved3, dumpAs::nothing);
+    }
 };
 
 /// The file's table of sounds. It takes two records, one behind the other: the factory has them meet in one
 /// object, which is decoded once for each and keeps the length of the first.
 ///
 /// The word at offset 4 tells which half a record holds; any other value than these two leaves the object as
-/// it is. The table of sounds, subtype 1:
-///
-/// | Offset | Type          | Field                                                          |
-/// |--------|---------------|----------------------------------------------------------------|
-/// | 4      | int32         | 1                                                              |
-/// | 8      | int32         | `maxNumber`, `actualNumber`, `totalLength`                     |
-/// | 20     | int32[3]      | reserved                                                       |
-/// | 32     | 12 bytes each | `actualNumber` entries: int32 index, 4 bytes, int32 offset     |
-///
-/// The names, subtype 2:
-///
-/// | Offset | Type               | Field        |
-/// |--------|--------------------|--------------|
-/// | 4      | int32              | 2            |
-/// | 8      | int32              | `dataLength` |
-/// | 12     | char[`dataLength`] | `packedData` |
+/// it is: 1 for the table of sounds, 2 for their names.
 ///
 /// A count that the record has no room for is cut to what is there and reported.
 class FltRecordSoundPalette : public PaletteFltRecord
@@ -93,7 +87,38 @@ public:
     std::int32_t dataLength = 0;        ///< Bytes of `packedData`.
     std::unique_ptr<char[]> packedData; ///< The names and a zero behind them; null until decoded.
 
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit.skip(4); // which half it is
+        auto const half = visit.place();
+        tableFields(self, visit);
+        visit.goTo(half);
+        namesFields(self, visit);
+        if constexpr (Visitor::lists)
+            for (auto const& [index, offset] : self.fileNameOffset) {
+                visit.openElement("sounds");
+                visit.number("index", index);
+                visit.number("fileNameOffset", offset);
+                visit.close();
+            }
+        visit.bytes("packedData", self.packedData.get(), static_cast<unsigned int>(self.dataLength));
+    }
+
 private:
-    void getTableFromData(char* cursor, int size);
-    void getNamesFromData(char* cursor, int size);
+    template <class Self, class Visitor>
+    static void tableFields(Self& self, Visitor& visit)
+    {
+        visit("maxNumber", self.maxNumber, "maxNumber : ");
+        visit("actualNumber", self.actualNumber, "actualNumber : ");
+        visit("totalLength", self.totalLength, "totalLength : ");
+        visit("reserved", self.reserved, dumpAs::nothing);
+    }
+    template <class Self, class Visitor>
+    static void namesFields(Self& self, Visitor& visit)
+    {
+        visit("dataLength", self.dataLength, "dataLength : ");
+    }
+    void getTableFromData(FltFieldDecoder& decoder, int size);
+    void getNamesFromData(FltFieldDecoder& decoder, int size);
 };

@@ -1,21 +1,15 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstdint>
 #include <memory>
 
+class FltDump;
+
 /// A node whose masks tell which of its children are shown.
-///
-/// | Offset | Type    | Field                       |                                               |
-/// |--------|---------|-----------------------------|-----------------------------------------------|
-/// | 4      | char[8] | `idASCII`                   | name, which the node of the scene graph takes |
-/// | 12     | int32   | reserved                    |                                               |
-/// | 16     | int32   | `indexOfCurrentMask`        | the mask in force                             |
-/// | 20     | int32   | `numberOfMasks`             |                                               |
-/// | 24     | int32   | `numberOf32BitWordsPerMask` |                                               |
-/// | 28     | int32[] | `masks`                     | words, mask after mask                        |
 ///
 /// The counts are kept as they stand in the file, whatever the record really holds: maskWordCount says how
 /// many words there are. Words that the counts promise and the record's length doesn't hold are reported as
@@ -38,4 +32,23 @@ public:
     std::int32_t numberOfMasks = 0;
     int maskWordCount = 0;                 ///< Words in masks.
     std::unique_ptr<std::int32_t[]> masks; ///< Null before the record is decoded.
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("idASCII", self.idASCII, dumpAs::text(&self + 1));
+        visit("reserved", self.reserved, dumpAs::nothing);
+        visit("indexOfCurrentMask", self.indexOfCurrentMask);
+        visit("numberOfMasks", self.numberOfMasks);
+        visit("numberOf32BitWordsPerMask", self.numberOf32BitWordsPerMask);
+        if constexpr (Visitor::decodes)
+            self.makeRoomForMasks();
+        visit.values("masks", self.masks.get(), self.maskWordCount);
+        if constexpr (Visitor::dumps)
+            self.dumpMasks(visit.dump);
+    }
+
+private:
+    void makeRoomForMasks();
+    void dumpMasks(FltDump& dump) const;
 };

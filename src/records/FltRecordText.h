@@ -1,31 +1,12 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstdint>
 
 /// A text that stands in the scene.
-///
-/// | Offset | Type       | Field                                                                           |
-/// |--------|------------|---------------------------------------------------------------------------------|
-/// | 4      | char[8]    | `idASCII`                                                                       |
-/// | 12     | int32[2]   | reserved                                                                        |
-/// | 20     | int32      | `textType`, `drawType`, `justification`                                         |
-/// | 32     | float64    | `floatValue`                                                                    |
-/// | 40     | int32      | `intValue`                                                                      |
-/// | 44     | int32[5]   | reserved                                                                        |
-/// | 64     | int32      | `flags`, `color`, `color2`, `material`                                          |
-/// | 80     | int32      | reserved                                                                        |
-/// | 84     | int32      | `maxLineNumber`, `maxCharNumber`, `textLength`, `nextLineNumber`                |
-/// | 100    | int32      | `lineNumberAtTopOfDisplay`                                                      |
-/// | 104    | int32[2]   | `valuesForInt`                                                                  |
-/// | 112    | float64[2] | `valuesForFloat`                                                                |
-/// | 128    | float64    | `XlowerLeftCorner`, `YlowerLeftCorner`, `ZlowerLeftCorner`                      |
-/// | 152    | float64    | `XupperRightCorner`, `YupperRightCorner`, `ZupperRightCorner`                   |
-/// | 176    | char[120]  | `fontName`                                                                      |
-/// | 296    | int32      | `drawVertical`, `drawItalic`, `drawBold`, `drawUnderline`, `lineStyle`          |
-/// | 316    | int32      | reserved                                                                        |
 ///
 /// The text itself stands behind these fields and is not read.
 class FltRecordText : public PrimaryFltRecord
@@ -71,4 +52,42 @@ public:
     std::int32_t drawUnderline = 0;
     std::int32_t lineStyle = 0;
     std::int32_t reserved4 = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("idASCII", self.idASCII, dumpAs::text(&self + 1));
+        visit("reserved1", self.reserved1, dumpAs::nothing);
+        visit("textType", self.textType);
+        visit("drawType", self.drawType);
+        visit("justification", self.justification);
+        visit("floatValue", self.floatValue);
+        visit("intValue", self.intValue);
+        visit("reserved2", self.reserved2, dumpAs::nothing);
+        visit("flags", self.flags, dumpAs::pointer);
+        visit("color", self.color);
+        visit("color2", self.color2);
+        visit("material", self.material);
+        visit("reserved3", self.reserved3, dumpAs::nothing);
+        visit("maxLineNumber", self.maxLineNumber);
+        visit("maxCharNumber", self.maxCharNumber);
+        visit("textLength", self.textLength);
+        visit("nextLineNumber", self.nextLineNumber);
+        visit("lineNumberAtTopOfDisplay", self.lineNumberAtTopOfDisplay);
+        visit("valuesForInt", self.valuesForInt, dumpAs::list(" "));
+        visit("valuesForFloat", self.valuesForFloat, dumpAs::list(" "));
+        visit("XlowerLeftCorner", self.XlowerLeftCorner);
+        visit("YlowerLeftCorner", self.YlowerLeftCorner);
+        visit("ZlowerLeftCorner", self.ZlowerLeftCorner);
+        visit("XupperRightCorner", self.XupperRightCorner);
+        visit("YupperRightCorner", self.YupperRightCorner);
+        visit("ZupperRightCorner", self.ZupperRightCorner);
+        visit("fontName", self.fontName, dumpAs::text(&self + 1));
+        visit("drawVertical", self.drawVertical);
+        visit("drawItalic", self.drawItalic);
+        visit("drawBold", self.drawBold);
+        visit("drawUnderline", self.drawUnderline);
+        visit("lineStyle", self.lineStyle);
+        visit("reserved4", self.reserved4, dumpAs::nothing);
+    }
 };

@@ -1,21 +1,16 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstdint>
+#include <iterator>
 #include <memory>
 
+class FltDump;
+
 /// The block of a put mapping (type 1).
-///
-/// | Offset | Type       | Field                                                                        |
-/// |--------|------------|------------------------------------------------------------------------------|
-/// | 0      | int32      | `toolState`, `activeGeometryPoint`                                           |
-/// | 8      | float64[3] | `lowerLeftCorner`, `upperRightCorner`                                        |
-/// | 56     | int32[3]   | `sizeFlags`                                                                  |
-/// | 68     | float64[3] | `textureOrigin`, `textureAlignment`, `textureShear`                          |
-/// | 140    | float64[3] | `geometryOrigin`, `geometryAlignment`, `geometryShear`                       |
-/// | 212    | int32      | `activeTexturePoint`, `displayType`                                          |
 struct FltPutTextureMappingStruct {
     std::int32_t toolState = 0;
     std::int32_t activeGeometryPoint = 0;
@@ -30,23 +25,27 @@ struct FltPutTextureMappingStruct {
     double geometryShear[3] = {};
     std::int32_t activeTexturePoint = 0;
     std::int32_t displayType = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("toolState", self.toolState, "  toolState: ");
+        visit("activeGeometryPoint", self.activeGeometryPoint, "  activeGeometryPoint: ");
+        visit("lowerLeftCorner", self.lowerLeftCorner, dumpAs::list(",", "  lowerLeftCorner : (", ")"));
+        visit("upperRightCorner", self.upperRightCorner, dumpAs::list(",", "  upperRightCorner : (", ")"));
+        visit("sizeFlags", self.sizeFlags, dumpAs::list(",", "  sizeFlags : (", ")"));
+        visit("textureOrigin", self.textureOrigin, dumpAs::list(",", "  textureOrigin : (", ")"));
+        visit("textureAlignment", self.textureAlignment, dumpAs::list(",", "  textureAlignment : (", ")"));
+        visit("textureShear", self.textureShear, dumpAs::list(",", "  textureShear : (", ")"));
+        visit("geometryOrigin", self.geometryOrigin, dumpAs::list(",", "  geometryOrigin : (", ")"));
+        visit("geometryAlignment", self.geometryAlignment, dumpAs::list(",", "  geometryAlignment : (", ")"));
+        visit("geometryShear", self.geometryShear, dumpAs::list(",", "  geometryShear : (", ")"));
+        visit("activeTexturePoint", self.activeTexturePoint, "  activeTexturePoint : ");
+        visit("displayType", self.displayType, "  displayType : ");
+    }
 };
 
 /// The block of a point put mapping (type 2).
-///
-/// | Offset | Type        | Field                                                                       |
-/// |--------|-------------|-----------------------------------------------------------------------------|
-/// | 0      | int32       | `toolState`, `activeGeometryPoint`                                          |
-/// | 8      | float64[3]  | `lowerLeftCorner`, `upperRightCorner`                                       |
-/// | 56     | int32[4]    | `sizeFlags`                                                                 |
-/// | 72     | float64[3]  | `textureOrigin`, `textureAlignment`, `textureShear`, `texturePerspective`   |
-/// | 168    | float64[3]  | `geometryOrigin`, `geometryAlignment`, `geometryShear`                      |
-/// | 240    | float64[3]  | `geometryPerspective`                                                       |
-/// | 264    | int32       | `activeTexturePoint`                                                        |
-/// | 268    | int32       | reserved                                                                    |
-/// | 272    | float32     | `depthScale`                                                                |
-/// | 276    | float64[16] | `matrix`                                                                    |
-/// | 404    | int32[2]    | reserved: read only in a record of more than 576 bytes, and zero otherwise  |
 struct FltPointPutTextureMappingStruct {
     std::int32_t toolState = 0;
     std::int32_t activeGeometryPoint = 0;
@@ -67,31 +66,57 @@ struct FltPointPutTextureMappingStruct {
     double matrix[16] = {};
     std::int32_t reserved2 = 0;
     std::int32_t reserved3 = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit, bool hasLastWords)
+    {
+        visit("toolState", self.toolState, "  toolState: ");
+        visit("activeGeometryPoint", self.activeGeometryPoint, "  activeGeometryPoint: ");
+        visit("lowerLeftCorner", self.lowerLeftCorner, dumpAs::list(",", "  lowerLeftCorner : (", ")"));
+        visit("upperRightCorner", self.upperRightCorner, dumpAs::list(",", "  upperRightCorner : (", ")"));
+        visit("sizeFlags", self.sizeFlags, dumpAs::list(",", "  sizeFlags : (", ")"));
+        visit("textureOrigin", self.textureOrigin, dumpAs::list(",", "  textureOrigin : (", ")"));
+        visit("textureAlignment", self.textureAlignment, dumpAs::list(",", "  textureAlignment : (", ")"));
+        visit("textureShear", self.textureShear, dumpAs::list(",", "  textureShear : (", ")"));
+        visit("texturePerspective", self.texturePerspective,
+              dumpAs::list(",", "  texturePerspective : (", ")"));
+        visit("geometryOrigin", self.geometryOrigin, dumpAs::list(",", "  geometryOrigin : (", ")"));
+        visit("geometryAlignment", self.geometryAlignment, dumpAs::list(",", "  geometryAlignment : (", ")"));
+        visit("geometryShear", self.geometryShear, dumpAs::list(",", "  geometryShear : (", ")"));
+        visit("geometryPerspective", self.geometryPerspective,
+              dumpAs::list(",", "  geometryPerspective : (", ")"));
+        visit("activeTexturePoint", self.activeTexturePoint, "  activeTexturePoint : ");
+        visit("reserved1", self.reserved1, dumpAs::nothing);
+        visit("depthScale", self.depthScale, "  depthScale : ");
+        visit("matrix", self.matrix, dumpAs::rows(4));
+        if (visit.when(hasLastWords)) {
+            visit("reserved2", self.reserved2, dumpAs::nothing);
+            visit("reserved3", self.reserved3, dumpAs::nothing);
+        } else {
+            visit.preset(self.reserved2, 0);
+            visit.preset(self.reserved3, 0);
+        }
+    }
 };
 
 /// The block of a spherical mapping (type 4).
-///
-/// | Offset | Type       | Field                         |
-/// |--------|------------|-------------------------------|
-/// | 0      | float32    | `scale`                       |
-/// | 4      | float64[3] | `center`                      |
-/// | 28     | float32    | `scaleRatio`, `maxDimension`  |
 struct FltSphericalTextureMappingStruct {
     float scale = 0;
     double center[3] = {};
     float scaleRatio = 0;
     float maxDimension = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("scale", self.scale, "  scale : ");
+        visit("center", self.center, dumpAs::list(",", "  center : (", ")"));
+        visit("scaleRatio", self.scaleRatio, "  scaleRatio : ");
+        visit("maxDimension", self.maxDimension, "  maxDimension : ");
+    }
 };
 
 /// The block of a radial mapping (type 5).
-///
-/// | Offset | Type        | Field                         |
-/// |--------|-------------|-------------------------------|
-/// | 0      | int32       | `activeGeometryPoint`         |
-/// | 4      | int32       | reserved                      |
-/// | 8      | float32     | `radialScale`, `lengthScale`  |
-/// | 16     | float64[16] | `matrix`                      |
-/// | 144    | float64[3]  | `endPoint1`, `endPoint2`      |
 struct FltRadialTextureMappingStruct {
     std::int32_t activeGeometryPoint = 0;
     std::int32_t reserved = 0;
@@ -100,16 +125,21 @@ struct FltRadialTextureMappingStruct {
     double matrix[16] = {};
     double endPoint1[3] = {};
     double endPoint2[3] = {};
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("activeGeometryPoint", self.activeGeometryPoint, "activeGeometryPoint : ");
+        visit("reserved", self.reserved, dumpAs::nothing);
+        visit("radialScale", self.radialScale, "radialScale : ");
+        visit("lengthScale", self.lengthScale, "lengthScale : ");
+        visit("matrix", self.matrix, dumpAs::rows(4));
+        visit("endPoint1", self.endPoint1, dumpAs::list(",", "  endPoint1 : (", ")"));
+        visit("endPoint2", self.endPoint2, dumpAs::list(",", "  endPoint2 : (", ")"));
+    }
 };
 
 /// The block of a warped mapping (warpedFlag not zero).
-///
-/// | Offset | Type        | Field                               |
-/// |--------|-------------|-------------------------------------|
-/// | 0      | int32       | `activeGeometryPoint`, `toolState`  |
-/// | 8      | float64[16] | `matrix`                            |
-/// | 136    | float64[16] | `fromPoint`: eight pairs of x and y |
-/// | 264    | float64[16] | `toPoint`: eight pairs of x and y   |
 ///
 /// Seen as cells of eight bytes, the points take the cells 17 to 90. They are not stored as they stand in the
 /// file: pair i of the from points goes to the cells 17 + 8i and 18 + 8i, and pair i of the to points, later,
@@ -127,19 +157,30 @@ struct FltWarpedTextureMappingStruct {
     std::int32_t toolState = 0;
     double matrix[16] = {};
     double cells[74] = {}; ///< Cells 17 to 90 of the block: fromPoint() is cell 17 and toPoint() cell 33.
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("activeGeometryPoint", self.activeGeometryPoint, "activeGeometryPoint : ");
+        visit("toolState", self.toolState, "toolState : ");
+        visit("matrix", self.matrix, dumpAs::rows(4));
+        if constexpr (Visitor::decodes) {
+            for (int i = 0; i < pointCount; ++i)
+                visit.values("fromPoint", self.fromPoint() + stride * i, 2);
+            for (int i = 0; i < pointCount; ++i)
+                visit.values("toPoint", self.toPoint() + stride * i, 2);
+        }
+        if constexpr (Visitor::dumps)
+            self.dumpPoints(visit.dump);
+        if constexpr (Visitor::lists)
+            visit.values("cells", self.cells, static_cast<int>(std::size(self.cells)));
+    }
+
+private:
+    void dumpPoints(FltDump& dump) const;
 };
 
 /// How a texture lies on geometry: put, point put, spherical, radial or warped.
-///
-/// | Offset | Type        | Field                                                                       |
-/// |--------|-------------|-----------------------------------------------------------------------------|
-/// | 4      | int32       | reserved                                                                    |
-/// | 8      | int32       | `index`                                                                     |
-/// | 12     | char[20]    | `name`                                                                      |
-/// | 32     | int32       | `type`: 1 put, 2 point put, 4 spherical, 5 radial                           |
-/// | 36     | int32       | `warpedFlag`                                                                |
-/// | 40     | float64[16] | `transformationMatrix`                                                      |
-/// | 168    |             | the block of the type; if `warpedFlag` isn't zero the warped block as well  |
 ///
 /// A record that has both a type and the flag reads the same bytes under two layouts.
 class FltRecordTextureMappingPalette : public PaletteFltRecord
@@ -152,8 +193,8 @@ public:
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
 
-    /// @name The dump of one block: its title line, then its fields. @return @p os
-    /// Without the block the title line is all.
+    /// @name The dump of one block: its title line, then its fields
+    /// Without the block the title line is all. @return @p os
     /// @{
     virtual std::ostream& putTMproperties(std::ostream& os) const;
     virtual std::ostream& pointPutTMproperties(std::ostream& os) const;
@@ -186,4 +227,46 @@ public:
     std::unique_ptr<FltRadialTextureMappingStruct> radialTM;
     std::unique_ptr<FltWarpedTextureMappingStruct> warpedTM;
     /// @}
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        headFields(self, visit);
+        auto const block = visit.place();
+        blockFields("put", self.type == put, self.putTM, visit, block);
+        blockFields("pointPut", self.type == pointPut, self.pointPutTM, visit, block,
+                    self.length > lengthWithoutLastWords);
+        blockFields("spherical", self.type == spherical, self.sphericalTM, visit, block);
+        blockFields("radial", self.type == radial, self.radialTM, visit, block);
+        blockFields("warped", self.warpedFlag != 0, self.warpedTM, visit, block);
+    }
+
+private:
+    enum Type { put = 1, pointPut = 2, spherical = 4, radial = 5 };
+
+    /// Above this length a record holds the last words of the point put block.
+    static constexpr unsigned int lengthWithoutLastWords = 576;
+
+    template <class Self, class Visitor>
+    static void headFields(Self& self, Visitor& visit)
+    {
+        visit("reserved", self.reserved, dumpAs::nothing);
+        visit("index", self.index, " index: ");
+        visit("name", self.name, dumpAs::text(" name: ", &self + 1));
+        visit("type", self.type, " type: ");
+        visit("warpedFlag", self.warpedFlag, " warpedFlag: ");
+        visit("transformationMatrix", self.transformationMatrix, dumpAs::nothing);
+    }
+    template <class Block, class Visitor, class Place, class... Arguments>
+    static void blockFields(char const* name, bool isThere, std::unique_ptr<Block> const& block,
+                            Visitor& visit, Place place, Arguments... arguments)
+    {
+        static Block const none;
+        if (!visit.when(isThere))
+            return;
+        visit.goTo(place);
+        visit.open(name);
+        Block::fields(block != nullptr ? *block : none, visit, arguments...);
+        visit.close();
+    }
 };

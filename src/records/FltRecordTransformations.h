@@ -1,15 +1,12 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 
 #include <cstdint>
 
 /// A record that holds a matrix.
-///
-/// | Offset | Type          | Field    |
-/// |--------|---------------|----------|
-/// | 4      | float32[4][4] | `matrix` |
 class AbstractMatrixRecord : public AncillaryFltRecord
 {
 public:
@@ -19,6 +16,12 @@ public:
     void getPropertiesFromData(char* data) override;
 
     float matrix[4][4] = {}; ///< Row after row, for row vectors: the last row is the translation.
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("matrix", self.matrix, dumpAs::rows(4));
+    }
 };
 
 /// The matrix that places the node before: the product of all its single steps.
@@ -40,12 +43,6 @@ public:
 };
 
 /// A direction for the node before.
-///
-/// | Offset | Type    | Field |
-/// |--------|---------|-------|
-/// | 4      | float32 | `i`   |
-/// | 8      | float32 | `j`   |
-/// | 12     | float32 | `k`   |
 class FltRecordVector : public AncillaryFltRecord
 {
 public:
@@ -59,20 +56,18 @@ public:
     float i = 0;
     float j = 0;
     float k = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("i", self.i, dumpAs::piece("i="));
+        visit("j", self.j, dumpAs::piece("  j="));
+        visit("k", self.k, dumpAs::piece("  k="));
+        visit.endLine();
+    }
 };
 
 /// A turn about the line through two points. The angle is in degrees.
-///
-/// | Offset | Type    | Field           |
-/// |--------|---------|-----------------|
-/// | 4      | int32   | reserved        |
-/// | 8      | float64 | `XCenter1`      |
-/// | 16     | float64 | `YCenter1`      |
-/// | 24     | float64 | `ZCenter1`      |
-/// | 32     | float64 | `XCenter2`      |
-/// | 40     | float64 | `YCenter2`      |
-/// | 48     | float64 | `ZCenter2`      |
-/// | 56     | float32 | `angleToRotate` |
 class FltRecordRotateAboutEdge : public AncillaryFltRecord
 {
 public:
@@ -91,19 +86,22 @@ public:
     double YCenter2 = 0;
     double ZCenter2 = 0;
     float angleToRotate = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("reserved", self.reserved, dumpAs::nothing);
+        visit("XCenter1", self.XCenter1);
+        visit("YCenter1", self.YCenter1);
+        visit("ZCenter1", self.ZCenter1);
+        visit("XCenter2", self.XCenter2);
+        visit("YCenter2", self.YCenter2);
+        visit("ZCenter2", self.ZCenter2);
+        visit("angleToRotate", self.angleToRotate);
+    }
 };
 
 /// A move: a reference point and how far it goes.
-///
-/// | Offset | Type    | Field    |
-/// |--------|---------|----------|
-/// | 4      | int32   | reserved |
-/// | 8      | float64 | `x`      |
-/// | 16     | float64 | `y`      |
-/// | 24     | float64 | `z`      |
-/// | 32     | float64 | `deltaX` |
-/// | 40     | float64 | `deltaY` |
-/// | 48     | float64 | `deltaZ` |
 class FltRecordTranslate : public AncillaryFltRecord
 {
 public:
@@ -121,19 +119,23 @@ public:
     double deltaX = 0;
     double deltaY = 0;
     double deltaZ = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("reserved", self.reserved, dumpAs::nothing);
+        visit("x", self.x, dumpAs::piece("x="));
+        visit("y", self.y, dumpAs::piece("  y="));
+        visit("z", self.z, dumpAs::piece("  z="));
+        visit.endLine();
+        visit("deltaX", self.deltaX, dumpAs::piece("deltaX="));
+        visit("deltaY", self.deltaY, dumpAs::piece("  deltaY="));
+        visit("deltaZ", self.deltaZ, dumpAs::piece("  deltaZ="));
+        visit.endLine();
+    }
 };
 
 /// A scale about a centre, with a factor for each axis.
-///
-/// | Offset | Type    | Field          |
-/// |--------|---------|----------------|
-/// | 4      | int32   | reserved       |
-/// | 8      | float64 | `XCenter`      |
-/// | 16     | float64 | `YCenter`      |
-/// | 24     | float64 | `ZCenter`      |
-/// | 32     | float32 | `XScaleFactor` |
-/// | 36     | float32 | `YScaleFactor` |
-/// | 40     | float32 | `ZScaleFactor` |
 class FltRecordScaleNonUniform : public AncillaryFltRecord
 {
 public:
@@ -151,20 +153,21 @@ public:
     float XScaleFactor = 0;
     float YScaleFactor = 0;
     float ZScaleFactor = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("reserved", self.reserved, dumpAs::nothing);
+        visit("XCenter", self.XCenter, "XCenter.: ");
+        visit("YCenter", self.YCenter);
+        visit("ZCenter", self.ZCenter);
+        visit("XScaleFactor", self.XScaleFactor);
+        visit("YScaleFactor", self.YScaleFactor);
+        visit("ZScaleFactor", self.ZScaleFactor);
+    }
 };
 
 /// A turn about an axis through a point. The angle is in degrees.
-///
-/// | Offset | Type    | Field               |
-/// |--------|---------|---------------------|
-/// | 4      | int32   | reserved            |
-/// | 8      | float64 | `XCenterOfRotation` |
-/// | 16     | float64 | `YCenterOfRotation` |
-/// | 24     | float64 | `ZCenterOfRotation` |
-/// | 32     | float32 | `IAxisOfRotation`   |
-/// | 36     | float32 | `JAxisOfRotation`   |
-/// | 40     | float32 | `KAxisOfRotation`   |
-/// | 44     | float32 | `angleToRotate`     |
 class FltRecordRotateAboutPoint : public AncillaryFltRecord
 {
 public:
@@ -183,34 +186,24 @@ public:
     float JAxisOfRotation = 0;
     float KAxisOfRotation = 0;
     float angleToRotate = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("reserved", self.reserved, dumpAs::nothing);
+        visit("XCenterOfRotation", self.XCenterOfRotation);
+        visit("YCenterOfRotation", self.YCenterOfRotation);
+        visit("ZCenterOfRotation", self.ZCenterOfRotation);
+        visit("IAxisOfRotation", self.IAxisOfRotation);
+        visit("JAxisOfRotation", self.JAxisOfRotation);
+        visit("KAxisOfRotation", self.KAxisOfRotation);
+        visit("angleToRotate", self.angleToRotate);
+    }
 };
 
 /// A move of three points, origin, alignment and track, onto three others. The angle is in degrees.
 ///
 /// The factory never makes one: it reads records of this opcode as FltRecordRotateAboutEdge.
-///
-/// | Offset | Type    | Field           |
-/// |--------|---------|-----------------|
-/// | 4      | int32   | reserved        |
-/// | 8      | float64 | `XFromOrigin`   |
-/// | 16     | float64 | `YFromOrigin`   |
-/// | 24     | float64 | `ZFromOrigin`   |
-/// | 32     | float64 | `XFromAlign`    |
-/// | 40     | float64 | `YFromAlign`    |
-/// | 48     | float64 | `ZFromAlign`    |
-/// | 56     | float64 | `XFromTrack`    |
-/// | 64     | float64 | `YFromTrack`    |
-/// | 72     | float64 | `ZFromTrack`    |
-/// | 80     | float64 | `XToOrigin`     |
-/// | 88     | float64 | `YToOrigin`     |
-/// | 96     | float64 | `ZToOrigin`     |
-/// | 104    | float64 | `XToAlign`      |
-/// | 112    | float64 | `YToAlign`      |
-/// | 120    | float64 | `ZToAlign`      |
-/// | 128    | float64 | `XToTrack`      |
-/// | 136    | float64 | `YToTrack`      |
-/// | 144    | float64 | `ZToTrack`      |
-/// | 152    | float32 | `angleToRotate` |
 class FltRecordPutTransform : public AncillaryFltRecord
 {
 public:
@@ -241,4 +234,29 @@ public:
     double YToTrack = 0;
     double ZToTrack = 0;
     float angleToRotate = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("reserved", self.reserved, dumpAs::nothing);
+        visit("XFromOrigin", self.XFromOrigin);
+        visit("YFromOrigin", self.YFromOrigin);
+        visit("ZFromOrigin", self.ZFromOrigin);
+        visit("XFromAlign", self.XFromAlign);
+        visit("YFromAlign", self.YFromAlign);
+        visit("ZFromAlign", self.ZFromAlign);
+        visit("XFromTrack", self.XFromTrack);
+        visit("YFromTrack", self.YFromTrack);
+        visit("ZFromTrack", self.ZFromTrack);
+        visit("XToOrigin", self.XToOrigin);
+        visit("YToOrigin", self.YToOrigin);
+        visit("ZToOrigin", self.ZToOrigin);
+        visit("XToAlign", self.XToAlign);
+        visit("YToAlign", self.YToAlign);
+        visit("ZToAlign", self.ZToAlign);
+        visit("XToTrack", self.XToTrack);
+        visit("YToTrack", self.YToTrack);
+        visit("ZToTrack", self.ZToTrack);
+        visit("angleToRotate", self.angleToRotate);
+    }
 };

@@ -14,7 +14,6 @@ std::ostream& FltRecordUnknown::properties(std::ostream& os) const
 
 void FltRecordUnknown::getPropertiesFromData(char* data)
 {
-    unsigned int const kept = std::max(length, 4U) - 4;
-    rawData.reset(new char[kept]);
-    std::copy_n(data, kept, rawData.get());
+    rawData.reset(new char[getRawSize()]);
+    std::copy_n(data, getRawSize(), rawData.get());
 }

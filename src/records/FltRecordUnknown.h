@@ -2,6 +2,7 @@
 
 #include "records/AbstractFltRecord.h"
 
+#include <algorithm>
 #include <memory>
 
 /// A record whose opcode has no class. Its bytes are kept and never dumped.
@@ -22,4 +23,13 @@ public:
     int opcode;                      ///< As in the file, taken as a signed 16-bit number.
     std::unique_ptr<char[]> rawData; ///< Length minus 4 bytes.
     std::string recordCategory;      ///< Empty: the record goes by no category.
+
+    /// Bytes of rawData.
+    unsigned int getRawSize() const { return std::max(length, 4U) - 4; }
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit.bytes("rawData", self.rawData.get(), self.getRawSize());
+    }
 };

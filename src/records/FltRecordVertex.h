@@ -1,16 +1,13 @@
 #pragma once
 
 #include "records/AbstractFltRecord.h"
+#include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
 #include "records/FltVersion.h"
 
 #include <cstdint>
 
 /// The head of the vertex palette: the vertex records of the whole file follow it.
-///
-/// | Offset | Type   | Field                      |
-/// |--------|--------|----------------------------|
-/// | 4      | uint32 | `vertexPaletteTotalLength` |
 class FltRecordVertexPalette : public PaletteFltRecord
 {
 public:
@@ -22,37 +19,34 @@ public:
     void getPropertiesFromData(char* data) override;
 
     std::uint32_t vertexPaletteTotalLength = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        visit("vertexPaletteTotalLength", self.vertexPaletteTotalLength);
+    }
 };
 
-/// A vertex of the palette with a colour, and the base of the shapes that have more.
+/// What the texture coordinates of every vertex have in common.
+class FltTextureFields
+{
+protected:
+    template <class Texture, class Visitor>
+    static void textureFields(Texture& texture, Visitor& visit)
+    {
+        visit("texture", texture, dumpAs::nothing);
+        visit.show("texture: u=", texture[0]);
+        visit.show("         v=", texture[1]);
+    }
+};
+
+/// A vertex of the palette with a colour, and the base of the shapes that have more. Coordinates are in
+/// database units.
 ///
-/// All shapes begin alike:
-///
-/// | Offset | Type    | Field            |                |
-/// |--------|---------|------------------|----------------|
-/// | 4      | uint16  | `colorNameIndex` |                |
-/// | 6      | uint16  | `flags`          | see below      |
-/// | 8      | float64 | `Xcoordinate`    | database units |
-/// | 16     | float64 | `Ycoordinate`    | database units |
-/// | 24     | float64 | `Zcoordinate`    | database units |
-///
-/// Flags: bit 15 the vertex starts a hard edge, 14 its normal is frozen, 13 no colour of its own, 12 the
-/// colour is `packedColor`.
-///
-/// They go on by shape at these offsets:
-///
-/// | Field                   | Type       | Color | ColorNormal | ColorUv | ColorNormalUv |
-/// |-------------------------|------------|-------|-------------|---------|---------------|
-/// | `vertexNormal`          | float32[3] |       | 32          |         | 32            |
-/// | `texture`               | float32[2] |       |             | 32      | 44            |
-/// | `packedColor`           | uint8[4]   | 32    | 44          | 40      | 52            |
-/// | `vertexColorIndex`      | int32      | 36    | 48          | 44      | 56            |
-/// | reserved                | int32      |       | 52          |         | 60            |
-///
-/// `vertexColorIndex` is read from revision 1540 on and -1 before, the reserved word from revision 1580 on.
-/// Where the flags say no colour, that wins over packed colour; a vertex that has neither flag takes its
-/// colour from `vertexColorIndex`.
-class FltRecordVertexColor : public PaletteFltRecord, public FltVersion
+/// All shapes begin and end alike: what is in between differs. The colour's index is read from revision 1540
+/// on and -1 before. Where the flags say no colour, that wins over packed colour; a vertex that has neither
+/// flag takes its colour from `vertexColorIndex`.
+class FltRecordVertexColor : public PaletteFltRecord, public FltVersion, protected FltTextureFields
 {
 public:
     using PaletteFltRecord::PaletteFltRecord;
@@ -76,10 +70,56 @@ public:
     std::uint8_t packedColor[4] = {}; ///< Alpha, blue, green, red.
     std::int32_t vertexColorIndex = 0;
 
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        firstFields(self, visit);
+        colorFields(self, visit);
+    }
+
 protected:
-    void readHead(char*& cursor);
-    void readColor(char*& cursor);
-    void readReserved(std::int32_t* reserved, char*& cursor) const;
+    template <class Self, class Visitor>
+    static void firstFields(Self& self, Visitor& visit)
+    {
+        visit("colorNameIndex", self.colorNameIndex);
+        visit("flags", self.flags, dumpAs::nothing);
+        visit.flag("startHardEdge", self.flags, 15, "flags: Start Hard Edge: ");
+        visit.flag("normalFrozen", self.flags, 14, "         Normal frozen: ");
+        visit.flag("noColor", self.flags, 13, "              No Color: ");
+        visit.flag("packedColor", self.flags, 12, "          Packed Color: ");
+        visit("Xcoordinate", self.Xcoordinate);
+        visit("Ycoordinate", self.Ycoordinate);
+        visit("Zcoordinate", self.Zcoordinate);
+    }
+    template <class Visitor, class Normal>
+    static void normalFields(Normal& normal, Visitor& visit)
+    {
+        visit("vertexNormal", normal, dumpAs::nothing);
+        visit.show("vertexNormal: i=", normal[0]);
+        visit.show("              j=", normal[1]);
+        visit.show("              k=", normal[2]);
+    }
+    template <class Self, class Visitor>
+    static void colorFields(Self& self, Visitor& visit)
+    {
+        visit("packedColor", self.packedColor, dumpAs::nothing);
+        visit.showColor("packedColor: alpha=", self.packedColor[0]);
+        visit.showColor("              blue=", self.packedColor[1]);
+        visit.showColor("             green=", self.packedColor[2]);
+        visit.showColor("               red=", self.packedColor[3]);
+        if (visit.from(self.revision, 1540)) {
+            visit("vertexColorIndex", self.vertexColorIndex);
+        } else {
+            visit.preset(self.vertexColorIndex, -1);
+            visit.show("vertexColorIndex: ", self.vertexColorIndex);
+        }
+    }
+    template <class Self, class Visitor>
+    static void reservedField(Self& self, Visitor& visit)
+    {
+        if (visit.from(self.revision, 1580))
+            visit("reserved", self.reserved, dumpAs::nothing);
+    }
 };
 
 /// A vertex with a colour and a normal; see FltRecordVertexColor.
@@ -95,6 +135,15 @@ public:
 
     float vertexNormal[3] = {}; ///< i, j, k.
     std::int32_t reserved = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        firstFields(self, visit);
+        normalFields(self.vertexNormal, visit);
+        colorFields(self, visit);
+        reservedField(self, visit);
+    }
 };
 
 /// A vertex with a colour, a normal and texture coordinates; see FltRecordVertexColor.
@@ -111,6 +160,16 @@ public:
     float vertexNormal[3] = {}; ///< i, j, k.
     float texture[2] = {};      ///< u, v.
     std::int32_t reserved = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        firstFields(self, visit);
+        normalFields(self.vertexNormal, visit);
+        textureFields(self.texture, visit);
+        colorFields(self, visit);
+        reservedField(self, visit);
+    }
 };
 
 /// A vertex with a colour and texture coordinates; see FltRecordVertexColor.
@@ -125,11 +184,19 @@ public:
     void getPropertiesFromData(char* data) override;
 
     float texture[2] = {}; ///< u, v.
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        firstFields(self, visit);
+        textureFields(self.texture, visit);
+        colorFields(self, visit);
+    }
 };
 
 /// A vertex of the old forms, which stand below their face and in no palette: its place, in whole database
 /// units.
-class AbstractOldVertexRecord : public PrimaryFltRecord
+class AbstractOldVertexRecord : public PrimaryFltRecord, protected FltTextureFields
 {
 public:
     using PrimaryFltRecord::PrimaryFltRecord;
@@ -139,18 +206,16 @@ public:
     std::int32_t Zcoordinate = 0;
 
 protected:
-    void readCoordinates(char*& cursor);
-    void showCoordinates(std::ostream& os) const;
+    template <class Self, class Visitor>
+    static void coordinateFields(Self& self, Visitor& visit)
+    {
+        visit("Xcoordinate", self.Xcoordinate);
+        visit("Ycoordinate", self.Ycoordinate);
+        visit("Zcoordinate", self.Zcoordinate);
+    }
 };
 
 /// An old vertex without a colour of its own.
-///
-/// | Offset | Type       | Field         |                                               |
-/// |--------|------------|---------------|-----------------------------------------------|
-/// | 4      | int32      | `Xcoordinate` |                                               |
-/// | 8      | int32      | `Ycoordinate` |                                               |
-/// | 12     | int32      | `Zcoordinate` |                                               |
-/// | 16     | float32[2] | `texture`     | in a record of exactly 24 bytes               |
 class FltRecordOldVertex : public AbstractOldVertexRecord
 {
 public:
@@ -166,6 +231,14 @@ public:
     bool hasTexture() const { return length == 24; }
 
     float texture[2] = {}; ///< u, v; zero in a record without them.
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        coordinateFields(self, visit);
+        if (self.hasTexture())
+            textureFields(self.texture, visit);
+    }
 };
 
 /// An old vertex with the members that a colour gives it.
@@ -179,21 +252,16 @@ public:
     std::uint16_t colorIndex = 0;
 
 protected:
-    void readColor(char*& cursor);
-    void showColor(std::ostream& os) const;
+    template <class Self, class Visitor>
+    static void colorFields(Self& self, Visitor& visit)
+    {
+        visit("hardEdgeFlag", self.hardEdgeFlag, dumpAs::character);
+        visit("shadingFlag", self.shadingFlag, dumpAs::character);
+        visit("colorIndex", self.colorIndex, "colorIndex : ");
+    }
 };
 
 /// An old vertex with a colour.
-///
-/// | Offset | Type       | Field          |                                              |
-/// |--------|------------|----------------|----------------------------------------------|
-/// | 4      | int32      | `Xcoordinate`  |                                              |
-/// | 8      | int32      | `Ycoordinate`  |                                              |
-/// | 12     | int32      | `Zcoordinate`  |                                              |
-/// | 16     | char       | `hardEdgeFlag` |                                              |
-/// | 17     | char       | `shadingFlag`  |                                              |
-/// | 18     | uint16     | `colorIndex`   |                                              |
-/// | 20     | float32[2] | `texture`      | in a record of exactly 28 bytes              |
 class FltRecordOldVertexColor : public AbstractOldVertexColorRecord
 {
 public:
@@ -208,20 +276,18 @@ public:
     bool hasTexture() const { return length == 28; }
 
     float texture[2] = {}; ///< u, v; without meaning in a record without them.
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        coordinateFields(self, visit);
+        colorFields(self, visit);
+        if (self.hasTexture())
+            textureFields(self.texture, visit);
+    }
 };
 
 /// An old vertex with a colour and a normal.
-///
-/// | Offset | Type       | Field                |                                        |
-/// |--------|------------|----------------------|----------------------------------------|
-/// | 4      | int32      | `Xcoordinate`        |                                        |
-/// | 8      | int32      | `Ycoordinate`        |                                        |
-/// | 12     | int32      | `Zcoordinate`        |                                        |
-/// | 16     | char       | `hardEdgeFlag`       |                                        |
-/// | 17     | char       | `shadingFlag`        |                                        |
-/// | 18     | uint16     | `colorIndex`         |                                        |
-/// | 20     | float32[3] | `vertexNormalScaled` | taken as it stands, nothing is scaled  |
-/// | 32     | float32[2] | `texture`            | in a record of exactly 40 bytes        |
 class FltRecordOldVertexColorNormal : public AbstractOldVertexColorRecord
 {
 public:
@@ -237,4 +303,17 @@ public:
 
     float vertexNormalScaled[3] = {}; ///< i, j, k.
     float texture[2] = {};            ///< u, v; without meaning in a record without them.
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        coordinateFields(self, visit);
+        colorFields(self, visit);
+        visit("vertexNormalScaled", self.vertexNormalScaled, dumpAs::nothing);
+        visit.show("vertexNormalScaled: i=", self.vertexNormalScaled[0]);
+        visit.show("                    j=", self.vertexNormalScaled[1]);
+        visit.show("                    k=", self.vertexNormalScaled[2]);
+        if (self.hasTexture())
+            textureFields(self.texture, visit);
+    }
 };

@@ -1,13 +1,14 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <memory>
 
 /// Reads the big-endian numbers of a record.
 ///
-/// Every function reads at @p cursor and moves it behind what it read. Nothing here compares the cursor with
-/// the record's end: the block that a decoder is handed reaches as far as its layout does.
+/// Every function reads at @p cursor and moves it on to the end of what it read. Nothing here compares the
+/// cursor with the record's end: the block that a decoder is handed reaches as far as its layout does.
 class FltUtils
 {
 public:
@@ -41,25 +42,6 @@ public:
         std::memcpy(out, &word, sizeof word);
     }
 
-    /// @name Arrays, value after value
-    /// @{
-    static void getInt32ValuesThenDecal(std::int32_t* out, int count, char*& cursor)
-    {
-        for (int i = 0; i < count; ++i)
-            getInt32ValueThenDecal(out + i, cursor);
-    }
-    static void getFloat32ValuesThenDecal(float* out, int count, char*& cursor)
-    {
-        for (int i = 0; i < count; ++i)
-            getFloat32ValueThenDecal(out + i, cursor);
-    }
-    static void getDouble64ValuesThenDecal(double* out, int count, char*& cursor)
-    {
-        for (int i = 0; i < count; ++i)
-            getDouble64ValueThenDecal(out + i, cursor);
-    }
-    /// @}
-
     /// Copies @p count bytes as they stand: text, colour bytes, reserved blocks.
     static void getBytesThenDecal(void* out, int count, char*& cursor)
     {
@@ -67,7 +49,7 @@ public:
         cursor += count;
     }
 
-    /// The bytes of a record behind its first four, as text with a zero added.
+    /// The bytes of a record after its first four, as text with a zero added.
     static std::unique_ptr<char[]> restAsText(char const* data, unsigned int length)
     {
         std::size_t const size = length > 4 ? length - 4 : 0;
@@ -75,6 +57,16 @@ public:
         std::memcpy(text.get(), data + 4, size);
         text[size] = '\0';
         return text;
+    }
+
+    /// The length of an entry that tells it in its first two or four bytes; 0 if that is less than the
+    /// entry's head, or more than the @p left bytes of the record.
+    static std::size_t wholeEntryAt(char const* entry, std::ptrdiff_t left, int headSize, int lengthSize)
+    {
+        if (left < headSize)
+            return 0;
+        std::int64_t const length = lengthSize == 2 ? word16At(entry) : word32At(entry);
+        return length >= headSize && length <= left ? static_cast<std::size_t>(length) : 0;
     }
 
     /// The big-endian 16-bit number at @p bytes.

@@ -1,9 +1,11 @@
 #include "statistics/FltStatisticsTool.h"
 
+#include "messages/FltWarningMessageConsole.h"
 #include "records/FltRecord.h"
 
 #include <cstdlib>
 #include <cstring>
+#include <string>
 
 namespace
 {
@@ -13,11 +15,6 @@ void replace(char*& text, char const* newer)
     char* const copy = newer != nullptr ? ::strdup(newer) : nullptr;
     std::free(text);
     text = copy;
-}
-
-FILE* open(char const* name, char const* mode)
-{
-    return name != nullptr ? ::fopen64(name, mode) : nullptr;
 }
 
 } // namespace
@@ -43,9 +40,27 @@ void FltStatisticsTool::setVectorOfFltRecords(std::vector<FltRecord*>& records)
     vectorOfFltRecords = &records;
 }
 
+/// Opens the file with the guards of everything that is written beside a database. @return null if that fails
+FILE* FltStatisticsTool::open(SideFile::Content content)
+{
+    if (statFile == nullptr)
+        return nullptr;
+    SideFile file(statFile, fltFile, content);
+    if (file.getOutcome() == SideFile::Outcome::refused && !refusalIsReported) {
+        refusalIsReported = true;
+        FltWarningMessageConsole::notifyGuard("No statistics are written: what stands at their place is a "
+                                              "link, has a second name, or isn't a plain file. "
+                                              "Remove it, or use a copy of the database",
+                                              std::string(": ") + statFile);
+    }
+    int const descriptor = file.release();
+    return descriptor >= 0 ? ::fdopen(descriptor, content == SideFile::Content::appendedTo ? "a" : "w")
+                           : nullptr;
+}
+
 void FltStatisticsTool::makeEmptyFile()
 {
-    if (FILE* const file = open(statFile, "wt"))
+    if (FILE* const file = open(SideFile::Content::emptied))
         std::fclose(file);
 }
 
@@ -71,7 +86,7 @@ void FltStatisticsTool::writeFltStatisticsHeader()
 
 void FltStatisticsTool::makeStatistics()
 {
-    outputFile = open(statFile, "at");
+    outputFile = open(SideFile::Content::appendedTo);
     if (outputFile == nullptr)
         return;
     if (isOutputFileEmpty())

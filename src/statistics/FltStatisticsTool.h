@@ -1,5 +1,6 @@
 #pragma once
 
+#include "toolkit/SideFile.h"
 #include "toolkit/VelloReaderExport.h"
 
 #include <cstdio>
@@ -11,7 +12,8 @@ class FltRecord;
 /// Counts records by opcode and writes the counts into a text file.
 ///
 /// The counts go by FltRecord::getOpcode(), so a record counts as what its class reports, and an object that
-/// stands in two entries counts twice. A file that can't be opened is passed over without a word.
+/// stands in two entries counts twice. A file that can't be opened is passed over in silence; one that is a link,
+/// has a second name, or isn't a plain file is left alone, and the console is told once.
 class VELLOREADER_API FltStatisticsTool
 {
 public:
@@ -44,9 +46,12 @@ public:
     void makeStatistics();
 
 private:
+    FILE* open(SideFile::Content content);
+
     std::vector<FltRecord*>* vectorOfFltRecords = nullptr;
     std::map<int, int> opcodeCounts;
     char* fltFile = nullptr;
     char* statFile = nullptr;
     FILE* outputFile = nullptr;
+    bool refusalIsReported = false;
 };

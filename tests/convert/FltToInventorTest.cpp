@@ -6,6 +6,7 @@
 #include "records/FltRecord.h"
 #include "support/ConvertedFile.h"
 #include "support/ConvertedScene.h"
+#include "support/FileSizeLimit.h"
 #include "support/MemoryInput.h"
 #include "support/ProcessUsage.h"
 #include "support/ScratchFolder.h"
@@ -17,6 +18,7 @@
 #include <Inventor/sensors/SoNodeSensor.h>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace
 {
@@ -193,6 +195,65 @@ TEST(FltToInventorTest, ALogThatCannotBeMadeDoesNotFailTheConversion)
     ConvertedFile const file(path);
     EXPECT_EQ(file.root->getNumChildren(), 3);
     EXPECT_EQ(file.messages, "");
+}
+
+std::string refusedLog(std::string const& path)
+{
+    return "WARNING ! No log is written: what stands at its place is a link, has a second name, or isn't a "
+           "plain file. "
+           "Remove it, or convert a copy: " +
+           path + ".log\n(Warning Level: 2)\n\n";
+}
+
+TEST(FltToInventorTest, ALogThatIsASymbolicLinkIsRefusedAndWhatItNamesIsKept)
+{
+    ScratchFolder const folder;
+    std::string const path = folder.path("a.flt");
+    FltWriter().save(path);
+    std::string const other = folder.write("precious", "kept");
+    fs::create_symlink(other, path + ".log");
+    ConvertedFile const file(path);
+    EXPECT_EQ(contentsOf(other), "kept");
+    EXPECT_EQ(file.messages, refusedLog(path));
+    EXPECT_EQ(file.root->getNumChildren(), 3);
+}
+
+TEST(FltToInventorTest, ALogThatIsAnotherNameOfTheDatabaseIsRefusedAndTheDatabaseKept)
+{
+    ScratchFolder const folder;
+    std::string const path = folder.path("a.flt");
+    FltWriter().save(path);
+    fs::create_hard_link(path, path + ".log");
+    ConvertedFile const file(path);
+    EXPECT_EQ(contentsOf(path), FltWriter().bytes());
+    EXPECT_EQ(file.messages, refusedLog(path));
+}
+
+TEST(FltToInventorTest, ALogThatIsAPipeIsRefusedAndNotWaitedFor)
+{
+    ScratchFolder const folder;
+    std::string const path = folder.path("a.flt");
+    FltWriter().save(path);
+    ASSERT_EQ(::mkfifo((path + ".log").c_str(), 0600), 0);
+    ConvertedFile const file(path);
+    EXPECT_EQ(file.messages, refusedLog(path));
+}
+
+TEST(FltToInventorTest, AFailedLogThrowsNothingWhereTheHostHasSwitchedExceptionsOn)
+{
+    ScratchFolder const folder;
+    std::string const path = folder.path("a.flt");
+    FltWriter().save(path);
+    fs::create_directory(path + ".log");
+    std::cout.exceptions(std::ios_base::badbit | std::ios_base::failbit);
+    EXPECT_NO_THROW(ConvertedFile file(path));
+    fs::remove(path + ".log");
+    {
+        FileSizeLimit const limit(10);
+        EXPECT_NO_THROW(ConvertedFile file(path));
+    }
+    std::cout.exceptions(std::ios_base::goodbit);
+    std::cout.clear();
 }
 
 TEST(FltToInventorTest, StandardOutputStaysOnTheClosedLogAndIsLostHarmlessly)

@@ -1,6 +1,5 @@
 #include "dump/FltDump.h"
 
-#include "dump/FltDumpLine.h"
 #include "support/StreamCapture.h"
 
 #include <cmath>
@@ -95,14 +94,14 @@ TEST(FltDumpTest, DoublesHaveTheBytesOfTheStreamsOwnFormatting)
     for (double value : manyDoubles()) {
         std::ostringstream expected;
         expected << "label: " << value << '\n';
-        ASSERT_EQ(written([&](std::ostream& os) { FltDump::line(os, "label: ", value); }), expected.str());
+        ASSERT_EQ(written([&](std::ostream& os) { FltDump(os).line("label: ", value); }), expected.str());
     }
 }
 
 TEST(FltDumpTest, SomeDoublesAsTheyPrint)
 {
     auto const text = [](double value) {
-        return written([&](std::ostream& os) { FltDump::line(os, "", value); });
+        return written([&](std::ostream& os) { FltDump(os).line("", value); });
     };
     using Limits = std::numeric_limits<double>;
     EXPECT_EQ(text(0.0), "0\n");
@@ -124,14 +123,14 @@ TEST(FltDumpTest, FloatsPrintWidenedToDoubles)
     for (float value : {0.1F, 1e-30F, 16777217.0F, -0.0F, std::numeric_limits<float>::infinity()}) {
         std::ostringstream expected;
         expected << "f: " << static_cast<double>(value) << '\n';
-        EXPECT_EQ(written([&](std::ostream& os) { FltDump::line(os, "f: ", value); }), expected.str());
+        EXPECT_EQ(written([&](std::ostream& os) { FltDump(os).line("f: ", value); }), expected.str());
     }
 }
 
 TEST(FltDumpTest, IntegersOfEverySizePrintAsNumbers)
 {
     auto const text = [](auto value) {
-        return written([&](std::ostream& os) { FltDump::line(os, "n: ", value); });
+        return written([&](std::ostream& os) { FltDump(os).line("n: ", value); });
     };
     EXPECT_EQ(text(std::int8_t{65}), "n: 65\n");
     EXPECT_EQ(text(std::int8_t{-128}), "n: -128\n");
@@ -145,39 +144,44 @@ TEST(FltDumpTest, IntegersOfEverySizePrintAsNumbers)
 
 TEST(FltDumpTest, LabelAloneAndWithText)
 {
-    EXPECT_EQ(written([](std::ostream& os) { FltDump::line(os, "flags: "); }), "flags: \n");
-    EXPECT_EQ(written([](std::ostream& os) { FltDump::line(os, ""); }), "\n");
-    EXPECT_EQ(written([](std::ostream& os) { FltDump::line(os, "name: ", std::string_view("a\0b", 3)); }),
+    EXPECT_EQ(written([](std::ostream& os) { FltDump(os).line("flags: "); }), "flags: \n");
+    EXPECT_EQ(written([](std::ostream& os) { FltDump(os).line(""); }), "\n");
+    EXPECT_EQ(written([](std::ostream& os) { FltDump(os).text("name: ", std::string_view("a\0b", 3)); }),
               std::string("name: a\0b\n", 10));
 }
 
-TEST(FltDumpTest, NumbersInTheLabel)
+TEST(FltDumpTest, LinesCanBePutTogetherPieceByPiece)
 {
-    EXPECT_EQ(written([](std::ostream& os) { FltDump::line(os, "eyePoint[", 9, "]: *****"); }),
+    EXPECT_EQ(written([](std::ostream& os) { (FltDump(os) << "eyePoint[" << 9 << "]: *****").endLine(); }),
               "eyePoint[9]: *****\n");
-    EXPECT_EQ(written([](std::ostream& os) { FltDump::line(os, "mask[", -1, "] : ", 42); }),
+    EXPECT_EQ(written([](std::ostream& os) { (FltDump(os) << "mask[" << -1 << "] : " << 42).endLine(); }),
               "mask[-1] : 42\n");
-    EXPECT_EQ(written([](std::ostream& os) { FltDump::line(os, "name[", 3, "] : ", std::string_view("x")); }),
+    EXPECT_EQ(written([](std::ostream& os) {
+                  (FltDump(os) << "name[" << 3 << "] : "
+                               << "x")
+                      .endLine();
+              }),
               "name[3] : x\n");
 }
 
-TEST(FltDumpTest, FrameHasTheCategoryAndTheSignedOpcode)
+TEST(FltDumpTest, FieldIsANameAColonAndItsValue)
 {
-    EXPECT_EQ(written([](std::ostream& os) { FltDump::frame(os, "PALETTE_RECORD", -7, 65535); }),
-              "  (PALETTE_RECORD)\n-- Opcode: -7  Length: 65535 --\n");
+    EXPECT_EQ(written([](std::ostream& os) { FltDump(os).field("drawType", std::int8_t{-1}); }),
+              "drawType: -1\n");
+    EXPECT_EQ(written([](std::ostream& os) { FltDump(os).field("x", 0.25F); }), "x: 0.25\n");
 }
 
 TEST(FltDumpTest, CharacterPrintsAlsoWhenItIsZero)
 {
-    EXPECT_EQ(written([](std::ostream& os) { FltDump::character(os, "c: ", 'A'); }), "c: A\n");
-    EXPECT_EQ(written([](std::ostream& os) { FltDump::character(os, "c: ", '\0'); }),
+    EXPECT_EQ(written([](std::ostream& os) { FltDump(os).character("c: ", 'A'); }), "c: A\n");
+    EXPECT_EQ(written([](std::ostream& os) { FltDump(os).character("c: ", '\0'); }),
               std::string("c: \0\n", 5));
 }
 
 TEST(FltDumpTest, FlagPrintsOneBit)
 {
     auto const text = [](std::uint32_t word, int bit) {
-        return written([&](std::ostream& os) { FltDump::flag(os, "", word, bit); });
+        return written([&](std::ostream& os) { FltDump(os).flag("", word, bit); });
     };
     EXPECT_EQ(text(0x80000000U, 31), "1\n");
     EXPECT_EQ(text(0x7fffffffU, 31), "0\n");
@@ -187,14 +191,14 @@ TEST(FltDumpTest, FlagPrintsOneBit)
 
 TEST(FltDumpTest, BitsPrintTheMostSignificantFirst)
 {
-    EXPECT_EQ(written([](std::ostream& os) { FltDump::bits(os, 0x80000005U); }),
+    EXPECT_EQ(written([](std::ostream& os) { FltDump(os).bits(0x80000005U); }),
               "10000000000000000000000000000101\n");
 }
 
 TEST(FltDumpTest, PointerFormIsHexadecimalSignExtendedAnd0ForZero)
 {
     auto const text = [](std::int32_t word) {
-        return written([&](std::ostream& os) { FltDump::pointer(os, "p: ", word); });
+        return written([&](std::ostream& os) { FltDump(os).pointer("p: ", word); });
     };
     EXPECT_EQ(text(0), "p: 0\n");
     EXPECT_EQ(text(0x1f), "p: 0x1f\n");
@@ -208,7 +212,7 @@ TEST(FltDumpTest, PointerFormOfAnAddressIsTheStreamsOwn)
     int object = 0;
     std::ostringstream expected;
     expected << "p: " << static_cast<void const*>(&object) << '\n';
-    EXPECT_EQ(written([&](std::ostream& os) { FltDump::pointer(os, "p: ", &object); }), expected.str());
+    EXPECT_EQ(written([&](std::ostream& os) { FltDump(os).pointer("p: ", &object); }), expected.str());
 }
 
 TEST(FltDumpTest, ColorByteIsAFractionOf255InSinglePrecision)
@@ -217,7 +221,7 @@ TEST(FltDumpTest, ColorByteIsAFractionOf255InSinglePrecision)
         std::ostringstream expected;
         expected << "r: " << static_cast<float>(value) / 255.0F << '\n';
         EXPECT_EQ(written([&](std::ostream& os) {
-                      FltDump::colorByte(os, "r: ", static_cast<std::uint8_t>(value));
+                      FltDump(os).colorByte("r: ", static_cast<std::uint8_t>(value));
                   }),
                   expected.str());
     }
@@ -227,7 +231,7 @@ TEST(FltDumpTest, TextEndsAtItsFirstZeroOrWhereItIsToldTo)
 {
     char const members[] = {'a', 'b', 'c', 'd', '\0', 'e'};
     auto const text = [&](void const* end) {
-        return written([&](std::ostream& os) { FltDump::text(os, "t: ", members, end); });
+        return written([&](std::ostream& os) { FltDump(os).text("t: ", members, end); });
     };
     EXPECT_EQ(text(members + sizeof members), "t: abcd\n");
     EXPECT_EQ(text(members + 3), "t: abc\n");
@@ -236,40 +240,40 @@ TEST(FltDumpTest, TextEndsAtItsFirstZeroOrWhereItIsToldTo)
 
 TEST(FltDumpTest, NullTextPrintsAsAnEmptyOne)
 {
-    EXPECT_EQ(written([](std::ostream& os) { FltDump::text(os, "t: ", nullptr); }), "t: \n");
-    EXPECT_EQ(written([](std::ostream& os) { FltDump::text(os, "t: ", "abc"); }), "t: abc\n");
+    EXPECT_EQ(written([](std::ostream& os) { FltDump(os).text("t: ", nullptr); }), "t: \n");
+    EXPECT_EQ(written([](std::ostream& os) { FltDump(os).text("t: ", "abc"); }), "t: abc\n");
 }
 
 TEST(FltDumpTest, TextWithoutEndLeavesTheLineOpen)
 {
     char const text[] = "abc";
     EXPECT_EQ(written([&](std::ostream& os) {
-                  FltDump::textWithoutEnd(os, "t: ", text, text + sizeof text);
-                  FltDump::line(os, "n: ", 1);
+                  FltDump(os).textWithoutEnd("t: ", text, text + sizeof text);
+                  FltDump(os).line("n: ", 1);
               }),
               "t: abcn: 1\n");
 }
 
-TEST(FltDumpTest, ListsHaveSeparatorsBetweenAndAClosingBehind)
+TEST(FltDumpTest, ListsHaveSeparatorsBetweenAndAClosingAtTheEnd)
 {
     std::int32_t const numbers[] = {1, -2, 3};
     float const floats[] = {0.5F, 0.1F};
     double const doubles[] = {1e10, -0.25};
-    EXPECT_EQ(written([&](std::ostream& os) { FltDump::list(os, "v: (", numbers, 3, ",", ")"); }),
+    EXPECT_EQ(written([&](std::ostream& os) { FltDump(os).list("v: (", numbers, 3, ",", ")"); }),
               "v: (1,-2,3)\n");
-    EXPECT_EQ(written([&](std::ostream& os) { FltDump::list(os, "v: ", floats, 2, " "); }), "v: 0.5 0.1\n");
-    EXPECT_EQ(written([&](std::ostream& os) { FltDump::list(os, "v: ", doubles, 2, ", "); }),
+    EXPECT_EQ(written([&](std::ostream& os) { FltDump(os).list("v: ", floats, 2, " "); }), "v: 0.5 0.1\n");
+    EXPECT_EQ(written([&](std::ostream& os) { FltDump(os).list("v: ", doubles, 2, ", "); }),
               "v: 1e+10, -0.25\n");
-    EXPECT_EQ(written([&](std::ostream& os) { FltDump::list(os, "v: (", doubles, 0, ",", ")"); }), "v: ()\n");
+    EXPECT_EQ(written([&](std::ostream& os) { FltDump(os).list("v: (", doubles, 0, ",", ")"); }), "v: ()\n");
 }
 
 TEST(FltDumpTest, RowsStandBetweenBars)
 {
     float const floats[] = {1, 2, 3, 4};
     double const doubles[] = {0.5, 1.5, 2.5, 3.5, 4.5, 5.5};
-    EXPECT_EQ(written([&](std::ostream& os) { FltDump::rows(os, floats, 2, 2); }),
+    EXPECT_EQ(written([&](std::ostream& os) { FltDump(os).rows(floats, 2, 2); }),
               "|  1  2    |\n|  3  4    |\n");
-    EXPECT_EQ(written([&](std::ostream& os) { FltDump::rows(os, doubles, 2, 3); }),
+    EXPECT_EQ(written([&](std::ostream& os) { FltDump(os).rows(doubles, 2, 3); }),
               "|  0.5  1.5  2.5    |\n|  3.5  4.5  5.5    |\n");
 }
 
@@ -277,14 +281,14 @@ TEST(FltDumpTest, LinesThatOutgrowTheBufferComeOutWhole)
 {
     for (std::size_t size : {500U, 511U, 512U, 513U, 600U, 5000U}) {
         std::string const text(size, 't');
-        EXPECT_EQ(written([&](std::ostream& os) { FltDump::line(os, "label: ", std::string_view(text)); }),
+        EXPECT_EQ(written([&](std::ostream& os) { FltDump(os).text("label: ", std::string_view(text)); }),
                   "label: " + text + "\n");
     }
     std::vector<double> const values(1000, -1.23456e-100);
     std::string expected = "v: ";
     for (int i = 0; i < 1000; ++i)
         expected += (i > 0 ? "," : "") + std::string("-1.23456e-100");
-    EXPECT_EQ(written([&](std::ostream& os) { FltDump::list(os, "v: ", values.data(), 1000, ",", ")"); }),
+    EXPECT_EQ(written([&](std::ostream& os) { FltDump(os).list("v: ", values.data(), 1000, ",", ")"); }),
               expected + ")\n");
 }
 
@@ -293,13 +297,18 @@ TEST(FltDumpTest, EveryLineEndsWithOneFlush)
     CaptureBuffer buffer;
     std::ostream os(&buffer);
     double const matrix[4] = {};
-    FltDump::line(os, "a: ", 1);
+    FltDump(os).line("a: ", 1);
     EXPECT_EQ(buffer.flushes(), 1);
-    FltDump::frame(os, "C", 1, 4);
-    EXPECT_EQ(buffer.flushes(), 3);
-    FltDump::rows(os, matrix, 2, 2);
+    {
+        FltDump dump(os);
+        dump.field("b", 1);
+        EXPECT_EQ(buffer.flushes(), 2);
+        (dump << "c: " << 0.5).endLine();
+        EXPECT_EQ(buffer.flushes(), 3);
+    }
+    FltDump(os).rows(matrix, 2, 2);
     EXPECT_EQ(buffer.flushes(), 5);
-    FltDump::textWithoutEnd(os, "t: ", "x", nullptr);
+    FltDump(os).textWithoutEnd("t: ", "x", nullptr);
     EXPECT_EQ(buffer.flushes(), 5);
 }
 
@@ -308,28 +317,28 @@ void dumpShapes(std::ostream& os)
 {
     double const doubles[] = {1234567.0, 0.1, -2e-9, 1e300};
     std::int32_t const numbers[] = {1234567, -8};
-    FltDump::frame(os, "CATEGORY", 1000, 65000);
-    FltDump::line(os, "i: ", 1234567);
-    FltDump::line(os, "u: ", 4000000000U);
-    FltDump::line(os, "b: ", std::uint8_t{200});
-    FltDump::line(os, "d: ", 1234567.891);
-    FltDump::line(os, "f: ", 0.1F);
-    FltDump::line(os, "n[", 1000, "] : ", 2000);
-    FltDump::list(os, "l: (", numbers, 2, ",", ")");
-    FltDump::list(os, "l: (", doubles, 4, ",", ")");
-    FltDump::rows(os, doubles, 2, 2);
-    FltDump::flag(os, "g: ", 1, 0);
-    FltDump::pointer(os, "p: ", 0x12345);
-    FltDump::colorByte(os, "c: ", 77);
-    FltDump::line(os, "");
+    (FltDump(os) << "-- Opcode: " << 1000 << "  Length: " << 65000U << " --").endLine();
+    FltDump(os).field("e", -3);
+    FltDump(os).line("i: ", 1234567);
+    FltDump(os).line("u: ", 4000000000U);
+    FltDump(os).line("b: ", std::uint8_t{200});
+    FltDump(os).line("d: ", 1234567.891);
+    FltDump(os).line("f: ", 0.1F);
+    (FltDump(os) << "n[" << 1000 << "] : " << 2000).endLine();
+    FltDump(os).list("l: (", numbers, 2, ",", ")");
+    FltDump(os).list("l: (", doubles, 4, ",", ")");
+    FltDump(os).rows(doubles, 2, 2);
+    FltDump(os).flag("g: ", 1, 0);
+    FltDump(os).pointer("p: ", 0x12345);
+    FltDump(os).colorByte("c: ", 77);
+    FltDump(os).line("");
 }
 
 void streamShapes(std::ostream& os)
 {
-    os << "  ("
-       << "CATEGORY"
-       << ")" << std::endl;
     os << "-- Opcode: " << 1000 << "  Length: " << 65000U << " --" << std::endl;
+    os << "e"
+       << ": " << -3 << std::endl;
     os << "i: " << 1234567 << std::endl;
     os << "u: " << 4000000000U << std::endl;
     os << "b: " << 200U << std::endl;
@@ -370,7 +379,7 @@ TEST(FltDumpTest, OtherPrecisionIsTheStreamsOwn)
     expectStreamsOwnFormatting([](std::ostream& os) { os.precision(12); });
     std::string const text = written([](std::ostream& os) {
         os.precision(12);
-        FltDump::line(os, "d: ", 1234567.891);
+        FltDump(os).line("d: ", 1234567.891);
     });
     EXPECT_EQ(text, "d: 1234567.891\n");
 }
@@ -380,7 +389,7 @@ TEST(FltDumpTest, HexadecimalIsTheStreamsOwn)
     expectStreamsOwnFormatting([](std::ostream& os) { os << std::hex << std::showbase; });
     EXPECT_EQ(written([](std::ostream& os) {
                   os << std::hex;
-                  FltDump::line(os, "i: ", 255);
+                  FltDump(os).line("i: ", 255);
               }),
               "i: ff\n");
 }
@@ -391,7 +400,7 @@ TEST(FltDumpTest, FixedAndScientificAreTheStreamsOwn)
     expectStreamsOwnFormatting([](std::ostream& os) { os << std::scientific << std::uppercase; });
     EXPECT_EQ(written([](std::ostream& os) {
                   os << std::fixed;
-                  FltDump::line(os, "d: ", 0.5);
+                  FltDump(os).line("d: ", 0.5);
               }),
               "d: 0.500000\n");
 }
@@ -409,8 +418,8 @@ TEST(FltDumpTest, LocaleWithGroupingIsTheStreamsOwn)
     expectStreamsOwnFormatting([&](std::ostream& os) { os.imbue(grouping); });
     EXPECT_EQ(written([&](std::ostream& os) {
                   os.imbue(grouping);
-                  FltDump::line(os, "i: ", 1234567);
-                  FltDump::line(os, "d: ", 0.5);
+                  FltDump(os).line("i: ", 1234567);
+                  FltDump(os).line("d: ", 0.5);
               }),
               "i: 1.234.567\nd: 0,5\n");
 }
@@ -419,14 +428,14 @@ TEST(FltDumpTest, StreamThatGetsAnotherLocaleBetweenLinesIsFollowed)
 {
     std::locale const grouping(std::locale::classic(), new Grouping);
     std::ostringstream os;
-    FltDump::line(os, "a ", 1234.5);
+    FltDump(os).line("a ", 1234.5);
     os.imbue(grouping);
-    FltDump::line(os, "b ", 1234.5);
-    FltDump::line(os, "c ", 1234.5);
+    FltDump(os).line("b ", 1234.5);
+    FltDump(os).line("c ", 1234.5);
     os.imbue(std::locale::classic());
-    FltDump::line(os, "d ", 1234.5);
+    FltDump(os).line("d ", 1234.5);
     os.imbue(grouping);
-    FltDump::line(os, "e ", 1234.5);
+    FltDump(os).line("e ", 1234.5);
     EXPECT_EQ(os.str(), "a 1234.5\nb 1.234,5\nc 1.234,5\nd 1234.5\ne 1.234,5\n");
 }
 
@@ -435,16 +444,16 @@ TEST(FltDumpTest, StreamThatTakesTheFormatOfAnotherIsFollowed)
     std::ostringstream foreign;
     foreign.imbue(std::locale(std::locale::classic(), new Grouping));
     std::ostringstream os;
-    FltDump::line(os, "a ", 1234.5);
+    FltDump(os).line("a ", 1234.5);
     os.copyfmt(foreign); // no line was written there yet
-    FltDump::line(os, "b ", 1234.5);
-    FltDump::line(foreign, "", 1);
+    FltDump(os).line("b ", 1234.5);
+    FltDump(foreign).line("", 1);
     os.copyfmt(std::ostringstream());
-    FltDump::line(os, "c ", 1234.5);
+    FltDump(os).line("c ", 1234.5);
     os.copyfmt(foreign); // one was
-    FltDump::line(os, "d ", 1234.5);
+    FltDump(os).line("d ", 1234.5);
     os.imbue(std::locale::classic());
-    FltDump::line(os, "e ", 1234.5);
+    FltDump(os).line("e ", 1234.5);
     EXPECT_EQ(os.str(), "a 1234.5\nb 1.234,5\nc 1234.5\nd 1.234,5\ne 1234.5\n");
 }
 
@@ -453,8 +462,8 @@ TEST(FltDumpTest, WidthGoesToTheFirstPieceOfTheFirstLineAsTheStreamHasIt)
     expectStreamsOwnFormatting([](std::ostream& os) { os << std::setw(12) << std::setfill('*'); });
     EXPECT_EQ(written([](std::ostream& os) {
                   os.width(6);
-                  FltDump::line(os, "i: ", 1);
-                  FltDump::line(os, "i: ", 2);
+                  FltDump(os).line("i: ", 1);
+                  FltDump(os).line("i: ", 2);
               }),
               "   i: 1\ni: 2\n");
 }
@@ -485,9 +494,9 @@ TEST(FltDumpTest, BufferThatTakesNoMoreSetsTheBadBit)
 {
     SmallBuffer buffer;
     std::ostream os(&buffer);
-    FltDump::line(os, "1234567");
+    FltDump(os).line("1234567");
     EXPECT_TRUE(os.good());
-    FltDump::line(os, "8");
+    FltDump(os).line("8");
     EXPECT_TRUE(os.bad());
 }
 

@@ -2,6 +2,7 @@
 
 #include "dump/FltDump.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "support/FileSizeLimit.h"
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
 
@@ -68,11 +69,16 @@ extern "C" ssize_t __wrap_write(int file, void const* bytes, std::size_t size)
 namespace
 {
 
+bool opens(FltLogStream& log, std::string const& path)
+{
+    return log.buffer.open(path.c_str()) == SideFile::Outcome::opened;
+}
+
 TEST(FltLogBufferTest, FlushesAreTakenLightlyAndCloseWritesTheRest)
 {
     ScratchFolder const directory;
     FltLogStream log;
-    ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
     log << "line" << std::endl << "another" << std::flush;
     EXPECT_EQ(contentsOf(directory.path("a.log")), "");
     EXPECT_TRUE(log.buffer.close());
@@ -84,7 +90,7 @@ TEST(FltLogBufferTest, WriteWritesWhatIsWaiting)
 {
     ScratchFolder const directory;
     FltLogStream log;
-    ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
     log << "one";
     log.buffer.write();
     EXPECT_EQ(contentsOf(directory.path("a.log")), "one");
@@ -99,7 +105,7 @@ TEST(FltLogBufferTest, PrintedMessageWritesTheOpenLogFirst)
 {
     ScratchFolder const directory;
     FltLogStream log;
-    ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
     log << "dumped before the message" << std::endl;
     auto& messages = FltWarningMessageConsole::setOfMessages;
     std::size_t const before = messages.size();
@@ -119,7 +125,7 @@ TEST(FltLogBufferTest, WriteCurrentWithoutAnOpenLogDoesNothing)
     ScratchFolder const directory;
     {
         FltLogStream log;
-        ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+        ASSERT_TRUE(opens(log, directory.path("a.log")));
         log << "text";
     }
     FltLogBuffer::writeCurrent();
@@ -130,7 +136,7 @@ TEST(FltLogBufferTest, LargeOutputGoesToTheFileInBlocksAndComesOutWhole)
 {
     ScratchFolder const directory;
     FltLogStream log;
-    ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
     std::string expected;
     for (int i = 0; i < 100000; ++i) {
         std::string const line = "line " + std::to_string(i) + "\n";
@@ -150,9 +156,9 @@ TEST(FltLogBufferTest, LinesOfADumpComeOutWholeAndInOrderWithOtherOutputBetween)
     ScratchFolder const directory;
     std::string expected;
     FltLogStream log;
-    ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
     for (int i = 0; i < 40000; ++i) {
-        FltDump::line(log, "value of a line: ", i);
+        FltDump(log).line("value of a line: ", i);
         expected += "value of a line: " + std::to_string(i) + "\n";
         if (i % 3 == 0) {
             log << i << std::endl;
@@ -167,11 +173,11 @@ TEST(FltLogBufferTest, LineOfADumpOntoAFailedStreamIsLostThoughTheLogIsOpen)
 {
     ScratchFolder const directory;
     FltLogStream log;
-    ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
     log.setstate(std::ios_base::failbit);
-    FltDump::line(log, "lost ", 1);
+    FltDump(log).line("lost ", 1);
     log.clear();
-    FltDump::line(log, "kept ", 2);
+    FltDump(log).line("kept ", 2);
     EXPECT_TRUE(log.buffer.close());
     EXPECT_EQ(contentsOf(directory.path("a.log")), "kept 2\n");
 }
@@ -182,9 +188,9 @@ TEST(FltLogBufferTest, LineOfADumpFlushesTheTiedStreamFirst)
     CaptureBuffer buffer;
     std::ostream other(&buffer);
     FltLogStream log;
-    ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
     log.tie(&other);
-    FltDump::line(log, "line ", 1);
+    FltDump(log).line("line ", 1);
     log.tie(nullptr);
     EXPECT_GE(buffer.flushes(), 1);
     EXPECT_TRUE(log.buffer.close());
@@ -195,7 +201,7 @@ TEST(FltLogBufferTest, SingleOutputLargerThanTheBlockComesOutWhole)
 {
     ScratchFolder const directory;
     FltLogStream log;
-    ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
     std::string const text(1000000, 'x');
     log << "begin " << text << " end";
     EXPECT_TRUE(log.buffer.close());
@@ -206,7 +212,7 @@ TEST(FltLogBufferTest, OutputAfterCloseIsLostHarmlessly)
 {
     ScratchFolder const directory;
     FltLogStream log;
-    ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
     log << "kept";
     EXPECT_TRUE(log.buffer.close());
     log << "lost" << std::endl << std::string(500000, 'x') << 42;
@@ -222,7 +228,7 @@ TEST(FltLogBufferTest, OutputBeforeOpenIsLostHarmlessly)
 {
     FltLogStream log;
     log << "lost" << std::endl;
-    EXPECT_TRUE(log.bad());
+    EXPECT_TRUE(log.good());
     EXPECT_FALSE(log.buffer.close());
 }
 
@@ -231,7 +237,7 @@ TEST(FltLogBufferTest, OpenEmptiesAFileThatIsThere)
     ScratchFolder const directory;
     directory.write("a.log", "from an earlier time");
     FltLogStream log;
-    ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
     EXPECT_TRUE(log.buffer.close());
     EXPECT_EQ(contentsOf(directory.path("a.log")), "");
 }
@@ -240,28 +246,33 @@ TEST(FltLogBufferTest, FileThatCannotBeMadeIsToldByOpenAndSwallowsTheOutput)
 {
     ScratchFolder const directory;
     FltLogStream log;
-    EXPECT_FALSE(log.buffer.open((directory.path("missing") + "/a.log").c_str()));
+    EXPECT_FALSE(opens(log, directory.path("missing") + "/a.log"));
     log << "swallowed" << std::endl;
     log.buffer.write();
     FltLogBuffer::writeCurrent();
     EXPECT_FALSE(log.buffer.close());
 }
 
-TEST(FltLogBufferTest, FullDiskIsToldByClose)
+TEST(FltLogBufferTest, FullDiskIsReportedByCloseAndByNothingElse)
 {
+    ScratchFolder const directory;
+    FileSizeLimit const limit(100);
     FltLogStream log;
-    ASSERT_TRUE(log.buffer.open("/dev/full"));
-    log << "text";
+    log.exceptions(std::ios_base::badbit | std::ios_base::failbit);
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
+    log << std::string(200, 'x');
     log.buffer.write();
-    log << std::string(1000000, 'x');
+    log << std::string(1000000, 'x') << std::endl;
+    FltDump(log).line("number: ", 1);
     EXPECT_FALSE(log.buffer.close());
+    EXPECT_EQ(contentsOf(directory.path("a.log")), std::string(100, 'x'));
 }
 
 TEST(FltLogBufferTest, WriteThatASignalInterruptsIsTriedAgain)
 {
     ScratchFolder const directory;
     FltLogStream log;
-    ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
     log << "written all the same";
     PlannedWrites const writes({{0, EINTR}, {0, EINTR}});
     EXPECT_TRUE(log.buffer.close());
@@ -273,7 +284,7 @@ TEST(FltLogBufferTest, WriteOfAPartGoesOnWithTheRest)
 {
     ScratchFolder const directory;
     FltLogStream log;
-    ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
     log << "one two three";
     PlannedWrites const writes({{4, 0}, {0, EINTR}, {4, 0}});
     EXPECT_TRUE(log.buffer.close());
@@ -286,7 +297,7 @@ TEST(FltLogBufferTest, WriteThatFailsOrTakesNothingIsToldByClose)
     for (WriteAnswer const& answer : {WriteAnswer{0, EIO}, WriteAnswer{0, ENOSPC}, WriteAnswer{0, 0}}) {
         ScratchFolder const directory;
         FltLogStream log;
-        ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+        ASSERT_TRUE(opens(log, directory.path("a.log")));
         log << "lost";
         PlannedWrites const writes({answer});
         log.buffer.write();
@@ -300,22 +311,37 @@ TEST(FltLogBufferTest, BufferOpensAgainAfterAFailure)
 {
     ScratchFolder const directory;
     FltLogStream log;
-    ASSERT_TRUE(log.buffer.open("/dev/full"));
-    log << "lost";
-    EXPECT_FALSE(log.buffer.close());
-    ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+    {
+        FileSizeLimit const limit(0);
+        ASSERT_TRUE(opens(log, directory.path("full.log")));
+        log << "lost";
+        EXPECT_FALSE(log.buffer.close());
+    }
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
     log << "kept";
     EXPECT_TRUE(log.buffer.close());
     EXPECT_EQ(contentsOf(directory.path("a.log")), "kept");
+}
+
+TEST(FltLogBufferTest, AFileThatIsNotItsOwnIsRefusedAndTheOutputSwallowed)
+{
+    ScratchFolder const directory;
+    std::string const database = directory.write("a.flt", "database");
+    FltLogStream log;
+    log.exceptions(std::ios_base::badbit | std::ios_base::failbit);
+    EXPECT_EQ(log.buffer.open(database.c_str(), database.c_str()), SideFile::Outcome::refused);
+    log << "swallowed" << std::endl;
+    EXPECT_FALSE(log.buffer.close());
+    EXPECT_EQ(contentsOf(database), "database");
 }
 
 TEST(FltLogBufferTest, OpeningASecondFileClosesTheFirst)
 {
     ScratchFolder const directory;
     FltLogStream log;
-    ASSERT_TRUE(log.buffer.open(directory.path("a.log").c_str()));
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
     log << "first";
-    ASSERT_TRUE(log.buffer.open(directory.path("b.log").c_str()));
+    ASSERT_TRUE(opens(log, directory.path("b.log")));
     EXPECT_EQ(contentsOf(directory.path("a.log")), "first");
     log << "second";
     EXPECT_TRUE(log.buffer.close());
@@ -328,8 +354,8 @@ TEST(FltLogBufferTest, ClosingAnOlderLogLeavesTheOpenOneTheCurrent)
     ScratchFolder const directory;
     FltLogStream older;
     FltLogStream newer;
-    ASSERT_TRUE(older.buffer.open(directory.path("a.log").c_str()));
-    ASSERT_TRUE(newer.buffer.open(directory.path("b.log").c_str()));
+    ASSERT_TRUE(opens(older, directory.path("a.log")));
+    ASSERT_TRUE(opens(newer, directory.path("b.log")));
     older << "older";
     newer << "newer";
     EXPECT_TRUE(older.buffer.close());

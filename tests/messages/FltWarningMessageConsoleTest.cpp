@@ -4,6 +4,7 @@
 #include "support/StreamCapture.h"
 #include "support/Text.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace
@@ -135,7 +136,7 @@ TEST_F(FltWarningMessageConsoleTest, KeptTextsLiveOnAndEqualOnesShareACopy)
     EXPECT_NE(Console::keepText("another"), kept);
 }
 
-TEST_F(FltWarningMessageConsoleTest, DamageIsToldWithFileOpcodeAndByteOffset)
+TEST_F(FltWarningMessageConsoleTest, DamageIsReportedWithFileOpcodeAndByteOffset)
 {
     Console::beginFile("dir/a.flt");
     Console::setPosition(324, 72);
@@ -149,44 +150,141 @@ TEST_F(FltWarningMessageConsoleTest, DamageIsToldWithFileOpcodeAndByteOffset)
               "(Warning Level: 2)\n");
 }
 
-TEST_F(FltWarningMessageConsoleTest, FileWithoutANameIsToldWithAnEmptyOne)
+TEST_F(FltWarningMessageConsoleTest, FileWithoutANameIsReportedWithAnEmptyOne)
 {
     Console::beginFile(nullptr);
     EXPECT_EQ(printedBy([] { Console::notifyDamage("A list is cut"); }),
               "WARNING ! A list is cut (, record with opcode 0 at byte offset 0)\n(Warning Level: 2)\n\n");
 }
 
-TEST_F(FltWarningMessageConsoleTest, ReportsOfDamageStopAtTheirLimitAndTheLastSaysSo)
+/// Reports so many messages of one kind, and one of another.
+void reportMany(int count)
 {
-    Console::beginFile("a.flt");
-    std::string const printed = printedBy([] {
-        for (int i = 0; i < FltLimits::damageReports + 50; ++i) {
-            Console::setPosition(static_cast<std::size_t>(i), 5);
-            Console::notifyDamage("A list is cut");
-        }
-    });
-    EXPECT_EQ(countOf(printed, "WARNING !"), FltLimits::damageReports);
-    EXPECT_EQ(Console::setOfMessages.size(), static_cast<std::size_t>(FltLimits::damageReports));
-    std::string const last = "WARNING ! A list is cut (a.flt, record with opcode 5 at byte offset " +
-                             std::to_string(FltLimits::damageReports - 1) +
-                             "); further damage in this file is not told\n(Warning Level: 2)\n\n";
-    ASSERT_GT(printed.size(), last.size());
-    EXPECT_EQ(printed.substr(printed.size() - last.size()), last);
-    EXPECT_EQ(countOf(printed, "further damage"), 1);
+    for (int i = 0; i < count; ++i) {
+        Console::setPosition(static_cast<std::size_t>(i), 5);
+        Console::notifyDamage("A list is cut", " at " + std::to_string(i));
+    }
+    Console::notifyGuard("Another kind");
 }
 
-TEST_F(FltWarningMessageConsoleTest, TheNextFileIsReportedAnew)
+TEST_F(FltWarningMessageConsoleTest, OfEachKindTheFirstAreReportedAndTheNumberOfTheOthersAtTheEnd)
 {
-    Console::beginFile("a.flt");
-    printedBy([] {
-        for (int i = 0; i < FltLimits::damageReports + 1; ++i)
-            Console::notifyDamage("A list is cut");
+    int const most = FltLimits::messagesOfAKind;
+    std::string const printed = printedBy([] {
+        Console::Count count;
+        Console::beginFile("a.flt");
+        reportMany(FltLimits::messagesOfAKind + 50);
+        count.finish();
     });
-    EXPECT_EQ(printedBy([] { Console::notifyDamage("A list is cut"); }), "");
-    Console::beginFile("b.flt");
-    EXPECT_EQ(printedBy([] { Console::notifyDamage("A list is cut"); }),
-              "WARNING ! A list is cut (b.flt, record with opcode 0 at byte offset 0)\n"
-              "(Warning Level: 2)\n\n");
+    EXPECT_EQ(countOf(printed, "WARNING ! A list is cut at "), most);
+    EXPECT_EQ(countOf(printed, "WARNING ! Another kind\n"), 1);
+    EXPECT_EQ(countOf(printed, "WARNING ! 50 more of this kind: A list is cut\n"), 1);
+    EXPECT_EQ(countOf(printed, "WARNING !"), most + 2);
+    EXPECT_EQ(Console::setOfMessages.size(), static_cast<std::size_t>(most) + 2);
+}
+
+TEST_F(FltWarningMessageConsoleTest, TheFilesOfAConversionAreCountedTogetherAndTheNextOneAnew)
+{
+    std::string const printed = printedBy([] {
+        Console::Count count;
+        Console::beginFile("a.flt");
+        reportMany(FltLimits::messagesOfAKind);
+        {
+            Console::Count nested;
+            Console::beginFile("b.flt");
+            reportMany(10);
+            nested.finish();
+        }
+        count.finish();
+    });
+    EXPECT_EQ(countOf(printed, "WARNING ! A list is cut at "), FltLimits::messagesOfAKind);
+    EXPECT_EQ(countOf(printed, "WARNING ! 10 more of this kind: A list is cut\n"), 1);
+    Console::Count const next;
+    EXPECT_EQ(countOf(printedBy([] { reportMany(3); }), "A list is cut"), 3);
+}
+
+TEST_F(FltWarningMessageConsoleTest, WithNobodyWhoCountsAllAreReported)
+{
+    int const many = FltLimits::messagesOfAKind + 50;
+    EXPECT_EQ(countOf(printedBy([] { reportMany(FltLimits::messagesOfAKind + 50); }), "A list is cut"), many);
+}
+
+TEST_F(FltWarningMessageConsoleTest, AConversionThatBreaksOffReportsNoNumbers)
+{
+    std::string const printed = printedBy([] {
+        Console::Count const count;
+        reportMany(FltLimits::messagesOfAKind + 50);
+    });
+    EXPECT_EQ(countOf(printed, "more of this kind"), 0);
+}
+
+/// In a process of its own, since it uses up what is kept in one.
+TEST_F(FltWarningMessageConsoleTest, WhatIsKeptOfGuardsIsBoundedWhileTheyAreStillPrinted)
+{
+    EXPECT_EXIT(
+        {
+            std::string const printed = printedBy([] {
+                for (int i = 0; i <= FltLimits::keptMessages; ++i)
+                    Console::notifyGuard("kind " + std::to_string(i));
+            });
+            bool const allPrinted = countOf(printed, "WARNING ! kind ") == FltLimits::keptMessages + 1;
+            bool const allKept = Console::setOfMessages.size() > std::size_t(FltLimits::keptMessages);
+            std::_Exit(allPrinted && !allKept ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+/// Writes down what it hears.
+class NotingListener : public Console::Listener
+{
+public:
+    void take(char const* text, int level, Console::Place const* place) override
+    {
+        notes += std::to_string(level) + " " + (text != nullptr ? text : "null");
+        if (place != nullptr)
+            notes += " [" + place->fileName + " " + std::to_string(place->byteOffset) + " " +
+                     std::to_string(place->opcode) + "]";
+        notes += "\n";
+    }
+    void takeCount(std::string const& kind, int more) override
+    {
+        notes += std::to_string(more) + " more: " + kind + "\n";
+    }
+
+    std::string notes;
+};
+
+TEST_F(FltWarningMessageConsoleTest, AListenerTakesAllMessagesOverWithTheirPlaces)
+{
+    NotingListener listener;
+    EXPECT_EQ(Console::setListener(&listener), nullptr);
+    EXPECT_EQ(printedBy([] {
+                  Console::Count count;
+                  Console::beginFile("a.flt");
+                  Console::setPosition(8, 72);
+                  Console::notifyMessage("ERROR ! one", 3, true);
+                  Console::notifyMessage("two", 1, false);
+                  Console::notifyDamage("A list is cut", " here");
+                  for (int i = 0; i < FltLimits::messagesOfAKind + 5; ++i)
+                      Console::notifyGuard("g");
+                  count.finish();
+              }),
+              "");
+    EXPECT_EQ(Console::setListener(nullptr), &listener);
+    EXPECT_TRUE(Console::setOfMessages.empty());
+    std::string const begin =
+        "3 ERROR ! one\n1 two\n2 WARNING ! A list is cut here [a.flt 8 72]\n2 WARNING ! g\n";
+    EXPECT_EQ(listener.notes.substr(0, begin.size()), begin);
+    std::string const end = "5 more: g\n";
+    EXPECT_EQ(listener.notes.substr(listener.notes.size() - end.size()), end);
+    EXPECT_EQ(printedBy([] { Console::notifyMessage("printed again", 1, true); }),
+              "printed again\n(Warning Level: 1)\n\n");
+}
+
+TEST_F(FltWarningMessageConsoleTest, AHostsOwnBufferGetsTextsAsTheyAre)
+{
+    EXPECT_EQ(printedBy([] { Console::notifyMessage("\x1b[31m", 1, true); }),
+              "\x1b[31m\n(Warning Level: 1)\n\n");
 }
 
 } // namespace

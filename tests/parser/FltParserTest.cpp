@@ -6,6 +6,7 @@
 #include "parser/FltRawData.h"
 #include "records/FltRecordComment.h"
 #include "records/FltRecordHeader.h"
+#include "records/FltRecordTransformations.h"
 #include "records/FltRecordUnknown.h"
 #include "support/Parse.h"
 #include "support/RecordText.h"
@@ -142,7 +143,9 @@ TEST(FltParserTest, RecordOfLengthZeroEndsTheScanAndKeepsWhatCameBefore)
     EXPECT_EQ(parse.result, 0);
     EXPECT_EQ(parse.size(), 2U);
     EXPECT_EQ(parse.messages,
-              damage("A record has the length zero: the rest of the file is left out", 5, offset));
+              damage("A record has the length zero: the rest of the file, 8 bytes from byte offset " +
+                         std::to_string(offset) + " on, is left out",
+                     5, offset));
     EXPECT_TRUE(parse.parser.isAllFltRecordsCreated());
     EXPECT_NE(parse.log.find("end of parsing\n"), std::string::npos);
 }
@@ -155,8 +158,11 @@ TEST(FltParserTest, RecordPastTheEndOfTheFileIsLeftOutAndEndsTheScan)
         Parse parse(flt);
         EXPECT_EQ(parse.result, 0);
         EXPECT_EQ(parse.size(), 2U);
-        EXPECT_EQ(parse.messages,
-                  damage("A record runs past the end of the file and is left out", 31, flt.lastOffset()));
+        EXPECT_EQ(
+            parse.messages,
+            damage("A record ends after the file does: the rest of the file, 8 bytes from byte offset " +
+                       std::to_string(flt.lastOffset()) + " on, is left out",
+                   31, flt.lastOffset()));
     }
 }
 
@@ -176,7 +182,10 @@ TEST(FltParserTest, HeaderPastTheEndOfTheFileLeavesNoRecord)
     Parse parse(flt);
     EXPECT_EQ(parse.result, 0);
     EXPECT_EQ(parse.size(), 0U);
-    EXPECT_EQ(parse.messages, damage("A record runs past the end of the file and is left out", 1, 0));
+    EXPECT_EQ(parse.messages,
+              damage("A record ends after the file does: the rest of the file, " +
+                         std::to_string(flt.bytes().size()) + " bytes from byte offset 0 on, is left out",
+                     1, 0));
 }
 
 TEST(FltParserTest, RestOfOneToThreeBytesEndsTheScan)
@@ -189,16 +198,26 @@ TEST(FltParserTest, RestOfOneToThreeBytesEndsTheScan)
         EXPECT_EQ(parse.result, 0);
         EXPECT_EQ(parse.size(), 2U);
         EXPECT_EQ(parse.messages,
-                  damage("The file ends inside the first words of a record, which is left out", 0, offset));
+                  damage("The file ends inside the first four bytes of a record: the rest of the file, " +
+                             std::to_string(rest) + " bytes from byte offset " + std::to_string(offset) +
+                             " on, is left out",
+                         0, offset));
     }
 }
 
-TEST(FltParserTest, RecordsShorterThanTheirOwnHeadAreReadAndTheScanGoesOn)
+TEST(FltParserTest, RecordsShorterThanTheirOwnHeadAreReadAndReportedAndTheScanGoesOn)
 {
     // Each record begins inside the words of the one before, and the third has room for its own.
-    Parse parse(FltWriter().addBytes(std::string("\0\6\0\2\0\1\4", 7) + std::string(256, 'x')));
+    FltWriter flt;
+    std::size_t const offset = flt.bytes().size();
+    Parse parse(flt.addBytes(std::string("\0\6\0\2\0\1\4", 7) + std::string(256, 'x')));
     EXPECT_EQ(parse.result, 0);
-    EXPECT_EQ(parse.messages, "");
+    auto const report = [](int length, int opcode, std::size_t at) {
+        return damage("A record is shorter than its own first four bytes, with a length of " +
+                          std::to_string(length) + ": the next one is looked for after that",
+                      opcode, at);
+    };
+    EXPECT_EQ(parse.messages, report(2, 6, offset) + report(1, 2, offset + 2));
     ASSERT_EQ(parse.size(), 4U);
     auto const& records = parse.parser.getFltRecords();
     EXPECT_EQ(records[1]->getOpcode(), 6);
@@ -221,7 +240,7 @@ TEST(FltParserTest, EveryPrefixOfAFileIsParsedWithoutHarm)
     }
 }
 
-/// A factory of unknown records whose decoders may read a megabyte.
+/// A factory of unknown records whose decoders may read half a megabyte.
 class GreedyVisitor : public FltCreationVisitor
 {
 public:
@@ -229,9 +248,9 @@ public:
     {
         result = new FltRecordUnknown(raw->opcode, raw->length);
     }
-    std::size_t getReach(int, unsigned int) const override { return megabyte; }
+    std::size_t getReach(int, unsigned int) const override { return reach; }
 
-    static constexpr std::size_t megabyte = std::size_t(1) << 20;
+    static constexpr std::size_t reach = std::size_t(1) << 19;
 };
 
 TEST(FltParserTest, TooManyRecordsShorterThanTheirLayoutEndTheScan)
@@ -246,47 +265,50 @@ TEST(FltParserTest, TooManyRecordsShorterThanTheirLayoutEndTheScan)
     StreamCapture const out(std::cout);
     StreamCapture const err(std::cerr);
     EXPECT_EQ(parser.run(), 0);
-    // Each takes a megabyte less its own four bytes, and the file may lend two and a little more.
-    EXPECT_EQ(FltLimits::borrowedBytes, 2 * GreedyVisitor::megabyte);
+    // Each takes half a megabyte less its own four bytes, and a file has one and a little more for all.
+    EXPECT_EQ(FltLimits::shortRecordBytes, 2 * GreedyVisitor::reach);
     EXPECT_EQ(parser.getFltRecords().size(), 2U);
-    EXPECT_EQ(
-        err.str(),
-        damage("Too many records are shorter than their layout: the rest of the file is left out", 1, 8));
+    EXPECT_EQ(err.str(),
+              damage("Too many records are shorter than their layout: the rest of the file, 72 bytes from "
+                     "byte offset 8 on, is left out",
+                     1, 8));
     EXPECT_EQ(parser.getFltCreationVisitor()->revision, 0) << "the first object is no header";
     destroyRecords(parser);
 }
 
-TEST(FltParserTest, ShortRecordsMayBorrowTwoMebibytesAndTwoBytesForEachOfTheFile)
+TEST(FltParserTest, ShortRecordsMayCostAMebibyteAndTwoBytesForEachOfTheFile)
 {
-    std::size_t const headerLayout = 324;
-    std::size_t const matrixLayout = 68;
-    std::size_t const header = FltWriter().bytes().size();
+    std::size_t const header = FltWriter().bytes().size(); // shorter than the longest one, too
     std::string const shortMatrix = FltWriter().add("Matrix").resizeLast(4).lastRecord();
-    for (int const count : {100'000, 200'000}) {
+    for (int const count : {50'000, 200'000}) {
         FltWriter flt;
         std::string records;
         for (int i = 0; i < count; ++i)
             records += shortMatrix;
         flt.addBytes(records);
-        std::size_t const lent = 2 * 1024 * 1024 + 2 * flt.bytes().size() - (headerLayout - header);
-        std::size_t const matrices = lent / (matrixLayout - 4);
+        std::size_t const size = flt.bytes().size();
+        std::size_t const matrices =
+            (1024 * 1024 + 2 * size - sizeof(FltRecordHeader)) / sizeof(FltRecordMatrix);
         Parse parse(flt);
         EXPECT_EQ(parse.size(), 1 + matrices);
+        std::size_t const end = header + 4 * matrices;
         EXPECT_EQ(parse.messages,
-                  damage("Too many records are shorter than their layout: the rest of the file is left out",
-                         49, header + 4 * matrices));
+                  damage("Too many records are shorter than their layout: the rest of the file, " +
+                             std::to_string(size - end) + " bytes from byte offset " + std::to_string(end) +
+                             " on, is left out",
+                         49, end));
     }
 }
 
-TEST(FltParserTest, ReportsOfDamageInOneFileStopAtTheirLimit)
+TEST(FltParserTest, DamageOfAKindIsReportedOneByOneUpToALimitAndInTheNextFileAnew)
 {
     FltWriter flt;
-    for (int i = 0; i < FltLimits::damageReports + 20; ++i)
+    for (int i = 0; i < FltLimits::messagesOfAKind + 20; ++i)
         flt.add("SoundPaletteNames", {{"dataLength", 5}}).push();
     Parse parse(flt);
-    EXPECT_EQ(parse.size(), 1U + 2U * (FltLimits::damageReports + 20));
-    EXPECT_EQ(countOf(parse.messages, "WARNING !"), FltLimits::damageReports);
-    EXPECT_NE(parse.messages.find("; further damage in this file is not told"), std::string::npos);
+    EXPECT_EQ(parse.size(), 1U + 2U * (FltLimits::messagesOfAKind + 20));
+    EXPECT_EQ(countOf(parse.messages, "WARNING !"), FltLimits::messagesOfAKind + 1);
+    EXPECT_NE(parse.messages.find("WARNING ! 20 more of this kind: A sound palette"), std::string::npos);
     Parse next(FltWriter().add("SoundPaletteNames", {{"dataLength", 5}}));
     EXPECT_EQ(next.messages,
               damage("A sound palette has no room for its names: what is there of them is kept", 93, 298));

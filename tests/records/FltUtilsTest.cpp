@@ -92,27 +92,6 @@ TEST(FltUtilsTest, DoublesKeepEveryBit)
     }
 }
 
-TEST(FltUtilsTest, ArraysAreReadValueAfterValue)
-{
-    Reader reader(FltWriter::big32(1) + FltWriter::big32(-2) + FltWriter::bigFloat(0.5) +
-                  FltWriter::bigFloat(1.5) + FltWriter::bigDouble(2.5) + FltWriter::bigDouble(-3.5));
-    std::int32_t numbers[2] = {};
-    float floats[2] = {};
-    double doubles[2] = {};
-    FltUtils::getInt32ValuesThenDecal(numbers, 2, reader.cursor);
-    FltUtils::getFloat32ValuesThenDecal(floats, 2, reader.cursor);
-    FltUtils::getDouble64ValuesThenDecal(doubles, 2, reader.cursor);
-    EXPECT_EQ(numbers[0], 1);
-    EXPECT_EQ(numbers[1], -2);
-    EXPECT_EQ(floats[0], 0.5F);
-    EXPECT_EQ(floats[1], 1.5F);
-    EXPECT_EQ(doubles[0], 2.5);
-    EXPECT_EQ(doubles[1], -3.5);
-    EXPECT_EQ(reader.moved(), 32);
-    FltUtils::getInt32ValuesThenDecal(numbers, 0, reader.cursor);
-    EXPECT_EQ(reader.moved(), 32) << "an empty array moves nothing";
-}
-
 TEST(FltUtilsTest, BytesAreCopiedAsTheyStand)
 {
     Reader reader(std::string("a\0\xff"

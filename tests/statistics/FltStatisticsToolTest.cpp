@@ -10,6 +10,7 @@
 #include "support/StreamCapture.h"
 #include "writer/FltWriter.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 
 namespace
@@ -129,6 +130,23 @@ TEST_F(FltStatisticsToolTest, passesOverAFileThatCantBeOpenedAndStartsWithoutNam
     unset.writeFltStatisticsHeader();
     EXPECT_EQ(err.str(), "");
     EXPECT_EQ(written(), "");
+}
+
+TEST_F(FltStatisticsToolTest, leavesALinkAndWhatItNamesAloneAndReportsThatOnce)
+{
+    ScratchFolder const folder;
+    std::string const other = folder.write("precious", "kept");
+    std::filesystem::create_symlink(other, folder / "a.flt.stat");
+    StreamCapture const err(std::cerr);
+    FltStatisticsTool tool;
+    tool.setStatFile((folder / "a.flt.stat").c_str());
+    tool.makeEmptyFile();
+    tool.makeStatistics();
+    EXPECT_EQ(contentsOf(other), "kept");
+    EXPECT_EQ(err.str(),
+              "WARNING ! No statistics are written: what stands at their place is a link, has a second name, "
+              "or isn't a plain file. Remove it, or use a copy of the database: " +
+                  (folder / "a.flt.stat") + "\n(Warning Level: 2)\n\n");
 }
 
 TEST(FltToInventorMakeStats, countsTheRecordsOfAHostThatAsksBeforeTheyGo)

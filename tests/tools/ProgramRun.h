@@ -6,9 +6,6 @@
 #include <string>
 #include <sys/wait.h>
 
-/// Has no file grow beyond a few kilobytes, as if the disk was full.
-constexpr char fullDisk[] = "trap '' XFSZ; ulimit -f 8; ";
-
 /// What one of the project's programs did with a command line.
 struct ProgramRun {
     int exitCode;
@@ -16,12 +13,11 @@ struct ProgramRun {
     std::string errors;
 
     /// @param arguments in the form of the shell; none of them may hold a blank
-    /// @param preparation commands of the shell for what the program finds, each with a semicolon
-    ProgramRun(std::string const& program, std::string const& arguments, std::string const& preparation = "")
+    ProgramRun(std::string const& program, std::string const& arguments)
     {
         ScratchFolder const directory;
-        std::string const command = preparation + VELLOREADER_PROGRAMS + program + " " + arguments +
-                                    " </dev/null >" + (directory / "output") + " 2>" + (directory / "errors");
+        std::string const command = VELLOREADER_PROGRAMS + program + " " + arguments + " </dev/null >" +
+                                    (directory / "output") + " 2>" + (directory / "errors");
         int const status = std::system(command.c_str());
         exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
         output = contentsOf(directory / "output");

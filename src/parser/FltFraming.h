@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+/// Goes over the bytes of a database record by record.
+///
+/// A record begins with a 16-bit opcode and a 16-bit length, both big-endian; the length counts the whole record, and
+/// leads to the next one.
+class FltFraming
+{
+public:
+    /// Where and why the records end before the bytes do.
+    enum class Fault {
+        none,
+        cutHead,    ///< Fewer than four bytes are left.
+        zeroLength, ///< A record doesn't lead on.
+        pastEnd     ///< A record ends after the bytes do.
+    };
+
+    /// @param begin the first byte, which stays the caller's
+    FltFraming(char const* begin, std::size_t size) : begin(begin), size(size) {}
+
+    /// Goes on to the next record. @return whether there is one
+    bool next();
+
+    /// @name The record
+    /// @{
+    char const* data() const { return begin + offset; }
+    std::size_t getOffset() const { return offset; }
+    int getOpcode() const { return opcode; }
+    unsigned int getLength() const { return length; }
+    /// @}
+
+    /// Why next() found no further record; getOffset() tells where.
+    Fault getFault() const { return fault; }
+
+    /// The fault in words, and what it costs.
+    /// @{
+    std::string faultText() const;
+    std::string costText() const { return ": " + restFrom(offset, size) + ", is left out"; }
+    /// @}
+
+    /// "the rest of the file, N bytes from byte offset M on"
+    static std::string restFrom(std::size_t offset, std::size_t size);
+
+private:
+    char const* begin;
+    std::size_t size;
+    std::size_t offset = 0;
+    int opcode = 0;
+    unsigned int length = 0; ///< 0 before the first record.
+    Fault fault = Fault::none;
+};

@@ -1,0 +1,204 @@
+#include "records/FltRecordTable.h"
+
+#include "records/FltFieldJson.h"
+#include "records/FltFields.h"
+#include "records/FltOpcode.h"
+#include "records/FltRecordBoundingVolume.h"
+#include "records/FltRecordClipRegion.h"
+#include "records/FltRecordColorPalette.h"
+#include "records/FltRecordComment.h"
+#include "records/FltRecordControl.h"
+#include "records/FltRecordDOF.h"
+#include "records/FltRecordExtensionAttribute.h"
+#include "records/FltRecordExternalReference.h"
+#include "records/FltRecordEyePointTrackPlane.h"
+#include "records/FltRecordFace.h"
+#include "records/FltRecordGroupAndObject.h"
+#include "records/FltRecordHeader.h"
+#include "records/FltRecordLOD.h"
+#include "records/FltRecordLightSource.h"
+#include "records/FltRecordLineStyle.h"
+#include "records/FltRecordLongID.h"
+#include "records/FltRecordMaterial.h"
+#include "records/FltRecordMultitexture.h"
+#include "records/FltRecordNamePalette.h"
+#include "records/FltRecordReplicate.h"
+#include "records/FltRecordSound.h"
+#include "records/FltRecordSwitch.h"
+#include "records/FltRecordText.h"
+#include "records/FltRecordTextureMapping.h"
+#include "records/FltRecordTexturePattern.h"
+#include "records/FltRecordTransformations.h"
+#include "records/FltRecordUnknown.h"
+#include "records/FltRecordVertex.h"
+
+#include <array>
+#include <cstdint>
+#include <type_traits>
+
+namespace
+{
+
+/// A class whose layout depends on the revision needs it before it decodes.
+template <class Record>
+FltRecord* make(unsigned int length, [[maybe_unused]] int revision)
+{
+    auto* const record = new Record(length);
+    if constexpr (std::is_base_of_v<FltVersion, Record>)
+        record->revision = revision;
+    return record;
+}
+
+template <class Record>
+bool list(FltRecord const& record, FltFieldJson& fields)
+{
+    auto const* const typed = dynamic_cast<Record const*>(&record);
+    if (typed != nullptr)
+        Record::fields(*typed, fields);
+    return typed != nullptr;
+}
+
+template <class Record>
+constexpr FltRecordRow row(int opcode, std::string_view className)
+{
+    return {opcode, className, make<Record>, FltFields::reachOf<Record>, sizeof(Record), list<Record>};
+}
+
+constexpr FltRecordRow rows[] = {
+    row<FltRecordHeader>(FltOpcode::header, "FltRecordHeader"),
+    row<FltRecordGroup>(FltOpcode::group, "FltRecordGroup"),
+    row<FltRecordOLDLOD>(FltOpcode::oldLOD, "FltRecordOLDLOD"),
+    row<FltRecordObject>(FltOpcode::object, "FltRecordObject"),
+    row<FltRecordFace>(FltOpcode::face, "FltRecordFace"),
+    row<FltRecordOldVertex>(FltOpcode::oldVertex, "FltRecordOldVertex"),
+    row<FltRecordOldVertexColor>(FltOpcode::oldVertexColor, "FltRecordOldVertexColor"),
+    row<FltRecordOldVertexColorNormal>(FltOpcode::oldVertexColorNormal, "FltRecordOldVertexColorNormal"),
+    row<FltRecordPushLevel>(FltOpcode::pushLevel, "FltRecordPushLevel"),
+    row<FltRecordPopLevel>(FltOpcode::popLevel, "FltRecordPopLevel"),
+    row<FltRecordDOF>(FltOpcode::dof, "FltRecordDOF"),
+    row<FltRecordPushSubface>(FltOpcode::pushSubface, "FltRecordPushSubface"),
+    row<FltRecordPopSubface>(FltOpcode::popSubface, "FltRecordPopSubface"),
+    row<FltRecordPushExtension>(FltOpcode::pushExtension, "FltRecordPushExtension"),
+    row<FltRecordPopExtension>(FltOpcode::popExtension, "FltRecordPopExtension"),
+    row<FltRecordComment>(FltOpcode::comment, "FltRecordComment"),
+    row<FltRecordColorPalette>(FltOpcode::colorPalette, "FltRecordColorPalette"),
+    row<FltRecordLongID>(FltOpcode::longID, "FltRecordLongID"),
+    row<FltRecordMatrix>(FltOpcode::matrix, "FltRecordMatrix"),
+    row<FltRecordVector>(FltOpcode::vector, "FltRecordVector"),
+    row<FltRecordOldBoundingBox>(FltOpcode::oldBoundingBox, "FltRecordOldBoundingBox"),
+    row<FltRecordMultitexture>(FltOpcode::multitexture, "FltRecordMultitexture"),
+    row<FltRecordReplicate>(FltOpcode::replicate, "FltRecordReplicate"),
+    row<FltRecordInstanceReference>(FltOpcode::instanceReference, "FltRecordInstanceReference"),
+    row<FltRecordInstanceDefinition>(FltOpcode::instanceDefinition, "FltRecordInstanceDefinition"),
+    row<FltRecordExternalReference>(FltOpcode::externalReference, "FltRecordExternalReference"),
+    row<FltRecordTexturePattern>(FltOpcode::texturePattern, "FltRecordTexturePattern"),
+    row<FltRecordOLDMaterialPalette>(FltOpcode::oldMaterialPalette, "FltRecordOLDMaterialPalette"),
+    row<FltRecordVertexPalette>(FltOpcode::vertexPalette, "FltRecordVertexPalette"),
+    row<FltRecordVertexColor>(FltOpcode::vertexColor, "FltRecordVertexColor"),
+    row<FltRecordVertexColorNormal>(FltOpcode::vertexColorNormal, "FltRecordVertexColorNormal"),
+    row<FltRecordVertexColorNormalUv>(FltOpcode::vertexColorNormalUv, "FltRecordVertexColorNormalUv"),
+    row<FltRecordVertexColorUv>(FltOpcode::vertexColorUv, "FltRecordVertexColorUv"),
+    row<FltRecordVertexList>(FltOpcode::vertexList, "FltRecordVertexList"),
+    row<FltRecordLOD>(FltOpcode::lod, "FltRecordLOD"),
+    row<FltRecordBoundingBox>(FltOpcode::boundingBox, "FltRecordBoundingBox"),
+    row<FltRecordRotateAboutEdge>(FltOpcode::rotateAboutEdge, "FltRecordRotateAboutEdge"),
+    row<FltRecordTranslate>(FltOpcode::translate, "FltRecordTranslate"),
+    row<FltRecordScaleNonUniform>(FltOpcode::scaleNonUniform, "FltRecordScaleNonUniform"),
+    row<FltRecordRotateAboutPoint>(FltOpcode::rotateAboutPoint, "FltRecordRotateAboutPoint"),
+    row<FltRecordRotateAboutEdge>(FltOpcode::putTransform, "FltRecordRotateAboutEdge"),
+    row<FltRecordEyePointTrackPlane>(FltOpcode::eyePointTrackPlane, "FltRecordEyePointTrackPlane"),
+    row<FltRecordMorphVertexList>(FltOpcode::morphVertexList, "FltRecordMorphVertexList"),
+    row<FltRecordSound>(FltOpcode::sound, "FltRecordSound"),
+    row<FltRecordSoundPalette>(FltOpcode::soundPalette, "FltRecordSoundPalette"),
+    row<FltRecordGeneralMatrix>(FltOpcode::generalMatrix, "FltRecordGeneralMatrix"),
+    row<FltRecordText>(FltOpcode::text, "FltRecordText"),
+    row<FltRecordSwitch>(FltOpcode::switchNode, "FltRecordSwitch"),
+    row<FltRecordLineStylePalette>(FltOpcode::lineStylePalette, "FltRecordLineStylePalette"),
+    row<FltRecordClipRegion>(FltOpcode::clipRegion, "FltRecordClipRegion"),
+    row<FltRecordExtensionAttribute>(FltOpcode::extensionAttribute, "FltRecordExtensionAttribute"),
+    row<FltRecordLightSource>(FltOpcode::lightSource, "FltRecordLightSource"),
+    row<FltRecordLightSourcePalette>(FltOpcode::lightSourcePalette, "FltRecordLightSourcePalette"),
+    row<FltRecordBoundingVolumeSphere>(FltOpcode::boundingVolumeSphere, "FltRecordBoundingVolumeSphere"),
+    row<FltRecordBoundingVolumeCylinder>(FltOpcode::boundingVolumeCylinder,
+                                         "FltRecordBoundingVolumeCylinder"),
+    row<FltRecordBoundingVolumeCenter>(FltOpcode::boundingVolumeCenter, "FltRecordBoundingVolumeCenter"),
+    row<FltRecordBoundingVolumeOrientation>(FltOpcode::boundingVolumeOrientation,
+                                            "FltRecordBoundingVolumeOrientation"),
+    row<FltRecordLightPoint>(FltOpcode::lightPoint, "FltRecordLightPoint"),
+    row<FltRecordTextureMappingPalette>(FltOpcode::textureMappingPalette, "FltRecordTextureMappingPalette"),
+    row<FltRecordMaterial>(FltOpcode::material, "FltRecordMaterial"),
+    row<FltRecordNamePalette>(FltOpcode::namePalette, "FltRecordNamePalette"),
+};
+
+constexpr bool isAscending()
+{
+    int before = 0;
+    for (FltRecordRow const& row : rows) {
+        if (row.opcode <= before || row.opcode > FltOpcode::last)
+            return false;
+        before = row.opcode;
+    }
+    return true;
+}
+static_assert(isAscending(), "the rows stand in the order of their opcodes, each once, none above the last");
+
+/// The row of each opcode, or -1.
+constexpr std::array<std::int8_t, FltOpcode::last + 1> makeRowIndex()
+{
+    std::array<std::int8_t, FltOpcode::last + 1> index{};
+    for (std::int8_t& entry : index)
+        entry = -1;
+    std::int8_t position = 0;
+    for (FltRecordRow const& row : rows)
+        index[static_cast<std::size_t>(row.opcode)] = position++;
+    return index;
+}
+constexpr auto rowIndex = makeRowIndex();
+
+/// The reaches of all rows at one revision. They are worked out anew when a file is of another revision than the one
+/// before.
+class Reaches
+{
+public:
+    std::size_t at(FltRecordRow const& row, int ofRevision)
+    {
+        if (ofRevision != revision || !known) {
+            for (std::size_t i = 0; i < std::size(rows); ++i)
+                reaches[i] = rows[i].reach(ofRevision);
+            revision = ofRevision;
+            known = true;
+        }
+        return reaches[static_cast<std::size_t>(&row - rows)];
+    }
+
+private:
+    int revision = 0;
+    bool known = false;
+    std::array<std::size_t, std::size(rows)> reaches{};
+};
+
+} // namespace
+
+FltRecordRow const* FltRecordTable::find(int opcode)
+{
+    if (opcode < 0 || opcode > FltOpcode::last || rowIndex[static_cast<std::size_t>(opcode)] < 0)
+        return nullptr;
+    return &rows[rowIndex[static_cast<std::size_t>(opcode)]];
+}
+
+std::size_t FltRecordTable::reachOf(int opcode, unsigned int length, int revision)
+{
+    static Reaches reaches;
+    FltRecordRow const* const row = find(opcode);
+    if (row == nullptr)
+        return length;
+    if (opcode == FltOpcode::morphVertexList)
+        return FltRecordMorphVertexList::getReach(length);
+    return reaches.at(*row, revision);
+}
+
+std::size_t FltRecordTable::objectSizeOf(int opcode)
+{
+    FltRecordRow const* const row = find(opcode);
+    return row != nullptr ? row->objectSize : 0;
+}

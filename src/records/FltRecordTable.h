@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+class FltFieldJson;
+class FltRecord;
+
+/// How the records of one opcode are made and read.
+struct FltRecordRow {
+    int opcode;
+    std::string_view className;
+
+    /// A new record, not yet decoded, which is the caller's. @param revision format revision of the file
+    FltRecord* (*make)(unsigned int length, int revision);
+
+    /// Bytes from the record's first one that its decoder may read whatever the record's length says.
+    std::size_t (*reach)(int revision);
+
+    /// Bytes of the object, what it allocates aside.
+    std::size_t objectSize;
+
+    /// Lists the fields of a record of this class. @return false if it is of another one
+    bool (*list)(FltRecord const& record, FltFieldJson& fields);
+};
+
+/// All opcodes that have a class.
+class FltRecordTable
+{
+public:
+    /// The row of an opcode; null if it has no class.
+    static FltRecordRow const* find(int opcode);
+
+    /// The reach of a record of an opcode. An opcode without a class is read up to its length.
+    static std::size_t reachOf(int opcode, unsigned int length, int revision);
+
+    /// The size of an opcode's object; 0 without a class.
+    static std::size_t objectSizeOf(int opcode);
+};

@@ -1,0 +1,66 @@
+#include "toolkit/SideFile.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace
+{
+
+/// Whether a file is a plain one that goes by one name alone, and isn't the database.
+bool isOwn(int file, char const* database)
+{
+    struct stat status;
+    if (::fstat(file, &status) != 0 || !S_ISREG(status.st_mode) || status.st_nlink != 1)
+        return false;
+    struct stat input;
+    return database == nullptr || ::stat(database, &input) != 0 || input.st_dev != status.st_dev ||
+           input.st_ino != status.st_ino;
+}
+
+/// Whether opening failed for what stands there: a link, a pipe that nobody reads, a socket.
+bool isOfAnotherKind(int reason)
+{
+    return reason == ELOOP || reason == ENXIO;
+}
+
+} // namespace
+
+SideFile::SideFile(char const* path, char const* database, Content content) : outcome(Outcome::failed)
+{
+    // What stands there is looked at before it is emptied, and through the open file, so that it can't be changed
+    // in between.
+    int const file = ::open(path, O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666);
+    if (file < 0) {
+        if (isOfAnotherKind(errno))
+            outcome = Outcome::refused;
+        return;
+    }
+    if (!isOwn(file, database)) {
+        outcome = Outcome::refused;
+        ::close(file);
+        return;
+    }
+    int const flags = content == Content::appendedTo ? O_APPEND : 0;
+    bool const ready =
+        ::fcntl(file, F_SETFL, flags) == 0 && (content == Content::appendedTo || ::ftruncate(file, 0) == 0);
+    if (!ready) {
+        ::close(file);
+        return;
+    }
+    outcome = Outcome::opened;
+    descriptor = file;
+}
+
+SideFile::~SideFile()
+{
+    if (descriptor >= 0)
+        ::close(descriptor);
+}
+
+int SideFile::release()
+{
+    return std::exchange(descriptor, -1);
+}

@@ -1,0 +1,55 @@
+#include "messages/FltText.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+TEST(FltTextTest, Utf8StaysAsItIs)
+{
+    for (std::string const text : {"", "plain", "Gr\u00fc\u00dfe", "\u20ac and \U0001f6e9", "\U0010ffff"})
+        EXPECT_EQ(FltText::utf8(text), text);
+    EXPECT_EQ(FltText::utf8(std::string("a\0b", 3)), std::string("a\0b", 3));
+}
+
+TEST(FltTextTest, WhatIsNotUtf8ReadsAsLatin1)
+{
+    EXPECT_EQ(FltText::utf8("Gr\xfc\xdf"
+                            "e"),
+              "Gr\u00fc\u00dfe");
+    EXPECT_EQ(FltText::utf8("\x80\xff"), "\u0080\u00ff");
+    EXPECT_EQ(FltText::utf8("\xc3"), "\u00c3") << "a character that breaks off";
+    EXPECT_EQ(FltText::utf8("\xe2\x82"), "\u00e2\u0082") << "a character that breaks off";
+    EXPECT_EQ(FltText::utf8("\xc0\xaf"), "\u00c0\u00af") << "an overlong form";
+    EXPECT_EQ(FltText::utf8("\xe0\x80\xaf"), "\u00e0\u0080\u00af") << "an overlong form";
+    EXPECT_EQ(FltText::utf8("\xf0\x80\x80\xaf"), "\u00f0\u0080\u0080\u00af") << "an overlong form";
+    EXPECT_EQ(FltText::utf8("\xed\xa0\x80"), "\u00ed\u00a0\u0080") << "half of a pair";
+    EXPECT_EQ(FltText::utf8("\xf4\x90\x80\x80"), "\u00f4\u0090\u0080\u0080") << "beyond the last character";
+    EXPECT_EQ(FltText::utf8("\xf8\x88\x80\x80\x80"), "\u00f8\u0088\u0080\u0080\u0080");
+}
+
+TEST(FltTextTest, PrintableTextStaysAsItIs)
+{
+    EXPECT_EQ(FltText::printable("plain ~ Gr\u00fc\u00dfe \u20ac"), "plain ~ Gr\u00fc\u00dfe \u20ac");
+}
+
+TEST(FltTextTest, ControlCharactersAndEscapeSequencesBecomeHexadecimal)
+{
+    EXPECT_EQ(FltText::printable("\x1b[31mred\x07"), "\\x1b[31mred\\x07");
+    EXPECT_EQ(FltText::printable("a\tb\x7f"), "a\\x09b\\x7f");
+    EXPECT_EQ(FltText::printable(std::string("a\0b", 3)), "a\\x00b");
+    EXPECT_EQ(FltText::printable("\u009b31m"), "\\xc2\\x9b31m") << "a control of two bytes";
+    EXPECT_EQ(FltText::printable("\x9b"
+                                 "31m"),
+              "\\x9b31m")
+        << "the same in eight bits";
+    EXPECT_EQ(FltText::printable("\xe2\x82"), "\\xe2\\x82");
+}
+
+TEST(FltTextTest, EndsOfLinesStayOnlyWhereTheyAreWanted)
+{
+    EXPECT_EQ(FltText::printable("a\nb\r"), "a\\x0ab\\x0d");
+    EXPECT_EQ(FltText::printable("a\nb\r", true), "a\nb\\x0d");
+}
+
+} // namespace
