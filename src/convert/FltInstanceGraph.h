@@ -57,15 +57,15 @@ private:
         int above = 0;                ///< Most nodes above the head on any way.
         int depth = 0;                ///< Most nodes below the head, the scopes in it aside.
         std::int64_t nodes = 1;       ///< Nodes of the scope, the scopes in it aside.
-        std::int64_t occurrences = 0; ///< How often a traversal comes by.
+        std::int64_t occurrences = 0; ///< How often a traversal meets it.
         std::vector<Place> inside;    ///< The scopes in it, each with its depth below the head.
     };
 
     Scope& at(int scope) { return scopes[static_cast<std::size_t>(scope)]; }
 
     std::vector<Scope> scopes;
-    std::vector<Place>
-        ways; ///< Scratch: scopes still to be looked at, each with its depth below the root of all.
+    /// Scratch: scopes still to be looked at, each with its depth below the root of all.
+    std::vector<Place> ways;
     int deepest = 0;
     std::int64_t nodes = 1;
     std::int64_t stepsLeft;

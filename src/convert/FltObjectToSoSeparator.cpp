@@ -1,7 +1,8 @@
 #include "convert/FltObjectToSoSeparator.h"
 
+#include "convert/FltAllowance.h"
+#include "convert/FltFaceResources.h"
 #include "convert/FltToInventor.h"
-#include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltOpcode.h"
 #include "records/FltRecordFace.h"
@@ -19,22 +20,8 @@
 namespace
 {
 
-constexpr int colorUVPropertyId = 3;
-constexpr int colorNormalUVPropertyId = 4;
-constexpr int undefinedPropertyId = 5;
-
-char const* const materialNames[] = {
-    "faceVertexColorSoMaterialSet",      "faceVertexColorNormalSoMaterialSet",
-    "faceVertexColorUVSoMaterialSet",    "faceVertexColorNormalUVSoMaterialSet",
-    "subFaceVertexColorSoMaterialSet",   "subFaceVertexColorNormalSoMaterialSet",
-    "subFaceVertexColorUVSoMaterialSet", "subFaceVertexColorNormalUVSoMaterialSet",
-};
-
-/// Offsets fill the width of the map's key by their sign.
-unsigned long keyOf(int offset)
-{
-    return static_cast<unsigned long>(static_cast<long>(offset));
-}
+constexpr int colorUVPropertyId = FltVertexPalette::idOf(FltVertexPalette::colorUV);
+constexpr int colorNormalUVPropertyId = FltVertexPalette::idOf(FltVertexPalette::colorNormalUV);
 
 void closePolygon(std::vector<int>& indices)
 {
@@ -42,13 +29,13 @@ void closePolygon(std::vector<int>& indices)
         indices.push_back(-1);
 }
 
-/// Many values go into a field one by one: it is silent meanwhile and tells of them once, at the end.
+/// Many values go into a field one by one: it notifies nobody meanwhile, and once at the end.
 void silence(SoField& field)
 {
     field.enableNotify(FALSE);
 }
 
-void tellOnce(SoField& field)
+void notifyOnce(SoField& field)
 {
     field.enableNotify(TRUE);
     field.touch();
@@ -97,12 +84,12 @@ void FltObjectToSoSeparator::setDestination(SoGroup*& group)
 
 void FltObjectToSoSeparator::setFltToInventor(FltToInventor* converter)
 {
-    fltToInventor = converter;
+    resources = converter != nullptr ? &converter->getFaceResources() : nullptr;
 }
 
 void FltObjectToSoSeparator::buildFinalSoSeparator()
 {
-    if (!iteratorIsSet || fltToInventor == nullptr || destination == nullptr) {
+    if (!iteratorIsSet || resources == nullptr || destination == nullptr) {
         FltWarningMessageConsole::notifyMessage(
             "ERROR! In class FltObjectToSoSeparator: Try to build A SoSeparator from a FLT object\n but some "
             "fields aren't correctly initialized",
@@ -146,7 +133,7 @@ void FltObjectToSoSeparator::finishNodes()
 {
     for (Batch const& batch : batches)
         if (batch.material != nullptr)
-            forEachField(*batch.material, tellOnce);
+            forEachField(*batch.material, notifyOnce);
     for (OldVertexSet const* set : {&oldVertexColorNormal, &oldVertexColor, &oldVertex})
         if (set->property != nullptr) {
             set->property->enableNotify(TRUE);
@@ -177,12 +164,14 @@ void FltObjectToSoSeparator::visitFace(FltRecordFace const* face, RecordIterator
     if (face == nullptr)
         return;
     faceIndices.clear();
-    int id = undefinedPropertyId;
+    int id = FltVertexPalette::undefinedPropertyId;
     visitAllVertexList(iterator, faceIndices, id);
     if (faceIndices.empty())
         return;
-    if (id >= 1 && id <= vertexFormCount) {
-        noteHighestIndex(faceIndices, id);
+    if (id >= 1 && id <= formCount) {
+        // A face that several lists make may name vertices of one form in the property of another, beyond its
+        // last one. The properties get room for them when the conversion ends.
+        resources->vertices.noteIndex(id, *std::max_element(faceIndices.begin(), faceIndices.end()));
         addFaceToVector(face, faceIndices, batchOf(id, subFaceLevel));
     }
     closePolygon(oldVertexColorNormal.indices);
@@ -194,33 +183,25 @@ void FltObjectToSoSeparator::visitFace(FltRecordFace const* face, RecordIterator
 
 FltObjectToSoSeparator::Batch& FltObjectToSoSeparator::batchOf(int id, int subFaceLevel)
 {
-    int const position = id - 1 + (subFaceLevel != 0 ? vertexFormCount : 0);
-    Batch& batch = batches[position];
+    bool const isSubFace = subFaceLevel != 0;
+    Batch& batch = batches[id - 1 + (isSubFace ? formCount : 0)];
     if (batch.material == nullptr) {
         batch.material = new SoMaterial;
         batch.material->ref();
-        batch.material->setName(materialNames[position]);
+        FltVertexPalette::Form const& form = resources->vertices.getForm(id);
+        batch.material->setName(isSubFace ? form.subFaceMaterialSetName : form.materialSetName);
         forEachField(*batch.material, silence);
     }
     return batch;
 }
 
-/// A face that several lists make may name vertices of one form in the property of another, beyond its last
-/// one. The properties get room for them when the conversion ends.
-void FltObjectToSoSeparator::noteHighestIndex(std::vector<int> const& indices, int id)
-{
-    int& highest = fltToInventor->highestVertexIndices[id - 1];
-    highest = std::max(highest, *std::max_element(indices.begin(), indices.end()));
-}
-
 /// The list is never emptied: each further face that comes here adds a face set with all of it.
 void FltObjectToSoSeparator::addOldVertexFaceSet(FltRecordFace const& face)
 {
-    std::size_t& copied = fltToInventor->references.oldVertexIndices;
-    if (copied > FltLimits::oldVertexIndices)
+    FltAllowance& allowance = resources->oldVertexIndices;
+    if (allowance.isExceeded())
         return;
-    copied += oldVertex.indices.size();
-    if (copied > FltLimits::oldVertexIndices) {
+    if (!allowance.spend(static_cast<std::int64_t>(oldVertex.indices.size()))) {
         FltWarningMessageConsole::notifyMessage(
             "WARNING ! The faces of obsolete vertices repeat too many vertices: further ones are left out", 2,
             true);
@@ -332,8 +313,8 @@ void FltObjectToSoSeparator::visitVertexList(FltRecordVertexList const* list, st
     std::size_t const begin = indices.size();
     vertexIds.clear();
     for (int const offset : list->vertexOffsets) {
-        VertexEntry const& entry = fltToInventor->entryAt(keyOf(offset));
-        vertexIds.push_back(fltToInventor->getIntIdFromVertexProperty(entry.property));
+        VertexEntry const& entry = resources->vertices.entryAt(FltVertexPalette::offsetOf(offset));
+        vertexIds.push_back(resources->vertices.getId(entry.property));
         indices.push_back(entry.index);
     }
     auto const isFirst = [this](int vertexId) { return vertexId == vertexIds.front(); };
@@ -355,7 +336,7 @@ void FltObjectToSoSeparator::visitVertexList(FltRecordVertexList const* list, st
 /// Gives the vertices without normal, from @p begin on, the average normal of those with one.
 void FltObjectToSoSeparator::promoteToColorNormalUV(std::vector<int>& indices, std::size_t begin)
 {
-    SoVertexProperty const& property = *fltToInventor->getVertexPropertyFromIntId(colorNormalUVPropertyId);
+    SoVertexProperty const& property = *resources->vertices.getForm(colorNormalUVPropertyId).property;
     SbVec3f average(0, 0, 0);
     float count = 0;
     for (std::size_t i = 0; i < vertexIds.size(); ++i) {
@@ -370,7 +351,7 @@ void FltObjectToSoSeparator::promoteToColorNormalUV(std::vector<int>& indices, s
     for (std::size_t i = 0; i < vertexIds.size(); ++i)
         if (vertexIds[i] != colorNormalUVPropertyId) {
             int& index = indices[begin + i];
-            fltToInventor->copyVertexToVertexColorNormalUV(vertexIds[i], index, average, index);
+            index = resources->vertices.addCopy(vertexIds[i], index, average);
         }
 }
 
@@ -380,9 +361,9 @@ void FltObjectToSoSeparator::visitMorphVertexList(FltRecordMorphVertexList const
     if (list == nullptr || list->vertexOffsets.empty())
         return;
     auto const entryOf = [this](std::pair<int, int> const& offsets) -> VertexEntry const& {
-        return fltToInventor->entryAt(keyOf(offsets.second));
+        return resources->vertices.entryAt(FltVertexPalette::offsetOf(offsets.second));
     };
-    id = fltToInventor->getIntIdFromVertexProperty(entryOf(list->vertexOffsets.front()).property);
+    id = resources->vertices.getId(entryOf(list->vertexOffsets.front()).property);
     for (std::pair<int, int> const& offsets : list->vertexOffsets)
         indices.push_back(entryOf(offsets).index);
 }

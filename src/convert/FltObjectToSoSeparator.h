@@ -1,5 +1,7 @@
 #pragma once
 
+#include "convert/FltRecordDeclarations.h"
+#include "convert/FltVertexPalette.h"
 #include "records/FltVersion.h"
 
 #include <Inventor/SbColor.h>
@@ -8,19 +10,13 @@
 #include <vector>
 
 class AbstractOldVertexRecord;
-class FltRecord;
-class FltRecordFace;
-class FltRecordMorphVertexList;
-class FltRecordOldVertex;
-class FltRecordOldVertexColor;
-class FltRecordOldVertexColorNormal;
-class FltRecordVertexList;
 class FltToInventor;
 class SoGroup;
 class SoIndexedFaceSet;
 class SoMaterial;
 class SoMFInt32;
 class SoVertexProperty;
+struct FltFaceResources;
 struct FltMaterialFields;
 
 /// Turns the records of one Object, or of one run of faces outside any Object, into geometry below one group.
@@ -78,7 +74,7 @@ public:
     void setFltToInventor(FltToInventor* converter);
     /// @}
 
-    /// Does all the work. With an input missing it adds no node and tells the console.
+    /// Does all the work. With an input missing it adds no node, and reports that to the console.
     void buildFinalSoSeparator();
 
     /// @name Walk
@@ -88,8 +84,8 @@ public:
     void traverseObjectPrimaryRecords();
     void visitAllFaces();
 
-    /// Appends the records of the level at the iterator, its Push and Pop included. An opcode above 132 ends
-    /// it.
+    /// Appends the records of the level at the iterator, its Push and Pop included. An opcode above
+    /// FltOpcode::lastOfObject ends it.
     void getAllRecordsFromFltObject(RecordIterator& iterator, std::vector<FltRecord*>& records);
 
     /// Sorts one face into its batch, and leaves the iterator on the last of its records.
@@ -97,16 +93,16 @@ public:
     void visitFace(FltRecordFace const* face, RecordIterator& iterator, int subFaceLevel);
 
     /// Appends the vertices of the face at the iterator. Several lists below one face make one polygon.
-    /// @param id set to the property id of the vertices, 1 to 4, or 5 for unknown ones; left alone without
-    /// any
+    /// @param id set to the property id of the vertices, 1 to 4, or 5 for unknown ones; left alone if there
+    /// are none
     void visitAllVertexList(RecordIterator& iterator, std::vector<int>& indices, int& id);
 
     /// Appends the records of the face at the iterator, and leaves the iterator on the last of them.
     void getFirstFaceFromIterator(RecordIterator& iterator, std::vector<FltRecord*>& records);
 
     /// Appends the vertices of a list. Where forms with and without normal are mixed and all have texture
-    /// coordinates, those without get the average normal of the others; any other mixture is told to the
-    /// console and left out.
+    /// coordinates, those without get the average normal of the others; any other mixture is reported to
+    /// the console and left out.
     void visitVertexList(FltRecordVertexList const* list, std::vector<int>& indices, int& id);
 
     /// Appends the second member of each entry. The first entry alone decides on the id.
@@ -168,7 +164,7 @@ public:
                                                                    std::vector<int> const& textures,
                                                                    SoVertexProperty*& property);
 
-    /// Copies one face with the -1 that closes it, which has to be there, and moves the iterator behind it.
+    /// Copies one face with the -1 that closes it, which has to be there, and moves the iterator past it.
     void copyOneFaceVertexIndices(std::vector<int>& faceIndices, std::vector<int>::const_iterator& iterator);
 
     /// The first texture that isn't -1; -1 if there is none.
@@ -190,17 +186,14 @@ public:
     /// @}
 
 private:
-    static constexpr int vertexFormCount = 4;
-    static constexpr int batchCount = 2 * vertexFormCount;
+    static constexpr int formCount = FltVertexPalette::formCount;
 
     Batch& batchOf(int id, int subFaceLevel);
-    void noteHighestIndex(std::vector<int> const& indices, int id);
     void promoteToColorNormalUV(std::vector<int>& indices, std::size_t begin);
     void addOldVertex(OldVertexSet& set, char const* name, AbstractOldVertexRecord const& vertex);
     void addOldVertexFaceSet(FltRecordFace const& face);
     void finishNodes();
 
-    SbColor paletteColor(std::int64_t position) const;
     SbColor materialModulation(FltRecordFace const& face) const;
     FltMaterialFields paletteMaterial(FltRecordFace const& face) const;
     float paletteTransparency(FltRecordFace const& face, float transparency) const;
@@ -215,16 +208,16 @@ private:
 
     bool isBuilt = false;
     bool iteratorIsSet = false;
-    FltToInventor* fltToInventor = nullptr;
+    FltFaceResources const* resources = nullptr; ///< Of the conversion.
     SoGroup* destination = nullptr;
     float currentFltObjectTransparency = 0;
     RecordIterator currentIterator;
-    Batch batches[batchCount];
+    Batch batches[2 * formCount]; ///< Those of base faces, then those of sub-faces.
     OldVertexSet oldVertexColorNormal;
     OldVertexSet oldVertexColor;
     OldVertexSet oldVertex;
 
-    /// @name Room that every face uses anew
+    /// @name Buffers that every face reuses
     /// @{
     std::vector<FltRecord*> faceRecords;
     std::vector<int> faceIndices;

@@ -1,43 +1,17 @@
 #include "convert/FltObjectToSoSeparator.h"
 
+#include "convert/FltFaceResources.h"
 #include "convert/FltMaterialFields.h"
-#include "convert/FltToInventor.h"
+#include "convert/FltPalettes.h"
 #include "records/FltRecordFace.h"
 
-#include <Inventor/nodes/SoMaterial.h>
 #include <iostream>
-#include <iterator>
 
 namespace
 {
 
 constexpr std::uint32_t noColorFlag = 0x40000000;
 constexpr std::uint32_t packedColorFlag = 0x10000000;
-
-constexpr std::uint32_t whiteWord = 0xffffffff;
-
-/// The highest palette position that a face without material may name.
-constexpr std::uint32_t lastColorPosition = 131072;
-
-/// A colour index holds a position in the palette above seven bits of intensity.
-int positionOf(int colorIndex)
-{
-    return colorIndex >> 7;
-}
-
-float intensityOf(int colorIndex)
-{
-    return static_cast<float>(colorIndex & 0x7f) / 127.0F;
-}
-
-/// The colour without the transparency that is packed with it.
-SbColor unpacked(std::uint32_t word)
-{
-    SbColor color;
-    float transparency;
-    color.setPackedValue(word, transparency);
-    return color;
-}
 
 SbColor product(SbColor const& a, SbColor const& b)
 {
@@ -126,13 +100,13 @@ void FltObjectToSoSeparator::addFltFaceWithColorPaletteIndexNoMaterialToSoMateri
                                                                                    SoMaterial*& material,
                                                                                    int const& index)
 {
-    auto const position = static_cast<std::uint32_t>(positionOf(face->primaryColorIndex));
-    if (position > lastColorPosition) {
+    int const position = FltColorPalette::positionOf(face->primaryColorIndex);
+    if (static_cast<std::uint32_t>(position) > FltColorPalette::lastPosition) {
         std::cout << "bad color index" << std::endl;
         return;
     }
-    FltMaterialFields fields =
-        plainMaterial(scaled(paletteColor(position), intensityOf(face->primaryColorIndex)));
+    FltMaterialFields fields = plainMaterial(scaled(resources->palettes.colorPalette.getColor(position),
+                                                    FltColorPalette::intensityOf(face->primaryColorIndex)));
     fields.transparency =
         (static_cast<float>(face->transparency) / 65535.0F) * (1.0F - currentFltObjectTransparency);
     fields.writeTo(*material, index);
@@ -170,39 +144,31 @@ void FltObjectToSoSeparator::addFltFaceWithColorPaletteIndexMaterialToSoMaterial
 /// whatever the intensity in their index.
 SbColor FltObjectToSoSeparator::materialModulation(FltRecordFace const& face) const
 {
+    FltColorPalette const& palette = resources->palettes.colorPalette;
     SbColor const white(1, 1, 1);
     int const colorIndex = face.primaryColorIndex;
     if (face.textureWhite != 0 && face.texturePatternIndex != -1)
         return white;
     if (revision <= 13) {
         if (rgbMode)
-            return paletteColor(positionOf(colorIndex));
+            return palette.getColor(FltColorPalette::positionOf(colorIndex));
         if (colorIndex < 0)
             return white;
         if (colorIndex <= 4095)
-            return scaled(white, intensityOf(colorIndex));
-        return paletteColor(4096 + (colorIndex & 0xfff));
+            return scaled(white, FltColorPalette::intensityOf(colorIndex));
+        return palette.getColor(4096 + (colorIndex & 0xfff));
     }
     if ((face.flags & noColorFlag) != 0)
         return white;
     if (rgbMode || (face.flags & packedColorFlag) != 0)
-        return unpacked(fullChannelsOf(face));
-    if (revision > 1539)
-        return paletteColor(positionOf(colorIndex));
-    return paletteColor(positionOf(face.colorNameIndex));
-}
-
-SbColor FltObjectToSoSeparator::paletteColor(std::int64_t position) const
-{
-    auto const& palette = fltToInventor->colorPalette;
-    bool const inside = position >= 0 && position < static_cast<std::int64_t>(std::size(palette));
-    return unpacked(inside ? palette[position] : whiteWord);
+        return FltColorPalette::unpack(fullChannelsOf(face));
+    return palette.getColor(FltColorPalette::positionOf(revision > 1539 ? colorIndex : face.colorNameIndex));
 }
 
 /// A position that the palette doesn't have gives the values of a default material.
 FltMaterialFields FltObjectToSoSeparator::paletteMaterial(FltRecordFace const& face) const
 {
-    return FltMaterialFields::readFrom(*fltToInventor->materialPalette, face.materialIndex);
+    return FltMaterialFields::readFrom(*resources->palettes.materialPalette, face.materialIndex);
 }
 
 /// Face and Object together bring a material's transparency towards nothing.

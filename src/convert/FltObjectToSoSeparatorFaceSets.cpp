@@ -1,6 +1,7 @@
 #include "convert/FltObjectToSoSeparator.h"
 
-#include "convert/FltToInventor.h"
+#include "convert/FltFaceResources.h"
+#include "convert/FltPalettes.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltRecordFace.h"
 
@@ -27,7 +28,7 @@ struct SoIndexedFaceSetToFinalize {
 };
 
 /// A face set without material indices. The material binding of the object wants one for each face, and the
-/// toolkit would look for them behind a null pointer: these faces all take the first material.
+/// toolkit would read them from a null pointer: these faces all take the first material.
 class OldVertexFaceSet final : public SoIndexedFaceSet
 {
 public:
@@ -68,23 +69,18 @@ private:
 void FltObjectToSoSeparator::traverseObjectPrimaryRecords()
 {
     visitAllFaces();
-    SoVertexProperty** const properties[vertexFormCount] = {
-        &fltToInventor->vertexColorProperty,
-        &fltToInventor->vertexColorNormalProperty,
-        &fltToInventor->vertexColorUVProperty,
-        &fltToInventor->vertexColorNormalUVProperty,
-    };
-    for (int form = 0; form < vertexFormCount; ++form) {
-        Batch const& base = batches[form];
-        Batch const& subFace = batches[vertexFormCount + form];
+    for (FltVertexPalette::Form const& form : resources->vertices.getForms()) {
+        SoVertexProperty* property = form.property.get();
+        Batch const& base = batches[form.id - 1];
+        Batch const& subFace = batches[form.id - 1 + formCount];
         // Sub-faces lie upon base faces: without any, they have no place.
         if (base.indices.empty())
             continue;
-        addBatch(base, *properties[form]);
+        addBatch(base, property);
         if (subFace.indices.empty())
             continue;
         addPolygonOffset(-1.0F, -30.0F);
-        addBatch(subFace, *properties[form]);
+        addBatch(subFace, property);
     }
     // Vertices with colour alone are drawn beside vertices with colour and normal only.
     if (!oldVertexColorNormal.indices.empty()) {
@@ -171,18 +167,12 @@ bool FltObjectToSoSeparator::isSoIndexedFaceSetNeedsManyTextureFiles(std::vector
 
 char const* FltObjectToSoSeparator::getSoIndexedFaceSetNameFromSoVertexProperty(SoVertexProperty*& property)
 {
-    if (property == fltToInventor->vertexColorProperty)
-        return "SoIFSVertexColor";
-    if (property == fltToInventor->vertexColorNormalProperty)
-        return "SoIFSVertexColorNormal";
-    if (property == fltToInventor->vertexColorUVProperty)
-        return "SoIFSVertexColorUV";
-    if (property == fltToInventor->vertexColorNormalUVProperty)
-        return "SoIFSVertexColorNormalUV";
+    if (FltVertexPalette::Form const* const form = resources->vertices.findForm(property))
+        return form->faceSetName;
     FltWarningMessageConsole::notifyMessage(
-        "WARNING ! I can't give a name for a SoIndexedFaceSet\n since This SoVertexProperty doesn'fit with "
-        "one "
-        "of the 4 global SoVertexProperty\n SO_INDEXED_FACE_SET_WITH_UNDEFINED_VERTEX_NAME returned",
+        "WARNING ! I can't give a name for a SoIndexedFaceSet\n"
+        " since This SoVertexProperty doesn'fit with one of the 4 global SoVertexProperty\n"
+        " SO_INDEXED_FACE_SET_WITH_UNDEFINED_VERTEX_NAME returned",
         1, true);
     return "SoIFSVertexUNDEFINED";
 }
@@ -217,8 +207,7 @@ void FltObjectToSoSeparator::addFaceSetFromVertexListNoGlobalSoVertexProperty(Fl
     property->vertex.setNum(count);
     SbVec3f* slot = property->vertex.startEditing();
     for (int const offset : list->vertexOffsets) {
-        auto const key = static_cast<unsigned long>(static_cast<long>(offset));
-        VertexEntry const& entry = fltToInventor->entryAt(key);
+        VertexEntry const& entry = resources->vertices.entryAt(FltVertexPalette::offsetOf(offset));
         bool const known = entry.property != nullptr && entry.index < entry.property->vertex.getNum();
         *slot++ = known ? entry.property->vertex[entry.index] : SbVec3f(0, 0, 0);
     }
@@ -230,10 +219,10 @@ void FltObjectToSoSeparator::addFaceSetFromVertexListNoGlobalSoVertexProperty(Fl
     destination->addChild(faceSet);
 }
 
-/// A texture that the palette doesn't define enters it as null, and nothing is added.
+/// For a texture that the palette doesn't define nothing is added.
 void FltObjectToSoSeparator::addTexture(SoGroup& group, int textureIndex)
 {
-    if (SoTexture2* const texture = fltToInventor->texturePalette[textureIndex])
+    if (SoTexture2* const texture = resources->palettes.findTexture(textureIndex))
         group.addChild(texture);
 }
 

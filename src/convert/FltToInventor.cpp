@@ -1,76 +1,34 @@
 #include "convert/FltToInventor.h"
 
-#include "dump/FltLogBuffer.h"
+#include "convert/FltToInventorState.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "parser/FltCreationVisitor.h"
 #include "parser/FltFileInput.h"
 #include "parser/FltParser.h"
-#include "parser/Flt_15_7_CreationVisitor.h"
 #include "records/FltRecord.h"
 #include "statistics/FltStatisticsTool.h"
 
 #include <Inventor/SoDB.h>
-#include <Inventor/nodes/SoDrawStyle.h>
-#include <Inventor/nodes/SoLabel.h>
-#include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoSeparator.h>
-#include <Inventor/nodes/SoTexture2.h>
-#include <Inventor/nodes/SoVertexProperty.h>
-#include <iostream>
-#include <sys/stat.h>
+#include <optional>
 
 namespace
 {
 
 constexpr int oldestRevision = 11;
 
-/// Deletes every record once. An object may stand in neighbouring entries.
-void deleteRecords(std::vector<FltRecord*> const& records)
-{
-    FltRecord const* before = nullptr;
-    for (FltRecord* record : records) {
-        if (record != before)
-            delete record;
-        before = record;
-    }
-    Flt_15_7_CreationVisitor::forgetPrevious();
-}
-
-/// Records that a failed conversion left alive: those of the last one stay, so that they are bounded, and
-/// reachable for a leak checker.
-class AbandonedRecords
+/// A null entry after the last record while the records are walked: the end of all walks.
+class NullEntryAtEnd
 {
 public:
-    ~AbandonedRecords() { deleteRecords(records); }
-    void replace(std::vector<FltRecord*> const& newer)
-    {
-        deleteRecords(records);
-        records = newer;
-    }
-
-private:
-    std::vector<FltRecord*> records;
-};
-
-/// The log streams of finished conversions. std::cout may stand on the buffer of any until the process ends,
-/// so they are never deleted.
-std::vector<FltLogStream*>& retiredLogStreams()
-{
-    static auto* const streams = new std::vector<FltLogStream*>;
-    return *streams;
-}
-
-/// A null entry behind the last record while the records are walked: the end of all walks.
-class NullEntryBehind
-{
-public:
-    explicit NullEntryBehind(std::vector<FltRecord*>& records) : records(records)
+    explicit NullEntryAtEnd(std::vector<FltRecord*>& records) : records(records)
     {
         records.push_back(nullptr);
     }
-    ~NullEntryBehind() { records.pop_back(); }
+    ~NullEntryAtEnd() { records.pop_back(); }
 
-    NullEntryBehind(NullEntryBehind const&) = delete;
-    NullEntryBehind& operator=(NullEntryBehind const&) = delete;
+    NullEntryAtEnd(NullEntryAtEnd const&) = delete;
+    NullEntryAtEnd& operator=(NullEntryAtEnd const&) = delete;
 
 private:
     std::vector<FltRecord*>& records;
@@ -90,17 +48,7 @@ private:
     bool& flag;
 };
 
-template <class Nodes>
-void unrefAll(Nodes const& nodes)
-{
-    for (auto const& entry : nodes)
-        if (entry.second != nullptr)
-            entry.second->unref();
-}
-
 } // namespace
-
-int FltToInventor::initialVertexCapacity = 100000;
 
 char const* FltToInventor::getProductNameString()
 {
@@ -140,81 +88,35 @@ SoSeparator* FltToInventor::convertFromFile(char const* fileName)
     return root;
 }
 
-FltToInventor::FltToInventor() : references(ownReferences)
+FltToInventor::FltToInventor() : FltToInventor(std::make_unique<State>()) {}
+
+FltToInventor::FltToInventor(std::unique_ptr<State> state) : state(std::move(state))
 {
-    init();
-}
-
-FltToInventor::FltToInventor(References& references, int depthAbove, int hierarchyDepth)
-    : instanceGraph(depthAbove), references(references), hierarchyDepth(hierarchyDepth)
-{
-    init();
-}
-
-void FltToInventor::init()
-{
-    materialPalette = new SoMaterial;
-    materialPalette->ref();
-
-    char const* const names[vertexFormCount] = {"vertexColorProperty", "vertexColorNormalProperty",
-                                                "vertexColorUVProperty", "vertexColorNormalUVProperty"};
-    SoVertexProperty** const properties[vertexFormCount] = {&vertexColorProperty, &vertexColorNormalProperty,
-                                                            &vertexColorUVProperty,
-                                                            &vertexColorNormalUVProperty};
-    for (int form = 0; form < vertexFormCount; ++form) {
-        auto* const property = new SoVertexProperty;
-        property->ref();
-        property->setName(names[form]);
-        *properties[form] = property;
-        vertexCapacities[form] = initialVertexCapacity;
-        setVertexFieldSizes(form, initialVertexCapacity);
-    }
-
-    minRangeLabel = new SoLabel;
-    minRangeLabel->ref();
-    minRangeLabel->label = "MinRangeLimitForLOD";
-    maxRangeLabel = new SoLabel;
-    maxRangeLabel->ref();
-    maxRangeLabel->label = "MaxRangeLimitForLOD";
+    this->state->minRangeLabel->label = "MinRangeLimitForLOD";
+    this->state->maxRangeLabel->label = "MaxRangeLimitForLOD";
 }
 
 FltToInventor::~FltToInventor()
 {
     FltToInventor::deleteCurrentFltParser();
-    for (FltParser* parser : retiredParsers) {
-        parser->setInput(nullptr);
-        delete parser;
-    }
-    if (fileLoggingEnabled)
-        disableFileLogging();
-    for (SoNode* node : unattachedNodes)
-        node->unref();
-    unrefAll(texturePalette);
-    unrefAll(lineStylePalette);
-    unrefAll(instanceDefinitions);
-    minRangeLabel->unref();
-    maxRangeLabel->unref();
-    materialPalette->unref();
-    for (int form = 0; form < vertexFormCount; ++form)
-        propertyOf(form)->unref();
+    disableFileLogging();
 }
 
 void FltToInventor::update(FltRecord const* /*record*/) {}
 
 void FltToInventor::setResult(SoSeparator* root)
 {
-    result = root != nullptr ? root : new SoSeparator;
+    state->result = root != nullptr ? root : new SoSeparator;
 }
 
 SoSeparator* FltToInventor::getResult() const
 {
-    return result;
+    return state->result;
 }
 
 void FltToInventor::setFltParser(FltParser* parser)
 {
-    fltParser = parser;
-    recordsDestroyed = false;
+    state->parser.take(parser);
     if (parser != nullptr)
         parser->attachFltObserver(this);
 }
@@ -222,49 +124,38 @@ void FltToInventor::setFltParser(FltParser* parser)
 void FltToInventor::setFltInputToconvert(FltInput* input)
 {
     deleteCurrentFltParser();
-    fltParser = new FltParser(input);
-    ownsFltParser = true;
-    recordsDestroyed = false;
+    state->parser.make(input);
 }
 
 void FltToInventor::deleteCurrentFltParser()
 {
-    if (!ownsFltParser || fltParser == nullptr)
-        return;
-    abandonRecords(fltParser);
-    retiredParsers.push_back(fltParser);
-    fltParser = nullptr;
-    ownsFltParser = false;
-}
-
-void FltToInventor::abandonRecords(FltParser* parser)
-{
-    static AbandonedRecords abandoned;
-    if (!recordsDestroyed && !parser->getFltRecords().empty())
-        abandoned.replace(parser->getFltRecords());
+    state->parser.retire();
 }
 
 int FltToInventor::convert()
 {
-    if (result == nullptr)
-        result = new SoSeparator;
-    if (fltParser == nullptr) {
+    if (state->result == nullptr)
+        state->result = new SoSeparator;
+    FltParser* const parser = state->parser.get();
+    if (parser == nullptr) {
         FltWarningMessageConsole::notifyMessage("ERROR ! The field fltParser is NULL", 3, true);
         return 1;
     }
-    FltInput* const input = fltParser->getInput();
+    FltInput* const input = parser->getInput();
     if (input == nullptr || !input->isInFlowCreated()) {
         FltWarningMessageConsole::notifyMessage("ERROR ! FltParser has no INPUT !", 3, true);
         return 1;
     }
-    struct stat status;
-    if (references.chain.empty() && ::stat(input->getFileName(), &status) == 0)
-        references.chain.emplace_back(status.st_dev, status.st_ino);
+    FltReferenceChain& chain = state->shared.chain;
+    std::optional<FltReferenceChain::Link> top;
+    if (chain.isEmpty())
+        if (auto const file = FltReferenceChain::identityOf(input->getFileName()))
+            top.emplace(chain, *file);
 
     FltWarningMessageConsole::Count messages;
-    if (fltParser->run() == 1)
+    if (parser->run() == 1)
         return 1;
-    if (fltParser->getFltCreationVisitor()->revision < oldestRevision) {
+    if (parser->getFltCreationVisitor()->revision < oldestRevision) {
         FltWarningMessageConsole::notifyMessage("ERROR ! Openflight Format Revision not supported !", 3,
                                                 true);
         return 1;
@@ -277,15 +168,15 @@ int FltToInventor::convert()
 
 bool FltToInventor::isAllFltRecordsVisited() const
 {
-    return allFltRecordsVisited;
+    return state->allFltRecordsVisited;
 }
 
 void FltToInventor::visitAllFltRecords()
 {
-    std::vector<FltRecord*>& records = fltParser->getFltRecords();
-    NullEntryBehind const end(records);
-    FlagRaised const visiting(visitsRecords);
-    switchStates.clear();
+    std::vector<FltRecord*>& records = state->parser.get()->getFltRecords();
+    NullEntryAtEnd const end(records);
+    FlagRaised const visiting(state->visitsRecords);
+    state->switches.clear();
     for (RecordIterator iterator = records.begin(); *iterator != nullptr;) {
         FltRecord* const record = *iterator;
         std::string const category = record->getRecordCategory();
@@ -302,70 +193,50 @@ void FltToInventor::visitAllFltRecords()
         if (*iterator != nullptr)
             ++iterator;
     }
-    closeVertexProperties();
-    endSilence();
-    allFltRecordsVisited = true;
+    state->vertices.close();
+    state->scene.end();
+    if (state->result != nullptr)
+        state->result->touch();
+    state->allFltRecordsVisited = true;
 }
 
 void FltToInventor::destroyAllFltRecords()
 {
-    if (!recordsDestroyed)
-        deleteRecords(fltParser->getFltRecords());
-    recordsDestroyed = true;
+    state->parser.destroyRecords();
 }
 
 std::string const& FltToInventor::getRelativePath() const
 {
-    return relativePath;
+    return state->relativePath;
 }
 
 void FltToInventor::setRelativePath(std::string& path)
 {
-    relativePath = path;
+    state->relativePath = path;
 }
 
 void FltToInventor::enableFileLogging(char const* path)
 {
-    logStream = new FltLogStream;
-    retiredLogStreams().push_back(logStream);
-    FltInput const* const input = fltParser != nullptr ? fltParser->getInput() : nullptr;
-    SideFile::Outcome const outcome =
-        logStream->buffer.open(path, input != nullptr ? input->getFileName() : nullptr);
-    if (outcome != SideFile::Outcome::opened)
-        logStream->setstate(std::ios_base::failbit);
-    if (outcome == SideFile::Outcome::refused)
-        FltWarningMessageConsole::notifyGuard("No log is written: what stands at its place is a link, has a "
-                                              "second name, or isn't a plain file. "
-                                              "Remove it, or convert a copy",
-                                              std::string(": ") + path);
-    std::cout.rdbuf(&logStream->buffer);
-    fileLoggingEnabled = true;
+    FltParser const* const parser = state->parser.get();
+    FltInput const* const input = parser != nullptr ? parser->getInput() : nullptr;
+    state->log.open(path, input != nullptr ? input->getFileName() : nullptr);
 }
 
 void FltToInventor::disableFileLogging()
 {
-    if (!fileLoggingEnabled)
-        return;
-    if (!logStream->buffer.close())
-        logStream->setstate(std::ios_base::failbit);
-    fileLoggingEnabled = false;
+    state->log.close();
 }
 
 void FltToInventor::makeStats() const
 {
-    if (fltParser == nullptr || fltParser->getInput() == nullptr || recordsDestroyed)
+    FltParser* const parser = state->parser.get();
+    if (!state->parser.holdsRecords() || parser->getInput() == nullptr)
         return;
     FltStatisticsTool tool;
-    std::string const fileName = fltParser->getInput()->getFileName();
+    std::string const fileName = parser->getInput()->getFileName();
     tool.setFltFile(fileName.c_str());
     tool.setStatFile((fileName + ".stat").c_str());
     tool.makeEmptyFile();
-    tool.setVectorOfFltRecords(fltParser->getFltRecords());
+    tool.setVectorOfFltRecords(parser->getFltRecords());
     tool.makeStatistics();
-}
-
-void FltToInventor::notifyOnce(std::string const& text)
-{
-    if (toldOnce.insert(text).second)
-        FltWarningMessageConsole::notifyMessage(FltWarningMessageConsole::keepText(text), 2, true);
 }

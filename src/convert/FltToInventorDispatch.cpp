@@ -1,10 +1,11 @@
 // The record dispatch, the stack of open levels, and the header.
 
-#include "convert/FltToInventor.h"
-
+#include "convert/FltDispatchTable.h"
+#include "convert/FltToInventorState.h"
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltParser.h"
+#include "records/FltOpcode.h"
 #include "records/FltRecordBoundingVolume.h"
 #include "records/FltRecordClipRegion.h"
 #include "records/FltRecordColorPalette.h"
@@ -35,13 +36,11 @@
 #include <Inventor/nodes/SoShapeHints.h>
 #include <Inventor/nodes/SoTextureCoordinateBinding.h>
 #include <cstdlib>
+#include <iterator>
+#include <type_traits>
 
 namespace
 {
-
-constexpr int faceOpcode = 5;
-constexpr int pushOpcode = 10;
-constexpr int popOpcode = 11;
 
 /// Metres in each unit of the header.
 constexpr double unitScales[] = {1.0, 1000.0, 1.0, 1.0, 0.3048, 0.0254, 1.0, 1.0, 1852.0};
@@ -59,13 +58,147 @@ double scaleOf(FltRecordHeader const& header)
     return scale;
 }
 
-/// Calls a handler with a record as its class; a record of another class is passed over.
-template <class Record, class... Arguments>
-void hand(FltToInventor& converter, void (FltToInventor::*handler)(Record const*, Arguments...),
-          FltRecord* record, Arguments... arguments)
+using RecordIterator = FltToInventor::RecordIterator;
+
+/// A run of ancillary records while it is applied to the node before it.
+struct AncillaryRun {
+    SoGroup* group;
+    std::vector<FltRecord*> elements;
+    std::vector<FltRecord*>::iterator element; ///< The record at hand.
+    RecordIterator& iterator;                  ///< On the record after the run.
+};
+
+using ControlHandler = void (*)(FltToInventor&, FltRecord*);
+using PaletteHandler = ControlHandler;
+using PrimaryHandler = void (*)(FltToInventor&, FltRecord*, RecordIterator&);
+using AncillaryHandler = void (*)(FltToInventor&, FltRecord*, AncillaryRun&);
+
+/// The class of record that an operation takes.
+template <class Operation>
+struct RecordOf;
+
+template <class Record, class... Others>
+struct RecordOf<void (FltToInventor::*)(Record const*, Others...)> {
+    using Type = Record;
+};
+
+/// Calls an operation with a record as the class that it takes, and with the arguments if it takes any. A
+/// record of another class is passed over.
+template <auto operation, class... Arguments>
+void visit(FltToInventor& converter, FltRecord* record, Arguments... arguments)
 {
-    if (auto const* const found = dynamic_cast<Record const*>(record))
-        (converter.*handler)(found, arguments...);
+    using Record = typename RecordOf<decltype(operation)>::Type;
+    auto const* const found = dynamic_cast<Record const*>(record);
+    if (found == nullptr)
+        return;
+    if constexpr (std::is_invocable_v<decltype(operation), FltToInventor&, Record const*, Arguments...>)
+        (converter.*operation)(found, arguments...);
+    else
+        (converter.*operation)(found);
+}
+
+/// The same for a record that decorates a node.
+template <auto operation>
+void decorate(FltToInventor& converter, FltRecord* record, AncillaryRun& run)
+{
+    visit<operation, SoGroup*>(converter, record, run.group);
+}
+
+void visitFaces(FltToInventor& converter, FltRecord* /*record*/, RecordIterator& iterator)
+{
+    converter.visitNextSuccessiveFaces(iterator);
+}
+
+void visitPush(FltToInventor& converter, FltRecord* /*record*/)
+{
+    converter.visitPushLevel();
+}
+
+void visitPop(FltToInventor& converter, FltRecord* /*record*/)
+{
+    converter.visitPopLevel();
+}
+
+void replicate(FltToInventor& converter, FltRecord* record, AncillaryRun& run)
+{
+    if (auto const* const found = dynamic_cast<FltRecordReplicate const*>(record))
+        converter.visitReplicate(found, run.group, run.element, run.elements, run.iterator);
+}
+
+constexpr void (FltToInventor::*visitOldBoundingBox)(FltRecordOldBoundingBox const*) =
+    &FltToInventor::visitBoundingBox;
+constexpr void (FltToInventor::*visitBoundingBox)(FltRecordBoundingBox const*) =
+    &FltToInventor::visitBoundingBox;
+
+constexpr FltDispatchTable<PrimaryHandler> primaryRecords({
+    {FltOpcode::header, visit<&FltToInventor::visitHeader>},
+    {FltOpcode::group, visit<&FltToInventor::visitGroup>},
+    {FltOpcode::oldLOD, visit<&FltToInventor::visitOLDLOD>},
+    {FltOpcode::object, visit<&FltToInventor::visitObject>},
+    {FltOpcode::face, visitFaces},
+    {FltOpcode::dof, visit<&FltToInventor::visitDOF>},
+    {FltOpcode::externalReference, visit<&FltToInventor::visitExternalReference>},
+    {FltOpcode::lod, visit<&FltToInventor::visitLOD>},
+    {FltOpcode::text, visit<&FltToInventor::visitText>},
+    {FltOpcode::switchNode, visit<&FltToInventor::visitSwitch>},
+    {FltOpcode::clipRegion, visit<&FltToInventor::visitClipRegion>},
+});
+
+constexpr FltDispatchTable<ControlHandler> controlRecords({
+    {FltOpcode::pushLevel, visitPush},
+    {FltOpcode::popLevel, visitPop},
+    {FltOpcode::instanceReference, visit<&FltToInventor::visitInstanceReference>},
+    {FltOpcode::instanceDefinition, visit<&FltToInventor::visitInstanceDefinition>},
+});
+
+constexpr FltDispatchTable<PaletteHandler> paletteRecords({
+    {FltOpcode::colorPalette, visit<&FltToInventor::visitColorPalette>},
+    {FltOpcode::texturePattern, visit<&FltToInventor::visitTexturePattern>},
+    {FltOpcode::oldMaterialPalette, visit<&FltToInventor::visitOLDMaterialPalette>},
+    {FltOpcode::vertexPalette, visit<&FltToInventor::visitVertexPalette>},
+    {FltOpcode::vertexColor, visit<&FltToInventor::visitVertexColor>},
+    {FltOpcode::vertexColorNormal, visit<&FltToInventor::visitVertexColorNormal>},
+    {FltOpcode::vertexColorNormalUv, visit<&FltToInventor::visitVertexColorNormalUV>},
+    {FltOpcode::vertexColorUv, visit<&FltToInventor::visitVertexColorUV>},
+    {FltOpcode::lineStylePalette, visit<&FltToInventor::visitLineStylePalette>},
+    {FltOpcode::lightSourcePalette, visit<&FltToInventor::visitLightSourcePalette>},
+    {FltOpcode::textureMappingPalette, visit<&FltToInventor::visitTextureMapping>},
+    {FltOpcode::material, visit<&FltToInventor::visitMaterial>},
+    {FltOpcode::namePalette, visit<&FltToInventor::visitNamePalette>},
+});
+
+constexpr FltDispatchTable<AncillaryHandler> ancillaryRecords({
+    {FltOpcode::comment, decorate<&FltToInventor::visitComment>},
+    {FltOpcode::longID, decorate<&FltToInventor::visitLongID>},
+    {FltOpcode::matrix, decorate<&FltToInventor::visitMatrix>},
+    {FltOpcode::oldBoundingBox, decorate<visitOldBoundingBox>},
+    {FltOpcode::replicate, replicate},
+    {FltOpcode::boundingBox, decorate<visitBoundingBox>},
+    {FltOpcode::translate, decorate<&FltToInventor::visitTranslate>},
+    {FltOpcode::scaleNonUniform, decorate<&FltToInventor::visitScaleNonUniform>},
+    {FltOpcode::rotateAboutPoint, decorate<&FltToInventor::visitRotateAboutPoint>},
+    {FltOpcode::boundingVolumeSphere, decorate<&FltToInventor::visitBoundingVolumeSphere>},
+    {FltOpcode::boundingVolumeCylinder, decorate<&FltToInventor::visitBoundingVolumeCylinder>},
+    {FltOpcode::boundingVolumeCenter, decorate<&FltToInventor::visitBoundingVolumeCenter>},
+    {FltOpcode::boundingVolumeOrientation, decorate<&FltToInventor::visitBoundingVolumeOrientation>},
+});
+
+/// Leaves out what stands below a node that lies too deep: its level, up to the Pop that closes it. The
+/// records after a node without a level are its siblings then.
+void passOverLevel(RecordIterator& iterator)
+{
+    if (*iterator == nullptr)
+        return;
+    if ((*iterator)->getOpcode() != FltOpcode::pushLevel) {
+        --iterator;
+        return;
+    }
+    for (int level = 0; *iterator != nullptr; ++iterator) {
+        int const opcode = (*iterator)->getOpcode();
+        level += opcode == FltOpcode::pushLevel ? 1 : opcode == FltOpcode::popLevel ? -1 : 0;
+        if (level == 0)
+            return;
+    }
 }
 
 } // namespace
@@ -75,34 +208,8 @@ void FltToInventor::visitPrimaryRecord(RecordIterator& iterator)
     FltRecord* const record = *iterator;
     if (record == nullptr)
         return;
-    using I = RecordIterator&;
-    switch (record->getOpcode()) {
-    case 1:
-        return hand(*this, &FltToInventor::visitHeader, record);
-    case 2:
-        return hand<FltRecordGroup, I>(*this, &FltToInventor::visitGroup, record, iterator);
-    case 3:
-        return hand<FltRecordOLDLOD, I>(*this, &FltToInventor::visitOLDLOD, record, iterator);
-    case 4:
-        return hand<FltRecordObject, I>(*this, &FltToInventor::visitObject, record, iterator);
-    case faceOpcode:
-        return visitNextSuccessiveFaces(iterator);
-    case 14:
-        return hand<FltRecordDOF, I>(*this, &FltToInventor::visitDOF, record, iterator);
-    case 63:
-        return hand<FltRecordExternalReference, I>(*this, &FltToInventor::visitExternalReference, record,
-                                                   iterator);
-    case 73:
-        return hand<FltRecordLOD, I>(*this, &FltToInventor::visitLOD, record, iterator);
-    case 95:
-        return hand<FltRecordText, I>(*this, &FltToInventor::visitText, record, iterator);
-    case 96:
-        return hand<FltRecordSwitch, I>(*this, &FltToInventor::visitSwitch, record, iterator);
-    case 98:
-        return hand<FltRecordClipRegion, I>(*this, &FltToInventor::visitClipRegion, record, iterator);
-    default:
-        return;
-    }
+    if (PrimaryHandler const handler = primaryRecords.find(record->getOpcode()))
+        handler(*this, record, iterator);
 }
 
 void FltToInventor::visitAncillaryRecord(FltRecord* /*record*/) {}
@@ -111,68 +218,30 @@ void FltToInventor::visitUnknownCategoryFltRecord(FltRecord* /*record*/) {}
 
 void FltToInventor::visitControlRecord(FltRecord* record)
 {
-    switch (record->getOpcode()) {
-    case pushOpcode:
-        return visitPushLevel();
-    case popOpcode:
-        return visitPopLevel();
-    case 61:
-        return hand(*this, &FltToInventor::visitInstanceReference, record);
-    case 62:
-        return hand(*this, &FltToInventor::visitInstanceDefinition, record);
-    default:
-        return;
-    }
+    if (ControlHandler const handler = controlRecords.find(record->getOpcode()))
+        handler(*this, record);
 }
 
 void FltToInventor::visitPaletteRecord(FltRecord* record)
 {
-    switch (record->getOpcode()) {
-    case 32:
-        return hand(*this, &FltToInventor::visitColorPalette, record);
-    case 64:
-        return hand(*this, &FltToInventor::visitTexturePattern, record);
-    case 66:
-        return hand(*this, &FltToInventor::visitOLDMaterialPalette, record);
-    case 67:
-        return hand(*this, &FltToInventor::visitVertexPalette, record);
-    case 68:
-        return hand(*this, &FltToInventor::visitVertexColor, record);
-    case 69:
-        return hand(*this, &FltToInventor::visitVertexColorNormal, record);
-    case 70:
-        return hand(*this, &FltToInventor::visitVertexColorNormalUV, record);
-    case 71:
-        return hand(*this, &FltToInventor::visitVertexColorUV, record);
-    case 97:
-        return hand(*this, &FltToInventor::visitLineStylePalette, record);
-    case 102:
-        return hand(*this, &FltToInventor::visitLightSourcePalette, record);
-    case 112:
-        return hand(*this, &FltToInventor::visitTextureMapping, record);
-    case 113:
-        return hand(*this, &FltToInventor::visitMaterial, record);
-    case 114:
-        return hand(*this, &FltToInventor::visitNamePalette, record);
-    default:
-        return;
-    }
+    if (PaletteHandler const handler = paletteRecords.find(record->getOpcode()))
+        handler(*this, record);
 }
 
 void FltToInventor::visitPushLevel()
 {
-    if (!vertexPropertiesFinalized)
-        finalizeVertexProperties();
-    nodesStack.push(current);
+    if (!state->vertices.isCut())
+        state->vertices.cut(state->result);
+    state->nodesStack.push(state->current);
 }
 
 void FltToInventor::visitPopLevel()
 {
-    if (nodesStack.empty())
+    if (state->nodesStack.empty())
         FltWarningMessageConsole::notifyMessage(
             "WARNING ! trying a pop() but stack is empty! (File corrupted ?)", 2, true);
     else
-        nodesStack.pop();
+        state->nodesStack.pop();
 }
 
 void FltToInventor::iterator2VectorOfAncillaryElements(std::vector<FltRecord*>& out, RecordIterator& iterator)
@@ -183,65 +252,26 @@ void FltToInventor::iterator2VectorOfAncillaryElements(std::vector<FltRecord*>& 
 
 void FltToInventor::visitAncillaryRecords(RecordIterator& iterator, SoGroup* group)
 {
-    std::vector<FltRecord*> elements;
-    iterator2VectorOfAncillaryElements(elements, iterator);
-    for (auto element = elements.begin(); element != elements.end();) {
-        FltRecord* const record = *element;
-        switch (record->getOpcode()) {
-        case 31:
-            hand(*this, &FltToInventor::visitComment, record, group);
-            break;
-        case 33:
-            hand<FltRecordLongID, SoNode*>(*this, &FltToInventor::visitLongID, record, group);
-            break;
-        case 49:
-            hand(*this, &FltToInventor::visitMatrix, record, group);
-            break;
-        case 51:
-            hand<FltRecordOldBoundingBox>(*this, &FltToInventor::visitBoundingBox, record);
-            break;
-        case 60:
-            if (auto const* const replicate = dynamic_cast<FltRecordReplicate const*>(record))
-                visitReplicate(replicate, group, element, elements, iterator);
-            break;
-        case 74:
-            hand<FltRecordBoundingBox>(*this, &FltToInventor::visitBoundingBox, record);
-            break;
-        case 78:
-            hand(*this, &FltToInventor::visitTranslate, record, group);
-            break;
-        case 79:
-            hand(*this, &FltToInventor::visitScaleNonUniform, record, group);
-            break;
-        case 80:
-            hand(*this, &FltToInventor::visitRotateAboutPoint, record, group);
-            break;
-        case 105:
-            hand(*this, &FltToInventor::visitBoundingVolumeSphere, record);
-            break;
-        case 106:
-            hand(*this, &FltToInventor::visitBoundingVolumeCylinder, record);
-            break;
-        case 108:
-            hand(*this, &FltToInventor::visitBoundingVolumeCenter, record);
-            break;
-        case 109:
-            hand(*this, &FltToInventor::visitBoundingVolumeOrientation, record);
-            break;
-        default:
-            break;
-        }
-        if (element != elements.end()) // a replication may have used them all
-            ++element;
+    AncillaryRun run{group, {}, {}, iterator};
+    iterator2VectorOfAncillaryElements(run.elements, iterator);
+    for (run.element = run.elements.begin(); run.element != run.elements.end();) {
+        if (AncillaryHandler const handler = ancillaryRecords.find((*run.element)->getOpcode()))
+            handler(*this, *run.element, run);
+        if (run.element != run.elements.end()) // a replication may have used them all
+            ++run.element;
     }
 }
 
 void FltToInventor::visitGroupChildren(RecordIterator& iterator)
 {
-    if (hierarchyDepth >= FltLimits::hierarchyDepth)
+    if (state->hierarchyDepth >= FltLimits::hierarchyDepth) {
+        state->warnings.notify("WARNING ! The hierarchy is nested deeper than " +
+                               std::to_string(FltLimits::hierarchyDepth) +
+                               " levels: what lies deeper is left out");
         return passOverLevel(iterator);
-    ++hierarchyDepth;
-    bool const hasLevel = *iterator != nullptr && (*iterator)->getOpcode() == pushOpcode;
+    }
+    ++state->hierarchyDepth;
+    bool const hasLevel = *iterator != nullptr && (*iterator)->getOpcode() == FltOpcode::pushLevel;
     if (!hasLevel) {
         visitPushLevel();
         visitPrimaryRecord(iterator);
@@ -249,10 +279,10 @@ void FltToInventor::visitGroupChildren(RecordIterator& iterator)
     }
     for (int level = 0; hasLevel && *iterator != nullptr; ++iterator) {
         int const opcode = (*iterator)->getOpcode();
-        if (opcode == pushOpcode) {
+        if (opcode == FltOpcode::pushLevel) {
             ++level;
             visitPushLevel();
-        } else if (opcode == popOpcode) {
+        } else if (opcode == FltOpcode::popLevel) {
             --level;
             visitPopLevel();
             if (level < 1)
@@ -263,37 +293,17 @@ void FltToInventor::visitGroupChildren(RecordIterator& iterator)
                 break;
         }
     }
-    --hierarchyDepth;
-}
-
-/// Leaves out what stands below a node that lies too deep: its level, up to the Pop that closes it. The
-/// records behind a node without a level are its siblings then.
-void FltToInventor::passOverLevel(RecordIterator& iterator)
-{
-    notifyOnce("WARNING ! The hierarchy is nested deeper than " + std::to_string(FltLimits::hierarchyDepth) +
-               " levels: what lies deeper is left out");
-    if (*iterator == nullptr)
-        return;
-    if ((*iterator)->getOpcode() != pushOpcode) {
-        --iterator;
-        return;
-    }
-    for (int level = 0; *iterator != nullptr; ++iterator) {
-        int const opcode = (*iterator)->getOpcode();
-        level += opcode == pushOpcode ? 1 : opcode == popOpcode ? -1 : 0;
-        if (level == 0)
-            return;
-    }
+    --state->hierarchyDepth;
 }
 
 void FltToInventor::visitHeader(FltRecordHeader const* record)
 {
-    if (result == nullptr)
-        result = new SoSeparator;
+    if (state->result == nullptr)
+        state->result = new SoSeparator;
+    SoSeparator* const result = state->result;
     result->ref();
     result->setName("root");
-    current = {result, {}, 0};
-    silence(result);
+    state->current = {result, {}, state->scene.silence(result)};
 
     double const scale = scaleOf(*record);
     if (scale != 1.0) {
@@ -312,7 +322,7 @@ void FltToInventor::visitHeader(FltRecordHeader const* record)
     auto* const normalBinding = new SoNormalBinding;
     normalBinding->value = SoNormalBinding::PER_VERTEX_INDEXED;
     result->addChild(normalBinding);
-    rgbMode = (record->flags >> 30 & 1) != 0;
+    state->rgbMode = (record->flags >> 30 & 1) != 0;
 }
 
 // Kept for the records that the scene has no use for: one operation each, so that a use has its place.

@@ -1,6 +1,5 @@
-#include "convert/FltToInventor.h"
-
 #include "convert/FltObjectToSoSeparator.h"
+#include "convert/FltToInventorState.h"
 #include "parser/FltCreationVisitor.h"
 #include "parser/FltParser.h"
 #include "records/FltOpcode.h"
@@ -36,7 +35,7 @@ void FltToInventor::visitNextSuccessiveFaces(RecordIterator& iterator)
     }
     records.push_back(&pop);
     records.push_back(nullptr);
-    SoGroup* destination = stackTop();
+    SoGroup* destination = state->stackTop();
     RecordIterator begin = records.begin();
     visitObjectFaceRecords(begin, 1.0F, destination);
 }
@@ -46,9 +45,10 @@ void FltToInventor::visitObjectFaceRecords(RecordIterator& iterator, float const
 {
     {
         FltObjectToSoSeparator object;
-        if (fltParser != nullptr && fltParser->getFltCreationVisitor() != nullptr) {
-            object.revision = fltParser->getFltCreationVisitor()->revision;
-            object.rgbMode = fltParser->getFltCreationVisitor()->rgbMode;
+        FltParser const* const parser = state->parser.get();
+        if (parser != nullptr && parser->getFltCreationVisitor() != nullptr) {
+            object.revision = parser->getFltCreationVisitor()->revision;
+            object.rgbMode = parser->getFltCreationVisitor()->rgbMode;
         }
         object.setCurrentIterator(iterator);
         object.setCurrentFltObjectTransparency(transparency);

@@ -1,9 +1,7 @@
 // The nodes of the hierarchy: groups, objects, levels of detail, switches and what decorates them.
 
-#include "convert/FltToInventor.h"
-
-#include "messages/FltLimits.h"
-#include "messages/FltWarningMessageConsole.h"
+#include "convert/FltToInventorState.h"
+#include "records/FltOpcode.h"
 #include "records/FltRecordClipRegion.h"
 #include "records/FltRecordComment.h"
 #include "records/FltRecordDOF.h"
@@ -17,8 +15,6 @@
 
 #include <Inventor/SbMatrix.h>
 #include <Inventor/SbPlane.h>
-#include <Inventor/SbViewportRegion.h>
-#include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/nodes/SoClipPlane.h>
 #include <Inventor/nodes/SoInfo.h>
 #include <Inventor/nodes/SoLOD.h>
@@ -26,18 +22,10 @@
 #include <Inventor/nodes/SoMatrixTransform.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoSwitch.h>
-#include <algorithm>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 
 namespace
 {
-
-constexpr int popOpcode = 11;
-constexpr char switchMark[] = "flt_switch";
-constexpr char switchInfoName[] = "SoInfo_child_of_FLT_switch";
-constexpr char noSwitchInfo[] = "No_SoInfo_switch_found";
 
 /// The text of an id field, which a zero ends only if there is room for one.
 template <std::size_t size>
@@ -54,194 +42,105 @@ Node* named(std::string const& name)
     return node;
 }
 
-bool isSwitchInfo(SoNode* node)
-{
-    return node->isOfType(SoInfo::getClassTypeId()) && node->getName() == SbName(switchInfoName);
-}
-
-bool isDigit(char character)
-{
-    return character >= '0' && character <= '9';
-}
-
-/// How many characters behind its first one a number takes. It is one too few for 10, for 100 to 109 and the
-/// like, so that their last digit is read again as a number of its own.
-int digitsToSkip(long number)
-{
-    int digits = 0;
-    for (; number > 10; number /= 10)
-        ++digits;
-    return digits;
-}
-
-/// The numbers in the text of a switch's masks. A -1 stands behind each of the first three; the bits follow.
-std::vector<std::int32_t> maskNumbersOf(char const* text)
-{
-    std::vector<std::int32_t> numbers;
-    int counter = 0;
-    for (; *text != '\0'; ++text) {
-        if (isDigit(*text)) {
-            long const number = std::strtol(text, nullptr, 10);
-            numbers.push_back(static_cast<std::int32_t>(number));
-            text += digitsToSkip(number);
-            ++counter;
-        } else if (!numbers.empty() && counter <= 3 && numbers.back() != -1) {
-            numbers.push_back(-1);
-        }
-    }
-    return numbers;
-}
-
-/// No list of a switch's numbers, and no number of children, comes near this.
-constexpr std::int64_t farFromAnyList = std::int64_t(1) << 40;
-
-/// Whether a switch draws its next child, when it has so many of them. What would be read outside the list is
-/// off.
-bool isBitSet(std::vector<std::int32_t> const& numbers, int switchChildren)
-{
-    if (numbers.size() < 3)
-        return false;
-    std::int64_t const currentMask = numbers[0];
-    std::int64_t const wordsPerMask = numbers[2];
-    std::int64_t const words = (currentMask + 1) * wordsPerMask;
-    if (std::abs(words) > farFromAnyList)
-        return false;
-    std::int64_t const index = words * 32 + 5 - switchChildren;
-    return index >= 0 && index < static_cast<std::int64_t>(numbers.size()) &&
-           numbers[static_cast<std::size_t>(index)] == 1;
-}
-
 SbVec3f centreOf(FltRecordLOD const& record)
 {
     return {static_cast<float>(record.XcenterCoordinate), static_cast<float>(record.YcenterCoordinate),
             static_cast<float>(record.ZcenterCoordinate)};
 }
 
+/// Calls an action for each line of a comment but the first, with the text from there to the end, and once
+/// more for the last line. For a comment of one line it is called with that line.
+template <class Action>
+void forEachCommentLine(std::string text, Action action)
+{
+    std::size_t start = 0;
+    for (std::size_t i = 0; i <= text.size(); ++i) { // the zero at its end is looked at too
+        if (text[i] == '\n' || text[i] == '\r') {
+            text[i] = '\0';
+            start = i + 1;
+            if (text[start] == '\n') {
+                ++i;
+                start = i + 1;
+            }
+            if (text[start] != '\0')
+                action(&text[start]);
+        } else if (text[i] == '\0' && text[start] != '\0') {
+            action(&text[start]);
+        }
+    }
+}
+
 } // namespace
 
-/// Hangs @p attached below the top of the stack, makes @p receiver, which is the same node or a child of it,
-/// the group that the next Push opens, and applies the ancillary records behind the record to it.
-void FltToInventor::openNode(SoGroup* attached, SoGroup* receiver, RecordIterator& iterator)
+void FltToInventor::State::openNode(FltToInventor& converter, SoGroup* attached, SoGroup* receiver,
+                                    RecordIterator& iterator)
 {
     current.group = receiver;
-    addSoGroupToNodesStackTop(attached);
+    converter.addSoGroupToNodesStackTop(attached);
     if (receiver != attached) {
-        silence(receiver);
+        current.order = scene.silence(receiver);
         ++current.place.depth;
     }
     ++iterator;
-    visitAncillaryRecords(iterator, receiver);
+    converter.visitAncillaryRecords(iterator, receiver);
 }
 
 void FltToInventor::addSoGroupToNodesStackTop(SoGroup* node)
 {
-    silence(node);
-    SoGroup* const top = stackTop();
+    state->current.order = state->scene.silence(node);
+    SoGroup* const top = state->stackTop();
     if (top == nullptr)
-        return keepUnattached(node);
-    bool const isInSwitch = std::strstr(top->getName().getString(), switchMark) != nullptr;
-    FltInstanceGraph::Place place = nodesStack.top().place;
+        return state->keepUnattached(node);
+    bool const isInSwitch = FltConvertedSwitch::isMarked(top);
+    FltInstanceAccount::Place place = state->nodesStack.top().place;
     place.depth += isInSwitch ? 2 : 1;
-    FltInstanceGraph::Answer const answer = instanceGraph.addNodes(place);
-    if (answer != FltInstanceGraph::Answer::fine) {
-        notifyRefusal(answer);
-        return keepUnattached(node);
-    }
-    current.place = place;
+    if (!state->instances.addNode(place))
+        return state->keepUnattached(node);
+    state->current.place = place;
     if (!isInSwitch) {
         top->addChild(node);
         return;
     }
     auto* const wrapper = named<SoSwitch>(std::string("child_of_") + top->getName().getString());
     wrapper->whichChild = isSoSwitchTraverseHisChildren(top) ? SO_SWITCH_ALL : SO_SWITCH_NONE;
-    silence(wrapper);
+    state->scene.silence(wrapper);
     wrapper->addChild(node);
     top->addChild(wrapper);
 }
 
-/// A node that hangs nowhere lives until the conversion ends.
-void FltToInventor::keepUnattached(SoNode* node)
+void FltToInventor::State::keepUnattached(SoNode* node)
 {
-    node->ref();
-    unattachedNodes.push_back(node);
-    current.place = {instanceGraph.addUnattachedScope(), 0};
+    unattachedNodes.emplace_back(node);
+    current.place = instances.openUnattachedScope();
 }
 
-/// The group that takes what comes next, or null with no level open. What the toolkit remembers of a box
-/// around it is forgotten: that happens when a level is opened again below a finished level of detail.
-SoGroup* FltToInventor::stackTop()
+SoGroup* FltToInventor::State::stackTop()
 {
     if (nodesStack.empty())
         return nullptr;
-    std::size_t const order = nodesStack.top().order;
-    auto const behind =
-        std::upper_bound(boxedNodes.begin(), boxedNodes.end(), order,
-                         [](std::size_t value, NodeRange const& range) { return value < range.end; });
-    if (behind != boxedNodes.end() && behind->begin <= order) {
-        for (std::size_t i = behind->begin; i < behind->end; ++i)
-            silencedNodes[i]->touch();
-        boxedNodes.erase(behind);
-    }
+    scene.forgetBox(nodesStack.top().order);
     return nodesStack.top().group;
-}
-
-/// A node that is told of a change tells all its parents. While the scene is built nobody listens, so the
-/// nodes keep it to themselves: otherwise each new node would cost a walk to the root.
-void FltToInventor::silence(SoNode* node)
-{
-    node->enableNotify(FALSE);
-    current.order = silencedNodes.size();
-    silencedNodes.push_back(node);
-}
-
-/// Has every node forget what it remembers of its children, and listen again.
-void FltToInventor::endSilence()
-{
-    for (SoNode* node : silencedNodes) {
-        node->touch();
-        node->enableNotify(TRUE);
-    }
-    silencedNodes.clear();
-    boxedNodes.clear();
-    if (result != nullptr)
-        result->touch();
-}
-
-void FltToInventor::notifyRefusal(FltInstanceGraph::Answer answer)
-{
-    switch (answer) {
-    case FltInstanceGraph::Answer::fine:
-        return;
-    case FltInstanceGraph::Answer::endless:
-        return notifyOnce("WARNING ! An instance holds a reference to itself, which is left out");
-    case FltInstanceGraph::Answer::tooDeep:
-        return notifyOnce("WARNING ! The scene is more than " + std::to_string(FltLimits::sceneDepth) +
-                          " nodes deep: what lies deeper is left out");
-    case FltInstanceGraph::Answer::tooLarge:
-        return notifyOnce("WARNING ! The instances of the file make a scene of more than " +
-                          std::to_string(FltLimits::sceneNodes) + " nodes: further ones are left out");
-    }
 }
 
 void FltToInventor::visitGroup(FltRecordGroup const* record, RecordIterator& iterator)
 {
     auto* const group = named<SoSeparator>(textOf(record->idASCII));
-    openNode(group, group, iterator);
+    state->openNode(*this, group, group, iterator);
     visitGroupChildren(iterator);
 }
 
 void FltToInventor::visitDOF(FltRecordDOF const* record, RecordIterator& iterator)
 {
     auto* const group = named<SoSeparator>(textOf(record->idASCII));
-    openNode(group, group, iterator);
+    state->openNode(*this, group, group, iterator);
     visitGroupChildren(iterator);
 }
 
 void FltToInventor::visitObject(FltRecordObject const* record, RecordIterator& iterator)
 {
     SoGroup* object = named<SoSeparator>(textOf(record->idASCII));
-    openNode(object, object, iterator);
-    if (*iterator != nullptr && (*iterator)->getOpcode() == popOpcode)
+    state->openNode(*this, object, object, iterator);
+    if (*iterator != nullptr && (*iterator)->getOpcode() == FltOpcode::popLevel)
         --iterator; // an empty object: the Pop closes the level around it
     else
         visitObjectFaceRecords(iterator, static_cast<float>(record->transparency), object);
@@ -250,19 +149,19 @@ void FltToInventor::visitObject(FltRecordObject const* record, RecordIterator& i
 void FltToInventor::visitText(FltRecordText const* record, RecordIterator& iterator)
 {
     auto* const group = named<SoSeparator>(textOf(record->idASCII));
-    openNode(group, group, iterator);
+    state->openNode(*this, group, group, iterator);
 }
 
 void FltToInventor::visitUnknownPrimaryRecord(FltRecordUnknown const* /*record*/, RecordIterator& iterator)
 {
     auto* const group = named<SoSeparator>("UnknownPrimaryRecord");
-    openNode(group, group, iterator);
+    state->openNode(*this, group, group, iterator);
 }
 
 void FltToInventor::visitClipRegion(FltRecordClipRegion const* record, RecordIterator& iterator)
 {
     auto* const group = named<SoSeparator>(textOf(record->idASCII));
-    openNode(group, group, iterator);
+    state->openNode(*this, group, group, iterator);
     for (int i = 0; i < FltRecordClipRegion::getUsedFlags(); ++i) {
         auto const coefficient = [&](int which) {
             return static_cast<float>(record->clipRegionCoefs[which][i]);
@@ -284,34 +183,19 @@ void FltToInventor::visitLOD(FltRecordLOD const* record, RecordIterator& iterato
     lod->range.set1Value(1, static_cast<float>(record->switchInDistance));
     auto* const children = named<SoSeparator>(name);
     children->ref();
-    std::int64_t const nodesBefore = instanceGraph.getNodes();
+    std::int64_t const nodesBefore = state->instances.getGraph().getNodes();
     RecordIterator const begin = iterator;
-    openNode(lod, children, iterator);
-    std::size_t const order = current.order;
+    state->openNode(*this, lod, children, iterator);
+    FltSilencedScene::Order const order = state->current.order;
     visitGroupChildren(iterator);
-    lod->addChild(minRangeLabel);
+    lod->addChild(state->minRangeLabel.get());
     lod->addChild(children);
     children->unref();
     SbVec3f const centre = lod->center.getValue();
     if (centre[0] == 0 && centre[1] == 0 && centre[2] == 0)
-        setCentreFromBox(lod, children, order, iterator - begin + instanceGraph.getNodes() - nodesBefore);
-    lod->addChild(maxRangeLabel);
-}
-
-/// @param order of the children's group among the silenced nodes
-/// @param steps about as many as the action takes; nested levels of detail pay anew for what they share
-void FltToInventor::setCentreFromBox(SoLOD* lod, SoGroup* children, std::size_t order, std::int64_t steps)
-{
-    references.lodCentreSteps += steps;
-    if (references.lodCentreSteps > FltLimits::lodCentreSteps)
-        return notifyOnce(
-            "WARNING ! Levels of detail are nested too deeply: some keep a centre of (0, 0, 0)");
-    SoGetBoundingBoxAction action{SbViewportRegion()};
-    action.apply(children);
-    lod->center = action.getBoundingBox().getCenter();
-    while (!boxedNodes.empty() && boxedNodes.back().begin >= order)
-        boxedNodes.pop_back();
-    boxedNodes.push_back({order, silencedNodes.size()});
+        state->lodCentres.setFromBox(*lod, children, order,
+                                     iterator - begin + state->instances.getGraph().getNodes() - nodesBefore);
+    lod->addChild(state->maxRangeLabel.get());
 }
 
 void FltToInventor::visitOLDLOD(FltRecordOLDLOD const* record, RecordIterator& iterator)
@@ -330,99 +214,50 @@ void FltToInventor::visitOLDLOD(FltRecordOLDLOD const* record, RecordIterator& i
 void FltToInventor::visitSwitch(FltRecordSwitch const* record, RecordIterator& iterator)
 {
     auto* const group = named<SoSeparator>(textOf(record->idASCII));
-    group->setName((std::string(group->getName().getString()) + "_(" + switchMark + ")").c_str());
+    group->setName(FltConvertedSwitch::markedName(group->getName().getString()).c_str());
     auto* info = new SoInfo;
     setFltSwitchPropertiesToSoInfo(info, record);
     group->addChild(info);
-    openNode(group, group, iterator);
+    state->openNode(*this, group, group, iterator);
     visitGroupChildren(iterator);
 }
 
 void FltToInventor::setFltSwitchPropertiesToSoInfo(SoInfo*& info, FltRecordSwitch const* record)
 {
-    info->setName(switchInfoName);
-    std::string text = "Current Mask:" + std::to_string(record->indexOfCurrentMask) +
-                       " NumberOfWordsPerMask:" + std::to_string(record->numberOf32BitWordsPerMask) +
-                       " numberOfMasks:" + std::to_string(record->numberOfMasks) + " Switch Masks:";
-    for (int word = 0; word < record->maskWordCount; ++word) {
-        auto const bits = static_cast<std::uint32_t>(record->masks[static_cast<std::size_t>(word)]);
-        for (int bit = 31; bit >= 0; --bit)
-            text += (bits >> bit & 1) != 0 ? "1 " : "0 ";
-        text += "  ";
-    }
-    info->string = text.c_str();
+    FltConvertedSwitch::fillInfo(*info, *record);
 }
 
 char const* FltToInventor::getInfoStringFromAConvertedFltSwitch(SoGroup* group) const
 {
-    for (int i = 0; i < group->getNumChildren(); ++i)
-        if (isSwitchInfo(group->getChild(i)))
-            return static_cast<SoInfo*>(group->getChild(i))->string.getValue().getString();
-    FltWarningMessageConsole::notifyMessage("ERROR ! SoInfo with switch properties not found", 3, true);
-    return noSwitchInfo;
+    SoInfo const* const info = FltConvertedSwitch::findInfo(group);
+    return info != nullptr ? info->string.getValue().getString() : "No_SoInfo_switch_found";
 }
 
 int FltToInventor::currentNumberOfSwitchChildren(SoGroup* group) const
 {
-    int count = 0;
-    for (int i = 0; i < group->getNumChildren(); ++i)
-        count += group->getChild(i)->isOfType(SoSwitch::getClassTypeId()) ? 1 : 0;
-    return count;
+    return FltConvertedSwitch::countChildren(group);
 }
 
 bool FltToInventor::isSoSwitchTraverseHisChildren(SoGroup* group) const
 {
-    // A conversion only ever adds children, and asks a switch of thousands once for each: parse its text once
-    // and count on from last time. At other times a group may have changed, or be another one.
-    if (!visitsRecords)
-        switchStates.clear();
-    SwitchState& state = switchStates[group];
-    for (; state.childrenSeen < group->getNumChildren(); ++state.childrenSeen) {
-        SoNode* const child = group->getChild(state.childrenSeen);
-        if (child->isOfType(SoSwitch::getClassTypeId()))
-            ++state.switchChildren;
-        else if (state.info == nullptr && isSwitchInfo(child)) {
-            state.info = static_cast<SoInfo*>(child);
-            state.maskNumbers = maskNumbersOf(state.info->string.getValue().getString());
-        }
-    }
-    if (state.info == nullptr)
-        FltWarningMessageConsole::notifyMessage("ERROR ! SoInfo with switch properties not found", 3, true);
-    return isBitSet(state.maskNumbers, state.switchChildren);
+    // A conversion only ever adds children, and asks a switch of thousands once for each. At other times a
+    // group may have changed, or be another one.
+    if (!state->visitsRecords)
+        state->switches.clear();
+    return state->switches[group].drawsNextChild(group);
 }
 
 void FltToInventor::visitComment(FltRecordComment const* record, SoGroup* group)
 {
-    std::string const text = record->textDescription.get();
-    std::unique_ptr<char[]> const copy(new char[text.size() + 2]());
-    std::memcpy(copy.get(), text.c_str(), text.size());
-    std::size_t const size = text.size() + 1;
-    std::size_t start = 0;
-    for (std::size_t i = 0; i < size; ++i) {
-        if (copy[i] == '\n' || copy[i] == '\r') {
-            copy[i] = '\0';
-            start = i + 1;
-            if (copy[start] == '\n') {
-                ++i;
-                start = i + 1;
-            }
-            if (copy[start] != '\0')
-                addCommentLine(&copy[start], group);
-        } else if (copy[i] == '\0' && copy[start] != '\0') {
-            addCommentLine(&copy[start], group);
-        }
-    }
-}
-
-void FltToInventor::addCommentLine(char const* text, SoGroup* group)
-{
-    // Every line holds the whole rest of its comment, so a long one multiplies.
-    if (references.commentText > FltLimits::commentText)
-        return notifyOnce("WARNING ! The file's comments are too long: some are left out");
-    references.commentText += std::strlen(text);
-    auto* const info = new SoInfo;
-    info->string = text;
-    group->addChild(info);
+    forEachCommentLine(record->textDescription.get(), [this, group](char const* line) {
+        // Every line holds the whole rest of its comment, so a long one multiplies.
+        if (state->shared.commentText.isExceeded())
+            return state->warnings.notify("WARNING ! The file's comments are too long: some are left out");
+        state->shared.commentText.spend(static_cast<std::int64_t>(std::strlen(line)));
+        auto* const info = new SoInfo;
+        info->string = line;
+        group->addChild(info);
+    });
 }
 
 void FltToInventor::visitLongID(FltRecordLongID const* record, SoNode* node)

@@ -1,12 +1,11 @@
 // Nodes that stand in more than one place, or come from another file.
 
-#include "convert/FltToInventor.h"
-
-#include "convert/FltNodeTable.h"
+#include "convert/FltToInventorState.h"
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
 #include "parser/FltParser.h"
+#include "records/FltOpcode.h"
 #include "records/FltRecordControl.h"
 #include "records/FltRecordExternalReference.h"
 #include "records/FltRecordReplicate.h"
@@ -14,16 +13,12 @@
 
 #include <Inventor/nodes/SoLabel.h>
 #include <Inventor/nodes/SoSeparator.h>
-#include <algorithm>
 #include <cstring>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace
 {
-
-constexpr int matrixOpcode = 49;
 
 /// Whether a file can be opened for reading. Unlike a stream this doesn't wait for the other end of a pipe.
 bool canOpen(char const* path)
@@ -34,6 +29,26 @@ bool canOpen(char const* path)
     return descriptor >= 0;
 }
 
+/// Gives back what references a node gets while this object lives. The header of a top-level file takes one
+/// for the caller; in an external file the graph holds the root.
+class ReferencesGivenBack
+{
+public:
+    explicit ReferencesGivenBack(SoNode* node) : node(node), before(node->getRefCount()) {}
+    ~ReferencesGivenBack()
+    {
+        while (node->getRefCount() > before)
+            node->unrefNoDelete();
+    }
+
+    ReferencesGivenBack(ReferencesGivenBack const&) = delete;
+    ReferencesGivenBack& operator=(ReferencesGivenBack const&) = delete;
+
+private:
+    SoNode* node;
+    int before;
+};
+
 } // namespace
 
 void FltToInventor::visitInstanceDefinition(FltRecordInstanceDefinition const* record)
@@ -41,48 +56,42 @@ void FltToInventor::visitInstanceDefinition(FltRecordInstanceDefinition const* r
     int const number = record->instanceDefinitionNumber;
     auto* const definition = new SoSeparator;
     definition->setName(("InstanceDefinition_" + std::to_string(number)).c_str());
-    enter<SoNode>(instanceDefinitions, number, definition);
+    State::OpenLevel& current = state->current;
     current.group = definition;
     addSoGroupToNodesStackTop(definition);
-    if (current.place.depth > 0)
-        current.place = {instanceGraph.addScope(current.place), 0};
-    instanceScopes[number] = current.place.scope;
+    current.place = state->instances.openScope(current.place);
+    state->instances.define(number, definition, current.place.scope);
 }
 
 void FltToInventor::visitInstanceReference(FltRecordInstanceReference const* record)
 {
-    int const number = record->instanceDefinitionNumber;
-    SoNode* const definition = instanceDefinitions[number];
-    SoGroup* const top = stackTop();
+    auto const* const definition = state->instances.findDefinition(record->instanceDefinitionNumber);
+    SoGroup* const top = state->stackTop();
     if (definition == nullptr || top == nullptr)
         return;
-    FltInstanceGraph::Place place = nodesStack.top().place;
+    FltInstanceAccount::Place place = state->nodesStack.top().place;
     ++place.depth;
-    FltInstanceGraph::Answer const answer = instanceGraph.place(instanceScopes[number], place);
-    if (answer == FltInstanceGraph::Answer::fine)
-        top->addChild(definition);
-    else
-        notifyRefusal(answer);
+    if (state->instances.place(definition->scope, place))
+        top->addChild(definition->node.get());
 }
 
 void FltToInventor::visitReplicate(FltRecordReplicate const* record, SoNode* node,
                                    std::vector<FltRecord*>::iterator& ancillary,
                                    std::vector<FltRecord*>& ancillaries, RecordIterator& iterator)
 {
-    SoGroup* const top = stackTop();
+    SoGroup* const top = state->stackTop();
     if (top == nullptr)
         return;
+    State::OpenLevel& current = state->current;
     auto* const replications = new SoSeparator;
     replications->setName("Replications");
-    std::size_t const order = current.order;
-    silence(replications);
-    current.order = order;
+    state->scene.silence(replications);
     top->addChild(replications);
 
-    FltInstanceGraph::Place place = nodesStack.top().place;
+    FltInstanceAccount::Place place = state->nodesStack.top().place;
     place.depth += 2;
     for (int counter = 0; counter < record->numberOfReplications; ++counter) {
-        if (++ancillary == ancillaries.end() || (*ancillary)->getOpcode() != matrixOpcode)
+        if (++ancillary == ancillaries.end() || (*ancillary)->getOpcode() != FltOpcode::matrix)
             return;
         // Matrices come in pairs: the first is tested, the second is applied.
         ++ancillary;
@@ -93,11 +102,9 @@ void FltToInventor::visitReplicate(FltRecordReplicate const* record, SoNode* nod
         if (matrix == nullptr)
             return;
         // From now on the node is a subtree that stands in several places.
-        if (current.place.depth > 0)
-            current.place = {instanceGraph.addScope(current.place), 0};
-        FltInstanceGraph::Answer const answer = instanceGraph.place(current.place.scope, place);
-        if (answer != FltInstanceGraph::Answer::fine)
-            return notifyRefusal(answer);
+        current.place = state->instances.openScope(current.place);
+        if (!state->instances.place(current.place.scope, place))
+            return;
         visitMatrix(matrix, replications);
         replications->addChild(node);
     }
@@ -110,81 +117,65 @@ void FltToInventor::visitExternalReference(FltRecordExternalReference const* rec
     auto* const label = new SoLabel;
     label->label = ("From OpenFlight File:  " + path).c_str();
     group->addChild(label);
-    openNode(group, group, iterator);
+    state->openNode(*this, group, group, iterator);
     if (path.empty()) {
         --iterator;
         return;
     }
 
-    char const* const directory = fltParser->getInput()->getDirName();
-    bool const isFromHere = path[0] == '.' && path.size() > 1 && (path[1] == '\\' || path[1] == '/');
-    std::string const fullPath = (directory != nullptr ? directory : "") + path.substr(isFromHere ? 2 : 0);
-    if (directory == nullptr || !canOpen(fullPath.c_str())) {
+    FltParser const* const parser = state->parser.get();
+    FltInput const* const input = parser != nullptr ? parser->getInput() : nullptr;
+    char const* const directory = input != nullptr ? input->getDirName() : nullptr;
+    std::string const fullPath = directory != nullptr ? FltExternalFiles::pathOf(directory, path) : "";
+    if (!canOpen(fullPath.c_str())) {
         std::string const text = "ERROR! CAN'T RESOLVE EXTERNAL REFERENCE: " + path;
         FltWarningMessageConsole::notifyMessage(FltWarningMessageConsole::keepText(text), 3, true);
         return;
     }
-    convertExternalFile(path, fullPath, group);
+    state->convertExternalFile(path, fullPath, group);
     --iterator;
 }
 
-void FltToInventor::convertExternalFile(std::string const& path, std::string const& fullPath, SoGroup* parent)
+void FltToInventor::State::convertExternalFile(std::string const& path, std::string const& fullPath,
+                                               SoGroup* parent)
 {
-    struct stat status;
-    auto const identity = ::stat(fullPath.c_str(), &status) == 0
-                              ? std::make_pair(status.st_dev, status.st_ino)
-                              : std::pair<dev_t, ino_t>();
-    auto& chain = references.chain;
-    if (std::find(chain.begin(), chain.end(), identity) != chain.end())
-        return notifyOnce(
+    FltReferenceChain& chain = shared.chain;
+    FltReferenceChain::Identity const identity =
+        FltReferenceChain::identityOf(fullPath.c_str()).value_or(FltReferenceChain::Identity());
+    if (chain.holds(identity))
+        return warnings.notify(
             "WARNING ! An external reference leads back to a file that it comes from and is left empty: " +
             path);
 
-    FltInstanceGraph::Place place = current.place;
+    FltInstanceAccount::Place place = current.place;
     ++place.depth;
-    std::string key = fullPath;
-    std::replace(key.begin(), key.end(), '\\', '/');
-    auto const loaded = externalReferences.find(key);
-    if (loaded != externalReferences.end()) {
-        ExternalFile const& file = externalFiles[key];
-        FltFileInput::tellOpening(key.c_str(), file.isOpen);
-        FltInstanceGraph::Answer const answer = instanceGraph.place(file.scope, place);
-        if (answer == FltInstanceGraph::Answer::fine)
-            parent->addChild(loaded->second);
-        return notifyRefusal(answer);
+    std::string const name = FltExternalFiles::nameOf(fullPath);
+    if (FltExternalFiles::File const* const known = externalFiles.find(name)) {
+        FltFileInput::tellOpening(name.c_str(), known->isOpen);
+        if (instances.place(known->scope, place))
+            parent->addChild(known->root);
+        return;
     }
-    int const depth = instanceGraph.depthOf(place);
-    if (chain.size() > FltLimits::externalReferenceDepth || depth >= FltLimits::sceneDepth)
-        return notifyOnce(
+    int const depth = instances.getGraph().depthOf(place);
+    if (chain.isFull() || depth >= FltLimits::sceneDepth)
+        return warnings.notify(
             "WARNING ! External references lead from file to file too often: one is left empty: " + path);
-    if (references.opened >= FltLimits::externalReferences)
-        return notifyOnce("WARNING ! The file has more than " +
-                          std::to_string(FltLimits::externalReferences) +
-                          " external references: further ones are left empty");
-    ++references.opened;
+    if (!chain.open())
+        return warnings.notify("WARNING ! The file has more than " +
+                               std::to_string(FltLimits::externalReferences) +
+                               " external references: further ones are left empty");
 
     FltFileInput input(fullPath.c_str());
     auto* const root = new SoSeparator;
     parent->addChild(root);
-    externalReferences[key] = root;
-
-    std::size_t const separator = path.find_last_of("/\\");
-    std::string nestedPath =
-        relativePath + (separator != std::string::npos ? path.substr(0, separator) + "/" : "");
-    int const referencesBefore = root->getRefCount();
-    chain.push_back(identity);
-    {
-        FltToInventor nested(references, depth, hierarchyDepth + 1);
-        nested.setRelativePath(nestedPath);
-        nested.setFltInputToconvert(&input);
-        nested.setResult(root);
-        nested.convert();
-        int const scope = instanceGraph.addFinishedScope(place, nested.instanceGraph.getDepth(),
-                                                         nested.instanceGraph.getNodes());
-        externalFiles[key] = {input.isInFlowCreated(), scope};
-    }
-    chain.pop_back();
-    // The header of a top-level file takes a reference for the caller. Here the graph holds the root.
-    while (root->getRefCount() > referencesBefore)
-        root->unrefNoDelete();
+    ReferencesGivenBack const references(root);
+    FltExternalFiles::File& file = externalFiles.add(name, root);
+    file.isOpen = input.isInFlowCreated();
+    FltReferenceChain::Link const link(chain, identity);
+    FltToInventor nested(std::make_unique<State>(shared, depth, hierarchyDepth + 1));
+    nested.state->relativePath = FltExternalFiles::relativePathOf(relativePath, path);
+    nested.setFltInputToconvert(&input);
+    nested.setResult(root);
+    nested.convert();
+    file.scope = instances.addFinishedScope(place, nested.state->instances);
 }

@@ -1,22 +1,13 @@
 // The tables of colours, materials, textures, line styles and names.
 
-#include "convert/FltToInventor.h"
-
 #include "convert/FltMaterialFields.h"
-#include "convert/FltNodeTable.h"
-#include "messages/FltLimits.h"
-#include "records/FltRecordColorPalette.h"
+#include "convert/FltToInventorState.h"
 #include "records/FltRecordLineStyle.h"
 #include "records/FltRecordMaterial.h"
 #include "records/FltRecordNamePalette.h"
 #include "records/FltRecordTexturePattern.h"
 
-#include <Inventor/nodes/SoDrawStyle.h>
-#include <Inventor/nodes/SoMaterial.h>
-#include <Inventor/nodes/SoTexture2.h>
-#include <algorithm>
 #include <cstring>
-#include <iterator>
 
 namespace
 {
@@ -24,17 +15,11 @@ namespace
 /// The format's shininess goes to 128, the toolkit's to 1.
 constexpr float shininessScale = 0.0078125F;
 
-/// The file's words have alpha in the top byte, the toolkit's have red there.
-std::uint32_t reversed(std::uint32_t word)
-{
-    return word << 24 | (word & 0xff00) << 8 | (word >> 8 & 0xff00) | word >> 24;
-}
-
 } // namespace
 
 void FltToInventor::visitColorPalette(FltRecordColorPalette const* record)
 {
-    std::transform(std::begin(record->color), std::end(record->color), std::begin(colorPalette), reversed);
+    state->palettes.colorPalette.assign(*record);
 }
 
 void FltToInventor::visitMaterial(FltRecordMaterial const* record)
@@ -48,7 +33,7 @@ void FltToInventor::visitMaterial(FltRecordMaterial const* record)
     fields.emissiveColor = SbColor(record->emissive);
     fields.shininess = record->shininess * shininessScale;
     fields.transparency = 1.0F - record->alpha;
-    fields.writeTo(*materialPalette, record->index);
+    fields.writeTo(*state->palettes.materialPalette, record->index);
 }
 
 void FltToInventor::visitOLDMaterialPalette(FltRecordOLDMaterialPalette const* record)
@@ -80,20 +65,20 @@ void FltToInventor::visitOLDMaterialPalette(FltRecordOLDMaterialPalette const* r
 void FltToInventor::visitTexturePattern(FltRecordTexturePattern const* record)
 {
     std::string const fileName(record->fileName, ::strnlen(record->fileName, sizeof record->fileName));
-    auto* const texture = new SoTexture2;
-    enter(texturePalette, record->patternIndex, texture);
-    texture->filename = (relativePath + fileName).c_str();
+    SoNodeRef<SoTexture2> const texture(new SoTexture2);
+    state->palettes.texturePalette[record->patternIndex] = texture;
+    texture->filename = (state->relativePath + fileName).c_str();
 }
 
 void FltToInventor::visitLineStylePalette(FltRecordLineStylePalette const* record)
 {
-    auto* const style = new SoDrawStyle;
+    SoNodeRef<SoDrawStyle> const style(new SoDrawStyle);
     style->lineWidth = static_cast<float>(record->lineWidth);
     style->linePattern = static_cast<unsigned short>(record->patternMask);
-    enter(lineStylePalette, record->lineStyleIndex, style);
+    state->palettes.lineStylePalette[record->lineStyleIndex] = style;
 }
 
 void FltToInventor::visitNamePalette(FltRecordNamePalette const* record)
 {
-    namePalette = record->setOfNames;
+    state->palettes.namePalette = record->setOfNames;
 }

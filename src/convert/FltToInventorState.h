@@ -1,0 +1,96 @@
+#pragma once
+
+#include "convert/FltAllowance.h"
+#include "convert/FltConvertedSwitch.h"
+#include "convert/FltExternalFiles.h"
+#include "convert/FltFaceResources.h"
+#include "convert/FltFileLog.h"
+#include "convert/FltInstanceAccount.h"
+#include "convert/FltLODCentres.h"
+#include "convert/FltOneTimeWarnings.h"
+#include "convert/FltPalettes.h"
+#include "convert/FltParserHolder.h"
+#include "convert/FltReferenceChain.h"
+#include "convert/FltSilencedScene.h"
+#include "convert/FltToInventor.h"
+#include "convert/FltVertexPalette.h"
+#include "messages/FltLimits.h"
+#include "toolkit/SoNodeRef.h"
+
+#include <Inventor/nodes/SoLabel.h>
+#include <stack>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+/// What one conversion holds.
+struct FltToInventor::State {
+    /// A node of the graph with its place in it.
+    struct OpenLevel {
+        SoGroup* group = nullptr;
+        FltInstanceAccount::Place place;
+        FltSilencedScene::Order order = 0;
+    };
+
+    /// What the conversions of a file and of all that it refers to have in common.
+    struct Shared {
+        FltReferenceChain chain;
+        FltAllowance commentText{FltLimits::commentText};
+        FltAllowance oldVertexIndices{FltLimits::oldVertexIndices};
+        FltAllowance lodCentreSteps{FltLimits::lodCentreSteps};
+    };
+
+    State() : shared(ownShared), instances(warnings) {}
+
+    /// For the conversion of an external file.
+    State(Shared& shared, int depthAbove, int hierarchyDepth)
+        : shared(shared), instances(warnings, depthAbove), hierarchyDepth(hierarchyDepth)
+    {
+    }
+
+    State(State const&) = delete;
+    State& operator=(State const&) = delete;
+
+    /// Hangs @p attached below the top of the stack, makes @p receiver, which is the same node or a child of
+    /// it, the group that the next Push opens, and applies the ancillary records after the record to it.
+    void openNode(FltToInventor& converter, SoGroup* attached, SoGroup* receiver, RecordIterator& iterator);
+
+    /// The group that takes what comes next, or null with no level open. What the toolkit remembers of a box
+    /// around it is forgotten: that happens when a level is opened again below a finished level of detail.
+    SoGroup* stackTop();
+
+    /// A node that hangs nowhere lives until the conversion ends.
+    void keepUnattached(SoNode* node);
+
+    /// Hangs the scene of an external file below @p parent, or reports why not.
+    void convertExternalFile(std::string const& path, std::string const& fullPath, SoGroup* parent);
+
+    Shared ownShared;
+    Shared& shared;
+
+    FltFileLog log;
+    FltParserHolder parser;
+
+    SoSeparator* result = nullptr;
+    bool allFltRecordsVisited = false;
+    bool visitsRecords = false; ///< While the nodes of a whole file are built.
+    bool rgbMode = false;
+    std::string relativePath;
+    SoNodeRef<SoLabel> minRangeLabel{new SoLabel};
+    SoNodeRef<SoLabel> maxRangeLabel{new SoLabel};
+
+    FltPalettes palettes;
+    FltVertexPalette vertices{palettes.colorPalette};
+    FltFaceResources faceResources{vertices, palettes, shared.oldVertexIndices};
+
+    std::stack<OpenLevel> nodesStack; ///< The open levels of the hierarchy.
+    OpenLevel current;                ///< The group that the next Push opens.
+    std::vector<SoNodeRef<SoNode>> unattachedNodes;
+    FltSilencedScene scene;
+    std::unordered_map<SoGroup*, FltConvertedSwitch> switches; ///< Those that were asked for a child.
+    FltOneTimeWarnings warnings;
+    FltLODCentres lodCentres{scene, shared.lodCentreSteps, warnings};
+    FltInstanceAccount instances;
+    FltExternalFiles externalFiles;
+    int hierarchyDepth = 0;
+};

@@ -1,0 +1,147 @@
+#pragma once
+
+#include "convert/VertexEntry.h"
+#include "toolkit/SoNodeRef.h"
+
+#include <Inventor/SbVec2f.h>
+#include <Inventor/SbVec3f.h>
+#include <Inventor/nodes/SoVertexProperty.h>
+#include <array>
+#include <cstdint>
+#include <map>
+
+class FltColorPalette;
+class FltRecordVertexColor;
+class SoGroup;
+
+/// The vertices of one file: a vertex property for each of the four forms that a vertex may have, and the map
+/// from the offsets by which faces name their vertices to the places where they went.
+///
+/// The properties have room for many vertices from the start and are written through plain pointers. They are
+/// silent until close(): to notify anybody of each value would cost a walk over every shape that uses them.
+class FltVertexPalette
+{
+public:
+    /// The forms by their position in the table, which is one lower than their property id.
+    enum Position : int { color, colorNormal, colorUV, colorNormalUV };
+    static constexpr int formCount = 4;
+
+    /// The property id of what isn't one of the four.
+    static constexpr int undefinedPropertyId = 5;
+
+    static constexpr int idOf(Position form) { return form + 1; }
+
+    /// Where the values of a form are written: the storage of its fields, with the number of values there.
+    struct FieldPointers {
+        SbVec3f* vertex = nullptr;
+        SbVec3f* normal = nullptr;
+        SbVec2f* texCoord = nullptr;
+        std::uint32_t* orderedRGBA = nullptr;
+        int vertexNum = 0;
+        int normalNum = 0;
+        int texCoordNum = 0;
+        int orderedRGBANum = 0;
+    };
+
+    /// Everything about a form.
+    struct Form {
+        int id; ///< Of its property.
+        bool hasNormal;
+        bool hasTexture;
+        char const* propertyName;
+        char const* materialSetName; ///< Of the materials of its faces.
+        char const* subFaceMaterialSetName;
+        char const* faceSetName; ///< Of its face sets, those of sub-faces too.
+
+        /// The form into whose property the coordinates go from the first growth on. Where it is another one,
+        /// the own property keeps zeros there.
+        Position coordinatesAfterGrowth;
+
+        SoNodeRef<SoVertexProperty> property = {};
+        int capacity = 0;
+        int count = 0;         ///< Vertices so far.
+        int highestIndex = -1; ///< That a face names.
+        FieldPointers pointers = {};
+        Position coordinates = {}; ///< The form into whose property the coordinates go now.
+    };
+
+    explicit FltVertexPalette(FltColorPalette const& colors);
+    ~FltVertexPalette() = default;
+
+    FltVertexPalette(FltVertexPalette const&) = delete;
+    FltVertexPalette& operator=(FltVertexPalette const&) = delete;
+
+    /// Adds the next vertex of the file.
+    /// @param normal, texture null where the form has none
+    void add(Position form, FltRecordVertexColor const& record, float const* normal, float const* texture);
+
+    /// Adds a vertex of the form with normal and UV, made of a vertex of any form and a normal. All colours
+    /// of that form are dropped.
+    /// @return its index
+    int addCopy(int sourceId, int sourceIndex, SbVec3f const& normal);
+
+    /// An offset as a vertex list holds it, filled up to the width of offsets by its sign.
+    static unsigned long offsetOf(int offset)
+    {
+        return static_cast<unsigned long>(static_cast<long>(offset));
+    }
+
+    /// The vertex at a byte offset. An unknown offset enters the map with a default entry.
+    VertexEntry& entryAt(unsigned long offset);
+
+    std::array<Form, formCount> const& getForms() const { return forms; }
+
+    /// @param id from 1 to 4
+    Form const& getForm(int id) const { return forms[static_cast<std::size_t>(id - 1)]; }
+
+    /// The form of a property, or null.
+    Form const* findForm(SoVertexProperty const* property) const;
+
+    /// The property of an id. Another id than 1 to 4 gives the first, and a message.
+    SoVertexProperty* getProperty(int id) const;
+
+    /// The id of a property. Another node gives undefinedPropertyId, and a message.
+    int getId(SoVertexProperty const* property) const;
+
+    /// Remembers that a face names the vertices of a property up to @p index.
+    void noteIndex(int id, int index);
+
+    /// Whether cut() has been called.
+    bool isCut() const { return vertexPropertiesFinalized; }
+
+    /// Cuts the properties to the vertices that they hold, drops all colours, and hangs the properties that
+    /// hold any below @p root, where no traversal meets them. The root may be null.
+    void cut(SoGroup* root);
+
+    /// Ends a conversion: no value stays undefined, all that faces name can be read, and the properties
+    /// notify the scene of what was written.
+    void close();
+
+    /// Prints the map from offsets to vertices to std::cout, at most @p limit lines if that is above 0.
+    void show(int limit) const;
+
+    /// Vertices of each form that a new palette has room for before the form grows. Tests make it small, so
+    /// that small databases grow.
+    static int initialCapacity;
+
+private:
+    Form& at(Position form) { return forms[static_cast<std::size_t>(form)]; }
+    std::uint32_t packedColorOf(Position form, FltRecordVertexColor const& record) const;
+
+    FltColorPalette const& colors;
+    std::map<unsigned long, VertexEntry> offsetToVertexEntryMap;
+    std::map<unsigned long, VertexEntry>::iterator lastEntry = offsetToVertexEntryMap.end();
+    unsigned long nextVertexOffset = 8; ///< Offsets count from the head of the palette, which is that long.
+    bool vertexPropertiesFinalized = false;
+
+    std::array<Form, formCount> forms = {{
+        {1, false, false, "vertexColorProperty", "faceVertexColorSoMaterialSet",
+         "subFaceVertexColorSoMaterialSet", "SoIFSVertexColor", colorUV},
+        {2, true, false, "vertexColorNormalProperty", "faceVertexColorNormalSoMaterialSet",
+         "subFaceVertexColorNormalSoMaterialSet", "SoIFSVertexColorNormal", colorNormalUV},
+        {3, false, true, "vertexColorUVProperty", "faceVertexColorUVSoMaterialSet",
+         "subFaceVertexColorUVSoMaterialSet", "SoIFSVertexColorUV", colorUV},
+        {4, true, true, "vertexColorNormalUVProperty", "faceVertexColorNormalUVSoMaterialSet",
+         "subFaceVertexColorNormalUVSoMaterialSet", "SoIFSVertexColorNormalUV", colorNormalUV},
+    }};
+};
