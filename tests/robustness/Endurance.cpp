@@ -28,6 +28,17 @@ void forEachRecord(std::string const& bytes, Visit const& visit)
 
 } // namespace
 
+std::vector<FltTopic> const& topics()
+{
+    static std::vector<FltTopic> const all = everyTopicInBrief(1570);
+    return all;
+}
+
+std::string nameOfTopic(testing::TestParamInfo<std::size_t> const& info)
+{
+    return topics()[info.param].name;
+}
+
 Endured endure(std::string const& bytes, bool countsRecords)
 {
     Endured endured;

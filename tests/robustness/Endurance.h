@@ -1,11 +1,13 @@
 #pragma once
 
 #include "support/SmallVertexPalettes.h"
-#include "writer/FltWriter.h"
+#include "writer/EveryRecord.h"
 
 #include <Inventor/errors/SoDebugError.h>
 #include <cstddef>
+#include <gtest/gtest.h>
 #include <string>
+#include <vector>
 
 #ifdef __SANITIZE_ADDRESS__
 constexpr bool isSanitized = true;
@@ -30,6 +32,12 @@ private:
     SoErrorCB* callback;
     void* data;
 };
+
+/// Databases that hold every record of the format, to be broken byte by byte.
+std::vector<FltTopic> const& topics();
+
+/// The name of one of them, for a test that is made for each.
+std::string nameOfTopic(testing::TestParamInfo<std::size_t> const& info);
 
 /// What a conversion of a broken database came to.
 struct Endured {

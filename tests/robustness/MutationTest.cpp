@@ -17,12 +17,6 @@ namespace
 constexpr std::size_t mostOfALog = 8U << 20;
 constexpr std::size_t mostOfAScene = 8U << 20;
 
-std::vector<FltTopic> const& topics()
-{
-    static std::vector<FltTopic> const all = everyTopicInBrief(1570);
-    return all;
-}
-
 /// The records that a well-formed database is made of.
 std::vector<std::string> recordsOf(std::string const& bytes)
 {
@@ -46,11 +40,6 @@ protected:
     SmallVertexPalettes const small{4};
     FltTopic const& topic = topics()[GetParam()];
 };
-
-std::string nameOfTopic(testing::TestParamInfo<std::size_t> const& info)
-{
-    return topics()[info.param].name;
-}
 
 class RandomDatabaseTest : public testing::TestWithParam<unsigned>
 {
