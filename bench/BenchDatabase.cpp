@@ -75,9 +75,7 @@ public:
         patch(record, normalOffset,
               FltWriter::bigFloat(-slopeX / norm) + FltWriter::bigFloat(-slopeY / norm) +
                   FltWriter::bigFloat(1.0 / norm));
-        patch(
-            record, colorOffset,
-            FltWriter::big32(static_cast<long>(0xff204000 + static_cast<unsigned>(column * 7 + row) % 256)));
+        patch(record, colorOffset, FltWriter::big32(0xff204000L + (column * 7 + row) % 256));
         return record;
     }
 
@@ -121,7 +119,10 @@ std::size_t BenchDatabase::write(std::string const& path, int vertexCount)
             std::string name = "o" + std::to_string(i / facesInObject % 1000000);
             name.resize(8);
             patch(object, nameOffset, name);
-            file.put((i > 0 ? pop : "") + object + push);
+            if (i > 0)
+                file.put(pop);
+            file.put(object);
+            file.put(push);
         }
         std::string offsets;
         for (int corner = 0; corner < verticesInFace; ++corner) {
@@ -129,7 +130,10 @@ std::size_t BenchDatabase::write(std::string const& path, int vertexCount)
             offset += static_cast<long>(terrain.vertexSize());
         }
         patch(list, listOffset, offsets);
-        file.put(face + push + list + pop);
+        file.put(face);
+        file.put(push);
+        file.put(list);
+        file.put(pop);
     }
     file.put(pop + pop + pop);
     return file.size;

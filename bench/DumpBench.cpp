@@ -46,7 +46,7 @@ void add(std::string const& name, Values<Value> values, Line line)
     };
     benchmark::RegisterBenchmark((name + "/dump").c_str(), [byDump](benchmark::State& state) {
         LogTarget log;
-        for (auto _ : state)
+        for ([[maybe_unused]] auto _ : state)
             byDump(log.stream);
         state.SetItemsProcessed(state.iterations() * std::int64_t(valueCount));
         state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(textOf(byDump).size()));
@@ -63,7 +63,7 @@ void addNumbers(std::string const& name, Values<Value> values)
     add(name, values, [](std::ostream& os, Value value) { FltDump(os).line("Xcoordinate: ", value); });
     benchmark::RegisterBenchmark((name + "/operators").c_str(), [values](benchmark::State& state) {
         LogTarget log;
-        for (auto _ : state)
+        for ([[maybe_unused]] auto _ : state)
             for (Value const& value : values)
                 log.stream << "Xcoordinate: " << value << std::endl;
         state.SetItemsProcessed(state.iterations() * std::int64_t(valueCount));

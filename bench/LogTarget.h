@@ -38,7 +38,7 @@ inline void writePlainly(benchmark::State& state, std::string const& text)
     double const pieces = static_cast<double>(block.size()) / static_cast<double>(text.size());
     int const file = open("/dev/null", O_WRONLY | O_CLOEXEC);
     std::string room(block.size(), '\0');
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         block.copy(room.data(), block.size());
         benchmark::DoNotOptimize(write(file, room.data(), room.size()));
     }

@@ -52,7 +52,7 @@ void make(benchmark::State& state, std::string const& bytes)
     Flt_15_7_CreationVisitor visitor;
     visitor.revision = revision;
     FltRawData raw;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         assign(raw, bytes, visitor);
         FltRecord* record = nullptr;
         visitor.visitFltRawData(record, &raw);
@@ -78,7 +78,7 @@ void decode(benchmark::State& state, std::string const& bytes)
     Flt_15_7_CreationVisitor::forgetPrevious();
     std::unique_ptr<FltRecord> const record(made);
     std::cout.rdbuf(before);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         record->getPropertiesFromData(raw.data);
         benchmark::ClobberMemory();
     }
@@ -90,7 +90,7 @@ void addRead(std::string const& name, int size, Read read)
 {
     benchmark::RegisterBenchmark(("FltUtils/" + name).c_str(), [size, read](benchmark::State& state) {
         std::string bytes(4096, '\x3f');
-        for (auto _ : state) {
+        for ([[maybe_unused]] auto _ : state) {
             char* cursor = bytes.data();
             char* const end = cursor + bytes.size();
             while (cursor != end)

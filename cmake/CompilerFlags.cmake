@@ -1,4 +1,4 @@
-# Warnings and sanitizers, for every target of the project.
+# Warnings and sanitizers, for every target of the project when it is built by itself.
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual
                     $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local>)

@@ -8,7 +8,7 @@ install(TARGETS velloreader EXPORT VelloReader LIBRARY DESTINATION ${CMAKE_INSTA
 install(FILES $<TARGET_FILE_DIR:velloreader>/libzov.inventor.io.flt DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(TARGETS SoFLTFileKit LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 
-# The programs find the library beside them, wherever the prefix is. Package.cmake takes this away again.
+# The programs find the library beside them, wherever the prefix is. PreparePackage.cmake takes this away again.
 if(TARGET flt2iv)
   file(RELATIVE_PATH library_from_programs /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
   set_target_properties(flt2iv fltshot PROPERTIES INSTALL_RPATH "$ORIGIN/${library_from_programs}")
@@ -42,24 +42,17 @@ configure_file(cmake/velloreader.pc.in velloreader.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/velloreader.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 # Python
-install(FILES python/velloreader/__init__.py python/velloreader/py.typed
+configure_file(python/velloreader/__init__.py python/velloreader/__init__.py @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/python/velloreader/__init__.py python/velloreader/py.typed
         DESTINATION ${VELLOREADER_PYTHON_DIR}/velloreader)
 install(TARGETS velloreader_python LIBRARY DESTINATION ${VELLOREADER_PYTHON_DIR}/velloreader)
 
-# Manual pages, compressed and without a time stamp, so that equal sources give equal files
-find_program(GZIP_PROGRAM gzip REQUIRED)
-function(install_compressed source name destination)
-  set(result ${PROJECT_BINARY_DIR}/compressed/${name}.gz)
-  add_custom_command(OUTPUT ${result} DEPENDS ${source} VERBATIM
-    COMMAND ${CMAKE_COMMAND} -E make_directory ${PROJECT_BINARY_DIR}/compressed
-    COMMAND ${CMAKE_COMMAND} -E copy ${source} ${PROJECT_BINARY_DIR}/compressed/${name}
-    COMMAND ${GZIP_PROGRAM} -9nf ${PROJECT_BINARY_DIR}/compressed/${name})
-  add_custom_target(compress_${name} ALL DEPENDS ${result})
-  install(FILES ${result} DESTINATION ${destination})
-endfunction()
+# Manual pages
 if(TARGET flt2iv)
-  install_compressed(${PROJECT_SOURCE_DIR}/man/flt2iv.1 flt2iv.1 ${CMAKE_INSTALL_MANDIR}/man1)
-  install_compressed(${PROJECT_SOURCE_DIR}/man/fltshot.1 fltshot.1 ${CMAKE_INSTALL_MANDIR}/man1)
+  foreach(page flt2iv.1 fltshot.1)
+    configure_file(man/${page}.in man/${page} @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/man/${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  endforeach()
 endif()
 
 # What desktops know of the format
@@ -67,5 +60,4 @@ install(FILES share/mime/packages/velloreader.xml DESTINATION ${CMAKE_INSTALL_DA
 
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/velloreader)
 install(FILES packaging/copyright DESTINATION ${documents})
-install_compressed(${PROJECT_SOURCE_DIR}/CHANGELOG.md changelog ${documents})
-install_compressed(${PROJECT_SOURCE_DIR}/packaging/changelog changelog.Debian ${documents})
+install(FILES CHANGELOG.md DESTINATION ${documents} RENAME changelog)

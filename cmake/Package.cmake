@@ -6,8 +6,6 @@ set(CPACK_PACKAGE_CONTACT "VelloReader maintainers <maintainers@velloreader.exam
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/PreparePackage.cmake)
-set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
-    WORLD_READ WORLD_EXECUTE)
 
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
@@ -17,9 +15,15 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # The library's name in the programs has no version, and no other package that would own it.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 set(CPACK_DEBIAN_PACKAGE_DEPENDS python3)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "libcoin-dev, libsimage20, python3-pivy")
+# The toolkit loads images by the library's name without a version, which only the development package has.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "libcoin-dev, libsimage-dev, python3-pivy")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/triggers)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+# Files for Debian alone, which PreparePackage.cmake adds
+configure_file(packaging/changelog.in packaging/changelog.Debian @ONLY)
+set(CPACK_VELLOREADER_CHANGELOG ${PROJECT_BINARY_DIR}/packaging/changelog.Debian)
+set(CPACK_VELLOREADER_OVERRIDES ${PROJECT_SOURCE_DIR}/packaging/lintian-overrides)
+
 # The first line of the description is the project's.
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "VelloReader reads OpenFlight databases (.flt), the usual format of flight and
 driving simulators for terrain, buildings and vehicles, into scene graphs of

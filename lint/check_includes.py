@@ -6,13 +6,15 @@
 Prints every include that runs the wrong way, with its file and line, and exits with 1 if there is one.
 """
 
+from __future__ import annotations
+
 import pathlib
 import re
 import sys
 
-# What the files of a folder may include from, beside their own folder. The table reads from the ground floor up: a
-# folder names only those that stand above it in the table.
-MAY_INCLUDE = {
+# What the files of a folder may include from, beside their own folder. The table reads from the ground floor
+# up: a folder names only those that stand above it in the table.
+MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "src/toolkit": (),
     "src/dump": ("src/toolkit",),
     "src/messages": ("src/toolkit", "src/dump"),
@@ -27,6 +29,14 @@ MAY_INCLUDE = {
     "writer": (),
     "examples": ("writer", "tools", "src/toolkit", "src/plugin"),
 }
+# Tests, benchmarks and the fuzzer look into every class of the library.
+LIBRARY = tuple(folder for folder in MAY_INCLUDE if folder.startswith("src/"))
+MAY_INCLUDE |= {
+    "tests/support": (*LIBRARY, "writer"),
+    "tests": (*LIBRARY, "writer", "tests/support"),
+    "bench": (*LIBRARY, "writer", "tests/support"),
+    "fuzz": (*LIBRARY, "writer", "tests/support"),
+}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"')
 
@@ -40,8 +50,8 @@ def folder_of(path: pathlib.PurePath) -> str:
 
 
 def target_of(include: str, source: pathlib.PurePath, root: pathlib.Path) -> pathlib.PurePath | None:
-    """The file that an include names: beside its source, or below one of the folders that compilers search."""
-    for base in (source.parent, *map(pathlib.PurePath, ("src", "tools", "."))):
+    """The file that an include names: beside its source, or below a folder that compilers search."""
+    for base in (source.parent, *map(pathlib.PurePath, ("src", "tools", "tests", "."))):
         if (root / base / include).is_file():
             return base / include
     return None
@@ -74,9 +84,10 @@ def check(root: pathlib.Path) -> list[str]:
     unknown = {f"src/{entry.name}" for entry in (root / "src").iterdir() if entry.is_dir()} - set(above)
     problems += [f"{folder} has no line in the table" for folder in sorted(unknown)]
     for folder in MAY_INCLUDE:
-        sources = sorted(path for ending in ("*.h", "*.cpp") for path in (root / folder).rglob(ending))
-        for source in sources:
-            problems += problems_of(pathlib.PurePath(source.relative_to(root)), root)
+        sources = (path for ending in ("*.h", "*.cpp") for path in (root / folder).rglob(ending))
+        for source in sorted(path.relative_to(root) for path in sources):
+            if folder_of(source) == folder:
+                problems += problems_of(source, root)
     return problems
 
 

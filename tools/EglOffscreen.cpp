@@ -10,7 +10,7 @@
 namespace
 {
 
-/// The connection to EGL, opened on first use and held until the process ends.
+/// The connection to EGL, opened on first use and kept until the process ends.
 struct Connection {
     EGLDisplay display = EGL_NO_DISPLAY;
     EGLConfig config = nullptr;

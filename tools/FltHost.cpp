@@ -19,7 +19,7 @@
 namespace
 {
 
-/// Swallows what a stream writes.
+/// A buffer that drops all output.
 class SilentBuffer : public std::streambuf
 {
 protected:
@@ -108,7 +108,7 @@ private:
     std::streambuf* before;
 };
 
-/// Throws what is to be said of a file that can't be opened.
+/// Throws an error that explains why a file can't be opened.
 void checkReadable(std::string const& path)
 {
     std::error_code ignored;
@@ -122,7 +122,7 @@ void checkReadable(std::string const& path)
         throw FltHostError(path + ": not a regular file. Save the database into a file first.");
 }
 
-/// Why the library made nothing of a file.
+/// Why the library couldn't convert a file.
 std::string whyNotOpenFlight(std::string const& path)
 {
     unsigned char head[16] = {};
@@ -176,7 +176,7 @@ void FltHost::warn(std::string const& text) const
 void FltHost::takeToolkitMessage(SoError const* message, void* host)
 {
     std::string text = message->getDebugString().getString();
-    // An off-screen context without an X server makes the toolkit say this once; nothing follows from it.
+    // With an off-screen context and no X server the toolkit posts this once; it has no consequences.
     if (text.find("glxglue_isdirect") != std::string::npos)
         return;
     while (!text.empty() && text.back() == '\n')
@@ -205,7 +205,7 @@ SoSeparator* FltHost::load(std::string const& path)
         messages.finish();
     }
 
-    // Nobody holds the separator of a file that wasn't converted.
+    // The separator of a file that wasn't converted has no reference.
     if (root != nullptr && root->getRefCount() == 0) {
         root->ref();
         root->unref();

@@ -26,7 +26,7 @@ public:
     /// Exit codes of every program.
     enum ExitCode { success = 0, failed = 1, wrongUsage = 2 };
 
-    /// Readies the toolkit, and takes its messages over.
+    /// Initialises the toolkit, and handles its messages from now on.
     /// @param quiet leaves remarks and warnings out; errors are always shown
     explicit FltHost(std::string programName, bool quiet = false);
     ~FltHost();
@@ -34,7 +34,7 @@ public:
     FltHost(FltHost const&) = delete;
     FltHost& operator=(FltHost const&) = delete;
 
-    /// Converts a database. Its directory joins those in which the toolkit looks for textures.
+    /// Converts a database. Its directory is added to those in which the toolkit looks for textures.
     /// @return the root of the scene graph, with one reference that is the caller's
     /// @throw FltHostError if the file can't be read as OpenFlight
     SoSeparator* load(std::string const& path);
@@ -62,7 +62,7 @@ public:
         return failed;
     }
 
-    /// The name as the library wants it: with a directory, so that external references are found.
+    /// The name as the library needs it: with a directory, so that external references are found.
     static std::string withDirectory(std::string const& path);
 
 private:

@@ -25,5 +25,6 @@ struct Picture {
     std::vector<unsigned char> pixels;
 };
 
-/// Writes a picture as a PNG file. @return an empty text, or why it can't be written
+/// Writes a picture as a PNG file.
+/// @return an empty text, or why it can't be written
 std::string writePng(Picture const& picture, std::string const& path);

@@ -30,7 +30,7 @@ constexpr char footer[] =
     "  flt2iv -o airfield.iv airfield.flt  write it into a file\n"
     "  flt2iv -b -o airfield.iv tower.flt  the same, smaller and faster to load\n"
     "\n"
-    "A listing of every record in the database goes to IN.flt.log, beside the input. Files that\n"
+    "A listing of every record in the database goes to IN.flt.log, next to the input. Files that\n"
     "the database refers to are converted with it. Textures are named in the result, not copied:\n"
     "keep IN.flt and the result in the same directory.\n"
     "\n"
@@ -83,7 +83,7 @@ void writeToFile(SoNode* root, std::string const& name, bool binary)
     failToWrite(name, reason);
 }
 
-/// Says what is wrong with a command line that can be parsed, or nothing.
+/// What is wrong with a command line that can be parsed, or an empty text.
 std::string misuse(Options const& options)
 {
     if (options.output == "-")

@@ -44,7 +44,7 @@ constexpr char footer[] =
     "  fltshot airfield.flt -o top.png --from 180,89    straight from above, north at the top\n"
     "  fltshot wand.flt -o icon.png --size 128x128      a thumbnail\n"
     "\n"
-    "A listing of every record in the database goes to IN.flt.log, beside the input.\n"
+    "A listing of every record in the database goes to IN.flt.log, next to the input.\n"
     "\n"
     "Exit codes: 0 done, 1 the file can't be read, drawn or written, 2 wrong usage.";
 
@@ -68,7 +68,8 @@ float radians(float degrees)
     return degrees * static_cast<float>(M_PI / 180);
 }
 
-/// Reads the size and the direction from their texts. @return what is wrong, or nothing
+/// Reads the size and the direction from their texts.
+/// @return what is wrong, or an empty text
 std::string readTexts(Options& options)
 {
     char rest;

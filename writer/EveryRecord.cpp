@@ -55,6 +55,7 @@ Fields fieldsOf(std::string_view record, int revision, Fields const& given = {})
                                 std::string(field.name.substr(0, static_cast<std::size_t>(field.count - 1))));
         } else if (!field.name.empty()) {
             std::vector<double> numbers;
+            numbers.reserve(static_cast<std::size_t>(field.count));
             for (int i = 0; i < field.count; ++i)
                 numbers.push_back(valueAt(field.kind, layout.opcode, offset + i * sizeOf(field.kind)));
             fields.emplace_back(field.name, numbers);
@@ -185,10 +186,13 @@ private:
     std::vector<double> corners(std::string_view form, double z, std::vector<unsigned> const& flags)
     {
         std::vector<double> offsets;
-        for (std::size_t i = 0; i < flags.size(); ++i)
-            offsets.push_back(flt.vertex(form, static_cast<double>(i % 2) + 0.125,
-                                         static_cast<double>(i / 2) + 0.25, z,
+        for (std::size_t i = 0; i < flags.size(); ++i) {
+            std::size_t const column = i % 2;
+            std::size_t const row = i / 2;
+            offsets.push_back(flt.vertex(form, static_cast<double>(column) + 0.125,
+                                         static_cast<double>(row) + 0.25, z,
                                          vertexFields(form, flags[i], static_cast<int>(i))));
+        }
         return offsets;
     }
 

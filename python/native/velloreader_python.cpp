@@ -14,7 +14,7 @@
 namespace
 {
 
-/// Collects what is said on std::cerr and by the toolkit while this object lives.
+/// Collects the messages on std::cerr and those of the toolkit while this object lives.
 class MessageCollector
 {
 public:
@@ -60,12 +60,11 @@ private:
 extern "C" {
 
 /// Converts a database and adds the root of its scene to @p parent.
-/// @param tell gets what was said meanwhile: each message as its text, a line "(Warning Level: n)" and an
-/// empty
-///             line
+/// @param report gets the messages of the conversion: for each its text, a line "(Warning Level: n)" and an
+///               empty line
 /// @return 1 if that worked, 0 if the file isn't OpenFlight, -1 if memory ran out
 VELLOREADER_API int velloreader_load(SoGroup* parent, char const* fileName,
-                                     void (*tell)(char const* messages))
+                                     void (*report)(char const* messages))
 {
     int result = 0;
     std::string messages;
@@ -86,11 +85,11 @@ VELLOREADER_API int velloreader_load(SoGroup* parent, char const* fileName,
     } catch (std::bad_alloc const&) {
         result = -1;
     }
-    tell(messages.c_str());
+    report(messages.c_str());
     return result;
 }
 
-/// Gives a reference of a node back.
+/// Gives a reference to a node back.
 VELLOREADER_API void velloreader_unref(SoNode* node)
 {
     node->unref();

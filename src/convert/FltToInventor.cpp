@@ -57,6 +57,7 @@ char const* FltToInventor::getProductNameString()
 
 char const* FltToInventor::getVersionString()
 {
+    // The product's fixed answer to its hosts: it stays when the package gets another version.
     return "9.6.1";
 }
 

@@ -13,7 +13,7 @@
 namespace
 {
 
-/// Swallows what a stream writes.
+/// A buffer that drops all output.
 class SilentBuffer : public std::streambuf
 {
 protected:
@@ -21,7 +21,7 @@ protected:
     std::streamsize xsputn(char const*, std::streamsize count) override { return count; }
 };
 
-/// Silences std::cout, and then gives it back as it was, whatever buffer it was given in between.
+/// Silences std::cout while this object lives, and restores it as it was, whatever buffer it got meanwhile.
 class OutputGuard
 {
 public:
@@ -42,7 +42,7 @@ private:
     std::streambuf* before;
 };
 
-/// Has the toolkit look for files in one more directory for a while.
+/// Adds a directory to those in which the toolkit looks for files, while this object lives.
 class SearchedDirectory
 {
 public:
@@ -78,7 +78,7 @@ private:
 
 SoSeparator* FltSceneLoader::load(char const* fileName)
 {
-    // External references are found from a name with a directory alone.
+    // External references are only found if the name has a directory.
     std::string name = fileName;
     if (name.find('/') == std::string::npos)
         name.insert(0, "./");
@@ -89,7 +89,7 @@ SoSeparator* FltSceneLoader::load(char const* fileName)
         SearchedDirectory const textures(name.substr(0, name.rfind('/') + 1));
         root = convertFrom(name.c_str());
     }
-    // Nobody holds the separator of a file that wasn't converted.
+    // The separator of a file that wasn't converted has no reference.
     if (root != nullptr && root->getRefCount() == 0) {
         root->ref();
         root->unref();

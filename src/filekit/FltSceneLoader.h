@@ -2,15 +2,15 @@
 
 class SoSeparator;
 
-/// Converts databases for programs that know nothing of the library's ways: std::cout stays theirs, textures
-/// are found beside the database, and a file that isn't OpenFlight gives nothing rather than an empty scene.
+/// Converts databases for programs that know nothing of the library's rules: std::cout stays theirs, textures
+/// are found next to the database, and a file that isn't OpenFlight gives null instead of an empty scene.
 ///
-/// Messages go to std::cerr, and the listing of the records beside the database, as always.
+/// As always, messages go to std::cerr, and the listing of the records is written next to the database.
 class FltSceneLoader
 {
 public:
     /// @return the root of the scene graph with one reference, which is the caller's; null if the file can't
-    /// be read as OpenFlight
-    /// @throw std::bad_alloc or what else the standard library throws
+    ///         be read as OpenFlight
+    /// @throw std::bad_alloc, or any other exception of the standard library
     static SoSeparator* load(char const* fileName);
 };

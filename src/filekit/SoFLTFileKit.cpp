@@ -15,7 +15,7 @@ namespace
 
 constexpr char scenePart[] = "topSeparator";
 
-void tell(char const* fileName, char const* problem)
+void report(char const* fileName, char const* problem)
 {
     SoDebugError::post("SoFLTFileKit::readFile", "%s: %s", fileName, problem);
 }
@@ -48,18 +48,18 @@ SbBool SoFLTFileKit::canReadFile(char const* fileName) const
 SbBool SoFLTFileKit::readFile(char const* fileName)
 {
     if (fileName == nullptr || *fileName == '\0') {
-        SoDebugError::post("SoFLTFileKit::readFile", "no name of a file was given");
+        SoDebugError::post("SoFLTFileKit::readFile", "no file name was given");
         return FALSE;
     }
     SoSeparator* root = nullptr;
     try {
         root = FltSceneLoader::load(fileName);
     } catch (std::exception const& problem) {
-        tell(fileName, problem.what());
+        report(fileName, problem.what());
         return FALSE;
     }
     if (root == nullptr) {
-        tell(fileName, "cannot be read as an OpenFlight database");
+        report(fileName, "cannot be read as an OpenFlight database");
         return FALSE;
     }
     SbBool const taken = setAnyPart(scenePart, root);

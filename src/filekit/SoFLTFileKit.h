@@ -5,7 +5,7 @@
 #include <Inventor/annex/ForeignFiles/SoForeignFileKit.h>
 
 /// OpenFlight databases for every program on the toolkit: SoDB::readAll(), SoFile and SoInput read a ".flt"
-/// as if it were the toolkit's own format. The toolkit finds this class by its name, and loads it out of
+/// as if it were the toolkit's own format. The toolkit finds this class by its name, and loads it from
 /// libSoFLTFileKit.so, once the program has called SoNodeKit::init() or SoInteraction::init().
 class VELLOREADER_API SoFLTFileKit : public SoForeignFileKit
 {
@@ -25,11 +25,11 @@ public:
     SbBool canReadFile(char const* fileName = nullptr) const override;
 
     /// Converts the file and puts its scene into the part "topSeparator". std::cout stays as it is; the
-    /// listing of the records goes beside the file.
-    /// @return whether that worked. If not, the toolkit is told why, and an earlier scene stays.
+    /// listing of the records is written next to the file.
+    /// @return whether that worked. If not, the reason is reported to the toolkit, an earlier scene stays.
     SbBool readFile(char const* fileName) override;
 
-    /// The scene alone, which the kit goes on holding; null if no file was read.
+    /// The scene without the kit, which keeps its reference to it; null if no file was read.
     SoSeparator* convert() override;
 
 protected:

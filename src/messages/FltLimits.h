@@ -4,7 +4,7 @@
 #include <cstdint>
 
 /// The ceilings that keep a hostile or broken file from exhausting the machine. All are far above what a real
-/// database holds; where one is met it is reported and the rest of the file is kept.
+/// database holds. When one is reached, that is reported, and the rest of the file is kept.
 namespace FltLimits
 {
 
@@ -21,13 +21,14 @@ constexpr int externalReferenceDepth = 32;
 /// External files that one top-level conversion opens.
 constexpr int externalReferences = 65536;
 
-/// Nodes that a traversal of one scene meets, those of shared subtrees once for each place where they stand.
+/// Nodes that a traversal of one scene visits, those of shared subtrees once for each of their places.
 constexpr std::int64_t sceneNodes = 50'000'000;
 
 /// Steps spent on one conversion's checks of instance references.
 constexpr std::int64_t instanceCheckSteps = 50'000'000;
 
-/// Records and nodes that may be looked at to find the centres of levels of detail, nested ones counted anew.
+/// Records and nodes that may be looked at to find the centres of levels of detail. Nested levels count each
+/// time.
 constexpr std::int64_t lodCentreSteps = 500'000'000;
 
 /// Bytes of text that the comments of one file may become.
@@ -44,11 +45,11 @@ constexpr int messagesOfAKind = 100;
 /// Messages of guards that the console keeps for the life of the process.
 constexpr int keptMessages = 10'000;
 
-/// Positions of the material palette: faces name them by a signed 16-bit index.
+/// Entries of the material palette: faces name them by a signed 16-bit index.
 constexpr int materialPaletteSize = 32768;
 
-/// Vertices in the face sets of obsolete vertices: each face adds one that repeats those of all faces before
-/// it.
+/// Vertices in the face sets of obsolete vertices: each face adds a face set, which repeats the vertices of
+/// all faces before it.
 constexpr std::size_t oldVertexIndices = 16'000'000;
 
 } // namespace FltLimits

@@ -19,8 +19,8 @@ public:
 
     /// Keeps a message and, if @p print is true, writes it to std::cerr with its level and a blank line. On a
     /// terminal control characters of the text are shown as "\x1b" and the like.
-    /// @param text  kept as a pointer, so it must live as long as the process; see keepText(). A null text sets
-    ///              the bad bit of std::cerr and loses all later output there.
+    /// @param text  kept as a pointer, so it must live as long as the process; see keepText(). A null text
+    ///              sets the bad bit of std::cerr, and all later output there is lost.
     /// @param level 1 for a remark on the data, 2 for a damaged file that can go on, 3 for an error
     static void notifyMessage(char const* text, int level, bool print);
 
@@ -62,10 +62,11 @@ public:
     /// @param kind what is the same for all messages of a kind
     static void notifyGuard(std::string const& kind, std::string const& detail = "");
 
-    /// Starts a file: damage is reported under this name.
+    /// Starts a file: damage is reported under this name. A null name is an empty one.
     static void beginFile(char const* fileName);
 
-    /// Tells the record that is being read.
+    /// Sets the record that is being read.
+    /// @param byteOffset of the record's first byte in the file
     static void setPosition(std::size_t byteOffset, int opcode);
 
     /// Reports damage in the file, with its name, the byte offset and the opcode of the record.

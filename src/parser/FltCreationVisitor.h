@@ -14,11 +14,11 @@ class FltCreationVisitor : public FltVersion
 public:
     virtual ~FltCreationVisitor() = default;
 
-    /// Sets @p result to the object of a raw record, decoded. The caller owns it, also when it is the object
-    /// that the record before gave.
+    /// Sets @p result to the object of a raw record, decoded. The caller owns it. It may be the same object
+    /// as that of the record before.
     virtual void visitFltRawData(FltRecord*& result, FltRawData const* raw) = 0;
 
-    /// How many bytes from its first one on the decoder of a record may read, also when the record is
-    /// shorter.
+    /// How many bytes the decoder of a record may read, counted from the record's first byte, even when the
+    /// record is shorter.
     virtual std::size_t getReach(int /*opcode*/, unsigned int length) const { return length; }
 };

@@ -7,8 +7,8 @@
 
 /// A file, read whole into memory when the object is made. Backslashes of the name are taken as slashes.
 ///
-/// A file that can't be opened is told on std::cerr, and isInFlowCreated() is false from then on. Only
-/// regular files are opened: a directory or a device is refused in the same way.
+/// A file that can't be opened is reported on std::cerr, and isInFlowCreated() is false from then on. Only
+/// regular files are opened: a directory or a device counts as one that can't be.
 class VELLOREADER_API FltFileInput : public FltInput
 {
 public:
@@ -27,8 +27,8 @@ public:
     /// The same as getDirName().
     virtual char const* getAdditionalDirName() const { return dirName.get(); }
 
-    /// Tells std::cout, or std::cerr, whether a file could be opened. The constructor does; so does whoever
-    /// makes use again of a file that is in memory already.
+    /// Reports whether a file could be opened: success on std::cout, failure on std::cerr. The constructor
+    /// does this, and so does code that uses a file in memory for the second time.
     static void tellOpening(char const* fileName, bool isOpen);
 
     /// Takes the size of the open file and goes back to its start.
@@ -38,7 +38,7 @@ public:
     /// console is told.
     void fileToBuffer();
 
-    /// Writes every byte to std::cout as a decimal number with a blank behind it.
+    /// Writes every byte to std::cout as a decimal number followed by a blank.
     void showBuffer();
 
 private:

@@ -2,7 +2,7 @@
 
 class FltRecord;
 
-/// Somebody who wants to hear of every @p Subject.
+/// An object that is notified of every @p Subject.
 template <class Subject>
 class FltObserver
 {
@@ -11,12 +11,12 @@ public:
     virtual ~FltObserver() = default;
 };
 
-/// Hears of every record that the parser makes.
+/// An observer of every record that the parser makes.
 class FltRecordObserver : public FltObserver<FltRecord>
 {
 };
 
-/// Somebody who tells observers of every @p Subject. Observers are not owned.
+/// An object that notifies observers of every @p Subject. It doesn't own them.
 template <class Subject, class Observer>
 class FltObservable
 {
@@ -29,7 +29,7 @@ protected:
     ~FltObservable() = default;
 };
 
-/// Tells of records.
+/// An object that notifies observers of records.
 class FltRecordObservable : public FltObservable<FltRecord, FltRecordObserver>
 {
 protected:

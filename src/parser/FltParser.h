@@ -18,8 +18,8 @@ class FltRecordHeader;
 /// before the second record is made.
 ///
 /// A record of zero length, one that runs past the end of the input, and a rest of fewer than four bytes end
-/// the scan with a message that names the byte offset; what came before is kept. A record that is shorter
-/// than its layout reads on into the bytes behind it, and into zeros behind the last one.
+/// the scan with a message that names the byte offset; what came before is kept. The decoder of a record
+/// that is shorter than its layout reads on into the bytes after it, and into zeros at the end of the file.
 class VELLOREADER_API FltParser : public FltRecordObservable
 {
 public:
@@ -40,33 +40,34 @@ public:
     FltInput* getInput() const { return input; }
     void setInput(FltInput* newInput) { input = newInput; }
     FltCreationVisitor* getFltCreationVisitor() const { return creationVisitor; }
-    void setFltCreationVisitor(FltCreationVisitor* visitor)
-    {
-        creationVisitor = visitor;
-    } ///< Frees no earlier one.
+
+    /// Sets the factory. An earlier one isn't freed.
+    void setFltCreationVisitor(FltCreationVisitor* visitor) { creationVisitor = visitor; }
     void setDefaultFltCreationVisitor();
     void setAdditionalDirPath(char const* path);
 
     /// Records of the file so far. Two sound palettes that share an object count as two.
     unsigned long getNumberOfFltRawData() const { return numberOfFltRawData; }
 
-    /// Whether run() has come to the end of the input.
+    /// Whether run() has reached the end of the input.
     bool isAllFltRecordsCreated() const { return allFltRecordsCreated; }
 
-    /// The records in file order. They belong to the parser until somebody destroys them; an object may stand
-    /// in neighbouring entries.
+    /// The records in file order. They belong to the parser until somebody destroys them. Neighbouring
+    /// entries may hold the same object.
     std::vector<FltRecord*>& getFltRecords() { return fltRecords; }
 
     /// Dumps every record. @return @p os
     std::ostream& showAllFltRecords(std::ostream& os) const;
 
-    /// Whether the input begins with a header record; tells the console if not. Null is no OpenFlight input.
+    /// Whether the input begins with a header record; if not, that is reported to the console. Null is no
+    /// OpenFlight input.
     bool isAnOpenFlightInput(FltInput* input);
 
     /// Has the factory make the record of @p raw, appends it and notifies the observers.
     void fltRecordsVectorBuild(FltRawData* raw);
 
-    /// Reads the whole input. @return 0, or 1 when the input isn't OpenFlight
+    /// Reads the whole input.
+    /// @return 0, or 1 if the input isn't OpenFlight
     int run();
 
 private:

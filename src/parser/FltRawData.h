@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-/// One record as it stands in the file, handed to the factory while it makes the record object.
+/// The bytes of one record, for the factory that makes the record object.
 class FltRawData
 {
 public:
@@ -12,14 +12,14 @@ public:
     FltRawData(FltRawData const&) = delete;
     FltRawData& operator=(FltRawData const&) = delete;
 
-    /// Takes the record of @p recordLength bytes at @p begin, and what a decoder may read behind it: the
-    /// bytes that follow up to @p end, then zeros, until @p reach bytes stand in the block. The block is used
-    /// again for the next record.
+    /// Takes the record of @p recordLength bytes at @p begin, and what a decoder may read after it: the bytes
+    /// that follow up to @p end, then zeros, until the block holds @p reach bytes. The next record uses the
+    /// block again.
     void assign(char const* begin, char const* end, std::size_t recordLength, std::size_t reach);
 
     unsigned short opcode = 0;
     unsigned short length = 0;
-    char* data = nullptr; ///< From the record's opcode word on. Owned.
+    char* data = nullptr; ///< The block, which begins with the record's opcode word. Owned.
 
 private:
     std::size_t capacity = 0;

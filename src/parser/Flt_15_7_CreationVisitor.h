@@ -10,10 +10,10 @@ public:
     void visitFltRawData(FltRecord*& result, FltRawData const* raw) override;
     std::size_t getReach(int opcode, unsigned int length) const override;
 
-    /// The records of a parse are about to go: the factory must not look back at them.
+    /// Makes the factory forget the record made last, before the records of a parse are destroyed.
     static void forgetPrevious();
 
 private:
-    static FltRecord*
-        previous; ///< The record made last, of whatever file. Two sound palettes in a row share one.
+    /// The record made last, of any file. Two sound palettes in a row share one object.
+    static FltRecord* previous;
 };

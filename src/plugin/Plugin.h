@@ -10,7 +10,7 @@ extern "C" {
 /// Registers SoInputFltReader with the toolkit. A second call does nothing.
 VELLOREADER_API void initPlugin();
 
-/// Takes SoInputFltReader out of the toolkit's types. initPlugin() may follow again.
+/// Removes SoInputFltReader from the toolkit's types. initPlugin() may be called again afterwards.
 VELLOREADER_API void exitPlugin();
 
 /// The name of the product, "VelloReader".

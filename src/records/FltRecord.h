@@ -16,7 +16,7 @@ public:
     /// "PRIMARY_RECORD", "ANCILLARY_RECORD", "CONTROL_RECORD", "PALETTE_RECORD", or "" for an unknown record.
     virtual std::string getRecordCategory() const = 0;
 
-    /// Length in bytes as the file tells it, with the four bytes of opcode and length.
+    /// Length in bytes as the file gives it, with the four bytes of opcode and length.
     virtual unsigned int getLength() const = 0;
 
     /// Writes the title, the category, the opcode and the length. @return @p os
@@ -26,9 +26,8 @@ public:
     virtual std::ostream& properties(std::ostream& os) const = 0;
 
     /// Decodes the record.
-    /// @param data the record's first byte, its opcode word. Behind the record's own bytes there have to be
-    /// as
-    ///             many more as the class reads at its longest (FltParser sees to that).
+    /// @param data the record's first byte, its opcode word. The block goes on after the record's own bytes
+    ///             as far as the class reads at its longest; FltParser sees to that.
     virtual void getPropertiesFromData(char* data) = 0;
 
     virtual ~FltRecord() = default;

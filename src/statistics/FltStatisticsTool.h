@@ -11,9 +11,9 @@ class FltRecord;
 
 /// Counts records by opcode and writes the counts into a text file.
 ///
-/// The counts go by FltRecord::getOpcode(), so a record counts as what its class reports, and an object that
-/// stands in two entries counts twice. A file that can't be opened is passed over in silence; one that is a link,
-/// has a second name, or isn't a plain file is left alone, and the console is told once.
+/// The counts go by FltRecord::getOpcode(), so a record counts as what its class reports, and an object in
+/// two entries counts twice. A file that can't be opened is ignored without a message; one that is a link, has a
+/// second name, or isn't a plain file is left alone, and the console gets a message.
 class VELLOREADER_API FltStatisticsTool
 {
 public:

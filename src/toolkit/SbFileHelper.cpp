@@ -15,7 +15,7 @@ SbString SbFileHelper::getExtension(SbString const& name)
 
 FILE* SbFileHelper::open(SbString const& name, char const* mode)
 {
-    // Without O_NONBLOCK a pipe that nobody writes to would hold us here.
+    // Without O_NONBLOCK a pipe that nobody writes to would block here.
     int const descriptor = ::open(name.getString(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0)
         return nullptr;

@@ -5,19 +5,18 @@
 #include <Inventor/SbString.h>
 #include <cstdio>
 
-/// What is to be done with the names of files, and with files.
+/// Operations on file names and files.
 class VELLOREADER_API SbFileHelper
 {
 public:
-    /// The text behind the last dot of the name's last part: "flt" of "a.b/tower.flt". Empty if there is
-    /// none.
+    /// The text after the last dot of the name's last part: "flt" of "a.b/tower.flt". Empty if there is none.
     static SbString getExtension(SbString const& name);
 
-    /// Opens a regular file; anything else, a directory or a pipe, is refused rather than waited for.
-    /// @param mode "r" or "rb"; this is for reading only
-    /// @return null if that fails
+    /// Opens a regular file for reading. Anything else, such as a directory or a pipe, is refused at once.
+    /// @param mode "r" or "rb"
+    /// @return the open file, which close() closes, or null if that fails
     static FILE* open(SbString const& name, char const* mode);
 
-    /// Closes what open() gave. Null is fine.
+    /// Closes a file of open(). Null is allowed.
     static void close(FILE* file);
 };

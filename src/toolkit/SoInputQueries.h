@@ -4,14 +4,15 @@
 #include <Inventor/SoInput.h>
 #include <cstdio>
 
-/// What a reader asks an input, answered by the toolkit's own operations. None of them reads from the input.
+/// Questions that a reader has about an input, answered with the toolkit's own operations. None of them reads
+/// from the input.
 ///
-/// An input always has something current, if only standard input, unless its last openFile() has failed: such
-/// an input must not be asked anything, here or in the toolkit.
+/// An input always has a current file or buffer, if only standard input, unless its last openFile() has
+/// failed: such an input must not be asked anything, here or in the toolkit.
 namespace SoInputQueries
 {
 
-/// Whether the input still stands at its header, with nothing taken from it.
+/// Whether the input is still at its header, and nothing has been read from it.
 inline bool isReadingHeader(SoInput const* in)
 {
     return in->getNumBytesRead() == 0;
@@ -36,8 +37,8 @@ inline SbString getCurFileName(SoInput const* in)
     return {getCurFileNameAsText(in)};
 }
 
-/// Whether there is any file to speak of, open or by name. SoInput::isValidFile() isn't asked, since it knows
-/// the toolkit's own formats alone, and waits for standard input.
+/// Whether there is a file, open or by name. This doesn't ask SoInput::isValidFile(), which knows only the
+/// toolkit's own formats, and waits for standard input.
 inline bool isValid(SoInput const* in)
 {
     return getCurFile(in) != nullptr || *getCurFileNameAsText(in) != '\0';

@@ -19,14 +19,15 @@ public:
     /// The type of the object's own class.
     virtual SoType getTypeId() const = 0;
 
-    /// Whether the reader can convert what the input holds. Says no in silence.
+    /// Whether the reader can convert what the input holds. A "no" is not reported anywhere.
     virtual bool canConvert(SoInput* in) = 0;
 
-    /// Converts the input's current file. @return the root of the scene graph; may be null
+    /// Converts the input's current file.
+    /// @return the root of the scene graph; may be null
     virtual SoSeparator* convert(SoInput* in) = 0;
 
-    /// Registers the class with the toolkit, which is readied first if the host has not. A second call does
-    /// nothing.
+    /// Registers the class with the toolkit, which is initialised first if the host hasn't done so. A second
+    /// call does nothing.
     static void initClass();
 
     /// The type of this class, or SoType::badType() before initClass().
@@ -34,7 +35,7 @@ public:
 
     /// Makes a reader of the first registered class that can convert the input.
     /// @return the reader, without a reference: ref() it and unref() it when done, or delete it; null if no
-    /// class can
+    ///         class can
     static SoInputReader* createReaderFor(SoInput* in);
 
 protected:

@@ -2,8 +2,8 @@
 
 #include "toolkit/VelloReaderExport.h"
 
-/// An object that counts its references, in the way of the toolkit's nodes: it begins with none, and goes
-/// with its last one. Not for use from two threads at a time.
+/// An object that counts its references, as the toolkit's nodes do: it begins with none, and is deleted with
+/// its last one. Not for use from two threads at a time.
 class VELLOREADER_API SoRefCounter
 {
 public:
@@ -14,10 +14,10 @@ public:
 
     void ref() const;
 
-    /// Takes a reference back, and deletes the object if that was the last.
+    /// Gives a reference back, and deletes the object if that was the last.
     void unref() const;
 
-    /// Takes a reference back, and lets the object live without any.
+    /// Gives a reference back, but keeps the object, even if that was the last.
     void unrefNoDelete() const;
 
     int getRefCount() const { return references; }

@@ -55,9 +55,10 @@ protected:
 
     std::vector<float> x(Position form)
     {
-        std::vector<float> values;
-        for (int i = 0; i < property(form).vertex.getNum(); ++i)
-            values.push_back(property(form).vertex[i][0]);
+        SoMFVec3f const& vertex = property(form).vertex;
+        std::vector<float> values(static_cast<std::size_t>(vertex.getNum()));
+        for (int i = 0; i < vertex.getNum(); ++i)
+            values[static_cast<std::size_t>(i)] = vertex[i][0];
         return values;
     }
 

@@ -173,7 +173,7 @@ TEST_F(SoFLTFileKitTest, saysWhyAFileCantBeReadAndKeepsTheSceneBefore)
     EXPECT_FALSE(kit->readFile(save(FltWriter(10)).c_str()));
     EXPECT_FALSE(kit->readFile(""));
     EXPECT_FALSE(kit->readFile(nullptr));
-    EXPECT_NE(errors.text.find("no name of a file was given"), std::string::npos);
+    EXPECT_NE(errors.text.find("no file name was given"), std::string::npos);
     EXPECT_EQ(kit->convert(), scene);
     std::cout << "ours";
     EXPECT_EQ(out.str(), "ours");

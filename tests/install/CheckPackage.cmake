@@ -11,7 +11,12 @@ endfunction()
 file(REMOVE_RECURSE ${OUTPUT})
 run(${CPACK} -G DEB --config ${CONFIG} -B ${OUTPUT})
 file(GLOB package ${OUTPUT}/*.deb)
-run(${LINTIAN} --allow-root --fail-on error ${package})
+run(${LINTIAN} --allow-root --fail-on error,warning ${package})
+
+run(dpkg-deb --field ${package} Version)
+if(NOT output STREQUAL "${VERSION}\n")
+  message(FATAL_ERROR "the package's version isn't ${VERSION}: ${output}")
+endif()
 
 run(dpkg-deb --field ${package} Depends)
 if(NOT output MATCHES "libcoin80c")
@@ -25,7 +30,7 @@ foreach(file
     ${LIBRARIES}/cmake/VelloReader/VelloReaderConfig.cmake ${LIBRARIES}/pkgconfig/velloreader.pc
     lib/python3/dist-packages/velloreader/__init__.py lib/python3/dist-packages/velloreader/py.typed
     lib/python3/dist-packages/velloreader/libvelloreader_python.so
-    share/doc/velloreader/copyright share/doc/velloreader/changelog.Debian.gz
+    share/doc/velloreader/copyright share/doc/velloreader/changelog.gz share/doc/velloreader/changelog.Debian.gz
     share/man/man1/flt2iv.1.gz share/man/man1/fltshot.1.gz share/mime/packages/velloreader.xml)
   string(FIND "${output}" " ./usr/${file}\n" position)
   if(position EQUAL -1)

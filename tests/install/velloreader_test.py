@@ -1,4 +1,4 @@
-"""Tests of the installed Python package. The argument is a good database."""
+"""Tests of the installed Python package. The arguments are a good database and the version of the package."""
 
 import os
 import pathlib
@@ -13,6 +13,12 @@ import velloreader
 from pivy import coin
 
 SAMPLE = pathlib.Path(sys.argv.pop(1))
+VERSION = sys.argv.pop(1)
+
+
+class VersionTest(unittest.TestCase):
+    def test_is_that_of_the_whole_package(self):
+        self.assertEqual(velloreader.__version__, VERSION)
 
 
 class LoadTest(unittest.TestCase):

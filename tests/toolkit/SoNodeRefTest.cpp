@@ -39,8 +39,11 @@ TEST_F(SoNodeRefTest, MayHoldNone)
 TEST_F(SoNodeRefTest, ACopyHoldsAReferenceOfItsOwn)
 {
     SoNodeRef<SoSeparator> const ref(node);
-    SoNodeRef<SoSeparator> const copy(ref);
+    SoNodeRef<SoSeparator> copy(ref);
     EXPECT_EQ(node->getRefCount(), 3);
+    copy = SoNodeRef<SoSeparator>();
+    EXPECT_EQ(node->getRefCount(), 2);
+    EXPECT_EQ(ref.get(), node);
 }
 
 TEST_F(SoNodeRefTest, AMoveHandsTheReferenceOver)
