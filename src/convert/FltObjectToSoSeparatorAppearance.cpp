@@ -3,9 +3,8 @@
 #include "convert/FltFaceResources.h"
 #include "convert/FltMaterialFields.h"
 #include "convert/FltPalettes.h"
+#include "dump/FltDumpOutput.h"
 #include "records/FltRecordFace.h"
-
-#include <iostream>
 
 namespace
 {
@@ -102,7 +101,7 @@ void FltObjectToSoSeparator::addFltFaceWithColorPaletteIndexNoMaterialToSoMateri
 {
     int const position = FltColorPalette::positionOf(face->primaryColorIndex);
     if (static_cast<std::uint32_t>(position) > FltColorPalette::lastPosition) {
-        std::cout << "bad color index" << std::endl;
+        FltDumpOutput::line("bad color index");
         return;
     }
     FltMaterialFields fields = plainMaterial(scaled(resources->palettes.colorPalette.getColor(position),

@@ -34,13 +34,18 @@ bool goesToTerminal()
     return own != nullptr && ::isatty(STDERR_FILENO) != 0;
 }
 
-void print(char const* text, int level)
+void printText(char const* text)
 {
-    FltLogBuffer::writeCurrent();
     if (text != nullptr && goesToTerminal())
         std::cerr << FltText::printable(text, true);
     else
         std::cerr << text;
+}
+
+void print(char const* text, int level)
+{
+    FltLogBuffer::writeCurrent();
+    printText(text);
     std::cerr << std::endl << "(Warning Level: " << level << ")" << std::endl << std::endl;
 }
 
@@ -91,6 +96,15 @@ void FltWarningMessageConsole::notifyMessage(char const* text, int level, bool i
     setOfMessages.push_back({text, level});
     if (isPrinted)
         print(text, level);
+}
+
+void FltWarningMessageConsole::notifyUnopened(char const* fileName)
+{
+    std::string const text = std::string("Error in opening file: ") + fileName;
+    if (listener != nullptr)
+        return listener->take(text.c_str(), 3, nullptr);
+    printText(text.c_str());
+    std::cerr << std::endl;
 }
 
 void FltWarningMessageConsole::showMessagesConsole(int minimumLevel)

@@ -24,6 +24,9 @@ public:
     /// @param level 1 for a remark on the data, 2 for a damaged file that can go on, 3 for an error
     static void notifyMessage(char const* text, int level, bool print);
 
+    /// Prints that a file can't be opened, in a line without a level. It isn't kept.
+    static void notifyUnopened(char const* fileName);
+
     /// Writes all messages of at least @p minimumLevel to std::cerr, in order.
     static void showMessagesConsole(int minimumLevel);
 

@@ -1,5 +1,6 @@
 #include "parser/FltFileInput.h"
 
+#include "dump/FltDumpOutput.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFraming.h"
 #include "toolkit/SbFileHelper.h"
@@ -66,10 +67,12 @@ FltFileInput::FltFileInput(char const* name) : fileName(copyOf(name != nullptr ?
 
 void FltFileInput::tellOpening(char const* fileName, bool isOpen)
 {
-    if (isOpen)
-        std::cout << std::endl << "Success in opening file: " << fileName << std::endl;
-    else
-        std::cerr << "Error in opening file: " << fileName << std::endl;
+    if (isOpen) {
+        FltDumpOutput::line("");
+        FltDumpOutput::line(std::string("Success in opening file: ") + fileName);
+    } else {
+        FltWarningMessageConsole::notifyUnopened(fileName);
+    }
 }
 
 void FltFileInput::calculFileSize()

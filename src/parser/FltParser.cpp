@@ -1,5 +1,7 @@
 #include "parser/FltParser.h"
 
+#include "dump/FltDump.h"
+#include "dump/FltDumpOutput.h"
 #include "dump/FltLogBuffer.h"
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
@@ -14,7 +16,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <iostream>
 
 namespace
 {
@@ -135,7 +136,7 @@ int FltParser::run()
         return 1;
     FltWarningMessageConsole::Count messages;
     FltWarningMessageConsole::beginFile(input->getFileName());
-    std::cout << "beginning of parsing" << std::endl;
+    FltDumpOutput::line("beginning of parsing");
 
     char const* const begin = input->getBuffer();
     auto const size = static_cast<std::size_t>(input->getSize());
@@ -169,7 +170,7 @@ int FltParser::run()
         FltWarningMessageConsole::notifyDamage(framing.faultText(), framing.costText());
     }
 
-    std::cout << "end of parsing" << std::endl;
+    FltDumpOutput::line("end of parsing");
     FltLogBuffer::writeCurrent();
     messages.finish();
     allFltRecordsCreated = true;
@@ -180,6 +181,10 @@ void FltParser::readVersion(FltRecordHeader const& header)
 {
     creationVisitor->revision = header.formatRevisionLevel;
     creationVisitor->rgbMode = (header.flags >> 30 & 1) != 0;
-    std::cout << "OpenFlight file version: " << creationVisitor->revision << std::endl
-              << "RGB mode: " << (creationVisitor->rgbMode ? "true" : "false") << std::endl;
+    std::ostream* const os = FltDumpOutput::current();
+    if (os == nullptr)
+        return;
+    FltDump dump(*os);
+    dump.field("OpenFlight file version", creationVisitor->revision);
+    dump.text("RGB mode: ", creationVisitor->rgbMode ? "true" : "false");
 }

@@ -1,12 +1,12 @@
 #include "parser/Flt_15_7_CreationVisitor.h"
 
+#include "dump/FltDumpOutput.h"
 #include "parser/FltRawData.h"
 #include "records/FltOpcode.h"
 #include "records/FltRecordTable.h"
 #include "records/FltRecordUnknown.h"
 
 #include <cstdint>
-#include <iostream>
 #include <memory>
 
 FltRecord* Flt_15_7_CreationVisitor::previous = nullptr;
@@ -25,7 +25,8 @@ void Flt_15_7_CreationVisitor::visitFltRawData(FltRecord*& result, FltRawData co
     static_cast<void>(made.release());
     result = record;
     previous = result;
-    result->properties(std::cout);
+    if (std::ostream* const dump = FltDumpOutput::current())
+        result->properties(*dump);
 }
 
 std::size_t Flt_15_7_CreationVisitor::getReach(int opcode, unsigned int length) const
