@@ -5,23 +5,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
-#include <iostream>
-#include <streambuf>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace
 {
-
-class NullBuffer : public std::streambuf
-{
-protected:
-    int_type overflow(int_type character) override { return traits_type::not_eof(character); }
-    std::streamsize xsputn(char const* /*text*/, std::streamsize count) override { return count; }
-};
-
-NullBuffer nowhere;
 
 using Clock = std::chrono::steady_clock;
 
@@ -129,14 +118,4 @@ BenchTime BenchTime::ofCommand(int runs, std::string const& command)
     for (int i = 1; i < runs; ++i)
         time = best(time, run());
     return time;
-}
-
-Silence::Silence() : out(std::cout.rdbuf(&nowhere)), err(std::cerr.rdbuf(&nowhere)) {}
-
-Silence::~Silence()
-{
-    std::cout.rdbuf(out);
-    std::cerr.rdbuf(err);
-    std::cout.clear();
-    std::cerr.clear();
 }

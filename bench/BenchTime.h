@@ -1,7 +1,8 @@
 #pragma once
 
+#include "support/StreamCapture.h"
+
 #include <functional>
-#include <streambuf>
 #include <string>
 
 /// What a piece of work took.
@@ -27,13 +28,6 @@ struct BenchTime {
 /// Sends std::cout and std::cerr to nowhere while it lives, and puts their own buffers back.
 class Silence
 {
-public:
-    Silence();
-    ~Silence();
-    Silence(Silence const&) = delete;
-    Silence& operator=(Silence const&) = delete;
-
-private:
-    std::streambuf* out;
-    std::streambuf* err;
+    StreamCapture const out{std::cout, CaptureBuffer::nothing};
+    StreamCapture const err{std::cerr, CaptureBuffer::nothing};
 };

@@ -12,8 +12,6 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <unistd.h>
@@ -34,12 +32,6 @@ struct Result {
     BenchTime writing; ///< The log's bytes in blocks.
     BenchTime reading; ///< The database in one piece.
 };
-
-std::string contentsOf(std::string const& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 void writeInBlocks(std::string const& bytes, std::string const& path)
 {

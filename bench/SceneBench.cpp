@@ -4,6 +4,7 @@
 #include "BenchOptions.h"
 #include "BenchTime.h"
 #include "plugin/Plugin.h"
+#include "records/FltOpcode.h"
 #include "support/ScratchFolder.h"
 #include "writer/FltWriter.h"
 
@@ -160,6 +161,17 @@ void switchChildren(Scene& scene, int count)
     scene.flt.pop();
 }
 
+/// The children of a switch are counted once, whatever stands between them.
+void switchChildrenBetweenFaces(Scene& scene, int count)
+{
+    scene.flt.add("Switch", {{"numberOfMasks", 1}, {"numberOf32BitWordsPerMask", 1}, {"masks", {1}}}).push();
+    for (int i = 0; i < count; ++i) {
+        scene.flt.add("Group").push().pop();
+        scene.face();
+    }
+    scene.flt.pop();
+}
+
 void replicas(Scene& scene, int count)
 {
     Fields const matrix = {{"matrix", {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 1, 0, 0, 1}}};
@@ -195,6 +207,17 @@ void levelsOfDetail(Scene& scene, int count)
         scene.nodeWithFace("LOD", {{"switchInDistance", 1000}});
 }
 
+/// The box of an outer level of detail is made of those of the inner ones, not of all faces anew.
+void nestedLevelsOfDetail(Scene& scene, int count)
+{
+    int const levels = count / 10;
+    for (int i = 0; i < levels; ++i)
+        scene.flt.add("LOD").push();
+    faces(scene, count);
+    for (int i = 0; i < levels; ++i)
+        scene.flt.pop();
+}
+
 void instanceReferences(Scene& scene, int count)
 {
     scene.flt.pop().add("InstanceDefinition", {{"instanceDefinitionNumber", 1}});
@@ -217,6 +240,46 @@ void vertices(Scene& scene, int count)
     scene.flt = flt;
 }
 
+/// @name What broken files have many of
+/// @{
+void damagedRecords(Scene& scene, int count)
+{
+    for (int i = 0; i < count; ++i)
+        scene.flt.add("NamePalette", {{"numberOfNames", 1}});
+}
+
+void shortRecords(Scene& scene, int count)
+{
+    for (int i = 0; i < count; ++i)
+        scene.flt.addRaw(FltOpcode::textureMappingPalette);
+}
+
+void referencesToMissingFiles(Scene& scene, int count)
+{
+    for (int i = 0; i < count; ++i)
+        scene.flt.add("ExternalReference", {{"asciiPath", "missing" + std::to_string(i) + ".flt"}})
+            .addRaw(55);
+}
+
+void popsWithNoLevelOpen(Scene& scene, int count)
+{
+    for (int i = 0; i < count; ++i)
+        scene.flt.pop();
+}
+
+void groupsInOneAnother(Scene& scene, int count)
+{
+    for (int i = 0; i < count; ++i)
+        scene.flt.add("Group").push();
+}
+
+void groupsWithoutLevels(Scene& scene, int count)
+{
+    for (int i = 0; i < count; ++i)
+        scene.flt.add("Group");
+}
+/// @}
+
 struct Case {
     char const* name;
     void (*build)(Scene& scene, int count);
@@ -235,11 +298,19 @@ constexpr Case cases[] = {
     {"groups, side by side", siblingGroups, 2000},
     {"groups, nested", nestedGroups, 100},
     {"children of a switch", switchChildren, 2000},
+    {"children of a switch, faces between", switchChildrenBetweenFaces, 2000},
     {"replicas", replicas, 3000},
     {"comments of one group", comments, 3000},
     {"external references to one file", externalReferences, 1000},
     {"levels of detail without centre", levelsOfDetail, 2000},
+    {"levels of detail in one another", nestedLevelsOfDetail, 1000},
     {"instance references", instanceReferences, 3000},
+    {"damaged records", damagedRecords, 20000},
+    {"records shorter than their layout", shortRecords, 300},
+    {"references to missing files", referencesToMissingFiles, 3000},
+    {"pops with no level open", popsWithNoLevelOpen, 10000},
+    {"groups beyond the deepest level", groupsInOneAnother, 10000},
+    {"groups without levels", groupsWithoutLevels, 10000},
 };
 
 /// Processor time of a conversion. Letting its scene go isn't in it: there the toolkit's list of the nodes of
@@ -281,7 +352,7 @@ int main(int argc, char** argv)
     if (options.json)
         std::printf("[");
     else
-        std::printf("%-34s %9s %12s %12s %7s\n", "", "N", "us each, N", "us, 10 N", "ratio");
+        std::printf("%-36s %9s %12s %12s %7s\n", "", "N", "us each, N", "us, 10 N", "ratio");
     bool isLinear = true;
     char const* separator = "";
     for (Case const& item : cases) {
@@ -296,7 +367,7 @@ int main(int argc, char** argv)
                         "\"secondsEachOfTenfold\": %.9f, \"ratio\": %.3f}",
                         separator, item.name, item.count, eachOfFew, eachOfMany, ratio);
         else
-            std::printf("%-34s %9d %12.3f %12.3f %7.2f\n", item.name, item.count, eachOfFew * 1e6,
+            std::printf("%-36s %9d %12.3f %12.3f %7.2f\n", item.name, item.count, eachOfFew * 1e6,
                         eachOfMany * 1e6, ratio);
         std::fflush(stdout);
         separator = ",";

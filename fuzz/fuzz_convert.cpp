@@ -1,8 +1,8 @@
 // Converts any bytes in memory as a database, does with the scene what a host does, and destroys it.
 
 #include "support/ConvertedScene.h"
+#include "support/SceneTraversal.h"
 #include "support/SmallVertexPalettes.h"
-#include "support/Traversal.h"
 
 #include "messages/FltWarningMessageConsole.h"
 
@@ -28,7 +28,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     static SmallVertexPalettes const small(16);
     try {
         ConvertedScene const scene(std::string(reinterpret_cast<char const*>(data), size));
-        traverse(scene.root);
+        traverseScene(scene.root);
+        countTriangles(scene.root);
+        static_cast<void>(scene.text());
     } catch (std::bad_array_new_length const&) {
         // what a switch with a negative number of mask words is answered with
     }

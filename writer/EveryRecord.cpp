@@ -74,17 +74,17 @@ public:
 
     FltWriter write()
     {
-        add("Comment", {{"textDescription", "Every record\nof the format"}});
+        title();
         colorPalette();
         namePalette();
         materials();
-        textures();
+        texturePatterns();
+        textureMappings();
         otherPalettes();
         vertices();
         flt.push();
         instances();
-        add("Group", {{"idASCII", "db"}});
-        decorations();
+        group();
         flt.push();
         object();
         oldVertices();
@@ -97,7 +97,73 @@ public:
         return flt;
     }
 
+    using Topic = void (Writing::*)();
+
+    /// A palette, vertices, and faces that may use it.
+    FltTopic writePalette(char const* name, Topic topic)
+    {
+        writeOwn(topic);
+        if (topic != &Writing::vertices)
+            vertices();
+        flt.push();
+        facesOfAllForms();
+        flt.pop();
+        return {name, flt.bytes(), begin, end};
+    }
+
+    /// Nodes, what their faces use, and a node after them.
+    FltTopic writeNodes(char const* name, Topic topic)
+    {
+        colorPalette();
+        materials();
+        texturePatterns();
+        vertices();
+        flt.push();
+        writeOwn(topic);
+        add("Group", {{"idASCII", "after"}});
+        flt.push().pop().pop();
+        return {name, flt.bytes(), begin, end};
+    }
+
+    static std::vector<FltTopic> writeTopics(int revision)
+    {
+        FltWriter const whole = Writing(revision, true).write();
+        FltWriter const header(revision, headerFields(revision));
+        std::vector<FltTopic> topics = {{"header", whole.bytes(), 0, header.bytes().size()}};
+        auto const palette = [&](char const* name, Topic topic) {
+            topics.push_back(Writing(revision, true).writePalette(name, topic));
+        };
+        auto const nodes = [&](char const* name, Topic topic) {
+            topics.push_back(Writing(revision, true).writeNodes(name, topic));
+        };
+        palette("title", &Writing::title);
+        palette("colorPalette", &Writing::colorPalette);
+        palette("namePalette", &Writing::namePalette);
+        palette("materials", &Writing::materials);
+        palette("texturePatterns", &Writing::texturePatterns);
+        palette("textureMappings", &Writing::textureMappings);
+        palette("otherPalettes", &Writing::otherPalettes);
+        palette("vertices", &Writing::vertices);
+        nodes("instances", &Writing::instances);
+        nodes("group", &Writing::group);
+        nodes("object", &Writing::object);
+        nodes("oldVertices", &Writing::oldVertices);
+        nodes("levelsOfDetail", &Writing::levelsOfDetail);
+        nodes("switches", &Writing::switches);
+        nodes("otherNodes", &Writing::otherNodes);
+        nodes("replications", &Writing::replications);
+        nodes("clipRegionWithLevel", &Writing::clipRegionWithLevel);
+        return topics;
+    }
+
 private:
+    void writeOwn(Topic topic)
+    {
+        begin = flt.bytes().size();
+        (this->*topic)();
+        end = flt.bytes().size();
+    }
+
     static Fields headerFields(int revision)
     {
         Fields fields = fieldsOf("Header", revision, {{"vertexCoordinateUnits", 4}, {"id", "db"}});
@@ -137,6 +203,8 @@ private:
             fields.emplace_back("vertexColorIndex", 128 * color + 100);
         return fields;
     }
+
+    void title() { add("Comment", {{"textDescription", "Every record\nof the format"}}); }
 
     void colorPalette()
     {
@@ -183,10 +251,14 @@ private:
         add("Material", {{"index", 2}, {"alpha", 0.5}});
     }
 
-    void textures()
+    void texturePatterns()
     {
         add("TexturePattern", {{"fileName", "missing/asphalt.rgb"}, {"patternIndex", 0}});
         add("ShortTexturePattern", {{"fileName", "grass.rgb"}, {"patternIndex", 1}});
+    }
+
+    void textureMappings()
+    {
         add("PutTextureMapping", {{"type", 1}, {"warpedFlag", 0}});
         add("PointPutTextureMapping", {{"type", 2}, {"warpedFlag", 0}});
         if (!isBrief)
@@ -226,8 +298,10 @@ private:
         all = corners("VertexColorNormalUv", 3, {noColor, packed, 0, 0});
     }
 
-    void decorations()
+    /// The group of all other nodes, with what may decorate it.
+    void group()
     {
+        add("Group", {{"idASCII", "db"}});
         add("LongID", {{"idASCII", "a name of more than eight characters"}});
         add("Comment", {{"textDescription", "one line\n\nand a third"}});
         add("Matrix", {{"matrix", {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 10, 20, 30, 1}}});
@@ -287,6 +361,18 @@ private:
         add("Face", {{"idField", "morph"}, {"flags", 0}});
         flt.push().add("MorphVertexList", {{"offsets", {normal[0], normal[1], normal[2], normal[3]}}}).pop();
         add("Face", {{"idField", "empty"}});
+        flt.pop();
+    }
+
+    void facesOfAllForms()
+    {
+        add("Object", {{"idASCII", "forms"}, {"transparency", 0}});
+        flt.push();
+        face(colored, {{"primaryColorIndex", 300}});
+        face(normal, {{"materialIndex", 0}});
+        face(textured, {{"texturePatternIndex", 0}});
+        face(all, {{"texturePatternIndex", 1}, {"materialIndex", 2}});
+        face({colored[0], textured[1], textured[2]});
         flt.pop();
     }
 
@@ -402,6 +488,8 @@ private:
 
     FltWriter flt;
     bool isBrief;
+    std::size_t begin = 0;
+    std::size_t end = 0;
     std::vector<double> colored;
     std::vector<double> normal;
     std::vector<double> textured;
@@ -418,4 +506,9 @@ FltWriter everyRecord(int revision)
 FltWriter everyRecordInBrief(int revision)
 {
     return Writing(revision, true).write();
+}
+
+std::vector<FltTopic> everyTopicInBrief(int revision)
+{
+    return Writing::writeTopics(revision);
 }

@@ -5,6 +5,7 @@
 #include "records/FltRecordMaterial.h"
 #include "support/ObjectDatabase.h"
 #include "support/StreamCapture.h"
+#include "support/Text.h"
 
 #include <Inventor/nodes/SoMaterial.h>
 #include <gtest/gtest.h>
@@ -514,13 +515,9 @@ private:
     }
 };
 
-std::size_t badColorIndices(std::string const& log)
+int badColorIndices(std::string const& log)
 {
-    std::string const line = "\nbad color index\n";
-    std::size_t count = 0;
-    for (std::size_t at = log.find(line); at != std::string::npos; at = log.find(line, at + line.size() - 1))
-        ++count;
-    return count;
+    return countOf(log, "\nbad color index\n");
 }
 
 TEST(FltObjectToSoSeparatorAppearanceSceneTest, FaceWithABadColourKeepsItsGeometryAndItsPlace)
@@ -530,7 +527,7 @@ TEST(FltObjectToSoSeparatorAppearanceSceneTest, FaceWithABadColourKeepsItsGeomet
                                           "  MaterialBinding\n"
                                           "  Material faceVertexColorSoMaterialSet\n"
                                           "  IndexedFaceSet SoIFSVertexColor: 0 -1 0 -1 0 -1 | 0 1 2\n");
-    EXPECT_EQ(badColorIndices(faces.scene.log), 1U);
+    EXPECT_EQ(badColorIndices(faces.scene.log), 1);
     EXPECT_EQ(faces.scene.messages, "");
     expectSlot(faces.material(), 0, colored(black));
     expectSlot(faces.material(), 1,
@@ -550,7 +547,7 @@ TEST(FltObjectToSoSeparatorAppearanceSceneTest, LastSlotsThatAreSkippedLeaveTheF
     FacesOfColours const faces({0, 0, -1, -1});
     EXPECT_EQ(faces.material().diffuseColor.getNum(), 2);
     EXPECT_EQ(faces.material().transparency.getNum(), 2);
-    EXPECT_EQ(badColorIndices(faces.scene.log), 2U);
+    EXPECT_EQ(badColorIndices(faces.scene.log), 2);
 }
 
 TEST(FltObjectToSoSeparatorAppearanceSceneTest, OneDefaultSlotIsLeftWhenAllAreSkipped)

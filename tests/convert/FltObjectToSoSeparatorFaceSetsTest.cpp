@@ -6,8 +6,8 @@
 #include "support/ObjectDatabase.h"
 #include "support/RecordText.h"
 #include "support/SceneText.h"
+#include "support/SceneTraversal.h"
 #include "support/StreamCapture.h"
-#include "support/Traversal.h"
 
 #include <Inventor/nodes/SoFaceSet.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
@@ -265,7 +265,7 @@ TEST(FltObjectToSoSeparatorFaceSetsTest, OldVertexFaceSetsAreTakenApartIntoTrian
                                     "  IndexedFaceSet SoIFSVertexColor: 0 1 2 -1 0 1 2 -1 0 1 2 -1 | 0 1 2\n"
                                     "  IndexedFaceSet OLD_VERTEX_COLOR_NORMAL: 0 1 2 -1\n"
                                     "  IndexedFaceSet OLD_VERTEX_COLOR: 0 1 2\n");
-    EXPECT_EQ(traverse(scene.root), 8);
+    EXPECT_EQ(countTriangles(scene.root), 8);
 }
 
 TEST(FltObjectToSoSeparatorFaceSetsTest, OldVerticesWithColourAloneGiveNoFaceSet)

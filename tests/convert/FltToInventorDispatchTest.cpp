@@ -7,6 +7,7 @@
 #include "support/DirectConversion.h"
 #include "support/ParsedRecords.h"
 #include "support/SceneTraversal.h"
+#include "support/Text.h"
 
 #include <Inventor/nodes/SoSeparator.h>
 #include <gtest/gtest.h>
@@ -846,14 +847,6 @@ TEST(FltToInventorDispatchTest, AFileThatEndsInsideARecordIsConvertedUpToThatRec
 }
 
 // Depth
-
-int countOf(std::string const& text, std::string const& part)
-{
-    int count = 0;
-    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
-        ++count;
-    return count;
-}
 
 TEST(FltToInventorDispatchTest, EightHundredNestedGroupsAreAllBuilt)
 {

@@ -2,6 +2,7 @@
 
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "records/FltOpcode.h"
 #include "support/ConvertedFile.h"
 #include "support/ConvertedScene.h"
 #include "support/ScratchFolder.h"
@@ -99,6 +100,22 @@ TEST(FltToInventorInstancingTest, AReferenceWithNoLevelOpenIsPassedOver)
     ConvertedScene const scene(flt);
     EXPECT_EQ(scene.text(), rootWith(""));
     EXPECT_EQ(scene.messages, "");
+}
+
+TEST(FltToInventorInstancingTest, DefinitionsWithNoLevelOpenAreSubtreesOfTheirOwn)
+{
+    FltWriter flt;
+    flt.add("InstanceDefinition", {{"instanceDefinitionNumber", 1}});
+    flt.add("InstanceDefinition", {{"instanceDefinitionNumber", 2}}).push();
+    flt.add("InstanceReference", {{"instanceDefinitionNumber", 1}}).pop();
+    flt.addRaw(FltOpcode::header, FltWriter().lastRecord().substr(4)).push(); // the root's level
+    flt.add("InstanceReference", {{"instanceDefinitionNumber", 2}}).pop();
+    ConvertedScene const scene(flt);
+    EXPECT_EQ(scene.messages, "");
+    auto* const definition = static_cast<SoGroup*>(scene.find("InstanceDefinition_2"));
+    ASSERT_NE(definition, nullptr);
+    ASSERT_EQ(definition->getNumChildren(), 1);
+    EXPECT_EQ(definition->getChild(0)->getName(), SbName("InstanceDefinition_1"));
 }
 
 TEST(FltToInventorInstancingTest, ADefinitionThatRefersToItselfIsRefusedAndReported)

@@ -7,12 +7,15 @@
 #include "support/ConvertedFile.h"
 #include "support/ConvertedScene.h"
 #include "support/FileSizeLimit.h"
+#include "support/MemoryInput.h"
+#include "support/ProcessUsage.h"
 #include "support/ScratchFolder.h"
 
 #include <Inventor/SbViewportRegion.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/nodes/SoLOD.h>
+#include <Inventor/sensors/SoNodeSensor.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -24,6 +27,11 @@ namespace fs = std::filesystem;
 
 std::string const header1570 =
     "\n HEADER RECORD \n  (PRIMARY_RECORD)\n-- Opcode: 1  Length: 298 --\nformatRevisionLevel: 1570\n";
+
+SbVec3f centreOf(ConvertedScene const& scene, char const* levelOfDetail)
+{
+    return static_cast<SoLOD*>(scene.find(levelOfDetail))->center.getValue();
+}
 
 TEST(FltToInventorTest, NamesTheProductAndItsVersion)
 {
@@ -328,14 +336,47 @@ TEST(FltToInventorTest, ALevelOpenedAgainBelowAFinishedLODCountsInTheCentreOfThe
     flt.push().add("Group").push().face({far, far, far}).pop().pop(); // below "last"
     flt.pop().pop();
     ConvertedScene const scene(flt);
-    auto const centreOf = [&](char const* name) {
-        return static_cast<SoLOD*>(scene.find(name))->center.getValue();
-    };
-    EXPECT_EQ(centreOf("inner"), SbVec3f(2, 1, 1));
-    EXPECT_EQ(centreOf("outer"), SbVec3f(6, 11, 16));
+    EXPECT_EQ(centreOf(scene, "inner"), SbVec3f(2, 1, 1));
+    EXPECT_EQ(centreOf(scene, "outer"), SbVec3f(6, 11, 16));
     SoGetBoundingBoxAction again{SbViewportRegion()};
     again.apply(scene.root);
     EXPECT_EQ(again.getBoundingBox().getCenter(), SbVec3f(6, 11, 16));
+}
+
+TEST(FltToInventorTest, ALevelOpenedAgainBelowTwoFinishedLODsCountsInTheCentreAroundBoth)
+{
+    FltWriter flt;
+    flt.vertexPalette();
+    double const near = flt.vertex("VertexColor", 2, 2, 2);
+    double const far = flt.vertex("VertexColor", 12, 22, 32);
+    flt.push().add("LOD", {{"idASCII", "around"}}).push();
+    flt.add("LOD", {{"idASCII", "outer"}}).push().add("LOD", {{"idASCII", "inner"}}).push();
+    flt.add("Group", {{"idASCII", "last"}}).push().face({near, near, near}).pop();
+    flt.pop().pop();                                                  // both are finished
+    flt.push().add("Group").push().face({far, far, far}).pop().pop(); // below "last"
+    flt.pop().pop();
+    ConvertedScene const scene(flt);
+    EXPECT_EQ(centreOf(scene, "inner"), SbVec3f(2, 2, 2));
+    EXPECT_EQ(centreOf(scene, "outer"), SbVec3f(2, 2, 2));
+    EXPECT_EQ(centreOf(scene, "around"), SbVec3f(7, 12, 17));
+}
+
+TEST(FltToInventorTest, ALevelOpenedAgainBelowAReplicatedLODCountsInTheCentreOfTheOuterOne)
+{
+    FltWriter flt;
+    flt.vertexPalette();
+    double const near = flt.vertex("VertexColor", 2, 2, 2);
+    double const far = flt.vertex("VertexColor", 12, 22, 32);
+    flt.push().add("LOD", {{"idASCII", "outer"}}).push();
+    flt.add("LOD", {{"idASCII", "inner"}}).add("Replicate").push();
+    flt.add("Group", {{"idASCII", "last"}}).push().face({near, near, near}).pop();
+    flt.pop();
+    flt.push().add("Group").push().face({far, far, far}).pop().pop(); // below "last"
+    flt.pop().pop();
+    ConvertedScene const scene(flt);
+    EXPECT_NE(scene.find("Replications"), nullptr);
+    EXPECT_EQ(centreOf(scene, "inner"), SbVec3f(2, 2, 2));
+    EXPECT_EQ(centreOf(scene, "outer"), SbVec3f(7, 12, 17));
 }
 
 TEST(FltToInventorTest, AfterAConversionEveryNodeTellsOfItsChangesAgain)
@@ -358,7 +399,36 @@ TEST(FltToInventorTest, AfterAConversionEveryNodeTellsOfItsChangesAgain)
     EXPECT_GT(search.getPaths().getLength(), 12);
 }
 
-TEST(FltToInventorTest, ManyConversionsLeaveNoFileOpenAndLittleMemory)
+TEST(FltToInventorTest, AHostThatWatchesItsRootHearsOfTheConversionOnceAndOfEachChangeAfterIt)
+{
+    FltWriter flt;
+    flt.vertexPalette();
+    double const a = flt.vertex("VertexColor", 1, 1, 1);
+    flt.push().add("Group").push().add("LOD", {{"idASCII", "l"}}).push();
+    flt.add("Object").push().face({a, a, a}).pop().pop().pop().pop();
+    MemoryInput input(flt.bytes());
+    ConvertedRoot const root(new SoSeparator);
+    int heard = 0;
+    SoNodeSensor sensor([](void* data, SoSensor* /*sensor*/) { ++*static_cast<int*>(data); }, &heard);
+    sensor.setPriority(0); // at once
+    sensor.attach(root.get());
+    {
+        StreamCapture const out(std::cout);
+        FltToInventor converter;
+        converter.setFltInputToconvert(&input);
+        converter.setResult(root.get());
+        EXPECT_EQ(converter.convert(), 0);
+    }
+    EXPECT_EQ(heard, 1);
+    SoSearchAction search;
+    search.setType(SoLOD::getClassTypeId());
+    search.apply(root.get());
+    ASSERT_NE(search.getPath(), nullptr);
+    static_cast<SoLOD*>(search.getPath()->getTail())->center.setValue(7, 8, 9);
+    EXPECT_EQ(heard, 2);
+}
+
+TEST(FltToInventorTest, ManyConversionsLeaveNoFileOpen)
 {
     ScratchFolder const folder;
     std::string const path = folder.path("a.flt");
@@ -366,16 +436,13 @@ TEST(FltToInventorTest, ManyConversionsLeaveNoFileOpenAndLittleMemory)
     flt.vertexPalette();
     int const a = flt.vertex("VertexColor", 0, 0, 0);
     flt.push().add("Object").push().face({double(a), double(a), double(a)}).pop().pop().save(path);
-    auto const openFiles = [] {
-        return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
-    };
     {
         ConvertedFile const first(path);
     }
-    auto const before = openFiles();
+    std::size_t const before = ProcessUsage::openFiles();
     for (int i = 0; i < 50; ++i)
         ConvertedFile const again(path);
-    EXPECT_EQ(openFiles(), before);
+    EXPECT_EQ(ProcessUsage::openFiles(), before);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "dump/FltDump.h"
 
+#include "support/StreamCapture.h"
+
 #include <cmath>
 #include <cstring>
 #include <functional>
@@ -22,20 +24,6 @@ std::string written(Action const& action)
     action(os);
     return os.str();
 }
-
-/// Counts the flushes of a stream that keeps its text.
-class CountingBuffer : public std::stringbuf
-{
-public:
-    int flushes = 0;
-
-protected:
-    int sync() override
-    {
-        ++flushes;
-        return 0;
-    }
-};
 
 /// A locale that groups digits and has a comma for the point.
 class Grouping : public std::numpunct<char>
@@ -306,22 +294,22 @@ TEST(FltDumpTest, LinesThatOutgrowTheBufferComeOutWhole)
 
 TEST(FltDumpTest, EveryLineEndsWithOneFlush)
 {
-    CountingBuffer buffer;
+    CaptureBuffer buffer;
     std::ostream os(&buffer);
     double const matrix[4] = {};
     FltDump(os).line("a: ", 1);
-    EXPECT_EQ(buffer.flushes, 1);
+    EXPECT_EQ(buffer.flushes(), 1);
     {
         FltDump dump(os);
         dump.field("b", 1);
-        EXPECT_EQ(buffer.flushes, 2);
+        EXPECT_EQ(buffer.flushes(), 2);
         (dump << "c: " << 0.5).endLine();
-        EXPECT_EQ(buffer.flushes, 3);
+        EXPECT_EQ(buffer.flushes(), 3);
     }
     FltDump(os).rows(matrix, 2, 2);
-    EXPECT_EQ(buffer.flushes, 5);
+    EXPECT_EQ(buffer.flushes(), 5);
     FltDump(os).textWithoutEnd("t: ", "x", nullptr);
-    EXPECT_EQ(buffer.flushes, 5);
+    EXPECT_EQ(buffer.flushes(), 5);
 }
 
 /// A dump of every shape with a number in it, and the same by the stream's own operators.

@@ -8,6 +8,64 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cerrno>
+#include <sys/types.h>
+#include <utility>
+#include <vector>
+
+// The linker has the library call the one for write(), and this file reach the system's own by the other.
+// NOLINTBEGIN(bugprone-reserved-identifier)
+extern "C" ssize_t __wrap_write(int file, void const* bytes, std::size_t size);
+extern "C" ssize_t __real_write(int file, void const* bytes, std::size_t size);
+// NOLINTEND(bugprone-reserved-identifier)
+
+namespace
+{
+
+/// One call of write(): how many bytes it takes at most, or the error that it ends with.
+struct WriteAnswer {
+    std::size_t most;
+    int error;
+};
+
+/// While this object lives the next calls of write() go as planned, one after the other.
+class PlannedWrites
+{
+public:
+    explicit PlannedWrites(std::vector<WriteAnswer> answers)
+    {
+        std::reverse(answers.begin(), answers.end());
+        planned = std::move(answers);
+    }
+    ~PlannedWrites() { planned.clear(); }
+
+    PlannedWrites(PlannedWrites const&) = delete;
+    PlannedWrites& operator=(PlannedWrites const&) = delete;
+
+    static bool areDone() { return planned.empty(); }
+
+    static ssize_t write(int file, void const* bytes, std::size_t size)
+    {
+        if (planned.empty())
+            return __real_write(file, bytes, size);
+        WriteAnswer const answer = planned.back();
+        planned.pop_back();
+        errno = answer.error;
+        return answer.error != 0 ? -1 : __real_write(file, bytes, std::min(size, answer.most));
+    }
+
+private:
+    inline static std::vector<WriteAnswer> planned; ///< The next one last.
+};
+
+} // namespace
+
+extern "C" ssize_t __wrap_write(int file, void const* bytes, std::size_t size)
+{
+    return PlannedWrites::write(file, bytes, size);
+}
+
 namespace
 {
 
@@ -126,27 +184,15 @@ TEST(FltLogBufferTest, LineOfADumpOntoAFailedStreamIsLostThoughTheLogIsOpen)
 
 TEST(FltLogBufferTest, LineOfADumpFlushesTheTiedStreamFirst)
 {
-    class Tied : public std::stringbuf
-    {
-    public:
-        int flushes = 0;
-
-    protected:
-        int sync() override
-        {
-            ++flushes;
-            return 0;
-        }
-    };
     ScratchFolder const directory;
-    Tied buffer;
+    CaptureBuffer buffer;
     std::ostream other(&buffer);
     FltLogStream log;
     ASSERT_TRUE(opens(log, directory.path("a.log")));
     log.tie(&other);
     FltDump(log).line("line ", 1);
     log.tie(nullptr);
-    EXPECT_GE(buffer.flushes, 1);
+    EXPECT_GE(buffer.flushes(), 1);
     EXPECT_TRUE(log.buffer.close());
     EXPECT_EQ(contentsOf(directory.path("a.log")), "line 1\n");
 }
@@ -220,6 +266,45 @@ TEST(FltLogBufferTest, FullDiskIsReportedByCloseAndByNothingElse)
     FltDump(log).line("number: ", 1);
     EXPECT_FALSE(log.buffer.close());
     EXPECT_EQ(contentsOf(directory.path("a.log")), std::string(100, 'x'));
+}
+
+TEST(FltLogBufferTest, WriteThatASignalInterruptsIsTriedAgain)
+{
+    ScratchFolder const directory;
+    FltLogStream log;
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
+    log << "written all the same";
+    PlannedWrites const writes({{0, EINTR}, {0, EINTR}});
+    EXPECT_TRUE(log.buffer.close());
+    EXPECT_TRUE(PlannedWrites::areDone());
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "written all the same");
+}
+
+TEST(FltLogBufferTest, WriteOfAPartGoesOnWithTheRest)
+{
+    ScratchFolder const directory;
+    FltLogStream log;
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
+    log << "one two three";
+    PlannedWrites const writes({{4, 0}, {0, EINTR}, {4, 0}});
+    EXPECT_TRUE(log.buffer.close());
+    EXPECT_TRUE(PlannedWrites::areDone());
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "one two three");
+}
+
+TEST(FltLogBufferTest, WriteThatFailsOrTakesNothingIsToldByClose)
+{
+    for (WriteAnswer const& answer : {WriteAnswer{0, EIO}, WriteAnswer{0, ENOSPC}, WriteAnswer{0, 0}}) {
+        ScratchFolder const directory;
+        FltLogStream log;
+        ASSERT_TRUE(opens(log, directory.path("a.log")));
+        log << "lost";
+        PlannedWrites const writes({answer});
+        log.buffer.write();
+        log << "and this with it";
+        EXPECT_FALSE(log.buffer.close()) << answer.error;
+        EXPECT_EQ(contentsOf(directory.path("a.log")), "") << answer.error;
+    }
 }
 
 TEST(FltLogBufferTest, BufferOpensAgainAfterAFailure)

@@ -191,6 +191,25 @@ TEST_F(SoFLTFileKitTest, replacesItsSceneByAnotherFiles)
     kit->unref();
 }
 
+TEST_F(SoFLTFileKitTest, letsItsSceneGoWithItselfAndWithTheNextFile)
+{
+    SoForeignFileKit* const kit = makeKit();
+    auto const sceneOf = [&](std::string const& path) {
+        EXPECT_TRUE(kit->readFile(path.c_str()));
+        SoSeparator* const scene = kit->convert();
+        scene->ref();
+        return scene;
+    };
+    SoSeparator* const first = sceneOf(saveGroup("hangar", "a.flt"));
+    SoSeparator* const second = sceneOf(saveGroup("tower", "b.flt"));
+    EXPECT_EQ(first->getRefCount(), 1);
+    EXPECT_GT(second->getRefCount(), 1);
+    kit->unref();
+    EXPECT_EQ(second->getRefCount(), 1);
+    first->unref();
+    second->unref();
+}
+
 TEST_F(SoFLTFileKitTest, leavesTheToolkitsDirectoriesAsTheyWere)
 {
     SoForeignFileKit* const kit = makeKit();

@@ -1,4 +1,5 @@
 #include "support/ConvertedFile.h"
+#include "support/RecordText.h"
 #include "support/ScratchFolder.h"
 #include "writer/EveryRecord.h"
 
@@ -13,20 +14,6 @@ namespace
 std::string goldenFile(std::string const& name)
 {
     return contentsOf(std::string(VELLOREADER_GOLDEN) + name);
-}
-
-/// The dump of a clip region shows where its flags stand in memory: another place in each run.
-std::string withoutAddress(std::string log)
-{
-    std::string const before = "flags: 0x";
-    std::size_t const clipRegion = log.find("\n CLIP REGION RECORD ");
-    for (std::size_t at = log.find(before, clipRegion); clipRegion != std::string::npos && at < log.size();
-         at = log.find(before, at + 1)) {
-        std::size_t const title = log.rfind(" RECORD ", at);
-        if (log.compare(title - 11, 11, "CLIP REGION") == 0)
-            log.replace(at, log.find('\n', at) - at, "flags: ADDRESS");
-    }
-    return log;
 }
 
 /// Expects two texts to be the same, byte for byte, and shows where they part.

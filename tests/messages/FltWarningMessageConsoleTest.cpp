@@ -2,6 +2,7 @@
 
 #include "messages/FltLimits.h"
 #include "support/StreamCapture.h"
+#include "support/Text.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -33,14 +34,6 @@ std::string printedBy(Action action)
     StreamCapture const printed(std::cerr);
     action();
     return printed.str();
-}
-
-int countOf(std::string const& text, std::string const& word)
-{
-    int count = 0;
-    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + 1))
-        ++count;
-    return count;
 }
 
 TEST_F(FltWarningMessageConsoleTest, PrintedMessageHasItsLevelAndABlankLine)

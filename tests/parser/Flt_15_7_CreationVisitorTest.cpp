@@ -1,42 +1,15 @@
 #include "parser/Flt_15_7_CreationVisitor.h"
 
-#include "parser/FltParser.h"
 #include "records/FltRecordSound.h"
 #include "records/FltRecordUnknown.h"
-#include "support/MemoryInput.h"
+#include "support/Parse.h"
 #include "support/RecordText.h"
-#include "support/StreamCapture.h"
+#include "support/Text.h"
 
 #include <gtest/gtest.h>
 
 namespace
 {
-
-/// The records of a parse, and the log of it.
-struct Parse {
-    explicit Parse(FltWriter const& flt) : input(flt.bytes()), parser(&input)
-    {
-        StreamCapture const out(std::cout);
-        parser.run();
-        log = out.str();
-    }
-    ~Parse() { destroyRecords(parser); }
-
-    FltRecord* operator[](std::size_t i) { return parser.getFltRecords().at(i); }
-    std::size_t size() { return parser.getFltRecords().size(); }
-
-    MemoryInput input;
-    FltParser parser;
-    std::string log;
-};
-
-int countOf(std::string const& text, std::string const& word)
-{
-    int count = 0;
-    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + 1))
-        ++count;
-    return count;
-}
 
 TEST(Flt_15_7_CreationVisitorTest, RevisionIs0AndRgbModeOffAtTheBeginning)
 {

@@ -185,11 +185,11 @@ TEST(PluginLibrary, hasItsNameInItself)
 TEST(PluginLibrary, exportsTheEntryPointsAndTheClassesOfHostsAlone)
 {
     std::set<std::string> const expected = {
-        "FltFileInput",      "FltInput",         "FltParser",
-        "FltStatisticsTool", "FltToInventor",    "FltWarningMessageConsole",
-        "SbFileHelper",      "SoInputFltReader", "SoInputReader",
-        "SoRefCounter",      "convertFrom",      "exitPlugin",
-        "getProductName",    "getVersion",       "initPlugin"};
+        "FltDumpOutput", "FltFileInput",      "FltInput",         "FltParser",
+        "FltRecordJson", "FltStatisticsTool", "FltToInventor",    "FltWarningMessageConsole",
+        "SbFileHelper",  "SideFile",          "SoInputFltReader", "SoInputReader",
+        "SoRefCounter",  "convertFrom",       "exitPlugin",       "getProductName",
+        "getVersion",    "initPlugin"};
     EXPECT_EQ(classesAndFunctions(definedNames("libzov.inventor.io.flt.so")), expected);
 }
 

@@ -1,32 +1,17 @@
 #include "robustness/Endurance.h"
 
 #include "support/ConvertedScene.h"
-#include "support/Traversal.h"
+#include "support/SceneTraversal.h"
+#include "support/Text.h"
 
+#include "records/FltOpcode.h"
 #include "records/FltUtils.h"
 
-#include <Inventor/nodes/SoSeparator.h>
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
-#include <malloc.h>
 #include <new>
-#include <unistd.h>
-
-#ifdef __SANITIZE_ADDRESS__
-extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
-#endif
 
 namespace
 {
-
-std::size_t count(std::string const& text, std::string const& part)
-{
-    std::size_t found = 0;
-    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size()))
-        ++found;
-    return found;
-}
 
 /// Hands the offset of each whole record to @p visit, as the parser frames them.
 template <class Visit>
@@ -41,28 +26,29 @@ void forEachRecord(std::string const& bytes, Visit const& visit)
     }
 }
 
-std::size_t lineOfStatus(std::string const& label)
-{
-    std::ifstream status("/proc/self/status");
-    for (std::string word; status >> word;)
-        if (word == label) {
-            std::size_t kilobytes = 0;
-            status >> kilobytes;
-            return kilobytes * 1024;
-        }
-    return 0;
-}
-
 } // namespace
 
-Endured endure(std::string const& bytes)
+std::vector<FltTopic> const& topics()
+{
+    static std::vector<FltTopic> const all = everyTopicInBrief(1570);
+    return all;
+}
+
+std::string nameOfTopic(testing::TestParamInfo<std::size_t> const& info)
+{
+    return topics()[info.param].name;
+}
+
+Endured endure(std::string const& bytes, bool countsRecords)
 {
     Endured endured;
     try {
-        ConvertedScene const scene(bytes);
-        endured.records = count(scene.log, "\n-- Opcode: ");
-        endured.logBytes = scene.log.size();
-        traverse(scene.root);
+        ConvertedScene const scene(bytes, "memory/scene.flt",
+                                   countsRecords ? CaptureBuffer::everything : CaptureBuffer::nothing);
+        endured.records = countOf(scene.log, "\n-- Opcode: ");
+        endured.logBytes = scene.logSize;
+        endured.sceneBytes = traverseScene(scene.root);
+        countTriangles(scene.root);
     } catch (std::bad_array_new_length const&) {
         if (!hasNegativeSwitch(bytes))
             throw;
@@ -71,13 +57,20 @@ Endured endure(std::string const& bytes)
     return endured;
 }
 
+FltWriter withNegativeSwitch()
+{
+    FltWriter flt(1570);
+    flt.push().add("Switch", {{"numberOfMasks", -1}, {"numberOf32BitWordsPerMask", 4}}).pop();
+    return flt;
+}
+
 bool hasNegativeSwitch(std::string const& bytes)
 {
     bool found = false;
     std::string padded = bytes + std::string(28, '\0');
     forEachRecord(bytes, [&](std::size_t offset) {
         char const* const record = padded.data() + offset;
-        if (FltUtils::word16At(record) != 96)
+        if (FltUtils::word16At(record) != FltOpcode::switchNode)
             return;
         std::uint32_t const words = FltUtils::word32At(record + 20) * FltUtils::word32At(record + 24);
         found = found || static_cast<std::int32_t>(words) < 0;
@@ -85,37 +78,9 @@ bool hasNegativeSwitch(std::string const& bytes)
     return found;
 }
 
-std::size_t countWholeRecords(std::string const& bytes)
+int countWholeRecords(std::string const& bytes)
 {
-    std::size_t records = 0;
+    int records = 0;
     forEachRecord(bytes, [&](std::size_t) { ++records; });
     return records;
-}
-
-std::size_t memoryInUse()
-{
-#ifdef __SANITIZE_ADDRESS__
-    return __sanitizer_get_current_allocated_bytes();
-#else
-    malloc_trim(0);
-    return lineOfStatus("VmRSS:");
-#endif
-}
-
-std::size_t peakMemory()
-{
-    return lineOfStatus("VmHWM:");
-}
-
-void forgetPeak()
-{
-    std::ofstream("/proc/self/clear_refs") << "5";
-}
-
-std::size_t openFiles()
-{
-    std::size_t files = 0;
-    for ([[maybe_unused]] auto const& file : std::filesystem::directory_iterator("/proc/self/fd"))
-        ++files;
-    return files;
 }

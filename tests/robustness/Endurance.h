@@ -1,12 +1,13 @@
 #pragma once
 
 #include "support/SmallVertexPalettes.h"
+#include "writer/EveryRecord.h"
 
 #include <Inventor/errors/SoDebugError.h>
-#include <chrono>
 #include <cstddef>
-#include <streambuf>
+#include <gtest/gtest.h>
 #include <string>
+#include <vector>
 
 #ifdef __SANITIZE_ADDRESS__
 constexpr bool isSanitized = true;
@@ -14,7 +15,7 @@ constexpr bool isSanitized = true;
 constexpr bool isSanitized = false;
 #endif
 
-/// While this object lives the toolkit doesn't tell what it thinks of broken scenes.
+/// While this object lives the toolkit doesn't report what it thinks of broken scenes.
 class QuietToolkit
 {
 public:
@@ -32,60 +33,30 @@ private:
     void* data;
 };
 
-/// Takes everything, keeps nothing but its size.
-class CountingBuffer : public std::streambuf
-{
-public:
-    std::size_t size = 0;
+/// Databases that hold every record of the format, to be broken byte by byte.
+std::vector<FltTopic> const& topics();
 
-protected:
-    int_type overflow(int_type character) override
-    {
-        ++size;
-        return traits_type::not_eof(character);
-    }
-    std::streamsize xsputn(char const* /*text*/, std::streamsize count) override
-    {
-        size += static_cast<std::size_t>(count);
-        return count;
-    }
-};
-
-class Stopwatch
-{
-public:
-    double seconds() const
-    {
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    }
-
-private:
-    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
-};
+/// The name of one of them, for a test that is made for each.
+std::string nameOfTopic(testing::TestParamInfo<std::size_t> const& info);
 
 /// What a conversion of a broken database came to.
 struct Endured {
-    std::size_t records = 0;  ///< That the log dumps.
-    std::size_t logBytes = 0; ///< Of the log.
-    bool wasRefused = false;  ///< By the exception that a negative number of mask words is answered with.
+    int records = 0;            ///< That the log dumps; 0 if the log wasn't kept.
+    std::size_t logBytes = 0;   ///< Of the log.
+    std::size_t sceneBytes = 0; ///< Of the scene in the toolkit's binary format.
+    bool wasRefused = false;    ///< By the exception that a negative number of mask words is answered with.
 };
 
 /// Converts a database, does with the scene what a host does, and destroys it. Any exception but the one that
 /// is allowed goes on.
-Endured endure(std::string const& bytes);
+/// @param countsRecords whether the log is looked at, which takes a while
+Endured endure(std::string const& bytes, bool countsRecords = false);
+
+/// A database of a switch that asks the allocator for a negative number of words.
+FltWriter withNegativeSwitch();
 
 /// Whether a database holds a switch whose number of mask words is negative.
 bool hasNegativeSwitch(std::string const& bytes);
 
 /// How many records stand whole in a database.
-std::size_t countWholeRecords(std::string const& bytes);
-
-/// Bytes of memory that the process holds.
-std::size_t memoryInUse();
-
-/// The most that the process has held since the last call of forgetPeak().
-std::size_t peakMemory();
-void forgetPeak();
-
-/// How many files the process has open.
-std::size_t openFiles();
+int countWholeRecords(std::string const& bytes);

@@ -5,11 +5,11 @@
 #include "parser/FltParser.h"
 #include "records/FltRecord.h"
 #include "records/FltRecordUnknown.h"
+#include "support/ConvertedRoot.h"
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
 #include "writer/FltWriter.h"
 
-#include <Inventor/nodes/SoSeparator.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -41,17 +41,10 @@ class StatisticsHost
 public:
     explicit StatisticsHost(std::string const& path) : input(path.c_str()), parser(&input)
     {
-        root->ref();
         converter.setFltParser(&parser);
-        converter.setResult(root);
+        converter.setResult(root.get());
     }
-    ~StatisticsHost()
-    {
-        parser.setInput(nullptr);
-        while (root->getRefCount() > 1)
-            root->unrefNoDelete();
-        root->unref();
-    }
+    ~StatisticsHost() { parser.setInput(nullptr); }
 
     StatisticsHost(StatisticsHost const&) = delete;
     StatisticsHost& operator=(StatisticsHost const&) = delete;
@@ -59,8 +52,8 @@ public:
     StreamCapture out{std::cout};
     FltFileInput input;
     FltParser parser;
+    ConvertedRoot root{new SoSeparator};
     FltToInventor converter;
-    SoSeparator* root = new SoSeparator;
 };
 
 constexpr char header[] = "#Openflight Statistics File\n\n"
@@ -183,7 +176,7 @@ TEST(FltToInventorMakeStats, countsTheRecordsOfAHostThatAsksBeforeTheyGo)
                                               " \n Opcode 53:  1 "
                                               " \n Opcode 76:  1 "
                                               " \n Opcode 93:  2 ");
-    EXPECT_GT(host.root->getNumChildren(), 0);
+    EXPECT_GT(host.root.get()->getNumChildren(), 0);
 }
 
 TEST(FltToInventorMakeStats, doesNothingWithoutRecords)

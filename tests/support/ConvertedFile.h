@@ -1,45 +1,34 @@
 #pragma once
 
+#include "support/ConvertedRoot.h"
 #include "support/SceneText.h"
 #include "support/StreamCapture.h"
 
 #include "convert/FltToInventor.h"
 
-#include <Inventor/nodes/SoSeparator.h>
-#include <iostream>
 #include <string>
 
-/// A file's conversion as a host runs it, with std::cout put back behind it.
+/// A file's conversion as a host runs it, with std::cout put back after it.
 class ConvertedFile
 {
+    ConvertedRoot held;
+
 public:
     explicit ConvertedFile(std::string const& path)
+        : ConvertedFile(path, StreamCapture(std::cout), StreamCapture(std::cerr))
     {
-        StreamCapture const out(std::cout);
-        StreamCapture const err(std::cerr);
-        root = FltToInventor::convertFromFile(path.c_str());
-        rootReferences = root != nullptr ? root->getRefCount() : 0;
-        if (root != nullptr)
-            root->ref();
-        messages = err.str();
-        beforeTheLog = out.str();
     }
-    ~ConvertedFile()
-    {
-        if (root == nullptr)
-            return;
-        while (root->getRefCount() > 1)
-            root->unrefNoDelete();
-        root->unref();
-    }
-
-    ConvertedFile(ConvertedFile const&) = delete;
-    ConvertedFile& operator=(ConvertedFile const&) = delete;
 
     std::string text() const { return sceneText(root); }
 
-    SoSeparator* root = nullptr;
-    int rootReferences = 0;   ///< As the conversion left them.
-    std::string messages;     ///< What went to std::cerr.
-    std::string beforeTheLog; ///< What went to std::cout before the log was open.
+    SoSeparator* const root = held.get();
+    int const rootReferences = held.getReferences(); ///< As the conversion left them.
+    std::string messages;                            ///< What went to std::cerr.
+    std::string beforeTheLog;                        ///< What went to std::cout before the log was open.
+
+private:
+    ConvertedFile(std::string const& path, StreamCapture const& out, StreamCapture const& err)
+        : held(FltToInventor::convertFromFile(path.c_str())), messages(err.str()), beforeTheLog(out.str())
+    {
+    }
 };

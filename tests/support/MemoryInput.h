@@ -13,22 +13,25 @@
 class MemoryInput : public FltInput
 {
 public:
+    /// @param name of the file that it is taken for; what it has of a directory is the input's
     explicit MemoryInput(std::string content, std::string name = "memory.flt")
-        : bytes(std::move(content)), fileName(std::move(name))
+        : bytes(std::move(content)), fileName(std::move(name)),
+          directory(fileName.substr(0, fileName.rfind('/') + 1))
     {
     }
 
     virtual ~MemoryInput() = default;
 
-    char* getBuffer() override { return &bytes[0]; }
+    char* getBuffer() override { return bytes.data(); }
     long getSize() const override { return static_cast<long>(bytes.size()); }
     bool isInFlowCreated() const override { return true; }
     char const* getFileName() const override { return fileName.c_str(); }
-    char const* getDirName() const override { return nullptr; }
+    char const* getDirName() const override { return directory.empty() ? nullptr : directory.c_str(); }
 
 private:
     std::string bytes;
     std::string fileName;
+    std::string directory;
 };
 
 /// Destroys the records of a parser, each once, and has the factory forget them.

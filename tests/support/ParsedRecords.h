@@ -1,8 +1,6 @@
 #pragma once
 
-#include "support/MemoryInput.h"
-#include "support/StreamCapture.h"
-#include "writer/FltWriter.h"
+#include "support/Parse.h"
 
 #include <vector>
 
@@ -13,21 +11,10 @@ class ParsedRecords
 public:
     using Iterator = std::vector<FltRecord*>::const_iterator;
 
-    explicit ParsedRecords(FltWriter const& flt) : input(flt.bytes()), parser(&input)
+    explicit ParsedRecords(FltWriter const& flt) : parse(flt), entries(parse.parser.getFltRecords())
     {
-        StreamCapture const out(std::cout);
-        parser.run();
-        entries = parser.getFltRecords();
         entries.push_back(nullptr);
     }
-    ~ParsedRecords()
-    {
-        destroyRecords(parser);
-        parser.setInput(nullptr);
-    }
-
-    ParsedRecords(ParsedRecords const&) = delete;
-    ParsedRecords& operator=(ParsedRecords const&) = delete;
 
     /// An iterator on a record.
     Iterator at(int index) const { return entries.begin() + index; }
@@ -39,7 +26,6 @@ public:
     int end() const { return static_cast<int>(entries.size()) - 1; }
 
 private:
-    MemoryInput input;
-    FltParser parser;
+    Parse parse;
     std::vector<FltRecord*> entries;
 };

@@ -13,6 +13,19 @@ std::string dumpOf(FltRecord const& record)
     return os.str();
 }
 
+std::string withoutAddress(std::string dumps)
+{
+    std::string const before = "flags: 0x";
+    std::size_t const clipRegion = dumps.find("\n CLIP REGION RECORD ");
+    for (std::size_t at = dumps.find(before, clipRegion);
+         clipRegion != std::string::npos && at < dumps.size(); at = dumps.find(before, at + 1)) {
+        std::size_t const title = dumps.rfind(" RECORD ", at);
+        if (dumps.compare(title - 11, 11, "CLIP REGION") == 0)
+            dumps.replace(at, dumps.find('\n', at) - at, "flags: ADDRESS");
+    }
+    return dumps;
+}
+
 std::string frame(std::string const& title, std::string const& category, int opcode, unsigned length)
 {
     return title + "\n  (" + category + ")\n-- Opcode: " + std::to_string(opcode) +

@@ -12,6 +12,10 @@
 /// What a record prints on a stream of its own.
 std::string dumpOf(FltRecord const& record);
 
+/// Dumps without the one number in them that is another in each run: a clip region shows where its flags
+/// stand in memory.
+std::string withoutAddress(std::string dumps);
+
 /// The lines of the frame: title, category, opcode and length.
 std::string frame(std::string const& title, std::string const& category, int opcode, unsigned length);
 

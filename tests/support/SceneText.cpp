@@ -24,18 +24,24 @@ std::string withoutFirstAndBlankLines(std::string const& text)
 
 } // namespace
 
-std::string sceneText(SoNode* root)
+std::string writtenScene(SoNode* root, bool isBinary)
 {
     SoOutput output;
     std::size_t const firstGuess = 64 * 1024;
     output.setBuffer(std::malloc(firstGuess), firstGuess, std::realloc);
+    output.setBinary(isBinary ? TRUE : FALSE);
     root->ref();
     SoWriteAction(&output).apply(root);
     root->unrefNoDelete();
     void* buffer = nullptr;
     std::size_t size = 0;
     output.getBuffer(buffer, size);
-    std::string const text(static_cast<char const*>(buffer), size);
+    std::string written(static_cast<char const*>(buffer), size);
     std::free(buffer);
-    return withoutFirstAndBlankLines(text);
+    return written;
+}
+
+std::string sceneText(SoNode* root)
+{
+    return withoutFirstAndBlankLines(writtenScene(root, false));
 }

@@ -1,32 +1,12 @@
 #pragma once
 
-#include <Inventor/SbName.h>
-#include <Inventor/SbViewportRegion.h>
-#include <Inventor/SoOutput.h>
-#include <Inventor/actions/SoGetBoundingBoxAction.h>
-#include <Inventor/actions/SoSearchAction.h>
-#include <Inventor/actions/SoWriteAction.h>
-#include <Inventor/nodes/SoNode.h>
-#include <cstdlib>
+#include <cstddef>
+
+class SoNode;
 
 /// What a host does with a scene: asks for its box, searches and writes it, each by the toolkit's recursion.
 /// @return the bytes that were written
-inline std::size_t traverseScene(SoNode* root)
-{
-    SoGetBoundingBoxAction box{SbViewportRegion()};
-    box.apply(root);
-    SoSearchAction search;
-    search.setName(SbName("no_node_bears_this_name"));
-    search.setSearchingAll(TRUE);
-    search.apply(root);
-    SoOutput output;
-    std::size_t const firstGuess = 64 * 1024;
-    output.setBuffer(std::malloc(firstGuess), firstGuess, std::realloc);
-    output.setBinary(TRUE); // without the indentation, which is most of the text of a deep scene
-    SoWriteAction(&output).apply(root);
-    void* buffer = nullptr;
-    std::size_t size = 0;
-    output.getBuffer(buffer, size);
-    std::free(buffer);
-    return size;
-}
+std::size_t traverseScene(SoNode* root);
+
+/// Takes a scene apart into triangles, as a host does that trusts its nodes. @return how many there are
+int countTriangles(SoNode* root);

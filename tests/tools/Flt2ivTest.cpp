@@ -1,4 +1,5 @@
 #include "ProgramRun.h"
+#include "support/FileSizeLimit.h"
 #include "writer/FltWriter.h"
 
 #include <Inventor/SoDB.h>
@@ -194,6 +195,24 @@ TEST_F(Flt2iv, exitsWith1ForAFullDiskAndAnUnknownDirectory)
     ProgramRun const nowhere("flt2iv", "-o " + (directory / "no/out.iv") + " " + triangle());
     EXPECT_EQ(nowhere.exitCode, 1);
     EXPECT_NE(nowhere.errors.find("cannot write: No such file or directory"), std::string::npos);
+}
+
+TEST_F(Flt2iv, leavesNoHalfOfAFileOnAFullDisk)
+{
+    FltWriter flt;
+    flt.push();
+    for (int i = 0; i < 1000; ++i)
+        flt.add("Group", {{"idASCII", "g" + std::to_string(i)}}).push().pop();
+    std::string const file = save(flt.pop(), "groups.flt");
+    for (char const* const form : {"", "-b "}) {
+        FileSizeLimit const full(4096);
+        ProgramRun const run("flt2iv", form + ("-o " + (directory / "out.iv") + " ") + file);
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_NE(run.errors.find("out.iv: cannot write: "), std::string::npos) << run.errors;
+        EXPECT_FALSE(std::filesystem::exists(directory / "out.iv"));
+    }
+    EXPECT_EQ(ProgramRun("flt2iv", "-o " + (directory / "out.iv") + " " + file).exitCode, 0);
+    EXPECT_GT(contentsOf(directory / "out.iv").size(), 4096U) << "there is room, and more than the disk had";
 }
 
 TEST_F(Flt2iv, exitsWith2ForWrongUsage)

@@ -1,8 +1,10 @@
 #include "ProgramRun.h"
+#include "support/FileSizeLimit.h"
 #include "writer/FltWriter.h"
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <png.h>
 #include <set>
@@ -37,6 +39,29 @@ struct Shot {
         return {pixels[i], pixels[i + 1], pixels[i + 2]};
     }
 
+    /// The pixels of a face that is all red (channel 0), green or blue, in whatever light.
+    struct Patch {
+        int pixels = 0;
+        double x = 0; ///< Of the middle, from the left.
+        double y = 0; ///< From the top.
+    };
+    Patch patchOf(std::size_t channel) const
+    {
+        Patch patch;
+        for (unsigned y = 0; y < height; ++y)
+            for (unsigned x = 0; x < width; ++x) {
+                std::array<int, 3> const color = at(x, y);
+                if (color[channel] < 60 || color[(channel + 1) % 3] > 20 || color[(channel + 2) % 3] > 20)
+                    continue;
+                ++patch.pixels;
+                patch.x += x;
+                patch.y += y;
+            }
+        patch.x /= std::max(patch.pixels, 1);
+        patch.y /= std::max(patch.pixels, 1);
+        return patch;
+    }
+
     std::size_t countColors() const
     {
         std::set<std::array<int, 3>> colors;
@@ -50,20 +75,46 @@ struct Shot {
 class Fltshot : public testing::Test
 {
 protected:
-    /// A database of one square about the origin, seen from above, of one colour.
-    std::string square(int red, int green, int blue)
+    struct Square {
+        int x;
+        int y;
+        std::array<double, 3> color;
+    };
+
+    /// A database of flat squares about these places, each two wide, to be seen from above.
+    std::string squares(std::vector<Square> const& all)
     {
         FltWriter flt;
         flt.vertexPalette();
         std::vector<double> corners;
-        for (auto const& [x, y] : {std::pair{-1, -1}, {1, -1}, {1, 1}, {-1, 1}})
-            corners.push_back(flt.vertex("VertexColor", x, y, 0));
+        for (Square const& square : all)
+            for (auto const& [x, y] : {std::pair{-1, -1}, {1, -1}, {1, 1}, {-1, 1}})
+                corners.push_back(flt.vertex("VertexColor", square.x + x, square.y + y, 0));
         flt.push().add("Object", {{"idASCII", "o1"}}).push();
-        flt.face(corners,
-                 {{"flags", 0x10000000}, {"packedColor", {255.0, double(blue), double(green), double(red)}}});
-        flt.pop().pop();
-        flt.save(directory / "square.flt");
-        return directory / "square.flt";
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            auto const& [red, green, blue] = all[i].color;
+            auto const first = corners.begin() + static_cast<std::ptrdiff_t>(4 * i);
+            flt.face({first, first + 4}, {{"flags", 0x10000000}, {"packedColor", {255, blue, green, red}}});
+        }
+        flt.pop().pop().save(directory / "squares.flt");
+        return directory / "squares.flt";
+    }
+
+    /// A database of one square about the origin.
+    std::string square(double red, double green, double blue)
+    {
+        return squares({{0, 0, {red, green, blue}}});
+    }
+
+    /// The picture of the squares that mark the directions: red in the east, green in the north, blue in the
+    /// middle.
+    Shot shotOfDirections(std::string const& options)
+    {
+        std::string const database = squares({{9, 0, {255, 0, 0}}, {0, 9, {0, 255, 0}}, {0, 0, {0, 0, 255}}});
+        ProgramRun const run("fltshot",
+                             database + " -o " + (directory / "o.png") + " --size 96x96 " + options);
+        EXPECT_EQ(run.exitCode, 0) << run.errors;
+        return Shot(directory / "o.png");
     }
 
     ScratchFolder directory;
@@ -102,6 +153,62 @@ TEST_F(Fltshot, showsTheSkyBelowWhereSolidFacesTurnTheirBacks)
     Shot const shot(directory / "o.png");
     ASSERT_EQ(shot.width, 64u);
     EXPECT_GT(shot.at(32, 32)[2], 100);
+}
+
+TEST_F(Fltshot, drawsNorthAtTheTopAndEastOnTheRightFromAbove)
+{
+    Shot const shot = shotOfDirections("--from 180,90");
+    Shot::Patch const east = shot.patchOf(0), north = shot.patchOf(1), middle = shot.patchOf(2);
+    EXPECT_GT(std::min({east.pixels, north.pixels, middle.pixels}), 50);
+    EXPECT_NEAR(north.x, middle.x, 2);
+    EXPECT_LT(north.y, middle.y - 20);
+    EXPECT_GT(east.x, middle.x + 20);
+    EXPECT_NEAR(east.y, middle.y, 2);
+}
+
+TEST_F(Fltshot, drawsWhatAViewerInTheEastSees)
+{
+    Shot const shot = shotOfDirections("--from 90,45");
+    Shot::Patch const east = shot.patchOf(0), north = shot.patchOf(1), middle = shot.patchOf(2);
+    EXPECT_GT(std::min({east.pixels, north.pixels, middle.pixels}), 50);
+    EXPECT_GT(east.pixels, middle.pixels) << "the east is nearest";
+    EXPECT_GT(east.y, middle.y + 15);
+    EXPECT_GT(north.x, middle.x + 20);
+}
+
+TEST_F(Fltshot, drawsWhatAViewerInTheNorthSees)
+{
+    Shot const shot = shotOfDirections("--from 0,45");
+    Shot::Patch const east = shot.patchOf(0), north = shot.patchOf(1), middle = shot.patchOf(2);
+    EXPECT_GT(std::min({east.pixels, north.pixels, middle.pixels}), 50);
+    EXPECT_GT(north.y, middle.y + 15) << "the north is nearest";
+    EXPECT_LT(east.x, middle.x - 20);
+}
+
+TEST_F(Fltshot, comesNearerWithZoomAndGoesFartherWithLessThanOne)
+{
+    std::string const database = square(0, 255, 0);
+    auto const pixelsAt = [&](std::string const& zoom) {
+        ProgramRun const run("fltshot", database + " -o " + (directory / "o.png") +
+                                            " --size 96x96 --from 180,90 --zoom " + zoom);
+        EXPECT_EQ(run.exitCode, 0) << run.errors;
+        return Shot(directory / "o.png").patchOf(1).pixels;
+    };
+    int const plain = pixelsAt("1");
+    EXPECT_GT(plain, 5000) << "nearly the whole picture";
+    EXPECT_NEAR(pixelsAt("0.5"), plain / 4.0, plain * 0.03);
+    EXPECT_EQ(pixelsAt("2"), 96 * 96);
+}
+
+TEST_F(Fltshot, leavesNoHalfOfAPictureOnAFullDisk)
+{
+    ASSERT_EQ(ProgramRun("make_sample", directory / "airfield.flt").exitCode, 0);
+    FileSizeLimit const full(4096);
+    ProgramRun const run("fltshot",
+                         (directory / "airfield.flt") + " -o " + (directory / "o.png") + " --size 320x180");
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_NE(run.errors.find("cannot write: File too large"), std::string::npos) << run.errors;
+    EXPECT_FALSE(std::filesystem::exists(directory / "o.png"));
 }
 
 TEST_F(Fltshot, drawsTheSampleInManyColors)

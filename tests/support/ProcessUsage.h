@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+
+/// What this process holds. A figure that the system doesn't tell throws std::runtime_error: a test that
+/// judges by it has to fail then.
+namespace ProcessUsage
+{
+
+/// Bytes of memory in use.
+std::size_t memoryInUse();
+
+/// The most bytes of memory that the process has held so far; a child of fork() begins with what its parent
+/// holds.
+std::size_t peakMemory();
+
+/// Files that are open.
+std::size_t openFiles();
+
+} // namespace ProcessUsage
