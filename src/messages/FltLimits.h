@@ -47,7 +47,7 @@ constexpr Ceiling switchNames{4 << 20, 64};
 
 /// Vertices in the face sets of obsolete vertices: each face adds a face set, which repeats the vertices of
 /// all faces before it.
-constexpr Ceiling oldVertexIndices{4'000'000, 32};
+constexpr Ceiling oldVertexIndices{4'000'000, 8};
 
 /// Bytes of external files that are read, for each byte of the files that they are: a file is read again for
 /// each file that refers to it, and for each name by which one file does.

@@ -7,6 +7,7 @@
 #include "support/DirectConversion.h"
 #include "support/ParsedRecords.h"
 #include "support/SceneTraversal.h"
+#include "support/Text.h"
 
 #include <Inventor/nodes/SoClipPlane.h>
 #include <Inventor/nodes/SoInfo.h>
