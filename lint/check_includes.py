@@ -25,7 +25,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "src/plugin": ("src/toolkit", "src/convert"),
     "src/filekit": ("src/toolkit", "src/plugin"),
     "python": ("src/toolkit", "src/filekit"),
-    "tools": ("src/plugin",),
+    "tools": ("src/toolkit", "src/plugin"),
     "writer": (),
     "examples": ("writer", "tools", "src/toolkit", "src/plugin"),
 }
