@@ -166,6 +166,7 @@ void FltToInventor::State::convertExternalFile(std::string const& path, std::str
                                " external references: further ones are left empty");
 
     FltFileInput input(fullPath.c_str());
+    input.dropBytesWhenParsed();
     auto* const root = new SoSeparator;
     parent->addChild(root);
     ReferencesGivenBack const references(root);
