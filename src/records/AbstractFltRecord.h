@@ -26,7 +26,7 @@ protected:
     unsigned int length; ///< Bytes of the record in the file, opcode and length words included.
 };
 
-/// A node of the hierarchy, or a part of one: it may have ancillary records and a level behind it.
+/// A node of the hierarchy, or a part of one: it may have ancillary records and a level after it.
 class PrimaryFltRecord : public AbstractFltRecord
 {
 public:
@@ -35,7 +35,7 @@ public:
     FltRecordCategory getCategory() const override { return FltRecordCategory::primary; }
 };
 
-/// A record that tells more of the primary record before it.
+/// A record that says more of the primary record before it.
 class AncillaryFltRecord : public AbstractFltRecord
 {
 public:
