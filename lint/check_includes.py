@@ -23,9 +23,10 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "src/statistics": ("src/toolkit", "src/messages", "src/records"),
     "src/convert": ("src/toolkit", "src/dump", "src/messages", "src/records", "src/parser", "src/statistics"),
     "src/plugin": ("src/toolkit", "src/convert"),
+    "src/loader": ("src/toolkit", "src/dump", "src/messages", "src/records", "src/parser", "src/convert"),
     "src/filekit": ("src/toolkit", "src/plugin"),
     "python": ("src/toolkit", "src/filekit"),
-    "tools": ("src/plugin",),
+    "tools": ("src/toolkit", "src/plugin"),
     "writer": (),
     "examples": ("writer", "tools", "src/toolkit", "src/plugin"),
 }
