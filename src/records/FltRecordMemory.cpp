@@ -52,6 +52,9 @@ Block* makeBlock()
         unmap(begin, before);
         unmap(begin + before + blockSize, blockSize - before);
         block = new (begin + before) Block;
+        static std::atomic<bool> isFirst{true};
+        if (!isFirst.exchange(false, std::memory_order_relaxed)) // a small database fills a part of one
+            madvise(block, blockSize, MADV_HUGEPAGE);
     }
     block->objects.store(whileFilled, std::memory_order_relaxed);
     return block;
