@@ -135,6 +135,7 @@ SoSeparator* convertWithoutLog(std::string const& path)
 {
     FltDumpOutput::Redirect const noDump(nullptr);
     FltFileInput input(path.c_str());
+    input.dropBytesWhenParsed();
     FltToInventor converter;
     auto* const root = new SoSeparator;
     root->ref();

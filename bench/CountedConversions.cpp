@@ -39,6 +39,7 @@ extern "C" [[gnu::noinline]] void convertCounted(char const* path, bool withLog,
     }
     FltDumpOutput::Redirect const noDump(nullptr);
     FltFileInput input(path);
+    input.dropBytesWhenParsed();
     FltToInventor converter;
     *root = new SoSeparator;
     (*root)->ref();
