@@ -32,13 +32,13 @@ def count(program: str, folder: pathlib.Path) -> list[Result]:
     """Runs the program under the counter."""
     subprocess.run([program, str(folder), 'write'], check=True)
     out = folder / 'callgrind.out'
-    counted = subprocess.run(['valgrind', '--tool=callgrind', '-q', f'--callgrind-out-file={out}',
+    counted = subprocess.run(['valgrind', '--tool=callgrind', '-q', f'--callgrind-out-file={out}.%p',
                               f'--toggle-collect={FUNCTION}', f'--dump-after={FUNCTION}',
                               program, str(folder)], check=True, stdout=subprocess.PIPE, text=True)
     results = []
-    for number, line in enumerate(counted.stdout.splitlines(), 1):
-        items, name = line.split(' ', 1)
-        totals = re.search(r'^(?:totals|summary): (\d+)', pathlib.Path(f'{out}.{number}').read_text(), re.M)
+    for line in counted.stdout.splitlines():
+        process, items, name = line.split(' ', 2)
+        totals = re.search(r'^(?:totals|summary): (\d+)', pathlib.Path(f'{out}.{process}.1').read_text(), re.M)
         if totals is None:
             sys.exit(f'check_budgets: nothing was counted for "{name}"')
         results.append(Result(name, int(items), int(totals.group(1))))
@@ -83,8 +83,7 @@ def main() -> int:
     parser.add_argument('--update', action='store_true', help='make what was counted the budgets')
     options = parser.parse_args()
     with tempfile.TemporaryDirectory() as folder:
-        counted = count(options.program, pathlib.Path(folder))
-    results = [result for result in counted if result.name != 'warm-up']
+        results = count(options.program, pathlib.Path(folder))
     budgets = json.loads(BUDGETS.read_text())
     growth = growths(results)
     sizes = {(result.name, result.items) for result in results if result.items}
