@@ -38,7 +38,8 @@ def count(program: str, folder: pathlib.Path) -> list[Result]:
     results = []
     for line in counted.stdout.splitlines():
         process, items, name = line.split(' ', 2)
-        totals = re.search(r'^(?:totals|summary): (\d+)', pathlib.Path(f'{out}.{process}.1').read_text(), re.M)
+        counts = pathlib.Path(f'{out}.{process}.1').read_text()
+        totals = re.search(r'^(?:totals|summary): (\d+)', counts, re.M)
         if totals is None:
             sys.exit(f'check_budgets: nothing was counted for "{name}"')
         results.append(Result(name, int(items), int(totals.group(1))))
