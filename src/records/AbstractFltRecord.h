@@ -4,6 +4,8 @@
 
 #include <string_view>
 
+class FltDump;
+
 /// A record with its length and the frame that every dump begins with.
 class AbstractFltRecord : public FltRecord
 {
@@ -24,6 +26,9 @@ protected:
     std::ostream& titleOpcodeAndLength(std::ostream& os, std::string_view title) const;
 
     unsigned int length; ///< Bytes of the record in the file, opcode and length words included.
+
+private:
+    void writeOpcodeAndLength(FltDump& dump) const;
 };
 
 /// A node of the hierarchy, or a part of one: it may have ancillary records and a level after it.
