@@ -3,9 +3,13 @@
 #include "convert/FltToInventor.h"
 #include "dump/FltDumpOutput.h"
 #include "loader/FltDatabaseFile.h"
+#include "loader/FltLoadHost.h"
+#include "loader/FltLoadLog.h"
 #include "loader/FltMessageCollector.h"
 #include "loader/FltSceneContent.h"
 #include "parser/FltFileInput.h"
+#include "parser/Flt_15_7_CreationVisitor.h"
+#include "toolkit/SoReferencesGivenBack.h"
 
 #include <Inventor/SoDB.h>
 #include <mutex>
@@ -40,34 +44,44 @@ void refuseWhatIsForTheCompleteConversion(FltLoader const& loader, std::string c
 }
 
 /// Makes the scene by the exact conversion.
-void convertExactly(std::string const& path, FltScene::Content& content)
+void convertExactly(FltInput& input, FltLoadHost& host, SoSeparator* root)
 {
-    FltDumpOutput::Redirect const noDump(nullptr);
-    FltFileInput input(FltDatabaseFile::withDirectory(path).c_str());
-    SoNodeRef<SoSeparator> const root(new SoSeparator);
-    bool converted = false;
-    {
-        FltToInventor converter;
-        converter.setFltInputToconvert(&input);
-        converter.setResult(root.get());
-        converted = converter.convert() == 0;
-    }
-    while (root->getRefCount() > 1)
-        root->unrefNoDelete(); // each header took one
-    if (!converted || root->getNumChildren() == 0)
-        throw FltDatabaseFile::whyNotConverted(path);
-    content.root = root;
+    SoReferencesGivenBack const references(root);
+    FltToInventor converter;
+    converter.setFltInputToconvert(&input);
+    converter.setResult(root);
+    converter.setHost(&host);
+    if (converter.convert() != 0 || root->getNumChildren() == 0)
+        throw FltDatabaseFile::whyNotConverted(input.getFileName());
 }
 
-FltScene loadScene(FltLoader const& loader, std::string const& path)
+FltFileInput readFile(std::string const& path)
 {
-    FltDatabaseFile::checkReadable(path, loader.largestFile);
-    refuseWhatIsForTheCompleteConversion(loader, path);
+    FltDumpOutput::Redirect const noDump(nullptr); // the log begins with the records
+    return FltFileInput(FltDatabaseFile::withDirectory(path).c_str());
+}
+
+FltScene loadScene(FltLoader const& options, std::string const& path)
+{
+    FltDatabaseFile::checkReadable(path, options.largestFile);
+    refuseWhatIsForTheCompleteConversion(options, path);
+    if (!FltDatabaseFile::canConvert(path))
+        throw FltDatabaseFile::whyNotConverted(path);
     if (!SoDB::isInitialized())
         SoDB::init();
+
     auto content = std::make_unique<FltScene::Content>();
+    content->root = SoNodeRef<SoSeparator>(new SoSeparator);
     FltMessageCollector messages;
-    convertExactly(path, *content);
+    Flt_15_7_CreationVisitor::Session const factory;
+    FltFileInput input = readFile(path);
+    FltLoadLog log(options.log, path);
+    FltLoadHost host(options, input.getFileName(), *content, messages);
+    convertExactly(input, host, content->root.get());
+    host.finish();
+    if (!log.close())
+        messages.add(
+            {FltMessage::Level::error, "the log isn't whole. Check the space on the disk.", log.getPath()});
     content->messages = std::move(messages.messages());
     return FltScene(std::move(content));
 }
@@ -81,6 +95,8 @@ FltScene FltLoader::load(std::string const& path) const
         return loadScene(*this, path);
     } catch (FltLoadError const&) {
         throw;
+    } catch (FltLoadHost::CallbackFailure const& failure) {
+        std::rethrow_exception(failure.reason);
     } catch (std::bad_alloc const&) {
         throw FltLoadError(
             Kind::outOfMemory, path,
