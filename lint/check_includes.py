@@ -30,8 +30,8 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
                    "src/convert"),
     "src/filekit": ("src/toolkit", "src/plugin"),
     "python": ("src/toolkit", "src/filekit"),
-    "tools/support": ("src/loader",),
-    "tools": ("tools/support", "src/loader"),
+    "tools/support": ("src/toolkit", "src/loader"),
+    "tools": ("tools/support", "src/toolkit", "src/loader"),
     "writer": (),
     "examples": ("writer", "tools", "tools/support", "src/loader", "src/toolkit", "src/plugin"),
 }

@@ -4,9 +4,9 @@
 #include "support/OutputFile.h"
 #include "support/Tool.h"
 
+#include "toolkit/SceneWriter.h"
+
 #include <CLI/CLI.hpp>
-#include <Inventor/SoOutput.h>
-#include <Inventor/actions/SoWriteAction.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <cstdio>
 #include <filesystem>
@@ -43,10 +43,10 @@ struct Options {
 
 void writeScene(SoNode* root, FILE* file, bool binary)
 {
-    SoOutput output;
+    SceneWriter::Output output;
     output.setFilePointer(file);
     output.setBinary(binary);
-    SoWriteAction(&output).apply(root);
+    SceneWriter::write(root, output);
 }
 
 } // namespace
