@@ -1,5 +1,6 @@
 #include "loader/FltLoadHost.h"
 
+#include "loader/FltDatabaseFile.h"
 #include "loader/FltOmissionKinds.h"
 #include "parser/FltInput.h"
 #include "records/FltRecordHeader.h"
@@ -55,7 +56,8 @@ std::uint64_t sizeOf(FltInput const& file)
 
 FltLoadHost::FltLoadHost(FltLoader const& options, std::string const& path, FltScene::Content& content,
                          FltMessageCollector& messages)
-    : options(options), path(path), content(content), messages(messages), textures(path, options.texturePath, options.textureNamesFrom)
+    : options(options), path(path), content(content), messages(messages),
+      textures(FltDatabaseFile::withDirectory(path), options.texturePath, options.textureNamesFrom)
 {
 }
 

@@ -4,6 +4,7 @@
 #include "dump/FltDumpOutput.h"
 #include "loader/FltDatabaseFile.h"
 #include "loader/FltLoadHost.h"
+#include "loader/FltLoadLock.h"
 #include "loader/FltLoadLog.h"
 #include "loader/FltMessageCollector.h"
 #include "loader/FltSceneContent.h"
@@ -12,21 +13,12 @@
 #include "toolkit/SoReferencesGivenBack.h"
 
 #include <Inventor/SoDB.h>
-#include <mutex>
 #include <new>
 
 namespace
 {
 
 using Kind = FltLoadError::Kind;
-
-/// Held during a load: the toolkit and the library's own registers are for one thread at a time. A callback
-/// of a load may load on its own.
-std::recursive_mutex& loadLock()
-{
-    static auto* const lock = new std::recursive_mutex;
-    return *lock;
-}
 
 void refuseWhatIsForTheCompleteConversion(FltLoader const& loader, std::string const& path)
 {
@@ -44,7 +36,7 @@ void refuseWhatIsForTheCompleteConversion(FltLoader const& loader, std::string c
 }
 
 /// Makes the scene by the exact conversion.
-void convertExactly(FltInput& input, FltLoadHost& host, SoSeparator* root)
+void convertExactly(std::string const& path, FltInput& input, FltLoadHost& host, SoSeparator* root)
 {
     SoReferencesGivenBack const references(root);
     FltToInventor converter;
@@ -52,7 +44,7 @@ void convertExactly(FltInput& input, FltLoadHost& host, SoSeparator* root)
     converter.setResult(root);
     converter.setHost(&host);
     if (converter.convert() != 0 || root->getNumChildren() == 0)
-        throw FltDatabaseFile::whyNotConverted(input.getFileName());
+        throw FltDatabaseFile::whyNotConverted(path);
 }
 
 FltFileInput readFile(std::string const& path)
@@ -75,9 +67,13 @@ FltScene loadScene(FltLoader const& options, std::string const& path)
     FltMessageCollector messages;
     Flt_15_7_CreationVisitor::Session const factory;
     FltFileInput input = readFile(path);
+    if (!input.isInFlowCreated())
+        throw FltLoadError(
+            Kind::cannotOpen, path,
+            "cannot be read. A backslash in a name is taken as a slash: give it another name.");
     FltLoadLog log(options.log, path);
-    FltLoadHost host(options, input.getFileName(), *content, messages);
-    convertExactly(input, host, content->root.get());
+    FltLoadHost host(options, path, *content, messages);
+    convertExactly(path, input, host, content->root.get());
     host.finish();
     if (!log.close())
         messages.add(
@@ -90,7 +86,7 @@ FltScene loadScene(FltLoader const& options, std::string const& path)
 
 FltScene FltLoader::load(std::string const& path) const
 {
-    std::lock_guard<std::recursive_mutex> const lock(loadLock());
+    FltLoadLock const lock;
     try {
         return loadScene(*this, path);
     } catch (FltLoadError const&) {
@@ -98,9 +94,7 @@ FltScene FltLoader::load(std::string const& path) const
     } catch (FltLoadHost::CallbackFailure const& failure) {
         std::rethrow_exception(failure.reason);
     } catch (std::bad_alloc const&) {
-        throw FltLoadError(
-            Kind::outOfMemory, path,
-            "the memory doesn't suffice. The database is damaged, or too large for this machine.");
+        throw FltDatabaseFile::outOfMemory(path);
     } catch (std::exception const& problem) {
         throw FltLoadError(Kind::failed, path, std::string("unexpected failure: ") + problem.what());
     }

@@ -14,6 +14,8 @@ void SoSharedTexture::setPixels(std::shared_ptr<SoSharedPixels const> pixels)
 
 void SoSharedTexture::nameSilently(SoTexture2& texture, std::string const& name)
 {
+    if (name.empty())
+        return; // as the toolkit, which writes no empty name
     texture.filename.enableNotify(FALSE);
     texture.filename = name.c_str();
     texture.filename.enableNotify(TRUE);
