@@ -2,6 +2,6 @@
 
 std::recursive_mutex& FltLoadLock::mutex()
 {
-    static auto* const mutex = new std::recursive_mutex;
-    return *mutex;
+    static std::recursive_mutex mutex;
+    return mutex;
 }

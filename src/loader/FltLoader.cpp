@@ -82,21 +82,33 @@ FltScene loadScene(FltLoader const& options, std::string const& path)
     return FltScene(std::move(content));
 }
 
+/// Made beforehand, for when there isn't even the memory to say so; copying it takes none.
+FltLoadError const noMemoryForWords(Kind::outOfMemory, "", "the memory doesn't suffice.");
+
+FltScene loadOrExplain(FltLoader const& options, std::string const& path)
+{
+    try {
+        return loadScene(options, path);
+    } catch (FltLoadError const&) {
+        throw;
+    } catch (std::bad_alloc const&) {
+        throw FltDatabaseFile::outOfMemory(path);
+    } catch (std::exception const& problem) {
+        throw FltLoadError(Kind::failed, path, std::string("unexpected failure: ") + problem.what());
+    }
+}
+
 } // namespace
 
 FltScene FltLoader::load(std::string const& path) const
 {
     FltLoadLock const lock;
     try {
-        return loadScene(*this, path);
-    } catch (FltLoadError const&) {
-        throw;
+        return loadOrExplain(*this, path);
     } catch (FltLoadHost::CallbackFailure const& failure) {
         std::rethrow_exception(failure.reason);
     } catch (std::bad_alloc const&) {
-        throw FltDatabaseFile::outOfMemory(path);
-    } catch (std::exception const& problem) {
-        throw FltLoadError(Kind::failed, path, std::string("unexpected failure: ") + problem.what());
+        throw FltLoadError(noMemoryForWords);
     }
 }
 
