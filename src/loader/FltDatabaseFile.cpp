@@ -131,6 +131,12 @@ FltLoadError FltDatabaseFile::whyNotConverted(std::string const& path)
     return {Kind::damaged, path, "the header record is damaged. Fetch or export the file again.", 0};
 }
 
+FltLoadError FltDatabaseFile::outOfMemory(std::string const& path)
+{
+    return {Kind::outOfMemory, path,
+            "the memory doesn't suffice. The database is damaged, or too large for this machine."};
+}
+
 bool FltDatabaseFile::canConvert(std::string const& path)
 {
     OpenFile const file(path);
