@@ -36,7 +36,7 @@ private:
     void writeOpcodeAndLength(FltDump& dump) const;
 };
 
-/// A node of the hierarchy, or a part of one: it may have ancillary records and a level behind it.
+/// A node of the hierarchy, or a part of one: it may have ancillary records and a level after it.
 class PrimaryFltRecord : public AbstractFltRecord
 {
 public:
@@ -45,7 +45,7 @@ public:
     FltRecordCategory getCategory() const override { return FltRecordCategory::primary; }
 };
 
-/// A record that tells more of the primary record before it.
+/// A record that says more of the primary record before it.
 class AncillaryFltRecord : public AbstractFltRecord
 {
 public:
