@@ -100,7 +100,7 @@ Json contentOf(FltScene const& scene)
                                     {"file", message.file},
                                     {"offset", known(message.offset)},
                                     {"opcode", known(message.opcode)},
-                                    {"count", message.count}});
+                                    {"times", message.count}});
     for (FltTexture const& texture : scene.textures())
         json["textures"].push_back({{"name", texture.name},
                                     {"database", texture.database},
