@@ -71,6 +71,7 @@ FltScene loadScene(FltLoader const& options, std::string const& path)
         throw FltLoadError(
             Kind::cannotOpen, path,
             "cannot be read. A backslash in a name is taken as a slash: give it another name.");
+    input.dropBytesWhenParsed();
     FltLoadLog log(options.log, path);
     FltLoadHost host(options, path, *content, messages);
     convertExactly(path, input, host, content->root.get());
