@@ -100,7 +100,7 @@ Json contentOf(FltScene const& scene)
                                     {"file", message.file},
                                     {"offset", known(message.offset)},
                                     {"opcode", known(message.opcode)},
-                                    {"count", message.count}});
+                                    {"times", message.count}});
     for (FltTexture const& texture : scene.textures())
         json["textures"].push_back({{"name", texture.name},
                                     {"database", texture.database},
@@ -191,7 +191,7 @@ VELLOREADER_API void velloreader_load(SoGroup* parent, char const* path, Vellore
                 return options->progress(file.c_str(), bytesDone, bytesInAll) != 0;
             };
         FltScene const scene = loader.load(path);
-        Json const content = contentOf(scene);
+        Json content = contentOf(scene);
         parent->addChild(scene.root());
         return content;
     });

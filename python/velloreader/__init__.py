@@ -44,7 +44,7 @@ class Message(NamedTuple):
     offset: int | None
     """Of the record's first byte in the file."""
     opcode: int | None
-    count: int
+    times: int
     """How often it came."""
 
 
@@ -143,8 +143,8 @@ def _open(name: bytes) -> None:
 class Database:
     """A loaded database: its scene, and what is to be known about it.
 
-    The options are those of load(), which is all that most programs need. Nothing is warned about here: look at
-    the messages.
+    The options are those of load(), which is all that most programs need. Nothing is warned about here: look
+    at the messages.
 
         >>> database = Database("airfield.flt")
         >>> database.info["revision"], database.info["unit"]
@@ -165,8 +165,8 @@ class Database:
     omissions: dict[str, int]
     """What the database holds and the scene doesn't show: how much of each kind."""
     info: dict[str, Any]
-    """The header: name, revision, unit, unit_multiplier, last_change, projection, ellipsoid, origin, south_west,
-    north_east (latitude and longitude in degrees), and the numbers of records and bytes."""
+    """The header: name, revision, unit, unit_multiplier, last_change, projection, ellipsoid, origin,
+    south_west, north_east (latitude and longitude in degrees), and the numbers of records and bytes."""
 
     def __init__(
         self,
@@ -197,7 +197,7 @@ class Database:
             texturePath=(ctypes.c_char_p * (len(directories) + 1))(*directories, None),
             references=_REFERENCES[references],
             exact=int(exact),
-            progress=_Progress(report) if progress is not None else _Progress(),
+            progress=_Progress(report) if progress is not None else _Progress(0),
         )
         answers: list[Any] = []
         answer = _Answer(lambda text: answers.append(json.loads(text)))
@@ -215,8 +215,8 @@ class Database:
         self.scene = _adopt()
 
     def records(self) -> Iterator[dict[str, Any]]:
-        """Reads the records of the file one by one, each as a dictionary with its opcode, class, length, offset and
-        fields.
+        """Reads the records of the file one by one, each as a dictionary with its opcode, class, length,
+        offset and fields.
 
             >>> database = Database("airfield.flt")
             >>> next(database.records())["class"]
@@ -268,16 +268,16 @@ def load(
         True
 
     Options:
-        log         where to write a listing of all records, about ten times as long as the database: a file, or
-                    True for the name of the database with ".log" after it. By default there is none.
+        log         where to write a listing of all records, about ten times as long as the database: a file,
+                    or True for the name of the database with ".log" after it. By default there is none.
         textures    directories in which textures are looked for, besides that of the database
         references  "follow" loads the files that the database refers to, "skip" leaves their places empty
         exact       converts as the plug-in does, with all its rules
-        progress    called now and then with the name of a file, the bytes done and the bytes in all; if it returns
-                    False, the load ends with LoadCancelled
+        progress    called now and then with the name of a file, the bytes done and the bytes in all; if it
+                    returns False, the load ends with LoadCancelled
 
-    Raises OSError if the file can't be opened, ValueError if it isn't an OpenFlight database (revision 11 or newer)
-    or is damaged beyond use, and MemoryError if it is too large.
+    Raises OSError if the file can't be opened, ValueError if it isn't an OpenFlight database (revision 11 or
+    newer) or is damaged beyond use, and MemoryError if it is too large.
     """
     database = Database(
         path, log=log, textures=textures, references=references, exact=exact, progress=progress

@@ -9,8 +9,8 @@ class FltParser;
 /// The parser of a conversion: one that the caller made, or one that this object made itself. The latter live
 /// until this object is destroyed, also after another one took their place.
 ///
-/// A conversion that fails leaves its records alive, unless keepNothing() was called. Those of the last such parser that was made here stay in
-/// memory until others replace them or the process ends.
+/// A conversion that fails leaves its records alive, unless keepNothing() was called. Those of the last such
+/// parser that was made here stay in memory until others replace them or the process ends.
 class FltParserHolder
 {
 public:

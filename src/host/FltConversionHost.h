@@ -10,8 +10,8 @@ class FltInput;
 class FltRecord;
 
 /// Takes part in a conversion: learns what happens in it, and decides what is left to the caller. One object
-/// serves the conversion of a file and of all that it refers to. Without one a conversion does what the plug-in
-/// does.
+/// serves the conversion of a file and of all that it refers to. Without one a conversion does what the
+/// plug-in does.
 ///
 /// Each function may throw, which ends the conversion.
 class FltConversionHost

@@ -84,7 +84,7 @@ void FltDatabaseFile::checkReadable(std::string const& path, std::uint64_t large
         throw FltLoadError(Kind::cannotOpen, path,
                            "the name is empty. Give the name of an OpenFlight file (*.flt).");
     if (path.find('\0') != std::string::npos)
-        throw FltLoadError(Kind::cannotOpen, path.c_str(),
+        throw FltLoadError(Kind::cannotOpen, path.substr(0, path.find('\0')),
                            "the name goes on after a null byte. Check the name.");
     OpenFile const file(path);
     if (!file.isOpen())

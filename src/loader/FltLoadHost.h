@@ -10,8 +10,8 @@
 #include <map>
 #include <vector>
 
-/// What a load does for a conversion, whichever it is: it fills the lists of the scene, asks the callback whether
-/// to go on, and decides about textures and external files.
+/// What a load does for a conversion, whichever it is: it fills the lists of the scene, asks the callback
+/// whether to go on, and decides about textures and external files.
 class FltLoadHost : public FltConversionHost
 {
 public:

@@ -2,8 +2,8 @@
 
 #include <mutex>
 
-/// Held during a load, since the toolkit and the library's own registers are for one thread at a time. The thread
-/// that holds it may take it again.
+/// Held during a load, since the toolkit and the library's own registers are for one thread at a time. The
+/// thread that holds it may take it again.
 class FltLoadLock
 {
 public:

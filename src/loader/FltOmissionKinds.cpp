@@ -71,6 +71,7 @@ std::vector<FltOmission> FltOmissionKinds::ofExactConversion(std::map<int, std::
             kinds["records of opcode " + std::to_string(opcode)] += count;
     }
     std::vector<FltOmission> omissions;
+    omissions.reserve(kinds.size());
     for (auto const& [kind, count] : kinds)
         omissions.push_back({kind, count});
     return omissions;

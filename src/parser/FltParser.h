@@ -68,8 +68,8 @@ public:
     /// Has the factory make the record of @p raw, appends it and notifies the observers.
     void fltRecordsVectorBuild(FltRawData* raw);
 
-    /// Sets who learns of each record; null by default. With a host, a record that can't be made is left out and
-    /// reported, rather than thrown out of run(). The host isn't owned.
+    /// Sets who learns of each record; null by default. With a host, a record that can't be made is left out
+    /// and reported, rather than thrown out of run(). The host isn't owned.
     void setHost(FltConversionHost* newHost) { host = newHost; }
 
     /// Reads the whole input.

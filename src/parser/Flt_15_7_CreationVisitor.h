@@ -15,7 +15,8 @@ public:
     /// Makes the factory forget the record made last, before the records of a parse are destroyed.
     static void forgetPrevious();
 
-    /// Begins without such a record for as long as this object lives, for a parse in the middle of another one.
+    /// Begins without such a record for as long as this object lives, for a parse in the middle of another
+    /// one.
     class Session
     {
     public:

@@ -19,7 +19,8 @@ std::string directoryOf(std::string const& file)
 /// Decodes an image. @return null if it can't be read
 std::shared_ptr<SoSharedPixels const> decode(std::string const& path)
 {
-    SoErrorRedirect<SoDebugError> const silence([](SoError const*, void*) {}, nullptr); // the caller reports it
+    SoErrorRedirect<SoDebugError> const silence([](SoError const*, void*) {},
+                                                nullptr); // the caller reports it
     SbImage image;
     if (!image.readFile(path.c_str()))
         return nullptr;
@@ -46,7 +47,8 @@ std::string relativeName(std::string const& path, std::string const& directory)
 
 FltSceneTextures::FltSceneTextures(std::string const& database, std::vector<std::string> directories,
                                    std::optional<std::string> namesFrom)
-    : databaseDirectory(directoryOf(database)), search(std::move(directories)), namesFrom(std::move(namesFrom))
+    : databaseDirectory(directoryOf(database)), search(std::move(directories)),
+      namesFrom(std::move(namesFrom))
 {
 }
 

@@ -13,15 +13,16 @@
 #include <utility>
 #include <vector>
 
-/// The textures of a scene. While it is built each node gets only the name that the database has for it; when it
-/// stands, the images of those that are in it are looked for. Each image is read once, and its pixels are shared.
+/// The textures of a scene. While it is built each node gets only the name that the database has for it; when
+/// it stands, the images of those that are in it are looked for. Each image is read once, and its pixels are
+/// shared.
 class FltSceneTextures
 {
 public:
     /// @param database    the top-level file
     /// @param directories to search besides those of the databases
-    /// @param namesFrom   a directory from which the nodes shall name the images that are found; without one they
-    ///                    get the paths as they were found
+    /// @param namesFrom   a directory from which the nodes shall name the images that are found; without one
+    ///                    they get the paths as they were found
     FltSceneTextures(std::string const& database, std::vector<std::string> directories,
                      std::optional<std::string> namesFrom = std::nullopt);
 
@@ -39,8 +40,8 @@ public:
         std::string unreadable; ///< Otherwise: a file that is there, but is no image that can be read.
     };
 
-    /// Looks for the images, and gives each node the path of its own and the pixels. One that isn't found keeps its
-    /// name.
+    /// Looks for the images, and gives each node the path of its own and the pixels. One that isn't found
+    /// keeps its name.
     /// @param onImage called before an image is read
     /// @return each texture once, in the order in which they were made
     std::vector<Texture> resolve(std::function<void(std::string const& path)> const& onImage);

@@ -163,7 +163,7 @@ std::string FltTextureSearch::findBelow(Way way, std::string const& directory, P
         return findBelow(way, directory + "../", std::next(part), end, accept);
     for (std::string const& match :
          matches({way.ignoresCase, way.changesEnding && isLast}, directory, *part)) {
-        std::string const path = directory + match;
+        std::string path = directory + match;
         if (!isLast) {
             if (std::string found = findBelow(way, path + '/', std::next(part), end, accept); !found.empty())
                 return found;

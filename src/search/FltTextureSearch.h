@@ -6,13 +6,14 @@
 #include <unordered_set>
 #include <vector>
 
-/// Looks for the files of textures. Databases are made on one machine and shown on another, so what they name is
-/// seldom where they say.
+/// Looks for the files of textures. Databases are made on one machine and shown on another, so what they name
+/// is seldom where they say.
 ///
-/// A name is looked for in the directories of the database and of the file that names it, in those given, and in the
-/// toolkit's own, in this order of ways: the path as stored, with slashes for backslashes; its tails, the longest
-/// first, down to the last part alone; the last part in a folder such as "textures"; what the toolkit's own search
-/// finds. Then all of it again without regard to the case of letters, and again with another known ending.
+/// A name is looked for in the directories of the database and of the file that names it, in those given, and
+/// in the toolkit's own, in this order of ways: the path as stored, with slashes for backslashes; its tails,
+/// the longest first, down to the last part alone; the last part in a folder such as "textures"; what the
+/// toolkit's own search finds. Then all of it again without regard to the case of letters, and again with
+/// another known ending.
 ///
 /// Each directory is read once for the life of the object.
 class FltTextureSearch

@@ -2,8 +2,8 @@
 
 #include <Inventor/errors/SoError.h>
 
-/// Sends the toolkit's errors of one class to a function as long as this object lives. Several may stand in one
-/// another.
+/// Sends the toolkit's errors of one class to a function as long as this object lives. Several may stand in
+/// one another.
 template <class Error>
 class SoErrorRedirect
 {

@@ -18,8 +18,8 @@ struct SoSharedPixelsKeeper {
     std::shared_ptr<SoSharedPixels const> kept;
 };
 
-/// A texture whose pixels may belong to several nodes, and whose name doesn't make the toolkit open a file. It
-/// is written, and copied, as any other.
+/// A texture whose pixels may belong to several nodes, and whose name doesn't make the toolkit open a file.
+/// It is written, and copied, as any other.
 class SoSharedTexture final : private SoSharedPixelsKeeper, public SoTexture2
 {
 public:

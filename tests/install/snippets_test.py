@@ -1,8 +1,9 @@
 """Compiles and runs the snippets of the documents as they stand, against the installed tree.
 
-The arguments are the prefix, the folder of libraries in it, a good database, the compiler with its flags, and
-the documents. C++ snippets are whole programs, Python snippets are scripts, and snippets for the shell use the
-installed programs; each runs beside a copy of the database. A snippet for CMake is put into a project.
+The arguments are the prefix, the folder of libraries in it, a good database, the compiler with its flags,
+and the documents. C++ snippets are whole programs, Python snippets are scripts, and snippets for the shell
+use the installed programs; each runs beside a copy of the database. A snippet for CMake is put into a
+project.
 """
 
 import os
@@ -58,11 +59,13 @@ class SnippetTest(unittest.TestCase):
             env=self.environment | {"PKG_CONFIG_PATH": str(LIBRARIES / "pkgconfig")},
         ).stdout.split()
         (self.folder / "snippet.cpp").write_text(text)
-        self.run_here(*COMPILER, "-std=c++17", "-Wall", "-Wextra", "-Werror", "snippet.cpp", "-o", "snippet", *flags)
+        warnings = ["-Wall", "-Wextra", "-Werror"]
+        self.run_here(*COMPILER, "-std=c++17", *warnings, "snippet.cpp", "-o", "snippet", *flags)
         self.run_here("./snippet")
 
     def run_cmake(self, text):
-        (self.folder / "main.cpp").write_text("#include <VelloReader/FltLoader.h>\nint main() { FltLoader(); }\n")
+        program = "#include <VelloReader/FltLoader.h>\nint main() { FltLoader(); }\n"
+        (self.folder / "main.cpp").write_text(program)
         (self.folder / "CMakeLists.txt").write_text(
             "cmake_minimum_required(VERSION 3.25)\nproject(Snippet CXX)\n"
             "add_executable(your_program main.cpp)\n" + text

@@ -199,7 +199,8 @@ class DatabaseTest(unittest.TestCase):
         with tempfile.TemporaryDirectory() as folder:
             path = pathlib.Path(folder) / "cut.flt"
             path.write_bytes(SAMPLE.read_bytes()[:-10])
-            damage = [message for message in velloreader.Database(path).messages if message.offset is not None]
+            messages = velloreader.Database(path).messages
+        damage = [message for message in messages if message.offset is not None]
         self.assertEqual(len(damage), 1)
         self.assertEqual(damage[0].file, str(path))
         self.assertEqual(damage[0].level, "warning")

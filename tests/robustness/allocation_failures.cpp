@@ -2,12 +2,12 @@
 //
 //     allocation_failures [STRIDE]
 //
-// The Nth allocation fails, once and then for ever, N from 1 in steps of STRIDE until a conversion passes, each in
-// a process of its own, by the plug-in and by the loader. A conversion may end with a scene, with std::bad_alloc by
-// the plug-in, and with FltLoadError alone by the loader. It must not end the process, std::cout must be usable after
-// it, and the next conversion must be right. The toolkit itself doesn't survive
-// most failures of its own allocations: where the innermost frame of a crash is the toolkit's, or that of a library
-// that it calls, the point is counted apart.
+// The Nth allocation fails, once and then for ever, N from 1 in steps of STRIDE until a conversion passes,
+// each in a process of its own, by the plug-in and by the loader. A conversion may end with a scene, with
+// std::bad_alloc by the plug-in, and with FltLoadError alone by the loader. It must not end the process,
+// std::cout must be usable after it, and the next conversion must be right. The toolkit itself doesn't
+// survive most failures of its own allocations: where the innermost frame of a crash is the toolkit's, or
+// that of a library that it calls, the point is counted apart.
 
 #include "support/ConvertedRoot.h"
 #include "support/SceneText.h"

@@ -125,7 +125,8 @@ TEST_F(Flt2iv, showsAMessageInOneLineAndGoesOn)
     flt.push().add("ExternalReference", {{"asciiPath", "nowhere.flt"}}).pop();
     ProgramRun const run("flt2iv", save(flt, "lost.flt"));
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_EQ(run.errors, "flt2iv: " + (directory / "lost.flt") + ": CAN'T RESOLVE EXTERNAL REFERENCE: nowhere.flt\n");
+    EXPECT_EQ(run.errors,
+              "flt2iv: " + (directory / "lost.flt") + ": CAN'T RESOLVE EXTERNAL REFERENCE: nowhere.flt\n");
 }
 
 TEST_F(Flt2iv, leavesWarningsOutWhenQuiet)

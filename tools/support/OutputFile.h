@@ -15,10 +15,10 @@ struct KeptFile {
 
 /// Where a program writes.
 ///
-/// A plain file is written beside its target, without a name where the disk can do that, and takes the target's
-/// place when it is whole: what stood there before stays until then, whatever happens, also if the program is ended by Ctrl-C or the
-/// disk is full. The target's permissions are kept, and links are followed. A device, a pipe or a terminal is
-/// written as such, and never removed or replaced. "-" is standard output.
+/// A plain file is written beside its target, without a name where the disk can do that, and takes the
+/// target's place when it is whole: what stood there before stays until then, whatever happens, also if the
+/// program is ended by Ctrl-C or the disk is full. The target's permissions are kept, and links are followed.
+/// A device, a pipe or a terminal is written as such, and never removed or replaced. "-" is standard output.
 ///
 /// One object at a time may have a file that isn't whole yet.
 class OutputFile
