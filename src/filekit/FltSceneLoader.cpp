@@ -1,46 +1,15 @@
 #include "filekit/FltSceneLoader.h"
 
-#include "plugin/Plugin.h"
+#include "complete/FltCompleteConversion.h"
 
 #include <Inventor/SbString.h>
 #include <Inventor/SoInput.h>
 #include <Inventor/lists/SbStringList.h>
 #include <Inventor/nodes/SoSeparator.h>
-#include <iostream>
-#include <streambuf>
 #include <string>
 
 namespace
 {
-
-/// A buffer that drops all output.
-class SilentBuffer : public std::streambuf
-{
-protected:
-    int_type overflow(int_type character) override { return traits_type::not_eof(character); }
-    std::streamsize xsputn(char const*, std::streamsize count) override { return count; }
-};
-
-/// Silences std::cout while this object lives, and restores it as it was, whatever buffer it got meanwhile.
-class OutputGuard
-{
-public:
-    OutputGuard() : state(std::cout.rdstate()), before(std::cout.rdbuf(&silence)) {}
-    ~OutputGuard()
-    {
-        std::cout.rdbuf(before);
-        if (before != nullptr)
-            std::cout.clear(state);
-    }
-
-    OutputGuard(OutputGuard const&) = delete;
-    OutputGuard& operator=(OutputGuard const&) = delete;
-
-private:
-    SilentBuffer silence;
-    std::ios_base::iostate state;
-    std::streambuf* before;
-};
 
 /// Adds a directory to those in which the toolkit looks for files, while this object lives.
 class SearchedDirectory
@@ -83,17 +52,10 @@ SoSeparator* FltSceneLoader::load(char const* fileName)
     if (name.find('/') == std::string::npos)
         name.insert(0, "./");
 
-    SoSeparator* root;
-    {
-        OutputGuard const output;
-        SearchedDirectory const textures(name.substr(0, name.rfind('/') + 1));
-        root = convertFrom(name.c_str());
-    }
-    // The separator of a file that wasn't converted has no reference.
-    if (root != nullptr && root->getRefCount() == 0) {
+    SearchedDirectory const textures(name.substr(0, name.rfind('/') + 1));
+    FltCompleteConversion::Result const result = FltCompleteConversion::convert(name, {});
+    SoSeparator* const root = result.root.get();
+    if (root != nullptr)
         root->ref();
-        root->unref();
-        root = nullptr;
-    }
     return root;
 }

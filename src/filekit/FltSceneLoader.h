@@ -2,10 +2,10 @@
 
 class SoSeparator;
 
-/// Converts databases for programs that know nothing of the library's rules: std::cout stays theirs, textures
-/// are found next to the database, and a file that isn't OpenFlight gives null instead of an empty scene.
+/// Converts databases for programs that know nothing of the library's rules: the scene shows what the modeller
+/// saw, textures are found next to the database, and a file that isn't OpenFlight gives null.
 ///
-/// As always, messages go to std::cerr, and the listing of the records is written next to the database.
+/// Messages go to std::cerr.
 class FltSceneLoader
 {
 public:

@@ -24,8 +24,7 @@ public:
     /// Without a name: whether files can be read at all, which is true.
     SbBool canReadFile(char const* fileName = nullptr) const override;
 
-    /// Converts the file and puts its scene into the part "topSeparator". std::cout stays as it is; the
-    /// listing of the records is written next to the file.
+    /// Converts the file and puts its scene into the part "topSeparator". std::cout stays as it is.
     /// @return whether that worked. If not, the reason is reported to the toolkit, an earlier scene stays.
     SbBool readFile(char const* fileName) override;
 

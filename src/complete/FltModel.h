@@ -1,0 +1,25 @@
+#pragma once
+
+#include "complete/FltModelTree.h"
+#include "complete/FltPaletteSet.h"
+#include "complete/FltRecordReader.h"
+#include "complete/FltVertexStore.h"
+
+#include <string>
+
+/// One database as it was read: its hierarchy, vertices and palettes. The bytes of the file have to outlive
+/// it.
+struct FltModel {
+    FltModel(std::string const& fileName, char const* begin, std::size_t size, bool salvages)
+        : fileName(fileName), reader(begin, size, salvages), palettes(fileName)
+    {
+    }
+
+    std::string fileName;
+    FltRecordReader reader;
+    int revision = 0;
+    double metresPerUnit = 1;
+    FltPaletteSet palettes;
+    FltVertexStore vertices;
+    FltModelTree tree;
+};

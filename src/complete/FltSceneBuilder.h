@@ -1,0 +1,75 @@
+#pragma once
+
+#include "complete/FltCompleteScene.h"
+#include "complete/FltFaceReader.h"
+#include "complete/FltLODChains.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+/// Builds the scene of one database.
+class FltSceneBuilder
+{
+public:
+    /// What all files of a conversion have in common.
+    struct Setting {
+        FltLODChoice lod = FltLODChoice::stored;
+        FltAppearanceNodes::TextureName textureName;
+
+        /// Gives the scene of an external file, in the units of the file that refers to it.
+        std::function<FltScenePart(FltModel const& from, std::string const& path, std::uint32_t overrides)>
+            refer;
+
+        /// Is called now and then; it may end the conversion by an exception.
+        std::function<void()> checkCancelled;
+
+        FltLeftOut leftOut;
+        std::vector<FltCompleteSwitch> switches;
+        std::vector<FltCompleteDOF> dofs;
+        std::int64_t replications = 0; ///< All copies that were made.
+    };
+
+    /// @param worldPerUnit how long a unit of the file is in the world of the scene
+    FltSceneBuilder(FltModel& model, Setting& setting, double worldPerUnit);
+
+    /// The whole scene, in the units of the file.
+    FltScenePart build();
+
+private:
+    using Number = FltModelTree::Number;
+
+    FltScenePart buildNode(Number number, float objectTransparency);
+    FltScenePart buildGroup(Number number, float objectTransparency);
+    FltScenePart buildSwitch(Number number, float objectTransparency);
+    FltScenePart buildReference(Number number);
+    FltScenePart buildInstance(Number number);
+    FltScenePart buildBillboard(Number number, float objectTransparency);
+    FltScenePart const& buildDefinition(Number number);
+    void addContents(Number number, FltGroupBuilder& group, float objectTransparency);
+    void addChildren(Number number, FltGroupBuilder& group, float objectTransparency);
+    void addChild(Number child, FltGroupBuilder& group, float objectTransparency, FltFaceCollector& faces,
+                  FltLODChains& levels);
+    void addReplications(FltGroupBuilder& group, FltScenePart const& content, SbMatrix const& step,
+                         int count);
+    void addInfos(Number number, FltGroupBuilder& group);
+    FltScenePart wrapped(Number number, FltScenePart const& content);
+    FltScenePart buildSwitchChild(Number child, float objectTransparency);
+    FltCompleteSwitch readSwitch(Number number) const;
+    Number findDefinition(Number reference) const;
+    void countLeftOut(FltRecordView const& record);
+    std::string nameOf(Number number) const;
+    std::string textOf(Number number) const;
+
+    FltModel& model;
+    Setting& setting;
+    double worldPerUnit;
+    FltAppearanceNodes nodes;
+    FltShapeTools tools;
+    FltFaceReader faces;
+    std::map<int, std::vector<Number>> definitions; ///< By their number in the file.
+    std::map<Number, FltScenePart> builtDefinitions;
+    std::vector<Number> definitionsInWork;
+    int depth = 0;
+};
