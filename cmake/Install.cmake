@@ -28,6 +28,9 @@ foreach(header IN LISTS public_headers)
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VelloReader/${folder})
 endforeach()
+foreach(header FltLoadError FltLoader FltMessage FltScene)
+  install(FILES src/loader/${header}.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VelloReader)
+endforeach()
 
 # find_package(VelloReader) and pkg-config
 configure_package_config_file(cmake/VelloReaderConfig.cmake.in VelloReaderConfig.cmake

@@ -24,9 +24,11 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "src/convert": ("src/toolkit", "src/dump", "src/messages", "src/records", "src/parser", "src/statistics"),
     "src/complete": ("src/toolkit", "src/dump", "src/messages", "src/records", "src/parser"),
     "src/plugin": ("src/toolkit", "src/convert"),
+    "src/loader": ("src/toolkit", "src/dump", "src/messages", "src/records", "src/parser", "src/convert",
+                   "src/complete"),
     "src/filekit": ("src/toolkit", "src/complete", "src/plugin"),
     "python": ("src/toolkit", "src/filekit"),
-    "tools": ("src/plugin",),
+    "tools": ("src/toolkit", "src/plugin"),
     "writer": (),
     "examples": ("writer", "tools", "src/toolkit", "src/plugin"),
 }

@@ -2,9 +2,9 @@
 
 #include "FltHost.h"
 
+#include "toolkit/SceneWriter.h"
+
 #include <CLI/CLI.hpp>
-#include <Inventor/SoOutput.h>
-#include <Inventor/actions/SoWriteAction.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <cerrno>
 #include <cstdio>
@@ -51,10 +51,10 @@ struct Options {
 
 void writeScene(SoNode* root, FILE* file, bool binary)
 {
-    SoOutput output;
+    SceneWriter::Output output;
     output.setFilePointer(file);
     output.setBinary(binary);
-    SoWriteAction(&output).apply(root);
+    SceneWriter::write(root, output);
 }
 
 void writeToStandardOutput(SoNode* root, bool binary)

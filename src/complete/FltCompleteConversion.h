@@ -48,8 +48,12 @@ public:
         /// is.
         std::function<std::string(std::string const& stored, std::string const& referringFile)> textureName;
 
-        /// Is told how far a file is read. @return whether the conversion goes on
+        /// Is told how far a file is: reading is the first half of its bytes, making its scene the second.
+        /// @return whether the conversion goes on
         std::function<bool(std::string const& file, std::size_t done, std::size_t all)> progress;
+
+        /// The largest external file that is read, in bytes.
+        std::uint64_t largestFile = UINT64_MAX;
     };
 
     /// How a conversion ended.

@@ -14,9 +14,8 @@
 namespace
 {
 
-/// Bytes of external files that a conversion reads, those of files that are read again with other palettes
-/// included.
-constexpr std::int64_t mostExternalBytes = std::int64_t(16) << 30;
+/// How often all files together may be read again with other palettes.
+constexpr std::int64_t repetitions = 16;
 
 std::string directoryOf(std::string const& fileName)
 {
@@ -51,10 +50,14 @@ bool isOpenFlight(FltFileInput& input)
 
 FltCompleteFiles::FltCompleteFiles(FltCompleteConversion::Options const& options,
                                    FltCompleteConversion::Result& result)
-    : options(options), result(result), bytesLeft(mostExternalBytes)
+    : options(options), result(result)
 {
     setting.lod = options.lod;
     setting.textureName = options.textureName;
+    if (options.progress)
+        setting.progress = [this](FltModel const& model, std::size_t offset) {
+            tellProgress(model, model.size / 2 + offset / 2, model.size);
+        };
     setting.refer = [this](FltModel const& from, std::string const& path, std::uint32_t overrides) {
         return refer(from, path, overrides);
     };
@@ -93,17 +96,22 @@ void FltCompleteFiles::convert(std::string const& fileName)
 void FltCompleteFiles::readModel(FltModel& model, FltFileInput& input)
 {
     FltWarningMessageConsole::beginFile(input.getFileName());
-    auto const progress = [&](std::size_t done, std::size_t all) {
-        if (options.progress && !options.progress(model.fileName, done, all))
-            throw Cancelled();
-    };
-    FltModelReader::read(model, static_cast<std::size_t>(input.getSize()), setting.leftOut, progress);
+    setting.visitsLeft += input.getSize() * FltLimits::sceneNodes.perByte;
+    FltModelReader::read(model, setting.leftOut,
+                         [&](std::size_t done) { tellProgress(model, done / 2, model.size); });
+}
+
+void FltCompleteFiles::tellProgress(FltModel const& model, std::size_t done, std::size_t all) const
+{
+    if (options.progress && !options.progress(model.fileName, done, all))
+        throw Cancelled();
 }
 
 FltScenePart FltCompleteFiles::build(FltModel& model, FltFileInput& input)
 {
     FltSceneBuilder builder(model, setting, worldPerUnit(model.metresPerUnit));
     FltScenePart part = builder.build();
+    tellProgress(model, model.size, model.size);
     FltWarningMessageConsole::beginFile(input.getFileName());
     return part;
 }
@@ -210,13 +218,31 @@ FltCompleteFiles::convertExternal(std::string const& name, FltModel const& from,
     return files[key] = std::move(converted);
 }
 
+/// Whether an external file isn't too large, or read too often with other palettes.
+bool FltCompleteFiles::mayRead(FltFileInput const& input, std::string const& identity)
+{
+    if (static_cast<std::uint64_t>(input.getSize()) > options.largestFile) {
+        FltWarningMessageConsole::notifyGuard("An external file is left out because of its size",
+                                              std::string(" (") + input.getFileName() + ")");
+        return false;
+    }
+    if (identities.insert(identity).second) {
+        repeatedBytesLeft += repetitions * input.getSize();
+        return true;
+    }
+    repeatedBytesLeft -= input.getSize();
+    if (repeatedBytesLeft < 0)
+        FltWarningMessageConsole::notifyGuard(
+            "External files take over too many palettes: some are left out");
+    return repeatedBytesLeft >= 0;
+}
+
 FltCompleteFiles::Converted FltCompleteFiles::readExternal(std::string const& name,
                                                            std::string const& identity, FltModel const& from,
                                                            std::uint32_t overrides)
 {
     FltFileInput input(name.c_str());
-    bytesLeft -= input.getSize();
-    if (!input.isInFlowCreated() || bytesLeft < 0 || !isOpenFlight(input))
+    if (!input.isInFlowCreated() || !isOpenFlight(input) || !mayRead(input, identity))
         return {};
     FltModel model(input.getFileName(), input.getBuffer(), static_cast<std::size_t>(input.getSize()),
                    options.salvage);

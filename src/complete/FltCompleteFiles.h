@@ -6,6 +6,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -39,6 +40,8 @@ private:
                            std::uint32_t overrides);
     Key keyOf(std::string const& identity, FltModel const& from, std::uint32_t overrides);
     FltScenePart build(FltModel& model, FltFileInput& input);
+    bool mayRead(FltFileInput const& input, std::string const& identity);
+    void tellProgress(FltModel const& model, std::size_t done, std::size_t all) const;
     void readModel(FltModel& model, FltFileInput& input);
     double worldPerUnit(double metresPerUnit) const;
     static FltScenePart scaled(FltScenePart const& content, double scale);
@@ -50,5 +53,8 @@ private:
     std::vector<std::string> filesInWork;
     std::vector<std::shared_ptr<void const>> keptPalettes; ///< Keys hold their addresses.
     double rootMetresPerUnit = 1;
-    std::int64_t bytesLeft = 0;
+    std::set<std::string> identities; ///< Of all files that were read.
+
+    /// Bytes of files that may be read again with other palettes.
+    std::int64_t repeatedBytesLeft = std::int64_t(1) << 26;
 };

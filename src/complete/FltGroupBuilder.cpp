@@ -17,9 +17,9 @@ bool FltGroupBuilder::add(FltScenePart const& added)
 {
     if (added.node.get() == nullptr)
         return false;
-    if (part.visits + added.visits > FltLimits::sceneNodes || added.depth + 1 > FltLimits::sceneDepth) {
+    if (added.depth + 1 > FltLimits::sceneDepth) {
         FltWarningMessageConsole::notifyGuard(
-            "A part of the database is left out, because the scene would become too large or too deep");
+            "A part of the database is left out, because the scene would become too deep");
         return false;
     }
     group->addChild(added.node.get());

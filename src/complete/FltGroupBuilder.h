@@ -5,15 +5,15 @@
 #include <Inventor/SbMatrix.h>
 #include <Inventor/nodes/SoGroup.h>
 
-/// Fills a group with parts, and keeps the account of what it costs: shared parts could make a scene of a
-/// small file endless, and nested ones could make it deeper than the toolkit's stack.
+/// Fills a group with parts, and keeps the account of what it costs. Nested parts could make a scene deeper
+/// than the toolkit's stack.
 class FltGroupBuilder
 {
 public:
     /// @param group gets its children. It is kept alive meanwhile.
     explicit FltGroupBuilder(SoGroup* group);
 
-    /// Adds a part. One that would make the scene too large or too deep is left out, and that is reported.
+    /// Adds a part. One that would make the scene too deep is left out, and that is reported.
     /// @return whether it was added
     bool add(FltScenePart const& part);
 

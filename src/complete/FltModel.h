@@ -11,11 +11,12 @@
 /// it.
 struct FltModel {
     FltModel(std::string const& fileName, char const* begin, std::size_t size, bool salvages)
-        : fileName(fileName), reader(begin, size, salvages), palettes(fileName)
+        : fileName(fileName), size(size), reader(begin, size, salvages), palettes(fileName)
     {
     }
 
     std::string fileName;
+    std::size_t size; ///< Of the file in bytes.
     FltRecordReader reader;
     int revision = 0;
     double metresPerUnit = 1;

@@ -47,13 +47,13 @@ double FltModelReader::metresPerUnit(FltRecordView const& header, int revision)
     return scale;
 }
 
-void FltModelReader::read(FltModel& model, std::size_t size, FltLeftOut& leftOut, Progress const& progress)
+void FltModelReader::read(FltModel& model, FltLeftOut& leftOut, Progress const& progress)
 {
     FltRecordView record;
     bool isFirst = true;
     for (int untilCall = 0; model.reader.next(record); --untilCall) {
-        if (untilCall <= 0 && progress) {
-            progress(model.reader.getPosition(), size);
+        if (untilCall <= 0) {
+            progress(model.reader.getPosition());
             untilCall = recordsPerCall;
         }
         if (isFirst && record.opcode == FltOpcode::header)
@@ -75,6 +75,4 @@ void FltModelReader::read(FltModel& model, std::size_t size, FltLeftOut& leftOut
             break;
         }
     }
-    if (progress)
-        progress(size, size);
 }

@@ -27,6 +27,9 @@ constexpr std::int64_t mostReplications = 100'000;
 /// Words of all masks of a switch that fit to a child; see FltCompleteSwitch::shows().
 constexpr std::size_t switchHeadSize = 28;
 
+/// Nodes between two calls of the progress function.
+constexpr int childrenPerProgress = 1024;
+
 constexpr float quarterTurn = 1.5707963F;
 
 /// An id of eight characters, or the name of an external file without its directories and its ending.
@@ -186,10 +189,22 @@ void FltSceneBuilder::addReplications(FltGroupBuilder& group, FltScenePart const
         }
         FltGroupBuilder copy(new SoSeparator);
         copy.addMatrix(moved);
-        if (!copy.add(content) || !group.add(copy.finish()))
+        if (!addShared(copy, content) || !group.add(copy.finish()))
             return;
         moved.multRight(step);
     }
+}
+
+/// Adds a part that stands elsewhere too.
+bool FltSceneBuilder::addShared(FltGroupBuilder& group, FltScenePart const& part)
+{
+    if (part.visits > setting.visitsLeft) {
+        FltWarningMessageConsole::notifyGuard(
+            "A part of the database is left out, because the scene would become too large");
+        return false;
+    }
+    setting.visitsLeft -= part.visits;
+    return group.add(part);
 }
 
 void FltSceneBuilder::addChildren(Number number, FltGroupBuilder& group, float objectTransparency)
@@ -211,8 +226,10 @@ void FltSceneBuilder::addChild(Number child, FltGroupBuilder& group, float objec
                                FltFaceCollector& collector, FltLODChains& levels)
 {
     FltRecordView const& record = model.tree.recordOf(child);
-    if (setting.checkCancelled)
-        setting.checkCancelled();
+    if (setting.progress && --childrenUntilProgress < 0) {
+        setting.progress(model, record.offset);
+        childrenUntilProgress = childrenPerProgress;
+    }
     switch (record.opcode) {
     case FltOpcode::lightSource:
     case FltOpcode::vertexList:
@@ -379,7 +396,7 @@ FltScenePart FltSceneBuilder::wrapped(Number number, FltScenePart const& content
     } else {
         for (SbMatrix const& matrix : transformation.getMatrices())
             group.addMatrix(matrix);
-        group.add(content);
+        addShared(group, content);
     }
     addChildren(number, group, 0);
     return group.finish();

@@ -3,6 +3,7 @@
 #include "complete/FltCompleteScene.h"
 #include "complete/FltFaceReader.h"
 #include "complete/FltLODChains.h"
+#include "messages/FltLimits.h"
 
 #include <functional>
 #include <map>
@@ -22,13 +23,17 @@ public:
         std::function<FltScenePart(FltModel const& from, std::string const& path, std::uint32_t overrides)>
             refer;
 
-        /// Is called now and then; it may end the conversion by an exception.
-        std::function<void()> checkCancelled;
+        /// Is told at which byte of its file the conversion is, now and then. It may end it by an exception.
+        std::function<void(FltModel const& model, std::size_t offset)> progress;
 
         FltLeftOut leftOut;
         std::vector<FltCompleteSwitch> switches;
         std::vector<FltCompleteDOF> dofs;
         std::int64_t replications = 0; ///< All copies that were made.
+
+        /// Nodes that shared parts may still add to what a traversal visits: instances of instances could
+        /// make a scene of a small file endless.
+        std::int64_t visitsLeft = FltLimits::sceneNodes.floor;
     };
 
     /// @param worldPerUnit how long a unit of the file is in the world of the scene
@@ -53,6 +58,7 @@ private:
                   FltLODChains& levels);
     void addReplications(FltGroupBuilder& group, FltScenePart const& content, SbMatrix const& step,
                          int count);
+    bool addShared(FltGroupBuilder& group, FltScenePart const& part);
     void addInfos(Number number, FltGroupBuilder& group);
     FltScenePart wrapped(Number number, FltScenePart const& content);
     FltScenePart buildSwitchChild(Number child, float objectTransparency);
@@ -72,4 +78,5 @@ private:
     std::map<Number, FltScenePart> builtDefinitions;
     std::vector<Number> definitionsInWork;
     int depth = 0;
+    int childrenUntilProgress = 0;
 };

@@ -1,12 +1,17 @@
 #pragma once
 
+#include "messages/FltLimits.h"
+
 #include <cstdint>
 
 /// How much of something the conversion of a file, and of all that it refers to, may use up.
 class FltAllowance
 {
 public:
-    explicit FltAllowance(std::int64_t limit) : limit(limit) {}
+    explicit FltAllowance(FltLimits::Ceiling ceiling) : limit(ceiling.floor), perByte(ceiling.perByte) {}
+
+    /// Allows more, since so many more bytes of the database were read.
+    void growBy(std::int64_t bytes) { limit += bytes * perByte; }
 
     /// Uses up some more.
     /// @return whether all that was used up so far is within the limit
@@ -18,7 +23,10 @@ public:
 
     bool isExceeded() const { return spent > limit; }
 
+    std::int64_t getLimit() const { return limit; }
+
 private:
     std::int64_t limit;
+    std::int64_t perByte;
     std::int64_t spent = 0;
 };

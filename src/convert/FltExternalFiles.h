@@ -1,5 +1,7 @@
 #pragma once
 
+#include "convert/FltReferenceChain.h"
+
 #include <map>
 #include <string>
 
@@ -34,6 +36,10 @@ public:
     /// Enters a file. It stays where it is while others are added.
     File& add(std::string const& name, SoSeparator* root);
 
+    /// How many names were counted for a file so far; this one counts from now on.
+    int countName(FltReferenceChain::Identity const& file) { return names[file]++; }
+
 private:
     std::map<std::string, File> externalReferences;
+    std::map<FltReferenceChain::Identity, int> names;
 };

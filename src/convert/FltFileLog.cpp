@@ -22,8 +22,9 @@ std::vector<FltLogStream*>& retiredLogStreams()
 
 void FltFileLog::open(char const* path, char const* database)
 {
+    retiredLogStreams().push_back(nullptr);
     logStream = new FltLogStream;
-    retiredLogStreams().push_back(logStream);
+    retiredLogStreams().back() = logStream;
     SideFile::Outcome const outcome = logStream->buffer.open(path, database);
     if (outcome != SideFile::Outcome::opened)
         logStream->setstate(std::ios_base::failbit);

@@ -1,5 +1,6 @@
 #include "convert/FltInstanceAccount.h"
 
+#include "convert/FltAllowances.h"
 #include "convert/FltOneTimeWarnings.h"
 #include "messages/FltLimits.h"
 
@@ -10,9 +11,11 @@ FltInstanceAccount::Place FltInstanceAccount::openScope(Place at)
     return at.depth > 0 ? Place{graph.addScope(at), 0} : at;
 }
 
-int FltInstanceAccount::addFinishedScope(Place at, FltInstanceAccount const& part)
+std::optional<int> FltInstanceAccount::placeFinished(Place at, int depth, std::int64_t nodes)
 {
-    return graph.addFinishedScope(at, part.graph.getDepth(), part.graph.getNodes());
+    if (!isFine(graph.checkFinished(at, depth, nodes)))
+        return std::nullopt;
+    return graph.addFinishedScope(at, depth, nodes);
 }
 
 void FltInstanceAccount::define(int number, SoNode* node, int scope)
@@ -40,7 +43,8 @@ bool FltInstanceAccount::isFine(FltInstanceGraph::Answer answer)
         break;
     case FltInstanceGraph::Answer::tooLarge:
         warnings.notify("WARNING ! The instances of the file make a scene of more than " +
-                        std::to_string(FltLimits::sceneNodes) + " nodes: further ones are left out");
+                        std::to_string(allowances.sceneNodes.getLimit()) +
+                        " nodes: further ones are left out");
         break;
     }
     return false;

@@ -5,8 +5,10 @@
 
 #include <Inventor/nodes/SoNode.h>
 #include <map>
+#include <optional>
 
 class FltOneTimeWarnings;
+struct FltAllowances;
 
 /// The account of instances of one conversion: what stands in what, and the instance definitions that records
 /// refer to by number. What would make the scene endless, too deep or too large is refused with a
@@ -22,9 +24,11 @@ public:
         int scope = 0; ///< The subtree in the graph.
     };
 
-    /// @param depthAbove nodes above the scene when it is a part of another one
-    explicit FltInstanceAccount(FltOneTimeWarnings& warnings, int depthAbove = 0)
-        : graph(depthAbove), warnings(warnings)
+    /// @param allowances of the whole conversion; they have to outlive this object
+    /// @param surroundings of the scene when it is a part of another one
+    FltInstanceAccount(FltOneTimeWarnings& warnings, FltAllowances& allowances,
+                       FltInstanceGraph::Surroundings const& surroundings = {})
+        : graph(allowances, surroundings), allowances(allowances), warnings(warnings)
     {
     }
 
@@ -44,7 +48,14 @@ public:
     Place openUnattachedScope() { return {graph.addUnattachedScope(), 0}; }
 
     /// Opens a scope for a finished part of the scene that kept its own account.
-    int addFinishedScope(Place at, FltInstanceAccount const& part);
+    int addFinishedScope(Place at, int depth, std::int64_t nodes)
+    {
+        return graph.addFinishedScope(at, depth, nodes);
+    }
+
+    /// The same for one that was made for another place.
+    /// @return nothing, after a warning, if it must not be placed
+    std::optional<int> placeFinished(Place at, int depth, std::int64_t nodes);
 
     /// Enters a definition. One that has the number already is replaced.
     void define(int number, SoNode* node, int scope);
@@ -58,6 +69,7 @@ private:
     bool isFine(FltInstanceGraph::Answer answer);
 
     FltInstanceGraph graph;
+    FltAllowances const& allowances;
     FltOneTimeWarnings& warnings;
     std::map<int, Definition> instanceDefinitions;
 };

@@ -1,16 +1,31 @@
 #include "convert/FltInstanceGraph.h"
 
+#include "convert/FltAllowances.h"
 #include "messages/FltLimits.h"
 
 #include <algorithm>
 
-FltInstanceGraph::FltInstanceGraph(int depthAbove)
-    : deepest(depthAbove), stepsLeft(FltLimits::instanceCheckSteps)
+FltInstanceGraph::FltInstanceGraph(FltAllowances& allowances, Surroundings const& surroundings)
+    : allowances(allowances), surroundings(surroundings), deepest(surroundings.depth)
 {
     Scope scene;
-    scene.above = depthAbove;
+    scene.above = surroundings.depth;
     scene.occurrences = 1;
     scopes.push_back(scene);
+}
+
+FltInstanceGraph::Surroundings FltInstanceGraph::surroundingsOf(Place place) const
+{
+    std::int64_t const occurrences = scopes[static_cast<std::size_t>(place.scope)].occurrences;
+    return {depthOf(place), surroundings.nodes + nodes * surroundings.occurrences,
+            occurrences * surroundings.occurrences};
+}
+
+std::int64_t FltInstanceGraph::nodesLeft(std::int64_t occurrences) const
+{
+    std::int64_t const outside = allowances.sceneNodes.getLimit() - surroundings.nodes;
+    std::int64_t const most = surroundings.occurrences > 0 ? outside / surroundings.occurrences : outside;
+    return std::max<std::int64_t>(occurrences > 0 ? (most - nodes) / occurrences : most, 0);
 }
 
 FltInstanceGraph::Answer FltInstanceGraph::addNodes(Place place, int count)
@@ -19,7 +34,7 @@ FltInstanceGraph::Answer FltInstanceGraph::addNodes(Place place, int count)
     int const depth = scope.above + place.depth;
     if (depth > FltLimits::sceneDepth)
         return Answer::tooDeep;
-    if (scope.occurrences > (FltLimits::sceneNodes - nodes) / count)
+    if (count > nodesLeft(scope.occurrences))
         return Answer::tooLarge;
     nodes += scope.occurrences * count;
     scope.nodes += count;
@@ -45,12 +60,22 @@ int FltInstanceGraph::addUnattachedScope()
     return static_cast<int>(scopes.size()) - 1;
 }
 
+FltInstanceGraph::Answer FltInstanceGraph::checkFinished(Place place, int depth,
+                                                         std::int64_t finishedNodes) const
+{
+    if (depthOf(place) + depth > FltLimits::sceneDepth)
+        return Answer::tooDeep;
+    if (finishedNodes > nodesLeft(scopes[static_cast<std::size_t>(place.scope)].occurrences))
+        return Answer::tooLarge;
+    return Answer::fine;
+}
+
 int FltInstanceGraph::addFinishedScope(Place place, int depth, std::int64_t finishedNodes)
 {
     int const scope = addScope(place);
     at(scope).depth = depth;
     at(scope).nodes = finishedNodes;
-    nodes = std::min(nodes + finishedNodes * at(scope).occurrences, FltLimits::sceneNodes);
+    nodes += finishedNodes * at(scope).occurrences;
     deepest = std::max(deepest, at(scope).above + depth);
     return scope;
 }
@@ -59,8 +84,7 @@ FltInstanceGraph::Answer FltInstanceGraph::place(int scope, Place place)
 {
     Scope const& outer = at(place.scope);
     std::int64_t const occurrences = outer.occurrences;
-    std::int64_t const most =
-        occurrences > 0 ? (FltLimits::sceneNodes - nodes) / occurrences : FltLimits::sceneNodes;
+    std::int64_t const most = nodesLeft(occurrences);
     std::int64_t more = 0;
 
     // Two rounds over every way down from the scope's head: the first only looks, the second enters. The
@@ -81,7 +105,7 @@ FltInstanceGraph::Answer FltInstanceGraph::place(int scope, Place place)
                     return Answer::endless;
                 if (way.depth + met.depth > FltLimits::sceneDepth)
                     return Answer::tooDeep;
-                if (more > most || --stepsLeft < 0)
+                if (more > most || !allowances.instanceCheckSteps.spend(1))
                     return Answer::tooLarge;
             }
             for (Place const& inner : met.inside)

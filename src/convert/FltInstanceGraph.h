@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <vector>
 
+struct FltAllowances;
+
 /// Keeps account of what stands in what while a scene graph is built, so that shared subtrees can make it
 /// neither endless nor too deep nor too large for a traversal.
 ///
@@ -24,8 +26,19 @@ public:
         tooLarge ///< A traversal would meet more nodes than a scene may have.
     };
 
-    /// @param depthAbove nodes above the scene when it is a part of another one
-    explicit FltInstanceGraph(int depthAbove = 0);
+    /// What stands around a scene that is a part of another one.
+    struct Surroundings {
+        int depth = 0;                ///< Nodes above it.
+        std::int64_t nodes = 0;       ///< Nodes that a traversal meets outside of it.
+        std::int64_t occurrences = 1; ///< How often a traversal meets it.
+    };
+
+    /// @param allowances of the whole conversion; they have to outlive this object
+    FltInstanceGraph(FltAllowances& allowances, Surroundings const& surroundings);
+    explicit FltInstanceGraph(FltAllowances& allowances) : FltInstanceGraph(allowances, Surroundings()) {}
+
+    /// The surroundings of a part of the scene.
+    Surroundings surroundingsOf(Place at) const;
 
     /// Enters @p count nodes at a place. An answer other than fine means that they must not be added to the
     /// scene; nothing is entered then.
@@ -37,7 +50,10 @@ public:
     /// Opens a scope that stands nowhere yet.
     int addUnattachedScope();
 
-    /// Opens a scope for a finished subtree of which only depth and size are known.
+    /// Whether a finished subtree, of which only depth and size are known, may stand at a place.
+    Answer checkFinished(Place at, int depth, std::int64_t nodes) const;
+
+    /// Opens a scope for such a subtree.
     int addFinishedScope(Place at, int depth, std::int64_t nodes);
 
     /// Places a scope once more. An answer other than fine means that it must not be placed.
@@ -63,10 +79,14 @@ private:
 
     Scope& at(int scope) { return scopes[static_cast<std::size_t>(scope)]; }
 
+    /// How many nodes may still be added that a traversal meets so often each.
+    std::int64_t nodesLeft(std::int64_t occurrences) const;
+
     std::vector<Scope> scopes;
     /// Scratch: scopes still to be looked at, each with its depth below the root of all.
     std::vector<Place> ways;
+    FltAllowances& allowances;
+    Surroundings surroundings;
     int deepest = 0;
     std::int64_t nodes = 1;
-    std::int64_t stepsLeft;
 };

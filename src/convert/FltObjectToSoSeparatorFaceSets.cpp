@@ -38,6 +38,16 @@ public:
         SoIndexedFaceSet::GLRender(action);
     }
 
+    /// By default the toolkit makes copies by the name of the type, which is that of any face set.
+    SoNode* addToCopyDict() const override
+    {
+        if (SoFieldContainer const* const copy = checkCopy(this))
+            return static_cast<SoNode*>(const_cast<SoFieldContainer*>(copy));
+        auto* const copy = new OldVertexFaceSet;
+        addCopy(this, copy);
+        return copy;
+    }
+
 protected:
     void generatePrimitives(SoAction* action) override
     {

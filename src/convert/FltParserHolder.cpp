@@ -25,15 +25,20 @@ class AbandonedRecords
 {
 public:
     ~AbandonedRecords() { deleteRecords(records); }
-    void replace(std::vector<FltRecord*> const& newer)
+
+    /// Takes the records out of a parser's vector. This happens while exceptions unwind, so it allocates nothing.
+    void replaceBy(std::vector<FltRecord*>& newer)
     {
         deleteRecords(records);
-        records = newer;
+        records.clear();
+        records.swap(newer);
     }
 
 private:
     std::vector<FltRecord*> records;
 };
+
+AbandonedRecords abandoned;
 
 } // namespace
 
@@ -83,9 +88,8 @@ void FltParserHolder::destroyRecords()
 /// Takes the records over from a parser that was made here; a caller's parser keeps them.
 void FltParserHolder::abandonRecords()
 {
-    static AbandonedRecords abandoned;
     bool const isOwn = !made.empty() && made.back().get() == fltParser;
     if (isOwn && holdsRecords() && !fltParser->getFltRecords().empty())
-        abandoned.replace(fltParser->getFltRecords());
+        abandoned.replaceBy(fltParser->getFltRecords());
     recordsDestroyed = true;
 }

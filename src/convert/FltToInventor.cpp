@@ -149,9 +149,12 @@ int FltToInventor::convert()
     }
     FltReferenceChain& chain = state->shared.chain;
     std::optional<FltReferenceChain::Link> top;
-    if (chain.isEmpty())
-        if (auto const file = FltReferenceChain::identityOf(input->getFileName()))
+    if (chain.isEmpty()) {
+        if (auto const file = FltReferenceChain::identityOf(input->getFileName())) {
+            state->shared.files.begin(*file, input->getSize());
             top.emplace(chain, *file);
+        }
+    }
 
     FltWarningMessageConsole::Count messages;
     if (parser->run() == 1)
@@ -174,7 +177,10 @@ bool FltToInventor::isAllFltRecordsVisited() const
 
 void FltToInventor::visitAllFltRecords()
 {
-    std::vector<FltRecord*>& records = state->parser.get()->getFltRecords();
+    FltParser& parser = *state->parser.get();
+    if (state->isTopLevel() && parser.getInput() != nullptr)
+        state->shared.allowances.growBy(parser.getInput()->getSize());
+    std::vector<FltRecord*>& records = parser.getFltRecords();
     NullEntryAtEnd const end(records);
     FlagRaised const visiting(state->visitsRecords);
     state->switches.clear();

@@ -91,7 +91,7 @@ void FltToInventor::addSoGroupToNodesStackTop(SoGroup* node)
     SoGroup* const top = state->stackTop();
     if (top == nullptr)
         return state->keepUnattached(node);
-    bool const isInSwitch = FltConvertedSwitch::isMarked(top);
+    bool const isInSwitch = state->isTopSwitch();
     FltInstanceAccount::Place place = state->nodesStack.top().place;
     place.depth += isInSwitch ? 2 : 1;
     if (!state->instances.addNode(place))
@@ -101,11 +101,30 @@ void FltToInventor::addSoGroupToNodesStackTop(SoGroup* node)
         top->addChild(node);
         return;
     }
-    auto* const wrapper = named<SoSwitch>(std::string("child_of_") + top->getName().getString());
+    auto* const wrapper = new SoSwitch;
+    state->nameAsChildOf(*top, *wrapper);
     wrapper->whichChild = isSoSwitchTraverseHisChildren(top) ? SO_SWITCH_ALL : SO_SWITCH_NONE;
     state->scene.silence(wrapper);
     wrapper->addChild(node);
     top->addChild(wrapper);
+}
+
+bool FltToInventor::State::isTopSwitch()
+{
+    OpenLevel& level = nodesStack.top();
+    if (!level.isSwitch || !visitsRecords)
+        level.isSwitch = FltConvertedSwitch::isMarked(level.group);
+    return *level.isSwitch;
+}
+
+/// A long id may make the name of a switch long, and each child repeats it.
+void FltToInventor::State::nameAsChildOf(SoGroup const& group, SoSwitch& child)
+{
+    SbName const name = group.getName();
+    if (shared.allowances.switchNames.spend(name.getLength()))
+        child.setName((std::string("child_of_") + name.getString()).c_str());
+    else
+        warnings.notify("WARNING ! Children of switches have too long names: some are left without one");
 }
 
 void FltToInventor::State::keepUnattached(SoNode* node)
@@ -251,9 +270,9 @@ void FltToInventor::visitComment(FltRecordComment const* record, SoGroup* group)
 {
     forEachCommentLine(record->textDescription.get(), [this, group](char const* line) {
         // Every line holds the whole rest of its comment, so a long one multiplies.
-        if (state->shared.commentText.isExceeded())
+        if (state->shared.allowances.commentText.isExceeded())
             return state->warnings.notify("WARNING ! The file's comments are too long: some are left out");
-        state->shared.commentText.spend(static_cast<std::int64_t>(std::strlen(line)));
+        state->shared.allowances.commentText.spend(static_cast<std::int64_t>(std::strlen(line)));
         auto* const info = new SoInfo;
         info->string = line;
         group->addChild(info);

@@ -15,6 +15,8 @@
 #include <Inventor/nodes/SoSeparator.h>
 #include <cstring>
 #include <fcntl.h>
+#include <optional>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace
@@ -27,6 +29,12 @@ bool canOpen(char const* path)
     if (descriptor >= 0)
         ::close(descriptor);
     return descriptor >= 0;
+}
+
+std::int64_t sizeOf(std::string const& path)
+{
+    struct stat status;
+    return ::stat(path.c_str(), &status) == 0 ? status.st_size : 0;
 }
 
 /// Gives back what references a node gets while this object lives. The header of a top-level file takes one
@@ -143,9 +151,8 @@ void FltToInventor::State::convertExternalFile(std::string const& path, std::str
     FltReferenceChain::Identity const identity =
         FltReferenceChain::identityOf(fullPath.c_str()).value_or(FltReferenceChain::Identity());
     if (chain.holds(identity))
-        return warnings.notify(
-            "WARNING ! An external reference leads back to a file that it comes from and is left empty: " +
-            path);
+        return FltWarningMessageConsole::notifyGuard(
+            "An external reference leads back to a file that it comes from and is left empty", ": " + path);
 
     FltInstanceAccount::Place place = current.place;
     ++place.depth;
@@ -156,26 +163,56 @@ void FltToInventor::State::convertExternalFile(std::string const& path, std::str
             parent->addChild(known->root);
         return;
     }
-    int const depth = instances.getGraph().depthOf(place);
-    if (chain.isFull() || depth >= FltLimits::sceneDepth)
-        return warnings.notify(
-            "WARNING ! External references lead from file to file too often: one is left empty: " + path);
+    FltInstanceGraph::Surroundings const surroundings = instances.getGraph().surroundingsOf(place);
+    if (chain.isFull() || surroundings.depth >= FltLimits::sceneDepth)
+        return FltWarningMessageConsole::notifyGuard(
+            "External references lead from file to file too often: one is left empty", ": " + path);
+    if (auto const* const scene =
+            shared.files.findInstead(identity, sizeOf(fullPath), externalFiles.countName(identity)))
+        return placeFinishedFile(name, path, *scene, place, parent);
     if (!chain.open())
         return warnings.notify("WARNING ! The file has more than " +
                                std::to_string(FltLimits::externalReferences) +
                                " external references: further ones are left empty");
 
     FltFileInput input(fullPath.c_str());
-    auto* const root = new SoSeparator;
-    parent->addChild(root);
-    ReferencesGivenBack const references(root);
-    FltExternalFiles::File& file = externalFiles.add(name, root);
+    if (shared.files.read(identity, input.getSize()))
+        shared.allowances.growBy(input.getSize());
+    SoNodeRef<SoSeparator> const root(new SoSeparator);
+    parent->addChild(root.get());
+    FltExternalFiles::File& file = externalFiles.add(name, root.get());
     file.isOpen = input.isInFlowCreated();
-    FltReferenceChain::Link const link(chain, identity);
-    FltToInventor nested(std::make_unique<State>(shared, depth, hierarchyDepth + 1));
-    nested.state->relativePath = FltExternalFiles::relativePathOf(relativePath, path);
-    nested.setFltInputToconvert(&input);
-    nested.setResult(root);
-    nested.convert();
-    file.scope = instances.addFinishedScope(place, nested.state->instances);
+
+    FltConvertedFiles::Scene scene{root};
+    {
+        ReferencesGivenBack const references(root.get());
+        FltReferenceChain::Link const link(chain, identity);
+        FltToInventor nested(std::make_unique<State>(shared, surroundings, hierarchyDepth + 1));
+        nested.state->relativePath = FltExternalFiles::relativePathOf(relativePath, path);
+        nested.setFltInputToconvert(&input);
+        nested.setResult(root.get());
+        nested.convert();
+        FltInstanceGraph const& part = nested.state->instances.getGraph();
+        scene.depth = part.getDepth();
+        scene.nodes = part.getNodes();
+    }
+    file.scope = instances.addFinishedScope(place, scene.depth, scene.nodes);
+    shared.files.finish(identity, scene);
+}
+
+void FltToInventor::State::placeFinishedFile(std::string const& name, std::string const& path,
+                                             FltConvertedFiles::Scene const& scene,
+                                             FltInstanceAccount::Place place, SoGroup* parent)
+{
+    FltWarningMessageConsole::notifyGuard(
+        "A file is referred to by too many names, or too often: the scene that was made of it is used again",
+        ": " + path);
+    FltFileInput::reportOpening(name.c_str(), true);
+    std::optional<int> const scope = instances.placeFinished(place, scene.depth, scene.nodes);
+    if (!scope)
+        return;
+    parent->addChild(scene.root.get());
+    FltExternalFiles::File& file = externalFiles.add(name, scene.root.get());
+    file.isOpen = true;
+    file.scope = *scope;
 }

@@ -65,9 +65,8 @@ void FltToInventor::visitOLDMaterialPalette(FltRecordOLDMaterialPalette const* r
 void FltToInventor::visitTexturePattern(FltRecordTexturePattern const* record)
 {
     std::string const fileName(record->fileName, ::strnlen(record->fileName, sizeof record->fileName));
-    SoNodeRef<SoTexture2> const texture(new SoTexture2);
-    state->palettes.texturePalette[record->patternIndex] = texture;
-    texture->filename = (state->relativePath + fileName).c_str();
+    state->palettes.texturePalette[record->patternIndex] =
+        state->shared.textures.make(state->relativePath + fileName);
 }
 
 void FltToInventor::visitLineStylePalette(FltRecordLineStylePalette const* record)

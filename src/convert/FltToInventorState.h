@@ -1,6 +1,7 @@
 #pragma once
 
-#include "convert/FltAllowance.h"
+#include "convert/FltAllowances.h"
+#include "convert/FltConvertedFiles.h"
 #include "convert/FltConvertedSwitch.h"
 #include "convert/FltExternalFiles.h"
 #include "convert/FltFaceResources.h"
@@ -12,12 +13,15 @@
 #include "convert/FltParserHolder.h"
 #include "convert/FltReferenceChain.h"
 #include "convert/FltSilencedScene.h"
+#include "convert/FltTextures.h"
 #include "convert/FltToInventor.h"
 #include "convert/FltVertexPalette.h"
 #include "messages/FltLimits.h"
 #include "toolkit/SoNodeRef.h"
 
 #include <Inventor/nodes/SoLabel.h>
+#include <Inventor/nodes/SoSwitch.h>
+#include <optional>
 #include <stack>
 #include <string>
 #include <unordered_map>
@@ -30,26 +34,31 @@ struct FltToInventor::State {
         SoGroup* group = nullptr;
         FltInstanceAccount::Place place;
         FltSilencedScene::Order order = 0;
+        std::optional<bool> isSwitch =
+            std::nullopt; ///< Whether it is a converted switch, once somebody has looked.
     };
 
     /// What the conversions of a file and of all that it refers to have in common.
     struct Shared {
         FltReferenceChain chain;
-        FltAllowance commentText{FltLimits::commentText};
-        FltAllowance oldVertexIndices{FltLimits::oldVertexIndices};
-        FltAllowance lodCentreSteps{FltLimits::lodCentreSteps};
+        FltConvertedFiles files;
+        FltAllowances allowances;
+        FltTextures textures;
     };
 
-    State() : shared(ownShared), instances(warnings) {}
+    State() : shared(ownShared), instances(warnings, shared.allowances) {}
 
     /// For the conversion of an external file.
-    State(Shared& shared, int depthAbove, int hierarchyDepth)
-        : shared(shared), instances(warnings, depthAbove), hierarchyDepth(hierarchyDepth)
+    State(Shared& shared, FltInstanceGraph::Surroundings const& surroundings, int hierarchyDepth)
+        : shared(shared), instances(warnings, shared.allowances, surroundings), hierarchyDepth(hierarchyDepth)
     {
     }
 
     State(State const&) = delete;
     State& operator=(State const&) = delete;
+
+    /// Whether this is no conversion of an external file.
+    bool isTopLevel() const { return &shared == &ownShared; }
 
     /// Hangs @p attached below the top of the stack, makes @p receiver, which is the same node or a child of
     /// it, the group that the next Push opens, and applies the ancillary records after the record to it.
@@ -59,11 +68,21 @@ struct FltToInventor::State {
     /// around it is forgotten: that happens when a level is opened again below a finished level of detail.
     SoGroup* stackTop();
 
+    /// Whether the top of the stack, which has to be there, is a converted switch.
+    bool isTopSwitch();
+
+    void nameAsChildOf(SoGroup const& group, SoSwitch& child);
+
     /// A node that hangs nowhere lives until the conversion ends.
     void keepUnattached(SoNode* node);
 
     /// Hangs the scene of an external file below @p parent, or reports why not.
     void convertExternalFile(std::string const& path, std::string const& fullPath, SoGroup* parent);
+
+    /// Hangs a scene below @p parent that was made of the file for another place.
+    void placeFinishedFile(std::string const& name, std::string const& path,
+                           FltConvertedFiles::Scene const& scene, FltInstanceAccount::Place place,
+                           SoGroup* parent);
 
     Shared ownShared;
     Shared& shared;
@@ -81,7 +100,7 @@ struct FltToInventor::State {
 
     FltPalettes palettes;
     FltVertexPalette vertices{palettes.colorPalette};
-    FltFaceResources faceResources{vertices, palettes, shared.oldVertexIndices};
+    FltFaceResources faceResources{vertices, palettes, shared.allowances.oldVertexIndices};
 
     std::stack<OpenLevel> nodesStack; ///< The open levels of the hierarchy.
     OpenLevel current;                ///< The group that the next Push opens.
@@ -89,7 +108,7 @@ struct FltToInventor::State {
     FltSilencedScene scene;
     std::unordered_map<SoGroup*, FltConvertedSwitch> switches; ///< Those that were asked for a child.
     FltOneTimeWarnings warnings;
-    FltLODCentres lodCentres{scene, shared.lodCentreSteps, warnings};
+    FltLODCentres lodCentres{scene, shared.allowances.lodCentreSteps, warnings};
     FltInstanceAccount instances;
     FltExternalFiles externalFiles;
     int hierarchyDepth = 0;

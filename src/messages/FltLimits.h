@@ -21,18 +21,40 @@ constexpr int externalReferenceDepth = 32;
 /// External files that one top-level conversion opens.
 constexpr int externalReferences = 65536;
 
-/// Nodes that a traversal of one scene visits, those of shared subtrees once for each of their places.
-constexpr std::int64_t sceneNodes = 50'000'000;
+/// A ceiling that grows with the bytes of the database, so that a small file can't ask for much.
+struct Ceiling {
+    std::int64_t floor; ///< What every database may have.
+    std::int64_t
+        perByte; ///< What it may have more for each byte, those of the files that it refers to included.
+};
+
+/// Nodes that a traversal of one scene meets. Those of shared subtrees count once for each place where they
+/// stand.
+constexpr Ceiling sceneNodes{4'000'000, 50};
 
 /// Steps spent on one conversion's checks of instance references.
-constexpr std::int64_t instanceCheckSteps = 50'000'000;
+constexpr Ceiling instanceCheckSteps{4'000'000, 10};
 
 /// Records and nodes that may be looked at to find the centres of levels of detail. Nested levels count each
 /// time.
-constexpr std::int64_t lodCentreSteps = 500'000'000;
+constexpr Ceiling lodCentreSteps{20'000'000, 100};
 
-/// Bytes of text that the comments of one file may become.
-constexpr std::size_t commentText = std::size_t(64) << 20;
+/// Bytes of text that comments may become: every line of one holds the rest of the comment.
+constexpr Ceiling commentText{32 << 20, 64};
+
+/// Bytes of the names that the children of switches take from them.
+constexpr Ceiling switchNames{4 << 20, 64};
+
+/// Vertices in the face sets of obsolete vertices: each face adds a face set, which repeats the vertices of
+/// all faces before it.
+constexpr Ceiling oldVertexIndices{4'000'000, 8};
+
+/// Bytes of external files that are read, for each byte of the files that they are: a file is read again for
+/// each file that refers to it, and for each name by which one file does.
+constexpr std::int64_t externalBytesPerByte = 1000;
+
+/// Names by which one file may refer to another and have it read for each.
+constexpr int namesOfAFile = 8;
 
 /// Bytes that those records of a file may cost which are shorter than their layouts: for each byte of the
 /// file, and for every file in any case. A record costs what it reads after its own end, or the size of its
@@ -48,9 +70,5 @@ constexpr int keptMessages = 10'000;
 
 /// Entries of the material palette: faces name them by a signed 16-bit index.
 constexpr int materialPaletteSize = 32768;
-
-/// Vertices in the face sets of obsolete vertices: each face adds a face set, which repeats the vertices of
-/// all faces before it.
-constexpr std::size_t oldVertexIndices = 16'000'000;
 
 } // namespace FltLimits

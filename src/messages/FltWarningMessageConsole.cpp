@@ -162,6 +162,30 @@ void FltWarningMessageConsole::Count::finish()
     kinds.clear();
 }
 
+/// What a session has of its own.
+struct FltWarningMessageConsole::Session::State {
+    Place place;
+    std::map<std::string, int> kinds;
+    bool isCounting = false;
+
+    void exchange() noexcept
+    {
+        std::swap(place, ::place);
+        std::swap(kinds, ::kinds);
+        std::swap(isCounting, ::isCounting);
+    }
+};
+
+FltWarningMessageConsole::Session::Session() : before(std::make_unique<State>())
+{
+    before->exchange();
+}
+
+FltWarningMessageConsole::Session::~Session()
+{
+    before->exchange();
+}
+
 void FltWarningMessageConsole::notifyGuard(std::string const& kind, std::string const& detail)
 {
     if (isToBeReported(kind))

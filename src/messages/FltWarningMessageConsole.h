@@ -4,6 +4,7 @@
 #include "toolkit/VelloReaderExport.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -60,6 +61,21 @@ public:
 
     private:
         bool isOutermost;
+    };
+
+    /// Counts and places of their own for as long as this object lives, for a conversion that starts in the
+    /// middle of another one. Those of the other one come back afterwards.
+    class VELLOREADER_API Session
+    {
+    public:
+        Session();
+        ~Session();
+        Session(Session const&) = delete;
+        Session& operator=(Session const&) = delete;
+
+    private:
+        struct State;
+        std::unique_ptr<State> before;
     };
 
     /// Reports at level 2, printed: "WARNING ! ", the kind and the detail.

@@ -123,6 +123,9 @@ bool FltParser::isAnOpenFlightInput(FltInput* candidate)
 
 void FltParser::fltRecordsVectorBuild(FltRawData* raw)
 {
+    // Room comes first, so that a record that was made always has its place.
+    if (fltRecords.size() == fltRecords.capacity())
+        fltRecords.reserve(std::max<std::size_t>(2 * fltRecords.size(), 64));
     FltRecord* record = nullptr;
     creationVisitor->visitFltRawData(record, raw);
     fltRecords.push_back(record);

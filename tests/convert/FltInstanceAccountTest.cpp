@@ -1,5 +1,6 @@
 #include "convert/FltInstanceAccount.h"
 
+#include "convert/FltAllowances.h"
 #include "convert/FltOneTimeWarnings.h"
 #include "messages/FltLimits.h"
 #include "support/StreamCapture.h"
@@ -16,7 +17,8 @@ class FltInstanceAccountTest : public testing::Test
 protected:
     StreamCapture const err{std::cerr};
     FltOneTimeWarnings warnings;
-    FltInstanceAccount account{warnings};
+    FltAllowances allowances;
+    FltInstanceAccount account{warnings, allowances};
 };
 
 TEST_F(FltInstanceAccountTest, NodesAndPlacesThatTheSceneCanBearAreEnteredInSilence)
@@ -56,7 +58,7 @@ TEST_F(FltInstanceAccountTest, ASceneThatInstancesMakeTooLargeIsReported)
         where = {scope, 1};
     }
     EXPECT_FALSE(fine);
-    EXPECT_EQ(err.str(), "WARNING ! The instances of the file make a scene of more than 50000000 nodes: "
+    EXPECT_EQ(err.str(), "WARNING ! The instances of the file make a scene of more than 4000000 nodes: "
                          "further ones are left out\n(Warning Level: 2)\n\n");
 }
 
@@ -79,13 +81,21 @@ TEST_F(FltInstanceAccountTest, ANodeThatStandsNowhereHasAScopeThatNoTraversalMee
 
 TEST_F(FltInstanceAccountTest, AFinishedPartCountsWithItsNodesAndItsDepth)
 {
-    FltInstanceAccount part(warnings, 3);
-    part.addNode({0, 1});
-    part.addNode({0, 2});
-    int const scope = account.addFinishedScope({0, 3}, part);
+    int const scope = account.addFinishedScope({0, 3}, 2, 3);
     EXPECT_EQ(account.getGraph().getNodes(), 1 + 3);
     EXPECT_EQ(account.getGraph().getDepth(), 5);
     EXPECT_FALSE(account.place(scope, {0, FltLimits::sceneDepth - 1}));
+}
+
+TEST_F(FltInstanceAccountTest, AFinishedPartThatWasMadeForAnotherPlaceIsRefusedWhereItDoesNotFit)
+{
+    EXPECT_NE(account.placeFinished({0, 1}, 5, 100), std::nullopt);
+    EXPECT_EQ(account.getGraph().getNodes(), 1 + 100);
+    EXPECT_EQ(err.str(), "");
+    EXPECT_EQ(account.placeFinished({0, FltLimits::sceneDepth}, 5, 100), std::nullopt);
+    EXPECT_EQ(account.getGraph().getNodes(), 1 + 100);
+    EXPECT_EQ(err.str(), "WARNING ! The scene is more than 2000 nodes deep: what lies deeper is left out\n"
+                         "(Warning Level: 2)\n\n");
 }
 
 TEST_F(FltInstanceAccountTest, ADefinitionIsFoundByItsNumber)

@@ -1,5 +1,6 @@
 #include "convert/FltInstanceGraph.h"
 
+#include "convert/FltAllowances.h"
 #include "messages/FltLimits.h"
 
 #include <gtest/gtest.h>
@@ -9,18 +10,23 @@ namespace
 
 using Answer = FltInstanceGraph::Answer;
 
-TEST(FltInstanceGraphTest, CountsTheNodesOfTheSceneAndItsDepth)
+class FltInstanceGraphTest : public testing::Test
 {
-    FltInstanceGraph graph;
+protected:
+    FltAllowances allowances;
+    FltInstanceGraph graph{allowances};
+};
+
+TEST_F(FltInstanceGraphTest, CountsTheNodesOfTheSceneAndItsDepth)
+{
     EXPECT_EQ(graph.addNodes({0, 1}), Answer::fine);
     EXPECT_EQ(graph.addNodes({0, 2}, 3), Answer::fine);
     EXPECT_EQ(graph.getNodes(), 5);
     EXPECT_EQ(graph.getDepth(), 2);
 }
 
-TEST(FltInstanceGraphTest, ASharedScopeCountsOnceForEachPlace)
+TEST_F(FltInstanceGraphTest, ASharedScopeCountsOnceForEachPlace)
 {
-    FltInstanceGraph graph;
     graph.addNodes({0, 1});
     int const tree = graph.addScope({0, 1});
     graph.addNodes({tree, 1}, 9);
@@ -31,16 +37,14 @@ TEST(FltInstanceGraphTest, ASharedScopeCountsOnceForEachPlace)
     EXPECT_EQ(graph.getNodes(), 11 + 9 + 2);
 }
 
-TEST(FltInstanceGraphTest, AScopeCannotStandInItself)
+TEST_F(FltInstanceGraphTest, AScopeCannotStandInItself)
 {
-    FltInstanceGraph graph;
     int const scope = graph.addScope({0, 1});
     EXPECT_EQ(graph.place(scope, {scope, 1}), Answer::endless);
 }
 
-TEST(FltInstanceGraphTest, AScopeCannotStandInOneThatItHolds)
+TEST_F(FltInstanceGraphTest, AScopeCannotStandInOneThatItHolds)
 {
-    FltInstanceGraph graph;
     int const outer = graph.addScope({0, 1});
     int const inner = graph.addScope({outer, 1});
     int const innermost = graph.addScope({inner, 1});
@@ -48,25 +52,22 @@ TEST(FltInstanceGraphTest, AScopeCannotStandInOneThatItHolds)
     EXPECT_EQ(graph.place(innermost, {outer, 1}), Answer::fine);
 }
 
-TEST(FltInstanceGraphTest, AScopeCannotStandInOneThatHoldsItByAnotherPlace)
+TEST_F(FltInstanceGraphTest, AScopeCannotStandInOneThatHoldsItByAnotherPlace)
 {
-    FltInstanceGraph graph;
     int const first = graph.addScope({0, 1});
     int const second = graph.addScope({0, 1});
     EXPECT_EQ(graph.place(first, {second, 1}), Answer::fine);
     EXPECT_EQ(graph.place(second, {first, 1}), Answer::endless);
 }
 
-TEST(FltInstanceGraphTest, NodesBelowTheDeepestPlaceAreRefused)
+TEST_F(FltInstanceGraphTest, NodesBelowTheDeepestPlaceAreRefused)
 {
-    FltInstanceGraph graph;
     EXPECT_EQ(graph.addNodes({0, FltLimits::sceneDepth}), Answer::fine);
     EXPECT_EQ(graph.addNodes({0, FltLimits::sceneDepth + 1}), Answer::tooDeep);
 }
 
-TEST(FltInstanceGraphTest, AChainOfScopesIsNoDeeperThanAScene)
+TEST_F(FltInstanceGraphTest, AChainOfScopesIsNoDeeperThanAScene)
 {
-    FltInstanceGraph graph;
     int below = graph.addUnattachedScope();
     graph.addNodes({below, 900});
     int above = graph.addUnattachedScope();
@@ -75,18 +76,16 @@ TEST(FltInstanceGraphTest, AChainOfScopesIsNoDeeperThanAScene)
     EXPECT_EQ(graph.place(above, {0, FltLimits::sceneDepth - 1800}), Answer::fine);
 }
 
-TEST(FltInstanceGraphTest, ADeeplyPlacedScopeMayNotGrowDeeperThanTheScene)
+TEST_F(FltInstanceGraphTest, ADeeplyPlacedScopeMayNotGrowDeeperThanTheScene)
 {
-    FltInstanceGraph graph;
     int const scope = graph.addScope({0, 1});
     EXPECT_EQ(graph.place(scope, {0, FltLimits::sceneDepth - 10}), Answer::fine);
     EXPECT_EQ(graph.addNodes({scope, 10}), Answer::fine);
     EXPECT_EQ(graph.addNodes({scope, 11}), Answer::tooDeep);
 }
 
-TEST(FltInstanceGraphTest, ScopesThatDoubleAtEachLevelAreRefusedBeforeTheSceneIsTooLarge)
+TEST_F(FltInstanceGraphTest, ScopesThatDoubleAtEachLevelAreRefusedBeforeTheSceneIsTooLarge)
 {
-    FltInstanceGraph graph;
     int scope = graph.addUnattachedScope();
     Answer answer = Answer::fine;
     int levels = 0;
@@ -100,9 +99,8 @@ TEST(FltInstanceGraphTest, ScopesThatDoubleAtEachLevelAreRefusedBeforeTheSceneIs
     EXPECT_LT(levels, 40);
 }
 
-TEST(FltInstanceGraphTest, ScopesThatAreMultipliedBeforeTheyGrowAreRefusedToo)
+TEST_F(FltInstanceGraphTest, ScopesThatAreMultipliedBeforeTheyGrowAreRefusedToo)
 {
-    FltInstanceGraph graph;
     FltInstanceGraph::Place head{0, 1};
     Answer answer = Answer::fine;
     for (int level = 0; level < 100 && answer == Answer::fine; ++level) {
@@ -112,21 +110,57 @@ TEST(FltInstanceGraphTest, ScopesThatAreMultipliedBeforeTheyGrowAreRefusedToo)
         head = {scope, 1};
     }
     EXPECT_EQ(answer, Answer::tooLarge);
-    EXPECT_LE(graph.getNodes(), FltLimits::sceneNodes);
+    EXPECT_LE(graph.getNodes(), FltLimits::sceneNodes.floor);
 }
 
-TEST(FltInstanceGraphTest, APartOfAnotherSceneBeginsAtItsDepth)
+TEST_F(FltInstanceGraphTest, APartOfAnotherSceneBeginsAtItsDepth)
 {
-    FltInstanceGraph part(FltLimits::sceneDepth - 5);
+    FltInstanceGraph part(allowances, {FltLimits::sceneDepth - 5, 0, 1});
     EXPECT_EQ(part.addNodes({0, 5}), Answer::fine);
     EXPECT_EQ(part.addNodes({0, 6}), Answer::tooDeep);
     EXPECT_EQ(part.getDepth(), 5);
 
-    FltInstanceGraph whole;
+    FltInstanceGraph whole(allowances);
     int const scope = whole.addFinishedScope({0, 3}, 5, 100);
     EXPECT_EQ(whole.getDepth(), 8);
     EXPECT_EQ(whole.getNodes(), 101);
     EXPECT_EQ(whole.place(scope, {0, FltLimits::sceneDepth - 4}), Answer::tooDeep);
+}
+
+TEST_F(FltInstanceGraphTest, ASceneMayBeLargerTheMoreBytesWereRead)
+{
+    int const scope = graph.addScope({0, 1});
+    graph.addNodes({scope, 1}, FltLimits::sceneNodes.floor / 2);
+    EXPECT_EQ(graph.place(scope, {0, 1}), Answer::tooLarge);
+    allowances.growBy(FltLimits::sceneNodes.floor / FltLimits::sceneNodes.perByte);
+    EXPECT_EQ(graph.place(scope, {0, 1}), Answer::fine);
+    EXPECT_EQ(graph.place(scope, {0, 1}), Answer::fine);
+    EXPECT_EQ(graph.place(scope, {0, 1}), Answer::tooLarge);
+}
+
+TEST_F(FltInstanceGraphTest, APartIsMeasuredWithAllThatStandsAroundItAndForEachOfItsPlaces)
+{
+    std::int64_t const most = FltLimits::sceneNodes.floor;
+    FltInstanceGraph part(allowances, {0, most - 1000, 10});
+    int const scope = part.addScope({0, 1});
+    EXPECT_EQ(part.addNodes({scope, 1}, 50), Answer::fine);
+    EXPECT_EQ(part.place(scope, {0, 1}), Answer::tooLarge);
+
+    int const outer = graph.addScope({0, 1});
+    graph.addNodes({outer, 1}, 7);
+    graph.place(outer, {0, 1});
+    FltInstanceGraph::Surroundings const around = graph.surroundingsOf({outer, 1});
+    EXPECT_EQ(around.depth, 2);
+    EXPECT_EQ(around.occurrences, 2);
+    EXPECT_EQ(around.nodes, graph.getNodes());
+}
+
+TEST_F(FltInstanceGraphTest, AFinishedPartIsCheckedBeforeItIsPlaced)
+{
+    EXPECT_EQ(graph.checkFinished({0, 1}, 5, 100), Answer::fine);
+    EXPECT_EQ(graph.checkFinished({0, FltLimits::sceneDepth}, 5, 100), Answer::tooDeep);
+    EXPECT_EQ(graph.checkFinished({0, 1}, 5, FltLimits::sceneNodes.floor), Answer::tooLarge);
+    EXPECT_EQ(graph.getNodes(), 1);
 }
 
 } // namespace

@@ -35,7 +35,7 @@ protected:
 
     StreamCapture const err{std::cerr};
     FltSilencedScene scene;
-    FltAllowance steps{100};
+    FltAllowance steps{{100, 0}};
     FltOneTimeWarnings warnings;
     FltLODCentres centres{scene, steps, warnings};
     SoLOD* lod = new SoLOD;

@@ -4,9 +4,13 @@
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltRecordFace.h"
 #include "records/FltRecordVertex.h"
+#include "support/ConvertedScene.h"
 #include "support/ObjectDatabase.h"
 #include "support/RecordText.h"
+#include "support/SceneText.h"
+#include "support/SceneTraversal.h"
 #include "support/StreamCapture.h"
+#include "toolkit/SoNodeRef.h"
 
 #include <Inventor/nodes/SoIndexedFaceSet.h>
 #include <Inventor/nodes/SoMaterial.h>
@@ -683,6 +687,22 @@ TEST(FltObjectToSoSeparatorTest, EachFurtherFaceWithAListAddsAFaceSetOfAllOldVer
                                   "  IndexedFaceSet SoIFSVertexColor: 0 1 2 -1 0 -1 1 -1 | 0 1 2\n");
 }
 
+TEST(FltObjectToSoSeparatorTest, ACopyOfASceneOfOldVerticesKeepsTheirGuard)
+{
+    FltWriter flt(13);
+    flt.push().add("Object").push();
+    for (char const* const form : {"OldVertexColorNormal", "OldVertexColor", "OldVertex"}) {
+        oldFace(flt, form, 3);
+        oldFace(flt, form, 5, 7);
+    }
+    ConvertedScene const scene(flt.add("Face").pop().pop());
+    SoNodeRef<SoNode> const copy(scene.root->copy());
+    EXPECT_EQ(sceneText(copy.get()), scene.text());
+    EXPECT_EQ(countTriangles(copy.get()), countTriangles(scene.root));
+    SoNodeRef<SoNode> const again(copy->copy(TRUE));
+    EXPECT_EQ(countTriangles(again.get()), countTriangles(scene.root));
+}
+
 TEST(FltObjectToSoSeparatorTest, TexturedFacePutsTheOldVerticesInASeparatorWithItsTexture)
 {
     FltWriter flt(11);
@@ -752,7 +772,7 @@ TEST_F(FltObjectToSoSeparatorWalkTest, RepeatedOldVerticesEndAtTheirCeilingWithO
     FltRecord* const pop = records.add("PopLevel");
     FltRecord* const face = records.add("Face");
     FltRecord* const list = records.add("VertexList", {{"offsets", {8.0}}});
-    int const faces = static_cast<int>(FltLimits::oldVertexIndices / vertices) + 5;
+    int const faces = static_cast<int>(FltLimits::oldVertexIndices.floor / vertices) + 5;
     for (int i = 1; i < faces; ++i) {
         records.repeat(face);
         records.repeat(list);
@@ -761,7 +781,7 @@ TEST_F(FltObjectToSoSeparatorWalkTest, RepeatedOldVerticesEndAtTheirCeilingWithO
     StreamCapture const messages(std::cerr);
     build();
     // Each set closes its polygon with one more index, so the last one that would fit exactly doesn't.
-    int const sets = static_cast<int>(FltLimits::oldVertexIndices / vertices) - 1;
+    int const sets = static_cast<int>(FltLimits::oldVertexIndices.floor / vertices) - 1;
     EXPECT_EQ(destination->getNumChildren(), 1 + sets + 2);
     EXPECT_EQ(messages.str(), printed("WARNING ! The faces of obsolete vertices repeat too many vertices: "
                                       "further ones are left out",

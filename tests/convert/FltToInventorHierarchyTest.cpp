@@ -7,6 +7,7 @@
 #include "support/DirectConversion.h"
 #include "support/ParsedRecords.h"
 #include "support/SceneTraversal.h"
+#include "support/Text.h"
 
 #include <Inventor/nodes/SoClipPlane.h>
 #include <Inventor/nodes/SoInfo.h>
@@ -598,7 +599,7 @@ TEST(FltToInventorHierarchyTest, LODsAroundTooMuchKeepTheirCentreAndThatIsToldOn
         flt.add("LOD", lod("lod" + std::to_string(i), 0, 0, 0)).push();
     // Each level doubles the nodes of the scene. The toolkit remembers their boxes, so that this is soon
     // done.
-    for (int i = 0; i < 22; ++i)
+    for (int i = 0; i < 19; ++i)
         flt.add("Group")
             .add("Replicate", {{"numberOfReplications", 1}})
             .add("Matrix")
@@ -610,13 +611,13 @@ TEST(FltToInventorHierarchyTest, LODsAroundTooMuchKeepTheirCentreAndThatIsToldOn
     EXPECT_EQ(scene.messages,
               "WARNING ! Levels of detail are nested too deeply: some keep a centre of (0, 0, 0)\n"
               "(Warning Level: 2)\n\n");
-    // Twelve and a half million nodes are in each, of which five hundred million are looked at.
+    // One and a half million nodes are in each, of which some twenty million are looked at.
     std::string withCentre;
     for (int i = 0; i < 44; ++i) {
         auto* const node = static_cast<SoLOD*>(scene.find("lod" + std::to_string(i)));
         withCentre += node->center.getValue() != SbVec3f(0, 0, 0) ? '1' : '0';
     }
-    EXPECT_EQ(withCentre, times(5, "0") + times(39, "1"));
+    EXPECT_EQ(withCentre, times(31, "0") + times(13, "1"));
 }
 
 TEST(FltToInventorHierarchyTest, AnOLDLODIsConvertedAsALODWithItsWholeNumbers)
@@ -1419,11 +1420,34 @@ TEST(FltToInventorHierarchyTest, CommentsThatMultiplyAreBoundedAndToldOnce)
     for (int i = 0; i < group->getNumChildren(); ++i)
         text +=
             static_cast<std::size_t>(static_cast<SoInfo*>(group->getChild(i))->string.getValue().getLength());
-    EXPECT_GT(text, FltLimits::commentText);
-    EXPECT_LT(text, FltLimits::commentText + 65536);
+    std::size_t const most = FltLimits::commentText.floor + 4 * 60100 * FltLimits::commentText.perByte;
+    EXPECT_GT(text, most);
+    EXPECT_LT(text, most + 65536);
 }
 
 // Matrices
+
+TEST(FltToInventorHierarchyTest, ChildrenOfASwitchWithAVeryLongIdEndUpWithoutANameAndThatIsReportedOnce)
+{
+    int const length = 60000;
+    std::string const id = "flt_switch" + std::string(length - 10, 'x');
+    FltWriter flt = openDatabase();
+    flt.add("Group", named("g")).add("LongID", named(id)).push();
+    int const children = 300;
+    for (int i = 0; i < children; ++i)
+        addGroup(flt, "c");
+    ConvertedScene const scene(flt.pop().pop());
+    auto* const group = static_cast<SoGroup*>(scene.find(id));
+    ASSERT_EQ(group->getNumChildren(), children);
+    int withName = 0;
+    for (int i = 0; i < children; ++i)
+        withName += group->getChild(i)->getName().getLength() > 0 ? 1 : 0;
+    EXPECT_GE(withName, FltLimits::switchNames.floor / length);
+    EXPECT_LT(withName, children);
+    EXPECT_EQ(countOf(scene.messages,
+                      "WARNING ! Children of switches have too long names: some are left without one"),
+              1);
+}
 
 TEST(FltToInventorHierarchyTest, AMatrixIsTakenAsItStands)
 {

@@ -6,11 +6,13 @@
 #include "support/ConvertedFile.h"
 #include "support/ConvertedScene.h"
 #include "support/ScratchFolder.h"
+#include "support/Text.h"
 
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoTexture2.h>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <set>
 
 namespace
 {
@@ -424,6 +426,64 @@ TEST_F(ExternalReferenceTest, AFileReferredToTwiceIsConvertedOnceAndShared)
     std::string const log = contentsOf(folder.path("main.flt.log"));
     std::string const opened = "\nSuccess in opening file: " + folder.path("part.flt") + "\n";
     EXPECT_EQ(log.substr(log.size() - 2 * opened.size()), opened + opened); // told each time, read once
+}
+
+/// The name, then with ever more detours by way of the folder itself.
+std::vector<std::string> spellingsOf(std::string const& name, int count)
+{
+    std::vector<std::string> spellings{name};
+    for (std::string way = "././"; int(spellings.size()) < count; way += "./")
+        spellings.push_back(way + name);
+    return spellings;
+}
+
+/// The scenes of the external files in a converted one.
+std::vector<SoNode*> externalScenes(SoSeparator* root)
+{
+    std::vector<SoNode*> scenes;
+    for (int i = 3; i < group(root)->getNumChildren() - 1; ++i)
+        scenes.push_back(group(group(root)->getChild(i))->getChild(1));
+    return scenes;
+}
+
+TEST_F(ExternalReferenceTest, OneFileByAHandfulOfSpellingsIsReadForEach)
+{
+    write("main.flt", spellingsOf("part.flt", FltLimits::namesOfAFile));
+    FltWriter().save(folder.path("part.flt"));
+    ConvertedFile const file(folder.path("main.flt"));
+    std::vector<SoNode*> const scenes = externalScenes(file.root);
+    EXPECT_EQ(std::set<SoNode*>(scenes.begin(), scenes.end()).size(), scenes.size());
+    EXPECT_EQ(file.messages, "");
+}
+
+TEST_F(ExternalReferenceTest, OneFileByVeryManySpellingsIsSharedBeyondAHandfulAndReported)
+{
+    int const spellings = FltLimits::namesOfAFile + 3;
+    write("main.flt", spellingsOf("part.flt", spellings));
+    FltWriter().save(folder.path("part.flt"));
+    ConvertedFile const file(folder.path("main.flt"));
+    std::vector<SoNode*> const scenes = externalScenes(file.root);
+    ASSERT_EQ(scenes.size(), std::size_t(spellings));
+    EXPECT_EQ(std::set<SoNode*>(scenes.begin(), scenes.end()).size(), std::size_t(FltLimits::namesOfAFile));
+    for (std::size_t i = FltLimits::namesOfAFile; i < scenes.size(); ++i)
+        EXPECT_EQ(scenes[i], scenes.front());
+    EXPECT_EQ(countOf(file.messages,
+                      "WARNING ! A file is referred to by too many names, or too often: the scene "
+                      "that was made of it is used again: "),
+              3);
+    std::string const log = contentsOf(folder.path("main.flt.log"));
+    EXPECT_EQ(countOf(log, "\nSuccess in opening file: "), spellings);
+}
+
+TEST_F(ExternalReferenceTest, FilesThatReferToEachOtherByManySpellingsStaySmall)
+{
+    // Each file names the next one eighty times; read for each way, the last would be read 4 * 10^7 times.
+    for (int i = 0; i < 4; ++i)
+        write("f" + std::to_string(i) + ".flt", spellingsOf("f" + std::to_string(i + 1) + ".flt", 80));
+    FltWriter().save(folder.path("f4.flt"));
+    ConvertedFile const file(folder.path("f0.flt"));
+    EXPECT_LT(std::filesystem::file_size(folder.path("f0.flt.log")), 64U << 20);
+    EXPECT_EQ(group(file.root)->getNumChildren(), 3 + 80 + 1);
 }
 
 TEST_F(ExternalReferenceTest, AFileThatIsNotThereIsReportedAndTheRecordBehindIsPassedOver)

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "toolkit/SoNodeRef.h"
+
+#include <Inventor/SbVec2s.h>
+#include <Inventor/nodes/SoTexture2.h>
+#include <map>
+#include <memory>
+#include <string>
+#include <sys/types.h>
+#include <utility>
+#include <vector>
+
+/// Makes the texture nodes of a conversion.
+///
+/// The toolkit opens the file of a texture when the node gets its name, and each node has a copy of the pixels
+/// of its own. So that names in a database can neither stop the conversion nor fill the memory, a file that isn't
+/// plain, as a pipe, isn't opened, and nodes whose names lead to one file share the pixels from the second on.
+class FltTextures
+{
+public:
+    /// The pixels of a file, as the toolkit decoded them.
+    struct Pixels {
+        SbVec2s size;
+        int components = 0;
+        std::vector<unsigned char> bytes;
+    };
+
+    /// A new node of a name.
+    SoNodeRef<SoTexture2> make(std::string const& name);
+
+private:
+    /// A file that was decoded once.
+    struct File {
+        bool isMet = false;
+        std::shared_ptr<Pixels const> pixels; ///< Of the second node on.
+    };
+
+    std::map<std::pair<dev_t, ino_t>, File> files;
+};

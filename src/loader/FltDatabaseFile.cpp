@@ -1,0 +1,143 @@
+#include "loader/FltDatabaseFile.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+
+using Kind = FltLoadError::Kind;
+
+constexpr std::int32_t oldestRevision = 11;
+
+/// Closes a file descriptor.
+class OpenFile
+{
+public:
+    /// Doesn't wait for the other end of a pipe.
+    explicit OpenFile(std::string const& path)
+        : descriptor(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY))
+    {
+    }
+    ~OpenFile()
+    {
+        if (isOpen())
+            ::close(descriptor);
+    }
+    OpenFile(OpenFile const&) = delete;
+    OpenFile& operator=(OpenFile const&) = delete;
+
+    bool isOpen() const { return descriptor >= 0; }
+
+    /// Whether there is a regular file; its size is told then.
+    bool isRegular(std::uint64_t& size) const
+    {
+        struct stat status = {};
+        if (!isOpen() || ::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
+            return false;
+        size = static_cast<std::uint64_t>(status.st_size);
+        return true;
+    }
+
+    /// @return bytes that were read
+    std::size_t readHead(unsigned char* to, std::size_t room) const
+    {
+        ssize_t const count = ::pread(descriptor, to, room, 0);
+        return count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+
+private:
+    int descriptor;
+};
+
+/// The first bytes of a database: the header's opcode, length, name and revision.
+struct Head {
+    unsigned char bytes[16] = {};
+    std::size_t size = 0;
+
+    explicit Head(OpenFile const& file) : size(file.readHead(bytes, sizeof bytes)) {}
+
+    int word(std::size_t at) const { return bytes[at] << 8 | bytes[at + 1]; }
+    int opcode() const { return word(0); }
+    int length() const { return word(2); }
+    std::int32_t revision() const
+    {
+        return static_cast<std::int32_t>(static_cast<std::uint32_t>(word(12)) << 16 |
+                                         static_cast<std::uint32_t>(word(14)));
+    }
+};
+
+} // namespace
+
+std::string FltDatabaseFile::withDirectory(std::string const& path)
+{
+    return path.find('/') == std::string::npos ? "./" + path : path;
+}
+
+void FltDatabaseFile::checkReadable(std::string const& path, std::uint64_t largestFile)
+{
+    if (path.empty())
+        throw FltLoadError(Kind::cannotOpen, path,
+                           "the name is empty. Give the name of an OpenFlight file (*.flt).");
+    if (path.find('\0') != std::string::npos)
+        throw FltLoadError(Kind::cannotOpen, path.c_str(),
+                           "the name goes on after a null byte. Check the name.");
+    OpenFile const file(path);
+    if (!file.isOpen())
+        throw FltLoadError(Kind::cannotOpen, path,
+                           std::string("cannot open: ") + std::strerror(errno) +
+                               ". Check the name and its permissions.");
+    struct stat status = {};
+    std::uint64_t size = 0;
+    if (::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode))
+        throw FltLoadError(Kind::cannotOpen, path,
+                           "this is a directory. Give the name of an OpenFlight file (*.flt).");
+    if (!file.isRegular(size))
+        throw FltLoadError(Kind::cannotOpen, path,
+                           "not a regular file. Save the database into a file first.");
+    if (size > largestFile)
+        throw FltLoadError(Kind::refused, path,
+                           "the file has " + std::to_string(size) + " bytes, and no more than " +
+                               std::to_string(largestFile) +
+                               " are allowed. Allow more, or divide the database.");
+}
+
+FltLoadError FltDatabaseFile::whyNotConverted(std::string const& path)
+{
+    Head const head{OpenFile(path)};
+    if (head.size == 0)
+        return {Kind::notOpenFlight, path, "the file is empty. Fetch or export it again.", 0};
+    if (head.size >= 2 && head.opcode() != 1)
+        return {
+            Kind::notOpenFlight, path,
+            "not an OpenFlight database: it doesn't begin with a header record. Check that this is the right "
+            "file.",
+            0};
+    if (head.size < sizeof head.bytes)
+        return {Kind::damaged, path, "the file breaks off within its header. Fetch or export it again.",
+                static_cast<std::int64_t>(head.size)};
+    if (head.length() == 0)
+        return {Kind::damaged, path,
+                "the header record is damaged: its length is zero. Fetch or export the file again.", 2};
+    if (head.revision() < oldestRevision)
+        return {Kind::revision, path,
+                "OpenFlight revision " + std::to_string(head.revision()) +
+                    " isn't supported. Export the database at revision 11 or newer (1570 is a good choice).",
+                12};
+    return {Kind::damaged, path, "the header record is damaged. Fetch or export the file again.", 0};
+}
+
+bool FltDatabaseFile::canConvert(std::string const& path)
+{
+    OpenFile const file(path);
+    std::uint64_t size = 0;
+    if (!file.isRegular(size))
+        return false;
+    Head const head(file);
+    return head.size == sizeof head.bytes && head.opcode() == 1 && head.length() != 0 &&
+           head.revision() >= oldestRevision;
+}

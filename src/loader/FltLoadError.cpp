@@ -1,0 +1,12 @@
+#include "loader/FltLoadError.h"
+
+#include <utility>
+
+FltLoadError::FltLoadError(Kind kind, std::string file, std::string const& text, std::int64_t offset)
+    : std::runtime_error(file + ": " + text), whatKind(kind), fileName(std::move(file)), byteOffset(offset)
+{
+}
+
+FltLoadError::~FltLoadError() = default;
+FltLoadError::FltLoadError(FltLoadError const&) = default;
+FltLoadError& FltLoadError::operator=(FltLoadError const&) = default;

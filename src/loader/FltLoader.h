@@ -1,0 +1,101 @@
+#pragma once
+
+#include "FltLoadError.h"
+#include "FltMessage.h"
+#include "FltScene.h"
+#include "toolkit/VelloReaderExport.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// Loads OpenFlight databases.
+///
+///     FltLoader loader;
+///     loader.texturePath = {"/data/textures"};
+///     FltScene scene = loader.load("airfield.flt");
+///     viewer->setSceneGraph(scene.root());
+///
+/// The toolkit is started if the host hasn't done so (SoDB::init()); what the host wants besides, such as
+/// SoInteraction::init(), is its own to start. std::cout and std::cerr stay as they are, and nothing is
+/// written unless a log is asked for.
+///
+/// Loads from several threads wait for each other. A callback may load another database. Debian's toolkit
+/// isn't built for several threads: while one thread loads, no other may use the toolkit.
+class VELLOREADER_API FltLoader
+{
+public:
+    /// What becomes of the files that a database refers to.
+    enum class References {
+        follow, ///< Their scenes become part of the scene.
+        skip,   ///< Their places stay empty.
+        asFile, ///< An SoFile stands in each place. The complete conversion only.
+    };
+
+    /// What becomes of levels of detail.
+    enum class LevelsOfDetail {
+        all,     ///< The toolkit chooses by the distance from the eye.
+        highest, ///< The finest of each group of ranges that meet. The complete conversion only.
+        lowest,  ///< The coarsest. The complete conversion only.
+    };
+
+    /// The unit of the scene's coordinates.
+    enum class Units {
+        metres, ///< One unit is a metre, whatever the database stores.
+        stored, ///< As the database stores them. The complete conversion only.
+    };
+
+    /// For FltLoader::log: the name of the database with ".log" after it.
+    static constexpr char const* besideDatabase = "";
+
+    /// @param file       the file that is being read or converted: the database, or one that it refers to
+    /// @param bytesDone  reading counts for one half of a file, conversion for the other
+    /// @param bytesInAll the size of that file
+    /// @return whether to go on; if not, load() throws an error of the kind "cancelled"
+    using Progress =
+        std::function<bool(std::string const& file, std::uint64_t bytesDone, std::uint64_t bytesInAll)>;
+
+    /// @name Options
+    /// Each has the value that most people want.
+    /// @{
+
+    /// Directories in which textures are looked for, besides that of the database and of the file that names
+    /// the texture. The subdirectories of a stored path are looked for in each, the longest tail first.
+    std::vector<std::string> texturePath;
+
+    /// Where to write the listing of all records, which is about ten times as long as the database: nowhere,
+    /// beside the database (besideDatabase), or into the file of this name. A file that stands there already
+    /// is replaced if it is such a listing; another one is left alone, and the load is refused.
+    std::optional<std::string> log;
+
+    References references = References::follow;
+    LevelsOfDetail levelsOfDetail = LevelsOfDetail::all;
+    Units units = Units::metres;
+
+    /// Whether to convert as the plug-in does, with all its rules, rather than to show as much as possible.
+    bool exact = false;
+
+    /// Whether to look for records again after damage. The exact conversion never does.
+    bool salvage = true;
+
+    /// Called now and then during a load, at least once a file. What it throws ends the load and comes out of
+    /// load() as it is.
+    Progress progress;
+
+    /// The largest file to read, in bytes. A larger database is refused, and a larger external file is left
+    /// out.
+    std::uint64_t largestFile = UINT64_MAX;
+
+    /// @}
+
+    /// Loads a database.
+    /// @param path "airfield.flt", relative to the current directory or absolute
+    /// @throw FltLoadError and nothing else; no scene and no storage is left then
+    FltScene load(std::string const& path) const;
+
+    /// Whether a file begins like a database that load() takes, by its first 16 bytes. False for a file that
+    /// can't be opened.
+    static bool canLoad(std::string const& path);
+};

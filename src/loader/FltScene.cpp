@@ -1,0 +1,61 @@
+#include "loader/FltSceneContent.h"
+
+#include <utility>
+
+namespace
+{
+
+FltScene::Content const& nothing()
+{
+    static auto const* const content = new FltScene::Content;
+    return *content;
+}
+
+} // namespace
+
+FltScene::FltScene() = default;
+FltScene::~FltScene() = default;
+FltScene::FltScene(FltScene&& other) noexcept = default;
+FltScene& FltScene::operator=(FltScene&& other) noexcept = default;
+
+FltScene::FltScene(std::unique_ptr<Content> content) : content(std::move(content)) {}
+
+SoSeparator* FltScene::root() const
+{
+    return content != nullptr ? content->root.get() : nullptr;
+}
+
+SoSeparator* FltScene::release()
+{
+    SoSeparator* const root = this->root();
+    if (root == nullptr)
+        return nullptr;
+    root->ref();
+    content->root = {};
+    return root;
+}
+
+std::vector<FltMessage> const& FltScene::messages() const
+{
+    return content != nullptr ? content->messages : nothing().messages;
+}
+
+std::vector<FltTexture> const& FltScene::textures() const
+{
+    return content != nullptr ? content->textures : nothing().textures;
+}
+
+std::vector<FltReference> const& FltScene::references() const
+{
+    return content != nullptr ? content->references : nothing().references;
+}
+
+std::vector<FltOmission> const& FltScene::omissions() const
+{
+    return content != nullptr ? content->omissions : nothing().omissions;
+}
+
+FltDatabaseInfo const& FltScene::info() const
+{
+    return content != nullptr ? content->info : nothing().info;
+}

@@ -1,0 +1,58 @@
+#include "toolkit/ImageSearch.h"
+
+#include <Inventor/SoInput.h>
+#include <Inventor/lists/SbStringList.h>
+#include <unistd.h>
+#include <vector>
+
+namespace
+{
+
+constexpr char const* foldersOfImages[] = {"texture/", "textures/", "images/", "pics/", "pictures/"};
+
+std::string withSlash(std::string directory)
+{
+    bool const isOpen = !directory.empty() && std::string("/\\:").find(directory.back()) == std::string::npos;
+    return isOpen ? directory + "/" : directory;
+}
+
+bool isReadable(std::string const& path)
+{
+    return ::access(path.c_str(), R_OK) == 0;
+}
+
+} // namespace
+
+std::string ImageSearch::find(std::string const& name)
+{
+    return findIf(name, isReadable);
+}
+
+std::string ImageSearch::findIf(std::string const& name, std::function<bool(std::string const&)> const& take)
+{
+    if (take(name))
+        return name;
+    SbStringList const& directories = SoInput::getDirectories();
+    std::vector<std::string> folders;
+    for (int i = 0; i < directories.getLength(); ++i)
+        folders.push_back(withSlash(directories[i]->getString()));
+
+    // A colon counts as a separator where there is no backslash, and a name with one isn't looked for whole.
+    bool const hasBackslash = name.find('\\') != std::string::npos;
+    std::size_t const separator = name.find_last_of(hasBackslash ? "/\\" : "/:");
+    bool const hasColon = !hasBackslash && name.find(':') != std::string::npos;
+    if (separator != std::string::npos && !hasColon)
+        for (std::string const& folder : folders)
+            if (take(folder + name))
+                return folder + name;
+
+    std::string const last = separator != std::string::npos ? name.substr(separator + 1) : name;
+    for (std::string const& folder : folders) {
+        if (take(folder + last))
+            return folder + last;
+        for (char const* const images : foldersOfImages)
+            if (take(folder + images + last))
+                return folder + images + last;
+    }
+    return {};
+}
