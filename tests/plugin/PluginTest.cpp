@@ -184,16 +184,13 @@ TEST(PluginLibrary, hasItsNameInItself)
 
 TEST(PluginLibrary, exportsTheEntryPointsAndTheClassesOfHostsAlone)
 {
-    std::set<std::string> const expected = {"FltCompleteDOF",   "FltCompleteSwitch",
-                                            "FltDumpOutput",    "FltFileInput",
-                                            "FltInput",         "FltParser",
-                                            "FltRecordJson",    "FltStatisticsTool",
-                                            "FltToInventor",    "FltWarningMessageConsole",
-                                            "SbFileHelper",     "SideFile",
-                                            "SoInputFltReader", "SoInputReader",
-                                            "SoRefCounter",     "convertFrom",
-                                            "exitPlugin",       "getProductName",
-                                            "getVersion",       "initPlugin"};
+    std::set<std::string> const expected = {
+        "FltCompleteDOF", "FltCompleteSwitch", "FltDumpOutput", "FltFileInput",
+        "FltInput",       "FltLoadError",      "FltParser",     "FltRecordJson",
+        "FltScene",       "FltStatisticsTool", "FltToInventor", "FltWarningMessageConsole",
+        "SbFileHelper",   "SceneWriter",       "SideFile",      "SoInputFltReader",
+        "SoInputReader",  "SoRefCounter",      "convertFrom",   "exitPlugin",
+        "getProductName", "getVersion",        "initPlugin"};
     EXPECT_EQ(classesAndFunctions(definedNames("libzov.inventor.io.flt.so")), expected);
 }
 
