@@ -1,6 +1,7 @@
 #include "convert/FltObjectToSoSeparator.h"
 
 #include "convert/FltFaceResources.h"
+#include "convert/FltGuardedFaceSet.h"
 #include "convert/FltPalettes.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltRecordFace.h"
@@ -121,7 +122,8 @@ void FltObjectToSoSeparator::buildAndAddIndexedFaceSetFromIndicesVectorOneTextur
     std::vector<int> const& indices, std::vector<int> const& materials, std::vector<int> const& textures,
     SoVertexProperty*& property)
 {
-    auto* const faceSet = new SoIndexedFaceSet;
+    SoIndexedFaceSet* const faceSet =
+        FltGuardedFaceSet::isNeededFor(indices) ? new FltGuardedFaceSet : new SoIndexedFaceSet;
     fillFaceSet(*faceSet, getSoIndexedFaceSetNameFromSoVertexProperty(property), property, indices);
     handOver(faceSet->materialIndex, materials);
     int const textureFileIndex = getTextureFileIndex(textures);
