@@ -6,6 +6,21 @@
 #include <Inventor/nodes/SoShapeHints.h>
 #include <Inventor/nodes/SoTextureUnit.h>
 #include <Inventor/nodes/SoTransparencyType.h>
+#include <filesystem>
+#include <system_error>
+
+namespace
+{
+
+/// The name of a texture beside the file that refers to it, if it is there; otherwise as it is stored.
+std::string nameBeside(std::string const& stored, std::string const& referringFile)
+{
+    std::string const name = referringFile.substr(0, referringFile.rfind('/') + 1) + stored;
+    std::error_code error;
+    return std::filesystem::is_regular_file(name, error) ? name : stored;
+}
+
+} // namespace
 
 template <class Key, class Make>
 SoNode* FltAppearanceNodes::shared(std::map<Key, SoNodeRef<SoNode>>& nodes, Key const& key, Make make)
@@ -82,7 +97,8 @@ SoTexture2* FltAppearanceNodes::textureOf(std::int32_t index)
         FltTextures const& palette = *palettes.textures;
         std::string const& stored = palette.names.at(index);
         auto* const node = new SoTexture2;
-        node->filename = (textureName ? textureName(stored, palette.file) : stored).c_str();
+        node->filename =
+            (textureName ? textureName(stored, palette.file) : nameBeside(stored, palette.file)).c_str();
         return node;
     }));
 }

@@ -44,8 +44,8 @@ public:
         /// Whether reading goes on after a place where the records end before the file does.
         bool salvage = true;
 
-        /// Gives the file name for the name of a texture as it is stored. Without it the name is taken as it
-        /// is.
+        /// Gives the file name for the name of a texture as it is stored. Without it the name counts from the
+        /// directory of the referring file, if the texture is there, and is taken as it is otherwise.
         std::function<std::string(std::string const& stored, std::string const& referringFile)> textureName;
 
         /// Is told how far a file is: reading is the first half of its bytes, making its scene the second.

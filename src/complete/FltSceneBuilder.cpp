@@ -255,6 +255,21 @@ void FltSceneBuilder::addChild(Number child, FltGroupBuilder& group, float objec
         group.add(buildBillboard(child, objectTransparency));
     else
         faces.read(child, collector, objectTransparency);
+    if (record.opcode == FltOpcode::lightPoint)
+        addBelowLightPoint(child, group, objectTransparency, collector, levels);
+}
+
+/// Objects may stand below light points, beside the vertices.
+void FltSceneBuilder::addBelowLightPoint(Number number, FltGroupBuilder& group, float objectTransparency,
+                                         FltFaceCollector& collector, FltLODChains& levels)
+{
+    FltModelTree const& tree = model.tree;
+    if (depth >= FltLimits::hierarchyDepth)
+        return;
+    ++depth;
+    for (Number child = tree[number].firstChild; child != FltModelTree::none; child = tree[child].nextSibling)
+        addChild(child, group, objectTransparency, collector, levels);
+    --depth;
 }
 
 /// A face that turns to the eye. The toolkit's billboard turns its local z towards the eye, about its y axis

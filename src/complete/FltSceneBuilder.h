@@ -56,6 +56,8 @@ private:
     void addChildren(Number number, FltGroupBuilder& group, float objectTransparency);
     void addChild(Number child, FltGroupBuilder& group, float objectTransparency, FltFaceCollector& faces,
                   FltLODChains& levels);
+    void addBelowLightPoint(Number number, FltGroupBuilder& group, float objectTransparency,
+                            FltFaceCollector& collector, FltLODChains& levels);
     void addReplications(FltGroupBuilder& group, FltScenePart const& content, SbMatrix const& step,
                          int count);
     bool addShared(FltGroupBuilder& group, FltScenePart const& part);

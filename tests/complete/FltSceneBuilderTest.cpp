@@ -293,8 +293,9 @@ TEST(FltSceneBuilder, repeatsReplicatedGroups)
     EXPECT_NE(many.messages.find("Too many replications"), std::string::npos);
 }
 
-TEST(FltSceneBuilder, keepsWhatStandsBelowClipRegionsTextsAndUnknownRecords)
+TEST(FltSceneBuilder, keepsWhatStandsBelowLightPointsClipRegionsTextsAndUnknownRecords)
 {
+    EXPECT_EQ(squareBelow("LightPoint", {}).draw().triangles.size(), 2U);
     EXPECT_EQ(squareBelow("ClipRegion", {}).draw().triangles.size(), 2U);
     EXPECT_EQ(squareBelow("Text", {}).draw().triangles.size() >= 2U, true);
     CompleteDatabase database;
