@@ -51,7 +51,7 @@ int main(int argc, char** argv)
     try {
         ScratchFolder const folder;
         std::string const path = folder / "terrain.flt";
-        BenchDatabase::write(path, vertexCount);
+        BenchDatabase::writeTerrain(path, vertexCount, BenchDatabase::Vertices::ownOfEachFace);
         BenchTime const exact = BenchTime::apart(options.runs, [&] { convertExactly(path); });
         BenchTime const complete = BenchTime::apart(options.runs, [&] { convertCompletely(path); });
         std::printf(options.json

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <vector>
 
-/// A face set that holds faces of fewer than three vertices. The toolkit stops drawing, picking and measuring a
-/// set at the first of them; this one goes on after it.
+/// A face set that holds faces of fewer than three vertices. The toolkit stops drawing, picking and measuring
+/// a set at the first of them; this one goes on after it.
 ///
 /// Its fields and the name of its type are those of any face set, and it is written as one.
 class FltGuardedFaceSet final : public SoIndexedFaceSet

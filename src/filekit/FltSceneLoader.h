@@ -2,8 +2,8 @@
 
 class SoSeparator;
 
-/// Converts databases for programs that know nothing of the library's rules: the scene shows what the modeller
-/// saw, textures are found next to the database, and a file that isn't OpenFlight gives null.
+/// Converts databases for programs that know nothing of the library's rules: the scene shows what the
+/// modeller saw, textures are found next to the database, and a file that isn't OpenFlight gives null.
 ///
 /// Messages go to std::cerr.
 class FltSceneLoader

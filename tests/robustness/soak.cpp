@@ -2,17 +2,13 @@
 //
 //     soak LOADS [PART OF]
 //
-// The seeds are small databases of each kind of record and of each feature of the conversion, at each revision at
-// which the format changes. LOADS of their small changes are taken evenly from all of them, of which this process
-// does the part PART of OF. What is beyond all small changes are several at a time, chosen at random, the same in
-// each run. Prints what it does on a terminal, and figures in the end. The database that crashes a process stays in
-// soak-PART.flt.
+// Of the LOADS databases this process does the part PART of OF. Prints how far it is on a terminal, and figures in
+// the end. The database that crashes a process stays in soak-PART.flt.
 
+#include "robustness/BrokenDatabases.h"
 #include "robustness/Endurance.h"
-#include "robustness/Mutations.h"
 #include "support/ProcessUsage.h"
 #include "support/SmallVertexPalettes.h"
-#include "writer/EveryRecord.h"
 
 #include "messages/FltWarningMessageConsole.h"
 
@@ -20,27 +16,23 @@
 #include <Inventor/SoInteraction.h>
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
-#include <memory>
-#include <random>
 #include <stdexcept>
 #include <string>
 #include <unistd.h>
-#include <vector>
 
 namespace
 {
 
-constexpr int revisions[] = {11, 13, 14, 1420, 1421, 1500, 1510, 1540, 1550, 1570, 1580};
-
-/// A file that holds the database at hand whatever happens to the process.
+/// A file that holds the database at hand, whatever happens to the process.
 class LastDatabase
 {
 public:
     explicit LastDatabase(std::string const& name)
-        : file(::open(name.c_str(), O_RDWR | O_CREAT | O_TRUNC, 0644))
+        : file(::open(name.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0644))
     {
         if (file < 0)
             throw std::runtime_error(name + ": cannot write");
@@ -53,70 +45,32 @@ public:
     {
         if (::ftruncate(file, static_cast<off_t>(bytes.size())) != 0 ||
             ::pwrite(file, bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size()))
-            throw std::runtime_error("the disk is full");
+            throw std::runtime_error("cannot write: is the disk full?");
     }
 
 private:
     int file;
 };
 
-struct Seed {
-    FltTopic topic;
-    Mutations mutations;
-
-    explicit Seed(FltTopic&& given) : topic(std::move(given)), mutations(topic.bytes, topic.begin, topic.end)
-    {
-    }
-    Seed(Seed const&) = delete;
-    Seed& operator=(Seed const&) = delete;
-};
-
 class Soak
 {
 public:
-    Soak(long loads, long part, long of)
-        : loads(loads), part(part), of(of), last("soak-" + std::to_string(part) + ".flt")
+    Soak(std::size_t loads, std::size_t part)
+        : databases(loads), last("soak-" + std::to_string(part) + ".flt")
     {
-        for (int const revision : revisions)
-            for (FltTopic& topic : everyTopicInBrief(revision))
-                seeds.push_back(std::make_unique<Seed>(std::move(topic)));
-        for (auto const& seed : seeds)
-            all += seed->mutations.size();
     }
 
-    void run()
+    void run(std::size_t part, std::size_t of)
     {
-        auto const step = std::max(static_cast<double>(all) / static_cast<double>(loads), 1.0);
-        for (long i = part; i < loads; i += of) {
-            auto const index = static_cast<std::size_t>(static_cast<double>(i) * step);
-            load(index < all ? smallChange(index) : severalChanges(static_cast<unsigned>(i)));
+        for (std::size_t i = part; i < databases.size(); i += of) {
+            load(databases[i]);
             if (::isatty(STDERR_FILENO) != 0 && done % 256 == 0)
-                std::fprintf(stderr, "\r%ld of %ld", i, loads);
+                std::fprintf(stderr, "\r%zu of %zu", i, databases.size());
         }
         report();
     }
 
 private:
-    std::string smallChange(std::size_t index) const
-    {
-        for (auto const& seed : seeds) {
-            if (index < seed->mutations.size())
-                return seed->mutations[index];
-            index -= seed->mutations.size();
-        }
-        return {};
-    }
-
-    std::string severalChanges(unsigned number) const
-    {
-        std::mt19937 random(number);
-        FltTopic const& topic = seeds[random() % seeds.size()]->topic;
-        std::string bytes = topic.bytes;
-        for (unsigned changes = 2 + random() % 6; changes > 0; --changes)
-            bytes[topic.begin + random() % (topic.end - topic.begin)] = static_cast<char>(random());
-        return bytes;
-    }
-
     void load(std::string const& bytes)
     {
         last.keep(bytes);
@@ -124,6 +78,7 @@ private:
         Endured const endured = endure(bytes, Use::everything);
         std::chrono::duration<double, std::micro> const time = std::chrono::steady_clock::now() - before;
         FltWarningMessageConsole::setOfMessages.clear();
+        // What every conversion costs doesn't count for the smallest files.
         auto const size = static_cast<double>(std::max<std::size_t>(bytes.size(), 1024));
         slowest = std::max(slowest, time.count() / size);
         largestLog = std::max(largestLog, static_cast<double>(endured.logBytes) / size);
@@ -135,21 +90,17 @@ private:
     void report() const
     {
         std::printf(
-            "%zu seeds with %zu small changes; %ld databases converted and used, %ld of them refused\n"
+            "%zu seeds with %zu small changes; %zu databases converted and used, %zu of them refused\n"
             "at most, for each byte of a file: %.2f us, %.0f bytes of log, %.0f bytes of scene\n"
             "peak memory of the process: %zu MB\n",
-            seeds.size(), all, done, refused, slowest, largestLog, largestScene,
-            ProcessUsage::peakMemory() >> 20);
+            databases.countSeeds(), databases.countSmallChanges(), done, refused, slowest, largestLog,
+            largestScene, ProcessUsage::peakMemory() >> 20);
     }
 
-    long loads;
-    long part;
-    long of;
+    BrokenDatabases databases;
     LastDatabase last;
-    std::vector<std::unique_ptr<Seed>> seeds;
-    std::size_t all = 0;
-    long done = 0;
-    long refused = 0;
+    std::size_t done = 0;
+    std::size_t refused = 0;
     double slowest = 0;
     double largestLog = 0;
     double largestScene = 0;
@@ -167,8 +118,9 @@ int main(int argc, char** argv)
     SoInteraction::init();
     QuietToolkit const quiet;
     SmallVertexPalettes const small(4);
-    bool const isWhole = argc == 2;
-    long const loads = std::max(std::atol(argv[1]), 1L);
-    Soak(loads, isWhole ? 0 : std::atol(argv[2]), isWhole ? 1 : std::max(std::atol(argv[3]), 1L)).run();
+    auto const number = [argv](int i) { return std::size_t{std::strtoul(argv[i], nullptr, 10)}; };
+    std::size_t const part = argc == 4 ? number(2) : 0;
+    std::size_t const of = argc == 4 ? std::max<std::size_t>(number(3), 1) : 1;
+    Soak(number(1), part).run(part, of);
     return 0;
 }
