@@ -7,7 +7,11 @@ namespace
 {
 
 constexpr unsigned packedColorFlag = 0x10000000;
+constexpr unsigned packedVertexColorFlag = 0x1000;
 constexpr unsigned noColorFlag = 0x40000000;
+
+/// The light mode of faces that are lit, in their own colour.
+constexpr int litFaceColor = 2;
 
 } // namespace
 
@@ -49,24 +53,32 @@ Color operator*(Color color, double factor)
 
 FltWriter::Fields painted(Color color)
 {
-    return {{"flags", packedColorFlag},
+    return {{"lightMode", litFaceColor},
+            {"flags", packedColorFlag},
             {"packedColor", {255, std::floor(color.blue), std::floor(color.green), std::floor(color.red)}}};
 }
 
 FltWriter::Fields paletteColor(int position, int intensity)
 {
-    return {{"primaryColorIndex", position << 7 | intensity}};
+    return {{"lightMode", litFaceColor}, {"primaryColorIndex", position << 7 | intensity}};
 }
 
 FltWriter::Fields ofMaterial(int index)
 {
-    return {{"flags", noColorFlag}, {"materialIndex", index}};
+    return {{"lightMode", litFaceColor}, {"flags", noColorFlag}, {"materialIndex", index}};
 }
 
 FltWriter::Fields textured(int pattern, Color color)
 {
     FltWriter::Fields look = painted(color);
     look.push_back({"texturePatternIndex", pattern});
+    return look;
+}
+
+FltWriter::Fields turningToTheEye(Color color)
+{
+    FltWriter::Fields look = painted(color);
+    look.push_back({"templateBillboard", 2});
     return look;
 }
 
@@ -79,6 +91,13 @@ VertexPalette::VertexPalette()
 double VertexPalette::plain(Point place)
 {
     return writer.vertex("VertexColor", place.x, place.y, place.z);
+}
+
+double VertexPalette::lamp(Point place, Color color)
+{
+    return writer.vertex(
+        "VertexColor", place.x, place.y, place.z,
+        {{"flags", packedVertexColorFlag}, {"packedColor", {255, color.blue, color.green, color.red}}});
 }
 
 double VertexPalette::smooth(Point place, Point normal)

@@ -35,6 +35,7 @@ FltWriter::Fields painted(Color color);                            ///< A colour
 FltWriter::Fields paletteColor(int position, int intensity = 127); ///< A colour of the palette.
 FltWriter::Fields ofMaterial(int index);                           ///< A material as it stands.
 FltWriter::Fields textured(int pattern, Color color = {255, 255, 255});
+FltWriter::Fields turningToTheEye(Color color); ///< A face that turns about its foot.
 /// @}
 
 /// The vertices of the whole database. Faces name them by their offsets here.
@@ -44,6 +45,7 @@ public:
     VertexPalette();
 
     double plain(Point place);
+    double lamp(Point place, Color color); ///< A vertex with a colour of its own.
     double smooth(Point place, Point normal);
     double mapped(Point place, double u, double v);
     double smoothMapped(Point place, Point normal, double u, double v);

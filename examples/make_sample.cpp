@@ -374,14 +374,47 @@ Model makeBeacon(VertexPalette& palette, PaletteColor color)
     return lamp;
 }
 
-Model makeWindsock(VertexPalette& palette)
+/// @param drop how far the sock sinks on a metre of its length
+Model makeWindsock(VertexPalette& palette, double drop)
 {
     Model sock(palette);
     sock.turned({0, 0, 0}, 0.25, 0.2, 9, 6, paletteColor(steel));
+    double const along = std::sqrt(1 - drop * drop);
+    auto const at = [&](int i) { return Point{1.6 * along * i, 0, 8.4 - 1.6 * drop * i}; };
     for (int i = 0; i < 4; ++i)
-        sock.tube({{1.6 * i, 0, 8.4 - 0.25 * i}, {1.6 * (i + 1), 0, 8.4 - 0.25 * (i + 1)}},
-                  {1.3 - 0.18 * i, 1.3 - 0.18 * (i + 1)}, 8, paletteColor(i % 2 == 0 ? orange : white));
+        sock.tube({at(i), at(i + 1)}, {1.3 - 0.18 * i, 1.3 - 0.18 * (i + 1)}, 8,
+                  paletteColor(i % 2 == 0 ? orange : white));
     return sock;
+}
+
+/// A leaf of a hangar's door, about its lower left corner.
+Model makeDoor(VertexPalette& palette)
+{
+    Model door(palette);
+    door.panel({Point{0, 0, 0}, Point{10, 0, 0}, Point{10, 0, 6}, Point{0, 0, 6}}, 3, 1,
+               textured(corrugation));
+    return door;
+}
+
+/// The outline of a bush: a face that isn't convex, and turns to the eye.
+Model makeBush(VertexPalette& palette)
+{
+    Model bush(palette);
+    bush.polygon({{-0.2, 0, 0},
+                  {0.2, 0, 0},
+                  {0.3, 0, 1},
+                  {2, 0, 0.8},
+                  {1.2, 0, 1.8},
+                  {1.8, 0, 2.4},
+                  {0.8, 0, 2.6},
+                  {0, 0, 4},
+                  {-0.8, 0, 2.6},
+                  {-1.8, 0, 2.4},
+                  {-1.2, 0, 1.8},
+                  {-2, 0, 0.8},
+                  {-0.3, 0, 1}},
+                 turningToTheEye({58, 104, 44}));
+    return bush;
 }
 
 Model makeLamp(VertexPalette& palette)
@@ -541,6 +574,81 @@ void addRadar(FltWriter& flt, Point place, Model const& mast, Model const& dish)
     flt.pop();
 }
 
+/// Slack or filled by the wind: a mask for each.
+void addWindsock(FltWriter& flt, Point place, Model const& slack, Model const& filled)
+{
+    flt.add("Switch", {{"idASCII", "windsock"},
+                       {"indexOfCurrentMask", 1},
+                       {"numberOfMasks", 2},
+                       {"numberOf32BitWordsPerMask", 1},
+                       {"masks", {1, 2}}});
+    flt.push();
+    slack.write(flt, "slack", placedAt(place, -20));
+    filled.write(flt, "filled", placedAt(place, -20));
+    flt.pop();
+}
+
+/// Slides along the hangar's front, as far as it is wide.
+void addDoor(FltWriter& flt, Point place, Model const& door)
+{
+    flt.add("DOF", {{"idASCII", "door"},
+                    {"XPointOnXAxisOfDOFLocalCoordinateSystem", 1},
+                    {"YPointInXYPlaneOfDOFLocalCoordinateSystem", 1},
+                    {"XMaxValue", 10},
+                    {"XCurrentValue", 4},
+                    {"XIncrement", 0.1},
+                    {"flags", 0x80000000U}});
+    flt.add("Matrix", placedAt(place));
+    flt.push();
+    door.write(flt, "leaf");
+    flt.pop();
+}
+
+/// Points of light in the colours of their vertices.
+void addLights(FltWriter& flt, std::string const& id, std::vector<double> const& lamps)
+{
+    flt.add("LightPoint", {{"idASCII", id}, {"actualPixelSize", 4}}).push();
+    flt.add("VertexList", {{"offsets", lamps}}).pop();
+}
+
+void addSign(FltWriter& flt, Point place)
+{
+    flt.add("Text", {{"idASCII", "sign"},
+                     {"color", yellow << 7 | 127},
+                     {"XlowerLeftCorner", place.x},
+                     {"YlowerLeftCorner", place.y},
+                     {"ZlowerLeftCorner", place.z},
+                     {"XupperRightCorner", place.x + 24},
+                     {"YupperRightCorner", place.y},
+                     {"ZupperRightCorner", place.z + 5}});
+    flt.add("Comment", {{"textDescription", "VELLO FIELD"}});
+}
+
+/// A fence as a mesh: its vertices stand in a pool of its own, and one strip draws it.
+void addFence(FltWriter& flt, Point from, Point to, int posts)
+{
+    constexpr int bothSides = 1, litFaceColor = 2, triangleStrip = 1;
+    constexpr long positions = 0x80000000L;
+    std::string const none = FltWriter::big16(-1);
+    std::string mesh = "fence" + std::string(75, '\0');
+    mesh[18] = bothSides;
+    for (std::size_t const at : {26U, 28U, 30U})
+        mesh.replace(at, 2, none);
+    mesh.replace(44, 4, FltWriter::big32(0x10000000));
+    mesh[48] = litFaceColor;
+    mesh.replace(56, 4, std::string("\xff\x78\x88\x90", 4));
+    flt.addRaw(84, mesh);
+    std::string pool = FltWriter::big32(2L * posts) + FltWriter::big32(positions);
+    std::string strip = FltWriter::big16(triangleStrip) + FltWriter::big16(2) + FltWriter::big32(2L * posts);
+    for (int i = 0; i < 2 * posts; ++i) {
+        Point const place = from + (to - from) * (static_cast<double>(i / 2) / (posts - 1));
+        for (double const part : {place.x, place.y, place.z + (i % 2 == 0 ? 2.2 : 0)})
+            pool += FltWriter::bigDouble(part);
+        strip += FltWriter::big16(i);
+    }
+    flt.addRaw(85, pool).push().addRaw(86, strip).pop();
+}
+
 std::string makeAirfield(std::string const& directory)
 {
     VertexPalette palette;
@@ -559,7 +667,17 @@ std::string makeAirfield(std::string const& directory)
     Model const tank = makeTank(palette);
     Model const mast = makeMast(palette);
     Model const dish = makeDish(palette);
-    Model const windsock = makeWindsock(palette);
+    Model const slackSock = makeWindsock(palette, 0.95);
+    Model const filledSock = makeWindsock(palette, 0.15);
+    Model const door = makeDoor(palette);
+    Model const bush = makeBush(palette);
+    std::vector<double> runwayLights;
+    for (int i = 0; i < 34; ++i)
+        runwayLights.push_back(
+            palette.lamp({-256.0 + 32 * (i / 2), i % 2 == 0 ? -109.5 : -70.5, 1.8}, {255, 236, 150}));
+    std::vector<double> apronLights;
+    for (int i = 0; i < 32; ++i)
+        apronLights.push_back(palette.lamp({-150.0 + 10 * i, 61, 0.4}, {90, 140, 255}));
     Model const lamp = makeLamp(palette);
     Model const aircraft = makeAircraft(palette, {196, 52, 44});
     std::vector<Model> const nearTrees = {makeTree(palette, 7, {52, 92, 46}),
@@ -589,6 +707,8 @@ std::string makeAirfield(std::string const& directory)
     openGroup(flt, "lights", "runway_lights");
     for (double y : {-109.5, -70.5})
         addRowOfLamps(flt, y < -90 ? "south" : "north", lamp, {-256, y, 0}, {32, 0, 0}, 16);
+    addLights(flt, "apron", apronLights);
+    addLights(flt, "runway", runwayLights);
     flt.pop();
 
     openGroup(flt, "houses", "buildings");
@@ -604,18 +724,28 @@ std::string makeAirfield(std::string const& directory)
     addBeacon(flt, {128, 72, 0}, redLamp, whiteLamp);
     towerGlass.write(flt, "cab", placedAt({128, 72, 0}));
     flt.pop();
-    windsock.write(flt, "windsock", placedAt({-60, -56, -0.6}, -20));
+    addDoor(flt, {-133, 61.7, 0}, door);
+    addWindsock(flt, {-60, -56, -0.6}, slackSock, filledSock);
     flt.add("ExternalReference", {{"asciiPath", directory + "/terminal.flt"}});
     flt.pop();
 
-    // The first aircraft stands where it is defined.
+    // What shows definitions in their places draws the first aircraft twice in the same one.
     flt.add("InstanceDefinition", {{"instanceDefinitionNumber", 1}});
     flt.push();
     aircraft.write(flt, "aircraft", placedAt({8, 4, 0}));
     flt.pop();
+    addInstance(flt, "parked1", 1, {0, 0, 0}, 0);
     addInstance(flt, "parked2", 1, {32, 0, 0}, 0);
     addInstance(flt, "parked3", 1, {64, 0, 0}, 0);
     addInstance(flt, "landing", 1, {-44, -87, 14}, 90);
+
+    openGroup(flt, "garden", "bushes_and_fence");
+    for (int i = 0; i < 9; ++i)
+        bush.write(flt, "bush" + std::to_string(i),
+                   placedAt({-150.0 + 38 * i, -44.0 - 5 * (i % 2), -0.6}, 0, 1.2));
+    flt.add("Object", {{"idASCII", "fence"}}).push();
+    addFence(flt, {-150, -66, -0.6}, {90, -66, -0.6}, 25);
+    flt.pop().pop();
 
     openGroup(flt, "trees", "woods");
     std::vector<Wood> const woods = {
@@ -630,6 +760,7 @@ std::string makeAirfield(std::string const& directory)
     openGroup(flt, "lake", "lake");
     lake.write(flt, "water");
     flt.pop();
+    addSign(flt, {42, 58, 13});
     flt.pop();
     return flt.bytes();
 }

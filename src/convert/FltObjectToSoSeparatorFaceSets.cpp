@@ -2,6 +2,7 @@
 
 #include "convert/FltFaceResources.h"
 #include "convert/FltFieldValues.h"
+#include "convert/FltGuardedFaceSet.h"
 #include "convert/FltPalettes.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltRecordFace.h"
@@ -122,7 +123,8 @@ void FltObjectToSoSeparator::buildAndAddIndexedFaceSetFromIndicesVectorOneTextur
     std::vector<int> const& indices, std::vector<int> const& materials, std::vector<int> const& textures,
     SoVertexProperty*& property)
 {
-    auto* const faceSet = new SoIndexedFaceSet;
+    SoIndexedFaceSet* const faceSet =
+        FltGuardedFaceSet::isNeededFor(indices) ? new FltGuardedFaceSet : new SoIndexedFaceSet;
     fillFaceSet(*faceSet, faceSetNameOf(property), property, indices);
     setFieldValues(faceSet->materialIndex, materials);
     int const textureFileIndex = getTextureFileIndex(textures);

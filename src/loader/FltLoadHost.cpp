@@ -127,7 +127,17 @@ void FltLoadHost::endFile(FltInput const& file)
 
 SoNodeRef<SoTexture2> FltLoadHost::makeTexture(FltInput const& file, std::string const& name)
 {
-    return textures.make(name, file.getFileName());
+    return makeTexture(std::string(file.getFileName()), name);
+}
+
+SoNodeRef<SoTexture2> FltLoadHost::makeTexture(std::string const& file, std::string const& name)
+{
+    return textures.make(name, file);
+}
+
+void FltLoadHost::takeHeader(FltRecordHeader const& header)
+{
+    fill(content.info, header);
 }
 
 bool FltLoadHost::beginReference(FltInput const& file, std::string const& name, std::string const& target,
@@ -162,6 +172,12 @@ bool FltLoadHost::isSmallEnough(std::string const& target)
 
 void FltLoadHost::finish()
 {
+    finishTextures();
+    content.omissions = FltOmissionKinds::ofExactConversion(records);
+}
+
+void FltLoadHost::finishTextures()
+{
     auto const onImage = [this](std::string const& image) {
         struct stat status = {};
         bool const isThere = ::stat(image.c_str(), &status) == 0;
@@ -169,7 +185,6 @@ void FltLoadHost::finish()
     };
     for (FltSceneTextures::Texture& texture : textures.resolve(onImage))
         addTexture(std::move(texture));
-    content.omissions = FltOmissionKinds::ofExactConversion(records);
 }
 
 void FltLoadHost::addTexture(FltSceneTextures::Texture&& texture)

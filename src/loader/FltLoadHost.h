@@ -4,6 +4,7 @@
 #include "loader/FltLoader.h"
 #include "loader/FltMessageCollector.h"
 #include "loader/FltSceneContent.h"
+#include "records/FltRecordHeader.h"
 #include "search/FltSceneTextures.h"
 
 #include <exception>
@@ -24,8 +25,18 @@ public:
     FltLoadHost(FltLoader const& options, std::string const& path, FltScene::Content& content,
                 FltMessageCollector& messages);
 
+    /// @name For a conversion that has no records of its own to hand over
+    /// @{
+    void takeHeader(FltRecordHeader const& header);
+    SoNodeRef<SoTexture2> makeTexture(std::string const& file, std::string const& name);
+    void report(std::string const& file, std::uint64_t bytesDone, std::uint64_t bytesInAll) const;
+    /// @}
+
     /// Gives the textures of the finished scene their images, and completes the lists.
     void finish();
+
+    /// The same but for what isn't shown, which the conversion knows itself.
+    void finishTextures();
 
     void beginFile(FltInput const& file) override;
     void takeRecord(FltInput const& file, FltRecord const& record, std::size_t offset) override;
@@ -43,7 +54,6 @@ private:
         std::string file;     ///< That messages were about before.
     };
 
-    void report(std::string const& file, std::uint64_t bytesDone, std::uint64_t bytesInAll) const;
     void reportNowAndThen(FltInput const& file, std::uint64_t bytesDone);
     bool isSmallEnough(std::string const& path);
     void addTexture(FltSceneTextures::Texture&& texture);

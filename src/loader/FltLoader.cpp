@@ -1,5 +1,6 @@
 #include "loader/FltLoader.h"
 
+#include "complete/FltCompleteConversion.h"
 #include "convert/FltToInventor.h"
 #include "dump/FltDumpOutput.h"
 #include "loader/FltDatabaseFile.h"
@@ -53,24 +54,32 @@ FltFileInput readFile(std::string const& path)
     return FltFileInput(FltDatabaseFile::withDirectory(path).c_str());
 }
 
-FltScene loadScene(FltLoader const& options, std::string const& path)
+/// What has to be there before a conversion can begin.
+void prepare(FltLoader const& options, std::string const& path)
 {
     FltDatabaseFile::checkReadable(path, options.largestFile);
-    refuseWhatIsForTheCompleteConversion(options, path);
     if (!FltDatabaseFile::canConvert(path))
         throw FltDatabaseFile::whyNotConverted(path);
     if (!SoDB::isInitialized())
         SoDB::init();
+}
 
+FltLoadError notReadable(std::string const& path)
+{
+    return {Kind::cannotOpen, path,
+            "cannot be read. A backslash in a name is taken as a slash: give it another name."};
+}
+
+/// Loads by the exact conversion, which writes the log.
+std::unique_ptr<FltScene::Content> loadExactly(FltLoader const& options, std::string const& path)
+{
     auto content = std::make_unique<FltScene::Content>();
     content->root = SoNodeRef<SoSeparator>(new SoSeparator);
     FltMessageCollector messages;
     Flt_15_7_CreationVisitor::Session const factory;
     FltFileInput input = readFile(path);
     if (!input.isInFlowCreated())
-        throw FltLoadError(
-            Kind::cannotOpen, path,
-            "cannot be read. A backslash in a name is taken as a slash: give it another name.");
+        throw notReadable(path);
     input.dropBytesWhenParsed();
     FltLoadLog log(options.log, path);
     FltLoadHost host(options, path, *content, messages);
@@ -80,7 +89,84 @@ FltScene loadScene(FltLoader const& options, std::string const& path)
         messages.add(
             {FltMessage::Level::error, "the log isn't whole. Check the space on the disk.", log.getPath()});
     content->messages = std::move(messages.messages());
-    return FltScene(std::move(content));
+    return content;
+}
+
+FltCompleteConversion::Options completeOptions(FltLoader const& options, FltLoadHost& host)
+{
+    using Complete = FltCompleteConversion;
+    FltCompleteConversion::Options complete;
+    complete.lod = options.levelsOfDetail == FltLoader::LevelsOfDetail::highest  ? Complete::Lod::highest
+                   : options.levelsOfDetail == FltLoader::LevelsOfDetail::lowest ? Complete::Lod::lowest
+                                                                                 : Complete::Lod::stored;
+    complete.units =
+        options.units == FltLoader::Units::stored ? Complete::Units::stored : Complete::Units::metres;
+    complete.references = options.references == FltLoader::References::asFile ? Complete::References::file
+                          : options.references == FltLoader::References::skip ? Complete::References::skipped
+                                                                              : Complete::References::inlined;
+    complete.salvage = options.salvage;
+    complete.largestFile = options.largestFile;
+    complete.makeTexture = [&host](std::string const& stored, std::string const& file) {
+        return host.makeTexture(file, stored);
+    };
+    if (options.progress)
+        complete.progress = [&host](std::string const& file, std::size_t done, std::size_t all) {
+            host.report(file, done, all);
+            return true;
+        };
+    return complete;
+}
+
+/// Writes the log that is asked for, as the exact conversion does; its scene and its messages are dropped.
+void writeLog(FltLoader const& options, std::string const& path)
+{
+    FltLoader exact;
+    exact.log = options.log;
+    exact.largestFile = options.largestFile;
+    if (options.references == FltLoader::References::skip)
+        exact.references = options.references;
+    loadExactly(exact, path);
+}
+
+/// Loads by the complete conversion.
+std::unique_ptr<FltScene::Content> loadCompletely(FltLoader const& options, std::string const& path)
+{
+    if (options.log)
+        writeLog(options, path);
+    auto content = std::make_unique<FltScene::Content>();
+    FltMessageCollector messages;
+    FltLoadHost host(options, path, *content, messages);
+    messages.setFile(path);
+    FltCompleteConversion::Result result =
+        FltCompleteConversion::convert(FltDatabaseFile::withDirectory(path), completeOptions(options, host));
+    if (result.outcome == FltCompleteConversion::Outcome::cannotOpen)
+        throw notReadable(path);
+    if (result.outcome != FltCompleteConversion::Outcome::converted)
+        throw FltDatabaseFile::whyNotConverted(path);
+    content->root = result.root;
+    if (result.header != nullptr)
+        host.takeHeader(*result.header);
+    content->info.records = result.records;
+    content->info.bytes = result.bytes;
+    for (FltCompleteConversion::Reference& reference : result.references)
+        content->references.push_back({std::move(reference.stored), std::move(reference.from),
+                                       reference.found, !reference.found.empty()});
+    for (auto const& [kind, count] : result.leftOut)
+        content->omissions.push_back({kind, static_cast<std::uint64_t>(count)});
+    content->switches = std::move(result.switches);
+    content->dofs = std::move(result.dofs);
+    host.finishTextures();
+    content->messages = std::move(messages.messages());
+    return content;
+}
+
+FltScene loadScene(FltLoader const& options, std::string const& path)
+{
+    prepare(options, path);
+    if (!options.exact)
+        return FltScene(loadCompletely(options, path));
+    refuseWhatIsForTheCompleteConversion(options, path);
+    return FltScene(loadExactly(options, path));
 }
 
 /// Made beforehand, for when there isn't even the memory to say so; copying it takes none.

@@ -3,6 +3,7 @@
 #include "FltMessage.h"
 #include "toolkit/VelloReaderExport.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -55,6 +56,32 @@ struct FltOmission {
     std::uint64_t count = 0; ///< How many of them there are.
 };
 
+/// A switch of a database: it shows those of its children that a mask says.
+struct FltSwitch {
+    std::string name;
+    std::vector<std::string> maskNames; ///< One for each mask, by its number; empty where it has no name.
+    int currentMask = 0;
+};
+
+/// A degree of freedom of a database: a part that can be moved, such as a door.
+struct FltDegreeOfFreedom {
+    /// Distances are in the database's units, angles in degrees.
+    struct Range {
+        double minimum = 0;
+        double maximum = 0;
+        double current = 0;
+        double step = 0;
+        bool isLimited = false; ///< Whether it may not leave what lies between minimum and maximum.
+    };
+
+    std::string name;
+    Range translation[3]; ///< Along x, y and z of its own frame.
+    Range pitch;          ///< About x.
+    Range roll;           ///< About y.
+    Range yaw;            ///< About z.
+    Range scale[3];       ///< Along x, y and z. A current value of 0 counts as 1.
+};
+
 /// A loaded database: its scene graph, and what is to be known about it.
 ///
 /// It owns one reference to the root. It can be moved, not copied. An object that was moved from, and one
@@ -81,6 +108,21 @@ public:
     std::vector<FltReference> const& references() const; ///< In the order of the records.
     std::vector<FltOmission> const& omissions() const;   ///< What the scene doesn't show, by kind.
     FltDatabaseInfo const& info() const;                 ///< From the header of the top-level file.
+
+    /// @name What can be moved
+    /// The exact conversion knows of none.
+    /// @{
+    std::vector<FltSwitch> switches() const;
+
+    /// Has all switches of a name show a mask. @return whether there is one that has it
+    bool chooseMask(std::string const& switchName, int mask);
+
+    std::vector<FltDegreeOfFreedom> degreesOfFreedom() const;
+
+    /// Moves the degree of freedom at a place in the list to the current values of @p values.
+    /// @return whether there is one
+    bool move(std::size_t index, FltDegreeOfFreedom const& values);
+    /// @}
 
     /// What a scene is made of; for the loader.
     struct Content;

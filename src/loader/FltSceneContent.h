@@ -1,5 +1,6 @@
 #pragma once
 
+#include "complete/FltCompleteScene.h"
 #include "loader/FltScene.h"
 #include "toolkit/SoNodeRef.h"
 
@@ -13,4 +14,6 @@ struct FltScene::Content {
     std::vector<FltReference> references;
     std::vector<FltOmission> omissions;
     FltDatabaseInfo info;
+    std::vector<FltCompleteSwitch> switches;
+    std::vector<FltCompleteDOF> dofs;
 };

@@ -12,6 +12,7 @@
 #include <Inventor/lists/SbStringList.h>
 #include <Inventor/nodes/SoFile.h>
 #include <Inventor/nodes/SoSeparator.h>
+#include <filesystem>
 #include <gtest/gtest.h>
 
 namespace
@@ -68,16 +69,6 @@ protected:
         return kit;
     }
 
-    /// What the plain conversion makes of a file.
-    std::string plainScene(std::string const& path)
-    {
-        StreamCapture const out(std::cout);
-        SoSeparator* const root = library.function<SoSeparator*(char const*)>("convertFrom")(path.c_str());
-        std::string const text = sceneText(root);
-        root->unref();
-        return text;
-    }
-
     ScratchFolder folder;
     LoadedLibrary library{"libzov.inventor.io.flt"};
     LoadedLibrary module{"libSoFLTFileKit.so"};
@@ -105,7 +96,7 @@ TEST_F(SoFLTFileKitTest, letsTheToolkitReadADatabaseAsItsOwn)
     ASSERT_EQ(root->getNumChildren(), 1);
     auto* const kit = static_cast<SoForeignFileKit*>(root->getChild(0));
     EXPECT_TRUE(kit->isOfType(SoType::fromName("SoFLTFileKit")));
-    EXPECT_EQ(sceneText(kit->convert()), plainScene(path));
+    EXPECT_EQ(sceneText(kit->convert()), "DEF root Separator {\n  DEF hangar Separator {\n  }\n}\n");
     EXPECT_NE(sceneText(kit).find("SoFLTFileKit {"), std::string::npos) << sceneText(kit);
     root->unref();
 }

@@ -1,0 +1,260 @@
+#include "complete/FltCompleteFiles.h"
+
+#include "complete/FltModelReader.h"
+#include "messages/FltLimits.h"
+#include "messages/FltWarningMessageConsole.h"
+
+#include <Inventor/nodes/SoFile.h>
+#include <Inventor/nodes/SoScale.h>
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <system_error>
+
+namespace
+{
+
+/// How often all files together may be read again with other palettes.
+constexpr std::int64_t repetitions = 16;
+
+std::string directoryOf(std::string const& fileName)
+{
+    return fileName.substr(0, fileName.rfind('/') + 1);
+}
+
+/// The name of an external file, from the directory of the one that refers to it. A node of the file that is
+/// named in angle brackets doesn't matter: the whole file is meant.
+std::string resolved(FltModel const& from, std::string path)
+{
+    std::replace(path.begin(), path.end(), '\\', '/');
+    if (!path.empty() && path.back() == '>')
+        path.erase(path.rfind('<') != std::string::npos ? path.rfind('<') : path.size());
+    bool const isAbsolute = !path.empty() && path.front() == '/';
+    return isAbsolute ? path : directoryOf(from.fileName) + path;
+}
+
+std::string identityOf(std::string const& name)
+{
+    std::error_code error;
+    std::filesystem::path const path = std::filesystem::canonical(name, error);
+    return error ? std::string() : path.string();
+}
+
+bool isOpenFlight(FltFileInput& input)
+{
+    return input.getSize() >= 4 && FltUtils::word16At(input.getBuffer()) == FltOpcode::header &&
+           FltUtils::word16At(input.getBuffer() + 2) != 0;
+}
+
+} // namespace
+
+FltCompleteFiles::FltCompleteFiles(FltCompleteConversion::Options const& options,
+                                   FltCompleteConversion::Result& result)
+    : options(options), result(result)
+{
+    setting.lod = options.lod;
+    setting.makeTexture = options.makeTexture;
+    if (options.progress)
+        setting.progress = [this](FltModel const& model, std::size_t offset) {
+            tellProgress(model, model.size / 2 + offset / 2, model.size);
+        };
+    setting.refer = [this](FltModel const& from, std::string const& path, std::uint32_t overrides) {
+        return refer(from, path, overrides);
+    };
+}
+
+void FltCompleteFiles::convert(std::string const& fileName)
+{
+    FltFileInput input(fileName.c_str());
+    if (!input.isInFlowCreated())
+        return;
+    if (!isOpenFlight(input)) {
+        result.outcome = FltCompleteConversion::Outcome::notOpenFlight;
+        return;
+    }
+    FltModel model(input.getFileName(), input.getBuffer(), static_cast<std::size_t>(input.getSize()),
+                   options.salvage);
+    readModel(model, input);
+    result.revision = model.revision;
+    result.metresPerUnit = model.metresPerUnit;
+    result.records = model.records;
+    result.bytes = model.size;
+    result.header = model.header;
+    if (model.revision < FltCompleteConversion::oldestRevision) {
+        result.outcome = FltCompleteConversion::Outcome::oldRevision;
+        return;
+    }
+    rootMetresPerUnit = model.metresPerUnit;
+    filesInWork.push_back(identityOf(model.fileName));
+    FltScenePart const scene = build(model, input);
+    FltScenePart const root = scaled(scene, worldPerUnit(model.metresPerUnit));
+    root.node->setName("root");
+    result.root = SoNodeRef<SoSeparator>(static_cast<SoSeparator*>(root.node.get()));
+    result.outcome = FltCompleteConversion::Outcome::converted;
+    result.leftOut = setting.leftOut;
+    result.switches = std::move(setting.switches);
+    result.dofs = std::move(setting.dofs);
+}
+
+void FltCompleteFiles::readModel(FltModel& model, FltFileInput& input)
+{
+    FltWarningMessageConsole::beginFile(input.getFileName());
+    setting.visitsLeft += input.getSize() * FltLimits::sceneNodes.perByte;
+    FltModelReader::read(model, setting.leftOut,
+                         [&](std::size_t done) { tellProgress(model, done / 2, model.size); });
+}
+
+void FltCompleteFiles::tellProgress(FltModel const& model, std::size_t done, std::size_t all) const
+{
+    if (options.progress && !options.progress(model.fileName, done, all))
+        throw Cancelled();
+}
+
+FltScenePart FltCompleteFiles::build(FltModel& model, FltFileInput& input)
+{
+    FltSceneBuilder builder(model, setting, worldPerUnit(model.metresPerUnit));
+    FltScenePart part = builder.build();
+    tellProgress(model, model.size, model.size);
+    FltWarningMessageConsole::beginFile(input.getFileName());
+    return part;
+}
+
+double FltCompleteFiles::worldPerUnit(double metresPerUnit) const
+{
+    return options.units == FltCompleteConversion::Units::metres ? metresPerUnit
+                                                                 : metresPerUnit / rootMetresPerUnit;
+}
+
+/// A separator with a part in another scale.
+FltScenePart FltCompleteFiles::scaled(FltScenePart const& content, double scale)
+{
+    if (scale == 1 || !std::isfinite(scale))
+        return content;
+    FltGroupBuilder group(new SoSeparator);
+    auto* const node = new SoScale;
+    auto const factor = static_cast<float>(scale);
+    node->scaleFactor.setValue(factor, factor, factor);
+    group.addProperty(node);
+    SbMatrix matrix;
+    matrix.setScale(factor);
+    group.stackMatrix(matrix);
+    group.add(content);
+    return group.finish();
+}
+
+FltScenePart FltCompleteFiles::refer(FltModel const& from, std::string const& path, std::uint32_t overrides)
+{
+    using References = FltCompleteConversion::References;
+    std::string const name = resolved(from, path);
+    result.references.push_back({path, from.fileName, std::string()});
+    std::size_t const entry = result.references.size() - 1;
+    if (options.references == References::skipped) {
+        ++setting.leftOut["external reference"];
+        return {};
+    }
+    bool const isThere = !identityOf(name).empty();
+    if (isThere)
+        result.references[entry].found = name;
+    if (options.references == References::file && isThere)
+        return makeFileNode(from, name);
+    Converted const& converted = convertExternal(name, from, overrides);
+    FltWarningMessageConsole::beginFile(from.fileName.c_str());
+    if (converted.scene.node.get() == nullptr) {
+        ++setting.leftOut["external reference that can't be read"];
+        return {};
+    }
+    return scaled(converted.scene, converted.metresPerUnit / from.metresPerUnit);
+}
+
+/// A scene that is read by its name is in metres.
+FltScenePart FltCompleteFiles::makeFileNode(FltModel const& from, std::string const& name) const
+{
+    auto* const file = new SoFile;
+    FltScenePart part{SoNodeRef<SoNode>(file), SbBox3f(), 1, 1};
+    file->name = name.c_str();
+    return scaled(part, 1 / from.metresPerUnit);
+}
+
+/// A file counts as another one with other palettes, since they change what it looks like.
+FltCompleteFiles::Key FltCompleteFiles::keyOf(std::string const& identity, FltModel const& from,
+                                              std::uint32_t overrides)
+{
+    FltPaletteSet const own(identity);
+    FltPaletteSet palettes = own;
+    palettes.overrideBy(from.palettes, overrides);
+    std::vector<void const*> overridden;
+    auto const note = [&](auto const& before, auto const& after) {
+        overridden.push_back(before == after ? nullptr : after.get());
+        if (before != after)
+            keptPalettes.push_back(after);
+    };
+    note(own.colors, palettes.colors);
+    note(own.materials, palettes.materials);
+    note(own.textures, palettes.textures);
+    note(own.lights, palettes.lights);
+    note(own.lightPoints, palettes.lightPoints);
+    return {identity, overridden};
+}
+
+FltCompleteFiles::Converted const&
+FltCompleteFiles::convertExternal(std::string const& name, FltModel const& from, std::uint32_t overrides)
+{
+    static Converted const nothing;
+    std::string const found = identityOf(name);
+    std::string const& identity = found.empty() ? name : found;
+    if (std::find(filesInWork.begin(), filesInWork.end(), identity) != filesInWork.end()) {
+        FltWarningMessageConsole::notifyGuard("An external reference leads back to a file that refers to it",
+                                              " (" + name + ")");
+        return nothing;
+    }
+    Key const key = keyOf(identity, from, overrides);
+    auto const known = files.find(key);
+    if (known != files.end())
+        return known->second;
+    if (filesInWork.size() > FltLimits::externalReferenceDepth ||
+        files.size() >= FltLimits::externalReferences) {
+        FltWarningMessageConsole::notifyGuard("Too many external files: some are left out",
+                                              " (" + name + ")");
+        return nothing;
+    }
+    Converted converted = readExternal(name, identity, from, overrides);
+    return files[key] = std::move(converted);
+}
+
+/// Whether an external file isn't too large, or read too often with other palettes.
+bool FltCompleteFiles::mayRead(FltFileInput const& input, std::string const& identity)
+{
+    if (static_cast<std::uint64_t>(input.getSize()) > options.largestFile) {
+        FltWarningMessageConsole::notifyGuard("An external file is left out because of its size",
+                                              std::string(" (") + input.getFileName() + ")");
+        return false;
+    }
+    if (identities.insert(identity).second) {
+        repeatedBytesLeft += repetitions * input.getSize();
+        return true;
+    }
+    repeatedBytesLeft -= input.getSize();
+    if (repeatedBytesLeft < 0)
+        FltWarningMessageConsole::notifyGuard(
+            "External files take over too many palettes: some are left out");
+    return repeatedBytesLeft >= 0;
+}
+
+FltCompleteFiles::Converted FltCompleteFiles::readExternal(std::string const& name,
+                                                           std::string const& identity, FltModel const& from,
+                                                           std::uint32_t overrides)
+{
+    FltFileInput input(name.c_str());
+    if (!input.isInFlowCreated() || !isOpenFlight(input) || !mayRead(input, identity))
+        return {};
+    FltModel model(input.getFileName(), input.getBuffer(), static_cast<std::size_t>(input.getSize()),
+                   options.salvage);
+    model.palettes.overrideBy(from.palettes, overrides & FltPaletteSet::knownOverrides);
+    filesInWork.push_back(identity);
+    readModel(model, input);
+    Converted converted;
+    converted.metresPerUnit = model.metresPerUnit;
+    converted.scene = build(model, input);
+    filesInWork.pop_back();
+    return converted;
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "complete/FltCompleteConversion.h"
+#include "complete/FltSceneBuilder.h"
+#include "parser/FltFileInput.h"
+
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <tuple>
+#include <vector>
+
+/// Converts a file and all external files that it leads to, each once.
+class FltCompleteFiles
+{
+public:
+    FltCompleteFiles(FltCompleteConversion::Options const& options, FltCompleteConversion::Result& result);
+
+    /// Converts the file that all others are reached from.
+    void convert(std::string const& fileName);
+
+    /// Ends a conversion that is not wanted any more.
+    struct Cancelled {
+    };
+
+private:
+    /// A scene of an external file, and the length of its unit. Without a node the file can't be read.
+    struct Converted {
+        FltScenePart scene;
+        double metresPerUnit = 1;
+    };
+    /// The identity of a file, and of the palettes that it takes over.
+    using Key = std::tuple<std::string, std::vector<void const*>>;
+
+    FltScenePart refer(FltModel const& from, std::string const& path, std::uint32_t overrides);
+    FltScenePart makeFileNode(FltModel const& from, std::string const& path) const;
+    Converted const& convertExternal(std::string const& name, FltModel const& from, std::uint32_t overrides);
+    Converted readExternal(std::string const& name, std::string const& identity, FltModel const& from,
+                           std::uint32_t overrides);
+    Key keyOf(std::string const& identity, FltModel const& from, std::uint32_t overrides);
+    FltScenePart build(FltModel& model, FltFileInput& input);
+    bool mayRead(FltFileInput const& input, std::string const& identity);
+    void tellProgress(FltModel const& model, std::size_t done, std::size_t all) const;
+    void readModel(FltModel& model, FltFileInput& input);
+    double worldPerUnit(double metresPerUnit) const;
+    static FltScenePart scaled(FltScenePart const& content, double scale);
+
+    FltCompleteConversion::Options const& options;
+    FltCompleteConversion::Result& result;
+    FltSceneBuilder::Setting setting;
+    std::map<Key, Converted> files;
+    std::vector<std::string> filesInWork;
+    std::vector<std::shared_ptr<void const>> keptPalettes; ///< Keys hold their addresses.
+    double rootMetresPerUnit = 1;
+    std::set<std::string> identities; ///< Of all files that were read.
+
+    /// Bytes of files that may be read again with other palettes.
+    std::int64_t repeatedBytesLeft = std::int64_t(1) << 26;
+};

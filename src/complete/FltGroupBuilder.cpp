@@ -1,0 +1,49 @@
+#include "complete/FltGroupBuilder.h"
+
+#include "messages/FltLimits.h"
+#include "messages/FltWarningMessageConsole.h"
+
+#include <Inventor/nodes/SoMatrixTransform.h>
+#include <algorithm>
+
+FltGroupBuilder::FltGroupBuilder(SoGroup* group) : group(group)
+{
+    part.node = SoNodeRef<SoNode>(group);
+    part.visits = 1;
+    part.depth = 1;
+}
+
+bool FltGroupBuilder::add(FltScenePart const& added)
+{
+    if (added.node.get() == nullptr)
+        return false;
+    if (added.depth + 1 > FltLimits::sceneDepth) {
+        FltWarningMessageConsole::notifyGuard(
+            "A part of the database is left out, because the scene would become too deep");
+        return false;
+    }
+    group->addChild(added.node.get());
+    part.visits += added.visits;
+    part.depth = std::max(part.depth, added.depth + 1);
+    if (!added.box.isEmpty()) {
+        SbBox3f box = added.box;
+        box.transform(placement);
+        part.box.extendBy(box);
+    }
+    return true;
+}
+
+void FltGroupBuilder::addProperty(SoNode* node)
+{
+    group->addChild(node);
+    ++part.visits;
+    part.depth = std::max(part.depth, 2);
+}
+
+void FltGroupBuilder::addMatrix(SbMatrix const& matrix)
+{
+    auto* const transform = new SoMatrixTransform;
+    transform->matrix = matrix;
+    addProperty(transform);
+    stackMatrix(matrix);
+}

@@ -1,0 +1,82 @@
+#include "complete/FltModelReader.h"
+
+#include "complete/FltCompleteOpcode.h"
+
+using FltCompleteOpcode::Role;
+
+namespace
+{
+
+/// Records between two calls of the progress function.
+constexpr int recordsPerCall = 4096;
+
+/// Up to this revision coordinates are whole numbers of a part of the unit.
+constexpr int lastRevisionWithMultiplier = 12;
+
+void readHeader(FltModel& model, FltRecordView const& header)
+{
+    auto const record = std::make_shared<FltRecordHeader>(FltOpcode::header);
+    header.decodeTo(*record);
+    model.header = record;
+    model.revision = header.int32At(12);
+    model.metresPerUnit = FltModelReader::metresPerUnit(header, model.revision);
+}
+
+/// Records that say nothing about what is to be seen.
+bool isSilent(std::uint32_t opcode)
+{
+    switch (opcode) {
+    case FltOpcode::header:
+    case FltOpcode::vertexPalette:
+    case FltOpcode::eyePointTrackPlane:
+    case FltOpcode::namePalette:
+    case FltOpcode::textureMappingPalette:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+double FltModelReader::metresPerUnit(FltRecordView const& header, int revision)
+{
+    static constexpr double scales[] = {1, 1000, 1, 1, 0.3048, 0.0254, 1, 1, 1852};
+    std::size_t const unit = header.byteAt(62);
+    double scale = unit < std::size(scales) ? scales[unit] : 1;
+    auto const multiplier = static_cast<std::int16_t>(header.word16At(60));
+    if (revision <= lastRevisionWithMultiplier && multiplier != 0)
+        scale = multiplier < 0 ? scale / -multiplier : scale * multiplier;
+    return scale;
+}
+
+void FltModelReader::read(FltModel& model, FltLeftOut& leftOut, Progress const& progress)
+{
+    FltRecordView record;
+    bool isFirst = true;
+    for (int untilCall = 0; model.reader.next(record); --untilCall) {
+        if (untilCall <= 0) {
+            progress(model.reader.getPosition());
+            untilCall = recordsPerCall;
+        }
+        if (isFirst && record.opcode == FltOpcode::header)
+            readHeader(model, record);
+        isFirst = false;
+        ++model.records;
+        switch (FltCompleteOpcode::roleOf(static_cast<int>(record.opcode))) {
+        case Role::vertex:
+            model.vertices.addPaletteVertex(record, *model.palettes.colors, model.revision);
+            break;
+        case Role::palette:
+            if (record.opcode == FltOpcode::vertexPalette)
+                model.vertices.beginPalette(record);
+            else if (!model.palettes.take(record, model.revision) && !isSilent(record.opcode))
+                ++leftOut[FltCompleteOpcode::nameOf(static_cast<int>(record.opcode))];
+            break;
+        default:
+            if (!model.tree.add(record))
+                ++leftOut["record in an extension or too deep a level"];
+            break;
+        }
+    }
+}

@@ -1,0 +1,94 @@
+#include "complete/FltModelTree.h"
+
+#include "complete/FltCompleteOpcode.h"
+#include "messages/FltLimits.h"
+#include "messages/FltWarningMessageConsole.h"
+
+using FltCompleteOpcode::Role;
+
+bool FltModelTree::add(FltRecordView const& record)
+{
+    Role const role = FltCompleteOpcode::roleOf(static_cast<int>(record.opcode));
+    if (role == Role::pushExtension || role == Role::popExtension) {
+        extensions = std::max(0, extensions + (role == Role::pushExtension ? 1 : -1));
+        return true;
+    }
+    if (extensions > 0)
+        return false;
+    switch (role) {
+    case Role::push:
+        push(record.opcode == FltOpcode::pushSubface);
+        return true;
+    case Role::pop:
+        pop();
+        return true;
+    default:
+        break;
+    }
+    if (tooDeep > 0)
+        return false;
+    if (role == Role::ancillary) {
+        // Only what follows a node directly says something about it.
+        records.push_back(record);
+        return true;
+    }
+    addNode(record);
+    return true;
+}
+
+void FltModelTree::addNode(FltRecordView const& record)
+{
+    Node node;
+    node.record = static_cast<std::uint32_t>(records.size());
+    node.isSubface = openSubfaces.back();
+    records.push_back(record);
+    last = static_cast<Number>(nodes.size());
+    Node& parent = nodes[static_cast<std::size_t>(open.back())];
+    if (parent.lastChild == none)
+        parent.firstChild = last;
+    else
+        nodes[static_cast<std::size_t>(parent.lastChild)].nextSibling = last;
+    parent.lastChild = last;
+    nodes.push_back(node);
+}
+
+void FltModelTree::push(bool isSubface)
+{
+    if (tooDeep > 0 || open.size() >= FltLimits::hierarchyDepth) {
+        if (tooDeep++ == 0)
+            FltWarningMessageConsole::notifyGuard("Levels that are nested too deeply are left out");
+        return;
+    }
+    open.push_back(last);
+    openSubfaces.push_back(isSubface);
+}
+
+/// The level belongs to the node before it; a level after that one belongs to the same node.
+void FltModelTree::pop()
+{
+    if (tooDeep > 0) {
+        --tooDeep;
+        return;
+    }
+    last = open.back();
+    if (open.size() == 1) {
+        FltWarningMessageConsole::notifyGuard("A level ends that never began");
+        return;
+    }
+    open.pop_back();
+    openSubfaces.pop_back();
+}
+
+FltRecordView const* FltModelTree::ancillaryBegin(Number number) const
+{
+    return records.data() + (number == root ? 0 : nodes[static_cast<std::size_t>(number)].record + 1);
+}
+
+FltRecordView const* FltModelTree::ancillaryEnd(Number number) const
+{
+    FltRecordView const* const end = records.data() + records.size();
+    FltRecordView const* record = ancillaryBegin(number);
+    while (record != end && FltCompleteOpcode::roleOf(static_cast<int>(record->opcode)) == Role::ancillary)
+        ++record;
+    return record;
+}

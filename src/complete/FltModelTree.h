@@ -1,0 +1,59 @@
+#pragma once
+
+#include "complete/FltRecordView.h"
+
+#include <cstdint>
+#include <vector>
+
+/// The hierarchy of a database: which record stands below which.
+class FltModelTree
+{
+public:
+    using Number = std::int32_t;
+    static constexpr Number none = -1;
+
+    /// The root, which no record stands for.
+    static constexpr Number root = 0;
+
+    struct Node {
+        std::uint32_t record = 0; ///< Number of its record; that of a root means nothing.
+        Number firstChild = none;
+        Number lastChild = none;
+        Number nextSibling = none;
+        bool isSubface = false;
+    };
+
+    FltModelTree() : nodes(1), open{root} {}
+
+    /// Adds a record that isn't a palette's or a vertex of one.
+    /// @return whether it is part of the hierarchy; false if it stands in an extension
+    bool add(FltRecordView const& record);
+
+    Node const& operator[](Number number) const { return nodes[static_cast<std::size_t>(number)]; }
+    FltRecordView const& recordOf(Number number) const
+    {
+        return records[nodes[static_cast<std::size_t>(number)].record];
+    }
+
+    /// One more than the highest number of a node.
+    Number getCount() const { return static_cast<Number>(nodes.size()); }
+
+    /// The records that say more about a node.
+    /// @{
+    FltRecordView const* ancillaryBegin(Number number) const;
+    FltRecordView const* ancillaryEnd(Number number) const;
+    /// @}
+
+private:
+    void addNode(FltRecordView const& record);
+    void push(bool isSubface);
+    void pop();
+
+    std::vector<FltRecordView> records;
+    std::vector<Node> nodes;
+    std::vector<Number> open; ///< The nodes whose levels are open, the root first.
+    std::vector<bool> openSubfaces{false};
+    Number last = root; ///< The node that a level would belong to.
+    int extensions = 0;
+    int tooDeep = 0;
+};

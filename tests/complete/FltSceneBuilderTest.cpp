@@ -1,0 +1,374 @@
+#include "complete/FltSceneBuilder.h"
+
+#include "support/CompleteDatabase.h"
+
+#include <Inventor/VRMLnodes/SoVRMLBillboard.h>
+#include <Inventor/actions/SoSearchAction.h>
+#include <Inventor/nodes/SoAsciiText.h>
+#include <Inventor/nodes/SoInfo.h>
+#include <Inventor/nodes/SoLOD.h>
+#include <Inventor/nodes/SoPointLight.h>
+#include <gtest/gtest.h>
+
+using Fields = FltWriter::Fields;
+using Options = FltCompleteConversion::Options;
+
+namespace
+{
+
+template <class Node>
+std::vector<Node*> findAll(SoNode* root)
+{
+    SoSearchAction search;
+    search.setType(Node::getClassTypeId());
+    search.setInterest(SoSearchAction::ALL);
+    search.setSearchingAll(TRUE);
+    search.apply(root);
+    std::vector<Node*> nodes;
+    for (int i = 0; i < search.getPaths().getLength(); ++i)
+        nodes.push_back(static_cast<Node*>(static_cast<SoFullPath*>(search.getPaths()[i])->getTail()));
+    return nodes;
+}
+
+std::vector<double> matrixWithMove(double x, double y, double z)
+{
+    return {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, x, y, z, 1};
+}
+
+/// Below a record of these fields stands a square.
+CompleteDatabase squareBelow(char const* record, Fields const& fields, Fields const& header = {})
+{
+    CompleteDatabase database(1570, header);
+    std::vector<double> const offsets = database.square();
+    database.begin().add(record, fields).push();
+    database.object(offsets);
+    database.writer.pop();
+    return database;
+}
+
+} // namespace
+
+TEST(FltSceneBuilder, namesNodesByTheirIdsAndLongIds)
+{
+    CompleteDatabase database;
+    std::vector<double> const offsets = database.square();
+    database.begin()
+        .add("Group", {{"idASCII", "short"}})
+        .add("LongID", {{"idASCII", "a_longer_name"}})
+        .push();
+    database.object(offsets, CompleteDatabase::face(), "house");
+    EXPECT_EQ(database.draw().triangles[0].names,
+              (std::vector<std::string>{"root", "a_longer_name", "house"}));
+}
+
+TEST(FltSceneBuilder, drawsLevelsOfDetailBetweenTheirDistancesInTheWorld)
+{
+    CompleteDatabase database = squareBelow("LOD", {{"switchInDistance", 100}, {"switchOutDistance", 10}},
+                                            {{"vertexCoordinateUnits", 4}});
+    FltCompleteConversion::Result const result = database.convert();
+    SoLOD const* const lod = findAll<SoLOD>(result.root.get()).at(0);
+    ASSERT_EQ(lod->range.getNum(), 2);
+    EXPECT_FLOAT_EQ(lod->range[0], 3.048F);
+    EXPECT_FLOAT_EQ(lod->range[1], 30.48F);
+    ASSERT_EQ(lod->getNumChildren(), 3);
+    EXPECT_EQ(lod->center.getValue(), SbVec3f(0.5F, 0.5F, 0));
+}
+
+TEST(FltSceneBuilder, drawsLevelsOfDetailWithoutARangeAlways)
+{
+    for (Fields const& fields : {Fields{}, Fields{{"switchInDistance", 10}, {"switchOutDistance", 20}},
+                                 Fields{{"switchInDistance", 10}, {"switchOutDistance", 10}}}) {
+        CompleteDatabase database = squareBelow("LOD", fields);
+        FltCompleteConversion::Result const result = database.convert();
+        EXPECT_TRUE(findAll<SoLOD>(result.root.get()).empty());
+        EXPECT_EQ(DrawnScene(result.root.get()).triangles.size(), 2U);
+    }
+}
+
+TEST(FltSceneBuilder, makesOneChoiceOfLevelsOfDetailWhoseDistancesMeet)
+{
+    CompleteDatabase database;
+    std::vector<std::vector<double>> offsets;
+    for (int i = 0; i < 4; ++i)
+        offsets.push_back(database.square(2 * i));
+    database.begin();
+    double const ranges[][2] = {{100, 500}, {0, 100}, {500, 900}, {2000, 3000}};
+    for (std::size_t i = 0; i < 4; ++i) {
+        database.writer.add("LOD", {{"switchOutDistance", ranges[i][0]}, {"switchInDistance", ranges[i][1]}})
+            .push();
+        database.object(offsets[i]).writer.pop();
+    }
+    FltCompleteConversion::Result const result = database.convert();
+    std::vector<SoLOD*> const lods = findAll<SoLOD>(result.root.get());
+    ASSERT_EQ(lods.size(), 2U);
+    EXPECT_EQ(lods[0]->range.getNum(), 3);
+    EXPECT_EQ(lods[0]->range[1], 500);
+    EXPECT_EQ(lods[1]->range.getNum(), 2);
+
+    Options options;
+    options.lod = FltCompleteConversion::Lod::highest;
+    EXPECT_EQ(database.draw(options).extent(), "2 0 0 to 7 1 0");
+    options.lod = FltCompleteConversion::Lod::lowest;
+    EXPECT_EQ(database.draw(options).extent(), "4 0 0 to 7 1 0");
+}
+
+TEST(FltSceneBuilder, keepsTheSignificantSizeForHosts)
+{
+    CompleteDatabase database = squareBelow("Group", {});
+    database.writer.add("LOD", {{"switchInDistance", 10}}).resizeLast(80).push().pop();
+    std::string bytes = database.writer.bytes();
+    std::string const size = FltWriter::bigDouble(12.5);
+    std::size_t const at = bytes.rfind(std::string("\0\x49\0\x50", 4)) + 72;
+    bytes.replace(at, 8, size);
+    StreamCapture const err(std::cerr);
+    FltCompleteConversion::Result const result =
+        FltCompleteConversion::convert(database.folder.write("lod.flt", bytes), {});
+    ASSERT_EQ(findAll<SoInfo>(result.root.get()).size(), 2U);
+    EXPECT_NE(std::string(findAll<SoInfo>(result.root.get())[0]->string.getValue().getString()).find("12.5"),
+              std::string::npos);
+}
+
+TEST(FltSceneBuilder, bringsDegreesOfFreedomToTheirCurrentValues)
+{
+    Fields const frame = {{"XOriginOfDOFLocalCoordinateSystem", 1},
+                          {"XPointOnXAxisOfDOFLocalCoordinateSystem", 1},
+                          {"YPointOnXAxisOfDOFLocalCoordinateSystem", 1},
+                          {"XPointInXYPlaneOfDOFLocalCoordinateSystem", 0}};
+    EXPECT_EQ(squareBelow("DOF", frame).draw().extent(), "0 0 0 to 1 1 0");
+    Fields moved = frame;
+    moved.emplace_back("XCurrentValue", 5); // along the local x axis, which is the y axis around
+    EXPECT_EQ(squareBelow("DOF", moved).draw().extent(), "0 5 0 to 1 6 0");
+    Fields turned = frame;
+    turned.emplace_back("currentYaw", 90);
+    EXPECT_EQ(squareBelow("DOF", turned).draw().extent(), "0 -1 0 to 1 0 0");
+    Fields scaled = frame;
+    scaled.emplace_back("YCurrentScale", 2);
+    scaled.emplace_back("ZCurrentScale", 0);
+    EXPECT_EQ(squareBelow("DOF", scaled).draw().extent(), "-1 0 0 to 1 1 0");
+}
+
+TEST(FltSceneBuilder, letsAHostMoveADegreeOfFreedom)
+{
+    CompleteDatabase database = squareBelow("DOF", {{"idASCII", "door"},
+                                                    {"ZMinValue", -1},
+                                                    {"ZMaxValue", 4},
+                                                    {"ZIncrement", 0.5},
+                                                    {"flags", 0x20000000}});
+    FltCompleteConversion::Result result = database.convert();
+    ASSERT_EQ(result.dofs.size(), 1U);
+    FltCompleteDOF& door = result.dofs[0];
+    EXPECT_EQ(door.name, "door");
+    EXPECT_EQ(door.translation[2].maximum, 4);
+    EXPECT_TRUE(door.translation[2].isLimited);
+    EXPECT_EQ(SoNode::getByName("door"), door.transform.get());
+    door.translation[2].current = 3;
+    door.apply();
+    EXPECT_EQ(DrawnScene(result.root.get()).extent(), "0 0 3 to 1 1 3");
+    std::string const info = findAll<SoInfo>(result.root.get()).at(0)->string.getValue().getString();
+    EXPECT_NE(info.find("z min -1 max 4 current 0 step 0.5 limited"), std::string::npos) << info;
+}
+
+TEST(FltSceneBuilder, passesOverFramesOfDegreesOfFreedomThatNobodySet)
+{
+    double const unset = -1e8;
+    Fields const fields = {{"XOriginOfDOFLocalCoordinateSystem", unset},
+                           {"YOriginOfDOFLocalCoordinateSystem", unset},
+                           {"ZOriginOfDOFLocalCoordinateSystem", unset},
+                           {"XPointOnXAxisOfDOFLocalCoordinateSystem", unset},
+                           {"XPointInXYPlaneOfDOFLocalCoordinateSystem", unset}};
+    EXPECT_EQ(squareBelow("DOF", fields).draw().extent(), "0 0 0 to 1 1 0");
+}
+
+TEST(FltSceneBuilder, showsTheChildrenOfTheCurrentMaskAndOfAnyOtherOne)
+{
+    CompleteDatabase database;
+    std::vector<std::vector<double>> offsets;
+    for (int i = 0; i < 40; ++i)
+        offsets.push_back(database.square(2 * i));
+    database.begin().add("Switch", {{"idASCII", "sock"},
+                                    {"indexOfCurrentMask", 1},
+                                    {"numberOfMasks", 2},
+                                    {"numberOf32BitWordsPerMask", 2},
+                                    {"masks", {1, 0, 6, 0x80}}});
+    database.writer.addRaw(132, FltWriter::big32(1) + std::string("windy\0", 6)).push();
+    for (std::vector<double> const& each : offsets)
+        database.object(each);
+    FltCompleteConversion::Result result = database.convert();
+    EXPECT_EQ(DrawnScene(result.root.get()).triangles.size(), 6U);
+    EXPECT_EQ(DrawnScene(result.root.get()).extent(), "2 0 0 to 79 1 0");
+    ASSERT_EQ(result.switches.size(), 1U);
+    EXPECT_EQ(result.switches[0].maskNames, (std::vector<std::string>{"", "windy"}));
+    EXPECT_TRUE(result.chooseMask("sock", 0));
+    EXPECT_EQ(DrawnScene(result.root.get()).extent(), "0 0 0 to 1 1 0");
+    EXPECT_FALSE(result.chooseMask("sock", 2));
+    EXPECT_FALSE(result.chooseMask("sack", 0));
+    EXPECT_EQ(DrawnScene(result.root.get()).triangles[0].names,
+              (std::vector<std::string>{"root", "sock", "o"}));
+}
+
+TEST(FltSceneBuilder, takesSwitchesWithCountsThatArentTrue)
+{
+    for (int const count : {-1, 0, 1000000}) {
+        CompleteDatabase database = squareBelow(
+            "Switch",
+            {{"indexOfCurrentMask", 3}, {"numberOfMasks", count}, {"numberOf32BitWordsPerMask", count}});
+        EXPECT_EQ(database.draw().extent(), "nothing");
+    }
+}
+
+TEST(FltSceneBuilder, drawsInstancesWhereTheyAreReferredToAndNotWhereTheyAreDefined)
+{
+    CompleteDatabase database;
+    std::vector<double> const offsets = database.square();
+    database.begin().add("InstanceReference", {{"instanceDefinitionNumber", 7}});
+    database.writer.add("Group").push().add("InstanceDefinition", {{"instanceDefinitionNumber", 7}}).push();
+    database.object(offsets).writer.pop();
+    database.writer.add("InstanceReference", {{"instanceDefinitionNumber", 7}});
+    database.writer.add("Matrix", {{"matrix", matrixWithMove(0, 4, 0)}}).pop();
+    DrawnScene const drawn = database.draw();
+    EXPECT_EQ(drawn.triangles.size(), 4U);
+    EXPECT_EQ(drawn.extent(), "0 0 0 to 1 5 0");
+}
+
+TEST(FltSceneBuilder, leavesInstancesOutThatAreMissingOrHoldThemselves)
+{
+    CompleteDatabase database;
+    std::vector<double> const offsets = database.square();
+    database.begin().add("InstanceDefinition", {{"instanceDefinitionNumber", 1}}).push();
+    database.object(offsets).writer.add("InstanceReference", {{"instanceDefinitionNumber", 1}}).pop();
+    database.writer.add("InstanceReference", {{"instanceDefinitionNumber", 1}});
+    database.writer.add("InstanceReference", {{"instanceDefinitionNumber", 2}});
+    FltCompleteConversion::Result const result = database.convert();
+    EXPECT_EQ(DrawnScene(result.root.get()).triangles.size(), 2U);
+    EXPECT_EQ(result.leftOut.at("instance without a definition"), 1);
+    EXPECT_NE(database.messages.find("refers to itself"), std::string::npos);
+}
+
+TEST(FltSceneBuilder, boundsWhatInstancesOfInstancesMakeOfASmallFile)
+{
+    CompleteDatabase database;
+    std::vector<double> const offsets = database.square();
+    database.begin();
+    for (int level = 0; level < 60; ++level) {
+        database.writer.add("InstanceDefinition", {{"instanceDefinitionNumber", level}}).push();
+        if (level == 0)
+            database.object(offsets);
+        for (int i = 0; level > 0 && i < 4; ++i)
+            database.writer.add("InstanceReference", {{"instanceDefinitionNumber", level - 1}});
+        database.writer.pop();
+    }
+    database.writer.add("InstanceReference", {{"instanceDefinitionNumber", 59}});
+    FltCompleteConversion::Result const result = database.convert();
+    EXPECT_EQ(result.outcome, FltCompleteConversion::Outcome::converted);
+    EXPECT_NE(database.messages.find("the scene would become too large"), std::string::npos);
+}
+
+TEST(FltSceneBuilder, boundsTheDepthOfTheHierarchy)
+{
+    CompleteDatabase database;
+    for (int i = 0; i < 5000; ++i)
+        database.writer.push().add("Group");
+    EXPECT_EQ(database.convert().outcome, FltCompleteConversion::Outcome::converted);
+    EXPECT_NE(database.messages.find("nested too deeply"), std::string::npos);
+    CompleteDatabase levels;
+    for (int i = 0; i < 1100; ++i)
+        levels.writer.push().add("LOD", {{"switchInDistance", 1}});
+    EXPECT_EQ(levels.convert().outcome, FltCompleteConversion::Outcome::converted);
+}
+
+TEST(FltSceneBuilder, repeatsReplicatedGroups)
+{
+    CompleteDatabase database;
+    std::vector<double> const offsets = database.square();
+    database.begin().add("Group").add("Replicate", {{"numberOfReplications", 3}});
+    database.writer.add("Matrix", {{"matrix", matrixWithMove(0, 2, 0)}}).push();
+    database.object(offsets).writer.pop();
+    DrawnScene const drawn = database.draw();
+    EXPECT_EQ(drawn.triangles.size(), 8U);
+    EXPECT_EQ(drawn.extent(), "0 0 0 to 1 7 0");
+    CompleteDatabase many;
+    many.begin().add("Group").add("Replicate", {{"numberOfReplications", 2000000000}});
+    many.writer.add("Matrix", {{"matrix", matrixWithMove(0, 2, 0)}});
+    many.convert();
+    EXPECT_NE(many.messages.find("Too many replications"), std::string::npos);
+}
+
+TEST(FltSceneBuilder, keepsWhatStandsBelowLightPointsClipRegionsTextsAndUnknownRecords)
+{
+    EXPECT_EQ(squareBelow("LightPoint", {}).draw().triangles.size(), 2U);
+    EXPECT_EQ(squareBelow("ClipRegion", {}).draw().triangles.size(), 2U);
+    EXPECT_EQ(squareBelow("Text", {}).draw().triangles.size() >= 2U, true);
+    CompleteDatabase database;
+    std::vector<double> const offsets = database.square();
+    database.begin().addRaw(199, "new").push();
+    database.object(offsets);
+    EXPECT_EQ(database.draw().triangles.size(), 2U);
+}
+
+TEST(FltSceneBuilder, writesTextInItsPlace)
+{
+    CompleteDatabase database;
+    database.begin().add("Text",
+                         {{"XlowerLeftCorner", 1}, {"XupperRightCorner", 5}, {"ZupperRightCorner", 2}});
+    database.writer.add("Comment", {{"textDescription", "Gate 7\nOpen"}});
+    FltCompleteConversion::Result const result = database.convert();
+    std::vector<SoAsciiText*> const texts = findAll<SoAsciiText>(result.root.get());
+    ASSERT_EQ(texts.size(), 1U);
+    ASSERT_EQ(texts[0]->string.getNum(), 2);
+    EXPECT_STREQ(texts[0]->string[0].getString(), "Gate 7");
+}
+
+TEST(FltSceneBuilder, lightsTheSceneByLightSourcesThatAreOn)
+{
+    CompleteDatabase database;
+    database.writer.addRaw(102, FltWriter::big32(4) + std::string(80, '\0') + FltWriter::big32(1) +
+                                    std::string(148, '\0'));
+    database.begin();
+    for (int const flags : {0, 0x80})
+        database.writer.add("LightSource", {{"idASCII", "lamp"},
+                                            {"indexIntoLightPalette", 4},
+                                            {"flags", {static_cast<double>(flags), 0, 0, 0}},
+                                            {"localOrSpotPositionCoordinateZ", 9}});
+    FltCompleteConversion::Result const result = database.convert();
+    std::vector<SoPointLight*> const lights = findAll<SoPointLight>(result.root.get());
+    ASSERT_EQ(lights.size(), 1U);
+    EXPECT_EQ(lights[0]->location.getValue(), SbVec3f(0, 0, 9));
+}
+
+TEST(FltSceneBuilder, turnsBillboardsAboutTheirFeet)
+{
+    for (int const kind : {2, 4}) {
+        CompleteDatabase database;
+        std::vector<double> const tree = database.polygon({{10, 5, 1}, {12, 5, 1}, {12, 5, 4}, {10, 5, 4}});
+        database.begin();
+        database.object(tree, CompleteDatabase::face({{"templateBillboard", kind}}));
+        FltCompleteConversion::Result const result = database.convert();
+        std::vector<SoVRMLBillboard*> const boards = findAll<SoVRMLBillboard>(result.root.get());
+        ASSERT_EQ(boards.size(), 1U);
+        EXPECT_EQ(boards[0]->axisOfRotation.getValue(), kind == 2 ? SbVec3f(0, 1, 0) : SbVec3f(0, 0, 0));
+        SoNodeRef<SoNode> const board(boards[0]);
+        DrawnScene const standing(
+            board->getTypeId() == SoVRMLBillboard::getClassTypeId() ? boards[0]->getChild(0) : nullptr);
+        EXPECT_EQ(standing.extent(), "-1 0 0 to 1 3 0"); // its foot at the origin, up along y, seen along -z
+    }
+}
+
+TEST(FltSceneBuilder, movesByTheStepsOfATransformationWhereNoMatrixSaysItAll)
+{
+    CompleteDatabase database;
+    std::vector<double> const offsets = database.square();
+    database.begin().add("Group");
+    database.writer.add("Translate", {{"deltaX", 3}});
+    database.writer.add("RotateAboutPoint", {{"KAxisOfRotation", 1}, {"angleToRotate", 90}});
+    database.writer.add("ScaleNonUniform", {{"XScaleFactor", 1}, {"YScaleFactor", 2}, {"ZScaleFactor", 1}})
+        .push();
+    database.object(offsets).writer.pop();
+    EXPECT_EQ(database.draw().extent(), "-1 6 0 to 0 8 0");
+
+    CompleteDatabase both;
+    std::vector<double> const corners = both.square();
+    both.begin().add("Group").add("Translate", {{"deltaX", 3}});
+    both.writer.add("Matrix", {{"matrix", matrixWithMove(0, 0, 5)}}).push();
+    both.object(corners).writer.pop();
+    EXPECT_EQ(both.draw().extent(), "0 0 5 to 1 1 5");
+}

@@ -1,0 +1,78 @@
+#include "convert/FltGuardedFaceSet.h"
+
+#include "support/DrawnScene.h"
+#include "support/SceneText.h"
+
+#include <Inventor/actions/SoGetPrimitiveCountAction.h>
+#include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoVertexProperty.h>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+/// Two triangles, and between them faces of no, one and two vertices.
+std::vector<int> const indices = {0, 1, 2, -1, -1, 1, -1, 2, 3, -1, 1, 3, 2, -1};
+
+template <class FaceSet>
+SoSeparator* sceneOf()
+{
+    auto* const root = new SoSeparator;
+    auto* const faces = new FaceSet;
+    auto* const property = new SoVertexProperty;
+    float const places[][3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}};
+    property->vertex.setValues(0, 4, places);
+    faces->vertexProperty = property;
+    faces->coordIndex.setValues(0, static_cast<int>(indices.size()), indices.data());
+    root->addChild(faces);
+    root->ref();
+    return root;
+}
+
+} // namespace
+
+TEST(FltGuardedFaceSet, isNeededWhereAFaceHasFewerThanThreeVertices)
+{
+    EXPECT_TRUE(FltGuardedFaceSet::isNeededFor(indices));
+    EXPECT_TRUE(FltGuardedFaceSet::isNeededFor({0, 1, 2, -1, 3, -1}));
+    EXPECT_FALSE(FltGuardedFaceSet::isNeededFor({0, 1, 2, -1, 3, 2, 1, 0, -1}));
+    EXPECT_FALSE(FltGuardedFaceSet::isNeededFor({}));
+}
+
+TEST(FltGuardedFaceSet, drawsAndCountsAllOtherFaces)
+{
+    SoSeparator* const plain = sceneOf<SoIndexedFaceSet>();
+    SoSeparator* const guarded = sceneOf<FltGuardedFaceSet>();
+    EXPECT_LT(DrawnScene(plain).area(), 0.75);
+    EXPECT_NEAR(DrawnScene(guarded).area(), 1, 1e-6);
+    SoGetPrimitiveCountAction count;
+    count.apply(guarded);
+    EXPECT_GE(count.getTriangleCount(), 2);
+    plain->unref();
+    guarded->unref();
+}
+
+TEST(FltGuardedFaceSet, isWrittenAsAnyFaceSet)
+{
+    SoSeparator* const plain = sceneOf<SoIndexedFaceSet>();
+    SoSeparator* const guarded = sceneOf<FltGuardedFaceSet>();
+    DrawnScene const drawn(guarded);
+    EXPECT_EQ(sceneText(guarded), sceneText(plain));
+    plain->unref();
+    guarded->unref();
+}
+
+TEST(FltGuardedFaceSet, followsItsFieldsAndKeepsItsGuardWhenItIsCopied)
+{
+    SoSeparator* const root = sceneOf<FltGuardedFaceSet>();
+    EXPECT_NEAR(DrawnScene(root).area(), 1, 1e-6);
+    SoNode* const copy = root->copy();
+    copy->ref();
+    EXPECT_NEAR(DrawnScene(copy).area(), 1, 1e-6);
+    auto* const faces = static_cast<SoIndexedFaceSet*>(root->getChild(0));
+    faces->coordIndex.setNum(10);
+    EXPECT_NEAR(DrawnScene(root).area(), 0.5, 1e-6);
+    EXPECT_NEAR(DrawnScene(copy).area(), 1, 1e-6);
+    copy->unref();
+    root->unref();
+}
