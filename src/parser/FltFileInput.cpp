@@ -7,14 +7,24 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <iostream>
 #include <string>
 #include <string_view>
+#include <sys/mman.h>
 #include <unistd.h>
 
 namespace
 {
+
+/// The first address from @p bytes on at which a large page may begin.
+char* pageAfter(char* bytes)
+{
+    constexpr std::uintptr_t pageSize = 2U << 20;
+    return bytes + (pageSize - reinterpret_cast<std::uintptr_t>(bytes) % pageSize) % pageSize;
+}
 
 std::unique_ptr<char[]> copyOf(std::string_view text)
 {
@@ -100,9 +110,28 @@ void FltFileInput::fileToBuffer()
         reportMissing(fileName.get(), there, room, reason);
 }
 
+void FltFileInput::dropBytesWhenParsed()
+{
+    dropsBytes = true;
+    dropped = pageAfter(buffer.get());
+}
+
+void FltFileInput::dropMore()
+{
+    char* const begin = dropped;
+    dropped += droppedAtOnce;
+    ::madvise(begin, droppedAtOnce, MADV_DONTNEED); // if it fails, nothing is lost but memory
+}
+
+void FltFileInput::dropBytes()
+{
+    if (dropsBytes)
+        buffer.reset();
+}
+
 void FltFileInput::showBuffer()
 {
-    for (long i = 0; i < size; ++i)
+    for (long i = 0; buffer != nullptr && i < size; ++i)
         std::cout << static_cast<unsigned>(static_cast<unsigned char>(buffer[static_cast<std::size_t>(i)]))
                   << ' ';
 }

@@ -4,9 +4,12 @@
 
 std::ostream& AbstractFltRecord::opcodeAndLength(std::ostream& os) const
 {
-    std::string const category = getRecordCategory();
+    FltRecordCategory const category = getCategory();
     FltDump dump(os);
-    dump << "  (" << category << ")";
+    if (category != FltRecordCategory::unknown)
+        dump << "  (" << nameOf(category) << ")";
+    else
+        dump << "  (" << getRecordCategory() << ")";
     dump.endLine();
     dump << "-- Opcode: " << getOpcode() << "  Length: " << getLength() << " --";
     dump.endLine();

@@ -31,7 +31,8 @@ class PrimaryFltRecord : public AbstractFltRecord
 {
 public:
     using AbstractFltRecord::AbstractFltRecord;
-    std::string getRecordCategory() const override { return "PRIMARY_RECORD"; }
+    std::string getRecordCategory() const override { return std::string(nameOf(getCategory())); }
+    FltRecordCategory getCategory() const override { return FltRecordCategory::primary; }
 };
 
 /// A record that tells more of the primary record before it.
@@ -39,7 +40,8 @@ class AncillaryFltRecord : public AbstractFltRecord
 {
 public:
     using AbstractFltRecord::AbstractFltRecord;
-    std::string getRecordCategory() const override { return "ANCILLARY_RECORD"; }
+    std::string getRecordCategory() const override { return std::string(nameOf(getCategory())); }
+    FltRecordCategory getCategory() const override { return FltRecordCategory::ancillary; }
 };
 
 /// A record that opens or closes a level, or places an instance.
@@ -47,7 +49,8 @@ class ControlFltRecord : public AbstractFltRecord
 {
 public:
     using AbstractFltRecord::AbstractFltRecord;
-    std::string getRecordCategory() const override { return "CONTROL_RECORD"; }
+    std::string getRecordCategory() const override { return std::string(nameOf(getCategory())); }
+    FltRecordCategory getCategory() const override { return FltRecordCategory::control; }
 };
 
 /// An entry of one of the file's shared tables.
@@ -55,5 +58,6 @@ class PaletteFltRecord : public AbstractFltRecord
 {
 public:
     using AbstractFltRecord::AbstractFltRecord;
-    std::string getRecordCategory() const override { return "PALETTE_RECORD"; }
+    std::string getRecordCategory() const override { return std::string(nameOf(getCategory())); }
+    FltRecordCategory getCategory() const override { return FltRecordCategory::palette; }
 };
