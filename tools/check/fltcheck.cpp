@@ -22,7 +22,7 @@ struct Options {
     std::vector<std::string> files;
     std::vector<std::string> texturePath;
     std::vector<std::string> ignored;
-    std::string explained;
+    std::vector<std::string> explained;
     bool isTable = false;
     bool isJson = false;
     bool isSarif = false;
@@ -156,7 +156,8 @@ ExitCode checkAll(Program const& program, Options const& options)
 ExitCode obey(Program const& program, Options const& options)
 {
     if (!options.explained.empty()) {
-        print(CheckText::pageOf(kindOf(options.explained)));
+        for (std::string const& code : options.explained)
+            print(CheckText::pageOf(kindOf(code)));
         return ExitCode::success;
     }
     if (options.isTable) {
@@ -184,8 +185,8 @@ int main(int argc, char** argv)
                  "Don't make the scene graph: nothing is said of what it leaves out.");
     program.flag("--json", options.isJson, "Print a JSON object.");
     program.flag("--sarif", options.isSarif, "Print SARIF 2.1.0.");
-    program.value("--explain", options.explained, "CODE",
-                  "Explain a code: what, why it matters, how to mend it.");
+    program.values("--explain", options.explained, "CODE",
+                   "Explain a code: what, why it matters, how to mend it.");
     program.flag("--codes", options.isTable, "List all codes.");
     program.values("--texture-path", options.texturePath, "DIR",
                    "Look for textures there as well. May be repeated.", "/");

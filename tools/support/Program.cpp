@@ -75,13 +75,6 @@ void Program::optionalValue(std::string const& name, std::string& value, std::st
     app->add_flag(name + "{" + ifLeftOut + "}", value, text);
 }
 
-void Program::value(std::string const& names, std::string& value, std::string const& placeholder,
-                    std::string const& text)
-{
-    add(names, {{}, placeholder, false, text, {}, ""});
-    app->add_option(names, value, text);
-}
-
 void Program::values(std::string const& names, std::vector<std::string>& list, std::string const& placeholder,
                      std::string const& text, std::string const& fileEnding)
 {

@@ -61,10 +61,6 @@ public:
                        std::string const& placeholder, std::function<bool(std::string const&)> isValue,
                        std::string const& description);
 
-    /// An option with a value.
-    void value(std::string const& names, std::string& value, std::string const& placeholder,
-               std::string const& description);
-
     /// An option with a value that may be given several times.
     /// @param fileEnding as in ProgramOption
     void values(std::string const& names, std::vector<std::string>& list, std::string const& placeholder,
