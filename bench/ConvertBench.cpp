@@ -1,6 +1,6 @@
-// Converts databases of many kinds and sizes as a host does, with and without a log, and tells the time beside
-// that of plain work: copying and writing the same log into a new file, and the toolkit's own reading of the
-// same scene. Ratios are of processor time: they hold on a busy machine too.
+// Converts databases of many kinds and sizes as a host does, with and without a log, and tells the time
+// beside that of plain work: copying and writing the same log into a new file, and the toolkit's own reading
+// of the same scene. Ratios are of processor time: they hold on a busy machine too.
 
 #include "BenchDatabase.h"
 #include "BenchOptions.h"
@@ -135,6 +135,7 @@ SoSeparator* convertWithoutLog(std::string const& path)
 {
     FltDumpOutput::Redirect const noDump(nullptr);
     FltFileInput input(path.c_str());
+    input.dropBytesWhenParsed();
     FltToInventor converter;
     auto* const root = new SoSeparator;
     root->ref();

@@ -1,7 +1,7 @@
 // The conversions whose instructions "./dev bench --check" counts: see check_budgets.py.
 //
 // "counted_conversions FOLDER write" makes the databases, and "counted_conversions FOLDER" converts them and
-// prints a line for each call of convertCounted(): how many items there are, and what they are.
+// prints a line for each: the process that did it, how many items there are, and what they are.
 
 #include "BenchDatabase.h"
 #include "BenchTime.h"
@@ -19,6 +19,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <unistd.h>
 
 namespace
 {
@@ -39,6 +40,7 @@ extern "C" [[gnu::noinline]] void convertCounted(char const* path, bool withLog,
     }
     FltDumpOutput::Redirect const noDump(nullptr);
     FltFileInput input(path);
+    input.dropBytesWhenParsed();
     FltToInventor converter;
     *root = new SoSeparator;
     (*root)->ref();
@@ -51,17 +53,19 @@ extern "C" [[gnu::noinline]] void convertCounted(char const* path, bool withLog,
 namespace
 {
 
+/// Converts in a process of its own: what one conversion leaves in the toolkit's tables is no matter of the
+/// next.
 void convert(std::string const& path, bool withLog, int count, std::string const& name)
 {
-    SoSeparator* root = nullptr;
-    {
+    BenchTime::apart(1, [&] {
         Silence const silence;
+        SoSeparator* root = nullptr;
         convertCounted(path.c_str(), withLog, &root);
-    }
-    if (root == nullptr)
-        throw std::runtime_error("no scene of " + path);
-    root->unref();
-    std::printf("%d %s\n", count, name.c_str());
+        if (root == nullptr)
+            throw std::runtime_error("no scene of " + path);
+        std::printf("%d %d %s\n", static_cast<int>(getpid()), count, name.c_str());
+        std::fflush(stdout);
+    });
 }
 
 void writeAll(std::filesystem::path const& folder)
@@ -82,7 +86,10 @@ void convertAll(std::filesystem::path const& folder)
 {
     SoDB::init();
     SoDebugError::setHandlerCallback([](SoError const*, void*) {}, nullptr); // the textures don't exist
-    convert(folder / "empty.flt", true, 0, "warm-up"); // the first one makes what all others use again
+    {
+        Silence const silence; // the first conversion makes what all others use again
+        FltToInventor::convertFromFile((folder / "empty.flt").c_str());
+    }
     convert(folder / "empty.flt", true, 0, "nothing");
     convert(folder / "terrain.flt", true, terrainVertices, "terrain with log");
     convert(folder / "terrain.flt", false, terrainVertices, "terrain without log");

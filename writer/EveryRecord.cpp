@@ -9,7 +9,7 @@ namespace
 
 using Fields = FltWriter::Fields;
 
-/// A value that tells the opcode of its record and its offset in it.
+/// A value that holds the opcode of its record and its offset in it.
 double valueAt(FltKind kind, int opcode, int offset)
 {
     switch (kind) {
@@ -451,7 +451,7 @@ private:
         flt.push();
         plainObject("dofobj");
         flt.pop();
-        // The record behind a clip region, a text or a reference that leads nowhere is passed over.
+        // The record after a clip region, a text or a reference that leads nowhere is passed over.
         add("ClipRegion", {{"idASCII", "clip"}, {"flags", {1, 0, 1, 0, 1, 0}}});
         add("Comment", {{"textDescription", "cuts"}});
         add("Sound", {{"idASCII", "sound"}});

@@ -1,53 +1,54 @@
 #include "convert/FltMaterialSlots.h"
 
-#include "convert/FltFieldValues.h"
-
 #include <Inventor/nodes/SoMaterial.h>
 #include <cstddef>
 
 namespace
 {
 
-/// @param first what a new material has at the first position
-template <class Value>
-void write(std::vector<Value>& values, std::size_t index, Value const& value, Value const& between,
-           Value const& first)
+FltMaterialFields between()
 {
-    if (index < values.size()) {
-        values[index] = value;
-        return;
-    }
-    if (values.empty() && index > 0)
-        values.push_back(first);
-    values.resize(index, between);
-    values.push_back(value);
+    FltMaterialFields fields;
+    fields.shininess = 0;
+    return fields;
+}
+
+/// The field takes the values over and frees them.
+template <class Field, class Value>
+void write(Field& field, std::vector<FltMaterialFields> const& slots, Value FltMaterialFields::*value)
+{
+    auto* const values = new Value[slots.size()];
+    for (std::size_t i = 0; i < slots.size(); ++i)
+        values[i] = slots[i].*value;
+    field.setValuesPointer(static_cast<int>(slots.size()), values);
+    field.enableDeleteValues();
 }
 
 } // namespace
 
 void FltMaterialSlots::set(int index, FltMaterialFields const& fields)
 {
-    static FltMaterialFields const standard;
     auto const at = static_cast<std::size_t>(index);
-    auto const setColor = [&](std::vector<SbColor>& colors, SbColor FltMaterialFields::*color) {
-        write(colors, at, fields.*color, standard.*color, standard.*color);
-    };
-    setColor(ambientColor, &FltMaterialFields::ambientColor);
-    setColor(diffuseColor, &FltMaterialFields::diffuseColor);
-    setColor(specularColor, &FltMaterialFields::specularColor);
-    setColor(emissiveColor, &FltMaterialFields::emissiveColor);
-    write(shininess, at, fields.shininess, 0.0F, standard.shininess);
-    write(transparency, at, fields.transparency, 0.0F, standard.transparency);
+    if (at < slots.size()) {
+        slots[at] = fields;
+        return;
+    }
+    if (at > slots.size()) {
+        if (slots.empty())
+            slots.emplace_back(); // what a new material has
+        slots.resize(at, between());
+    }
+    slots.push_back(fields);
 }
 
 void FltMaterialSlots::writeTo(SoMaterial& material) const
 {
-    if (shininess.empty())
+    if (slots.empty())
         return;
-    setFieldValues(material.ambientColor, ambientColor);
-    setFieldValues(material.diffuseColor, diffuseColor);
-    setFieldValues(material.specularColor, specularColor);
-    setFieldValues(material.emissiveColor, emissiveColor);
-    setFieldValues(material.shininess, shininess);
-    setFieldValues(material.transparency, transparency);
+    write(material.ambientColor, slots, &FltMaterialFields::ambientColor);
+    write(material.diffuseColor, slots, &FltMaterialFields::diffuseColor);
+    write(material.specularColor, slots, &FltMaterialFields::specularColor);
+    write(material.emissiveColor, slots, &FltMaterialFields::emissiveColor);
+    write(material.shininess, slots, &FltMaterialFields::shininess);
+    write(material.transparency, slots, &FltMaterialFields::transparency);
 }

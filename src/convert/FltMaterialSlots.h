@@ -14,16 +14,11 @@ public:
     void set(int index, FltMaterialFields const& fields);
 
     /// Positions up to the last one that was set.
-    int getNum() const { return static_cast<int>(shininess.size()); }
+    int getNum() const { return static_cast<int>(slots.size()); }
 
     /// Sets all fields; with no position set, none.
     void writeTo(SoMaterial& material) const;
 
 private:
-    std::vector<SbColor> ambientColor;
-    std::vector<SbColor> diffuseColor;
-    std::vector<SbColor> specularColor;
-    std::vector<SbColor> emissiveColor;
-    std::vector<float> shininess;
-    std::vector<float> transparency;
+    std::vector<FltMaterialFields> slots;
 };

@@ -289,11 +289,14 @@ void FltObjectToSoSeparator::visitVertexList(FltRecordVertexList const* list, st
     if (list == nullptr || list->vertexOffsets.empty())
         return;
     std::size_t const begin = indices.size();
-    vertexIds.clear();
-    for (int const offset : list->vertexOffsets) {
-        FltVertexOffsets::Entry const entry = resources->vertices.placeAt(FltVertexPalette::offsetOf(offset));
-        vertexIds.push_back(entry.id != 0 ? entry.id : resources->vertices.getId(nullptr));
-        indices.push_back(entry.index);
+    std::size_t const count = list->vertexOffsets.size();
+    indices.resize(begin + count);
+    vertexIds.resize(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        FltVertexOffsets::Entry const entry =
+            resources->vertices.placeAt(FltVertexPalette::offsetOf(list->vertexOffsets[i]));
+        vertexIds[i] = entry.id != 0 ? entry.id : resources->vertices.getId(nullptr);
+        indices[begin + i] = entry.index;
     }
     auto const isFirst = [this](int vertexId) { return vertexId == vertexIds.front(); };
     auto const hasUV = [](int vertexId) {

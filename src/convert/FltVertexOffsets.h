@@ -29,10 +29,12 @@ public:
     Entry find(unsigned long offset)
     {
         std::size_t const piece = offset / pieceSize;
-        if (piece < begins.size())
-            for (std::size_t i = begins[piece]; i < sorted.size() && sorted[i].offset <= offset; ++i)
-                if (sorted[i].offset == offset)
-                    return sorted[i].entry;
+        if (piece < begins.size()) {
+            Vertex const* const end = sorted.data() + sorted.size();
+            for (Vertex const* i = sorted.data() + begins[piece]; i != end && i->offset <= offset; ++i)
+                if (i->offset == offset)
+                    return i->entry;
+        }
         return others[offset];
     }
 

@@ -20,8 +20,8 @@ class SoGroup;
 /// from the offsets by which faces name their vertices to the places where they went.
 ///
 /// The properties have room for many vertices from the start, which takes memory only where somebody asks for
-/// one. They are silent until close(): to notify anybody of each value would cost a walk over every shape that
-/// uses them.
+/// one. They are silent until close(): to notify anybody of each value would cost a walk over every shape
+/// that uses them.
 class FltVertexPalette
 {
 public:

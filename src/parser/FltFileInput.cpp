@@ -19,11 +19,22 @@
 namespace
 {
 
+/// Bytes of a large page of the system.
+constexpr std::uintptr_t pageSize = 2U << 20;
+
 /// The first address from @p bytes on at which a large page may begin.
 char* pageAfter(char* bytes)
 {
-    constexpr std::uintptr_t pageSize = 2U << 20;
     return bytes + (pageSize - reinterpret_cast<std::uintptr_t>(bytes) % pageSize) % pageSize;
+}
+
+/// The system makes large pages at once, and small ones one by one. If it has none, that is all.
+void useLargePages(char* bytes, std::size_t size)
+{
+    char* const begin = pageAfter(bytes);
+    std::size_t const skipped = static_cast<std::size_t>(begin - bytes);
+    if (size >= skipped + pageSize)
+        ::madvise(begin, (size - skipped) / pageSize * pageSize, MADV_HUGEPAGE);
 }
 
 std::unique_ptr<char[]> copyOf(std::string_view text)
@@ -102,6 +113,7 @@ void FltFileInput::fileToBuffer()
         return;
     auto const room = static_cast<std::size_t>(size);
     buffer.reset(new char[room]);
+    useLargePages(buffer.get(), room);
     int reason = 0;
     std::size_t const there = readWhole(::fileno(file.get()), buffer.get(), room, reason);
     size = static_cast<long>(there);

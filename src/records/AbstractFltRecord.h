@@ -4,6 +4,8 @@
 
 #include <string_view>
 
+class FltDump;
+
 /// A record with its length and the frame that every dump begins with.
 class AbstractFltRecord : public FltRecord
 {
@@ -24,9 +26,12 @@ protected:
     std::ostream& titleOpcodeAndLength(std::ostream& os, std::string_view title) const;
 
     unsigned int length; ///< Bytes of the record in the file, opcode and length words included.
+
+private:
+    void writeOpcodeAndLength(FltDump& dump) const;
 };
 
-/// A node of the hierarchy, or a part of one: it may have ancillary records and a level behind it.
+/// A node of the hierarchy, or a part of one: it may have ancillary records and a level after it.
 class PrimaryFltRecord : public AbstractFltRecord
 {
 public:
@@ -35,7 +40,7 @@ public:
     FltRecordCategory getCategory() const override { return FltRecordCategory::primary; }
 };
 
-/// A record that tells more of the primary record before it.
+/// A record that says more of the primary record before it.
 class AncillaryFltRecord : public AbstractFltRecord
 {
 public:

@@ -52,6 +52,9 @@ Block* makeBlock()
         unmap(begin, before);
         unmap(begin + before + blockSize, blockSize - before);
         block = new (begin + before) Block;
+        static std::atomic<bool> isFirst{true};
+        if (!isFirst.exchange(false, std::memory_order_relaxed)) // a small database fills a part of one
+            madvise(block, blockSize, MADV_HUGEPAGE);
     }
     block->objects.store(whileFilled, std::memory_order_relaxed);
     return block;
@@ -71,12 +74,11 @@ void leave(Block* block, std::int64_t objects)
         freeBlock(block);
 }
 
-/// The block that a thread fills.
+/// The block that a thread fills. It has nothing to construct or destroy, so that a thread reaches its own at
+/// once.
 class Filling
 {
 public:
-    ~Filling() { end(); }
-
     void* allocate(std::size_t size)
     {
         size = (size + alignment - 1) / alignment * alignment;
@@ -86,22 +88,6 @@ public:
         return std::exchange(at, at + size);
     }
 
-private:
-    void begin()
-    {
-        bool const isEmpty =
-            block != nullptr && block->objects.load(std::memory_order_acquire) == whileFilled - count;
-        if (isEmpty) {
-            block->objects.store(whileFilled, std::memory_order_relaxed);
-        } else {
-            end();
-            block = makeBlock();
-        }
-        count = 0;
-        at = reinterpret_cast<char*>(block + 1);
-        limit = reinterpret_cast<char*>(block) + blockSize;
-    }
-
     void end()
     {
         at = limit = nullptr;
@@ -109,13 +95,40 @@ private:
             leave(std::exchange(block, nullptr), whileFilled - count);
     }
 
+private:
+    void begin();
+
     Block* block = nullptr;
     std::int64_t count = 0; ///< Objects that the block was asked for.
     char* at = nullptr;
     char* limit = nullptr;
 };
 
-thread_local Filling filling;
+[[gnu::tls_model("initial-exec")]] thread_local Filling filling;
+
+/// Ends the filling together with its thread.
+struct EndOfThread {
+    ~EndOfThread() { filling.end(); }
+    bool isSet = false;
+};
+
+thread_local EndOfThread endOfThread;
+
+void Filling::begin()
+{
+    endOfThread.isSet = true;
+    bool const isEmpty =
+        block != nullptr && block->objects.load(std::memory_order_acquire) == whileFilled - count;
+    if (isEmpty) {
+        block->objects.store(whileFilled, std::memory_order_relaxed);
+    } else {
+        end();
+        block = makeBlock();
+    }
+    count = 0;
+    at = reinterpret_cast<char*>(block + 1);
+    limit = reinterpret_cast<char*>(block) + blockSize;
+}
 
 bool hasOwnAllocation(std::size_t size)
 {
