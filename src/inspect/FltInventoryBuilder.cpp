@@ -263,6 +263,10 @@ void FltInventoryBuilder::takeMorphVertexList()
 void FltInventoryBuilder::takeNode()
 {
     FltRecord const* const record = reader.record();
+    if (record == nullptr && reader.length() < reader.leastLength()) {
+        last = {}; // one of too many that are hardly there
+        return;
+    }
     std::string name =
         reader.length() >= idPlace + idSize ? textOf(reader.bytes().data() + idPlace, idSize) : "";
     if (auto const* const reference = dynamic_cast<FltRecordExternalReference const*>(record)) {

@@ -1,6 +1,7 @@
 #include "inspect/FltRecordScan.h"
 
 #include "dump/FltDumpOutput.h"
+#include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
 #include "parser/FltRawData.h"
@@ -16,6 +17,7 @@
 #include <cstring>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
+#include <utility>
 
 namespace
 {
@@ -73,7 +75,8 @@ FltRecordScan::FltRecordScan(std::string const& path)
     : input(open(path)), content(input->getBuffer(), static_cast<std::size_t>(input->getSize())),
       framing(content.data(), content.size())
 {
-    shortRecordBytesLeft = (std::size_t(1) << 24) + 64 * content.size();
+    shortRecordBytesLeft =
+        FltLimits::shortRecordBytes + FltLimits::shortRecordBytesPerFileByte * content.size();
     FltFraming first(content.data(), content.size());
     if (!first.next() || first.getOpcode() != FltOpcode::header)
         throw std::runtime_error(path + ": not an OpenFlight database: it doesn't begin with a whole header "
@@ -106,8 +109,12 @@ void FltRecordScan::decode()
 {
     std::size_t const reach = FltRecordTable::reachOf(opcode(), length(), formatRevision);
     std::size_t const cost = reach > length() ? reach - length() : 0;
-    if (cost > shortRecordBytesLeft)
+    if (cost > shortRecordBytesLeft) {
+        if (!std::exchange(toldOfTooManyShortRecords, true))
+            said.emplace_back(
+                "Too many records are shorter than their layout: this one and further ones are left out");
         return;
+    }
     shortRecordBytesLeft -= cost;
 
     FltRawData raw;

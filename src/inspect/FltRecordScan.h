@@ -75,6 +75,7 @@ private:
     FltFraming framing;
     int formatRevision = 0;
     std::size_t shortRecordBytesLeft = 0; ///< What the records that are shorter than their layouts may cost.
+    bool toldOfTooManyShortRecords = false;
     std::unique_ptr<FltRecord> decoded;
     std::vector<std::string> said;
 };

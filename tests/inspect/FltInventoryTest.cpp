@@ -198,6 +198,18 @@ TEST_F(FltInventoryTest, survivesEveryTruncationAndEachByteChanged)
     EXPECT_GT(records, bytes.size() / step);
 }
 
+TEST_F(FltInventoryTest, makesFewNodesOfRecordsThatAreHardlyThere)
+{
+    // Each would hold two hundred characters of a path, read from what follows it.
+    FltWriter flt;
+    for (int i = 0; i < 100'000; ++i)
+        flt.addRaw(63);
+    FltInventory const inventory = of(flt.push().pop());
+    EXPECT_LT(inventory.references.size(), 10'000U);
+    EXPECT_EQ(inventory.references.size() + 1, inventory.nodes.size());
+    EXPECT_EQ(inventory.complaints.size(), 1U);
+}
+
 TEST_F(FltInventoryTest, refusesWhatIsNoDatabase)
 {
     EXPECT_THROW(FltInventory(folder / "missing.flt"), std::runtime_error);

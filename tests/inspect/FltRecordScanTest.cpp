@@ -57,6 +57,6 @@ TEST(FltRecordScan, decodesOnlySoManyRecordsThatAreShorterThanTheirLayout)
     for (; scan.next(); ++records)
         decoded += scan.record() != nullptr ? 1 : 0;
     EXPECT_EQ(records, 30'001U);
-    EXPECT_GT(decoded, 1000U);
-    EXPECT_LT(decoded, 10'000U);
+    EXPECT_GT(decoded, 100U);
+    EXPECT_LT(decoded, 1000U);
 }
