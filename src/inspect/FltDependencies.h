@@ -1,0 +1,66 @@
+#pragma once
+
+#include "inspect/FltInventory.h"
+#include "toolkit/VelloReaderExport.h"
+
+#include <functional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+/// The files that a database needs: its textures and the databases that it refers to, with theirs.
+class VELLOREADER_API FltDependencies
+{
+public:
+    /// Finds an image. @return its path; empty if there is none
+    using FindTexture = std::function<std::string(std::string const& name, std::string const& database)>;
+
+    struct Texture {
+        std::string name;     ///< As stored.
+        std::string database; ///< The file that names it.
+        std::string path;     ///< Where it was found; empty if it wasn't.
+        std::uint64_t offset = 0;
+        std::uint64_t uses = 0;   ///< Faces and layers that show it.
+        bool isElsewhere = false; ///< Whether it was found at another place than the stored one.
+    };
+
+    enum class State {
+        found,
+        missing,
+        unreadable, ///< It is there, but no database, or damaged from the start.
+        cycle,      ///< It leads back to a file that leads to it.
+        tooDeep,    ///< It stands at the end of a longer chain of references than is followed.
+    };
+
+    struct Reference {
+        std::string name;     ///< As stored.
+        std::string database; ///< The file that names it.
+        std::string path;     ///< Where it was found; empty if it wasn't.
+        std::uint64_t offset = 0;
+        State state = State::found;
+        std::string problem; ///< Why it is unreadable.
+    };
+
+    FltDependencies(FltInventory const& inventory, FindTexture findTexture);
+
+    std::vector<Texture> const& textures() const { return allTextures; }
+    std::vector<Reference> const& references() const { return allReferences; }
+
+    /// The paths of all files that were found, without the database itself, each once.
+    std::vector<std::string> files() const;
+
+    /// The file that a reference names, as conversions look for it.
+    static std::string pathOf(std::string const& database, std::string const& reference);
+
+private:
+    void take(FltInventory const& inventory);
+    void takeReference(FltInventory::Reference const& reference, std::string const& database);
+    void follow(Reference& reference);
+
+    FindTexture findTexture;
+    std::vector<Texture> allTextures;
+    std::vector<Reference> allReferences;
+    std::vector<std::string> chain; ///< The files that lead to the present one, by canonical path.
+    std::unordered_map<std::string, std::string>
+        visited; ///< Files by canonical path, with what is wrong with each.
+};

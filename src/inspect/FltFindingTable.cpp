@@ -1,0 +1,254 @@
+#include "inspect/FltFinding.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace
+{
+
+constexpr auto note = FltFindingKind::Severity::note;
+constexpr auto warning = FltFindingKind::Severity::warning;
+constexpr auto error = FltFindingKind::Severity::error;
+
+// clang-format off
+constexpr FltFindingKind kinds[] = {
+    {101, error, "A record has the length zero",
+     "A record's length leads to the next one. After this record nothing can be read.",
+     "Fetch or export the file again. The bytes before the record are read."},
+    {102, error, "A record ends after the file does",
+     "The file is cut off, or a length is damaged. The record and what follows it are not read.",
+     "Fetch the file again: mostly a copy broke off."},
+    {103, warning, "Bytes are left after the last record",
+     "The file ends inside the first four bytes of a record, so it is cut off, or something was added to it.",
+     "Fetch or export the file again."},
+    {104, warning, "A record is shorter than four bytes",
+     "Opcode and length alone take four bytes. The records after it are read from the wrong place.",
+     "Export the file again; if it comes again, report it to the maker of the exporter."},
+    {105, warning, "A record is shorter than its layout",
+     "Its last fields aren't there. Readers take zeros, or the bytes that follow, in their place.",
+     "Export at the revision that the header says, with an exporter that writes whole records."},
+    {106, warning, "A list promises more than its record holds",
+     "A count and the length of its record don't agree. What is there is kept.",
+     "Export the file again."},
+    {107, warning, "A record has an opcode that the format doesn't have",
+     "It is passed over. Either an exporter has added it, or the file is damaged before this place.",
+     "If the records after it look wrong too, fetch the file again."},
+    {108, error, "The file was damaged by a transfer as text",
+     "It holds no carriage return, and offsets with a line feed hit nothing: each byte 0D has become 0A. "
+     "Coordinates, colours and offsets are wrong here and there.",
+     "Fetch the file again in binary mode. What was lost can't be found again in this copy."},
+
+    {201, error, "A vertex list names no vertex",
+     "At an offset of the list no vertex begins. The face loses a corner, or isn't drawn.",
+     "Export the file again. If it was edited by hand, the offsets count from the vertex palette's first byte."},
+    {202, warning, "A face has no area",
+     "Its vertices lie on one line or in one place, so nothing is drawn of it.",
+     "Delete the face, or move its vertices apart."},
+    {203, warning, "A face has no vertices",
+     "Nothing is drawn of it.",
+     "Delete the face, or give it a vertex list."},
+    {204, note, "A face is concave",
+     "It has to be cut into triangles each time that it is read, and simple readers draw it wrong.",
+     "Split it into convex faces."},
+    {205, note, "A face isn't flat",
+     "Its picture depends on how a reader cuts it into triangles.",
+     "Split it into triangles."},
+    {206, error, "A vertex has no usable place",
+     "A coordinate is infinite or not a number, or the file ends within it.",
+     "Export the file again; look for a division by zero in what made it."},
+    {207, warning, "A textured face has vertices without texture coordinates",
+     "The texture shows as one colour.",
+     "Map the texture onto the face, or take the texture away."},
+    {208, error, "A mesh primitive names no vertex",
+     "An index is beyond the mesh's vertices, or the list is cut off.",
+     "Export the file again."},
+    {209, warning, "A mesh has no vertices",
+     "Nothing is drawn of it.",
+     "Delete the mesh, or export the file again."},
+    {210, warning, "Nothing is to be seen",
+     "The database holds no face, mesh, text, light point or reference to another file.",
+     "Check that this is the right file, and that the exporter was given something to export."},
+
+    {301, warning, "A texture index isn't defined",
+     "The texture palette has no entry of this index. The face is drawn without a texture.",
+     "Add the texture to the palette, or take it from the face."},
+    {302, warning, "A material index isn't defined",
+     "The material palette has no entry of this index. The face is drawn without its material.",
+     "Add the material to the palette, or take it from the face."},
+    {303, warning, "A colour index is outside of the palette",
+     "The face is drawn in a wrong colour.",
+     "Give the face a colour of the palette, or a packed colour."},
+    {304, warning, "A line style isn't defined",
+     "The lines are drawn in the usual width.",
+     "Add the line style to its palette, or choose another."},
+    {305, note, "A texture mapping isn't defined",
+     "Modelling tools can't move the texture on the face any more. The picture doesn't change.",
+     "Add the mapping to its palette, or take it from the face."},
+    {306, warning, "A light source isn't defined",
+     "The light source palette has no entry of this index: the light's colour and kind are unknown.",
+     "Add the light source to the palette."},
+    {307, warning, "A palette index is given twice",
+     "The later entry replaces the earlier one, also for the faces that meant that.",
+     "Give one of them another index."},
+
+    {401, warning, "A texture is missing",
+     "Faces that show it are drawn without it.",
+     "Put the image beside the database, give its directory with --texture-path, or correct its name."},
+    {402, error, "A referenced database is missing",
+     "Its place stays empty.",
+     "Put the file where the reference says, relative to the database."},
+    {403, error, "References lead back to where they began",
+     "A database can't be a part of itself. The reference that closes the circle is left out.",
+     "Take that reference out."},
+    {404, error, "A referenced database can't be read",
+     "Its place stays empty.",
+     "Check the file with fltcheck."},
+    {405, note, "A texture is found at another place than stored",
+     "It is found here by its name; on another machine it may not be.",
+     "Store names relative to the database."},
+    {406, error, "References go too deep",
+     "The chain of files that refer to one another is longer than is followed.",
+     "Put databases together."},
+
+    {501, error, "A level is closed that isn't open",
+     "Nodes after it stand in the wrong place.",
+     "Export the file again."},
+    {502, warning, "A level is never closed",
+     "The file may be cut off.",
+     "Fetch or export the file again."},
+    {503, warning, "A level opens after no node",
+     "Its contents belong to the node above.",
+     "Export the file again."},
+    {504, note, "A group is empty",
+     "It costs a little time and shows nothing.",
+     "Delete it, unless a program looks for its name."},
+    {505, note, "Several nodes have the same name",
+     "Programs and people find only one of them by it.",
+     "Give each node a name of its own."},
+    {506, error, "An instance isn't defined",
+     "The reference shows nothing.",
+     "Define the instance, or take the reference out."},
+    {507, warning, "A defined instance is never used",
+     "It isn't drawn where it stands.",
+     "Refer to it, or delete it."},
+    {508, warning, "An instance number is defined twice",
+     "References show only one of the two.",
+     "Give one of them another number."},
+    {509, error, "An instance is a part of itself",
+     "The reference is left out.",
+     "Take the reference out of the definition."},
+    {510, error, "Levels are nested too deep",
+     "What is deeper is left out, to protect programs that go through the scene.",
+     "Flatten the hierarchy."},
+
+    {601, warning, "A level of detail has an empty range",
+     "Its switch-in distance isn't above its switch-out distance: by the format it is never seen.",
+     "Exchange the two distances, or set both to zero to show it always."},
+    {602, warning, "A level of detail is hidden by the one above it",
+     "There is no distance at which both are shown.",
+     "Have the ranges of nested levels of detail overlap."},
+    {603, error, "A switch has no such mask",
+     "Its current mask isn't one of its masks, so nothing below it is shown.",
+     "Choose one of its masks."},
+    {604, warning, "A child of a switch is shown by no mask",
+     "It is never seen.",
+     "Set its bit in a mask, or delete it."},
+    {605, warning, "A degree of freedom has impossible limits",
+     "Its least value is above its greatest, or its current value isn't between them.",
+     "Correct limits or value."},
+    {606, warning, "A matrix presses its node flat",
+     "Its determinant is zero, or not a number: what is below it has no volume, or isn't seen.",
+     "Give it a scale other than zero."},
+    {607, error, "A range isn't a number",
+     "A distance or a centre of a level of detail is infinite or not a number.",
+     "Correct the distances."},
+
+    {801, warning, "Meshes aren't drawn",
+     "The exact conversion takes mesh records as unknown ones.",
+     "Use the complete conversion, or convert meshes to faces."},
+    {802, warning, "There are more than 100,000 vertices of one kind",
+     "In the exact conversion their colours, and those after them, may come from elsewhere.",
+     "Use the complete conversion, or split the database."},
+    {803, warning, "Sub-faces are lost",
+     "The exact conversion draws sub-faces only if the object has a face of the same vertices that is none.",
+     "Use the complete conversion."},
+    {804, warning, "An instance reference is passed over",
+     "The exact conversion sees references only at the top level, and only after the definition.",
+     "Use the complete conversion, or copy the instance."},
+    {805, warning, "An instance definition is drawn where it stands",
+     "The exact conversion draws a definition in its own place as well.",
+     "Use the complete conversion."},
+    {806, warning, "Copies of a replicated node are lost",
+     "The exact conversion takes the matrices after a replicate record in pairs, and uses each second one.",
+     "Use the complete conversion, or make the copies yourself."},
+    {807, warning, "A switch shows the wrong children",
+     "In the exact conversion a switch with a long id shows all, mask 10 is misread, and more than 32 children "
+     "are taken in another order.",
+     "Use the complete conversion."},
+    {808, warning, "A face of mixed vertices is dropped",
+     "The exact conversion takes faces whose vertices are all of one kind, or all with texture coordinates.",
+     "Use the complete conversion, or give all vertices of a face the same attributes."},
+    {809, warning, "A face of one or two vertices ends its set",
+     "The toolkit stops drawing a face set there: the faces after it aren't seen.",
+     "Use the complete conversion, or move points and lines into objects of their own."},
+    {810, warning, "A degree of freedom stands at its zero",
+     "The exact conversion doesn't move a node by its degree of freedom.",
+     "Use the complete conversion."},
+    {811, warning, "Light sources don't light",
+     "The exact conversion makes no node of them.",
+     "Use the complete conversion, or add lights in the host."},
+    {812, warning, "Light points and texts aren't drawn",
+     "The exact conversion makes no shape of them.",
+     "Use the complete conversion."},
+    {813, warning, "A billboard doesn't turn",
+     "The exact conversion draws it as a plain face.",
+     "Use the complete conversion."},
+    {814, warning, "A hidden face is drawn",
+     "The exact conversion doesn't look at that flag.",
+     "Use the complete conversion, or delete the face."},
+    {815, warning, "A transformation isn't applied",
+     "The exact conversion applies matrix records alone. No matrix goes with this one.",
+     "Use the complete conversion."},
+
+    {901, note, "Something isn't shown",
+     "The scene graph has no node for it.",
+     "Nothing needs to be done if nobody expects to see it."},
+};
+// clang-format on
+
+constexpr bool isAscending()
+{
+    int before = 0;
+    for (FltFindingKind const& kind : kinds) {
+        if (kind.number <= before)
+            return false;
+        before = kind.number;
+    }
+    return true;
+}
+static_assert(isAscending());
+
+} // namespace
+
+FltFindingKind const* FltFindingTable::begin()
+{
+    return std::begin(kinds);
+}
+
+FltFindingKind const* FltFindingTable::end()
+{
+    return std::end(kinds);
+}
+
+FltFindingKind const& FltFindingTable::of(int number)
+{
+    return *std::lower_bound(begin(), end(), number,
+                             [](FltFindingKind const& kind, int wanted) { return kind.number < wanted; });
+}
+
+FltFindingKind const* FltFindingTable::find(std::string_view code)
+{
+    auto const* const kind =
+        std::find_if(begin(), end(), [&](FltFindingKind const& one) { return one.code() == code; });
+    return kind != end() ? kind : nullptr;
+}

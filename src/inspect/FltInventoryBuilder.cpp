@@ -1,0 +1,617 @@
+#include "inspect/FltInventoryBuilder.h"
+
+#include "messages/FltText.h"
+#include "records/FltOpcode.h"
+#include "records/FltRecordControl.h"
+#include "records/FltRecordDOF.h"
+#include "records/FltRecordExternalReference.h"
+#include "records/FltRecordFace.h"
+#include "records/FltRecordHeader.h"
+#include "records/FltRecordLOD.h"
+#include "records/FltRecordLightSource.h"
+#include "records/FltRecordLineStyle.h"
+#include "records/FltRecordLongID.h"
+#include "records/FltRecordMaterial.h"
+#include "records/FltRecordSwitch.h"
+#include "records/FltRecordTextureMapping.h"
+#include "records/FltRecordTexturePattern.h"
+#include "records/FltRecordTransformations.h"
+#include "records/FltUtils.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace
+{
+
+/// Records without a class that hold nodes, faces or a part of them.
+enum UnclassedOpcode : int {
+    continuation = 23,
+    mesh = 84,
+    localVertexPool = 85,
+    meshPrimitive = 86,
+    roadSegment = 87,
+    roadPath = 92,
+    adaptiveTerrain = 115,
+    curve = 126,
+    roadConstruction = 127,
+    indexedLightPoint = 130,
+    lightPointSystem = 131,
+};
+
+constexpr std::size_t idPlace = 4;
+constexpr std::size_t idSize = 8;
+
+std::string textOf(char const* characters, std::size_t room)
+{
+    return FltText::utf8({characters, ::strnlen(characters, room)});
+}
+
+bool isPush(int opcode)
+{
+    return opcode == FltOpcode::pushLevel || opcode == FltOpcode::pushSubface ||
+           opcode == FltOpcode::pushExtension;
+}
+
+int popOf(int pushOpcode)
+{
+    return pushOpcode == FltOpcode::pushLevel ? FltOpcode::popLevel : pushOpcode + 1;
+}
+
+bool isPop(int opcode)
+{
+    return opcode == FltOpcode::popLevel || opcode == FltOpcode::popSubface ||
+           opcode == FltOpcode::popExtension;
+}
+
+bool isNode(int opcode)
+{
+    static constexpr int nodeOpcodes[] = {FltOpcode::group,
+                                          FltOpcode::oldLOD,
+                                          FltOpcode::object,
+                                          FltOpcode::dof,
+                                          FltOpcode::instanceReference,
+                                          FltOpcode::instanceDefinition,
+                                          FltOpcode::externalReference,
+                                          FltOpcode::lod,
+                                          roadSegment,
+                                          FltOpcode::sound,
+                                          roadPath,
+                                          FltOpcode::text,
+                                          FltOpcode::switchNode,
+                                          FltOpcode::clipRegion,
+                                          FltOpcode::lightSource,
+                                          FltOpcode::lightPoint,
+                                          adaptiveTerrain,
+                                          curve,
+                                          roadConstruction,
+                                          indexedLightPoint,
+                                          lightPointSystem};
+    return std::binary_search(std::begin(nodeOpcodes), std::end(nodeOpcodes), opcode);
+}
+
+/// Bytes of a vertex in a pool whose mask says what each vertex holds.
+std::size_t pooledVertexSize(std::uint32_t mask)
+{
+    constexpr std::size_t position = 24, color = 4, normal = 12, uv = 8;
+    std::size_t size = (mask >> 31 & 1) * position + (mask >> 30 & 1) * color + (mask >> 29 & 1) * color +
+                       (mask >> 28 & 1) * normal;
+    for (unsigned bit = 20; bit <= 27; ++bit)
+        size += (mask >> bit & 1) * uv;
+    return size;
+}
+
+double determinantOf(float const (&matrix)[4][4])
+{
+    auto const at = [&](int row, int column) { return static_cast<double>(matrix[row][column]); };
+    return at(0, 0) * (at(1, 1) * at(2, 2) - at(1, 2) * at(2, 1)) -
+           at(0, 1) * (at(1, 0) * at(2, 2) - at(1, 2) * at(2, 0)) +
+           at(0, 2) * (at(1, 0) * at(2, 1) - at(1, 1) * at(2, 0));
+}
+
+} // namespace
+
+void FltInventoryBuilder::build()
+{
+    while (reader.next()) {
+        count();
+        take();
+        opcodeBefore = reader.opcode();
+    }
+    closeLevels();
+}
+
+void FltInventoryBuilder::count()
+{
+    ++inventory.recordCount;
+    FltInventory::Opcode& opcode = inventory.opcodes[reader.opcode()];
+    if (opcode.count++ == 0)
+        opcode.first = reader.offset();
+    opcode.bytes += reader.length();
+    for (std::string const& text : reader.complaints())
+        inventory.complaints.push_back({reader.offset(), reader.opcode(), text});
+    std::size_t const leastLength = reader.leastLength();
+    if (reader.length() < leastLength)
+        inventory.shortRecords.push_back({reader.offset(), reader.opcode(), reader.length(), leastLength});
+}
+
+void FltInventoryBuilder::take()
+{
+    int const opcode = reader.opcode();
+    if (isPush(opcode))
+        push();
+    else if (isPop(opcode))
+        pop();
+    else if (isNode(opcode) || opcode == FltOpcode::header)
+        takeNode();
+    else if (opcode == FltOpcode::face)
+        takeFace();
+    else if (opcode >= mesh && opcode <= meshPrimitive)
+        takeMeshPart();
+    else if (opcode == FltOpcode::vertexList)
+        takeVertexList();
+    else if (opcode == FltOpcode::morphVertexList)
+        takeMorphVertexList();
+    else if (opcode >= FltOpcode::oldVertex && opcode <= FltOpcode::oldVertexColorNormal)
+        takeOldVertex();
+    else if (opcode >= FltOpcode::vertexColor && opcode <= FltOpcode::vertexColorUv)
+        takeVertex();
+    else if (opcode == continuation && (opcodeBefore == localVertexPool || opcodeBefore == continuation))
+        takeLocalVertexPool();
+    else if (reader.record() != nullptr && reader.record()->getRecordCategory() == "PALETTE_RECORD")
+        takePalette();
+    else
+        takeAncillary();
+}
+
+void FltInventoryBuilder::takePalette()
+{
+    FltRecord const* const record = reader.record();
+    if (auto const* const texture = dynamic_cast<FltRecordTexturePattern const*>(record))
+        enter(inventory.textures, texture->patternIndex, textOf(texture->fileName, sizeof texture->fileName));
+    else if (auto const* const material = dynamic_cast<FltRecordMaterial const*>(record))
+        enter(inventory.materials, material->index, textOf(material->name, sizeof material->name));
+    else if (auto const* const materials = dynamic_cast<FltRecordOLDMaterialPalette const*>(record))
+        takeOldMaterials(*materials);
+    else if (auto const* const style = dynamic_cast<FltRecordLineStylePalette const*>(record))
+        enter(inventory.lineStyles, style->lineStyleIndex, "");
+    else if (auto const* const mapping = dynamic_cast<FltRecordTextureMappingPalette const*>(record))
+        enter(inventory.textureMappings, mapping->index, textOf(mapping->name, sizeof mapping->name));
+    else if (auto const* const light = dynamic_cast<FltRecordLightSourcePalette const*>(record))
+        enter(inventory.lights, light->paletteIndex,
+              textOf(light->lightSourceName, sizeof light->lightSourceName));
+    else if (reader.opcode() == FltOpcode::colorPalette)
+        inventory.hasColorPalette = true;
+}
+
+void FltInventoryBuilder::enter(FltInventory::Palette& entries, int index, std::string name)
+{
+    auto const [entry, isNew] = entries.try_emplace(index);
+    if (!isNew)
+        entry->second.repetition = reader.offset();
+    else
+        entry->second.offset = reader.offset();
+    entry->second.name = std::move(name); // the later one wins
+}
+
+void FltInventoryBuilder::takeOldMaterials(FltRecordOLDMaterialPalette const& record)
+{
+    inventory.hasOldMaterialPalette = true;
+    int index = 0;
+    for (auto const& entry : record.entries)
+        enter(inventory.materials, index++, textOf(entry.name, sizeof entry.name));
+}
+
+void FltInventoryBuilder::takeVertex()
+{
+    constexpr std::size_t coordinatesEnd = 32;
+    auto const position = static_cast<std::uint32_t>(inventory.vertices.size());
+    bool const isWhole = reader.offset() + coordinatesEnd <= reader.file().size();
+    inventory.vertices.push_back({reader.offset(), static_cast<std::uint32_t>(nextVertexOffset),
+                                  static_cast<std::uint8_t>(reader.opcode()), isWhole});
+    palette.emplace_back(static_cast<std::uint32_t>(nextVertexOffset), position);
+    nextVertexOffset += reader.length();
+}
+
+void FltInventoryBuilder::takeOldVertex()
+{
+    constexpr std::size_t coordinatesEnd = 16;
+    std::uint32_t const face = currentFace();
+    if (face == none)
+        return;
+    bool const isWhole = reader.offset() + coordinatesEnd <= reader.file().size();
+    inventory.faceVertices.push_back(static_cast<std::uint32_t>(inventory.vertices.size()));
+    inventory.vertices.push_back({reader.offset(), 0, static_cast<std::uint8_t>(reader.opcode()), isWhole});
+    ++inventory.faces[face].vertexCount;
+}
+
+void FltInventoryBuilder::addFaceVertex(std::int64_t offset)
+{
+    auto found = palette.begin() + static_cast<std::ptrdiff_t>(std::min(nextGuess, palette.size()));
+    if (found == palette.end() || found->first != offset)
+        found = std::lower_bound(palette.begin(), palette.end(), offset,
+                                 [](auto const& entry, std::int64_t wanted) { return entry.first < wanted; });
+    std::uint32_t const face = currentFace();
+    if (found != palette.end() && found->first == offset) {
+        inventory.faceVertices.push_back(found->second);
+        nextGuess = static_cast<std::size_t>(found - palette.begin()) + 1;
+    } else {
+        inventory.faceVertices.push_back(none);
+        inventory.lostOffsets.push_back({reader.offset(), face, offset});
+    }
+    ++inventory.faces[face].vertexCount;
+}
+
+void FltInventoryBuilder::takeVertexList()
+{
+    if (currentFace() == none)
+        return;
+    for (std::size_t place = 4; place + 4 <= reader.length(); place += 4)
+        addFaceVertex(static_cast<std::int32_t>(word32At(place)));
+}
+
+void FltInventoryBuilder::takeMorphVertexList()
+{
+    std::uint32_t const face = currentFace();
+    if (face == none)
+        return;
+    inventory.faces[face].isMorphing = true;
+    for (std::size_t place = 4; place + 8 <= reader.length(); place += 8)
+        addFaceVertex(static_cast<std::int32_t>(word32At(place + 4)));
+}
+
+void FltInventoryBuilder::takeNode()
+{
+    FltRecord const* const record = reader.record();
+    if (record == nullptr && reader.length() < reader.leastLength()) {
+        last = {}; // one of too many that are hardly there
+        return;
+    }
+    std::string name =
+        reader.length() >= idPlace + idSize ? textOf(reader.bytes().data() + idPlace, idSize) : "";
+    if (auto const* const reference = dynamic_cast<FltRecordExternalReference const*>(record)) {
+        std::string path = textOf(reference->asciiPath, sizeof reference->asciiPath);
+        std::uint32_t const node = addNode(path);
+        inventory.references.push_back({reader.offset(), node, std::move(path)});
+        return;
+    }
+    auto const* const instance = dynamic_cast<AbstractInstanceRecord const*>(record);
+    if (instance != nullptr)
+        name = std::to_string(instance->instanceDefinitionNumber);
+    std::uint32_t const node = addNode(std::move(name));
+    if (auto const* const header = dynamic_cast<FltRecordHeader const*>(record))
+        takeHeader(*header);
+    else if (auto const* const lod = dynamic_cast<FltRecordLOD const*>(record))
+        inventory.levelsOfDetail.push_back(
+            {node,
+             lod->switchInDistance,
+             lod->switchOutDistance,
+             {lod->XcenterCoordinate, lod->YcenterCoordinate, lod->ZcenterCoordinate}});
+    else if (auto const* const old = dynamic_cast<FltRecordOLDLOD const*>(record))
+        inventory.levelsOfDetail.push_back(
+            {node,
+             static_cast<double>(old->switchInDistance),
+             static_cast<double>(old->switchOutDistance),
+             {static_cast<double>(old->XcenterCoordinate), static_cast<double>(old->YcenterCoordinate),
+              static_cast<double>(old->ZcenterCoordinate)}});
+    else if (auto const* const switchRecord = dynamic_cast<FltRecordSwitch const*>(record))
+        takeSwitch(*switchRecord);
+    else if (auto const* const dof = dynamic_cast<FltRecordDOF const*>(record))
+        takeDegreeOfFreedom(*dof);
+    else if (auto const* const light = dynamic_cast<FltRecordLightSource const*>(record))
+        inventory.lightSources.push_back({node, light->indexIntoLightPalette});
+    else if (instance != nullptr)
+        (reader.opcode() == FltOpcode::instanceDefinition ? inventory.instanceDefinitions
+                                                          : inventory.instanceReferences)
+            .push_back({node, instance->instanceDefinitionNumber});
+}
+
+std::uint32_t FltInventoryBuilder::addNode(std::string name)
+{
+    auto const node = static_cast<std::uint32_t>(inventory.nodes.size());
+    FltInventory::Node made;
+    made.offset = reader.offset();
+    made.end = recordEnd();
+    made.name = std::move(name);
+    made.opcode = reader.opcode();
+    made.parent = node == 0 ? none : parent();
+    if (made.parent != none) {
+        FltInventory::Node& above = inventory.nodes[made.parent];
+        made.depth = above.depth + 1;
+        ++above.children;
+    }
+    inventory.nodes.push_back(std::move(made));
+    last = {node, none, none};
+    return node;
+}
+
+void FltInventoryBuilder::takeHeader(FltRecordHeader const& record)
+{
+    FltInventory::Header& header = inventory.header;
+    if (inventory.nodes.size() > 1)
+        return; // a second one changes nothing
+    header.name = textOf(record.id, sizeof record.id);
+    header.revision = record.formatRevisionLevel;
+    header.editRevision = record.editRevisionLevel;
+    header.lastChange = textOf(record.lastRevisionDateTime, sizeof record.lastRevisionDateTime);
+    header.units = record.vertexCoordinateUnits;
+    header.unitMultiplier = record.multiplierDiviserUnit;
+    header.projection = record.projectionType;
+    header.ellipsoid = record.earthEllipsoidModel;
+    header.originLatitude = record.originLatitude;
+    header.originLongitude = record.originLongitude;
+    header.southWestLatitude = record.southWestCornerLatitude;
+    header.southWestLongitude = record.southWestCornerLongitude;
+    header.northEastLatitude = record.northEastCornerLatitude;
+    header.northEastLongitude = record.northEastCornerLongitude;
+}
+
+void FltInventoryBuilder::takeSwitch(FltRecordSwitch const& record)
+{
+    FltInventory::Switch made;
+    made.node = last.node;
+    made.currentMask = record.indexOfCurrentMask;
+    made.maskCount = record.numberOfMasks;
+    made.wordsPerMask = record.numberOf32BitWordsPerMask;
+    for (int i = 0; i < record.maskWordCount; ++i)
+        made.words.push_back(static_cast<std::uint32_t>(record.masks[static_cast<std::size_t>(i)]));
+    inventory.switches.push_back(std::move(made));
+}
+
+void FltInventoryBuilder::takeDegreeOfFreedom(FltRecordDOF const& record)
+{
+    auto const isLimited = [&](int bit) { return (record.flags >> bit & 1) != 0; };
+    inventory.degreesOfFreedom.push_back(
+        {last.node,
+         {{{record.XMinValue, record.XMaxValue, record.XCurrentValue, isLimited(31)},
+           {record.YMinValue, record.YMaxValue, record.YCurrentValue, isLimited(30)},
+           {record.ZMinValue, record.ZMaxValue, record.ZCurrentValue, isLimited(29)},
+           {record.minimumPitch, record.maxPitch, record.currentPitch, isLimited(28)},
+           {record.minimumRoll, record.maxRoll, record.currentRoll, isLimited(27)},
+           {record.minimumYaw, record.maxYaw, record.currentYaw, isLimited(26)},
+           {record.XMinScale, record.XMaxScale, record.XCurrentScale, isLimited(25)},
+           {record.YMinScale, record.YMaxScale, record.YCurrentScale, isLimited(24)},
+           {record.ZMinScale, record.ZMaxScale, record.ZCurrentScale, isLimited(23)}}}});
+}
+
+void FltInventoryBuilder::takeFace()
+{
+    auto const* const decoded = dynamic_cast<FltRecordFace const*>(reader.record());
+    if (decoded == nullptr)
+        return;
+    FltRecordFace const& record = *decoded;
+    FltInventory::Face face;
+    face.offset = reader.offset();
+    face.node = parent();
+    face.color = record.primaryColorIndex;
+    face.texture = record.texturePatternIndex;
+    face.detailTexture = record.detailTexturePatternIndex;
+    face.material = record.materialIndex;
+    face.mapping = record.textureMappingIndex;
+    face.flags = record.flags;
+    face.drawType = record.drawType;
+    face.templateMode = static_cast<std::uint8_t>(record.templateBillboard);
+    face.lightMode = record.lightMode;
+    face.lineStyle = record.lineStyleIndex;
+    face.isSubface = subfaceLevels > 0;
+    face.firstVertex = static_cast<std::uint32_t>(inventory.faceVertices.size());
+    use(face);
+    last = {none, static_cast<std::uint32_t>(inventory.faces.size()), none};
+    if (face.node != none)
+        ++inventory.nodes[face.node].faces;
+    inventory.faces.push_back(face);
+}
+
+void FltInventoryBuilder::use(FltInventory::Surface const& surface)
+{
+    auto const count = [](FltInventory::Palette& entries, int index) {
+        auto const entry = entries.find(index);
+        if (entry != entries.end())
+            ++entry->second.uses;
+    };
+    count(inventory.textures, surface.texture);
+    count(inventory.textures, surface.detailTexture);
+    count(inventory.materials, surface.material);
+    count(inventory.textureMappings, surface.mapping);
+}
+
+void FltInventoryBuilder::takeMeshPart()
+{
+    if (reader.opcode() == mesh)
+        takeMesh();
+    else if (reader.opcode() == localVertexPool)
+        takeLocalVertexPool();
+    else
+        takePrimitive();
+}
+
+void FltInventoryBuilder::takeMesh()
+{
+    FltInventory::Mesh made;
+    made.offset = reader.offset();
+    made.node = parent();
+    if (reader.length() >= idPlace + idSize)
+        made.name = textOf(reader.bytes().data() + idPlace, idSize);
+    made.drawType = static_cast<std::int8_t>(byteAt(22));
+    made.templateMode = byteAt(29);
+    made.detailTexture = int16At(30);
+    made.texture = int16At(32);
+    made.material = int16At(34);
+    made.lineStyle = byteAt(47);
+    made.flags = word32At(48);
+    made.lightMode = byteAt(52);
+    made.mapping = int16At(68);
+    made.color = static_cast<std::int32_t>(word32At(72));
+    made.isSubface = subfaceLevels > 0;
+    use(made);
+    last = {none, none, static_cast<std::uint32_t>(inventory.meshes.size())};
+    if (made.node != none)
+        ++inventory.nodes[made.node].faces;
+    inventory.meshes.push_back(std::move(made));
+}
+
+void FltInventoryBuilder::takeLocalVertexPool()
+{
+    constexpr std::size_t headSize = 12;
+    if (inventory.meshes.empty())
+        return;
+    FltInventory::Mesh& owner = inventory.meshes.back();
+    if (reader.opcode() == localVertexPool) {
+        owner.hasPool = true;
+        owner.poolVertices = word32At(4);
+        owner.poolMask = word32At(8);
+        poolBytes = reader.length() > headSize ? reader.length() - headSize : 0;
+    } else if (owner.hasPool) {
+        poolBytes += reader.length() - std::min(reader.length(), 4U);
+    }
+    std::size_t const size = pooledVertexSize(owner.poolMask);
+    owner.wholeVertices =
+        size == 0 ? 0
+                  : static_cast<std::uint32_t>(std::min<std::uint64_t>(owner.poolVertices, poolBytes / size));
+}
+
+void FltInventoryBuilder::takePrimitive()
+{
+    constexpr std::size_t headSize = 12;
+    if (inventory.meshes.empty())
+        return;
+    FltInventory::Mesh& owner = inventory.meshes.back();
+    FltInventory::Primitive primitive;
+    primitive.offset = reader.offset();
+    primitive.type = int16At(4);
+    auto const indexSize = static_cast<std::size_t>(int16At(6));
+    std::uint32_t const promised = word32At(8);
+    if ((indexSize == 1 || indexSize == 2 || indexSize == 4) && reader.length() > headSize) {
+        primitive.indexCount =
+            std::min(promised, static_cast<std::uint32_t>((reader.length() - headSize) / indexSize));
+        for (std::uint32_t i = 0; i < primitive.indexCount; ++i) {
+            std::size_t const place = headSize + i * indexSize;
+            std::uint32_t const index = indexSize == 1   ? byteAt(place)
+                                        : indexSize == 2 ? static_cast<std::uint16_t>(int16At(place))
+                                                         : word32At(place);
+            if (index >= owner.wholeVertices)
+                ++primitive.badIndices;
+        }
+    }
+    primitive.badIndices += promised - primitive.indexCount;
+    owner.primitives.push_back(primitive);
+}
+
+void FltInventoryBuilder::takeAncillary()
+{
+    if (last.node != none)
+        inventory.nodes[last.node].end = recordEnd();
+    FltRecord const* const record = reader.record();
+    if (auto const* const longID = dynamic_cast<FltRecordLongID const*>(record)) {
+        if (last.node != none && longID->idASCII != nullptr)
+            inventory.nodes[last.node].name = textOf(longID->idASCII.get(), reader.length());
+        else if (last.mesh != none && longID->idASCII != nullptr)
+            inventory.meshes[last.mesh].name = textOf(longID->idASCII.get(), reader.length());
+    } else if (auto const* const matrix = dynamic_cast<FltRecordMatrix const*>(record)) {
+        keepMatrix(matrix->matrix);
+    } else if (reader.opcode() == FltOpcode::multitexture) {
+        takeMultitexture();
+    }
+}
+
+void FltInventoryBuilder::keepMatrix(float const (&matrix)[4][4])
+{
+    std::uint32_t const node = last.node != none ? last.node : parent();
+    inventory.matrices.push_back({reader.offset(), node, determinantOf(matrix)});
+}
+
+/// Bit 31 of the mask is layer 1, and so on down to bit 25.
+void FltInventoryBuilder::takeMultitexture()
+{
+    std::uint32_t const mask = word32At(4);
+    std::size_t place = 8;
+    for (unsigned bit = 31; bit >= 25; --bit) {
+        if ((mask >> bit & 1) == 0)
+            continue;
+        auto const entry = inventory.textures.find(int16At(place));
+        if (entry != inventory.textures.end() && place + 8 <= reader.length())
+            ++entry->second.uses;
+        place += 8;
+    }
+}
+
+void FltInventoryBuilder::push()
+{
+    int const opcode = reader.opcode();
+    // A level right after another one goes on with the same node.
+    Owner owner = isPop(opcodeBefore) ? lastClosed : last;
+    if (opcode == FltOpcode::pushSubface)
+        ++subfaceLevels;
+    if (opcode == FltOpcode::pushLevel && owner.isNothing())
+        inventory.imbalances.push_back({FltInventory::Imbalance::Kind::pushWithoutNode, reader.offset()});
+    if (opcode != FltOpcode::pushLevel || owner.isNothing())
+        owner = levels.empty() ? Owner{0, none, none} : levels.back().owner;
+    else if (owner.node != none)
+        inventory.nodes[owner.node].hasLevel = true;
+    levels.push_back({opcode, reader.offset(), owner});
+    last = {};
+}
+
+void FltInventoryBuilder::pop()
+{
+    last = {};
+    bool const isClosing = !levels.empty() && popOf(levels.back().opcode) == reader.opcode();
+    if (!isClosing) {
+        inventory.imbalances.push_back({FltInventory::Imbalance::Kind::popWithoutPush, reader.offset()});
+        return;
+    }
+    Level const level = levels.back();
+    levels.pop_back();
+    lastClosed = level.owner;
+    endLevel(level, recordEnd());
+}
+
+void FltInventoryBuilder::endLevel(Level const& level, std::uint64_t end)
+{
+    if (level.opcode == FltOpcode::pushSubface)
+        --subfaceLevels;
+    if (level.opcode == FltOpcode::pushLevel && level.owner.node != none)
+        inventory.nodes[level.owner.node].end = end;
+}
+
+void FltInventoryBuilder::closeLevels()
+{
+    for (; !levels.empty(); levels.pop_back()) {
+        inventory.imbalances.push_back({FltInventory::Imbalance::Kind::neverClosed, levels.back().offset});
+        endLevel(levels.back(), reader.offset());
+    }
+    if (!inventory.nodes.empty())
+        inventory.nodes[0].end = reader.offset();
+}
+
+std::uint32_t FltInventoryBuilder::parent() const
+{
+    if (levels.empty())
+        return 0;
+    Owner const& owner = levels.back().owner;
+    return owner.node != none   ? owner.node
+           : owner.face != none ? inventory.faces[owner.face].node
+                                : inventory.meshes[owner.mesh].node;
+}
+
+std::uint32_t FltInventoryBuilder::currentFace() const
+{
+    return last.face != none ? last.face : levels.empty() ? none : levels.back().owner.face;
+}
+
+std::int32_t FltInventoryBuilder::int16At(std::size_t place) const
+{
+    return place + 2 <= reader.length()
+               ? static_cast<std::int16_t>(FltUtils::word16At(reader.bytes().data() + place))
+               : 0;
+}
+
+std::uint32_t FltInventoryBuilder::word32At(std::size_t place) const
+{
+    return place + 4 <= reader.length() ? FltUtils::word32At(reader.bytes().data() + place) : 0;
+}
+
+std::uint8_t FltInventoryBuilder::byteAt(std::size_t place) const
+{
+    return place < reader.length() ? static_cast<std::uint8_t>(reader.bytes()[place]) : 0;
+}

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "inspect/FltInventory.h"
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+class FltRecordHeader;
+class FltRecordDOF;
+class FltRecordOLDMaterialPalette;
+class FltRecordSwitch;
+
+/// Goes over the records of a database and fills the lists of its inventory.
+class FltInventoryBuilder
+{
+public:
+    explicit FltInventoryBuilder(FltInventory& inventory) : inventory(inventory), reader(inventory.reader) {}
+
+    void build();
+
+private:
+    static constexpr std::uint32_t none = FltInventory::none;
+
+    /// The node, the face or the mesh that records belong to.
+    struct Owner {
+        std::uint32_t node = none;
+        std::uint32_t face = none;
+        std::uint32_t mesh = none;
+
+        bool isNothing() const { return node == none && face == none && mesh == none; }
+    };
+
+    /// An open Push.
+    struct Level {
+        int opcode;
+        std::uint64_t offset;
+        Owner owner;
+    };
+
+    void count();
+    void take();
+    void takePalette();
+    void takeNode();
+    void takeAncillary();
+    void takeMeshPart();
+
+    void takeHeader(FltRecordHeader const& record);
+    void takeOldMaterials(FltRecordOLDMaterialPalette const& record);
+    void takeVertex();
+    void takeOldVertex();
+    void takeFace();
+    void takeVertexList();
+    void takeMorphVertexList();
+    void takeMesh();
+    void takeLocalVertexPool();
+    void takePrimitive();
+    void takeSwitch(FltRecordSwitch const& record);
+    void takeDegreeOfFreedom(FltRecordDOF const& record);
+    void takeMultitexture();
+
+    void push();
+    void pop();
+    void endLevel(Level const& level, std::uint64_t end);
+    void closeLevels();
+    void keepMatrix(float const (&matrix)[4][4]);
+    void enter(FltInventory::Palette& palette, int index, std::string name);
+    void use(FltInventory::Surface const& surface);
+    void addFaceVertex(std::int64_t paletteOffset);
+
+    /// @param id the eight characters of a node's name
+    std::uint32_t addNode(std::string name);
+
+    std::uint32_t parent() const;
+    std::uint32_t currentFace() const;
+    std::uint64_t recordEnd() const { return reader.offset() + reader.length(); }
+
+    /// @name Numbers of the record, by their place in its bytes; 0 where it is shorter
+    /// @{
+    std::int32_t int16At(std::size_t place) const;
+    std::uint32_t word32At(std::size_t place) const;
+    std::uint8_t byteAt(std::size_t place) const;
+    /// @}
+
+    FltInventory& inventory;
+    FltRecordScan& reader;
+    std::vector<Level> levels;
+    Owner last;       ///< Of the record before, for ancillary records and a Push.
+    Owner lastClosed; ///< Whose level was closed last.
+    std::uint32_t subfaceLevels = 0;
+    std::vector<std::pair<std::uint32_t, std::uint32_t>>
+        palette;               ///< Offsets, ascending, with their vertices.
+    std::size_t nextGuess = 0; ///< In palette.
+    std::uint64_t nextVertexOffset = 8;
+    std::uint64_t poolBytes = 0; ///< Of the local vertex pool that may go on.
+    int opcodeBefore = 0;
+};

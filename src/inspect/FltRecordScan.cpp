@@ -1,0 +1,164 @@
+#include "inspect/FltRecordScan.h"
+
+#include "dump/FltDumpOutput.h"
+#include "messages/FltLimits.h"
+#include "messages/FltWarningMessageConsole.h"
+#include "parser/FltFileInput.h"
+#include "parser/FltRawData.h"
+#include "records/FltOpcode.h"
+#include "records/FltRecord.h"
+#include "records/FltRecordHeader.h"
+#include "records/FltRecordJson.h"
+#include "records/FltRecordTable.h"
+#include "records/FltRecordTexturePattern.h"
+#include "records/FltRecordUnknown.h"
+
+#include <cerrno>
+#include <cstring>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+#include <utility>
+
+namespace
+{
+
+constexpr int lowestRevision = 11;
+constexpr int firstRevisionOfColorNames = 1421;
+
+/// Takes the library's messages while it lives.
+class Listening : private FltWarningMessageConsole::Listener
+{
+public:
+    explicit Listening(std::vector<std::string>& texts)
+        : texts(texts), before(FltWarningMessageConsole::setListener(this))
+    {
+    }
+    ~Listening() override { FltWarningMessageConsole::setListener(before); }
+
+    Listening(Listening const&) = delete;
+    Listening& operator=(Listening const&) = delete;
+
+private:
+    void take(char const* text, int /*level*/, FltWarningMessageConsole::Place const* /*place*/) override
+    {
+        static constexpr std::string_view mark = "WARNING ! ";
+        std::string_view const message = text;
+        texts.emplace_back(message.substr(0, mark.size()) == mark ? message.substr(mark.size()) : message);
+    }
+    void takeCount(std::string const& kind, int more) override
+    {
+        texts.push_back(kind + ": " + std::to_string(more) + " more");
+    }
+
+    FltWarningMessageConsole::Session session;
+    std::vector<std::string>& texts;
+    Listener* before;
+};
+
+std::unique_ptr<FltFileInput> open(std::string const& path)
+{
+    FltDumpOutput::Redirect const noDump(nullptr);
+    std::vector<std::string> messages;
+    Listening const listening(messages);
+    errno = 0;
+    auto input = std::make_unique<FltFileInput>(path.c_str());
+    if (!input->isInFlowCreated())
+        throw std::runtime_error(
+            path + ": cannot open: " + (errno != 0 ? std::strerror(errno) : "not a regular file") +
+            ". Check the name and its permissions.");
+    return input;
+}
+
+} // namespace
+
+FltRecordScan::FltRecordScan(std::string const& path)
+    : input(open(path)), content(input->getBuffer(), static_cast<std::size_t>(input->getSize())),
+      framing(content.data(), content.size())
+{
+    shortRecordBytesLeft =
+        FltLimits::shortRecordBytes + FltLimits::shortRecordBytesPerFileByte * content.size();
+    FltFraming first(content.data(), content.size());
+    if (!first.next() || first.getOpcode() != FltOpcode::header)
+        throw std::runtime_error(path + ": not an OpenFlight database: it doesn't begin with a whole header "
+                                        "record. Check that this is the right file.");
+    // The revision of every record is that of the header.
+    FltRawData raw;
+    raw.assign(content.data(), content.data() + content.size(), first.getLength(),
+               FltRecordTable::reachOf(FltOpcode::header, first.getLength(), 0));
+    FltRecordHeader header(first.getLength());
+    header.getPropertiesFromData(raw.data);
+    formatRevision = header.formatRevisionLevel;
+    if (formatRevision < lowestRevision)
+        throw std::runtime_error(path + ": OpenFlight revision " + std::to_string(formatRevision) +
+                                 " isn't supported. Export the database at revision 11 or newer.");
+}
+
+FltRecordScan::~FltRecordScan() = default;
+
+bool FltRecordScan::next()
+{
+    decoded.reset();
+    said.clear();
+    if (!framing.next())
+        return false;
+    decode();
+    return true;
+}
+
+void FltRecordScan::decode()
+{
+    std::size_t const reach = FltRecordTable::reachOf(opcode(), length(), formatRevision);
+    std::size_t const cost = reach > length() ? reach - length() : 0;
+    if (cost > shortRecordBytesLeft) {
+        if (!std::exchange(toldOfTooManyShortRecords, true))
+            said.emplace_back(
+                "Too many records are shorter than their layout: this one and further ones are left out");
+        return;
+    }
+    shortRecordBytesLeft -= cost;
+
+    FltRawData raw;
+    raw.assign(framing.data(), content.data() + content.size(), length(), reach);
+    FltRecordRow const* const row = FltRecordTable::find(opcode());
+    std::unique_ptr<FltRecord> record(row != nullptr ? row->make(length(), formatRevision)
+                                                     : new FltRecordUnknown(opcode(), length()));
+    Listening const listening(said);
+    try {
+        record->getPropertiesFromData(raw.data);
+    } catch (std::bad_alloc const&) { // of which a negative count is one
+        said.emplace_back("A count is negative, or larger than the memory: the record is left out");
+        return;
+    }
+    decoded = std::move(record);
+}
+
+std::size_t FltRecordScan::leastLength() const
+{
+    // Tools write headers of several lengths at the same revision; the list of colour names may be left out; and
+    // the short form of a texture pattern is one of two.
+    constexpr std::size_t header = 16;
+    constexpr std::size_t colorCount = 4;
+    constexpr std::size_t head = 4;
+    bool const hasFixedLayout = FltRecordTable::find(opcode()) != nullptr &&
+                                opcode() != FltOpcode::morphVertexList &&
+                                opcode() != FltOpcode::multitexture && opcode() != FltOpcode::soundPalette &&
+                                opcode() != FltOpcode::textureMappingPalette;
+    if (!hasFixedLayout)
+        return head;
+    std::size_t const whole = FltRecordTable::reachOf(opcode(), 0, formatRevision);
+    switch (opcode()) {
+    case FltOpcode::header:
+        return header;
+    case FltOpcode::colorPalette:
+        return whole - (formatRevision >= firstRevisionOfColorNames ? colorCount : 0);
+    case FltOpcode::texturePattern:
+        return FltRecordTexturePattern::shortFormLength;
+    default:
+        return whole;
+    }
+}
+
+nlohmann::ordered_json FltRecordScan::json() const
+{
+    return decoded != nullptr ? FltRecordJson::of(*decoded, offset()) : nlohmann::ordered_json();
+}

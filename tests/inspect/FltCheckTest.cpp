@@ -1,0 +1,182 @@
+#include "inspect/FltCheck.h"
+
+#include "support/FaultyDatabases.h"
+#include "writer/EveryRecord.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <set>
+
+namespace
+{
+
+std::string findTexture(std::string const& name, std::string const& database)
+{
+    std::filesystem::path const file =
+        std::filesystem::path(database).parent_path() / std::filesystem::path(name).filename();
+    return std::filesystem::exists(file) ? file.string() : "";
+}
+
+std::vector<FltFinding> findingsIn(std::string const& path, bool isExact = false)
+{
+    FltInventory const inventory(path);
+    FltCheck check(inventory);
+    check.checkRecords();
+    check.checkGeometry();
+    check.checkPalettes();
+    check.checkFiles(FltDependencies(inventory, findTexture));
+    check.checkHierarchy();
+    check.checkVisibility();
+    if (isExact)
+        check.checkExactConversion();
+    return check.findings();
+}
+
+std::set<int> numbersOf(std::vector<FltFinding> const& findings)
+{
+    std::set<int> numbers;
+    for (FltFinding const& finding : findings)
+        numbers.insert(finding.kind->number);
+    return numbers;
+}
+
+constexpr int firstOfExact = 801;
+
+class FltCheckOfFault : public testing::TestWithParam<int>
+{
+protected:
+    FaultyDatabase const& database() const
+    {
+        auto const& all = faultyDatabases();
+        return *std::find_if(all.begin(), all.end(),
+                             [](FaultyDatabase const& one) { return one.number == GetParam(); });
+    }
+    ScratchFolder folder;
+};
+
+std::vector<int> allFaults()
+{
+    std::vector<int> numbers;
+    for (FaultyDatabase const& database : faultyDatabases())
+        numbers.push_back(database.number);
+    return numbers;
+}
+
+std::string nameOf(testing::TestParamInfo<int> const& info)
+{
+    return "FLT" + std::to_string(info.param);
+}
+
+} // namespace
+
+TEST_P(FltCheckOfFault, isFoundAndNothingElse)
+{
+    std::vector<FltFinding> const findings = findingsIn(database().write(folder), GetParam() >= firstOfExact);
+    std::set<int> expected = database().others;
+    expected.insert(GetParam());
+    EXPECT_EQ(numbersOf(findings), expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, FltCheckOfFault, testing::ValuesIn(allFaults()), nameOf);
+
+TEST(FltCheck, hasAFaultyDatabaseForEachKindThatADatabaseCanProvoke)
+{
+    std::vector<int> const faults = allFaults();
+    for (FltFindingKind const& kind : FltFindingTable())
+        EXPECT_TRUE(kind.number == 901 || std::count(faults.begin(), faults.end(), kind.number) == 1)
+            << kind.code();
+}
+
+TEST(FltCheck, saysNothingOfAFaultlessDatabase)
+{
+    ScratchFolder const folder;
+    faultlessDatabase().save(folder / "database.flt");
+    EXPECT_TRUE(findingsIn(folder / "database.flt", true).empty());
+}
+
+TEST(FltCheck, findsNoShortRecordAndNoUnknownOneInADatabaseOfEveryRecord)
+{
+    ScratchFolder const folder;
+    for (int const revision : {11, 13, 14, 1420, 1421, 1500, 1540, 1550, 1570, 1580}) {
+        everyRecord(revision).save(folder / "every.flt");
+        for (int const number : numbersOf(findingsIn(folder / "every.flt")))
+            EXPECT_GE(number, 200) << "at revision " << revision;
+    }
+}
+
+TEST(FltCheck, tellsPlaceRecordNodeAndText)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    flt.add("ColorPalette").push().add("Group", {{"idASCII", "g1"}}).push();
+    flt.add("InstanceReference", {{"instanceDefinitionNumber", 7}});
+    std::size_t const offset = flt.lastOffset();
+    flt.add("ExternalReference", {{"asciiPath", "x.flt"}}).pop().pop().save(folder / "database.flt");
+    faultlessDatabase().save(folder / "x.flt");
+    std::vector<FltFinding> const findings = findingsIn(folder / "database.flt");
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_EQ(findings[0].kind->code(), "FLT-506");
+    EXPECT_EQ(findings[0].file, folder / "database.flt");
+    EXPECT_EQ(findings[0].offset, static_cast<std::int64_t>(offset));
+    EXPECT_EQ(findings[0].opcode, 61);
+    EXPECT_EQ(findings[0].node, "g1/7");
+    EXPECT_EQ(findings[0].text, "instance 7");
+    EXPECT_EQ(findings[0].count, 1U);
+}
+
+TEST(FltCheck, countsWhatIsFoundSeveralTimesInANode)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    flt.add("ColorPalette").push().add("Object", {{"idASCII", "o1"}}).push();
+    flt.add("Face").add("Face").add("Face").pop().pop().save(folder / "database.flt");
+    std::vector<FltFinding> const findings = findingsIn(folder / "database.flt");
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_EQ(findings[0].count, 3U);
+}
+
+TEST(FltCheck, keepsAThousandFindingsOfAKindAndCountsTheRest)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    flt.push();
+    for (int i = 0; i < 1234; ++i)
+        flt.add("InstanceReference", {{"instanceDefinitionNumber", 7}});
+    flt.add("Text").pop().save(folder / "database.flt");
+    FltInventory const inventory(folder / "database.flt");
+    FltCheck check(inventory);
+    check.checkHierarchy();
+    EXPECT_EQ(check.findings().size(), FltCheck::mostOfAKind);
+    EXPECT_EQ(check.leftOut(), (std::map<int, std::uint64_t>{{506, 234}}));
+}
+
+TEST(FltCheck, tellsWhatAConversionLeavesOut)
+{
+    ScratchFolder const folder;
+    faultlessDatabase().save(folder / "database.flt");
+    FltInventory const inventory(folder / "database.flt");
+    FltCheck check(inventory);
+    check.addOmission("sounds", 3);
+    ASSERT_EQ(check.findings().size(), 1U);
+    EXPECT_EQ(check.findings()[0].kind->number, 901);
+    EXPECT_EQ(check.findings()[0].text, "sounds");
+    EXPECT_EQ(check.findings()[0].count, 3U);
+}
+
+TEST(FltFindingTable, findsKindsByTheirCodes)
+{
+    EXPECT_EQ(FltFindingTable::find("FLT-101")->number, 101);
+    EXPECT_EQ(FltFindingTable::of(604).code(), "FLT-604");
+    EXPECT_EQ(FltFindingTable::find("FLT-100"), nullptr);
+    EXPECT_EQ(FltFindingTable::find("101"), nullptr);
+}
+
+TEST(FltFindingTable, saysOfEachKindWhatItIsWhyItMattersAndHowToMendIt)
+{
+    for (FltFindingKind const& kind : FltFindingTable()) {
+        EXPECT_NE(kind.title.back(), '.') << kind.code();
+        EXPECT_EQ(kind.why.back(), '.') << kind.code();
+        EXPECT_EQ(kind.mend.back(), '.') << kind.code();
+    }
+}

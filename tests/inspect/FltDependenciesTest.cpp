@@ -1,0 +1,104 @@
+#include "inspect/FltDependencies.h"
+
+#include "support/ScratchFolder.h"
+#include "writer/FltWriter.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using State = FltDependencies::State;
+
+class FltDependenciesTest : public testing::Test
+{
+protected:
+    void save(std::string const& name, std::vector<std::string> const& references,
+              std::string const& texture = "")
+    {
+        FltWriter flt;
+        if (!texture.empty())
+            flt.add("TexturePattern", {{"fileName", texture}});
+        flt.push();
+        for (std::string const& reference : references)
+            flt.add("ExternalReference", {{"asciiPath", reference}});
+        flt.pop().save(folder.path(name));
+    }
+
+    FltDependencies of(std::string const& name) const
+    {
+        return FltDependencies(FltInventory(folder / name),
+                               [this](std::string const& texture, std::string const&) {
+                                   std::string const path = folder / texture;
+                                   return std::filesystem::exists(path) ? path : "";
+                               });
+    }
+
+    std::vector<State> statesOf(std::string const& name) const
+    {
+        std::vector<State> states;
+        FltDependencies const dependencies = of(name);
+        for (FltDependencies::Reference const& reference : dependencies.references())
+            states.push_back(reference.state);
+        return states;
+    }
+
+    ScratchFolder folder;
+};
+
+} // namespace
+
+TEST_F(FltDependenciesTest, followsReferencesFromTheDirectoryOfTheFileThatNamesThem)
+{
+    save("main.flt", {"./sub/a.flt"});
+    save("sub/a.flt", {"b.flt"}, "tree.rgb");
+    save("sub/b.flt", {});
+    static_cast<void>(folder.write("tree.rgb", "pixels"));
+    EXPECT_EQ(of("main.flt").files(),
+              (std::vector<std::string>{folder / "tree.rgb", folder / "sub/a.flt", folder / "sub/b.flt"}));
+}
+
+TEST_F(FltDependenciesTest, takesBackslashesAsSlashesAndLeavesOutTheNodeOfAReference)
+{
+    save("main.flt", {"sub\\a.flt<tower>"});
+    save("sub/a.flt", {});
+    EXPECT_EQ(of("main.flt").references()[0].path, folder / "sub/a.flt");
+}
+
+TEST_F(FltDependenciesTest, tellsMissingFilesFromThoseThatCantBeRead)
+{
+    save("main.flt", {"nowhere.flt", "text.flt", "text.flt"});
+    static_cast<void>(folder.write("text.flt", "no database"));
+    EXPECT_EQ(statesOf("main.flt"),
+              (std::vector<State>{State::missing, State::unreadable, State::unreadable}));
+}
+
+TEST_F(FltDependenciesTest, endsAtTheReferenceThatClosesACircle)
+{
+    save("a.flt", {"b.flt"});
+    save("b.flt", {"a.flt"});
+    EXPECT_EQ(statesOf("a.flt"), (std::vector<State>{State::found, State::cycle}));
+}
+
+TEST_F(FltDependenciesTest, readsAFileThatManyReferToOnce)
+{
+    // With each file read again for each reference these would be 2 to the power of 20.
+    constexpr int files = 20;
+    for (int i = 0; i < files; ++i)
+        save(std::to_string(i) + ".flt", {std::to_string(i + 1) + ".flt", std::to_string(i + 1) + ".flt"});
+    save(std::to_string(files) + ".flt", {});
+    EXPECT_EQ(of("0.flt").references().size(), 2U * files);
+    EXPECT_EQ(of("0.flt").files().size(), static_cast<std::size_t>(files));
+}
+
+TEST_F(FltDependenciesTest, tellsWhetherATextureIsAtTheStoredPlace)
+{
+    static_cast<void>(folder.write("tree.rgb", "pixels"));
+    save("main.flt", {}, "tree.rgb");
+    EXPECT_FALSE(of("main.flt").textures()[0].isElsewhere);
+    save("sub/main.flt", {}, "tree.rgb");
+    EXPECT_TRUE(of("sub/main.flt").textures()[0].isElsewhere);
+    save("main.flt", {}, "bush.rgb");
+    EXPECT_EQ(of("main.flt").textures()[0].path, "");
+}

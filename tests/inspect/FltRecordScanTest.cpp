@@ -1,0 +1,62 @@
+#include "inspect/FltRecordScan.h"
+
+#include "records/FltRecord.h"
+#include "support/ScratchFolder.h"
+#include "writer/FltWriter.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+TEST(FltRecordScan, goesFromRecordToRecord)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    flt.add("Group", {{"idASCII", "g1"}}).addRaw(777, "abc").save(folder / "database.flt");
+    FltRecordScan scan(folder / "database.flt");
+    EXPECT_EQ(scan.revision(), 1570);
+    ASSERT_TRUE(scan.next());
+    EXPECT_EQ(scan.opcode(), 1);
+    ASSERT_TRUE(scan.next());
+    EXPECT_EQ(scan.opcode(), 2);
+    EXPECT_EQ(scan.json()["fields"]["idASCII"], "g1");
+    EXPECT_EQ(scan.json()["offset"], scan.offset());
+    ASSERT_TRUE(scan.next());
+    EXPECT_EQ(scan.opcode(), 777);
+    EXPECT_EQ(scan.bytes().substr(4), "abc");
+    EXPECT_EQ(scan.record()->getRecordCategory(), "");
+    EXPECT_FALSE(scan.next());
+    EXPECT_EQ(scan.fault(), FltFraming::Fault::none);
+}
+
+TEST(FltRecordScan, leavesOutARecordThatCountsFewerThanNothing)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    flt.add("Switch", {{"numberOfMasks", -5}, {"numberOf32BitWordsPerMask", 1}});
+    flt.add("Group").save(folder / "database.flt");
+    FltRecordScan scan(folder / "database.flt");
+    ASSERT_TRUE(scan.next());
+    ASSERT_TRUE(scan.next());
+    EXPECT_EQ(scan.record(), nullptr);
+    EXPECT_TRUE(scan.json().is_null());
+    EXPECT_EQ(scan.complaints().size(), 1U);
+    ASSERT_TRUE(scan.next());
+    EXPECT_EQ(scan.opcode(), 2);
+    EXPECT_TRUE(scan.complaints().empty());
+}
+
+TEST(FltRecordScan, decodesOnlySoManyRecordsThatAreShorterThanTheirLayout)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    for (int i = 0; i < 30'000; ++i)
+        flt.addRaw(32); // a colour palette of four bytes, which reads four thousand
+    flt.save(folder / "database.flt");
+    FltRecordScan scan(folder / "database.flt");
+    std::size_t decoded = 0, records = 0;
+    for (; scan.next(); ++records)
+        decoded += scan.record() != nullptr ? 1 : 0;
+    EXPECT_EQ(records, 30'001U);
+    EXPECT_GT(decoded, 100U);
+    EXPECT_LT(decoded, 1000U);
+}

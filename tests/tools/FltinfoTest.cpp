@@ -1,0 +1,215 @@
+#include "ProgramRun.h"
+#include "support/FaultyDatabases.h"
+#include "writer/EveryRecord.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace
+{
+
+using Json = nlohmann::json;
+
+class Fltinfo : public testing::Test
+{
+protected:
+    /// A database with a switch, a level of detail, a texture that is there and one that isn't, and a reference.
+    std::string town()
+    {
+        faultlessDatabase().save(folder.path("sub/tower.flt"));
+        static_cast<void>(folder.write("tree.rgb", "pixels"));
+        FltWriter flt(1570, {{"id", "town"}, {"vertexCoordinateUnits", 4}, {"originLatitude", 48.5}});
+        flt.add("TexturePattern", {{"fileName", "tree.rgb"}, {"patternIndex", 0}});
+        flt.add("TexturePattern", {{"fileName", "gone.rgb"}, {"patternIndex", 1}});
+        flt.add("Material", {{"index", 3}, {"name", "brick"}});
+        flt.vertexPalette();
+        double const a = flt.vertex("VertexColor", 0, 0, 0), b = flt.vertex("VertexColor", 1, 0, 0),
+                     c = flt.vertex("VertexColor", 0, 1, 0);
+        flt.push().add("LOD", {{"idASCII", "near"}, {"switchInDistance", 250.5}}).push();
+        flt.add("Object", {{"idASCII", "house"}}).push().face({a, b, c}, {{"materialIndex", 3}}).pop().pop();
+        flt.add("Switch", {{"idASCII", "lamp"},
+                           {"indexOfCurrentMask", 1},
+                           {"numberOfMasks", 2},
+                           {"numberOf32BitWordsPerMask", 1},
+                           {"masks", {1, 2}}})
+            .push();
+        flt.add("Group", {{"idASCII", "off"}}).add("Group", {{"idASCII", "on"}}).pop();
+        flt.add("ExternalReference", {{"asciiPath", "sub/tower.flt"}}).pop().save(folder / "town.flt");
+        return folder / "town.flt";
+    }
+
+    ScratchFolder folder;
+};
+
+bool holds(std::string const& text, std::string const& part)
+{
+    return text.find(part) != std::string::npos;
+}
+
+} // namespace
+
+TEST_F(Fltinfo, saysWhatADatabaseHolds)
+{
+    ProgramRun const run("fltinfo", town());
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.errors, "");
+    for (char const* const line :
+         {"  name                town\n", "  units               feet\n",
+          "  origin              48.5 N, 0 E\n", "  faces               1\n", "  triangles           1\n",
+          "  vertices            3  colour\n", "  near                from 0 to 250.5, around  0  0  0\n",
+          "  lamp                mask 1 of 2, 2 children\n", "                        mask 0 shows 0\n",
+          "                      * mask 1 shows 1\n", "  3                   brick, used 1 time\n",
+          "  box, size           0.3048  0.3048  0\n"})
+        EXPECT_TRUE(holds(run.output, line)) << line << run.output;
+    EXPECT_TRUE(
+        holds(run.output, "  tree.rgb (not used)\n                      found " + (folder / "tree.rgb")));
+    EXPECT_TRUE(holds(run.output, "  gone.rgb (not used)\n                      missing\n"));
+    EXPECT_TRUE(
+        holds(run.output, "  sub/tower.flt\n                      found " + (folder / "sub/tower.flt")));
+}
+
+TEST_F(Fltinfo, writesNoFileAndNoColourIntoAPipe)
+{
+    ProgramRun const run("fltinfo", town());
+    EXPECT_FALSE(holds(run.output, "\x1b"));
+    std::size_t files = 0;
+    for (auto const& entry : std::filesystem::recursive_directory_iterator(folder / ""))
+        files += entry.is_regular_file() ? 1 : 0;
+    EXPECT_EQ(files, 3U);
+}
+
+TEST_F(Fltinfo, coloursOnRequest)
+{
+    EXPECT_TRUE(holds(ProgramRun("fltinfo", "--color always " + town()).output, "\x1b[1mGeometry\x1b[0m"));
+    EXPECT_EQ(ProgramRun("fltinfo", "--color sometimes " + town()).exitCode, 2);
+}
+
+TEST_F(Fltinfo, coloursATerminalUnlessNoColorIsSet)
+{
+    std::string const file = town();
+    auto const onTerminal = [&](std::string const& environment) {
+        std::string const command = environment + " " + VELLOREADER_PROGRAMS + "fltinfo --fast " + file;
+        static_cast<void>(std::system(
+            ("TERM=xterm script -qec '" + command + "' " + (folder / "typed") + " >/dev/null").c_str()));
+        return contentsOf(folder / "typed");
+    };
+    EXPECT_TRUE(holds(onTerminal(""), "\x1b[1mGeometry"));
+    EXPECT_FALSE(holds(onTerminal("NO_COLOR=1"), "\x1b[1mGeometry"));
+    EXPECT_TRUE(holds(onTerminal("NO_COLOR=1"), "Geometry"));
+}
+
+TEST_F(Fltinfo, leavesOutTheSceneWhenFast)
+{
+    ProgramRun const run("fltinfo", "--fast " + town());
+    EXPECT_FALSE(holds(run.output, "\nScene\n"));
+    EXPECT_TRUE(holds(run.output, "\nGeometry\n"));
+}
+
+TEST_F(Fltinfo, drawsTheTreeDownToADepth)
+{
+    std::string const file = town();
+    EXPECT_EQ(ProgramRun("fltinfo", "--tree 1 " + file).output,
+              "header town  1.5 kB\n"
+              "  level of detail near  220 bytes, 1 child\n"
+              "  switch lamp  108 bytes, 2 children\n"
+              "  external reference sub/tower.flt  216 bytes\n");
+    EXPECT_EQ(ProgramRun("fltinfo", "--tree=1 " + file).output,
+              ProgramRun("fltinfo", "--tree 1 " + file).output);
+    EXPECT_TRUE(holds(ProgramRun("fltinfo", "--tree " + file).output, "\n    object house  "));
+}
+
+TEST_F(Fltinfo, printsRecordsAsJsonOneALine)
+{
+    std::string const file = town();
+    std::string const lods = ProgramRun("fltinfo", "--records 73 " + file).output;
+    EXPECT_EQ(std::count(lods.begin(), lods.end(), '\n'), 1);
+    EXPECT_EQ(Json::parse(lods)["fields"]["switchInDistance"], 250.5);
+    std::string const all = ProgramRun("fltinfo", "--records " + file).output;
+    EXPECT_EQ(Json::parse(all.substr(0, all.find('\n')))["class"], "FltRecordHeader");
+    EXPECT_GT(std::count(all.begin(), all.end(), '\n'), 20);
+}
+
+TEST_F(Fltinfo, listsTheFilesThatADatabaseNeeds)
+{
+    std::string const file = town();
+    ProgramRun const run("fltinfo", "--deps " + file);
+    EXPECT_EQ(run.output, file + "\n" + (folder / "tree.rgb") + "\n" + (folder / "sub/tower.flt") + "\n");
+    EXPECT_EQ(run.errors, "fltinfo: warning: " + file + ": texture gone.rgb is missing\n");
+    EXPECT_EQ(ProgramRun("fltinfo", "-q --deps " + file).errors, "");
+}
+
+TEST_F(Fltinfo, writesARuleForMake)
+{
+    std::string const file = town();
+    std::string const rule =
+        file + ": \\\n  " + (folder / "tree.rgb") + " \\\n  " + (folder / "sub/tower.flt") + "\n";
+    EXPECT_EQ(ProgramRun("fltinfo", "-q --deps=make " + file).output, rule);
+    EXPECT_EQ(ProgramRun("fltinfo", "-q --deps make " + file).output, rule);
+}
+
+TEST_F(Fltinfo, findsTexturesInGivenDirectories)
+{
+    std::string const file = town();
+    static_cast<void>(folder.write("textures/gone.rgb", "pixels"));
+    ProgramRun const run("fltinfo", "--deps --texture-path " + (folder / "textures") + " " + file);
+    EXPECT_EQ(run.errors, "");
+    EXPECT_TRUE(holds(run.output, folder / "textures/gone.rgb"));
+}
+
+TEST_F(Fltinfo, saysEverythingAsJson)
+{
+    Json const info = Json::parse(ProgramRun("fltinfo", "--json " + town()).output);
+    for (char const* const key :
+         {"file", "bytes", "recordCount", "isDamaged", "header", "geometry", "nodeCount", "levelsOfDetail",
+          "switches", "degreesOfFreedom", "instanceDefinitions", "instanceReferences", "lightSources",
+          "materials", "lights", "textures", "references", "scene", "records"})
+        EXPECT_TRUE(info.contains(key)) << key;
+    EXPECT_EQ(info["header"]["units"], "feet");
+    EXPECT_EQ(info["geometry"]["vertices"]["colour"], 3);
+    EXPECT_EQ(info["switches"][0]["masks"], Json::parse("[[1], [2]]"));
+    EXPECT_EQ(info["levelsOfDetail"][0]["switchIn"], 250.5);
+    EXPECT_EQ(info["textures"][1]["path"], nullptr);
+    EXPECT_EQ(info["references"][0]["state"], "found");
+    EXPECT_NEAR(info["scene"]["box"]["greatest"][0], 0.3048, 1e-6);
+    EXPECT_GT(info["scene"]["bytes"], 0);
+}
+
+TEST_F(Fltinfo, makesAListOfSeveralFilesAsJson)
+{
+    std::string const file = town();
+    EXPECT_EQ(Json::parse(ProgramRun("fltinfo", "--fast --json " + file + " " + file).output).size(), 2U);
+    EXPECT_EQ(Json::parse(ProgramRun("fltinfo", "--tree --json " + file).output)["nodes"].size(), 7U);
+    EXPECT_EQ(
+        Json::parse(ProgramRun("fltinfo", "-q --deps --json " + file).output)["files"]["textures"].size(),
+        2U);
+}
+
+TEST_F(Fltinfo, describesTheOtherFilesWhenOneCantBeRead)
+{
+    ProgramRun const run("fltinfo", "--fast " + (folder / "missing.flt") + " " + town());
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(holds(run.output, "  name                town\n"));
+    EXPECT_EQ(run.errors,
+              "fltinfo: " + (folder / "missing.flt") +
+                  ": cannot open: No such file or directory. Check the name and its permissions.\n");
+}
+
+TEST_F(Fltinfo, describesWhatIsLeftOfADamagedFile)
+{
+    std::string const bytes = everyRecordInBrief(1570).bytes();
+    ProgramRun const run("fltinfo", folder.write("cut.flt", bytes.substr(0, bytes.size() / 2)));
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(holds(run.output, "  damaged             from byte offset "));
+}
+
+TEST_F(Fltinfo, showsControlCharactersOfNamesAsText)
+{
+    FltWriter flt;
+    flt.push().add("Group", {{"idASCII", "a\x1b[31m"}}).pop().save(folder / "evil.flt");
+    ProgramRun const run("fltinfo", "--tree " + (folder / "evil.flt"));
+    EXPECT_FALSE(holds(run.output, "\x1b"));
+    EXPECT_TRUE(holds(run.output, "group a\\x1b[31m"));
+    EXPECT_EQ(ProgramRun("fltinfo", "--json " + (folder / "evil.flt")).exitCode, 0);
+}

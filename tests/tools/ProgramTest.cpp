@@ -1,0 +1,129 @@
+// What all programs have in common on the command line.
+
+#include "ProgramRun.h"
+#include "support/FaultyDatabases.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+class ProgramFace : public testing::TestWithParam<char const*>
+{
+protected:
+    ProgramRun run(std::string const& arguments) const { return ProgramRun(GetParam(), arguments); }
+
+    ScratchFolder folder;
+};
+
+bool holds(std::string const& text, std::string const& part)
+{
+    return text.find(part) != std::string::npos;
+}
+
+/// The names of the options that the help lists: "--json".
+std::vector<std::string> optionsIn(std::string const& help)
+{
+    std::vector<std::string> names;
+    for (std::size_t place = help.find("\n  -"); place != std::string::npos;
+         place = help.find("\n  -", place + 1)) {
+        std::size_t const begin = help.find("--", place);
+        names.push_back(help.substr(begin, help.find_first_of(" [\n", begin) - begin));
+    }
+    return names;
+}
+
+} // namespace
+
+TEST_P(ProgramFace, beginsItsHelpWithExamplesAndEndsItWithExitCodes)
+{
+    ProgramRun const help = run("--help");
+    EXPECT_EQ(help.exitCode, 0);
+    EXPECT_EQ(help.errors, "");
+    EXPECT_LT(help.output.find("\nExamples:\n"), help.output.find("\nUsage:\n"));
+    EXPECT_LT(help.output.find("\nOptions:\n"), help.output.find("\nExit codes:\n"));
+    for (std::size_t line = 0; line < help.output.size(); line = help.output.find('\n', line) + 1)
+        EXPECT_LE(help.output.find('\n', line) - line, 80U) << help.output.substr(line, 80);
+    EXPECT_EQ(run("-h").output, help.output);
+}
+
+TEST_P(ProgramFace, saysItsVersion)
+{
+    EXPECT_EQ(run("--version").output, std::string(GetParam()) + " (VelloReader) " VELLOREADER_VERSION "\n");
+}
+
+TEST_P(ProgramFace, exitsWith2AndPointsToTheHelpForWrongUsage)
+{
+    for (char const* const arguments : {"", "--nonsense x.flt", "--color"}) {
+        ProgramRun const wrong = run(arguments);
+        EXPECT_EQ(wrong.exitCode, 2) << arguments;
+        EXPECT_EQ(wrong.output, "");
+        EXPECT_EQ(wrong.errors.find(std::string(GetParam()) + ": "), 0U);
+        EXPECT_TRUE(holds(wrong.errors, std::string(". Try: ") + GetParam() + " --help\n")) << wrong.errors;
+    }
+}
+
+TEST_P(ProgramFace, exitsWith1WhenStandardOutputIsFull)
+{
+    faultlessDatabase().save(folder / "database.flt");
+    std::string const command = std::string(VELLOREADER_PROGRAMS) + GetParam() + " " +
+                                (folder / "database.flt") + " >/dev/full 2>" + (folder / "errors");
+    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
+    EXPECT_TRUE(
+        holds(contentsOf(folder / "errors"), "standard output: cannot write: No space left on device"));
+}
+
+TEST_P(ProgramFace, saysMoreWhenVerbose)
+{
+    faultlessDatabase().save(folder / "database.flt");
+    std::string const file = folder / "database.flt";
+    EXPECT_EQ(run("-v " + file).errors, std::string(GetParam()) + ": reading " + file + "\n");
+    EXPECT_EQ(run("-v " + file).output, run(file).output);
+}
+
+TEST_P(ProgramFace, takesNamesThatBeginWithAMinusAfterTwo)
+{
+    EXPECT_EQ(run("-- --json").exitCode, 1) << "a file that isn't there";
+}
+
+TEST_P(ProgramFace, hasEachOptionInItsManualPageAndItsCompletions)
+{
+    std::vector<std::string> const options = optionsIn(run("--help").output);
+    EXPECT_GT(options.size(), 6U);
+    std::string const page = run("--man").output;
+    EXPECT_LT(page.find(".SH EXAMPLES"), page.find(".SH OPTIONS"));
+    for (std::string const& option : options) {
+        std::string escaped;
+        for (char const character : option)
+            escaped += character == '-' ? "\\-" : std::string(1, character);
+        EXPECT_TRUE(holds(page, escaped)) << option;
+        EXPECT_TRUE(holds(run("--completion bash").output, option)) << option;
+        EXPECT_TRUE(holds(run("--completion zsh").output, option)) << option;
+        EXPECT_TRUE(holds(run("--completion fish").output, " -l " + option.substr(2))) << option;
+    }
+    EXPECT_EQ(run("--completion sh").exitCode, 2);
+}
+
+TEST_P(ProgramFace, completesOptionsInBash)
+{
+    static_cast<void>(folder.write("town.flt", ""));
+    static_cast<void>(folder.write("notes.txt", ""));
+    auto const complete = [&](std::string const& word, std::string const& before) {
+        std::string const name = GetParam();
+        static_cast<void>(folder.write("complete.sh", ProgramRun(name, "--completion bash").output + "cd " +
+                                                          (folder / "") + "\nCOMP_WORDS=(" + name + " " +
+                                                          before + " '" + word +
+                                                          "')\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_" +
+                                                          name + "\nprintf '%s ' \"${COMPREPLY[@]}\"\n"));
+        static_cast<void>(
+            std::system(("bash " + (folder / "complete.sh") + " >" + (folder / "words")).c_str()));
+        return contentsOf(folder / "words");
+    };
+    EXPECT_EQ(complete("--ver", ""), "--version --verbose ");
+    EXPECT_EQ(complete("al", "--color"), "always ");
+    EXPECT_EQ(complete("", ""), "town.flt ");
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, ProgramFace, testing::Values("fltinfo", "fltcheck"),
+                         [](auto const& instance) { return std::string(instance.param); });

@@ -1,0 +1,196 @@
+// Judges OpenFlight databases: what in them is damaged, and what won't be seen.
+
+#include "check/CheckJson.h"
+#include "check/CheckText.h"
+#include "support/Program.h"
+#include "support/TextureFinder.h"
+
+#include "inspect/FltCheck.h"
+#include "loader/FltLoader.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <nlohmann/json.hpp>
+#include <set>
+
+namespace
+{
+
+using Json = nlohmann::ordered_json;
+
+struct Options {
+    std::vector<std::string> files;
+    std::vector<std::string> texturePath;
+    std::vector<std::string> ignored;
+    std::vector<std::string> explained;
+    bool isTable = false;
+    bool isJson = false;
+    bool isSarif = false;
+    bool isStrict = false;
+    bool isExact = false;
+    bool isFast = false;
+};
+
+ProgramDescription description()
+{
+    return {
+        "fltcheck",
+        "say what is damaged in OpenFlight databases, and what won't be seen",
+        "FILE.flt...",
+        {"Every finding has a code that never changes, a severity, the byte offset of its record, and the "
+         "name of "
+         "its node. What is found several times in a node is one finding with a count. An error is damage, a "
+         "warning something that isn't seen or not as it was meant, a note something that is better done "
+         "otherwise.",
+         "A code is explained by --explain CODE; --codes lists them all.",
+         "Each file is judged by itself. Of the files that it refers to only those are named that are "
+         "missing, "
+         "can't be read, or lead back to it."},
+        {{"fltcheck airfield.flt", "what is wrong with it"},
+         {"fltcheck --strict *.flt", "exit with 3 if there are errors or warnings"},
+         {"fltcheck --ignore FLT-205 airfield.flt", "all but faces that aren't flat"},
+         {"fltcheck --exact airfield.flt", "and what the exact conversion loses"},
+         {"fltcheck --sarif *.flt >check.sarif", "for a service that reads SARIF"},
+         {"fltcheck --explain FLT-601", "what a code means, and what to do"}},
+        ExitCode::findings,
+        {"fltinfo", "flt2iv", "fltshot"}};
+}
+
+void print(std::string const& text)
+{
+    std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
+void print(Json const& json)
+{
+    print(json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
+}
+
+FltFindingKind const& kindOf(std::string const& code)
+{
+    FltFindingKind const* kind = FltFindingTable::find(code);
+    if (kind == nullptr)
+        kind = FltFindingTable::find("FLT-" + code);
+    if (kind == nullptr)
+        throw UsageError("there is no code " + code + "; --codes lists them");
+    return *kind;
+}
+
+/// What the scene doesn't show. A database that can't be loaded has other findings.
+void checkScene(Program const& program, Options const& options, std::string const& file, FltCheck& check)
+{
+    try {
+        FltLoader loader;
+        loader.texturePath = options.texturePath;
+        FltScene const scene = loader.load(file);
+        for (FltOmission const& omission : scene.omissions())
+            check.addOmission(omission.kind, omission.count);
+    } catch (FltLoadError const& problem) {
+        program.detail(std::string("no scene: ") + problem.what());
+    }
+}
+
+void drop(std::set<int> const& ignored, CheckedFile& checked)
+{
+    auto const isIgnored = [&](FltFinding const& finding) {
+        return ignored.count(finding.kind->number) != 0;
+    };
+    checked.findings.erase(std::remove_if(checked.findings.begin(), checked.findings.end(), isIgnored),
+                           checked.findings.end());
+    for (int const number : ignored)
+        checked.leftOut.erase(number);
+}
+
+CheckedFile check(Program const& program, Options const& options, std::string const& file)
+{
+    program.detail("reading " + file);
+    FltInventory const inventory(file);
+    FltCheck check(inventory);
+    check.checkRecords();
+    check.checkGeometry();
+    check.checkPalettes();
+    check.checkFiles(FltDependencies(inventory, TextureFinder(options.texturePath)));
+    check.checkHierarchy();
+    check.checkVisibility();
+    if (options.isExact)
+        check.checkExactConversion();
+    else if (!options.isFast)
+        checkScene(program, options, file, check);
+    return {file, "", check.findings(), check.leftOut()};
+}
+
+ExitCode checkAll(Program const& program, Options const& options)
+{
+    std::set<int> ignored;
+    for (std::string const& code : options.ignored)
+        ignored.insert(kindOf(code).number);
+    CheckText const text(program.colours(), program.isQuiet());
+    std::vector<CheckedFile> all;
+    ExitCode code = ExitCode::success;
+    for (std::string const& file : options.files) {
+        CheckedFile checked;
+        try {
+            checked = check(program, options, file);
+        } catch (std::exception const& problem) {
+            checked = {file, problem.what(), {}, {}};
+            program.error(problem.what());
+            code = ExitCode::failed;
+        }
+        drop(ignored, checked);
+        using Severity = FltFindingKind::Severity;
+        bool const isBad = checked.count(Severity::error) + checked.count(Severity::warning) != 0;
+        if (options.isStrict && isBad && code == ExitCode::success)
+            code = ExitCode::findings;
+        if (options.isJson || options.isSarif)
+            all.push_back(std::move(checked));
+        else
+            print(text.of(checked));
+    }
+    if (options.isSarif)
+        print(CheckJson::sarifOf(all));
+    else if (options.isJson)
+        print(CheckJson::of(all));
+    return code;
+}
+
+ExitCode obey(Program const& program, Options const& options)
+{
+    if (!options.explained.empty()) {
+        for (std::string const& code : options.explained)
+            print(CheckText::pageOf(kindOf(code)));
+        return ExitCode::success;
+    }
+    if (options.isTable) {
+        print(CheckText(program.colours(), false).table());
+        return ExitCode::success;
+    }
+    if (options.files.empty())
+        throw UsageError("FILE is required");
+    if (options.isJson && options.isSarif)
+        throw UsageError("--json and --sarif exclude each other");
+    return checkAll(program, options);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    Options options;
+    Program program(description());
+    program.flag("--strict", options.isStrict, "Exit with 3 if there are errors or warnings.");
+    program.values("--ignore", options.ignored, "CODE", "Say nothing of a kind of finding. May be repeated.");
+    program.flag("--exact", options.isExact,
+                 "Judge what the exact conversion loses, in place of the complete one.");
+    program.flag("--fast", options.isFast,
+                 "Don't make the scene graph: nothing is said of what it leaves out.");
+    program.flag("--json", options.isJson, "Print a JSON object.");
+    program.flag("--sarif", options.isSarif, "Print SARIF 2.1.0.");
+    program.values("--explain", options.explained, "CODE",
+                   "Explain a code: what, why it matters, how to mend it.");
+    program.flag("--codes", options.isTable, "List all codes.");
+    program.values("--texture-path", options.texturePath, "DIR",
+                   "Look for textures there as well. May be repeated.", "/");
+    program.colourOption();
+    program.inputs(options.files, false);
+    return program.run(argc, argv, [&] { return obey(program, options); });
+}

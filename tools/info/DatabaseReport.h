@@ -1,0 +1,36 @@
+#pragma once
+
+#include "support/SceneMeasure.h"
+
+#include "inspect/FltDependencies.h"
+#include "inspect/FltInventory.h"
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// All that fltinfo knows of a database, as ground for each form in which it says so.
+struct DatabaseReport {
+    FltInventory const& inventory;
+    FltDependencies const& dependencies;
+    std::optional<SceneMeasure> scene; ///< Empty if no scene was made.
+
+    /// "feet"
+    std::string units() const;
+
+    /// "flat earth"
+    std::string projection() const;
+
+    /// "WGS 1984"
+    std::string ellipsoid() const;
+
+    /// Vertices by what each holds: "colour and normal".
+    std::vector<std::pair<std::string, std::uint64_t>> verticesByForm() const;
+
+    /// The numbers of the children that a mask shows: "0 2 5".
+    static std::string childrenOf(FltInventory::Switch const& one, int mask, std::uint32_t children);
+
+    /// The state of a reference in a word.
+    static std::string stateOf(FltDependencies::State state);
+};

@@ -1,0 +1,206 @@
+#include "support/Program.h"
+
+#include "support/ProgramHelp.h"
+
+#include "messages/FltText.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <new>
+
+struct Program::OptionalValue {
+    std::string name;
+    std::function<bool(std::string const&)> isValue;
+};
+
+namespace
+{
+
+std::vector<std::string> namesOf(std::string const& names)
+{
+    std::vector<std::string> list;
+    std::istringstream stream(names);
+    for (std::string name; std::getline(stream, name, ',');)
+        list.push_back(name);
+    return list;
+}
+
+void print(std::string const& text)
+{
+    std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
+} // namespace
+
+Program::Program(ProgramDescription whatItSays)
+    : description(std::move(whatItSays)), app(std::make_unique<CLI::App>("", description.name))
+{
+    app->set_help_flag();
+    add("-h,--help", {{}, "", false, "Explain the options and exit.", {}, ""});
+    app->add_flag_callback("-h,--help", [] { throw CLI::CallForHelp(); });
+    add("--version", {{}, "", false, "Print the version and exit.", {}, ""});
+    app->add_flag_callback("--version", [] { throw CLI::CallForVersion("", 0); });
+    flag("-q,--quiet", quiet, "Print errors only, no warnings.");
+    flag("-v,--verbose", verbose, "Say more of what is being done, on standard error.");
+}
+
+Program::~Program() = default;
+
+char const* Program::version()
+{
+    return VELLOREADER_VERSION;
+}
+
+void Program::add(std::string const& names, ProgramOption option)
+{
+    option.names = namesOf(names);
+    options.push_back(std::move(option));
+}
+
+void Program::flag(std::string const& names, bool& isSet, std::string const& text)
+{
+    add(names, {{}, "", false, text, {}, ""});
+    app->add_flag(names, isSet, text);
+}
+
+void Program::optionalValue(std::string const& name, std::string& value, std::string const& ifLeftOut,
+                            std::string const& placeholder, std::function<bool(std::string const&)> isValue,
+                            std::string const& text)
+{
+    add(name, {{}, placeholder, true, text, {}, ""});
+    optionalValues.push_back({name, std::move(isValue)});
+    app->add_flag(name + "{" + ifLeftOut + "}", value, text);
+}
+
+void Program::values(std::string const& names, std::vector<std::string>& list, std::string const& placeholder,
+                     std::string const& text, std::string const& fileEnding)
+{
+    add(names, {{}, placeholder, false, text, {}, fileEnding});
+    app->add_option(names, list, text)->allow_extra_args(false);
+}
+
+void Program::choice(std::string const& names, std::string& value, std::vector<std::string> const& choices,
+                     std::string const& placeholder, std::string const& text)
+{
+    add(names, {{}, placeholder, false, text, choices, ""});
+    app->add_option(names, value, text)->check(CLI::IsMember(choices));
+}
+
+void Program::colourOption()
+{
+    choice("--color", colourMode, {"auto", "always", "never"}, "WHEN",
+           "Whether to colour text: by itself on a terminal, unless NO_COLOR is set.");
+}
+
+void Program::inputs(std::vector<std::string>& files, bool areRequired)
+{
+    app->add_option("FILE", files)->required(areRequired);
+}
+
+Colours Program::colours() const
+{
+    return Colours(colourMode == "always"  ? Colours::Mode::always
+                   : colourMode == "never" ? Colours::Mode::never
+                                           : Colours::Mode::automatic);
+}
+
+void Program::error(std::string const& text) const
+{
+    std::fprintf(stderr, "%s: %s\n", description.name.c_str(), FltText::printable(text).c_str());
+}
+
+void Program::warn(std::string const& text) const
+{
+    if (!quiet)
+        error("warning: " + text);
+}
+
+void Program::detail(std::string const& text) const
+{
+    if (verbose)
+        error(text);
+}
+
+std::vector<std::string> Program::wordsOf(int argc, char** argv) const
+{
+    std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
+    std::vector<std::string> result;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (words[i] == "--") {
+            result.insert(result.end(), words.begin() + static_cast<std::ptrdiff_t>(i), words.end());
+            break;
+        }
+        auto const option = std::find_if(optionalValues.begin(), optionalValues.end(),
+                                         [&](OptionalValue const& one) { return one.name == words[i]; });
+        bool const takesNext =
+            option != optionalValues.end() && i + 1 < words.size() && option->isValue(words[i + 1]);
+        if (takesNext)
+            result.push_back(words[i] + "=" + words[i + 1]);
+        else
+            result.push_back(words[i]);
+        i += takesNext ? 1 : 0;
+    }
+    return result;
+}
+
+bool Program::answersByItself(std::vector<std::string> const& words) const
+{
+    ProgramHelp const help(description, options);
+    if (words.size() == 1 && words[0] == "--man")
+        print(help.manPage(VELLOREADER_VERSION));
+    else if (words.size() == 2 && words[0] == "--completion" && !help.completion(words[1]).empty())
+        print(help.completion(words[1]));
+    else
+        return false;
+    return true;
+}
+
+ExitCode Program::guarded(std::function<ExitCode()> const& work) const
+{
+    try {
+        return work();
+    } catch (UsageError const& problem) {
+        reportUsage(problem.what());
+        return ExitCode::wrongUsage;
+    } catch (std::bad_alloc const&) {
+        error("out of memory. A file is damaged, or too large for this machine.");
+    } catch (std::exception const& problem) {
+        error(problem.what());
+    }
+    return ExitCode::failed;
+}
+
+void Program::reportUsage(std::string const& problem) const
+{
+    error(problem + ". Try: " + description.name + " --help");
+}
+
+int Program::run(int argc, char** argv, std::function<ExitCode()> const& work)
+{
+    ExitCode code = ExitCode::success;
+    try {
+        std::vector<std::string> words = wordsOf(argc, argv);
+        if (!answersByItself(words)) {
+            std::reverse(words.begin(), words.end());
+            app->parse(std::move(words));
+            code = guarded(work);
+        }
+    } catch (CLI::CallForHelp const&) {
+        print(ProgramHelp(description, options).text());
+    } catch (CLI::CallForVersion const&) {
+        print(description.name + " (VelloReader) " VELLOREADER_VERSION "\n");
+    } catch (CLI::ParseError const& problem) {
+        reportUsage(problem.what());
+        return static_cast<int>(ExitCode::wrongUsage);
+    }
+    errno = 0;
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        error(std::string("standard output: cannot write: ") + std::strerror(errno != 0 ? errno : EIO) +
+              ". Check the space on the disk.");
+        code = ExitCode::failed;
+    }
+    return static_cast<int>(code);
+}

@@ -1,0 +1,82 @@
+#include "support/SceneMeasure.h"
+
+#include <Inventor/SbBox3f.h>
+#include <Inventor/SbViewportRegion.h>
+#include <Inventor/actions/SoGetBoundingBoxAction.h>
+#include <Inventor/fields/SoMFFloat.h>
+#include <Inventor/fields/SoMFNode.h>
+#include <Inventor/fields/SoMFVec2f.h>
+#include <Inventor/fields/SoMFVec3f.h>
+#include <Inventor/fields/SoSFImage.h>
+#include <Inventor/fields/SoSFNode.h>
+#include <Inventor/lists/SoFieldList.h>
+#include <Inventor/misc/SoChildList.h>
+#include <Inventor/nodes/SoNode.h>
+#include <unordered_set>
+#include <vector>
+
+namespace
+{
+
+/// Bytes of a node itself with its fields' frames, on average.
+constexpr std::uint64_t bytesOfNode = 200;
+
+std::uint64_t bytesOf(SoField const& field)
+{
+    if (field.isOfType(SoSFImage::getClassTypeId())) {
+        SbVec2s size;
+        int components = 0;
+        static_cast<void>(static_cast<SoSFImage const&>(field).getValue(size, components));
+        return static_cast<std::uint64_t>(size[0]) * static_cast<std::uint64_t>(size[1]) *
+               static_cast<std::uint64_t>(components);
+    }
+    if (!field.isOfType(SoMField::getClassTypeId()))
+        return 0;
+    std::uint64_t const size = field.isOfType(SoMFVec3f::getClassTypeId())   ? 12
+                               : field.isOfType(SoMFVec2f::getClassTypeId()) ? 8
+                                                                             : 4;
+    return static_cast<std::uint64_t>(static_cast<SoMField const&>(field).getNum()) * size;
+}
+
+/// What a node leads to: its children, and nodes in its fields.
+void append(SoNode const& node, SoFieldList const& fields, std::vector<SoNode*>& list)
+{
+    if (SoChildList const* const children = node.getChildren())
+        for (int i = 0; i < children->getLength(); ++i)
+            list.push_back((*children)[i]);
+    for (int i = 0; i < fields.getLength(); ++i)
+        if (fields[i]->isOfType(SoSFNode::getClassTypeId()))
+            list.push_back(static_cast<SoSFNode const*>(fields[i])->getValue());
+}
+
+} // namespace
+
+SceneMeasure SceneMeasure::of(SoNode* root)
+{
+    SceneMeasure measure;
+    std::unordered_set<SoNode const*> seen;
+    std::vector<SoNode*> open{root};
+    while (!open.empty()) {
+        SoNode const* const node = open.back();
+        open.pop_back();
+        if (node == nullptr || !seen.insert(node).second)
+            continue;
+        SoFieldList fields;
+        node->getFields(fields);
+        measure.bytes += bytesOfNode;
+        for (int i = 0; i < fields.getLength(); ++i)
+            measure.bytes += bytesOf(*fields[i]);
+        append(*node, fields, open);
+    }
+    measure.nodes = seen.size();
+
+    SoGetBoundingBoxAction action{SbViewportRegion(100, 100)};
+    action.apply(root);
+    SbBox3f const box = action.getBoundingBox();
+    measure.isEmpty = box.isEmpty();
+    for (int axis = 0; axis < 3 && !measure.isEmpty; ++axis) {
+        measure.least[static_cast<std::size_t>(axis)] = static_cast<double>(box.getMin()[axis]);
+        measure.most[static_cast<std::size_t>(axis)] = static_cast<double>(box.getMax()[axis]);
+    }
+    return measure;
+}
