@@ -27,6 +27,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "src/filekit": ("src/toolkit", "src/plugin"),
     "python": ("src/toolkit", "src/filekit"),
     "tools": ("src/toolkit", "src/plugin"),
+    "tools/view": ("src/toolkit", "src/dump", "src/messages", "src/records", "src/parser", "src/loader"),
     "writer": (),
     "examples": ("writer", "tools", "src/toolkit", "src/plugin"),
 }
