@@ -143,7 +143,7 @@ void MainWindow::makeMenus()
     QMenu* const file = menuBar()->addMenu(tr("&File"));
     file->addAction(tr("&Open…"), this, &MainWindow::askForFile, QKeySequence::Open);
     file->addMenu(recent);
-    file->addAction(tr("&Reload"), this, &MainWindow::reload, QKeySequence::Refresh);
+    file->addAction(tr("&Reload"), this, &MainWindow::reload, QKeySequence(Qt::Key_F5));
     watchAction = file->addAction(tr("Reload on &changes"), this, &MainWindow::setWatching);
     watchAction->setCheckable(true);
     file->addAction(tr("&Save picture…"), this, &MainWindow::savePicture, QKeySequence::Save);
@@ -256,6 +256,7 @@ void MainWindow::take(std::unique_ptr<LoadedScene> loaded, bool isSameAgain)
     model->setScene(loaded->scene.root(), &loaded->records, &loaded->match);
     std::swap(scene, loaded); // the old one goes at the end, when nobody looks at it
     QString const path = QString::fromStdString(scene->path());
+    print((isSameAgain ? "reloaded " : "loaded ") + path);
     textures->show(&scene->textures, QFileInfo(path).absolutePath());
     messages->show(scene->scene.messages());
     lodBar->show(&scene->levelsOfDetail);
@@ -270,7 +271,6 @@ void MainWindow::take(std::unique_ptr<LoadedScene> loaded, bool isSameAgain)
     (scene->textures.missingCount() == 0 && !scene->scene.messages().empty() ? messageDock : textureDock)
         ->raise();
     watchFiles();
-    print((isSameAgain ? "reloaded " : "loaded ") + path);
 }
 
 void MainWindow::showProblem(QString const& text)
