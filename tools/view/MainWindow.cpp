@@ -325,6 +325,7 @@ bool MainWindow::find(QString const& text)
     }
     statusBar()->clearMessage();
     tree->setCurrentIndex(found);
+    tree->scrollTo(found, QAbstractItemView::PositionAtCenter);
     return true;
 }
 

@@ -1,6 +1,7 @@
 #include "view/SceneView.h"
 
 #include "view/CameraFit.h"
+#include "view/DrawnBox.h"
 #include "view/NormalLines.h"
 #include "view/SelectionBox.h"
 
@@ -133,7 +134,12 @@ void SceneView::lookFrom(Side side)
 
 void SceneView::frameAll()
 {
-    SoGetBoundingBoxAction action(viewer->getViewportRegion());
+    SbViewportRegion const& region = viewer->getViewportRegion();
+    SbBox3f const drawn = DrawnBox::of(holder, region);
+    if (!drawn.isEmpty())
+        return frame(drawn);
+    // Nothing is drawn here, but it may be from elsewhere: levels of detail.
+    SoGetBoundingBoxAction action(region);
     action.apply(holder);
     frame(action.getBoundingBox());
 }
@@ -151,9 +157,7 @@ void SceneView::frame(SbBox3f const& box)
 
 SbBox3f SceneView::boxOf(SoPath* path) const
 {
-    SoGetBoundingBoxAction action(viewer->getViewportRegion());
-    action.apply(path);
-    return action.getBoundingBox();
+    return DrawnBox::of(path, viewer->getViewportRegion());
 }
 
 void SceneView::select(SoPath* path)
