@@ -10,7 +10,6 @@ namespace
 constexpr char usage[] = "Options of all benchmarks:\n"
                          "  --json     results as JSON\n"
                          "  --large    also the sizes that take minutes\n"
-                         "  --check    fail if the time per item grows with the number of items\n"
                          "  --runs=N   the best of N runs counts; 3 unless told\n"
                          "  --benchmark_...  options of Google Benchmark, for those that use it\n";
 
@@ -31,8 +30,6 @@ BenchOptions::BenchOptions(int argc, char** argv, bool takesRest)
             json = true;
         else if (option == "--large")
             large = true;
-        else if (option == "--check")
-            check = true;
         else if (option.substr(0, 7) == "--runs=" && std::atoi(argv[i] + 7) > 0)
             runs = std::atoi(argv[i] + 7);
         else if (option.substr(0, 12) == "--benchmark_")

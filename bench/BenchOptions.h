@@ -7,7 +7,6 @@
 struct BenchOptions {
     bool json = false;  ///< --json: for programs, not for people.
     bool large = false; ///< --large: also the sizes that take minutes.
-    bool check = false; ///< --check: fail if time per item grows with the number of items.
     int runs = 3;       ///< --runs=N: the best of N runs counts.
 
     /// What is left for Google Benchmark, with the program's name in front.

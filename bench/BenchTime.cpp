@@ -47,33 +47,20 @@ rusage usageSoFar()
     std::exit(1);
 }
 
-BenchTime once(std::function<void()> const& work)
+/// Runs the steps and sends what each took; ends the process.
+[[noreturn]] void runSteps(std::vector<BenchTime::Work> const& steps, int target)
 {
-    int ends[2];
-    if (pipe(ends) != 0)
-        fail("cannot make a pipe");
-    std::fflush(nullptr);
-    pid_t const child = fork();
-    if (child < 0)
-        fail("cannot start a process");
-    if (child == 0) {
-        try {
-            BenchTime const time = BenchTime::of(work);
-            bool const sent = write(ends[1], &time, sizeof time) == sizeof time;
-            _exit(sent ? 0 : 1);
-        } catch (std::exception const& problem) {
-            std::fprintf(stderr, "bench: %s\n", problem.what());
-            _exit(1);
+    try {
+        for (BenchTime::Work const& step : steps) {
+            BenchTime const time = BenchTime::of(step);
+            if (write(target, &time, sizeof time) != sizeof time)
+                _exit(1);
         }
+    } catch (std::exception const& problem) {
+        std::fprintf(stderr, "bench: %s\n", problem.what());
+        _exit(1);
     }
-    close(ends[1]);
-    BenchTime time;
-    bool const received = read(ends[0], &time, sizeof time) == sizeof time;
-    close(ends[0]);
-    int status = 0;
-    if (waitpid(child, &status, 0) != child || status != 0 || !received)
-        fail("the work of a run failed");
-    return time;
+    _exit(0);
 }
 
 } // namespace
@@ -93,12 +80,40 @@ BenchTime BenchTime::of(std::function<void()> const& work)
     return {wall, cpuOf(after) - cpuOf(before), memoryOf(after)};
 }
 
-BenchTime BenchTime::apart(int runs, std::function<void()> const& work)
+BenchTime BenchTime::apart(int runs, Work const& work)
 {
-    BenchTime time = once(work);
+    BenchTime time = stepsApart({work}).front();
     for (int run = 1; run < runs; ++run)
-        time = best(time, once(work));
+        time = best(time, stepsApart({work}).front());
     return time;
+}
+
+std::vector<BenchTime> BenchTime::stepsApart(std::vector<Work> const& steps)
+{
+    int ends[2];
+    if (pipe(ends) != 0)
+        fail("cannot make a pipe");
+    std::fflush(nullptr);
+    pid_t const child = fork();
+    if (child < 0)
+        fail("cannot start a process");
+    if (child == 0)
+        runSteps(steps, ends[1]);
+    close(ends[1]);
+    std::vector<BenchTime> times(steps.size());
+    double cpu = 0;
+    bool received = true;
+    for (BenchTime& time : times) {
+        received = received && read(ends[0], &time, sizeof time) == sizeof time;
+        cpu += time.cpu;
+    }
+    close(ends[0]);
+    int status = 0;
+    rusage usage{};
+    if (wait4(child, &status, 0, &usage) != child || status != 0 || !received)
+        fail("the work of a run failed");
+    times.push_back({0, std::max(cpuOf(usage) - cpu, 0.0), memoryOf(usage)});
+    return times;
 }
 
 BenchTime BenchTime::ofCommand(int runs, std::string const& command)

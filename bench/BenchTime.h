@@ -4,9 +4,12 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 /// What a piece of work took.
 struct BenchTime {
+    using Work = std::function<void()>;
+
     double wall = 0;       ///< Seconds on the clock.
     double cpu = 0;        ///< Seconds of processor time, in the system's calls too.
     double peakMemory = 0; ///< Bytes of the process at its largest.
@@ -15,11 +18,15 @@ struct BenchTime {
     static BenchTime best(BenchTime const& a, BenchTime const& b);
 
     /// Runs the work in this process. The memory is that of the process so far.
-    static BenchTime of(std::function<void()> const& work);
+    static BenchTime of(Work const& work);
 
     /// Runs the work in a process of its own, @p runs times, and takes the best. Ends the program if the work
     /// fails.
-    static BenchTime apart(int runs, std::function<void()> const& work);
+    static BenchTime apart(int runs, Work const& work);
+
+    /// Runs pieces of work one after the other in one process of its own.
+    /// @return one for each, and one for the end of the process, of which only the processor time is known
+    static std::vector<BenchTime> stepsApart(std::vector<Work> const& steps);
 
     /// Runs another program in the same way.
     static BenchTime ofCommand(int runs, std::string const& command);

@@ -115,7 +115,7 @@ void addRead(std::string const& name, void (*read)(Value*, char*&))
 void addRecord(std::string const& name, FltWriter::Fields const& fields = {}, bool canDecodeAgain = true)
 {
     std::string const bytes = FltWriter(revision).add(name, fields).lastRecord();
-    if (canDecodeAgain) // a list that is decoded again goes on behind its entries
+    if (canDecodeAgain) // a list that is decoded again goes on after its entries
         benchmark::RegisterBenchmark((name + "/decode").c_str(),
                                      [bytes](benchmark::State& state) { decode(state, bytes); });
     benchmark::RegisterBenchmark((name + "/make").c_str(),

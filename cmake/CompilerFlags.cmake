@@ -11,6 +11,11 @@ if(VELLOREADER_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+if(VELLOREADER_SANITIZE_THREADS)
+  add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=thread)
+endif()
+
 if(VELLOREADER_BUILD_FUZZERS)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

@@ -7,6 +7,7 @@ option(VELLOREADER_BUILD_BENCHMARKS "Build the benchmarks" OFF)
 option(VELLOREADER_BUILD_FUZZERS "Build the fuzzer, which takes clang" OFF)
 option(VELLOREADER_WARNINGS_AS_ERRORS "Stop at the first compiler warning" OFF)
 option(VELLOREADER_SANITIZE "Build with the address, undefined behaviour and leak sanitizers" OFF)
+option(VELLOREADER_SANITIZE_THREADS "Build with the thread sanitizer" OFF)
 
 get_property(many_configurations GLOBAL PROPERTY GENERATOR_IS_MULTI_CONFIG)
 if(NOT many_configurations AND NOT CMAKE_BUILD_TYPE)

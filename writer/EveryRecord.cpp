@@ -9,7 +9,7 @@ namespace
 
 using Fields = FltWriter::Fields;
 
-/// A value that tells the opcode of its record and its offset in it.
+/// A value that holds the opcode of its record and its offset in it.
 double valueAt(FltKind kind, int opcode, int offset)
 {
     switch (kind) {
@@ -39,6 +39,13 @@ FltLayout const& layoutNamed(std::string_view name)
                          [&](FltLayout const& layout) { return layout.name == name; });
 }
 
+bool hasField(FltLayout const& layout, std::string_view name, int revision)
+{
+    return std::none_of(layout.fields.begin(), layout.fields.end(), [&](FltField const& field) {
+        return field.name == name && (revision < field.fromRevision || revision >= field.belowRevision);
+    });
+}
+
 /// A value for every field of a record at a revision but those that go on to the record's end.
 Fields fieldsOf(std::string_view record, int revision, Fields const& given = {})
 {
@@ -62,7 +69,9 @@ Fields fieldsOf(std::string_view record, int revision, Fields const& given = {})
         }
         offset += sizeOf(field.kind) * field.count;
     }
-    fields.insert(fields.end(), given.begin(), given.end());
+    for (auto const& field : given)
+        if (hasField(layout, field.first, revision))
+            fields.push_back(field);
     return fields;
 }
 
@@ -319,15 +328,14 @@ private:
     template <class More>
     void face(std::vector<double> const& offsets, Fields const& fields, More const& more)
     {
-        Fields const plain = {{"materialIndex", -1},
-                              {"texturePatternIndex", -1},
-                              {"detailTexturePatternIndex", -1},
-                              {"transparency", 0},
-                              {"flags", 0},
-                              {"textureWhite", 0}};
-        Fields all = fieldsOf("Face", flt.getRevision(), plain);
+        Fields all = {{"materialIndex", -1},
+                      {"texturePatternIndex", -1},
+                      {"detailTexturePatternIndex", -1},
+                      {"transparency", 0},
+                      {"flags", 0},
+                      {"textureWhite", 0}};
         all.insert(all.end(), fields.begin(), fields.end());
-        flt.add("Face", all).push().add("VertexList", {{"offsets", offsets}});
+        add("Face", all).push().add("VertexList", {{"offsets", offsets}});
         more();
         flt.pop();
     }
@@ -443,7 +451,7 @@ private:
         flt.push();
         plainObject("dofobj");
         flt.pop();
-        // The record behind a clip region, a text or a reference that leads nowhere is passed over.
+        // The record after a clip region, a text or a reference that leads nowhere is passed over.
         add("ClipRegion", {{"idASCII", "clip"}, {"flags", {1, 0, 1, 0, 1, 0}}});
         add("Comment", {{"textDescription", "cuts"}});
         add("Sound", {{"idASCII", "sound"}});

@@ -9,9 +9,9 @@
 /// A database that holds every record of the format, in the order of a real one: palettes, vertices of all
 /// forms, then a hierarchy in which each kind of node stands at least once, with all that may decorate it.
 ///
-/// What has no meaning for the scene tells where it was written, so that a wrong offset shows: integers hold
+/// What has no meaning for the scene says where it was written, so that a wrong offset shows: integers hold
 /// the opcode and the offset in the record, floating-point numbers the opcode before the point and the offset
-/// behind it, texts the name of their field.
+/// after it, texts the name of their field.
 FltWriter everyRecord(int revision);
 
 /// The same with the long palettes cut to a part of their entries: a few kilobytes, for tests that go over it

@@ -48,7 +48,7 @@ public:
     /// Adds a record.
     FltWriter& add(std::string_view record, Fields const& fields = {});
 
-    /// Adds a record of any opcode with these bytes behind its length.
+    /// Adds a record of any opcode with these bytes after its length.
     FltWriter& addRaw(int opcode, std::string const& body = {});
 
     /// Adds bytes that are no record.

@@ -5,6 +5,7 @@
 #include "convert/FltToInventor.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordCast.h"
 #include "records/FltRecordFace.h"
 #include "records/FltRecordVertex.h"
 
@@ -27,29 +28,6 @@ void closePolygon(std::vector<int>& indices)
 {
     if (!indices.empty() && indices.back() != -1)
         indices.push_back(-1);
-}
-
-/// Many values go into a field one by one: it notifies nobody meanwhile, and once at the end.
-void silence(SoField& field)
-{
-    field.enableNotify(FALSE);
-}
-
-void notifyOnce(SoField& field)
-{
-    field.enableNotify(TRUE);
-    field.touch();
-}
-
-template <class Action>
-void forEachField(SoMaterial& material, Action action)
-{
-    action(material.ambientColor);
-    action(material.diffuseColor);
-    action(material.specularColor);
-    action(material.emissiveColor);
-    action(material.shininess);
-    action(material.transparency);
 }
 
 } // namespace
@@ -118,7 +96,7 @@ void FltObjectToSoSeparator::visitAllFaces()
             --subFaceLevel;
             break;
         case FltOpcode::face:
-            visitFace(dynamic_cast<FltRecordFace const*>(*iterator), iterator, subFaceLevel);
+            visitFace(recordCast<FltRecordFace>(*iterator), iterator, subFaceLevel);
             break;
         default:
             break;
@@ -133,7 +111,7 @@ void FltObjectToSoSeparator::finishNodes()
 {
     for (Batch const& batch : batches)
         if (batch.material != nullptr)
-            forEachField(*batch.material, notifyOnce);
+            batch.materialSlots.writeTo(*batch.material);
     for (OldVertexSet const* set : {&oldVertexColorNormal, &oldVertexColor, &oldVertex})
         if (set->property != nullptr) {
             set->property->enableNotify(TRUE);
@@ -190,7 +168,6 @@ FltObjectToSoSeparator::Batch& FltObjectToSoSeparator::batchOf(int id, int subFa
         batch.material->ref();
         FltVertexPalette::Form const& form = resources->vertices.getForm(id);
         batch.material->setName(isSubFace ? form.subFaceMaterialSetName : form.materialSetName);
-        forEachField(*batch.material, silence);
     }
     return batch;
 }
@@ -225,7 +202,8 @@ void FltObjectToSoSeparator::addFaceToVector(FltRecordFace const* face, std::vec
     batch.indices.push_back(-1);
     batch.textureIndices.push_back(face->texturePatternIndex);
     ++batch.faceCounter;
-    addFltFaceMaterialToSoMaterial(face, batch.material, batch.faceCounter);
+    if (std::optional<FltMaterialFields> const fields = materialOf(*face))
+        batch.materialSlots.set(batch.faceCounter, *fields);
     batch.materialIndices.push_back(batch.faceCounter);
 }
 
@@ -240,23 +218,23 @@ void FltObjectToSoSeparator::visitAllVertexList(RecordIterator& iterator, std::v
             ++faceCount;
             break;
         case FltOpcode::vertexList:
-            visitVertexList(dynamic_cast<FltRecordVertexList const*>(record), indices, id);
+            visitVertexList(recordCast<FltRecordVertexList>(record), indices, id);
             break;
         case FltOpcode::morphVertexList:
-            visitMorphVertexList(dynamic_cast<FltRecordMorphVertexList const*>(record), indices, id);
+            visitMorphVertexList(recordCast<FltRecordMorphVertexList>(record), indices, id);
             break;
         case FltOpcode::oldVertex: {
-            auto const* vertex = dynamic_cast<FltRecordOldVertex const*>(record);
+            auto const* vertex = recordCast<FltRecordOldVertex>(record);
             addOldVertexToSoVertexProperty(vertex);
             break;
         }
         case FltOpcode::oldVertexColor: {
-            auto const* vertex = dynamic_cast<FltRecordOldVertexColor const*>(record);
+            auto const* vertex = recordCast<FltRecordOldVertexColor>(record);
             addOldVertexColorToSoVertexProperty(vertex);
             break;
         }
         case FltOpcode::oldVertexColorNormal: {
-            auto const* vertex = dynamic_cast<FltRecordOldVertexColorNormal const*>(record);
+            auto const* vertex = recordCast<FltRecordOldVertexColorNormal>(record);
             addOldVertexColorNormalToSoVertexProperty(vertex);
             break;
         }
@@ -311,11 +289,14 @@ void FltObjectToSoSeparator::visitVertexList(FltRecordVertexList const* list, st
     if (list == nullptr || list->vertexOffsets.empty())
         return;
     std::size_t const begin = indices.size();
-    vertexIds.clear();
-    for (int const offset : list->vertexOffsets) {
-        VertexEntry const& entry = resources->vertices.entryAt(FltVertexPalette::offsetOf(offset));
-        vertexIds.push_back(resources->vertices.getId(entry.property));
-        indices.push_back(entry.index);
+    std::size_t const count = list->vertexOffsets.size();
+    indices.resize(begin + count);
+    vertexIds.resize(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        FltVertexOffsets::Entry const entry =
+            resources->vertices.placeAt(FltVertexPalette::offsetOf(list->vertexOffsets[i]));
+        vertexIds[i] = entry.id != 0 ? entry.id : resources->vertices.getId(nullptr);
+        indices[begin + i] = entry.index;
     }
     auto const isFirst = [this](int vertexId) { return vertexId == vertexIds.front(); };
     auto const hasUV = [](int vertexId) {
@@ -336,7 +317,7 @@ void FltObjectToSoSeparator::visitVertexList(FltRecordVertexList const* list, st
 /// Gives the vertices without normal, from @p begin on, the average normal of those with one.
 void FltObjectToSoSeparator::promoteToColorNormalUV(std::vector<int>& indices, std::size_t begin)
 {
-    SoVertexProperty const& property = *resources->vertices.getForm(colorNormalUVPropertyId).property;
+    SoVertexProperty const& property = *resources->vertices.getProperty(colorNormalUVPropertyId);
     SbVec3f average(0, 0, 0);
     float count = 0;
     for (std::size_t i = 0; i < vertexIds.size(); ++i) {
@@ -360,12 +341,13 @@ void FltObjectToSoSeparator::visitMorphVertexList(FltRecordMorphVertexList const
 {
     if (list == nullptr || list->vertexOffsets.empty())
         return;
-    auto const entryOf = [this](std::pair<int, int> const& offsets) -> VertexEntry const& {
-        return resources->vertices.entryAt(FltVertexPalette::offsetOf(offsets.second));
+    auto const placeOf = [this](std::pair<int, int> const& offsets) {
+        return resources->vertices.placeAt(FltVertexPalette::offsetOf(offsets.second));
     };
-    id = resources->vertices.getId(entryOf(list->vertexOffsets.front()).property);
+    int const firstId = placeOf(list->vertexOffsets.front()).id;
+    id = firstId != 0 ? firstId : resources->vertices.getId(nullptr);
     for (std::pair<int, int> const& offsets : list->vertexOffsets)
-        indices.push_back(entryOf(offsets).index);
+        indices.push_back(placeOf(offsets).index);
 }
 
 void FltObjectToSoSeparator::addOldVertexToSoVertexProperty(FltRecordOldVertex const*& vertex)

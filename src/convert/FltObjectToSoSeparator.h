@@ -1,12 +1,15 @@
 #pragma once
 
+#include "convert/FltMaterialSlots.h"
 #include "convert/FltRecordDeclarations.h"
 #include "convert/FltVertexPalette.h"
 #include "records/FltVersion.h"
 
 #include <Inventor/SbColor.h>
+#include <Inventor/SbName.h>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 class AbstractOldVertexRecord;
@@ -14,10 +17,8 @@ class FltToInventor;
 class SoGroup;
 class SoIndexedFaceSet;
 class SoMaterial;
-class SoMFInt32;
 class SoVertexProperty;
 struct FltFaceResources;
-struct FltMaterialFields;
 
 /// Turns the records of one Object, or of one run of faces outside any Object, into geometry below one group.
 ///
@@ -43,6 +44,7 @@ public:
         std::vector<int> materialIndices; ///< One for each face: its slot in the material.
         int faceCounter = -1;             ///< The last face.
         SoMaterial* material = nullptr;   ///< Owned; made with the first face.
+        FltMaterialSlots materialSlots;   ///< What it gets when the last face is known.
     };
 
     /// The vertices of one obsolete form.
@@ -194,17 +196,27 @@ private:
     void addOldVertexFaceSet(FltRecordFace const& face);
     void finishNodes();
 
+    /// @name The six values of a face, for each of the operations above
+    /// None where the slot is to be left alone.
+    /// @{
+    std::optional<FltMaterialFields> materialOf(FltRecordFace const& face) const;
+    std::optional<FltMaterialFields> colorPaletteIndexNoMaterial(FltRecordFace const& face) const;
+    FltMaterialFields noColorMaterial(FltRecordFace const& face) const;
+    FltMaterialFields packedColorMaterial(FltRecordFace const& face) const;
+    FltMaterialFields colorPaletteIndexMaterial(FltRecordFace const& face) const;
+    /// @}
+
     SbColor materialModulation(FltRecordFace const& face) const;
     FltMaterialFields paletteMaterial(FltRecordFace const& face) const;
     float paletteTransparency(FltRecordFace const& face, float transparency) const;
 
+    SbName faceSetNameOf(SoVertexProperty const* property) const;
     void addBatch(Batch const& batch, SoVertexProperty*& property);
     void addTexture(SoGroup& group, int textureIndex);
     void addFaceSetOf(OldVertexSet const& set, char const* name);
-    static void fillFaceSet(SoIndexedFaceSet& faceSet, char const* name, SoVertexProperty* property,
+    static void fillFaceSet(SoIndexedFaceSet& faceSet, SbName const& name, SoVertexProperty* property,
                             std::vector<int> const& indices);
     static SoIndexedFaceSet* makeOldVertexFaceSet(char const* name, OldVertexSet const& set);
-    static void handOver(SoMFInt32& field, std::vector<int> const& values);
 
     bool isBuilt = false;
     bool iteratorIsSet = false;

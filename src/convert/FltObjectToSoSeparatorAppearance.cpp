@@ -61,26 +61,64 @@ void multiply(FltMaterialFields& fields, SbColor const& color)
 
 } // namespace
 
+std::optional<FltMaterialFields> FltObjectToSoSeparator::materialOf(FltRecordFace const& face) const
+{
+    bool const noColor = (face.flags & noColorFlag) != 0;
+    bool const packedColor = (face.flags & packedColorFlag) != 0;
+    if (face.materialIndex != -1)
+        return noColor       ? noColorMaterial(face)
+               : packedColor ? packedColorMaterial(face)
+                             : colorPaletteIndexMaterial(face);
+    if (noColor)
+        return FltMaterialFields();
+    if (packedColor)
+        return plainMaterial(packedColorOf(face));
+    return colorPaletteIndexNoMaterial(face);
+}
+
+std::optional<FltMaterialFields>
+FltObjectToSoSeparator::colorPaletteIndexNoMaterial(FltRecordFace const& face) const
+{
+    int const position = FltColorPalette::positionOf(face.primaryColorIndex);
+    if (static_cast<std::uint32_t>(position) > FltColorPalette::lastPosition) {
+        FltDumpOutput::line("bad color index");
+        return std::nullopt;
+    }
+    FltMaterialFields fields = plainMaterial(scaled(resources->palettes.colorPalette.getColor(position),
+                                                    FltColorPalette::intensityOf(face.primaryColorIndex)));
+    fields.transparency =
+        (static_cast<float>(face.transparency) / 65535.0F) * (1.0F - currentFltObjectTransparency);
+    return fields;
+}
+
+FltMaterialFields FltObjectToSoSeparator::noColorMaterial(FltRecordFace const& face) const
+{
+    FltMaterialFields fields = paletteMaterial(face);
+    fields.transparency = paletteTransparency(face, fields.transparency);
+    return fields;
+}
+
+FltMaterialFields FltObjectToSoSeparator::packedColorMaterial(FltRecordFace const& face) const
+{
+    FltMaterialFields fields = paletteMaterial(face);
+    multiply(fields, packedColorOf(face));
+    fields.transparency = 0;
+    return fields;
+}
+
+FltMaterialFields FltObjectToSoSeparator::colorPaletteIndexMaterial(FltRecordFace const& face) const
+{
+    FltMaterialFields fields = paletteMaterial(face);
+    multiply(fields, materialModulation(face));
+    fields.transparency = paletteTransparency(face, fields.transparency);
+    return fields;
+}
+
 void FltObjectToSoSeparator::addFltFaceMaterialToSoMaterial(FltRecordFace const* face, SoMaterial*& material,
                                                             int const& index)
 {
-    bool const noColor = (face->flags & noColorFlag) != 0;
-    bool const packedColor = (face->flags & packedColorFlag) != 0;
-    if (face->materialIndex != -1) {
-        if (noColor)
-            addFltFaceNoColorMaterialToSoMaterial(face, material, index);
-        else if (packedColor)
-            addFltFaceWithPackedColorMaterialToSoMaterial(face, material, index);
-        else
-            addFltFaceWithColorPaletteIndexMaterialToSoMaterial(face, material, index);
-    } else {
-        if (noColor)
-            addFltFaceNoColorNoMaterialToSoMaterial(material, index);
-        else if (packedColor)
-            addFltFaceWithPackedColorNoMaterialToSoMaterial(face, material, index);
-        else
-            addFltFaceWithColorPaletteIndexNoMaterialToSoMaterial(face, material, index);
-    }
+    if (std::optional<FltMaterialFields> const fields = materialOf(*face))
+        fields->writeTo(*material, index);
 }
 
 void FltObjectToSoSeparator::addFltFaceNoColorNoMaterialToSoMaterial(SoMaterial*& material, int const& index)
@@ -99,44 +137,28 @@ void FltObjectToSoSeparator::addFltFaceWithColorPaletteIndexNoMaterialToSoMateri
                                                                                    SoMaterial*& material,
                                                                                    int const& index)
 {
-    int const position = FltColorPalette::positionOf(face->primaryColorIndex);
-    if (static_cast<std::uint32_t>(position) > FltColorPalette::lastPosition) {
-        FltDumpOutput::line("bad color index");
-        return;
-    }
-    FltMaterialFields fields = plainMaterial(scaled(resources->palettes.colorPalette.getColor(position),
-                                                    FltColorPalette::intensityOf(face->primaryColorIndex)));
-    fields.transparency =
-        (static_cast<float>(face->transparency) / 65535.0F) * (1.0F - currentFltObjectTransparency);
-    fields.writeTo(*material, index);
+    if (std::optional<FltMaterialFields> const fields = colorPaletteIndexNoMaterial(*face))
+        fields->writeTo(*material, index);
 }
 
 void FltObjectToSoSeparator::addFltFaceNoColorMaterialToSoMaterial(FltRecordFace const* face,
                                                                    SoMaterial*& material, int const& index)
 {
-    FltMaterialFields fields = paletteMaterial(*face);
-    fields.transparency = paletteTransparency(*face, fields.transparency);
-    fields.writeTo(*material, index);
+    noColorMaterial(*face).writeTo(*material, index);
 }
 
 void FltObjectToSoSeparator::addFltFaceWithPackedColorMaterialToSoMaterial(FltRecordFace const* face,
                                                                            SoMaterial*& material,
                                                                            int const& index)
 {
-    FltMaterialFields fields = paletteMaterial(*face);
-    multiply(fields, packedColorOf(*face));
-    fields.transparency = 0;
-    fields.writeTo(*material, index);
+    packedColorMaterial(*face).writeTo(*material, index);
 }
 
 void FltObjectToSoSeparator::addFltFaceWithColorPaletteIndexMaterialToSoMaterial(FltRecordFace const* face,
                                                                                  SoMaterial*& material,
                                                                                  int const& index)
 {
-    FltMaterialFields fields = paletteMaterial(*face);
-    multiply(fields, materialModulation(*face));
-    fields.transparency = paletteTransparency(*face, fields.transparency);
-    fields.writeTo(*material, index);
+    colorPaletteIndexMaterial(*face).writeTo(*material, index);
 }
 
 /// The colour that a palette material is multiplied with. Palette colours come at full strength here,

@@ -1,6 +1,7 @@
 #include "convert/FltObjectToSoSeparator.h"
 
 #include "convert/FltFaceResources.h"
+#include "convert/FltFieldValues.h"
 #include "convert/FltPalettes.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltRecordFace.h"
@@ -122,15 +123,16 @@ void FltObjectToSoSeparator::buildAndAddIndexedFaceSetFromIndicesVectorOneTextur
     SoVertexProperty*& property)
 {
     auto* const faceSet = new SoIndexedFaceSet;
-    fillFaceSet(*faceSet, getSoIndexedFaceSetNameFromSoVertexProperty(property), property, indices);
-    handOver(faceSet->materialIndex, materials);
+    fillFaceSet(*faceSet, faceSetNameOf(property), property, indices);
+    setFieldValues(faceSet->materialIndex, materials);
     int const textureFileIndex = getTextureFileIndex(textures);
     if (textureFileIndex == -1) {
         destination->addChild(faceSet);
         return;
     }
     auto* const separator = new SoSeparator;
-    separator->setName("isolateTexturesNodes");
+    static SbName const separatorName("isolateTexturesNodes");
+    separator->setName(separatorName);
     addTexture(*separator, textureFileIndex);
     separator->addChild(faceSet);
     destination->addChild(separator);
@@ -177,6 +179,11 @@ bool FltObjectToSoSeparator::isSoIndexedFaceSetNeedsManyTextureFiles(std::vector
 
 char const* FltObjectToSoSeparator::getSoIndexedFaceSetNameFromSoVertexProperty(SoVertexProperty*& property)
 {
+    return faceSetNameOf(property).getString();
+}
+
+SbName FltObjectToSoSeparator::faceSetNameOf(SoVertexProperty const* property) const
+{
     if (FltVertexPalette::Form const* const form = resources->vertices.findForm(property))
         return form->faceSetName;
     FltWarningMessageConsole::notifyMessage(
@@ -217,7 +224,7 @@ void FltObjectToSoSeparator::addFaceSetFromVertexListNoGlobalSoVertexProperty(Fl
     property->vertex.setNum(count);
     SbVec3f* slot = property->vertex.startEditing();
     for (int const offset : list->vertexOffsets) {
-        VertexEntry const& entry = resources->vertices.entryAt(FltVertexPalette::offsetOf(offset));
+        VertexEntry const entry = resources->vertices.entryAt(FltVertexPalette::offsetOf(offset));
         bool const known = entry.property != nullptr && entry.index < entry.property->vertex.getNum();
         *slot++ = known ? entry.property->vertex[entry.index] : SbVec3f(0, 0, 0);
     }
@@ -236,12 +243,12 @@ void FltObjectToSoSeparator::addTexture(SoGroup& group, int textureIndex)
         group.addChild(texture);
 }
 
-void FltObjectToSoSeparator::fillFaceSet(SoIndexedFaceSet& faceSet, char const* name,
+void FltObjectToSoSeparator::fillFaceSet(SoIndexedFaceSet& faceSet, SbName const& name,
                                          SoVertexProperty* property, std::vector<int> const& indices)
 {
     faceSet.setName(name);
     faceSet.vertexProperty = property;
-    handOver(faceSet.coordIndex, indices);
+    setFieldValues(faceSet.coordIndex, indices);
 }
 
 SoIndexedFaceSet* FltObjectToSoSeparator::makeOldVertexFaceSet(char const* name, OldVertexSet const& set)
@@ -249,17 +256,4 @@ SoIndexedFaceSet* FltObjectToSoSeparator::makeOldVertexFaceSet(char const* name,
     auto* const faceSet = new OldVertexFaceSet;
     fillFaceSet(*faceSet, name, set.property, set.indices);
     return faceSet;
-}
-
-/// Copies the values once: the field takes the copy over and frees it.
-void FltObjectToSoSeparator::handOver(SoMFInt32& field, std::vector<int> const& values)
-{
-    if (values.empty()) {
-        field.setNum(0);
-        return;
-    }
-    auto* const copy = new std::int32_t[values.size()];
-    std::copy(values.begin(), values.end(), copy);
-    field.setValuesPointer(static_cast<int>(values.size()), copy);
-    field.enableDeleteValues();
 }

@@ -1,6 +1,7 @@
 #include "convert/FltReferenceChain.h"
 
 #include "messages/FltLimits.h"
+#include "toolkit/StackSpace.h"
 
 #include <algorithm>
 #include <sys/stat.h>
@@ -20,7 +21,8 @@ bool FltReferenceChain::holds(Identity const& file) const
 
 bool FltReferenceChain::isFull() const
 {
-    return files.size() > FltLimits::externalReferenceDepth;
+    std::size_t const left = StackSpace::left();
+    return left > 0 ? left < FltLimits::stackForAFile : files.size() > FltLimits::externalReferenceDepth;
 }
 
 bool FltReferenceChain::open()

@@ -35,7 +35,7 @@ public:
     /// Whether a file is one of the chain.
     bool holds(Identity const& file) const;
 
-    /// Whether no further file may be linked (FltLimits::externalReferenceDepth).
+    /// Whether no further file may be linked, since the stack might not hold its conversion.
     bool isFull() const;
 
     /// Counts one more external file.

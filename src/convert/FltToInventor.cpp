@@ -73,6 +73,7 @@ SoSeparator* FltToInventor::convertFromFile(char const* fileName)
     if (internalInit() == 0 || fileName == nullptr || *fileName == '\0')
         return nullptr;
     FltFileInput input(fileName);
+    input.dropBytesWhenParsed();
     FltToInventor converter;
     converter.setFltInputToconvert(&input);
     converter.enableFileLogging((std::string(fileName) + ".log").c_str());
@@ -186,17 +187,23 @@ void FltToInventor::visitAllFltRecords()
     state->switches.clear();
     for (RecordIterator iterator = records.begin(); *iterator != nullptr;) {
         FltRecord* const record = *iterator;
-        std::string const category = record->getRecordCategory();
-        if (category == "PRIMARY_RECORD")
+        switch (record->getCategory()) {
+        case FltRecordCategory::primary:
             visitPrimaryRecord(iterator);
-        else if (category == "ANCILLARY_RECORD")
+            break;
+        case FltRecordCategory::ancillary:
             visitAncillaryRecord(record);
-        else if (category == "CONTROL_RECORD")
+            break;
+        case FltRecordCategory::control:
             visitControlRecord(record);
-        else if (category == "PALETTE_RECORD")
+            break;
+        case FltRecordCategory::palette:
             visitPaletteRecord(record);
-        else
+            break;
+        case FltRecordCategory::unknown:
             visitUnknownCategoryFltRecord(record);
+            break;
+        }
         if (*iterator != nullptr)
             ++iterator;
     }

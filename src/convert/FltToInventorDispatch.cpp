@@ -7,6 +7,7 @@
 #include "parser/FltParser.h"
 #include "records/FltOpcode.h"
 #include "records/FltRecordBoundingVolume.h"
+#include "records/FltRecordCast.h"
 #include "records/FltRecordClipRegion.h"
 #include "records/FltRecordColorPalette.h"
 #include "records/FltRecordComment.h"
@@ -88,7 +89,7 @@ template <auto operation, class... Arguments>
 void visit(FltToInventor& converter, FltRecord* record, Arguments... arguments)
 {
     using Record = typename RecordOf<decltype(operation)>::Type;
-    auto const* const found = dynamic_cast<Record const*>(record);
+    auto const* const found = recordCast<Record>(record);
     if (found == nullptr)
         return;
     if constexpr (std::is_invocable_v<decltype(operation), FltToInventor&, Record const*, Arguments...>)
@@ -121,7 +122,7 @@ void visitPop(FltToInventor& converter, FltRecord* /*record*/)
 
 void replicate(FltToInventor& converter, FltRecord* record, AncillaryRun& run)
 {
-    if (auto const* const found = dynamic_cast<FltRecordReplicate const*>(record))
+    if (auto const* const found = recordCast<FltRecordReplicate>(record))
         converter.visitReplicate(found, run.group, run.element, run.elements, run.iterator);
 }
 
@@ -246,7 +247,7 @@ void FltToInventor::visitPopLevel()
 
 void FltToInventor::iterator2VectorOfAncillaryElements(std::vector<FltRecord*>& out, RecordIterator& iterator)
 {
-    while (*iterator != nullptr && (*iterator)->getRecordCategory() == "ANCILLARY_RECORD")
+    while (*iterator != nullptr && (*iterator)->getCategory() == FltRecordCategory::ancillary)
         out.push_back(*iterator++);
 }
 

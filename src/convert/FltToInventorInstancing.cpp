@@ -176,6 +176,7 @@ void FltToInventor::State::convertExternalFile(std::string const& path, std::str
                                " external references: further ones are left empty");
 
     FltFileInput input(fullPath.c_str());
+    input.dropBytesWhenParsed();
     if (shared.files.read(identity, input.getSize()))
         shared.allowances.growBy(input.getSize());
     SoNodeRef<SoSeparator> const root(new SoSeparator);

@@ -13,83 +13,46 @@ namespace
 {
 
 using Form = FltVertexPalette::Form;
-using FieldPointers = FltVertexPalette::FieldPointers;
-
+using Fields = FltVertexPalette::Fields;
 constexpr unsigned noColorFlag = 0x2000;
 constexpr unsigned packedColorFlag = 0x1000;
 
-void takePointers(Form& form)
-{
-    SoVertexProperty& property = *form.property;
-    FieldPointers& pointers = form.pointers;
-    pointers.vertex = property.vertex.startEditing();
-    pointers.vertexNum = property.vertex.getNum();
-    pointers.normal = property.normal.startEditing();
-    pointers.normalNum = property.normal.getNum();
-    pointers.texCoord = property.texCoord.startEditing();
-    pointers.texCoordNum = property.texCoord.getNum();
-    pointers.orderedRGBA = property.orderedRGBA.startEditing();
-    pointers.orderedRGBANum = property.orderedRGBA.getNum();
-}
-
 void setSize(Form& form, int size)
 {
-    SoVertexProperty& property = *form.property;
-    property.enableNotify(FALSE);
+    Fields& fields = form.fields;
     if (form.hasTexture)
-        property.texCoord.setNum(size);
+        fields.texCoord.setNum(size);
     if (form.hasNormal)
-        property.normal.setNum(size);
-    property.orderedRGBA.setNum(size);
-    property.vertex.setNum(size);
-    takePointers(form);
+        fields.normal.setNum(size);
+    fields.orderedRGBA.setNum(size);
+    fields.vertex.setNum(size);
 }
 
 /// Gives the values from @p from on, where nothing was written, a defined value.
-void clear(Form const& form, int from)
+void clear(Form& form, int from)
 {
-    FieldPointers const& pointers = form.pointers;
-    for (int i = from; i < pointers.vertexNum; ++i)
-        pointers.vertex[i].setValue(0, 0, 0);
-    for (int i = from; i < pointers.normalNum; ++i)
-        pointers.normal[i].setValue(0, 0, 0);
-    for (int i = from; i < pointers.texCoordNum; ++i)
-        pointers.texCoord[i].setValue(0, 0);
-    for (int i = from; i < pointers.orderedRGBANum; ++i)
-        pointers.orderedRGBA[i] = 0;
+    Fields& fields = form.fields;
+    fields.vertex.clear(from);
+    fields.normal.clear(from);
+    fields.texCoord.clear(from);
+    fields.orderedRGBA.clear(from);
 }
 
 void grow(Form& form)
 {
-    int const before = form.pointers.vertexNum;
     form.capacity = static_cast<int>(form.count * 1.5 + 100.0);
     setSize(form, form.capacity);
-    clear(form, before);
     form.coordinates = form.coordinatesAfterGrowth;
-}
-
-/// Gives a field storage for @p room values and leaves the number of its values as it is.
-template <class Field, class Value>
-void extend(Field& field, int room, Value const& zero)
-{
-    int const num = field.getNum();
-    if (num == 0)
-        return;
-    Value const* const values = field.getValues(0);
-    auto* const storage = new Value[static_cast<std::size_t>(room)];
-    std::fill(std::copy(values, values + num, storage), storage + room, zero);
-    field.setValuesPointer(num, storage);
-    field.enableDeleteValues();
 }
 
 /// A broken file may name vertices beyond the last one of a property. The values keep their number, but what
 /// the toolkit would read after them has to be there.
-void makeRoomForIndices(Form const& form)
+void makeRoomForIndices(Form& form)
 {
     int const room = form.highestIndex + 1;
-    extend(form.property->vertex, room, SbVec3f(0, 0, 0));
-    extend(form.property->normal, room, SbVec3f(0, 0, 0));
-    extend(form.property->texCoord, room, SbVec2f(0, 0));
+    form.fields.vertex.extend(room);
+    form.fields.normal.extend(room);
+    form.fields.texCoord.extend(room);
 }
 
 template <class Field, class Value>
@@ -102,11 +65,33 @@ Value valueAt(Field const& field, int index, Value const& otherwise)
 
 int FltVertexPalette::initialCapacity = 100000;
 
-FltVertexPalette::FltVertexPalette(FltColorPalette const& colors) : colors(colors)
+/// The toolkit looks a name up in its table of all names, so each is made once.
+std::array<Form, FltVertexPalette::formCount> const& FltVertexPalette::standardForms()
+{
+    static std::array<Form, formCount> const standard = {{
+        {1, false, false, "vertexColorProperty", "faceVertexColorSoMaterialSet",
+         "subFaceVertexColorSoMaterialSet", "SoIFSVertexColor", colorUV},
+        {2, true, false, "vertexColorNormalProperty", "faceVertexColorNormalSoMaterialSet",
+         "subFaceVertexColorNormalSoMaterialSet", "SoIFSVertexColorNormal", colorNormalUV},
+        {3, false, true, "vertexColorUVProperty", "faceVertexColorUVSoMaterialSet",
+         "subFaceVertexColorUVSoMaterialSet", "SoIFSVertexColorUV", colorUV},
+        {4, true, true, "vertexColorNormalUVProperty", "faceVertexColorNormalUVSoMaterialSet",
+         "subFaceVertexColorNormalUVSoMaterialSet", "SoIFSVertexColorNormalUV", colorNormalUV},
+    }};
+    return standard;
+}
+
+FltVertexPalette::FltVertexPalette(FltColorPalette const& colors) : colors(colors), forms(standardForms())
 {
     for (Form& form : forms) {
         form.property = SoNodeRef<SoVertexProperty>(new SoVertexProperty);
-        form.property->setName(form.propertyName);
+        SoVertexProperty& property = *form.property;
+        property.setName(form.propertyName);
+        property.enableNotify(FALSE);
+        form.fields.vertex.setField(property.vertex);
+        form.fields.normal.setField(property.normal);
+        form.fields.texCoord.setField(property.texCoord);
+        form.fields.orderedRGBA.setField(property.orderedRGBA);
         form.coordinates = static_cast<Position>(form.id - 1);
         form.capacity = initialCapacity;
         setSize(form, initialCapacity);
@@ -118,26 +103,25 @@ void FltVertexPalette::add(Position position, FltRecordVertexColor const& record
 {
     Form& form = at(position);
     int const index = form.count;
-    auto const size = static_cast<std::int32_t>(record.getLength());
-    offsetToVertexEntryMap.insert_or_assign(offsetToVertexEntryMap.end(), nextVertexOffset,
-                                            VertexEntry{index, size, form.property.get()});
-    nextVertexOffset += record.getLength();
-    if (index >= form.pointers.vertexNum)
+    unsigned int const size = record.getLength();
+    offsetToVertexEntryMap.add(nextVertexOffset, {index, static_cast<std::int32_t>(size), form.id});
+    nextVertexOffset += size;
+    if (index >= form.fields.vertex.getNum())
         grow(form);
 
     // Writes land only inside an array as it stands.
-    FieldPointers const& own = form.pointers;
-    FieldPointers const& coordinates = at(form.coordinates).pointers;
-    if (index < coordinates.vertexNum)
-        coordinates.vertex[index].setValue(static_cast<float>(record.Xcoordinate),
-                                           static_cast<float>(record.Ycoordinate),
-                                           static_cast<float>(record.Zcoordinate));
-    if (normal != nullptr && index < own.normalNum)
-        own.normal[index].setValue(normal);
-    if (texture != nullptr && index < own.texCoordNum)
-        own.texCoord[index].setValue(texture);
-    if (index < own.orderedRGBANum)
-        own.orderedRGBA[index] = packedColorOf(position, record);
+    Fields& fields = form.fields;
+    if (SbVec3f* const place = at(form.coordinates).fields.vertex.find(index))
+        place->setValue(static_cast<float>(record.Xcoordinate), static_cast<float>(record.Ycoordinate),
+                        static_cast<float>(record.Zcoordinate));
+    if (normal != nullptr)
+        if (SbVec3f* const place = fields.normal.find(index))
+            place->setValue(normal);
+    if (texture != nullptr)
+        if (SbVec2f* const place = fields.texCoord.find(index))
+            place->setValue(texture);
+    if (std::uint32_t* const place = fields.orderedRGBA.find(index))
+        *place = packedColorOf(position, record);
     ++form.count;
 }
 
@@ -171,42 +155,40 @@ std::uint32_t FltVertexPalette::packedColorOf(Position form, FltRecordVertexColo
 int FltVertexPalette::addCopy(int sourceId, int sourceIndex, SbVec3f const& normal)
 {
     Form& form = at(colorNormalUV);
-    SoVertexProperty& property = *form.property;
+    SoVertexProperty& property = *show(form);
     SoVertexProperty const& source = *getProperty(sourceId);
+    Fields& fields = form.fields;
     int const index = form.count;
     bool const grows = index >= property.vertex.getNum();
     if (grows) {
         form.capacity = index + 1;
-        property.texCoord.setNum(index + 1);
-        property.normal.setNum(index + 1);
-        property.vertex.setNum(index + 1);
+        fields.texCoord.setNum(index + 1);
+        fields.normal.setNum(index + 1);
+        fields.vertex.setNum(index + 1);
     }
     // The colours are dropped: the field is empty after every copy, and colour reaches the shapes by their
     // faces. A source without one leaves black at the next place of the first form.
     int const sourceColors = grows && &source == &property ? index + 1 : source.orderedRGBA.getNum();
-    Form const& first = at(color);
-    if (sourceIndex >= sourceColors && first.count < first.pointers.orderedRGBANum)
-        first.pointers.orderedRGBA[first.count] = FltColorPalette::black;
+    Form& first = at(color);
+    if (sourceIndex >= sourceColors)
+        if (std::uint32_t* const place = first.fields.orderedRGBA.find(first.count))
+            *place = FltColorPalette::black;
     if (property.orderedRGBA.getNum() > 0)
-        property.orderedRGBA.setNum(0);
-    takePointers(form);
+        fields.orderedRGBA.setNum(0);
 
-    form.pointers.vertex[index] = valueAt(source.vertex, sourceIndex, SbVec3f(0, 0, 0));
-    form.pointers.normal[index] = normal;
-    form.pointers.texCoord[index] = valueAt(source.texCoord, sourceIndex, SbVec2f(0, 0));
+    SbVec3f const place = valueAt(source.vertex, sourceIndex, SbVec3f(0, 0, 0));
+    SbVec2f const texture = valueAt(source.texCoord, sourceIndex, SbVec2f(0, 0));
+    *fields.vertex.find(index) = place;
+    *fields.normal.find(index) = normal;
+    *fields.texCoord.find(index) = texture;
     ++form.count;
     return index;
 }
 
-/// Faces mostly name vertices that lie side by side in the palette, so the search begins after the last one.
-VertexEntry& FltVertexPalette::entryAt(unsigned long offset)
+VertexEntry FltVertexPalette::entryAt(unsigned long offset)
 {
-    auto const end = offsetToVertexEntryMap.end();
-    if (lastEntry != end && lastEntry->first != offset)
-        ++lastEntry;
-    if (lastEntry == end || lastEntry->first != offset)
-        lastEntry = offsetToVertexEntryMap.try_emplace(offset).first;
-    return lastEntry->second;
+    FltVertexOffsets::Entry const entry = placeAt(offset);
+    return {entry.index, entry.size, entry.id != 0 ? getProperty(entry.id) : nullptr};
 }
 
 FltVertexPalette::Form const* FltVertexPalette::findForm(SoVertexProperty const* property) const
@@ -217,13 +199,24 @@ FltVertexPalette::Form const* FltVertexPalette::findForm(SoVertexProperty const*
     return nullptr;
 }
 
-SoVertexProperty* FltVertexPalette::getProperty(int id) const
+SoVertexProperty* FltVertexPalette::getProperty(int id)
 {
     if (id >= 1 && id <= formCount)
-        return getForm(id).property.get();
+        return show(at(static_cast<Position>(id - 1)));
     FltWarningMessageConsole::notifyMessage(
         "WARNING: no vertex property associated with this id, vertexColorProperty will be returned", 3, true);
-    return getForm(1).property.get();
+    return show(at(color));
+}
+
+SoVertexProperty* FltVertexPalette::show(Form& form)
+{
+    form.fields.vertex.show();
+    form.fields.orderedRGBA.show();
+    if (form.hasNormal)
+        form.fields.normal.show();
+    if (form.hasTexture)
+        form.fields.texCoord.show();
+    return form.property.get();
 }
 
 int FltVertexPalette::getId(SoVertexProperty const* property) const
@@ -249,8 +242,8 @@ void FltVertexPalette::cut(SoGroup* root)
     palette->whichChild = SO_SWITCH_NONE;
     for (Form& form : forms) {
         setSize(form, form.count);
-        form.property->orderedRGBA.setNum(0);
-        takePointers(form);
+        form.fields.orderedRGBA.setNum(0);
+        show(form);
         if (form.count > 0)
             palette->addChild(form.property.get());
     }
@@ -261,9 +254,12 @@ void FltVertexPalette::cut(SoGroup* root)
 
 void FltVertexPalette::close()
 {
-    for (Form const& form : forms) {
-        if (!vertexPropertiesFinalized)
+    for (Form& form : forms) {
+        if (!vertexPropertiesFinalized) {
+            if (form.count > 0) // the scene may hold it
+                show(form);
             clear(form, form.count);
+        }
         if (form.highestIndex >= form.property->vertex.getNum())
             makeRoomForIndices(form);
         form.property->enableNotify(TRUE);
@@ -274,12 +270,11 @@ void FltVertexPalette::close()
 void FltVertexPalette::show(int limit) const
 {
     int lines = 0;
-    for (auto const& [offset, entry] : offsetToVertexEntryMap) {
+    offsetToVertexEntryMap.forEach([&](unsigned long offset, FltVertexOffsets::Entry const& entry) {
         FltDump line(std::cout);
         line << "offset: " << std::uint64_t(offset) << "  index: " << entry.index << "  size: " << entry.size
-             << "  SOVP: " << getId(entry.property);
+             << "  SOVP: " << (entry.id != 0 ? entry.id : getId(nullptr));
         line.endLine();
-        if (++lines == limit)
-            return;
-    }
+        return ++lines != limit;
+    });
 }

@@ -1,14 +1,16 @@
 #pragma once
 
+#include "convert/FltVertexField.h"
+#include "convert/FltVertexOffsets.h"
 #include "convert/VertexEntry.h"
 #include "toolkit/SoNodeRef.h"
 
+#include <Inventor/SbName.h>
 #include <Inventor/SbVec2f.h>
 #include <Inventor/SbVec3f.h>
 #include <Inventor/nodes/SoVertexProperty.h>
 #include <array>
 #include <cstdint>
-#include <map>
 
 class FltColorPalette;
 class FltRecordVertexColor;
@@ -17,8 +19,9 @@ class SoGroup;
 /// The vertices of one file: a vertex property for each of the four forms that a vertex may have, and the map
 /// from the offsets by which faces name their vertices to the places where they went.
 ///
-/// The properties have room for many vertices from the start and are written through plain pointers. They are
-/// silent until close(): to notify anybody of each value would cost a walk over every shape that uses them.
+/// The properties have room for many vertices from the start, which takes memory only where somebody asks for
+/// one. They are silent until close(): to notify anybody of each value would cost a walk over every shape
+/// that uses them.
 class FltVertexPalette
 {
 public:
@@ -31,16 +34,12 @@ public:
 
     static constexpr int idOf(Position form) { return form + 1; }
 
-    /// Where the values of a form are written: the storage of its fields, with the number of values there.
-    struct FieldPointers {
-        SbVec3f* vertex = nullptr;
-        SbVec3f* normal = nullptr;
-        SbVec2f* texCoord = nullptr;
-        std::uint32_t* orderedRGBA = nullptr;
-        int vertexNum = 0;
-        int normalNum = 0;
-        int texCoordNum = 0;
-        int orderedRGBANum = 0;
+    /// Where the values of a form are written. Fields that the form doesn't have stay without size.
+    struct Fields {
+        FltVertexField<SoMFVec3f, SbVec3f> vertex{SbVec3f(0, 0, 0)};
+        FltVertexField<SoMFVec3f, SbVec3f> normal{SbVec3f(0, 0, 0)};
+        FltVertexField<SoMFVec2f, SbVec2f> texCoord{SbVec2f(0, 0)};
+        FltVertexField<SoMFUInt32, std::uint32_t> orderedRGBA{0};
     };
 
     /// Everything about a form.
@@ -48,20 +47,20 @@ public:
         int id; ///< Of its property.
         bool hasNormal;
         bool hasTexture;
-        char const* propertyName;
-        char const* materialSetName; ///< Of the materials of its faces.
-        char const* subFaceMaterialSetName;
-        char const* faceSetName; ///< Of its face sets, those of sub-faces too.
+        SbName propertyName;
+        SbName materialSetName; ///< Of the materials of its faces.
+        SbName subFaceMaterialSetName;
+        SbName faceSetName; ///< Of its face sets, those of sub-faces too.
 
         /// The form into whose property the coordinates go from the first growth on. Where it is another one,
         /// the own property keeps zeros there.
         Position coordinatesAfterGrowth;
 
-        SoNodeRef<SoVertexProperty> property = {};
+        SoNodeRef<SoVertexProperty> property = {}; ///< Without values until getProperty() or cut().
         int capacity = 0;
         int count = 0;         ///< Vertices so far.
         int highestIndex = -1; ///< That a face names.
-        FieldPointers pointers = {};
+        Fields fields = {};
         Position coordinates = {}; ///< The form into whose property the coordinates go now.
     };
 
@@ -86,8 +85,12 @@ public:
         return static_cast<unsigned long>(static_cast<long>(offset));
     }
 
-    /// The vertex at a byte offset. An unknown offset enters the map with a default entry.
-    VertexEntry& entryAt(unsigned long offset);
+    /// The vertex at a byte offset, in a property as getProperty() gives it. An unknown offset enters the map
+    /// with a default entry.
+    VertexEntry entryAt(unsigned long offset);
+
+    /// The same by the id of the property, which is 0 for an unknown offset.
+    FltVertexOffsets::Entry placeAt(unsigned long offset) { return offsetToVertexEntryMap.find(offset); }
 
     std::array<Form, formCount> const& getForms() const { return forms; }
 
@@ -97,8 +100,8 @@ public:
     /// The form of a property, or null.
     Form const* findForm(SoVertexProperty const* property) const;
 
-    /// The property of an id. Another id than 1 to 4 gives the first, and a message.
-    SoVertexProperty* getProperty(int id) const;
+    /// The property of an id, with all its values. Another id than 1 to 4 gives the first, and a message.
+    SoVertexProperty* getProperty(int id);
 
     /// The id of a property. Another node gives undefinedPropertyId, and a message.
     int getId(SoVertexProperty const* property) const;
@@ -126,22 +129,14 @@ public:
 
 private:
     Form& at(Position form) { return forms[static_cast<std::size_t>(form)]; }
+    SoVertexProperty* show(Form& form);
+    static std::array<Form, formCount> const& standardForms();
     std::uint32_t packedColorOf(Position form, FltRecordVertexColor const& record) const;
 
     FltColorPalette const& colors;
-    std::map<unsigned long, VertexEntry> offsetToVertexEntryMap;
-    std::map<unsigned long, VertexEntry>::iterator lastEntry = offsetToVertexEntryMap.end();
+    FltVertexOffsets offsetToVertexEntryMap;
     unsigned long nextVertexOffset = 8; ///< Offsets count from the head of the palette, which is that long.
     bool vertexPropertiesFinalized = false;
 
-    std::array<Form, formCount> forms = {{
-        {1, false, false, "vertexColorProperty", "faceVertexColorSoMaterialSet",
-         "subFaceVertexColorSoMaterialSet", "SoIFSVertexColor", colorUV},
-        {2, true, false, "vertexColorNormalProperty", "faceVertexColorNormalSoMaterialSet",
-         "subFaceVertexColorNormalSoMaterialSet", "SoIFSVertexColorNormal", colorNormalUV},
-        {3, false, true, "vertexColorUVProperty", "faceVertexColorUVSoMaterialSet",
-         "subFaceVertexColorUVSoMaterialSet", "SoIFSVertexColorUV", colorUV},
-        {4, true, true, "vertexColorNormalUVProperty", "faceVertexColorNormalUVSoMaterialSet",
-         "subFaceVertexColorNormalUVSoMaterialSet", "SoIFSVertexColorNormalUV", colorNormalUV},
-    }};
+    std::array<Form, formCount> forms;
 };

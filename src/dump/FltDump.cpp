@@ -2,6 +2,7 @@
 
 #include "dump/FltDumpBuffer.h"
 
+#include <atomic>
 #include <charconv>
 #include <locale>
 #include <ostream>
@@ -9,34 +10,34 @@
 namespace
 {
 
-/// What is known of a stream's locale. It is kept with the stream, since a look at the locale costs as much
-/// as a line, until the stream gets another one.
-enum LocaleState : long { unseen, classicLocale, otherLocale, changedLocale };
+/// The stream that was last seen to have the classic locale: a look at the locale costs as much as a line.
+std::atomic<std::ios_base*> classicStream{nullptr};
 
-int localeSlot()
+int watchedSlot()
 {
     static int const slot = std::ios_base::xalloc();
     return slot;
 }
 
-/// A copy of a stream's format brings locale, state and this callback along, all three.
-void noteEvent(std::ios_base::event event, std::ios_base& stream, int slot)
+/// Comes when a stream gets another locale or another stream's format, and when it ends.
+void forgetStream(std::ios_base::event /*event*/, std::ios_base& stream, int /*slot*/)
 {
-    if (event == std::ios_base::imbue_event)
-        stream.iword(slot) = changedLocale;
+    std::ios_base* seen = &stream;
+    classicStream.compare_exchange_strong(seen, nullptr, std::memory_order_relaxed);
 }
 
 bool hasClassicLocale(std::ostream& os)
 {
-    int const slot = localeSlot();
-    auto state = static_cast<LocaleState>(os.iword(slot));
-    if (state == unseen)
-        os.register_callback(noteEvent, slot);
-    if (state == unseen || state == changedLocale) {
-        state = os.getloc() == std::locale::classic() ? classicLocale : otherLocale;
-        os.iword(slot) = state;
-    }
-    return state == classicLocale;
+    if (classicStream.load(std::memory_order_relaxed) == &os)
+        return true;
+    if (os.getloc() != std::locale::classic())
+        return false;
+    long& isWatched = os.iword(watchedSlot());
+    if (isWatched == 0)
+        os.register_callback(forgetStream, 0);
+    isWatched = 1; // a copy of a stream's format brings it along, together with the callback
+    classicStream.store(&os, std::memory_order_relaxed);
+    return true;
 }
 
 } // namespace

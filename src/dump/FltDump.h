@@ -47,6 +47,18 @@ public:
         endLine();
     }
 
+    /// A line of pieces of text and numbers.
+    template <class... Pieces>
+    void lineOf(Pieces const&... pieces)
+    {
+        if (char* to = roomFor((sizeOf(pieces) + ... + 1))) {
+            ((to = put(to, pieces)), ...);
+            return endLineAt(to);
+        }
+        (*this << ... << pieces);
+        endLine();
+    }
+
     /// The same with ": " after the name of a field.
     template <std::size_t size, class Number>
     void field(char const (&name)[size], Number number)
@@ -179,11 +191,26 @@ private:
 
     static bool formatsByDefault(std::ostream& os);
 
+    /// Room that a piece of a line takes at the most.
+    /// @{
+    static std::size_t sizeOf(std::string_view text) { return text.size(); }
+    template <class Number>
+    static std::size_t sizeOf(Number /*number*/)
+    {
+        return longestNumber;
+    }
+    /// @}
+
     template <std::size_t size>
     static char* put(char* to, char const (&text)[size])
     {
         std::memcpy(to, text, size - 1);
         return to + size - 1;
+    }
+    static char* put(char* to, std::string_view text)
+    {
+        std::memcpy(to, text.data(), text.size());
+        return to + text.size();
     }
     template <class Number>
     static char* put(char* to, Number number)

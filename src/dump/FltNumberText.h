@@ -17,8 +17,8 @@ public:
 
     /// @name Whole numbers, in decimal
     /// @{
-    static char* write(char* at, std::int32_t value) { return std::to_chars(at, at + longest, value).ptr; }
-    static char* write(char* at, std::uint32_t value) { return std::to_chars(at, at + longest, value).ptr; }
+    static char* write(char* at, std::int32_t value) { return writeWhole(at, value); }
+    static char* write(char* at, std::uint32_t value) { return writeWhole(at, value); }
     static char* write(char* at, std::uint64_t value) { return std::to_chars(at, at + longest, value).ptr; }
     /// @}
 
@@ -38,6 +38,16 @@ public:
     }
 
 private:
+    /// Most fields of most records are zero.
+    template <class Number>
+    static char* writeWhole(char* at, Number value)
+    {
+        if (static_cast<std::uint32_t>(value) > 9)
+            return std::to_chars(at, at + longest, value).ptr;
+        *at = static_cast<char>('0' + value);
+        return at + 1;
+    }
+
     /// The texts of all 256.
     struct Fractions {
         struct Text {

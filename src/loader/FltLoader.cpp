@@ -44,6 +44,7 @@ void convertExactly(std::string const& path, FltScene::Content& content)
 {
     FltDumpOutput::Redirect const noDump(nullptr);
     FltFileInput input(FltDatabaseFile::withDirectory(path).c_str());
+    input.dropBytesWhenParsed();
     SoNodeRef<SoSeparator> const root(new SoSeparator);
     bool converted = false;
     {

@@ -15,7 +15,10 @@ constexpr int sceneDepth = 2000;
 /// Levels of the hierarchy, external files included: a bound on the conversion's own stack.
 constexpr int hierarchyDepth = 1200;
 
-/// External files that lead from one to the next.
+/// Bytes of the stack that have to be left for a file that another one refers to.
+constexpr std::size_t stackForAFile = std::size_t(512) << 10;
+
+/// External files that lead from one to the next where the system doesn't say how much of the stack is left.
 constexpr int externalReferenceDepth = 32;
 
 /// External files that one top-level conversion opens.
@@ -25,7 +28,7 @@ constexpr int externalReferences = 65536;
 struct Ceiling {
     std::int64_t floor; ///< What every database may have.
     std::int64_t
-        perByte; ///< What it may have more for each byte, those of the files that it refers to included.
+        perByte; ///< What it may have more for each byte of its own and of the files that it refers to.
 };
 
 /// Nodes that a traversal of one scene meets. Those of shared subtrees count once for each place where they

@@ -7,14 +7,35 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <iostream>
 #include <string>
 #include <string_view>
+#include <sys/mman.h>
 #include <unistd.h>
 
 namespace
 {
+
+/// Bytes of a large page of the system.
+constexpr std::uintptr_t pageSize = 2U << 20;
+
+/// The first address from @p bytes on at which a large page may begin.
+char* pageAfter(char* bytes)
+{
+    return bytes + (pageSize - reinterpret_cast<std::uintptr_t>(bytes) % pageSize) % pageSize;
+}
+
+/// The system makes large pages at once, and small ones one by one. If it has none, that is all.
+void useLargePages(char* bytes, std::size_t size)
+{
+    char* const begin = pageAfter(bytes);
+    std::size_t const skipped = static_cast<std::size_t>(begin - bytes);
+    if (size >= skipped + pageSize)
+        ::madvise(begin, (size - skipped) / pageSize * pageSize, MADV_HUGEPAGE);
+}
 
 std::unique_ptr<char[]> copyOf(std::string_view text)
 {
@@ -92,6 +113,7 @@ void FltFileInput::fileToBuffer()
         return;
     auto const room = static_cast<std::size_t>(size);
     buffer.reset(new char[room]);
+    useLargePages(buffer.get(), room);
     int reason = 0;
     std::size_t const there = readWhole(::fileno(file.get()), buffer.get(), room, reason);
     size = static_cast<long>(there);
@@ -100,9 +122,28 @@ void FltFileInput::fileToBuffer()
         reportMissing(fileName.get(), there, room, reason);
 }
 
+void FltFileInput::dropBytesWhenParsed()
+{
+    dropsBytes = true;
+    dropped = pageAfter(buffer.get());
+}
+
+void FltFileInput::dropMore()
+{
+    char* const begin = dropped;
+    dropped += droppedAtOnce;
+    ::madvise(begin, droppedAtOnce, MADV_DONTNEED); // if it fails, nothing is lost but memory
+}
+
+void FltFileInput::dropBytes()
+{
+    if (dropsBytes)
+        buffer.reset();
+}
+
 void FltFileInput::showBuffer()
 {
-    for (long i = 0; i < size; ++i)
+    for (long i = 0; buffer != nullptr && i < size; ++i)
         std::cout << static_cast<unsigned>(static_cast<unsigned char>(buffer[static_cast<std::size_t>(i)]))
                   << ' ';
 }

@@ -2,6 +2,7 @@
 
 #include "parser/FltInput.h"
 
+#include <cstddef>
 #include <cstdio>
 #include <memory>
 
@@ -38,6 +39,22 @@ public:
     /// and that is reported to the console.
     void fileToBuffer();
 
+    /// Has the parser give the bytes back while it reads them, since nobody else wants them: getBuffer() is
+    /// null after that, and there is nothing to parse a second time. Without this call they stay as long as
+    /// the object.
+    void dropBytesWhenParsed();
+
+    /// Gives the memory of the bytes before @p end back, if dropBytesWhenParsed() was called; they are zero
+    /// from then on. Less than a few megabytes wait for more.
+    void dropBytesBefore(char const* end)
+    {
+        if (dropsBytes && end - dropped >= droppedAtOnce)
+            dropMore();
+    }
+
+    /// Frees all bytes, if dropBytesWhenParsed() was called.
+    void dropBytes();
+
     /// Writes every byte to std::cout as a decimal number followed by a blank.
     void showBuffer();
 
@@ -51,5 +68,12 @@ private:
     std::unique_ptr<char[]> fileName;
     std::unique_ptr<char[]> dirName;
     std::unique_ptr<FILE, Close> file;
+    /// Bytes whose memory is given back in one call: two of the largest pages.
+    static constexpr std::ptrdiff_t droppedAtOnce = std::ptrdiff_t(4) << 20;
+
+    void dropMore();
+
     long size = 0;
+    bool dropsBytes = false;
+    char* dropped = nullptr; ///< The end of what was given back.
 };

@@ -146,7 +146,10 @@ int FltParser::run()
     FltFraming framing(begin, size);
     ShortRecords shortRecords(size);
     FltRawData raw;
+    auto* const file = dynamic_cast<FltFileInput*>(input);
     while (framing.next()) {
+        if (file != nullptr)
+            file->dropBytesBefore(framing.data());
         FltWarningMessageConsole::setPosition(framing.getOffset(), framing.getOpcode());
         unsigned int const length = framing.getLength();
         if (length < headSize)
@@ -173,6 +176,8 @@ int FltParser::run()
         FltWarningMessageConsole::notifyDamage(framing.faultText(), framing.costText());
     }
 
+    if (file != nullptr)
+        file->dropBytes();
     FltDumpOutput::line("end of parsing");
     FltLogBuffer::writeCurrent();
     messages.finish();

@@ -22,7 +22,8 @@ void FltRawData::assign(char const* begin, char const* end, std::size_t recordLe
     }
     std::size_t const there = std::min(wanted, static_cast<std::size_t>(end - begin));
     std::memcpy(data, begin, there);
-    std::memset(data + there, 0, wanted - there);
+    if (there < wanted)
+        std::memset(data + there, 0, wanted - there);
     opcode = FltUtils::word16At(begin);
     length = static_cast<unsigned short>(recordLength);
 }

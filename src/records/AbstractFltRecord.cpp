@@ -2,19 +2,30 @@
 
 #include "dump/FltDump.h"
 
+#include <cstdint>
+
 std::ostream& AbstractFltRecord::opcodeAndLength(std::ostream& os) const
 {
-    std::string const category = getRecordCategory();
     FltDump dump(os);
-    dump << "  (" << category << ")";
-    dump.endLine();
-    dump << "-- Opcode: " << getOpcode() << "  Length: " << getLength() << " --";
-    dump.endLine();
+    writeOpcodeAndLength(dump);
     return os;
 }
 
 std::ostream& AbstractFltRecord::titleOpcodeAndLength(std::ostream& os, std::string_view title) const
 {
-    (FltDump(os) << title).endLine();
-    return opcodeAndLength(os);
+    FltDump dump(os);
+    dump.lineOf(title);
+    writeOpcodeAndLength(dump);
+    return os;
+}
+
+void AbstractFltRecord::writeOpcodeAndLength(FltDump& dump) const
+{
+    FltRecordCategory const category = getCategory();
+    if (category != FltRecordCategory::unknown)
+        dump.lineOf(std::string_view("  ("), nameOf(category), std::string_view(")"));
+    else
+        dump.lineOf(std::string_view("  ("), std::string_view(getRecordCategory()), std::string_view(")"));
+    dump.lineOf(std::string_view("-- Opcode: "), std::int32_t(getOpcode()), std::string_view("  Length: "),
+                std::uint32_t(getLength()), std::string_view(" --"));
 }

@@ -4,6 +4,8 @@
 
 #include <string_view>
 
+class FltDump;
+
 /// A record with its length and the frame that every dump begins with.
 class AbstractFltRecord : public FltRecord
 {
@@ -24,22 +26,27 @@ protected:
     std::ostream& titleOpcodeAndLength(std::ostream& os, std::string_view title) const;
 
     unsigned int length; ///< Bytes of the record in the file, opcode and length words included.
+
+private:
+    void writeOpcodeAndLength(FltDump& dump) const;
 };
 
-/// A node of the hierarchy, or a part of one: it may have ancillary records and a level behind it.
+/// A node of the hierarchy, or a part of one: it may have ancillary records and a level after it.
 class PrimaryFltRecord : public AbstractFltRecord
 {
 public:
     using AbstractFltRecord::AbstractFltRecord;
-    std::string getRecordCategory() const override { return "PRIMARY_RECORD"; }
+    std::string getRecordCategory() const override { return std::string(nameOf(getCategory())); }
+    FltRecordCategory getCategory() const override { return FltRecordCategory::primary; }
 };
 
-/// A record that tells more of the primary record before it.
+/// A record that says more of the primary record before it.
 class AncillaryFltRecord : public AbstractFltRecord
 {
 public:
     using AbstractFltRecord::AbstractFltRecord;
-    std::string getRecordCategory() const override { return "ANCILLARY_RECORD"; }
+    std::string getRecordCategory() const override { return std::string(nameOf(getCategory())); }
+    FltRecordCategory getCategory() const override { return FltRecordCategory::ancillary; }
 };
 
 /// A record that opens or closes a level, or places an instance.
@@ -47,7 +54,8 @@ class ControlFltRecord : public AbstractFltRecord
 {
 public:
     using AbstractFltRecord::AbstractFltRecord;
-    std::string getRecordCategory() const override { return "CONTROL_RECORD"; }
+    std::string getRecordCategory() const override { return std::string(nameOf(getCategory())); }
+    FltRecordCategory getCategory() const override { return FltRecordCategory::control; }
 };
 
 /// An entry of one of the file's shared tables.
@@ -55,5 +63,6 @@ class PaletteFltRecord : public AbstractFltRecord
 {
 public:
     using AbstractFltRecord::AbstractFltRecord;
-    std::string getRecordCategory() const override { return "PALETTE_RECORD"; }
+    std::string getRecordCategory() const override { return std::string(nameOf(getCategory())); }
+    FltRecordCategory getCategory() const override { return FltRecordCategory::palette; }
 };

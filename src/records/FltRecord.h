@@ -1,5 +1,9 @@
 #pragma once
 
+#include "records/FltRecordCategory.h"
+#include "records/FltRecordMemory.h"
+
+#include <cstddef>
 #include <iosfwd>
 #include <string>
 
@@ -31,4 +35,10 @@ public:
     virtual void getPropertiesFromData(char* data) = 0;
 
     virtual ~FltRecord() = default;
+
+    /// What getRecordCategory() says, without a text.
+    virtual FltRecordCategory getCategory() const { return categoryOf(getRecordCategory()); }
+
+    static void* operator new(std::size_t size) { return FltRecordMemory::allocate(size); }
+    static void operator delete(void* record, std::size_t size) { FltRecordMemory::free(record, size); }
 };

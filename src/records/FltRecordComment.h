@@ -17,7 +17,7 @@ public:
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
 
-    /// The text with a zero behind it; null before the record is decoded. Zeros inside the text are kept.
+    /// The text with a zero after it; null before the record is decoded. Zeros inside the text are kept.
     std::unique_ptr<char[]> textDescription;
 
     template <class Self, class Visitor>

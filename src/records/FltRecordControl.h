@@ -132,7 +132,7 @@ public:
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
 };
 
-/// Gives the level behind it a number, under which references find it.
+/// Gives the level after it a number, under which references find it.
 class FltRecordInstanceDefinition : public AbstractInstanceRecord
 {
 public:

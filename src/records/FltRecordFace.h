@@ -141,8 +141,8 @@ public:
 /// revision.
 ///
 /// With a count of (length - 4) / 4, entry i holds the int32 at offset 4 + 4 i and the int32 at offset
-/// 4 + count + 4 i. So the second members begin count bytes behind the first ones, on any byte, and the last
-/// of them end up to count bytes behind the record.
+/// 4 + count + 4 i. So the second members begin count bytes after the first ones, on any byte, and the last
+/// of them end up to count bytes after the record.
 class FltRecordMorphVertexList : public PrimaryFltRecord
 {
 public:

@@ -18,7 +18,7 @@ public:
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
 
-    /// Not terminated when it fills its eight characters. Aligned so that the member behind it follows
+    /// Not terminated when it fills its eight characters. Aligned so that the member after it follows
     /// without a gap.
     alignas(std::int32_t) char idASCII[8] = {};
     std::int16_t relativePriority = 0;

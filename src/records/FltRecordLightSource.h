@@ -9,7 +9,7 @@
 
 class FltDump;
 
-/// A light in the hierarchy, of a kind that the light source palette tells.
+/// A light in the hierarchy, of a kind that the light source palette holds.
 ///
 /// The flags stand in the last of their four bytes: bit 7 enabled, 6 global, 4 export.
 class FltRecordLightSource : public PrimaryFltRecord

@@ -17,7 +17,7 @@ public:
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
 
-    /// The name with a zero behind it; null before the record is decoded. Zeros inside the name are kept.
+    /// The name with a zero after it; null before the record is decoded. Zeros inside the name are kept.
     std::unique_ptr<char[]> idASCII;
 
     template <class Self, class Visitor>

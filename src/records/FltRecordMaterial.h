@@ -25,7 +25,7 @@ public:
     std::int32_t index = 0; ///< Slot in the material table.
     char name[12] = {};     ///< Without a zero if it takes all of its room.
     std::int32_t flags = 0;
-    float ambient[3] = {}; ///< Red, green, blue from 0 to 1, as the three behind it.
+    float ambient[3] = {}; ///< Red, green, blue from 0 to 1, as the three after it.
     float diffuse[3] = {};
     float specular[3] = {};
     float emissive[3] = {};

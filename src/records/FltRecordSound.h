@@ -54,10 +54,10 @@ public:
     }
 };
 
-/// The file's table of sounds. It takes two records, one behind the other: the factory has them meet in one
+/// The file's table of sounds. It takes two records, one after the other: the factory has them meet in one
 /// object, which is decoded once for each and keeps the length of the first.
 ///
-/// The word at offset 4 tells which half a record holds; any other value than these two leaves the object as
+/// The word at offset 4 says which half a record holds; any other value than these two leaves the object as
 /// it is: 1 for the table of sounds, 2 for their names.
 ///
 /// A count that the record has no room for is cut to what is there and reported.
@@ -85,7 +85,7 @@ public:
     std::int32_t reserved[3] = {};
     std::map<int, int> fileNameOffset;  ///< Where in `packedData` the file name of a sound stands, by index.
     std::int32_t dataLength = 0;        ///< Bytes of `packedData`.
-    std::unique_ptr<char[]> packedData; ///< The names and a zero behind them; null until decoded.
+    std::unique_ptr<char[]> packedData; ///< The names and a zero after them; null until decoded.
 
     template <class Self, class Visitor>
     static void fields(Self& self, Visitor& visit)

@@ -28,7 +28,7 @@ public:
     char idASCII[8] = {}; ///< Not terminated when it fills its eight characters.
     std::int32_t reserved = 0;
     std::int32_t indexOfCurrentMask = 0;
-    std::int32_t numberOf32BitWordsPerMask = 0; ///< Before numberOfMasks here, behind it in the file.
+    std::int32_t numberOf32BitWordsPerMask = 0; ///< Before numberOfMasks here, after it in the file.
     std::int32_t numberOfMasks = 0;
     int maskWordCount = 0;                 ///< Words in masks.
     std::unique_ptr<std::int32_t[]> masks; ///< Null before the record is decoded.

@@ -8,7 +8,7 @@
 
 /// A text that stands in the scene.
 ///
-/// The text itself stands behind these fields and is not read.
+/// The text itself stands after these fields and is not read.
 class FltRecordText : public PrimaryFltRecord
 {
 public:

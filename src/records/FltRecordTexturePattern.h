@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-/// One entry of the texture table. The record's length tells which of two forms it has:
+/// One entry of the texture table. The record's length says which of two forms it has:
 class FltRecordTexturePattern : public PaletteFltRecord
 {
 public:

@@ -59,7 +59,7 @@ public:
         return text;
     }
 
-    /// The length of an entry that tells it in its first two or four bytes; 0 if that is less than the
+    /// The length of an entry that holds it in its first two or four bytes; 0 if that is less than the
     /// entry's head, or more than the @p left bytes of the record.
     static std::size_t wholeEntryAt(char const* entry, std::ptrdiff_t left, int headSize, int lengthSize)
     {

@@ -23,7 +23,7 @@ public:
     FltStatisticsTool(FltStatisticsTool const&) = delete;
     FltStatisticsTool& operator=(FltStatisticsTool const&) = delete;
 
-    /// Sets the name of the database, which the header of the file tells. The text is copied.
+    /// Sets the name of the database, which the header of the file holds. The text is copied.
     void setFltFile(char const* name);
 
     /// Sets the name of the file to write. The text is copied.

@@ -7,6 +7,8 @@
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoVertexProperty.h>
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <string>
 #include <unordered_set>
 
@@ -29,6 +31,13 @@ void keepBelow(SoMFInt32& indices, int count)
     std::replace_if(
         changed, changed + number, [count](std::int32_t i) { return i >= count; }, count - 1);
     indices.finishEditing();
+}
+
+template <class Number>
+Number readable(Number number)
+{
+    Number const most = std::numeric_limits<Number>::max();
+    return std::isnan(number) ? 0 : std::clamp(number, -most, most);
 }
 
 /// Goes through a scene once, whatever is shared in it.
@@ -96,6 +105,16 @@ void SceneWriter::Output::write(SbString const& text)
 void SceneWriter::Output::write(SbName const& name)
 {
     write(SbString(name.getString()));
+}
+
+void SceneWriter::Output::write(float number)
+{
+    SoOutput::write(isBinary() ? number : readable(number));
+}
+
+void SceneWriter::Output::write(double number)
+{
+    SoOutput::write(isBinary() ? number : readable(number));
 }
 
 void SceneWriter::write(SoNode* root, SoOutput& output)

@@ -2,6 +2,7 @@
 
 #include "messages/FltLimits.h"
 #include "support/ScratchFolder.h"
+#include "support/SmallStack.h"
 
 #include <filesystem>
 #include <fstream>
@@ -45,18 +46,12 @@ TEST(FltReferenceChainTest, AFileIsPartOfTheChainForAsLongAsItsLinkLives)
     EXPECT_TRUE(chain.isEmpty());
 }
 
-TEST(FltReferenceChainTest, TheTopLevelFileAndSoManyExternalOnesFillTheChain)
+TEST(FltReferenceChainTest, IsFullWhereLittleOfTheStackIsLeft)
 {
-    FltReferenceChain chain;
-    std::vector<std::unique_ptr<FltReferenceChain::Link>> links;
-    for (int i = 0; i <= FltLimits::externalReferenceDepth; ++i) {
-        EXPECT_FALSE(chain.isFull()) << i;
-        links.push_back(
-            std::make_unique<FltReferenceChain::Link>(chain, FltReferenceChain::Identity(0, i + 1)));
-    }
-    EXPECT_TRUE(chain.isFull());
-    links.pop_back();
+    FltReferenceChain const chain;
     EXPECT_FALSE(chain.isFull());
+    runOnStackOf(2 * FltLimits::stackForAFile, [&] { EXPECT_FALSE(chain.isFull()); });
+    runOnStackOf(FltLimits::stackForAFile, [&] { EXPECT_TRUE(chain.isFull()); });
 }
 
 TEST(FltReferenceChainTest, OnlySoManyFilesAreOpenedOnAllWaysTogether)

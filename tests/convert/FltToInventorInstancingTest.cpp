@@ -6,6 +6,7 @@
 #include "support/ConvertedFile.h"
 #include "support/ConvertedScene.h"
 #include "support/ScratchFolder.h"
+#include "support/SmallStack.h"
 #include "support/Text.h"
 
 #include <Inventor/nodes/SoGroup.h>
@@ -561,16 +562,27 @@ TEST_F(ExternalReferenceTest, AFileThatLeadsBackToItselfThroughOthersIsReported)
               std::string::npos);
 }
 
-TEST_F(ExternalReferenceTest, AChainDeeperThanAnyRealDatabaseIsReported)
+TEST_F(ExternalReferenceTest, ALongChainIsFollowedToItsEnd)
 {
-    int const length = FltLimits::externalReferenceDepth + 8;
+    int const length = 100;
     for (int i = 0; i < length; ++i)
         write("f" + std::to_string(i) + ".flt", {"f" + std::to_string(i + 1) + ".flt"});
-    FltWriter().save(folder.path("f" + std::to_string(length) + ".flt"));
+    FltWriter().push().add("Group", {{"idASCII", "last"}}).pop().save(folder.path("f100.flt"));
     ConvertedFile const file(folder.path("f0.flt"));
-    EXPECT_EQ(file.messages,
-              "WARNING ! External references lead from file to file too often: one is left empty: f" +
-                  std::to_string(FltLimits::externalReferenceDepth + 1) + ".flt\n(Warning Level: 2)\n\n");
+    EXPECT_EQ(file.messages, "");
+    EXPECT_EQ(countOf(file.text(), "DEF last "), 1);
+}
+
+TEST_F(ExternalReferenceTest, AChainThatTheStackCanNotHoldIsCutAndReported)
+{
+    int const length = 600; // the nodes would be too deep for a scene a little later
+    for (int i = 0; i < length; ++i)
+        write("f" + std::to_string(i) + ".flt", {"f" + std::to_string(i + 1) + ".flt"});
+    std::string messages;
+    runOnStackOf(FltLimits::stackForAFile + (256U << 10),
+                 [&] { messages = ConvertedFile(folder.path("f0.flt")).messages; });
+    EXPECT_EQ(countOf(messages, "External references lead from file to file too often: one is left empty"), 1)
+        << messages;
 }
 
 TEST_F(ExternalReferenceTest, OverrideFlagsAreNotLookedAt)

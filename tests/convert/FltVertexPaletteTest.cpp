@@ -48,10 +48,7 @@ protected:
             add(form, firstX + static_cast<float>(i));
     }
 
-    SoVertexProperty& property(Position form)
-    {
-        return *palette.getForm(FltVertexPalette::idOf(form)).property;
-    }
+    SoVertexProperty& property(Position form) { return *palette.getProperty(FltVertexPalette::idOf(form)); }
 
     std::vector<float> x(Position form)
     {
@@ -84,21 +81,71 @@ TEST_F(FltVertexPaletteTest, TheTableNamesAllOfAForm)
         Form const& form = palette.getForms()[position];
         EXPECT_EQ(form.id, position + 1);
         EXPECT_EQ(&form, &palette.getForm(form.id));
-        EXPECT_STREQ(form.propertyName, names[position][0]);
-        EXPECT_STREQ(form.materialSetName, names[position][1]);
-        EXPECT_STREQ(form.subFaceMaterialSetName, names[position][2]);
-        EXPECT_STREQ(form.faceSetName, names[position][3]);
-        EXPECT_EQ(form.property->getName(), SbName(form.propertyName));
+        EXPECT_STREQ(form.propertyName.getString(), names[position][0]);
+        EXPECT_STREQ(form.materialSetName.getString(), names[position][1]);
+        EXPECT_STREQ(form.subFaceMaterialSetName.getString(), names[position][2]);
+        EXPECT_STREQ(form.faceSetName.getString(), names[position][3]);
+        EXPECT_EQ(form.property->getName(), form.propertyName);
     }
 }
 
 TEST_F(FltVertexPaletteTest, OnlyTheFieldsOfAFormHaveRoom)
 {
     for (Form const& form : palette.getForms()) {
-        EXPECT_EQ(form.property->vertex.getNum(), room);
-        EXPECT_EQ(form.property->orderedRGBA.getNum(), room);
-        EXPECT_EQ(form.property->normal.getNum(), form.hasNormal ? room : 0);
-        EXPECT_EQ(form.property->texCoord.getNum(), form.hasTexture ? room : 0);
+        SoVertexProperty const& node = *palette.getProperty(form.id);
+        EXPECT_EQ(node.vertex.getNum(), room);
+        EXPECT_EQ(node.orderedRGBA.getNum(), room);
+        EXPECT_EQ(node.normal.getNum(), form.hasNormal ? room : 0);
+        EXPECT_EQ(node.texCoord.getNum(), form.hasTexture ? room : 0);
+    }
+}
+
+TEST_F(FltVertexPaletteTest, TheRoomOfAFormTakesNoMemoryBeforeSomebodyLooksAtIt)
+{
+    addMany(FltVertexPalette::colorNormal, 2, 1);
+    for (Form const& form : palette.getForms())
+        EXPECT_EQ(form.property->vertex.getNum(), 0);
+    EXPECT_EQ(palette.entryAt(8).property->vertex.getNum(), room);
+    EXPECT_EQ(x(FltVertexPalette::colorNormal), (std::vector<float>{1, 2, 0, 0}));
+    EXPECT_EQ(palette.getForm(1).property->vertex.getNum(), 0);
+}
+
+TEST_F(FltVertexPaletteTest, APropertyThatSomebodyLookedAtGetsFurtherVerticesAtOnce)
+{
+    SoVertexProperty const& node = property(FltVertexPalette::colorNormal);
+    addMany(FltVertexPalette::colorNormal, 2, 1);
+    EXPECT_EQ(node.vertex[1], SbVec3f(2, 0, 0));
+    EXPECT_EQ(node.normal[1], SbVec3f(2, 0, 0));
+    addMany(FltVertexPalette::colorNormal, room, 3);
+    EXPECT_EQ(node.normal.getNum(), grownRoom);
+    EXPECT_EQ(node.normal[room], SbVec3f(5, 0, 0));
+}
+
+/// Whatever is written where, and whoever looks when, the same values come out.
+TEST_F(FltVertexPaletteTest, ALookAtThePropertiesChangesNothing)
+{
+    auto const fill = [](FltVertexPalette& into, bool looks) {
+        for (int i = 0; i < 3 * room; ++i)
+            for (Position const form : {FltVertexPalette::color, FltVertexPalette::colorUV}) {
+                FltRecordVertexColor record(40);
+                record.Xcoordinate = 10 * i + form;
+                float const texture[2] = {static_cast<float>(i), 1};
+                into.add(form, record, nullptr, form == FltVertexPalette::colorUV ? texture : nullptr);
+                if (looks && i % 3 == 1)
+                    into.getProperty(i % 4 + 1);
+            }
+        into.close();
+    };
+    FltVertexPalette other(colors);
+    fill(palette, false);
+    fill(other, true);
+    for (Form const& form : palette.getForms()) {
+        SoVertexProperty const& node = *palette.getProperty(form.id);
+        SoVertexProperty const& seen = *other.getProperty(form.id);
+        EXPECT_EQ(node.vertex, seen.vertex) << form.id;
+        EXPECT_EQ(node.normal, seen.normal) << form.id;
+        EXPECT_EQ(node.texCoord, seen.texCoord) << form.id;
+        EXPECT_EQ(node.orderedRGBA, seen.orderedRGBA) << form.id;
     }
 }
 
@@ -118,7 +165,7 @@ TEST_F(FltVertexPaletteTest, OffsetsBeginAt8AndGrowByTheLengthsOfTheRecords)
     add(FltVertexPalette::color, 1, 40);
     add(FltVertexPalette::colorNormalUV, 2, 64);
     add(FltVertexPalette::color, 3, 40);
-    VertexEntry const& first = palette.entryAt(8);
+    VertexEntry const first = palette.entryAt(8);
     EXPECT_EQ(first.index, 0);
     EXPECT_EQ(first.size, 40);
     EXPECT_EQ(first.property, &property(FltVertexPalette::color));
@@ -138,11 +185,11 @@ TEST_F(FltVertexPaletteTest, EntriesAreFoundInAnyOrder)
 
 TEST_F(FltVertexPaletteTest, AnUnknownOffsetEntersTheMapWithZeros)
 {
-    VertexEntry const& entry = palette.entryAt(1000);
+    VertexEntry const entry = palette.entryAt(1000);
     EXPECT_EQ(entry.index, 0);
     EXPECT_EQ(entry.size, 0);
     EXPECT_EQ(entry.property, nullptr);
-    EXPECT_EQ(&palette.entryAt(1000), &entry);
+    EXPECT_EQ(palette.placeAt(1000).id, 0);
 }
 
 TEST_F(FltVertexPaletteTest, TheFormsWithUVGoOnInTheirOwnProperty)

@@ -170,4 +170,46 @@ TEST(FltFileInputTest, ReadingAgainAfterTheFileIsClosedChangesNothing)
     EXPECT_EQ(std::string(opened.input->getBuffer(), 3), "abc");
 }
 
+TEST(FltFileInputTest, BytesStayUntilTheParserIsAllowedToDropThem)
+{
+    ScratchFolder const directory;
+    std::string const bytes(20'000'000, 'x');
+    Opened const opened(directory.write("a.flt", bytes));
+    FltFileInput& input = *opened.input;
+    char const* const begin = input.getBuffer();
+    input.dropBytesBefore(begin + bytes.size());
+    input.dropBytes();
+    EXPECT_EQ(std::string(begin, bytes.size()), bytes);
+}
+
+TEST(FltFileInputTest, OnlyBytesBeforeTheGivenOneAreDropped)
+{
+    ScratchFolder const directory;
+    std::string const bytes(20'000'000, 'x');
+    Opened const opened(directory.write("a.flt", bytes));
+    FltFileInput& input = *opened.input;
+    char const* const begin = input.getBuffer();
+    input.dropBytesWhenParsed();
+    for (std::size_t const at : {0U, 1U, 5'000'000U, 12'000'001U, 12'000'002U}) {
+        input.dropBytesBefore(begin + at);
+        EXPECT_EQ(std::string(begin + at, bytes.size() - at), bytes.substr(at));
+    }
+    EXPECT_NE(std::string(begin, 12'000'000), bytes.substr(0, 12'000'000));
+    input.dropBytes();
+    EXPECT_EQ(input.getBuffer(), nullptr);
+    StreamCapture const out(std::cout);
+    input.showBuffer();
+    EXPECT_EQ(out.str(), "");
+}
+
+TEST(FltFileInputTest, AFileOfNoBytesHasNoneToDrop)
+{
+    ScratchFolder const directory;
+    Opened const opened(directory.write("a.flt", ""));
+    opened.input->dropBytesWhenParsed();
+    opened.input->dropBytesBefore(opened.input->getBuffer());
+    opened.input->dropBytes();
+    EXPECT_EQ(opened.input->getBuffer(), nullptr);
+}
+
 } // namespace

@@ -39,16 +39,19 @@ std::string nameOfTopic(testing::TestParamInfo<std::size_t> const& info)
     return topics()[info.param].name;
 }
 
-Endured endure(std::string const& bytes, bool countsRecords)
+Endured endure(std::string const& bytes, Use use)
 {
     Endured endured;
     try {
         ConvertedScene const scene(bytes, "memory/scene.flt",
-                                   countsRecords ? CaptureBuffer::everything : CaptureBuffer::nothing);
+                                   use == Use::countRecords ? CaptureBuffer::everything
+                                                            : CaptureBuffer::nothing);
         endured.records = countOf(scene.log, "\n-- Opcode: ");
         endured.logBytes = scene.logSize;
         endured.sceneBytes = traverseScene(scene.root);
         countTriangles(scene.root);
+        if (use == Use::everything)
+            useScene(scene.root);
     } catch (std::bad_array_new_length const&) {
         if (!hasNegativeSwitch(bytes))
             throw;

@@ -4,6 +4,7 @@
 #include "writer/EveryRecord.h"
 
 #include <Inventor/errors/SoDebugError.h>
+#include <Inventor/errors/SoReadError.h>
 #include <cstddef>
 #include <gtest/gtest.h>
 #include <string>
@@ -19,18 +20,25 @@ constexpr bool isSanitized = false;
 class QuietToolkit
 {
 public:
-    QuietToolkit() : callback(SoDebugError::getHandlerCallback()), data(SoDebugError::getHandlerData())
+    QuietToolkit()
     {
         SoDebugError::setHandlerCallback([](SoError const*, void*) {}, nullptr);
+        SoReadError::setHandlerCallback([](SoError const*, void*) {}, nullptr);
     }
-    ~QuietToolkit() { SoDebugError::setHandlerCallback(callback, data); }
+    ~QuietToolkit()
+    {
+        SoDebugError::setHandlerCallback(debugCallback, debugData);
+        SoReadError::setHandlerCallback(readCallback, readData);
+    }
 
     QuietToolkit(QuietToolkit const&) = delete;
     QuietToolkit& operator=(QuietToolkit const&) = delete;
 
 private:
-    SoErrorCB* callback;
-    void* data;
+    SoErrorCB* debugCallback = SoDebugError::getHandlerCallback();
+    void* debugData = SoDebugError::getHandlerData();
+    SoErrorCB* readCallback = SoReadError::getHandlerCallback();
+    void* readData = SoReadError::getHandlerData();
 };
 
 /// Databases that hold every record of the format, to be broken byte by byte.
@@ -49,8 +57,13 @@ struct Endured {
 
 /// Converts a database, does with the scene what a host does, and destroys it. Any exception but the one that
 /// is allowed goes on.
-/// @param countsRecords whether the log is looked at, which takes a while
-Endured endure(std::string const& bytes, bool countsRecords = false);
+/// @param use what is done besides a traversal
+enum class Use {
+    traverse,     ///< Nothing.
+    countRecords, ///< The log is looked at.
+    everything,   ///< All that useScene() does.
+};
+Endured endure(std::string const& bytes, Use use = Use::traverse);
 
 /// A database of a switch that asks the allocator for a negative number of words.
 FltWriter withNegativeSwitch();

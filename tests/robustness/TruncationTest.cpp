@@ -23,7 +23,7 @@ TEST_P(TruncationTest, DatabaseCutBehindAnyByteKeepsAllRecordsThatAreWhole)
     int before = 0;
     for (std::size_t size = topic.begin; size <= topic.end; ++size) {
         std::string const cut = topic.bytes.substr(0, size);
-        Endured const endured = endure(cut, true);
+        Endured const endured = endure(cut, Use::countRecords);
         ASSERT_EQ(endured.records, countWholeRecords(cut)) << size;
         ASSERT_GE(endured.records, before) << size;
         ASSERT_FALSE(endured.wasRefused) << size;

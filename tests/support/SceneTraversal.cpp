@@ -2,13 +2,21 @@
 
 #include "support/SceneText.h"
 
+#include "toolkit/SceneWriter.h"
+#include "toolkit/SoNodeRef.h"
+
 #include <Inventor/SbName.h>
 #include <Inventor/SbViewportRegion.h>
+#include <Inventor/SoDB.h>
+#include <Inventor/SoInput.h>
 #include <Inventor/SoPrimitiveVertex.h>
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
+#include <Inventor/actions/SoRayPickAction.h>
 #include <Inventor/actions/SoSearchAction.h>
+#include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoShape.h>
+#include <string>
 
 namespace
 {
@@ -17,6 +25,25 @@ void countTriangle(void* count, SoCallbackAction* /*action*/, SoPrimitiveVertex 
                    SoPrimitiveVertex const* /*second*/, SoPrimitiveVertex const* /*third*/)
 {
     ++*static_cast<int*>(count);
+}
+
+void sendRay(SoNode* root)
+{
+    SoRayPickAction pick{SbViewportRegion(100, 100)};
+    pick.setRay(SbVec3f(0.3F, 0.4F, 100), SbVec3f(0, 0, -1));
+    pick.setPickAll(TRUE);
+    pick.apply(root);
+}
+
+void useRead(std::string const& written)
+{
+    SoInput input;
+    input.setBuffer(written.data(), written.size());
+    SoNodeRef<SoSeparator> const again(SoDB::readAll(&input));
+    if (again.get() == nullptr) // what a broken file names may be no text that the toolkit reads
+        return;
+    countTriangles(again.get());
+    sendRay(again.get());
 }
 
 } // namespace
@@ -39,4 +66,17 @@ int countTriangles(SoNode* root)
     action.addTriangleCallback(SoShape::getClassTypeId(), countTriangle, &triangles);
     action.apply(root);
     return triangles;
+}
+
+void useScene(SoNode* root)
+{
+    sendRay(root);
+    {
+        SoNodeRef<SoNode> const copy(root->copy());
+        countTriangles(copy.get());
+        sendRay(copy.get());
+    }
+    SceneWriter::makePlain(root);
+    useRead(writtenScene(root, true));
+    useRead(writtenScene(root, false));
 }

@@ -14,6 +14,7 @@
 #include <Inventor/nodes/SoVertexProperty.h>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace
 {
@@ -79,6 +80,24 @@ TEST_F(SceneWriterTest, TextsAreWrittenAsTheToolkitWritesThem)
     std::string const binary = writtenScene(root.get(), true);
     EXPECT_EQ(written(root.get(), false), ascii);
     EXPECT_EQ(written(root.get(), true), binary);
+}
+
+TEST_F(SceneWriterTest, NumbersThatNoReaderTakesBecomeOnesThatItDoes)
+{
+    auto* const property = new SoVertexProperty;
+    float const infinity = std::numeric_limits<float>::infinity();
+    property->vertex.set1Value(0, std::numeric_limits<float>::quiet_NaN(), infinity, -infinity);
+    property->vertex.set1Value(1, 1, 2, 3);
+    root->addChild(property);
+    SoNodeRef<SoSeparator> const again = readAgain(written(root.get(), false));
+    ASSERT_NE(again.get(), nullptr);
+    ASSERT_EQ(again->getNumChildren(), 2);
+    auto const& vertex = static_cast<SoVertexProperty*>(again->getChild(1))->vertex;
+    ASSERT_EQ(vertex.getNum(), 2);
+    EXPECT_EQ(vertex[0][0], 0);
+    EXPECT_GT(vertex[0][1], 1e38F);
+    EXPECT_LT(vertex[0][2], -1e38F);
+    EXPECT_EQ(vertex[1], SbVec3f(1, 2, 3));
 }
 
 TEST_F(SceneWriterTest, FacesWithoutMaterialIndicesStandBelowABindingThatWantsNone)

@@ -1,0 +1,27 @@
+// Parses any bytes as a database without a listing, and takes each record for an object in JSON.
+
+#include "FuzzTarget.h"
+
+#include "dump/FltDumpOutput.h"
+#include "records/FltRecordJson.h"
+#include "support/MemoryInput.h"
+#include "support/StreamCapture.h"
+
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+void useDatabase(std::string const& bytes)
+{
+    StreamCapture const err(std::cerr, CaptureBuffer::nothing);
+    FltDumpOutput::Redirect const noListing(nullptr);
+    MemoryInput input(bytes);
+    FltParser parser(&input);
+    parser.run();
+    FltRecord const* previous = nullptr;
+    for (FltRecord const* record : parser.getFltRecords()) {
+        if (record != previous && record != nullptr)
+            static_cast<void>(FltRecordJson::of(*record, 0).dump());
+        previous = record;
+    }
+    destroyRecords(parser);
+}
