@@ -36,6 +36,18 @@ TEST_F(RecordMatchTest, TakesRecordsOfOneNameInTheOrderOfTheFile)
     EXPECT_EQ(3, found);
 }
 
+TEST_F(RecordMatchTest, MatchesALevelOfDetailWithALongName)
+{
+    FltWriter flt;
+    flt.push().add("LOD", {{"idASCII", "near"}}).add("LongID", {{"idASCII", "near_the_wood"}});
+    flt.push().add("Object", {{"idASCII", "tree"}}).pop().pop();
+    flt.save(folder.path("lod.flt"));
+    LoadedScene const lod(FltLoader(), folder.path("lod.flt"));
+    ASSERT_NE(nullptr, lod.match.nodeOf(1));
+    EXPECT_EQ("near_the_wood", lod.records.hierarchy()[1].name);
+    EXPECT_NE(nullptr, lod.match.nodeOf(2));
+}
+
 TEST_F(RecordMatchTest, MatchesNamesThatTheToolkitRewrites)
 {
     FltWriter flt;

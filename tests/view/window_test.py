@@ -268,8 +268,8 @@ class WindowTest(unittest.TestCase):
 
 class CommandLineTest(unittest.TestCase):
     def run_view(self, *arguments: str, **environment: str) -> subprocess.CompletedProcess[str]:
-        return subprocess.run([FLTVIEW, *arguments], capture_output=True, text=True, timeout=PATIENCE, cwd=FOLDER,
-                              env=os.environ | environment)
+        return subprocess.run([FLTVIEW, *arguments], capture_output=True, text=True, timeout=PATIENCE,
+                              cwd=FOLDER, env=os.environ | environment)
 
     def setUp(self) -> None:
         self.database = str(pathlib.Path(FOLDER, "still.flt"))

@@ -127,7 +127,8 @@ private:
         HierarchyRecord entry;
         entry.opcode = index[position].opcode;
         entry.position = position;
-        entry.name = nameOf(index, position);
+        entry.id = nameOf(index, position);
+        entry.name = entry.id;
         outline.push_back(std::move(entry));
     }
 

@@ -15,6 +15,7 @@ struct HierarchyRecord {
     int opcode = 0;
     std::size_t position = 0;  ///< Of the record among all of its file.
     std::string name;          ///< The long id if there is one, else the id. In UTF-8 or as it is.
+    std::string id;            ///< As it stands in the record itself.
     std::vector<int> children; ///< Indices of the records one level below.
     int faces = 0;             ///< Below it, without those below other entries.
 };

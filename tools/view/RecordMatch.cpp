@@ -30,6 +30,8 @@ public:
         for (int const child : parent.children) {
             HierarchyRecord const& record = file.hierarchy()[static_cast<std::size_t>(child)];
             add(record.name, child);
+            if (record.id != record.name)
+                add(record.id, child); // the outer node of a level of detail
             if (record.opcode == FltOpcode::switchNode)
                 add(record.name + "_(flt_switch)", child);
         }
