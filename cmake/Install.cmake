@@ -20,7 +20,7 @@ set(public_headers
     parser/FltCreationVisitor.h parser/FltFileInput.h parser/FltInput.h parser/FltObserver.h parser/FltParser.h
     messages/FltWarningMessage.h messages/FltWarningMessageConsole.h
     plugin/Plugin.h plugin/SoInputFltReader.h
-    records/FltRecord.h records/FltVersion.h
+    records/FltRecord.h records/FltRecordCategory.h records/FltRecordMemory.h records/FltVersion.h
     statistics/FltStatisticsTool.h
     toolkit/SbFileHelper.h toolkit/SideFile.h toolkit/SoInputQueries.h toolkit/SoInputReader.h toolkit/SoRefCounter.h
     toolkit/VelloReaderExport.h)
@@ -28,7 +28,7 @@ foreach(header IN LISTS public_headers)
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VelloReader/${folder})
 endforeach()
-foreach(header FltLoadError FltLoader FltMessage FltScene)
+foreach(header FltLoadError FltLoader FltMessage FltRecordReader FltScene)
   install(FILES src/loader/${header}.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VelloReader)
 endforeach()
 

@@ -1,13 +1,14 @@
 #include "Textures.h"
 
 #include "PngFile.h"
+#include "support/OutputFile.h"
+#include "support/ToolError.h"
 #include "writer/FltWriter.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <fstream>
-#include <stdexcept>
+#include <cstdio>
 
 namespace
 {
@@ -29,8 +30,10 @@ void setPixel(Picture& picture, int x, int y, double red, double green, double b
 
 void savePng(Picture const& picture, std::string const& path)
 {
-    if (std::string const problem = writePng(picture, path); !problem.empty())
-        throw std::runtime_error("cannot write " + path + ": " + problem);
+    OutputFile output(path);
+    if (std::string const problem = writePng(picture, output.stream()); !problem.empty())
+        throw ToolError("cannot write " + path + ": " + problem);
+    output.commit();
 }
 
 /// Writes a picture as a plain SGI image: a head of 512 bytes, then a plane for each channel, rows from the
@@ -45,10 +48,9 @@ void saveSgi(Picture& picture, std::string const& path)
         for (int y = picture.height - 1; y >= 0; --y)
             for (int x = 0; x < picture.width; ++x)
                 data += static_cast<char>(picture.at(x, y)[channel]);
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file.write(data.data(), static_cast<std::streamsize>(data.size()));
-    if (!file.flush())
-        throw std::runtime_error("cannot write " + path);
+    OutputFile output(path);
+    std::fwrite(data.data(), 1, data.size(), output.stream());
+    output.commit();
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 #include <string>
 
 /// @name The sample's textures, each made of a few lines of arithmetic
-/// Each function writes a file, and throws std::runtime_error if it can't.
+/// Each function writes a file, and throws ToolError if it can't.
 /// @{
 void writeAsphalt(std::string const& path);     ///< Grey with grains and seams, PNG.
 void writeCorrugation(std::string const& path); ///< Ribs of sheet metal, SGI image.

@@ -1,21 +1,22 @@
 // Writes the sample database: a small airfield between hills.
 //
-//     make_sample [airfield.flt]
+//     make_sample [--force] [airfield.flt]
 //
 // Beside the database stands a directory of the same name without ".flt", with its textures and with the
 // terminal, a database of its own that the airfield refers to. The same bytes come out every time.
 
 #include "Model.h"
 #include "Textures.h"
+#include "support/OutputFile.h"
+#include "support/ToolError.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
-#include <fstream>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -666,20 +667,26 @@ std::string makeTerminal()
 
 void save(std::string const& bytes, std::filesystem::path const& path)
 {
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!file.flush())
-        throw std::runtime_error("cannot write " + path.string());
+    OutputFile output(path);
+    std::fwrite(bytes.data(), 1, bytes.size(), output.stream());
+    output.commit();
 }
 
-void makeSample(std::filesystem::path const& database)
+void makeSample(std::filesystem::path const& database, bool force)
 {
     std::filesystem::path const directory = database.parent_path() / database.stem();
+    std::filesystem::path const asphalt = directory / "asphalt.png",
+                                corrugation = directory / "corrugation.rgb",
+                                windows = directory / "windows.png", terminal = directory / "terminal.flt";
+    for (std::filesystem::path const& path : {database, asphalt, corrugation, windows, terminal})
+        if (!force && std::filesystem::exists(std::filesystem::symlink_status(path)))
+            throw ToolError(path.string() + ": this file is there already. Add --force to replace it.",
+                            ExitCode::wrongUsage);
     std::filesystem::create_directories(directory);
-    writeAsphalt(directory / "asphalt.png");
-    writeCorrugation(directory / "corrugation.rgb");
-    writeWindows(directory / "windows.png");
-    save(makeTerminal(), directory / "terminal.flt");
+    writeAsphalt(asphalt);
+    writeCorrugation(corrugation);
+    writeWindows(windows);
+    save(makeTerminal(), terminal);
     save(makeAirfield(database.stem()), database);
 }
 
@@ -687,16 +694,24 @@ void makeSample(std::filesystem::path const& database)
 
 int main(int argc, char** argv)
 {
-    if (argc > 2 || (argc == 2 && argv[1][0] == '-')) {
-        std::fprintf(
-            stderr, "Usage: make_sample [airfield.flt]\nWrites the sample database and what it refers to.\n");
-        return 2;
-    }
+    std::filesystem::path database = "airfield.flt";
+    bool force = false;
+    CLI::App app("Writes the sample database and the files that it refers to.", "make_sample");
+    app.add_option("OUT.flt", database, "The database to write; the other files go into a folder of its name")
+        ->capture_default_str();
+    app.add_flag("--force", force, "Replace files that are there already");
+    app.set_version_flag("--version", "VelloReader " VELLOREADER_VERSION);
     try {
-        makeSample(argc == 2 ? argv[1] : "airfield.flt");
-        return 0;
+        app.parse(argc, argv);
+        makeSample(database, force);
+        return static_cast<int>(ExitCode::success);
+    } catch (CLI::ParseError const& error) {
+        return static_cast<int>(app.exit(error) == 0 ? ExitCode::success : ExitCode::wrongUsage);
+    } catch (ToolError const& problem) {
+        std::fprintf(stderr, "make_sample: %s\n", problem.what());
+        return static_cast<int>(problem.exitCode);
     } catch (std::exception const& problem) {
         std::fprintf(stderr, "make_sample: %s\n", problem.what());
-        return 1;
+        return static_cast<int>(ExitCode::failed);
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,6 @@ struct Picture {
     std::vector<unsigned char> pixels;
 };
 
-/// Writes a picture as a PNG file.
-/// @return an empty text, or why it can't be written
-std::string writePng(Picture const& picture, std::string const& path);
+/// Writes a picture as PNG. A stream that takes no more is the caller's to report.
+/// @return an empty text, or why the picture can't be written
+std::string writePng(Picture const& picture, FILE* file);

@@ -1,8 +1,10 @@
 // Draws an OpenFlight database into a PNG picture, without a window or an X server.
 
 #include "EglOffscreen.h"
-#include "FltHost.h"
 #include "PngFile.h"
+#include "support/LoaderOptions.h"
+#include "support/OutputFile.h"
+#include "support/Tool.h"
 
 #include <CLI/CLI.hpp>
 #include <Inventor/SbMatrix.h>
@@ -44,7 +46,7 @@ constexpr char footer[] =
     "  fltshot airfield.flt -o top.png --from 180,89    straight from above, north at the top\n"
     "  fltshot wand.flt -o icon.png --size 128x128      a thumbnail\n"
     "\n"
-    "A listing of every record in the database goes to IN.flt.log, next to the input.\n"
+    "The picture takes its place when it is whole; what stood there before stays until then.\n"
     "\n"
     "Exit codes: 0 done, 1 the file can't be read, drawn or written, 2 wrong usage.";
 
@@ -69,20 +71,21 @@ float radians(float degrees)
 }
 
 /// Reads the size and the direction from their texts.
-/// @return what is wrong, or an empty text
-std::string readTexts(Options& options)
+/// @throw ToolError if one of them is wrong
+void readTexts(Options& options)
 {
     char rest;
     if (std::sscanf(options.sizeText.c_str(), "%5dx%5d%c", &options.width, &options.height, &rest) != 2 ||
         std::min(options.width, options.height) < 1 || std::max(options.width, options.height) > largestSide)
-        return "--size " + options.sizeText + ": give width and height in pixels from 1 to " +
-               std::to_string(largestSide) + ", as in 1280x720.";
+        throw ToolError("--size " + options.sizeText + ": give width and height in pixels from 1 to " +
+                            std::to_string(largestSide) + ", as in 1280x720.",
+                        ExitCode::wrongUsage);
     if (std::sscanf(options.fromText.c_str(), "%f,%f%c", &options.azimuth, &options.elevation, &rest) != 2 ||
         !(std::abs(options.azimuth) <= 360) || !(std::abs(options.elevation) <= 90))
-        return "--from " + options.fromText +
-               ": give azimuth and elevation in degrees, as in 150,20 (azimuth -360 to 360, elevation -90 to "
-               "90).";
-    return "";
+        throw ToolError("--from " + options.fromText +
+                            ": give azimuth and elevation in degrees, as in 150,20 (azimuth -360 to 360, "
+                            "elevation -90 to 90).",
+                        ExitCode::wrongUsage);
 }
 
 /// The turn of a camera that looks from a compass direction and a height above the horizon, z up.
@@ -215,7 +218,7 @@ SoSeparator* makePicture(SoSeparator* scene, Options const& options)
 {
     DrawnPoints const drawn(scene);
     if (drawn.points.empty())
-        throw FltHostError(options.input + ": the database holds nothing that can be drawn.");
+        throw ToolError(options.input + ": the database holds nothing that can be drawn.");
 
     auto* camera = new SoPerspectiveCamera;
     camera->viewportMapping = SoCamera::ADJUST_CAMERA;
@@ -248,8 +251,8 @@ Picture draw(SoNode* scene, int width, int height)
     renderer.setComponents(SoOffscreenRenderer::RGB);
     renderer.getGLRenderAction()->setTransparencyType(SoGLRenderAction::SORTED_OBJECT_SORTED_TRIANGLE_BLEND);
     if (!renderer.render(scene))
-        throw FltHostError("the picture can't be drawn off screen. Check the OpenGL driver: apt-get install "
-                           "libegl-mesa0 libgl1-mesa-dri");
+        throw ToolError("the picture can't be drawn off screen. Check the OpenGL driver: apt-get install "
+                        "libegl-mesa0 libgl1-mesa-dri");
 
     Picture picture(width, height);
     unsigned char const* const buffer = renderer.getBuffer();
@@ -287,30 +290,31 @@ int main(int argc, char** argv)
         ->check(CLI::Range(0.01f, 100.0f))
         ->capture_default_str();
     app.add_flag("-q,--quiet", options.quiet, "Show errors only, no warnings");
+    LoaderOptions const loaderOptions(app);
     try {
         app.parse(argc, argv);
     } catch (CLI::ParseError const& error) {
-        return app.exit(error) == 0 ? FltHost::success : FltHost::wrongUsage;
+        return static_cast<int>(app.exit(error) == 0 ? ExitCode::success : ExitCode::wrongUsage);
     }
 
     EglOffscreen::install();
-    FltHost host("fltshot", options.quiet);
-    if (std::string const problem = readTexts(options); !problem.empty()) {
-        host.error(problem);
-        return FltHost::wrongUsage;
-    }
-    return host.run([&] {
+    Tool const tool("fltshot", options.quiet);
+    return tool.run([&] {
+        readTexts(options);
+        OutputFile::checkEnding(options.output, {".png"});
         if (char const* problem = EglOffscreen::missing())
-            throw FltHostError(problem);
-        SoSeparator* scene = host.load(options.input);
-        SoSeparator* picture = makePicture(scene, options);
+            throw ToolError(problem);
+        FltScene const scene = tool.load(loaderOptions.makeLoader(), options.input);
+        OutputFile output(options.output, loaderOptions.keptFiles(options.input, scene));
+        if (output.isTerminal())
+            throw ToolError("a picture would upset the terminal. Give -o a file.", ExitCode::wrongUsage);
+        SoSeparator* const picture = makePicture(scene.root(), options);
         picture->ref();
-        scene->unref();
-        std::string const problem = writePng(draw(picture, options.width, options.height), options.output);
+        std::string const problem = writePng(draw(picture, options.width, options.height), output.stream());
         picture->unref();
         if (!problem.empty())
-            throw FltHostError(options.output + ": cannot write: " + problem +
-                               ". Check the directory, its permissions and the space on the disk.");
-        return FltHost::success;
+            throw ToolError(options.output + ": cannot write: " + problem + ". Choose another size.");
+        output.commit();
+        return ExitCode::success;
     });
 }

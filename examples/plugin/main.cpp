@@ -12,27 +12,14 @@
 
 int main(int argc, char** argv)
 {
-    if (argc != 2) {
-        std::cerr << "Usage: load_plugin FILE.flt\n";
-        return 2;
-    }
     SoInteraction::init();
-
     void* const library = dlopen("libzov.inventor.io.flt", RTLD_NOW);
-    if (library == nullptr) {
-        std::cerr << dlerror() << '\n';
-        return 1;
+    if (argc != 2 || library == nullptr) {
+        std::cerr << (argc != 2 ? "Usage: load_plugin FILE.flt" : dlerror()) << '\n';
+        return 2;
     }
     auto const initPlugin = reinterpret_cast<void (*)()>(dlsym(library, "initPlugin"));
     auto const exitPlugin = reinterpret_cast<void (*)()>(dlsym(library, "exitPlugin"));
-    auto const getProductName = reinterpret_cast<char const* (*)()>(dlsym(library, "getProductName"));
-    auto const getVersion = reinterpret_cast<char const* (*)()>(dlsym(library, "getVersion"));
-    if (!initPlugin || !exitPlugin || !getProductName || !getVersion) {
-        std::cerr << dlerror() << '\n';
-        return 1;
-    }
-    std::cout << getProductName() << ' ' << getVersion() << '\n';
-
     initPlugin();
     auto* const reader = static_cast<SoInputReader*>(SoType::fromName("InputFltReader").createInstance());
     int exitCode = 1;

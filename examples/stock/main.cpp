@@ -10,18 +10,11 @@
 
 int main(int argc, char** argv)
 {
-    if (argc != 2) {
-        std::cerr << "Usage: read_any FILE\n";
-        return 2;
-    }
     SoInteraction::init();
-
     SoInput input;
-    if (!input.openFile(argv[1]))
-        return 1;
-    SoSeparator* const root = SoDB::readAll(&input);
+    SoSeparator* const root = argc == 2 && input.openFile(argv[1]) ? SoDB::readAll(&input) : nullptr;
     if (root == nullptr)
-        return 1;
+        return 1; // the toolkit has said why
     root->ref();
     SoGetPrimitiveCountAction count;
     count.apply(root);

@@ -1,73 +1,289 @@
 """OpenFlight scene databases (.flt) as Open Inventor scene graphs, for programs that use pivy.
 
-    import velloreader
+    >>> import velloreader
+    >>> root = velloreader.load("airfield.flt")
+    >>> root.getTypeId().getName().getString()
+    'Separator'
 
-    root = velloreader.load("airfield.flt")
+From then on coin.SoDB.readAll() and SoFile read databases too.
 """
 
 from __future__ import annotations
 
 import ctypes
+import json
 import os
-import re
 import warnings
 import weakref
+from collections.abc import Callable, Iterable, Iterator
+from typing import Any, Literal, NamedTuple, Union
 
 from pivy import coin
 
-__all__ = ["DatabaseWarning", "load"]
+__all__ = ["Database", "DatabaseWarning", "LoadCancelled", "Message", "Reference", "Texture", "load"]
 __version__ = "@PROJECT_VERSION@"
+
+Path = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
+Progress = Callable[[str, int, int], object]
 
 
 class DatabaseWarning(UserWarning):
     """Something in a database is damaged or missing; the rest of it was loaded."""
 
 
-# PyDLL keeps other Python threads waiting during a call: conversions run one at a time.
+class LoadCancelled(Exception):
+    """The progress function returned False."""
+
+
+class Message(NamedTuple):
+    """What the loader has to say about a database."""
+
+    level: Literal["remark", "warning", "error"]
+    text: str
+    file: str
+    offset: int | None
+    """Of the record's first byte in the file."""
+    opcode: int | None
+    times: int
+    """How often it came."""
+
+
+class Texture(NamedTuple):
+    """A texture that a face of the scene uses."""
+
+    name: str
+    """As the database names it."""
+    database: str
+    """The file that names it."""
+    path: str | None
+    """Where it was found."""
+    tried: list[str]
+    """Where it was looked for, if it wasn't found."""
+
+
+class Reference(NamedTuple):
+    """A file that a database refers to."""
+
+    name: str
+    """As the database names it."""
+    database: str
+    """The file that names it."""
+    path: str | None
+    """Where it was found."""
+    loaded: bool
+    """Whether its scene is a part of this one."""
+
+
+_Answer = ctypes.CFUNCTYPE(None, ctypes.c_char_p)
+_Progress = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_char_p, ctypes.c_uint64, ctypes.c_uint64)
+
+
+class _Options(ctypes.Structure):
+    _fields_ = [
+        ("log", ctypes.c_char_p),
+        ("texturePath", ctypes.POINTER(ctypes.c_char_p)),
+        ("references", ctypes.c_int),
+        ("exact", ctypes.c_int),
+        ("progress", _Progress),
+    ]
+
+
+# PyDLL keeps other Python threads waiting during a call: loads run one at a time.
 _native = ctypes.PyDLL(os.path.join(os.path.dirname(os.path.abspath(__file__)), "libvelloreader_python.so"))
-_Report = ctypes.CFUNCTYPE(None, ctypes.c_char_p)
-_native.velloreader_load.argtypes = [ctypes.c_void_p, ctypes.c_char_p, _Report]
-_native.velloreader_load.restype = ctypes.c_int
+_native.velloreader_load.argtypes = [ctypes.c_void_p, ctypes.c_char_p, ctypes.POINTER(_Options), _Answer]
+_native.velloreader_load.restype = None
+_native.velloreader_records.argtypes = [ctypes.c_char_p, _Answer]
+_native.velloreader_records.restype = ctypes.c_void_p
+_native.velloreader_next.argtypes = [ctypes.c_void_p, _Answer]
+_native.velloreader_next.restype = None
+_native.velloreader_close.argtypes = [ctypes.c_void_p]
+_native.velloreader_close.restype = None
 _native.velloreader_unref.argtypes = [ctypes.c_void_p]
 _native.velloreader_unref.restype = None
+
+# The toolkit was loaded with private symbols and doesn't find the module for .flt files by itself.
+if _native.velloreader_register() != 0:
+    warnings.warn("libSoFLTFileKit.so isn't installed: SoDB.readAll() and SoFile don't read .flt files")
 
 # Holds a new root until it has a proxy.
 _holder = coin.SoGroup()
 
-_MESSAGE = re.compile(r"(.*?)\n\(Warning Level: (\d+)\)\n\n", re.DOTALL)
+_REFERENCES = {"follow": 0, "skip": 1}
 
 
-def load(path: str | bytes | os.PathLike[str] | os.PathLike[bytes]) -> coin.SoSeparator:
-    """Converts a database and returns the root of its scene graph, which keeps the whole scene alive.
-
-    Textures are looked for next to the database. A listing of its records is written next to it, into a file
-    of its name with ".log" after it. What is damaged or missing is reported as a DatabaseWarning.
-
-    Raises OSError if the file can't be opened, ValueError if it isn't an OpenFlight database (revision 11 or
-    newer), and MemoryError if it is too large.
-    """
+def _name_of(path: Path) -> bytes:
     name = os.fsencode(path)
     if b"\0" in name:
         raise ValueError("embedded null byte")
+    return name
+
+
+def _check(answer: Any) -> Any:
+    """Raises what an answer says went wrong, or returns it."""
+    if not isinstance(answer, dict) or set(answer) != {"error"}:
+        return answer
+    kind, text = answer["error"]["kind"], answer["error"]["text"]
+    if kind == "outOfMemory":
+        raise MemoryError(text)
+    if kind == "cancelled":
+        raise LoadCancelled(text)
+    if kind == "cannotOpen":
+        raise OSError(text)
+    if kind == "failed":
+        raise RuntimeError(text)
+    raise ValueError(text)
+
+
+def _open(name: bytes) -> None:
+    """Raises the error that says exactly why a file can't be opened."""
     with open(name, "rb"):
-        pass  # the error says exactly why a file can't be opened
+        pass
 
-    reports: list[str] = []
-    report = _Report(lambda text: reports.append(text.decode("utf-8", "replace")))
-    result = _native.velloreader_load(int(_holder.this), name, report)
-    messages = [" ".join(text.split()) for text, _level in _MESSAGE.findall("".join(reports))]
-    if result < 0:
-        raise MemoryError(f"{os.fsdecode(name)}: out of memory")
-    if result == 0:
-        reasons = messages or ["not an OpenFlight database"]
-        raise ValueError(f"{os.fsdecode(name)}: {'; '.join(reasons)}")
 
+class Database:
+    """A loaded database: its scene, and what is to be known about it.
+
+    The options are those of load(), which is all that most programs need. Nothing is warned about here: look
+    at the messages.
+
+        >>> database = Database("airfield.flt")
+        >>> database.info["revision"], database.info["unit"]
+        (1570, 'metres')
+        >>> [message.text for message in database.messages]
+        []
+        >>> sorted(texture.name for texture in database.textures if texture.path is None)
+        []
+        >>> [(reference.name, reference.loaded) for reference in database.references]
+        [('airfield/terminal.flt', True)]
+    """
+
+    scene: coin.SoSeparator
+    """The root of the scene graph, which keeps the whole scene alive."""
+    messages: list[Message]
+    textures: list[Texture]
+    references: list[Reference]
+    omissions: dict[str, int]
+    """What the database holds and the scene doesn't show: how much of each kind."""
+    info: dict[str, Any]
+    """The header: name, revision, unit, unit_multiplier, last_change, projection, ellipsoid, origin,
+    south_west, north_east (latitude and longitude in degrees), and the numbers of records and bytes."""
+
+    def __init__(
+        self,
+        path: Path,
+        *,
+        log: Path | Literal[True] | None = None,
+        textures: Iterable[Path] = (),
+        references: Literal["follow", "skip"] = "follow",
+        exact: bool = False,
+        progress: Progress | None = None,
+    ) -> None:
+        self._name = _name_of(path)
+        if references not in _REFERENCES:
+            raise ValueError(f"references: {references!r} is neither 'follow' nor 'skip'")
+        _open(self._name)
+        failure: list[BaseException] = []
+
+        def report(file: bytes, done: int, in_all: int) -> int:
+            try:
+                return 0 if progress is not None and progress(os.fsdecode(file), done, in_all) is False else 1
+            except BaseException as problem:  # it goes on where the load has ended
+                failure.append(problem)
+                return 0
+
+        directories = [_name_of(directory) for directory in textures]
+        options = _Options(
+            log=None if log is None else b"" if log is True else _name_of(log),
+            texturePath=(ctypes.c_char_p * (len(directories) + 1))(*directories, None),
+            references=_REFERENCES[references],
+            exact=int(exact),
+            progress=_Progress(report) if progress is not None else _Progress(0),
+        )
+        answers: list[Any] = []
+        answer = _Answer(lambda text: answers.append(json.loads(text)))
+        _native.velloreader_load(int(_holder.this), self._name, ctypes.byref(options), answer)
+        if failure:
+            raise failure[0]
+        content = _check(answers[0])
+        self.messages = [Message(**message) for message in content["messages"]]
+        self.textures = [Texture(**texture) for texture in content["textures"]]
+        self.references = [Reference(**reference) for reference in content["references"]]
+        self.omissions = content["omissions"]
+        self.info = content["info"]
+        for place in ("origin", "south_west", "north_east"):
+            self.info[place] = tuple(self.info[place])
+        self.scene = _adopt()
+
+    def records(self) -> Iterator[dict[str, Any]]:
+        """Reads the records of the file one by one, each as a dictionary with its opcode, class, length,
+        offset and fields.
+
+            >>> database = Database("airfield.flt")
+            >>> next(database.records())["class"]
+            'FltRecordHeader'
+            >>> sum(record["opcode"] == 5 for record in database.records()) > 100
+            True
+        """
+        answers: list[Any] = []
+        answer = _Answer(lambda text: answers.append(json.loads(text)))
+        handle = _native.velloreader_records(self._name, answer)
+        _check(answers.pop())
+        try:
+            while True:
+                _native.velloreader_next(handle, answer)
+                record = _check(answers.pop())
+                if record is None:
+                    return
+                yield record
+        finally:
+            _native.velloreader_close(handle)
+
+
+def _adopt() -> coin.SoSeparator:
+    """Takes the root out of the holder."""
     root = _holder.getChild(0)
     # The proxy of a child owns no reference: take one, which is given back when the proxy goes. Setting its
     # "thisown" instead makes pivy lose its classes after a few roots.
     root.ref()
     _holder.removeAllChildren()
     weakref.finalize(root, _native.velloreader_unref, int(root.this)).atexit = False
-    for message in messages:
-        warnings.warn(f"{os.fsdecode(name)}: {message}", DatabaseWarning, stacklevel=2)
     return root
+
+
+def load(
+    path: Path,
+    *,
+    log: Path | Literal[True] | None = None,
+    textures: Iterable[Path] = (),
+    references: Literal["follow", "skip"] = "follow",
+    exact: bool = False,
+    progress: Progress | None = None,
+) -> coin.SoSeparator:
+    """Loads a database and returns the root of its scene graph, which keeps the whole scene alive.
+
+    What is damaged or missing is reported as a DatabaseWarning; Database has it as data.
+
+        >>> root = load("airfield.flt", textures=["/data/textures"])
+        >>> root.getNumChildren() > 0
+        True
+
+    Options:
+        log         where to write a listing of all records, about ten times as long as the database: a file,
+                    or True for the name of the database with ".log" after it. By default there is none.
+        textures    directories in which textures are looked for, besides that of the database
+        references  "follow" loads the files that the database refers to, "skip" leaves their places empty
+        exact       converts as the plug-in does, with all its rules
+        progress    called now and then with the name of a file, the bytes done and the bytes in all; if it
+                    returns False, the load ends with LoadCancelled
+
+    Raises OSError if the file can't be opened, ValueError if it isn't an OpenFlight database (revision 11 or
+    newer) or is damaged beyond use, and MemoryError if it is too large.
+    """
+    database = Database(
+        path, log=log, textures=textures, references=references, exact=exact, progress=progress
+    )
+    name = os.fsdecode(_name_of(path))
+    for message in database.messages:
+        if message.level != "remark":
+            warnings.warn(f"{message.file or name}: {message.text}", DatabaseWarning, stacklevel=2)
+    return database.scene

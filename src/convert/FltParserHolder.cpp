@@ -89,7 +89,9 @@ void FltParserHolder::destroyRecords()
 void FltParserHolder::abandonRecords()
 {
     bool const isOwn = !made.empty() && made.back().get() == fltParser;
-    if (isOwn && holdsRecords() && !fltParser->getFltRecords().empty())
+    if (isOwn && !keepsAbandonedRecords)
+        destroyRecords();
+    else if (isOwn && holdsRecords() && !fltParser->getFltRecords().empty())
         abandoned.replaceBy(fltParser->getFltRecords());
     recordsDestroyed = true;
 }

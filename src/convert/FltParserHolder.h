@@ -9,8 +9,8 @@ class FltParser;
 /// The parser of a conversion: one that the caller made, or one that this object made itself. The latter live
 /// until this object is destroyed, also after another one took their place.
 ///
-/// A conversion that fails leaves its records alive. Those of the last such parser that was made here stay in
-/// memory until others replace them or the process ends.
+/// A conversion that fails leaves its records alive, unless keepNothing() was called. Those of the last such
+/// parser that was made here stay in memory until others replace them or the process ends.
 class FltParserHolder
 {
 public:
@@ -32,6 +32,9 @@ public:
     /// The parser in use, or null.
     FltParser* get() const { return fltParser; }
 
+    /// Deletes the records of a conversion that fails, too.
+    void keepNothing() { keepsAbandonedRecords = false; }
+
     /// Whether there are records to look at, as far as destroyRecords() knows.
     bool holdsRecords() const { return fltParser != nullptr && !recordsDestroyed; }
 
@@ -50,5 +53,6 @@ private:
     FltParser* fltParser = nullptr;
     bool ownsFltParser = false;
     bool recordsDestroyed = false;
+    bool keepsAbandonedRecords = true;
     std::vector<OwnParser> made;
 };

@@ -8,27 +8,6 @@
 namespace
 {
 
-using Pixels = FltTextures::Pixels;
-
-/// Keeps the pixels of a node for as long as the toolkit's part of the node lives.
-struct PixelsKeeper {
-    std::shared_ptr<Pixels const> kept;
-};
-
-/// A texture whose pixels belong to several nodes. It is written, and copied, as any other.
-class SharedTexture final : private PixelsKeeper, public SoTexture2
-{
-public:
-    explicit SharedTexture(std::shared_ptr<Pixels const> pixels) : PixelsKeeper{std::move(pixels)}
-    {
-        image.enableNotify(FALSE);
-        image.setValue(kept->size, kept->components, kept->bytes.data(), SoSFImage::NO_COPY);
-        image.enableNotify(TRUE);
-        image.setDefault(TRUE); // the name is written, not the pixels
-        setReadStatus(1);
-    }
-};
-
 SoNodeRef<SoTexture2> makeByToolkit(std::string const& name)
 {
     SoNodeRef<SoTexture2> texture(new SoTexture2);
@@ -36,17 +15,9 @@ SoNodeRef<SoTexture2> makeByToolkit(std::string const& name)
     return texture;
 }
 
-/// Sets the name without having the toolkit open the file.
-void nameSilently(SoTexture2& texture, std::string const& name)
+std::shared_ptr<SoSharedPixels const> pixelsOf(SoTexture2 const& texture)
 {
-    texture.filename.enableNotify(FALSE);
-    texture.filename = name.c_str();
-    texture.filename.enableNotify(TRUE);
-}
-
-std::shared_ptr<Pixels const> pixelsOf(SoTexture2 const& texture)
-{
-    auto pixels = std::make_shared<Pixels>();
+    auto pixels = std::make_shared<SoSharedPixels>();
     unsigned char const* const bytes = texture.image.getValue(pixels->size, pixels->components);
     if (bytes == nullptr)
         return nullptr;
@@ -68,7 +39,7 @@ SoNodeRef<SoTexture2> FltTextures::make(std::string const& name)
         FltWarningMessageConsole::notifyGuard("A texture isn't read, since its file isn't a plain one",
                                               ": " + path);
         SoNodeRef<SoTexture2> texture(new SoTexture2);
-        nameSilently(*texture, name);
+        SoSharedTexture::nameSilently(*texture, name);
         return texture;
     }
     File& file = files[{status.st_dev, status.st_ino}];
@@ -78,7 +49,9 @@ SoNodeRef<SoTexture2> FltTextures::make(std::string const& name)
         file.isMet = true;
         return makeByToolkit(name);
     }
-    SoNodeRef<SoTexture2> texture(new SharedTexture(file.pixels));
-    nameSilently(*texture, name);
+    auto* const shared = new SoSharedTexture;
+    SoNodeRef<SoTexture2> texture(shared);
+    shared->setPixels(file.pixels);
+    shared->setFileName(name);
     return texture;
 }

@@ -1,15 +1,14 @@
 #pragma once
 
 #include "toolkit/SoNodeRef.h"
+#include "toolkit/SoSharedTexture.h"
 
-#include <Inventor/SbVec2s.h>
 #include <Inventor/nodes/SoTexture2.h>
 #include <map>
 #include <memory>
 #include <string>
 #include <sys/types.h>
 #include <utility>
-#include <vector>
 
 /// Makes the texture nodes of a conversion.
 ///
@@ -19,13 +18,6 @@
 class FltTextures
 {
 public:
-    /// The pixels of a file, as the toolkit decoded them.
-    struct Pixels {
-        SbVec2s size;
-        int components = 0;
-        std::vector<unsigned char> bytes;
-    };
-
     /// A new node of a name.
     SoNodeRef<SoTexture2> make(std::string const& name);
 
@@ -33,7 +25,7 @@ private:
     /// A file that was decoded once.
     struct File {
         bool isMet = false;
-        std::shared_ptr<Pixels const> pixels; ///< Of the second node on.
+        std::shared_ptr<SoSharedPixels const> pixels; ///< Of the second node on.
     };
 
     std::map<std::pair<dev_t, ino_t>, File> files;

@@ -1,6 +1,7 @@
 #include "convert/FltToInventor.h"
 
 #include "convert/FltToInventorState.h"
+#include "host/FltConversionHost.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltCreationVisitor.h"
 #include "parser/FltFileInput.h"
@@ -134,6 +135,11 @@ void FltToInventor::deleteCurrentFltParser()
     state->parser.retire();
 }
 
+void FltToInventor::setHost(FltConversionHost* host)
+{
+    state->shared.host = host;
+}
+
 int FltToInventor::convert()
 {
     if (state->result == nullptr)
@@ -158,6 +164,9 @@ int FltToInventor::convert()
     }
 
     FltWarningMessageConsole::Count messages;
+    parser->setHost(state->shared.host);
+    if (state->shared.host != nullptr)
+        state->parser.keepNothing();
     if (parser->run() == 1)
         return 1;
     if (parser->getFltCreationVisitor()->revision < oldestRevision) {
@@ -168,12 +177,26 @@ int FltToInventor::convert()
     visitAllFltRecords();
     destroyAllFltRecords();
     messages.finish();
+    if (state->shared.host != nullptr)
+        state->shared.host->endFile(*input);
     return 0;
 }
 
 bool FltToInventor::isAllFltRecordsVisited() const
 {
     return state->allFltRecordsVisited;
+}
+
+void FltToInventor::State::reportConverted(RecordIterator const& iterator)
+{
+    constexpr std::ptrdiff_t recordsPerReport = 256;
+    FltParser& fltParser = *parser.get();
+    std::ptrdiff_t const converted = iterator - fltParser.getFltRecords().begin();
+    if (fltParser.getInput() == nullptr || converted < reportedRecords + recordsPerReport)
+        return;
+    reportedRecords = converted;
+    shared.host->takeConverted(*fltParser.getInput(), static_cast<std::size_t>(converted),
+                               fltParser.getFltRecords().size());
 }
 
 void FltToInventor::visitAllFltRecords()
@@ -186,6 +209,7 @@ void FltToInventor::visitAllFltRecords()
     FlagRaised const visiting(state->visitsRecords);
     state->switches.clear();
     for (RecordIterator iterator = records.begin(); *iterator != nullptr;) {
+        state->reportProgress(iterator);
         FltRecord* const record = *iterator;
         switch (record->getCategory()) {
         case FltRecordCategory::primary:

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+class FltConversionHost;
 class FltInput;
 class SoGroup;
 class SoInfo;
@@ -73,6 +74,9 @@ public:
 
     /// Makes a parser of its own for @p input, which stays the caller's and has to outlive this object.
     virtual void setFltInputToconvert(FltInput* input);
+
+    /// Sets who takes part in the conversion, also in that of external files; null by default. Not owned.
+    void setHost(FltConversionHost* host);
 
     virtual bool isAllFltRecordsVisited() const;
 

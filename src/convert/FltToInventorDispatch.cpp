@@ -279,6 +279,7 @@ void FltToInventor::visitGroupChildren(RecordIterator& iterator)
         visitPopLevel();
     }
     for (int level = 0; hasLevel && *iterator != nullptr; ++iterator) {
+        state->reportProgress(iterator);
         int const opcode = (*iterator)->getOpcode();
         if (opcode == FltOpcode::pushLevel) {
             ++level;

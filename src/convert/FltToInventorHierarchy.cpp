@@ -200,19 +200,17 @@ void FltToInventor::visitLOD(FltRecordLOD const* record, RecordIterator& iterato
     // Nearer than the switch-out distance and beyond the switch-in distance an empty label is drawn.
     lod->range.set1Value(0, static_cast<float>(record->switchOutDistance));
     lod->range.set1Value(1, static_cast<float>(record->switchInDistance));
-    auto* const children = named<SoSeparator>(name);
-    children->ref();
+    SoNodeRef<SoSeparator> const children(named<SoSeparator>(name));
     std::int64_t const nodesBefore = state->instances.getGraph().getNodes();
     RecordIterator const begin = iterator;
-    state->openNode(*this, lod, children, iterator);
+    state->openNode(*this, lod, children.get(), iterator);
     FltSilencedScene::Order const order = state->current.order;
     visitGroupChildren(iterator);
     lod->addChild(state->minRangeLabel.get());
-    lod->addChild(children);
-    children->unref();
+    lod->addChild(children.get());
     SbVec3f const centre = lod->center.getValue();
     if (centre[0] == 0 && centre[1] == 0 && centre[2] == 0)
-        state->lodCentres.setFromBox(*lod, children, order,
+        state->lodCentres.setFromBox(*lod, children.get(), order,
                                      iterator - begin + state->instances.getGraph().getNodes() - nodesBefore);
     lod->addChild(state->maxRangeLabel.get());
 }

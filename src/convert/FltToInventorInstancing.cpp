@@ -1,6 +1,7 @@
 // Nodes that stand in more than one place, or come from another file.
 
 #include "convert/FltToInventorState.h"
+#include "host/FltConversionHost.h"
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
@@ -10,6 +11,7 @@
 #include "records/FltRecordExternalReference.h"
 #include "records/FltRecordReplicate.h"
 #include "records/FltRecordTransformations.h"
+#include "toolkit/SoReferencesGivenBack.h"
 
 #include <Inventor/nodes/SoLabel.h>
 #include <Inventor/nodes/SoSeparator.h>
@@ -37,25 +39,13 @@ std::int64_t sizeOf(std::string const& path)
     return ::stat(path.c_str(), &status) == 0 ? status.st_size : 0;
 }
 
-/// Gives back what references a node gets while this object lives. The header of a top-level file takes one
-/// for the caller; in an external file the graph holds the root.
-class ReferencesGivenBack
+/// Whether a group has got the scene of a file since it had so many children.
+bool hasGotScene(SoGroup const& group, int childrenBefore)
 {
-public:
-    explicit ReferencesGivenBack(SoNode* node) : node(node), before(node->getRefCount()) {}
-    ~ReferencesGivenBack()
-    {
-        while (node->getRefCount() > before)
-            node->unrefNoDelete();
-    }
-
-    ReferencesGivenBack(ReferencesGivenBack const&) = delete;
-    ReferencesGivenBack& operator=(ReferencesGivenBack const&) = delete;
-
-private:
-    SoNode* node;
-    int before;
-};
+    int const last = group.getNumChildren() - 1;
+    return last >= childrenBefore &&
+           static_cast<SoSeparator const*>(group.getChild(last))->getNumChildren() > 0;
+}
 
 } // namespace
 
@@ -135,13 +125,20 @@ void FltToInventor::visitExternalReference(FltRecordExternalReference const* rec
     FltInput const* const input = parser != nullptr ? parser->getInput() : nullptr;
     char const* const directory = input != nullptr ? input->getDirName() : nullptr;
     std::string const fullPath = directory != nullptr ? FltExternalFiles::pathOf(directory, path) : "";
-    if (!canOpen(fullPath.c_str())) {
+    int const childrenBefore = group->getNumChildren();
+    bool const isThere = canOpen(fullPath.c_str());
+    FltConversionHost* const host = input != nullptr ? state->shared.host : nullptr;
+    bool const isFollowed = host == nullptr || host->beginReference(*input, path, fullPath, isThere);
+    if (!isThere) {
         std::string const text = "ERROR! CAN'T RESOLVE EXTERNAL REFERENCE: " + path;
         FltWarningMessageConsole::notifyMessage(FltWarningMessageConsole::keepText(text), 3, true);
-        return;
+    } else {
+        if (isFollowed)
+            state->convertExternalFile(path, fullPath, group);
+        --iterator;
     }
-    state->convertExternalFile(path, fullPath, group);
-    --iterator;
+    if (host != nullptr)
+        host->endReference(hasGotScene(*group, childrenBefore));
 }
 
 void FltToInventor::State::convertExternalFile(std::string const& path, std::string const& fullPath,
@@ -186,7 +183,7 @@ void FltToInventor::State::convertExternalFile(std::string const& path, std::str
 
     FltConvertedFiles::Scene scene{root};
     {
-        ReferencesGivenBack const references(root.get());
+        SoReferencesGivenBack const references(root.get());
         FltReferenceChain::Link const link(chain, identity);
         FltToInventor nested(std::make_unique<State>(shared, surroundings, hierarchyDepth + 1));
         nested.state->relativePath = FltExternalFiles::relativePathOf(relativePath, path);

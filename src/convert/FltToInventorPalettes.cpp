@@ -2,6 +2,8 @@
 
 #include "convert/FltMaterialFields.h"
 #include "convert/FltToInventorState.h"
+#include "host/FltConversionHost.h"
+#include "parser/FltParser.h"
 #include "records/FltRecordLineStyle.h"
 #include "records/FltRecordMaterial.h"
 #include "records/FltRecordNamePalette.h"
@@ -65,8 +67,14 @@ void FltToInventor::visitOLDMaterialPalette(FltRecordOLDMaterialPalette const* r
 void FltToInventor::visitTexturePattern(FltRecordTexturePattern const* record)
 {
     std::string const fileName(record->fileName, ::strnlen(record->fileName, sizeof record->fileName));
-    state->palettes.texturePalette[record->patternIndex] =
-        state->shared.textures.make(state->relativePath + fileName);
+    state->palettes.texturePalette[record->patternIndex] = state->makeTexture(fileName);
+}
+
+SoNodeRef<SoTexture2> FltToInventor::State::makeTexture(std::string const& fileName)
+{
+    FltInput const* const input = parser.get() != nullptr ? parser.get()->getInput() : nullptr;
+    return shared.host != nullptr && input != nullptr ? shared.host->makeTexture(*input, fileName)
+                                                      : shared.textures.make(relativePath + fileName);
 }
 
 void FltToInventor::visitLineStylePalette(FltRecordLineStylePalette const* record)

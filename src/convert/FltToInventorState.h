@@ -21,6 +21,7 @@
 
 #include <Inventor/nodes/SoLabel.h>
 #include <Inventor/nodes/SoSwitch.h>
+#include <cstddef>
 #include <optional>
 #include <stack>
 #include <string>
@@ -44,6 +45,7 @@ struct FltToInventor::State {
         FltConvertedFiles files;
         FltAllowances allowances;
         FltTextures textures;
+        FltConversionHost* host = nullptr;
     };
 
     State() : shared(ownShared), instances(warnings, shared.allowances) {}
@@ -63,6 +65,17 @@ struct FltToInventor::State {
     /// Hangs @p attached below the top of the stack, makes @p receiver, which is the same node or a child of
     /// it, the group that the next Push opens, and applies the ancillary records after the record to it.
     void openNode(FltToInventor& converter, SoGroup* attached, SoGroup* receiver, RecordIterator& iterator);
+
+    /// Lets the host know, once in a while, how far the conversion is.
+    void reportProgress(RecordIterator const& iterator)
+    {
+        if (shared.host != nullptr)
+            reportConverted(iterator);
+    }
+    void reportConverted(RecordIterator const& iterator);
+
+    /// The node of a texture that the file at hand names.
+    SoNodeRef<SoTexture2> makeTexture(std::string const& fileName);
 
     /// The group that takes what comes next, or null with no level open. What the toolkit remembers of a box
     /// around it is forgotten: that happens when a level is opened again below a finished level of detail.
@@ -112,4 +125,5 @@ struct FltToInventor::State {
     FltInstanceAccount instances;
     FltExternalFiles externalFiles;
     int hierarchyDepth = 0;
+    std::ptrdiff_t reportedRecords = 0; ///< How many the host knows to be converted.
 };

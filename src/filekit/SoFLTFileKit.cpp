@@ -1,12 +1,12 @@
 #include "filekit/SoFLTFileKit.h"
 
-#include "filekit/FltSceneLoader.h"
-#include "plugin/SoInputFltReader.h"
+#include "loader/FltLoader.h"
 
 #include <Inventor/errors/SoDebugError.h>
 #include <Inventor/nodekits/SoNodeKit.h>
 #include <Inventor/nodes/SoSeparator.h>
-#include <exception>
+#include <string>
+#include <vector>
 
 SO_KIT_SOURCE(SoFLTFileKit)
 
@@ -15,9 +15,24 @@ namespace
 
 constexpr char scenePart[] = "topSeparator";
 
-void report(char const* fileName, char const* problem)
+constexpr char source[] = "SoFLTFileKit::readFile";
+
+/// Reports messages to the toolkit, the first of them one by one.
+void report(std::vector<FltMessage> const& messages)
 {
-    SoDebugError::post("SoFLTFileKit::readFile", "%s: %s", fileName, problem);
+    constexpr std::size_t mostReported = 20;
+    std::size_t reported = 0;
+    for (FltMessage const& message : messages) {
+        if (++reported > mostReported)
+            break;
+        std::string const place =
+            message.offset >= 0 ? " (at byte offset " + std::to_string(message.offset) + ")" : "";
+        SoDebugError::postWarning(source, "%s: %s%s", message.file.c_str(), message.text.c_str(),
+                                  place.c_str());
+    }
+    if (reported > mostReported)
+        SoDebugError::postWarning(source, "%d more messages left out",
+                                  static_cast<int>(messages.size() - mostReported));
 }
 
 } // namespace
@@ -42,29 +57,23 @@ SoFLTFileKit::~SoFLTFileKit() = default;
 
 SbBool SoFLTFileKit::canReadFile(char const* fileName) const
 {
-    return fileName == nullptr || SoInputFltReader::isOpenFlight(fileName) ? TRUE : FALSE;
+    return fileName == nullptr || FltLoader::canLoad(fileName) ? TRUE : FALSE;
 }
 
 SbBool SoFLTFileKit::readFile(char const* fileName)
 {
     if (fileName == nullptr || *fileName == '\0') {
-        SoDebugError::post("SoFLTFileKit::readFile", "no file name was given");
+        SoDebugError::post(source, "no file name was given");
         return FALSE;
     }
-    SoSeparator* root = nullptr;
     try {
-        root = FltSceneLoader::load(fileName);
-    } catch (std::exception const& problem) {
-        report(fileName, problem.what());
+        FltScene const scene = FltLoader().load(fileName);
+        report(scene.messages());
+        return setAnyPart(scenePart, scene.root());
+    } catch (FltLoadError const& problem) {
+        SoDebugError::post(source, "%s", problem.what());
         return FALSE;
     }
-    if (root == nullptr) {
-        report(fileName, "cannot be read as an OpenFlight database");
-        return FALSE;
-    }
-    SbBool const taken = setAnyPart(scenePart, root);
-    root->unref();
-    return taken;
 }
 
 SoSeparator* SoFLTFileKit::convert()

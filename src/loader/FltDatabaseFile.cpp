@@ -84,7 +84,7 @@ void FltDatabaseFile::checkReadable(std::string const& path, std::uint64_t large
         throw FltLoadError(Kind::cannotOpen, path,
                            "the name is empty. Give the name of an OpenFlight file (*.flt).");
     if (path.find('\0') != std::string::npos)
-        throw FltLoadError(Kind::cannotOpen, path.c_str(),
+        throw FltLoadError(Kind::cannotOpen, path.substr(0, path.find('\0')),
                            "the name goes on after a null byte. Check the name.");
     OpenFile const file(path);
     if (!file.isOpen())
@@ -129,6 +129,12 @@ FltLoadError FltDatabaseFile::whyNotConverted(std::string const& path)
                     " isn't supported. Export the database at revision 11 or newer (1570 is a good choice).",
                 12};
     return {Kind::damaged, path, "the header record is damaged. Fetch or export the file again.", 0};
+}
+
+FltLoadError FltDatabaseFile::outOfMemory(std::string const& path)
+{
+    return {Kind::outOfMemory, path,
+            "the memory doesn't suffice. The database is damaged, or too large for this machine."};
 }
 
 bool FltDatabaseFile::canConvert(std::string const& path)

@@ -19,6 +19,9 @@ void checkReadable(std::string const& path, std::uint64_t largestFile);
 /// Why a file that can be read isn't converted.
 FltLoadError whyNotConverted(std::string const& path);
 
+/// The error for a file that there isn't enough memory for.
+FltLoadError outOfMemory(std::string const& path);
+
 /// Whether a file begins like a database of a revision that is converted.
 bool canConvert(std::string const& path);
 

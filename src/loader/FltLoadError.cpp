@@ -3,7 +3,8 @@
 #include <utility>
 
 FltLoadError::FltLoadError(Kind kind, std::string file, std::string const& text, std::int64_t offset)
-    : std::runtime_error(file + ": " + text), whatKind(kind), fileName(std::move(file)), byteOffset(offset)
+    : std::runtime_error(file.empty() ? text : file + ": " + text), whatKind(kind), fileName(std::move(file)),
+      byteOffset(offset)
 {
 }
 

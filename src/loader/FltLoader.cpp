@@ -3,26 +3,22 @@
 #include "convert/FltToInventor.h"
 #include "dump/FltDumpOutput.h"
 #include "loader/FltDatabaseFile.h"
+#include "loader/FltLoadHost.h"
+#include "loader/FltLoadLock.h"
+#include "loader/FltLoadLog.h"
 #include "loader/FltMessageCollector.h"
 #include "loader/FltSceneContent.h"
 #include "parser/FltFileInput.h"
+#include "parser/Flt_15_7_CreationVisitor.h"
+#include "toolkit/SoReferencesGivenBack.h"
 
 #include <Inventor/SoDB.h>
-#include <mutex>
 #include <new>
 
 namespace
 {
 
 using Kind = FltLoadError::Kind;
-
-/// Held during a load: the toolkit and the library's own registers are for one thread at a time. A callback
-/// of a load may load on its own.
-std::recursive_mutex& loadLock()
-{
-    static auto* const lock = new std::recursive_mutex;
-    return *lock;
-}
 
 void refuseWhatIsForTheCompleteConversion(FltLoader const& loader, std::string const& path)
 {
@@ -40,54 +36,80 @@ void refuseWhatIsForTheCompleteConversion(FltLoader const& loader, std::string c
 }
 
 /// Makes the scene by the exact conversion.
-void convertExactly(std::string const& path, FltScene::Content& content)
+void convertExactly(std::string const& path, FltInput& input, FltLoadHost& host, SoSeparator* root)
 {
-    FltDumpOutput::Redirect const noDump(nullptr);
-    FltFileInput input(FltDatabaseFile::withDirectory(path).c_str());
-    input.dropBytesWhenParsed();
-    SoNodeRef<SoSeparator> const root(new SoSeparator);
-    bool converted = false;
-    {
-        FltToInventor converter;
-        converter.setFltInputToconvert(&input);
-        converter.setResult(root.get());
-        converted = converter.convert() == 0;
-    }
-    while (root->getRefCount() > 1)
-        root->unrefNoDelete(); // each header took one
-    if (!converted || root->getNumChildren() == 0)
+    SoReferencesGivenBack const references(root);
+    FltToInventor converter;
+    converter.setFltInputToconvert(&input);
+    converter.setResult(root);
+    converter.setHost(&host);
+    if (converter.convert() != 0 || root->getNumChildren() == 0)
         throw FltDatabaseFile::whyNotConverted(path);
-    content.root = root;
 }
 
-FltScene loadScene(FltLoader const& loader, std::string const& path)
+FltFileInput readFile(std::string const& path)
 {
-    FltDatabaseFile::checkReadable(path, loader.largestFile);
-    refuseWhatIsForTheCompleteConversion(loader, path);
+    FltDumpOutput::Redirect const noDump(nullptr); // the log begins with the records
+    return FltFileInput(FltDatabaseFile::withDirectory(path).c_str());
+}
+
+FltScene loadScene(FltLoader const& options, std::string const& path)
+{
+    FltDatabaseFile::checkReadable(path, options.largestFile);
+    refuseWhatIsForTheCompleteConversion(options, path);
+    if (!FltDatabaseFile::canConvert(path))
+        throw FltDatabaseFile::whyNotConverted(path);
     if (!SoDB::isInitialized())
         SoDB::init();
+
     auto content = std::make_unique<FltScene::Content>();
+    content->root = SoNodeRef<SoSeparator>(new SoSeparator);
     FltMessageCollector messages;
-    convertExactly(path, *content);
+    Flt_15_7_CreationVisitor::Session const factory;
+    FltFileInput input = readFile(path);
+    if (!input.isInFlowCreated())
+        throw FltLoadError(
+            Kind::cannotOpen, path,
+            "cannot be read. A backslash in a name is taken as a slash: give it another name.");
+    input.dropBytesWhenParsed();
+    FltLoadLog log(options.log, path);
+    FltLoadHost host(options, path, *content, messages);
+    convertExactly(path, input, host, content->root.get());
+    host.finish();
+    if (!log.close())
+        messages.add(
+            {FltMessage::Level::error, "the log isn't whole. Check the space on the disk.", log.getPath()});
     content->messages = std::move(messages.messages());
     return FltScene(std::move(content));
+}
+
+/// Made beforehand, for when there isn't even the memory to say so; copying it takes none.
+FltLoadError const noMemoryForWords(Kind::outOfMemory, "", "the memory doesn't suffice.");
+
+FltScene loadOrExplain(FltLoader const& options, std::string const& path)
+{
+    try {
+        return loadScene(options, path);
+    } catch (FltLoadError const&) {
+        throw;
+    } catch (std::bad_alloc const&) {
+        throw FltDatabaseFile::outOfMemory(path);
+    } catch (std::exception const& problem) {
+        throw FltLoadError(Kind::failed, path, std::string("unexpected failure: ") + problem.what());
+    }
 }
 
 } // namespace
 
 FltScene FltLoader::load(std::string const& path) const
 {
-    std::lock_guard<std::recursive_mutex> const lock(loadLock());
+    FltLoadLock const lock;
     try {
-        return loadScene(*this, path);
-    } catch (FltLoadError const&) {
-        throw;
+        return loadOrExplain(*this, path);
+    } catch (FltLoadHost::CallbackFailure const& failure) {
+        std::rethrow_exception(failure.reason);
     } catch (std::bad_alloc const&) {
-        throw FltLoadError(
-            Kind::outOfMemory, path,
-            "the memory doesn't suffice. The database is damaged, or too large for this machine.");
-    } catch (std::exception const& problem) {
-        throw FltLoadError(Kind::failed, path, std::string("unexpected failure: ") + problem.what());
+        throw FltLoadError(noMemoryForWords);
     }
 }
 

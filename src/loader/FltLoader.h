@@ -65,6 +65,10 @@ public:
     /// the texture. The subdirectories of a stored path are looked for in each, the longest tail first.
     std::vector<std::string> texturePath;
 
+    /// The directory from which the scene names the textures that are found, for a scene that is going to be
+    /// written there. By default it names them as they were found, from the current directory.
+    std::optional<std::string> textureNamesFrom;
+
     /// Where to write the listing of all records, which is about ten times as long as the database: nowhere,
     /// beside the database (besideDatabase), or into the file of this name. A file that stands there already
     /// is replaced if it is such a listing; another one is left alone, and the load is refused.

@@ -1,8 +1,5 @@
 #include "loader/FltMessageCollector.h"
 
-#include <Inventor/errors/SoDebugError.h>
-#include <Inventor/errors/SoMemoryError.h>
-#include <Inventor/errors/SoReadError.h>
 #include <algorithm>
 #include <utility>
 
@@ -30,31 +27,12 @@ std::string withoutDecoration(std::string text)
     return text;
 }
 
-template <class Error>
-SoErrorCB* exchangeHandler(SoErrorCB* callback, void*& data)
-{
-    SoErrorCB* const before = Error::getHandlerCallback();
-    void* const dataBefore = Error::getHandlerData();
-    Error::setHandlerCallback(callback, data);
-    data = dataBefore;
-    return before;
-}
-
 } // namespace
 
-FltMessageCollector::FltMessageCollector() : listenerBefore(FltWarningMessageConsole::setListener(this))
-{
-    debugBefore.data = readBefore.data = memoryBefore.data = this;
-    debugBefore.callback = exchangeHandler<SoDebugError>(takeToolkitMessage, debugBefore.data);
-    readBefore.callback = exchangeHandler<SoReadError>(takeToolkitMessage, readBefore.data);
-    memoryBefore.callback = exchangeHandler<SoMemoryError>(takeToolkitMessage, memoryBefore.data);
-}
+FltMessageCollector::FltMessageCollector() : listenerBefore(FltWarningMessageConsole::setListener(this)) {}
 
 FltMessageCollector::~FltMessageCollector()
 {
-    SoMemoryError::setHandlerCallback(memoryBefore.callback, memoryBefore.data);
-    SoReadError::setHandlerCallback(readBefore.callback, readBefore.data);
-    SoDebugError::setHandlerCallback(debugBefore.callback, debugBefore.data);
     FltWarningMessageConsole::setListener(listenerBefore);
 }
 
@@ -74,6 +52,7 @@ void FltMessageCollector::take(char const* text, int level, FltWarningMessageCon
     FltMessage message;
     message.level = levelOf(level);
     message.text = withoutDecoration(text != nullptr ? text : "");
+    message.file = file;
     if (place != nullptr) {
         message.file = place->fileName;
         message.offset = static_cast<std::int64_t>(place->byteOffset);
@@ -86,6 +65,7 @@ void FltMessageCollector::takeCount(std::string const& kind, int more)
 {
     FltMessage message;
     message.text = "further ones of this kind: " + kind;
+    message.file = file;
     message.count = more;
     add(std::move(message));
 }

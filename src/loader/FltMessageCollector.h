@@ -2,8 +2,11 @@
 
 #include "loader/FltMessage.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "toolkit/SoErrorRedirect.h"
 
-#include <Inventor/errors/SoError.h>
+#include <Inventor/errors/SoDebugError.h>
+#include <Inventor/errors/SoMemoryError.h>
+#include <Inventor/errors/SoReadError.h>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -23,24 +26,23 @@ public:
     /// Adds a message, or counts it if the same came before.
     void add(FltMessage message);
 
+    /// The file that messages without a place are about from now on.
+    void setFile(std::string const& newFile) { file = newFile; }
+    std::string const& getFile() const { return file; }
+
     std::vector<FltMessage>& messages() { return collected; }
 
 private:
-    /// A handler for one class of the toolkit's errors, with its data.
-    struct Handler {
-        SoErrorCB* callback;
-        void* data;
-    };
-
     void take(char const* text, int level, FltWarningMessageConsole::Place const* place) override;
     void takeCount(std::string const& kind, int more) override;
     static void takeToolkitMessage(SoError const* error, void* collector);
 
+    std::string file;
     std::vector<FltMessage> collected;
     std::unordered_map<std::string, std::size_t> positions; ///< Of each message by its text and place.
     FltWarningMessageConsole::Session session;
     Listener* listenerBefore;
-    Handler debugBefore;
-    Handler readBefore;
-    Handler memoryBefore;
+    SoErrorRedirect<SoDebugError> debugErrors{takeToolkitMessage, this};
+    SoErrorRedirect<SoReadError> readErrors{takeToolkitMessage, this};
+    SoErrorRedirect<SoMemoryError> memoryErrors{takeToolkitMessage, this};
 };

@@ -3,6 +3,7 @@
 #include "dump/FltDump.h"
 #include "dump/FltDumpOutput.h"
 #include "dump/FltLogBuffer.h"
+#include "host/FltConversionHost.h"
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
@@ -16,6 +17,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 
 namespace
 {
@@ -132,6 +134,22 @@ void FltParser::fltRecordsVectorBuild(FltRawData* raw)
     notify(record);
 }
 
+bool FltParser::makeRecord(FltRawData* raw, std::size_t offset)
+{
+    if (host == nullptr) {
+        fltRecordsVectorBuild(raw);
+        return true;
+    }
+    try {
+        fltRecordsVectorBuild(raw);
+    } catch (std::bad_array_new_length const&) {
+        FltWarningMessageConsole::notifyDamage("A record counts fewer than nothing, and is left out");
+        return false;
+    }
+    host->takeRecord(*input, *fltRecords.back(), offset);
+    return true;
+}
+
 int FltParser::run()
 {
     numberOfFltRawData = 0;
@@ -139,6 +157,8 @@ int FltParser::run()
         return 1;
     FltWarningMessageConsole::Count messages;
     FltWarningMessageConsole::beginFile(input->getFileName());
+    if (host != nullptr)
+        host->beginFile(*input);
     FltDumpOutput::line("beginning of parsing");
 
     char const* const begin = input->getBuffer();
@@ -164,7 +184,8 @@ int FltParser::run()
             break;
         }
         raw.assign(framing.data(), begin + size, length, reach);
-        fltRecordsVectorBuild(&raw);
+        if (!makeRecord(&raw, framing.getOffset()))
+            continue;
         ++numberOfFltRawData;
         auto const* const header =
             numberOfFltRawData == 1 ? dynamic_cast<FltRecordHeader const*>(fltRecords.back()) : nullptr;

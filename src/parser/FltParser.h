@@ -3,9 +3,11 @@
 #include "parser/FltObserver.h"
 #include "toolkit/VelloReaderExport.h"
 
+#include <cstddef>
 #include <iosfwd>
 #include <vector>
 
+class FltConversionHost;
 class FltCreationVisitor;
 class FltInput;
 class FltRawData;
@@ -66,12 +68,20 @@ public:
     /// Has the factory make the record of @p raw, appends it and notifies the observers.
     void fltRecordsVectorBuild(FltRawData* raw);
 
+    /// Sets who learns of each record; null by default. With a host, a record that can't be made is left out
+    /// and reported, rather than thrown out of run(). The host isn't owned.
+    void setHost(FltConversionHost* newHost) { host = newHost; }
+
     /// Reads the whole input.
     /// @return 0, or 1 if the input isn't OpenFlight
     int run();
 
 private:
     void init();
+
+    /// Makes the record of @p raw.
+    /// @return false if it can't be made, and is left out
+    bool makeRecord(FltRawData* raw, std::size_t offset);
 
     /// Takes revision and RGB mode from the header record.
     void readVersion(FltRecordHeader const& header);
@@ -83,4 +93,5 @@ private:
     bool allFltRecordsCreated = false;
     unsigned long numberOfFltRawData = 0;
     std::vector<FltRecordObserver*> observers;
+    FltConversionHost* host = nullptr;
 };

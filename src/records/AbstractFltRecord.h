@@ -1,7 +1,9 @@
 #pragma once
 
 #include "records/FltRecord.h"
+#include "records/FltRecordMemory.h"
 
+#include <cstddef>
 #include <string_view>
 
 class FltDump;
@@ -15,6 +17,9 @@ public:
 
     AbstractFltRecord(AbstractFltRecord const&) = delete;
     AbstractFltRecord& operator=(AbstractFltRecord const&) = delete;
+
+    static void* operator new(std::size_t size) { return FltRecordMemory::allocate(size); }
+    static void operator delete(void* record, std::size_t size) { FltRecordMemory::free(record, size); }
 
     unsigned int getLength() const override { return length; }
 

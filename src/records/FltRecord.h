@@ -1,9 +1,7 @@
 #pragma once
 
 #include "records/FltRecordCategory.h"
-#include "records/FltRecordMemory.h"
 
-#include <cstddef>
 #include <iosfwd>
 #include <string>
 
@@ -38,7 +36,4 @@ public:
 
     /// What getRecordCategory() says, without a text.
     virtual FltRecordCategory getCategory() const { return categoryOf(getRecordCategory()); }
-
-    static void* operator new(std::size_t size) { return FltRecordMemory::allocate(size); }
-    static void operator delete(void* record, std::size_t size) { FltRecordMemory::free(record, size); }
 };

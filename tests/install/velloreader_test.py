@@ -1,5 +1,6 @@
 """Tests of the installed Python package. The arguments are a good database and the version of the package."""
 
+import doctest
 import os
 import pathlib
 import shutil
@@ -82,10 +83,10 @@ class LoadTest(unittest.TestCase):
     def test_a_file_that_is_not_openflight_is_a_value_error_with_the_reason(self):
         path = self.folder / "text.flt"
         path.write_text("nothing of the kind")
-        with self.assertRaisesRegex(ValueError, "text.flt: ERROR! Not an Openflight Input !$"):
+        with self.assertRaisesRegex(ValueError, "text.flt: not an OpenFlight database"):
             velloreader.load(path)
         path.write_bytes(SAMPLE.read_bytes()[:12] + bytes(3) + b"\x0a" + bytes(400))
-        with self.assertRaisesRegex(ValueError, "Revision not supported"):
+        with self.assertRaisesRegex(ValueError, "revision 10 isn't supported"):
             velloreader.load(path)
 
     def test_a_null_in_a_name_is_a_value_error(self):
@@ -132,13 +133,43 @@ class LoadTest(unittest.TestCase):
         self.assertEqual(run.stdout, "refused\nx")
         self.assertEqual(run.stderr, "")
 
-    def test_a_listing_goes_beside_the_database(self):
+    def test_a_listing_is_written_only_if_asked_for(self):
         path = self.folder / "a.flt"
         path.write_bytes(SAMPLE.read_bytes())
-        with warnings.catch_warnings():
-            warnings.simplefilter("ignore")
-            velloreader.load(path)
-        self.assertIn("end of parsing", (self.folder / "a.flt.log").read_text())
+        for log, name in ((None, None), (True, "a.flt.log"), (self.folder / "b.txt", "b.txt")):
+            with warnings.catch_warnings():
+                warnings.simplefilter("ignore")
+                velloreader.load(path, log=log)
+            expected = {"a.flt"} if name is None else {"a.flt", name}
+            self.assertEqual({entry.name for entry in self.folder.iterdir()}, expected)
+            if name is not None:
+                self.assertIn("end of parsing", (self.folder / name).read_text())
+                (self.folder / name).unlink()
+        (self.folder / "a.flt.log").write_text("mine")
+        with self.assertRaisesRegex(ValueError, "no log is written"):
+            velloreader.load(path, log=True)
+
+    def test_textures_are_found_in_the_directories_given(self):
+        path = self.folder / "alone.flt"
+        shutil.copy(SAMPLE, path)
+        shutil.copytree(SAMPLE.parent / SAMPLE.stem, self.folder / "elsewhere" / "deep")
+        database = velloreader.Database(path, textures=[self.folder / "elsewhere" / "deep"])
+        self.assertEqual([texture.path for texture in database.textures if texture.path is None], [])
+        self.assertEqual([reference.loaded for reference in database.references], [False])
+
+    def test_a_load_can_be_watched_and_cancelled(self):
+        calls = []
+        self.load_watched(lambda *call: calls.append(call))
+        files = {os.path.basename(call[0]) for call in calls}
+        self.assertLessEqual({"airfield.flt", "terminal.flt"}, files)
+        with self.assertRaises(velloreader.LoadCancelled):
+            self.load_watched(lambda *call: False)
+        with self.assertRaises(KeyError):
+            self.load_watched(lambda *call: {}["none"])
+        self.assertGreater(self.load(SAMPLE).getNumChildren(), 0)
+
+    def load_watched(self, progress):
+        return velloreader.load(SAMPLE, progress=progress)
 
     def test_two_hundred_refusals_leave_no_files_open(self):
         path = self.folder / "text.flt"
@@ -148,6 +179,82 @@ class LoadTest(unittest.TestCase):
             with self.assertRaises(ValueError):
                 velloreader.load(path)
         self.assertEqual(len(os.listdir("/proc/self/fd")), before)
+
+
+class DatabaseTest(unittest.TestCase):
+    def test_lists_what_is_to_be_known(self):
+        database = velloreader.Database(SAMPLE)
+        self.assertIs(type(database.scene), coin.SoSeparator)
+        self.assertEqual(database.messages, [])
+        self.assertEqual(database.info["revision"], 1570)
+        self.assertEqual(database.info["bytes"], SAMPLE.stat().st_size)
+        self.assertTrue(all(os.path.isfile(texture.path) for texture in database.textures))
+        self.assertEqual([reference.loaded for reference in database.references], [True])
+        skipped = velloreader.Database(SAMPLE, references="skip")
+        self.assertEqual([reference.loaded for reference in skipped.references], [False])
+        with self.assertRaises(ValueError):
+            velloreader.Database(SAMPLE, references="nonsense")
+
+    def test_places_damage(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder) / "cut.flt"
+            path.write_bytes(SAMPLE.read_bytes()[:-10])
+            messages = velloreader.Database(path).messages
+        damage = [message for message in messages if message.offset is not None]
+        self.assertEqual(len(damage), 1)
+        self.assertEqual(damage[0].file, str(path))
+        self.assertEqual(damage[0].level, "warning")
+
+    def test_reads_records_one_by_one(self):
+        database = velloreader.Database(SAMPLE)
+        self.assertEqual(sum(1 for _ in database.records()), database.info["records"])
+        records = database.records()
+        self.assertEqual(next(records)["fields"]["formatRevisionLevel"], 1570)
+        records.close()
+
+
+class ToolkitTest(unittest.TestCase):
+    """What the toolkit reads by itself, once the package is imported."""
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        # Feet, and a multiplier other than 1.
+        database = bytearray(SAMPLE.read_bytes())
+        database[60:63] = bytes((0, 3, 4))
+        self.path = pathlib.Path(folder.name) / SAMPLE.name
+        self.path.write_bytes(database)
+        shutil.copytree(SAMPLE.parent / SAMPLE.stem, self.path.parent / SAMPLE.stem)
+
+    def triangles_of(self, text):
+        source = coin.SoInput()
+        source.setBuffer(text)
+        root = coin.SoDB.readAll(source)
+        count = coin.SoGetPrimitiveCountAction()
+        count.apply(root)
+        return count.getTriangleCount()
+
+    def test_reads_a_database_as_its_own(self):
+        source = coin.SoInput()
+        self.assertTrue(source.openFile(str(self.path)))
+        root = coin.SoDB.readAll(source)
+        count = coin.SoGetPrimitiveCountAction()
+        count.apply(root)
+        self.assertGreater(count.getTriangleCount(), 1000)
+
+    def test_reads_a_database_that_a_file_node_names(self):
+        text = f'#Inventor V2.1 ascii\nFile {{ name "{self.path}" }}\n'
+        self.assertGreater(self.triangles_of(text), 1000)
+
+
+class DocumentationTest(unittest.TestCase):
+    def test_the_examples_do_as_they_say(self):
+        before = os.getcwd()
+        os.chdir(SAMPLE.parent)
+        self.addCleanup(os.chdir, before)
+        failed, tried = doctest.testmod(velloreader)
+        self.assertEqual(failed, 0)
+        self.assertGreater(tried, 8)
 
 
 if __name__ == "__main__":

@@ -1,11 +1,23 @@
 #include "loader/FltLoader.h"
 
+#include "support/ConvertedFile.h"
+#include "support/ObjectDatabase.h"
+#include "support/ProcessUsage.h"
 #include "support/ScratchFolder.h"
+#include "support/SgiImage.h"
 #include "support/StreamCapture.h"
 #include "writer/FltWriter.h"
 
+#include <Inventor/SoDB.h>
+#include <Inventor/SoPath.h>
+#include <Inventor/actions/SoSearchAction.h>
+#include <Inventor/errors/SoDebugError.h>
 #include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoTexture2.h>
+#include <atomic>
 #include <gtest/gtest.h>
+#include <map>
+#include <thread>
 
 #include <filesystem>
 #include <iostream>
@@ -44,6 +56,46 @@ FltWriter oneGroup()
 {
     FltWriter flt;
     flt.push().add("Group", {{"idASCII", "group"}}).pop();
+    return flt;
+}
+
+/// A triangle with a texture, and a texture that no face uses.
+FltWriter texturedTriangle(std::string const& texture)
+{
+    FltWriter flt;
+    flt.add("TexturePattern", {{"fileName", texture}, {"patternIndex", 3}});
+    flt.add("TexturePattern", {{"fileName", "unused.rgb"}, {"patternIndex", 4}});
+    flt.vertexPalette();
+    std::vector<double> const corners = triangle(flt, "VertexColorUv");
+    beginObject(flt);
+    flt.face(corners, {{"texturePatternIndex", 3}, {"materialIndex", -1}});
+    endObject(flt);
+    return flt;
+}
+
+/// The only texture of a scene.
+SoTexture2* textureOf(FltScene const& scene)
+{
+    SoSearchAction search;
+    search.setType(SoTexture2::getClassTypeId());
+    search.apply(scene.root());
+    return search.getPath() != nullptr ? static_cast<SoTexture2*>(search.getPath()->getTail()) : nullptr;
+}
+
+FltWriter reference(std::string const& path)
+{
+    FltWriter flt;
+    flt.push().add("ExternalReference", {{"asciiPath", path}}).pop();
+    return flt;
+}
+
+FltWriter manyGroups(int count)
+{
+    FltWriter flt;
+    flt.push();
+    for (int i = 0; i < count; ++i)
+        flt.add("Group", {{"idASCII", "g"}}).push().pop();
+    flt.pop();
     return flt;
 }
 
@@ -88,4 +140,380 @@ TEST_F(FltLoaderTest, LeavesTheStandardStreamsAndTheFolderAlone)
     EXPECT_FALSE(std::filesystem::exists(path + ".log"));
     ASSERT_EQ(scene.messages().size(), 1U);
     EXPECT_EQ(scene.messages()[0].level, FltMessage::Level::error);
+}
+
+TEST_F(FltLoaderTest, RefusesWhatOnlyTheCompleteConversionCan)
+{
+    std::string const path = save(oneGroup());
+    loader.references = FltLoader::References::asFile;
+    EXPECT_EQ(errorOf(path).kind(), Kind::refused);
+    loader = {};
+    loader.levelsOfDetail = FltLoader::LevelsOfDetail::highest;
+    EXPECT_EQ(errorOf(path).kind(), Kind::refused);
+    loader = {};
+    loader.units = FltLoader::Units::stored;
+    EXPECT_EQ(errorOf(path).kind(), Kind::refused);
+}
+
+TEST_F(FltLoaderTest, GivesTheSameSceneAndLogAsTheConversionOfAFile)
+{
+    EXPECT_EQ(save(oneGroup(), "other.flt"), folder / "other.flt");
+    FltWriter flt = texturedTriangle("");
+    flt.push().add("ExternalReference", {{"asciiPath", "other.flt"}}).pop();
+    std::string const path = save(flt);
+    ConvertedFile const plain(path);
+    std::string const log = contentsOf(path + ".log");
+    EXPECT_NE(log.find("end of parsing"), std::string::npos);
+
+    loader.log = folder / "mine.txt";
+    StreamCapture const cout(std::cout);
+    EXPECT_EQ(sceneText(loader.load(path).root()), plain.text());
+    EXPECT_EQ(contentsOf(folder / "mine.txt"), log);
+    EXPECT_EQ(cout.str(), "");
+    loader.log = FltLoader::besideDatabase;
+    static_cast<void>(loader.load(path));
+    EXPECT_EQ(contentsOf(path + ".log"), log);
+}
+
+TEST_F(FltLoaderTest, ReplacesNothingByALogThatIsNoLog)
+{
+    std::string const path = save(oneGroup(), "notes");
+    std::string const notes = folder.write("notes.log", "my notes");
+    loader.log = FltLoader::besideDatabase;
+    EXPECT_EQ(errorOf(path).kind(), Kind::refused);
+    EXPECT_EQ(contentsOf(notes), "my notes");
+    std::string const before = contentsOf(path);
+    for (std::string const& target :
+         {path, folder / "", std::string("/dev/null"), folder / "no/such/folder"}) {
+        loader.log = target;
+        EXPECT_EQ(errorOf(path).kind(), Kind::refused) << target;
+    }
+    EXPECT_EQ(contentsOf(path), before);
+    std::filesystem::create_symlink("notes.log", folder / "link.log");
+    loader.log = folder / "link.log";
+    EXPECT_EQ(errorOf(path).kind(), Kind::refused);
+    EXPECT_EQ(contentsOf(notes), "my notes");
+}
+
+TEST_F(FltLoaderTest, ReplacesAnOlderLog)
+{
+    std::string const path = save(manyGroups(10));
+    loader.log = FltLoader::besideDatabase;
+    static_cast<void>(loader.load(path));
+    std::size_t const size = contentsOf(path + ".log").size();
+    save(oneGroup());
+    static_cast<void>(loader.load(path));
+    EXPECT_LT(contentsOf(path + ".log").size(), size);
+}
+
+TEST_F(FltLoaderTest, FindsTexturesAndNamesThemByTheirPlaces)
+{
+    std::string const image = folder.write("lib/textures/Tree.RGB", sgiImage(4));
+    std::string const path = save(texturedTriangle("C:\\art\\textures\\tree.rgb"), "db/a.flt");
+    loader.texturePath = {folder / "lib"};
+    FltScene const scene = loader.load(path);
+    ASSERT_EQ(scene.textures().size(), 1U);
+    EXPECT_EQ(scene.textures()[0].name, "C:\\art\\textures\\tree.rgb");
+    EXPECT_EQ(scene.textures()[0].path, image);
+    EXPECT_EQ(scene.textures()[0].database, path);
+    EXPECT_TRUE(scene.messages().empty());
+    SoTexture2* const texture = textureOf(scene);
+    ASSERT_NE(texture, nullptr);
+    EXPECT_STREQ(texture->filename.getValue().getString(), image.c_str());
+    SbVec2s size;
+    int components;
+    EXPECT_NE(texture->image.getValue(size, components), nullptr);
+    EXPECT_EQ(size, SbVec2s(4, 4));
+    EXPECT_TRUE(texture->image.isDefault()) << "the name is written, not the pixels";
+}
+
+TEST_F(FltLoaderTest, NamesTexturesFromTheDirectoryThatIsAskedFor)
+{
+    folder.write("db/tree.rgb", sgiImage(4));
+    std::filesystem::create_directories(folder / "out");
+    loader.textureNamesFrom = folder / "out";
+    FltScene const scene = loader.load(save(texturedTriangle("tree.rgb"), "db/a.flt"));
+    EXPECT_STREQ(textureOf(scene)->filename.getValue().getString(), "../db/tree.rgb");
+}
+
+TEST_F(FltLoaderTest, ReportsAMissingTextureOnceWithThePlacesTried)
+{
+    FltScene const scene = loader.load(save(texturedTriangle("tree.rgb")));
+    ASSERT_EQ(scene.messages().size(), 1U);
+    EXPECT_NE(
+        scene.messages()[0].text.find("Texture tree.rgb isn't shown: it is neither " + (folder / "tree.rgb")),
+        std::string::npos)
+        << scene.messages()[0].text;
+    ASSERT_EQ(scene.textures().size(), 1U);
+    EXPECT_EQ(scene.textures()[0].path, "");
+    EXPECT_FALSE(scene.textures()[0].tried.empty());
+    EXPECT_STREQ(textureOf(scene)->filename.getValue().getString(), "tree.rgb");
+}
+
+TEST_F(FltLoaderTest, ReportsAnImageThatCannotBeRead)
+{
+    std::string const image = folder.write("tree.rgb", "no image");
+    FltScene const scene = loader.load(save(texturedTriangle("tree.rgb")));
+    ASSERT_EQ(scene.messages().size(), 1U);
+    EXPECT_NE(scene.messages()[0].text.find(image + " is no image that can be read"), std::string::npos);
+}
+
+TEST_F(FltLoaderTest, FindsTexturesOfExternalFilesBesideThem)
+{
+    folder.write("sub/tree.rgb", sgiImage(4));
+    save(texturedTriangle("tree.rgb"), "sub/part.flt");
+    FltScene const scene = loader.load(save(reference("sub/part.flt")));
+    ASSERT_EQ(scene.textures().size(), 1U);
+    EXPECT_EQ(scene.textures()[0].path, folder / "sub/tree.rgb");
+    EXPECT_EQ(scene.textures()[0].database, folder / "sub/part.flt");
+}
+
+TEST_F(FltLoaderTest, ListsReferencesAndFollowsThemOrNot)
+{
+    save(oneGroup(), "part.flt");
+    folder.write("text.flt", "nothing of the kind");
+    FltWriter flt;
+    flt.push();
+    for (char const* const name : {"part.flt", "text.flt", "a.flt", "none.flt"})
+        flt.add("ExternalReference", {{"asciiPath", name}}).add("Group");
+    std::string const path = save(flt.pop());
+    {
+        FltScene const scene = loader.load(path);
+        ASSERT_EQ(scene.references().size(), 4U);
+        EXPECT_EQ(scene.references()[0].path, folder / "part.flt");
+        EXPECT_TRUE(scene.references()[0].isLoaded);
+        EXPECT_FALSE(scene.references()[1].isLoaded) << "not OpenFlight";
+        EXPECT_FALSE(scene.references()[2].isLoaded) << "the file itself";
+        EXPECT_EQ(scene.references()[3].path, "");
+        EXPECT_FALSE(scene.references()[3].isLoaded);
+    }
+    loader.references = FltLoader::References::skip;
+    FltScene const scene = loader.load(path);
+    ASSERT_EQ(scene.references().size(), 4U);
+    EXPECT_EQ(scene.references()[0].path, folder / "part.flt");
+    EXPECT_FALSE(scene.references()[0].isLoaded);
+}
+
+TEST_F(FltLoaderTest, ReadsNoFileThatIsLargerThanAllowed)
+{
+    std::string const part = save(manyGroups(100), "part.flt");
+    std::string const path = save(reference("part.flt"));
+    loader.largestFile = std::filesystem::file_size(part) - 1;
+    FltScene const scene = loader.load(path);
+    EXPECT_FALSE(scene.references()[0].isLoaded);
+    ASSERT_EQ(scene.messages().size(), 1U);
+    EXPECT_EQ(errorOf(part).kind(), Kind::refused);
+}
+
+TEST_F(FltLoaderTest, KnowsUnitsRevisionAndOrigin)
+{
+    FltWriter const flt(1570, {{"id", "db"},
+                               {"vertexCoordinateUnits", 4},
+                               {"multiplierDiviserUnit", 2},
+                               {"originLatitude", 48.5},
+                               {"originLongitude", 9.25},
+                               {"lastRevisionDateTime", "today"}});
+    FltDatabaseInfo const info = loader.load(save(flt)).info();
+    EXPECT_EQ(info.name, "db");
+    EXPECT_EQ(info.revision, 1570);
+    EXPECT_EQ(info.unit, FltDatabaseInfo::Unit::feet);
+    EXPECT_EQ(info.unitMultiplier, 2);
+    EXPECT_EQ(info.originLatitude, 48.5);
+    EXPECT_EQ(info.originLongitude, 9.25);
+    EXPECT_EQ(info.lastChange, "today");
+    EXPECT_EQ(info.records, 1U);
+    EXPECT_EQ(info.bytes, flt.bytes().size());
+}
+
+TEST_F(FltLoaderTest, CountsWhatTheSceneDoesNotShow)
+{
+    FltWriter flt;
+    flt.push().add("Sound").add("Sound").addRaw(84, std::string(80, '\0')).addRaw(200).pop();
+    std::vector<FltOmission> const omissions = loader.load(save(flt)).omissions();
+    ASSERT_EQ(omissions.size(), 3U);
+    EXPECT_EQ(omissions[0].kind, "meshes");
+    EXPECT_EQ(omissions[1].kind, "records of opcode 200");
+    EXPECT_EQ(omissions[2].kind, "sounds");
+    EXPECT_EQ(omissions[2].count, 2U);
+}
+
+TEST_F(FltLoaderTest, PlacesDamageInTheFile)
+{
+    FltWriter flt = oneGroup();
+    std::size_t const size = flt.bytes().size();
+    flt.addBytes("abc");
+    std::string const path = save(flt);
+    FltScene const scene = loader.load(path);
+    ASSERT_EQ(scene.messages().size(), 1U);
+    EXPECT_EQ(scene.messages()[0].file, path);
+    EXPECT_EQ(scene.messages()[0].offset, static_cast<std::int64_t>(size));
+    EXPECT_EQ(scene.messages()[0].text.find("WARNING"), std::string::npos);
+}
+
+TEST_F(FltLoaderTest, CountsEqualMessages)
+{
+    FltWriter flt;
+    for (int i = 0; i < 5; ++i)
+        flt.pop();
+    FltScene const scene = loader.load(save(flt));
+    ASSERT_EQ(scene.messages().size(), 1U);
+    EXPECT_EQ(scene.messages()[0].count, 5);
+}
+
+TEST_F(FltLoaderTest, LeavesASwitchWithANegativeCountOutAndKeepsTheRest)
+{
+    FltWriter flt;
+    flt.push().add("Switch",
+                   {{"idASCII", "broken"}, {"numberOfMasks", -1}, {"numberOf32BitWordsPerMask", 1}});
+    flt.add("Group", {{"idASCII", "kept"}}).pop();
+    FltScene const scene = loader.load(save(flt));
+    EXPECT_NE(sceneText(scene.root()).find("DEF kept "), std::string::npos);
+    ASSERT_EQ(scene.messages().size(), 1U);
+    EXPECT_EQ(scene.messages()[0].opcode, 96);
+}
+
+TEST_F(FltLoaderTest, TellsItsProgressFileByFile)
+{
+    std::string const part = save(manyGroups(20'000), "part.flt");
+    std::string const path = save(reference("part.flt"));
+    std::map<std::string, std::uint64_t> done;
+    int calls = 0;
+    loader.progress = [&](std::string const& file, std::uint64_t bytesDone, std::uint64_t bytesInAll) {
+        ++calls;
+        EXPECT_GE(bytesDone, done[file]);
+        EXPECT_EQ(bytesInAll, std::filesystem::file_size(file));
+        done[file] = bytesDone;
+        return true;
+    };
+    static_cast<void>(loader.load(path));
+    EXPECT_EQ(done.size(), 2U);
+    EXPECT_EQ(done[path], std::filesystem::file_size(path));
+    EXPECT_EQ(done[part], std::filesystem::file_size(part));
+    EXPECT_GT(calls, 50);
+    EXPECT_LT(calls, 1000);
+}
+
+TEST_F(FltLoaderTest, CanBeCancelledAnywhereAndLeavesNothing)
+{
+    folder.write("tree.rgb", sgiImage(4));
+    FltWriter flt = texturedTriangle("tree.rgb");
+    flt.push();
+    for (int i = 0; i < 2000; ++i)
+        flt.add("Group").add("LOD").push().add("Group").pop();
+    save(flt.add("ExternalReference", {{"asciiPath", "part.flt"}}).pop());
+    save(manyGroups(2000), "part.flt");
+    int calls = 0;
+    loader.progress = [&](std::string const&, std::uint64_t, std::uint64_t) { return ++calls > 0; };
+    static_cast<void>(loader.load(folder / "a.flt"));
+    int const all = calls;
+    ASSERT_GT(all, 10);
+    for (int last = 1; last <= all; ++last) {
+        calls = 0;
+        loader.progress = [&](std::string const&, std::uint64_t, std::uint64_t) { return ++calls < last; };
+        EXPECT_EQ(errorOf(folder / "a.flt").kind(), Kind::cancelled) << last;
+        EXPECT_EQ(calls, last);
+    }
+    loader.progress = nullptr;
+    EXPECT_NE(loader.load(folder / "a.flt").root(), nullptr);
+}
+
+TEST_F(FltLoaderTest, LetsWhatTheCallbackThrowsOutAsItIs)
+{
+    loader.progress = [](std::string const&, std::uint64_t, std::uint64_t) -> bool { throw 5; };
+    EXPECT_THROW(static_cast<void>(loader.load(save(oneGroup()))), int);
+    loader.progress = nullptr;
+    EXPECT_NE(loader.load(folder / "a.flt").root(), nullptr);
+}
+
+TEST_F(FltLoaderTest, MayBeCalledFromACallback)
+{
+    FltWriter damaged;
+    damaged.push().pop().pop().addBytes("x");
+    std::string const inner = save(damaged, "inner.flt");
+    std::string const outer = save(manyGroups(5000).addBytes("abc"), "outer.flt");
+    std::string const plain = sceneText(loader.load(outer).root());
+    std::vector<std::size_t> innerMessages;
+    loader.progress = [&](std::string const&, std::uint64_t, std::uint64_t) {
+        innerMessages.push_back(FltLoader().load(inner).messages().size());
+        return true;
+    };
+    FltScene const scene = loader.load(outer);
+    EXPECT_EQ(sceneText(scene.root()), plain);
+    ASSERT_EQ(scene.messages().size(), 1U);
+    EXPECT_EQ(scene.messages()[0].file, outer);
+    EXPECT_GT(innerMessages.size(), 3U);
+    for (std::size_t const messages : innerMessages)
+        EXPECT_EQ(messages, 2U);
+}
+
+TEST_F(FltLoaderTest, LoadsOfSeveralThreadsWaitForEachOther)
+{
+    std::string const path = save(manyGroups(500));
+    std::string const plain = sceneText(loader.load(path).root());
+    std::atomic<int> inside = 0;
+    std::atomic<bool> overlapped = false;
+    std::vector<FltScene> scenes[2];
+    auto const work = [&](std::vector<FltScene>& result) {
+        FltLoader own;
+        own.progress = [&](std::string const&, std::uint64_t bytesDone, std::uint64_t bytesInAll) {
+            if (bytesDone == 0 && ++inside > 1)
+                overlapped = true;
+            if (bytesDone == bytesInAll)
+                --inside;
+            return true;
+        };
+        for (int i = 0; i < 20; ++i)
+            result.push_back(own.load(path));
+    };
+    std::thread first(work, std::ref(scenes[0])), second(work, std::ref(scenes[1]));
+    first.join();
+    second.join();
+    EXPECT_FALSE(overlapped);
+    for (auto const& some : scenes)
+        for (FltScene const& scene : some)
+            EXPECT_EQ(sceneText(scene.root()), plain);
+}
+
+TEST_F(FltLoaderTest, AThousandLoadsTakeNoMoreMemoryThanAHundred)
+{
+    folder.write("tree.rgb", sgiImage(64));
+    FltWriter flt = texturedTriangle("tree.rgb");
+    flt.addRaw(1, FltWriter().lastRecord().substr(4)); // a second header
+    std::string const good = save(flt.addBytes("abc"));
+    std::string const bad = folder.write("bad.flt", "nothing of the kind");
+    auto const loads = [&](int count) {
+        for (int i = 0; i < count; ++i) {
+            FltLoader own;
+            EXPECT_EQ(own.load(good).root()->getRefCount(), 1);
+            EXPECT_THROW(static_cast<void>(own.load(bad)), FltLoadError);
+            own.progress = [](std::string const&, std::uint64_t done, std::uint64_t) { return done == 0; };
+            EXPECT_THROW(static_cast<void>(own.load(good)), FltLoadError);
+        }
+    };
+    loads(100);
+    std::size_t const before = ProcessUsage::memoryInUse();
+    std::size_t const files = ProcessUsage::openFiles();
+    loads(1000);
+    EXPECT_LT(ProcessUsage::memoryInUse(), before + (std::size_t(2) << 20));
+    EXPECT_EQ(ProcessUsage::openFiles(), files);
+}
+
+TEST_F(FltLoaderTest, LeavesTheToolkitsErrorHandlerAsItWas)
+{
+    SoErrorCB* const before = SoDebugError::getHandlerCallback();
+    static_cast<void>(loader.load(save(texturedTriangle("none.rgb"))));
+    static_cast<void>(errorOf(folder / "none.flt"));
+    EXPECT_EQ(SoDebugError::getHandlerCallback(), before);
+}
+
+TEST_F(FltLoaderTest, KnowsWhatItCanLoad)
+{
+    EXPECT_TRUE(FltLoader::canLoad(save(oneGroup())));
+    EXPECT_TRUE(FltLoader::canLoad(save(FltWriter(2400))));
+    EXPECT_TRUE(FltLoader::canLoad(save(FltWriter(1570, {{"multiplierDiviserUnit", 7}}))));
+    EXPECT_FALSE(FltLoader::canLoad(save(FltWriter(10))));
+    EXPECT_FALSE(FltLoader::canLoad(folder.write("text.flt", std::string(100, 'x'))));
+    EXPECT_FALSE(FltLoader::canLoad(folder / "none.flt"));
+    EXPECT_FALSE(FltLoader::canLoad("/dev/zero"));
+    EXPECT_FALSE(FltLoader::canLoad(""));
 }

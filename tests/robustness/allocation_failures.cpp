@@ -2,11 +2,12 @@
 //
 //     allocation_failures [STRIDE]
 //
-// The Nth allocation fails, once and then for ever, N from 1 in steps of STRIDE until a conversion passes, each in
-// a process of its own. A conversion may end with std::bad_alloc or with a scene. It must not end the process,
-// std::cout must be usable after it, and the next conversion must be right. The toolkit itself doesn't survive
-// most failures of its own allocations: where the innermost frame of a crash is the toolkit's, or that of a library
-// that it calls, the point is counted apart.
+// The Nth allocation fails, once and then for ever, N from 1 in steps of STRIDE until a conversion passes,
+// each in a process of its own, by the plug-in and by the loader. A conversion may end with a scene, with
+// std::bad_alloc by the plug-in, and with FltLoadError alone by the loader. It must not end the process,
+// std::cout must be usable after it, and the next conversion must be right. The toolkit itself doesn't
+// survive most failures of its own allocations: where the innermost frame of a crash is the toolkit's, or
+// that of a library that it calls, the point is counted apart.
 
 #include "support/ConvertedRoot.h"
 #include "support/SceneText.h"
@@ -14,6 +15,7 @@
 #include "writer/EveryRecord.h"
 
 #include "convert/FltToInventor.h"
+#include "loader/FltLoader.h"
 
 #include <Inventor/SoDB.h>
 #include <Inventor/SoInteraction.h>
@@ -85,6 +87,8 @@ void* realloc(void* old, std::size_t size)
 namespace
 {
 
+enum class Door { plugin, loader };
+
 enum Outcome : int { passed, survived, endedInToolkit, wrong };
 
 void say(char const* text)
@@ -142,7 +146,7 @@ public:
     }
 
     /// Runs in a process of its own.
-    Outcome runWithFailure(long at, bool forEver) const
+    Outcome runWithFailure(Door door, long at, bool forEver) const
     {
         for (int const signal : {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL})
             std::signal(signal, crash);
@@ -152,10 +156,14 @@ public:
         try {
             failsForEver = forEver;
             allocationsLeft = at;
-            ConvertedRoot const root(FltToInventor::convertFromFile(database.c_str()));
+            door == Door::plugin ? convertByPlugin() : convertByLoader();
             ran = allocationsLeft > 0;
             allocationsLeft = -1;
         } catch (std::bad_alloc const&) {
+            allocationsLeft = -1;
+            if (door == Door::loader)
+                return wrong;
+        } catch (FltLoadError const&) {
             allocationsLeft = -1;
         }
         std::cout << "still there" << std::flush;
@@ -178,6 +186,12 @@ private:
         std::cerr.setstate(std::ios_base::badbit);
     }
 
+    void convertByPlugin() const
+    {
+        ConvertedRoot const root(FltToInventor::convertFromFile(database.c_str()));
+    }
+    void convertByLoader() const { static_cast<void>(FltLoader().load(database)); }
+
     std::string convert() const
     {
         std::streambuf* const host = std::cout.rdbuf();
@@ -191,14 +205,34 @@ private:
     std::string expected;
 };
 
-Outcome outcomeOf(Conversion const& conversion, long at, bool forEver)
+Outcome outcomeOf(Conversion const& conversion, Door door, long at, bool forEver)
 {
     pid_t const child = ::fork();
     if (child == 0)
-        ::_exit(conversion.runWithFailure(at, forEver));
+        ::_exit(conversion.runWithFailure(door, at, forEver));
     int status = 0;
     ::waitpid(child, &status, 0);
     return WIFEXITED(status) ? static_cast<Outcome>(WEXITSTATUS(status)) : wrong;
+}
+
+/// Has each allocation fail in turn, and prints what became of it.
+bool survivesAll(Conversion const& conversion, Door door, bool forEver, long stride)
+{
+    std::array<long, 4> count{};
+    Outcome outcome = survived;
+    for (long at = 0; outcome != passed; at += stride) {
+        outcome = outcomeOf(conversion, door, at, forEver);
+        ++count[outcome];
+        if (outcome == wrong)
+            std::fprintf(stderr, "allocation %ld failed%s: wrong\n", at + 1,
+                         forEver ? " and all after it" : "");
+    }
+    std::fprintf(stderr, "By the %s, an allocation fails %s: ", door == Door::plugin ? "plug-in" : "loader",
+                 forEver ? "and all after it do" : "once");
+    std::fprintf(stderr, "%ld points, %ld survived, %ld ended in the toolkit, %ld wrong\n",
+                 count[survived] + count[endedInToolkit] + count[wrong], count[survived],
+                 count[endedInToolkit], count[wrong]);
+    return count[wrong] == 0 && count[survived] > 0;
 }
 
 } // namespace
@@ -212,24 +246,9 @@ int main(int argc, char** argv)
     ::backtrace(warmUp.data(), 1); // what it loads can't be loaded in a signal handler
     Conversion const conversion;
 
-    int wrongs = 0;
-    for (bool const forEver : {false, true}) {
-        std::array<long, 4> count{};
-        Outcome outcome = survived;
-        for (long at = 0; outcome != passed; at += stride) {
-            outcome = outcomeOf(conversion, at, forEver);
-            ++count[outcome];
-            if (outcome == wrong)
-                std::fprintf(stderr, "allocation %ld failed%s: wrong\n", at + 1,
-                             forEver ? " and all after it" : "");
-        }
-        std::fprintf(
-            stderr, "An allocation fails %s: %ld points, %ld survived, %ld ended in the toolkit, %ld wrong\n",
-            forEver ? "and all after it do" : "once", count[survived] + count[endedInToolkit] + count[wrong],
-            count[survived], count[endedInToolkit], count[wrong]);
-        wrongs += static_cast<int>(count[wrong]);
-        if (count[survived] == 0)
-            return EXIT_FAILURE;
-    }
-    return wrongs == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    bool isRight = true;
+    for (Door const door : {Door::plugin, Door::loader})
+        for (bool const forEver : {false, true})
+            isRight = survivesAll(conversion, door, forEver, stride) && isRight;
+    return isRight ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -75,12 +75,12 @@ TEST_F(Flt2iv, writesTextToStandardOutputThatTheToolkitReads)
     EXPECT_EQ(countFaceSets(run.output), 1);
 }
 
-TEST_F(Flt2iv, keepsTheLibrarysOwnOutputOutOfTheResult)
+TEST_F(Flt2iv, writesNothingThatNobodyAskedFor)
 {
     ProgramRun const run("flt2iv", triangle());
     EXPECT_EQ(run.output.find("Success in opening file"), std::string::npos);
     EXPECT_EQ(run.output.find("beginning of parsing"), std::string::npos);
-    EXPECT_NE(contentsOf((directory / "triangle.flt.log")).find("beginning of parsing"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(directory / "triangle.flt.log"));
 }
 
 TEST_F(Flt2iv, writesIntoTheFileOfOptionO)
@@ -125,7 +125,8 @@ TEST_F(Flt2iv, showsAMessageInOneLineAndGoesOn)
     flt.push().add("ExternalReference", {{"asciiPath", "nowhere.flt"}}).pop();
     ProgramRun const run("flt2iv", save(flt, "lost.flt"));
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_EQ(run.errors, "flt2iv: ERROR! CAN'T RESOLVE EXTERNAL REFERENCE: nowhere.flt\n");
+    EXPECT_EQ(run.errors,
+              "flt2iv: " + (directory / "lost.flt") + ": CAN'T RESOLVE EXTERNAL REFERENCE: nowhere.flt\n");
 }
 
 TEST_F(Flt2iv, leavesWarningsOutWhenQuiet)
@@ -134,18 +135,30 @@ TEST_F(Flt2iv, leavesWarningsOutWhenQuiet)
     flt.pop();
     std::string const file = save(flt, "pop.flt");
     EXPECT_EQ(ProgramRun("flt2iv", file).errors,
-              "flt2iv: warning: WARNING ! trying a pop() but stack is empty! (File corrupted ?)\n");
+              "flt2iv: warning: " + file + ": trying a pop() but stack is empty! (File corrupted ?)\n");
     EXPECT_EQ(ProgramRun("flt2iv", "-q " + file).errors, "");
 }
 
 TEST_F(Flt2iv, showsTwentyMessagesAndCountsTheRest)
 {
     FltWriter flt;
+    flt.push();
+    for (int i = 0; i < 50; ++i)
+        flt.add("ExternalReference", {{"asciiPath", "none" + std::to_string(i) + ".flt"}});
+    std::string const errors = ProgramRun("flt2iv", save(flt.pop(), "lost.flt")).errors;
+    EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 21);
+    EXPECT_NE(errors.find("flt2iv: warning: 5 more messages left out\n"), std::string::npos);
+}
+
+TEST_F(Flt2iv, countsEqualMessages)
+{
+    FltWriter flt;
     for (int i = 0; i < 1000; ++i)
         flt.pop();
-    std::string const errors = ProgramRun("flt2iv", save(flt, "pops.flt")).errors;
-    EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 21);
-    EXPECT_NE(errors.find("flt2iv: warning: 980 more messages left out\n"), std::string::npos);
+    std::string const file = save(flt, "pops.flt");
+    EXPECT_EQ(ProgramRun("flt2iv", file).errors,
+              "flt2iv: warning: " + file +
+                  ": trying a pop() but stack is empty! (File corrupted ?) (1000 times)\n");
 }
 
 TEST_F(Flt2iv, exitsWith1AndSaysWhyForAFileThatIsNotThere)
@@ -222,13 +235,47 @@ TEST_F(Flt2iv, exitsWith2ForWrongUsage)
     EXPECT_EQ(ProgramRun("flt2iv", triangle() + " second.flt").exitCode, 2);
 }
 
-TEST_F(Flt2iv, refusesToReplaceItsInput)
+TEST_F(Flt2iv, tellsItsVersion)
+{
+    ProgramRun const run("flt2iv", "--version");
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.output.find("VelloReader "), 0U);
+}
+
+TEST_F(Flt2iv, refusesToReplaceItsInputAndWhatThatRefersTo)
+{
+    std::string const other = triangle("other.flt");
+    FltWriter flt;
+    flt.push().add("ExternalReference", {{"asciiPath", "other.flt"}}).pop();
+    std::string const file = save(flt, "main.flt");
+    std::filesystem::create_hard_link(file, directory / "main.iv");
+    std::filesystem::create_symlink("other.flt", directory / "other.iv");
+    for (char const* const output : {"main.flt", "main.iv", "other.iv"}) {
+        std::string const before = contentsOf(directory / output);
+        ProgramRun const run("flt2iv", "-o " + (directory / output) + " " + file);
+        EXPECT_EQ(run.exitCode, 2) << output;
+        EXPECT_EQ(contentsOf(directory / output), before) << output;
+    }
+}
+
+TEST_F(Flt2iv, refusesAnEndingThatItCannotWrite)
+{
+    ProgramRun const run("flt2iv", "-o " + (directory / "out.png") + " " + triangle());
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_NE(run.errors.find("Choose a name that ends in .iv."), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(directory / "out.png"));
+}
+
+TEST_F(Flt2iv, writesALogWhereItIsAskedTo)
 {
     std::string const file = triangle();
-    std::string const before = contentsOf(file);
-    ProgramRun const run("flt2iv", "-o " + file + " " + file);
-    EXPECT_EQ(run.exitCode, 2);
-    EXPECT_EQ(contentsOf(file), before);
+    EXPECT_EQ(ProgramRun("flt2iv", "--log -o " + (directory / "a.iv") + " " + file).exitCode, 0);
+    std::string const log = contentsOf(file + ".log");
+    EXPECT_EQ(log.find("beginning of parsing"), 0U);
+    EXPECT_EQ(ProgramRun("flt2iv", "--log=" + (directory / "other.log") + " " + file).exitCode, 0);
+    EXPECT_EQ(contentsOf(directory / "other.log"), log);
+    EXPECT_EQ(ProgramRun("flt2iv", "--log=" + (directory / "a.iv") + " " + file).exitCode, 2);
+    EXPECT_EQ(contentsOf(directory / "a.iv").find("#Inventor"), 0U) << "what isn't a log stays";
 }
 
 TEST_F(Flt2iv, explainsItselfOnHelp)

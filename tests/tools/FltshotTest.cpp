@@ -254,3 +254,26 @@ TEST_F(Fltshot, exitsWith2ForWrongUsage)
         EXPECT_EQ(ProgramRun("fltshot", good + " " + wrong).exitCode, 2) << wrong;
     EXPECT_EQ(contentsOf(directory / "o.png"), "");
 }
+
+TEST_F(Fltshot, refusesToReplaceItsInputAndEndingsThatItCannotWrite)
+{
+    std::string const file = square(1, 2, 3);
+    std::string const before = contentsOf(file);
+    std::filesystem::create_hard_link(file, directory / "same.png");
+    for (std::string const& output : {file, directory / "same.png", directory / "a.jpg"})
+        EXPECT_EQ(ProgramRun("fltshot", file + " --size 16x16 -o " + output).exitCode, 2) << output;
+    EXPECT_EQ(contentsOf(file), before);
+    EXPECT_FALSE(std::filesystem::exists(directory / "a.jpg"));
+}
+
+TEST_F(Fltshot, writesToStandardOutputAndLeavesDevicesWhereTheyAre)
+{
+    std::string const file = square(1, 2, 3);
+    ProgramRun const run("fltshot", file + " --size 16x16 -o -");
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_EQ(run.output.substr(1, 3), "PNG");
+    EXPECT_EQ(ProgramRun("fltshot", file + " --size 16x16 -o /dev/full").exitCode, 1);
+    EXPECT_EQ(ProgramRun("fltshot", file + " --size 16x16 -o /dev/null").exitCode, 0);
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+}

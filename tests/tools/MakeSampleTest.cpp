@@ -33,5 +33,18 @@ TEST(MakeSample, convertsWithoutAWarningAndShowsWhatTheFormatOffers)
 TEST(MakeSample, exitsWith1WhereItCanNotWriteAnd2ForWrongUsage)
 {
     EXPECT_EQ(ProgramRun("make_sample", "/dev/null/airfield.flt").exitCode, 1);
-    EXPECT_EQ(ProgramRun("make_sample", "--help me").exitCode, 2);
+    EXPECT_EQ(ProgramRun("make_sample", "--nonsense").exitCode, 2);
+}
+
+TEST(MakeSample, overwritesNothingUnlessForced)
+{
+    ScratchFolder const directory;
+    std::string const texture = directory.write("airfield/windows.png", "mine");
+    ProgramRun const run("make_sample", directory / "airfield.flt");
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_NE(run.errors.find("Add --force to replace it."), std::string::npos);
+    EXPECT_EQ(contentsOf(texture), "mine");
+    EXPECT_EQ(contentsOf(directory / "airfield.flt"), "");
+    EXPECT_EQ(ProgramRun("make_sample", "--force " + (directory / "airfield.flt")).exitCode, 0);
+    EXPECT_NE(contentsOf(texture), "mine");
 }

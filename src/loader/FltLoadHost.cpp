@@ -1,0 +1,192 @@
+#include "loader/FltLoadHost.h"
+
+#include "loader/FltDatabaseFile.h"
+#include "loader/FltOmissionKinds.h"
+#include "parser/FltInput.h"
+#include "records/FltRecordHeader.h"
+
+#include <algorithm>
+#include <cstring>
+#include <sys/stat.h>
+#include <utility>
+
+namespace
+{
+
+using Kind = FltLoadError::Kind;
+
+template <std::size_t size>
+std::string textOf(char const (&text)[size])
+{
+    return {text, ::strnlen(text, size)};
+}
+
+FltDatabaseInfo::Unit unitOf(int number)
+{
+    using Unit = FltDatabaseInfo::Unit;
+    for (Unit const unit : {Unit::kilometres, Unit::feet, Unit::inches, Unit::nauticalMiles})
+        if (static_cast<int>(unit) == number)
+            return unit;
+    return Unit::metres;
+}
+
+void fill(FltDatabaseInfo& info, FltRecordHeader const& header)
+{
+    info.name = textOf(header.id);
+    info.revision = header.formatRevisionLevel;
+    info.unit = unitOf(header.vertexCoordinateUnits);
+    info.unitMultiplier = header.multiplierDiviserUnit;
+    info.lastChange = textOf(header.lastRevisionDateTime);
+    info.projection = header.projectionType;
+    info.ellipsoid = header.earthEllipsoidModel;
+    info.originLatitude = header.originLatitude;
+    info.originLongitude = header.originLongitude;
+    info.southWestLatitude = header.southWestCornerLatitude;
+    info.southWestLongitude = header.southWestCornerLongitude;
+    info.northEastLatitude = header.northEastCornerLatitude;
+    info.northEastLongitude = header.northEastCornerLongitude;
+}
+
+std::uint64_t sizeOf(FltInput const& file)
+{
+    return static_cast<std::uint64_t>(std::max(file.getSize(), 0L));
+}
+
+} // namespace
+
+FltLoadHost::FltLoadHost(FltLoader const& options, std::string const& path, FltScene::Content& content,
+                         FltMessageCollector& messages)
+    : options(options), path(path), content(content), messages(messages),
+      textures(FltDatabaseFile::withDirectory(path), options.texturePath, options.textureNamesFrom)
+{
+}
+
+void FltLoadHost::report(std::string const& file, std::uint64_t bytesDone, std::uint64_t bytesInAll) const
+{
+    if (!options.progress)
+        return;
+    bool goesOn = false;
+    try {
+        goesOn = options.progress(file, bytesDone, bytesInAll);
+    } catch (...) {
+        throw CallbackFailure{std::current_exception()};
+    }
+    if (!goesOn)
+        throw FltLoadError(Kind::cancelled, path, "the load was cancelled.");
+}
+
+void FltLoadHost::reportNowAndThen(FltInput const& file, std::uint64_t bytesDone)
+{
+    if (&file == reportedFile && bytesDone < nextReport)
+        return;
+    constexpr std::uint64_t reportsOfAFile = 256;
+    constexpr std::uint64_t fewestBytes = 16384;
+    std::uint64_t const size = sizeOf(file);
+    reportedFile = &file;
+    nextReport = bytesDone + std::max(size / reportsOfAFile, fewestBytes);
+    report(file.getFileName(), std::min(bytesDone, size), size);
+}
+
+void FltLoadHost::beginFile(FltInput const& file)
+{
+    if (database == nullptr) {
+        database = &file;
+        content.info.bytes = sizeOf(file);
+    }
+    messages.setFile(file.getFileName());
+    reportedFile = nullptr;
+    reportNowAndThen(file, 0);
+}
+
+void FltLoadHost::takeRecord(FltInput const& file, FltRecord const& record, std::size_t offset)
+{
+    ++records[record.getOpcode()];
+    if (&file == database) {
+        if (content.info.records++ == 0)
+            if (auto const* const header = dynamic_cast<FltRecordHeader const*>(&record))
+                fill(content.info, *header);
+    }
+    if (options.progress)
+        reportNowAndThen(file, offset / 2);
+}
+
+void FltLoadHost::takeConverted(FltInput const& file, std::size_t converted, std::size_t inAll)
+{
+    if (!options.progress)
+        return;
+    double const done = inAll > 0 ? static_cast<double>(converted) / static_cast<double>(inAll) : 1;
+    double const bytes = static_cast<double>(sizeOf(file)) * (1 + done) / 2;
+    reportNowAndThen(file, static_cast<std::uint64_t>(bytes));
+}
+
+void FltLoadHost::endFile(FltInput const& file)
+{
+    reportedFile = nullptr;
+    report(file.getFileName(), sizeOf(file), sizeOf(file));
+}
+
+SoNodeRef<SoTexture2> FltLoadHost::makeTexture(FltInput const& file, std::string const& name)
+{
+    return textures.make(name, file.getFileName());
+}
+
+bool FltLoadHost::beginReference(FltInput const& file, std::string const& name, std::string const& target,
+                                 bool isThere)
+{
+    openReferences.push_back({content.references.size(), messages.getFile()});
+    content.references.push_back({name, file.getFileName(), isThere ? target : "", false});
+    return isThere && options.references == FltLoader::References::follow && isSmallEnough(target);
+}
+
+void FltLoadHost::endReference(bool isLoaded)
+{
+    content.references[openReferences.back().position].isLoaded = isLoaded;
+    messages.setFile(openReferences.back().file);
+    openReferences.pop_back();
+}
+
+bool FltLoadHost::isSmallEnough(std::string const& target)
+{
+    struct stat status = {};
+    if (::stat(target.c_str(), &status) != 0 ||
+        static_cast<std::uint64_t>(status.st_size) <= options.largestFile)
+        return true;
+    messages.add({FltMessage::Level::warning,
+                  "An external file has " + std::to_string(status.st_size) +
+                      " bytes, more than are allowed, and "
+                      "is left out: " +
+                      target,
+                  messages.getFile()});
+    return false;
+}
+
+void FltLoadHost::finish()
+{
+    auto const onImage = [this](std::string const& image) {
+        struct stat status = {};
+        bool const isThere = ::stat(image.c_str(), &status) == 0;
+        report(image, 0, isThere ? static_cast<std::uint64_t>(status.st_size) : 0);
+    };
+    for (FltSceneTextures::Texture& texture : textures.resolve(onImage))
+        addTexture(std::move(texture));
+    content.omissions = FltOmissionKinds::ofExactConversion(records);
+}
+
+void FltLoadHost::addTexture(FltSceneTextures::Texture&& texture)
+{
+    if (texture.path.empty()) {
+        std::string text;
+        if (!texture.unreadable.empty()) {
+            text = "Texture " + texture.name + " isn't shown: " + texture.unreadable +
+                   " is no image that can be read. Convert it into another format.";
+        } else {
+            text = "Texture " + texture.name + " isn't shown: it is neither";
+            for (std::string const& place : texture.tried)
+                text += (&place == &texture.tried.front() ? " " : ", nor ") + place;
+            text += ", nor anywhere else. Add its directory to the texture path.";
+        }
+        messages.add({FltMessage::Level::warning, text, texture.database});
+    }
+    content.textures.push_back({std::move(texture.name), std::move(texture.database), std::move(texture.path),
+                                std::move(texture.tried)});
+}

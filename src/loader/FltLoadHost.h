@@ -1,0 +1,61 @@
+#pragma once
+
+#include "host/FltConversionHost.h"
+#include "loader/FltLoader.h"
+#include "loader/FltMessageCollector.h"
+#include "loader/FltSceneContent.h"
+#include "search/FltSceneTextures.h"
+
+#include <exception>
+#include <map>
+#include <vector>
+
+/// What a load does for a conversion, whichever it is: it fills the lists of the scene, asks the callback
+/// whether to go on, and decides about textures and external files.
+class FltLoadHost : public FltConversionHost
+{
+public:
+    /// An exception of the callback on its way through the conversion.
+    struct CallbackFailure {
+        std::exception_ptr reason;
+    };
+
+    /// All of them have to outlive this object.
+    FltLoadHost(FltLoader const& options, std::string const& path, FltScene::Content& content,
+                FltMessageCollector& messages);
+
+    /// Gives the textures of the finished scene their images, and completes the lists.
+    void finish();
+
+    void beginFile(FltInput const& file) override;
+    void takeRecord(FltInput const& file, FltRecord const& record, std::size_t offset) override;
+    void takeConverted(FltInput const& file, std::size_t records, std::size_t inAll) override;
+    void endFile(FltInput const& file) override;
+    SoNodeRef<SoTexture2> makeTexture(FltInput const& file, std::string const& name) override;
+    bool beginReference(FltInput const& file, std::string const& name, std::string const& path,
+                        bool isThere) override;
+    void endReference(bool isLoaded) override;
+
+private:
+    /// A reference that is being followed.
+    struct OpenReference {
+        std::size_t position; ///< In the list of the scene.
+        std::string file;     ///< That messages were about before.
+    };
+
+    void report(std::string const& file, std::uint64_t bytesDone, std::uint64_t bytesInAll) const;
+    void reportNowAndThen(FltInput const& file, std::uint64_t bytesDone);
+    bool isSmallEnough(std::string const& path);
+    void addTexture(FltSceneTextures::Texture&& texture);
+
+    FltLoader const& options;
+    std::string path;
+    FltScene::Content& content;
+    FltMessageCollector& messages;
+    FltSceneTextures textures;
+    FltInput const* database = nullptr;   ///< The top-level file, once it is read.
+    std::map<int, std::uint64_t> records; ///< How many there are of each opcode, in all files.
+    std::vector<OpenReference> openReferences;
+    FltInput const* reportedFile = nullptr;
+    std::uint64_t nextReport = 0; ///< Bytes of that file.
+};

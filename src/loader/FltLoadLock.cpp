@@ -1,0 +1,7 @@
+#include "loader/FltLoadLock.h"
+
+std::recursive_mutex& FltLoadLock::mutex()
+{
+    static std::recursive_mutex mutex;
+    return mutex;
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "FltLoadError.h"
+#include "toolkit/VelloReaderExport.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+/// Reads the records of a database one by one, without making a scene.
+///
+///     FltRecordReader records("airfield.flt");
+///     while (records.next())
+///         std::cout << records.json() << '\n';
+class VELLOREADER_API FltRecordReader
+{
+public:
+    /// Reads the file into memory.
+    /// @throw FltLoadError as FltLoader::load() does
+    explicit FltRecordReader(std::string const& path);
+    ~FltRecordReader();
+    FltRecordReader(FltRecordReader&& other) noexcept;
+    FltRecordReader& operator=(FltRecordReader&& other) noexcept;
+    FltRecordReader(FltRecordReader const&) = delete;
+    FltRecordReader& operator=(FltRecordReader const&) = delete;
+
+    /// Goes on to the next record; to the first one at first.
+    /// @return false after the last one
+    /// @throw FltLoadError if the memory doesn't suffice
+    bool next();
+
+    /// @name The record
+    /// Ask once next() has said that there is one.
+    /// @{
+    int opcode() const;
+    std::uint64_t offset() const; ///< Of its first byte in the file.
+    unsigned length() const;      ///< Bytes, with the four of opcode and length.
+
+    /// All of its fields as a JSON object in one line:
+    ///
+    ///     {"opcode":5,"class":"FltRecordFace","category":"PRIMARY_RECORD","length":80,"offset":1204,
+    ///      "fields":{"idField":"f1","drawType":0,...}}
+    ///
+    /// A record that is too broken to be read has a text "error" in place of "fields".
+    std::string json() const;
+    /// @}
+
+    /// Why the records end before the file does; empty if they don't. Ask after the last one.
+    std::string fault() const;
+
+private:
+    struct State;
+    std::unique_ptr<State> state;
+};

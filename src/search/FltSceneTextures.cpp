@@ -1,0 +1,116 @@
+#include "search/FltSceneTextures.h"
+
+#include "toolkit/SoErrorRedirect.h"
+
+#include <Inventor/SbImage.h>
+#include <Inventor/errors/SoDebugError.h>
+#include <algorithm>
+#include <filesystem>
+#include <sys/stat.h>
+
+namespace
+{
+
+std::string directoryOf(std::string const& file)
+{
+    return file.substr(0, file.rfind('/') + 1);
+}
+
+/// Decodes an image. @return null if it can't be read
+std::shared_ptr<SoSharedPixels const> decode(std::string const& path)
+{
+    SoErrorRedirect<SoDebugError> const silence([](SoError const*, void*) {},
+                                                nullptr); // the caller reports it
+    SbImage image;
+    if (!image.readFile(path.c_str()))
+        return nullptr;
+    auto pixels = std::make_shared<SoSharedPixels>();
+    unsigned char const* const bytes = image.getValue(pixels->size, pixels->components);
+    if (bytes == nullptr)
+        return nullptr;
+    auto const size = static_cast<std::size_t>(pixels->size[0]) * static_cast<std::size_t>(pixels->size[1]) *
+                      static_cast<std::size_t>(pixels->components);
+    pixels->bytes.assign(bytes, bytes + size);
+    return pixels;
+}
+
+/// The name of a file as seen from a directory.
+std::string relativeName(std::string const& path, std::string const& directory)
+{
+    std::error_code problem;
+    std::filesystem::path const name =
+        std::filesystem::proximate(path, directory.empty() ? "." : directory, problem);
+    return problem || name.empty() ? path : name.string();
+}
+
+} // namespace
+
+FltSceneTextures::FltSceneTextures(std::string const& database, std::vector<std::string> directories,
+                                   std::optional<std::string> namesFrom)
+    : databaseDirectory(directoryOf(database)), search(std::move(directories)),
+      namesFrom(std::move(namesFrom))
+{
+}
+
+SoNodeRef<SoTexture2> FltSceneTextures::make(std::string const& name, std::string const& database)
+{
+    SoNodeRef<SoSharedTexture> const node(new SoSharedTexture);
+    node->setFileName(name);
+    auto const [known, isNew] = positions.try_emplace({name, database}, textures.size());
+    if (isNew)
+        textures.push_back({name, database, {}});
+    textures[known->second].nodes.push_back(node);
+    return SoNodeRef<SoTexture2>(node.get());
+}
+
+std::vector<FltSceneTextures::Texture>
+FltSceneTextures::resolve(std::function<void(std::string const& path)> const& onImage)
+{
+    std::vector<Texture> found;
+    for (Made& made : textures) {
+        auto const isUnused = [](SoNodeRef<SoSharedTexture> const& node) { return node->getRefCount() == 1; };
+        made.nodes.erase(std::remove_if(made.nodes.begin(), made.nodes.end(), isUnused), made.nodes.end());
+        if (!made.nodes.empty() && !made.name.empty())
+            found.push_back(resolveOne(made, onImage));
+    }
+    textures.clear();
+    positions.clear();
+    return found;
+}
+
+FltSceneTextures::Texture
+FltSceneTextures::resolveOne(Made const& made, std::function<void(std::string const& path)> const& onImage)
+{
+    Texture texture{made.name, made.database, {}, {}, {}};
+    Pixels pixels;
+    FltTextureSearch::Result result =
+        search.find(made.name, {databaseDirectory, directoryOf(made.database)}, [&](std::string const& path) {
+            onImage(path);
+            pixels = pixelsOf(path);
+            if (pixels == nullptr && texture.unreadable.empty())
+                texture.unreadable = path;
+            return pixels != nullptr;
+        });
+    texture.path = std::move(result.path);
+    texture.tried = std::move(result.tried);
+    if (pixels == nullptr)
+        return texture;
+    texture.unreadable.clear();
+    std::string const name = namesFrom ? relativeName(texture.path, *namesFrom) : texture.path;
+    for (SoNodeRef<SoSharedTexture> const& node : made.nodes) {
+        node->setPixels(pixels);
+        node->setFileName(name);
+    }
+    return texture;
+}
+
+FltSceneTextures::Pixels FltSceneTextures::pixelsOf(std::string const& path)
+{
+    struct stat status = {};
+    if (::stat(path.c_str(), &status) != 0)
+        return nullptr;
+    auto const [known, isNew] = images.try_emplace({status.st_dev, status.st_ino});
+    if (isNew)
+        known->second = decode(path);
+    return known->second;
+}

@@ -1,0 +1,62 @@
+#include "loader/FltRecordReader.h"
+
+#include "support/ScratchFolder.h"
+#include "support/StreamCapture.h"
+#include "writer/FltWriter.h"
+
+#include <gtest/gtest.h>
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+TEST(FltRecordReader, ReadsRecordsOneByOneWithoutAWord)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    flt.push().add("Group", {{"idASCII", "hangar"}}).pop();
+    flt.save(folder / "a.flt");
+    StreamCapture const out(std::cout);
+    StreamCapture const err(std::cerr);
+    FltRecordReader records(folder / "a.flt");
+    std::vector<int> opcodes;
+    std::uint64_t end = 0;
+    std::string group;
+    while (records.next()) {
+        opcodes.push_back(records.opcode());
+        EXPECT_EQ(records.offset(), end);
+        end += records.length();
+        auto const json = nlohmann::json::parse(records.json());
+        EXPECT_EQ(json["opcode"], records.opcode());
+        EXPECT_EQ(json["offset"], records.offset());
+        if (records.opcode() == 2)
+            group = json["fields"]["idASCII"];
+    }
+    EXPECT_EQ(opcodes, (std::vector<int>{1, 10, 2, 11}));
+    EXPECT_EQ(end, flt.bytes().size());
+    EXPECT_EQ(group, "hangar");
+    EXPECT_EQ(records.fault(), "");
+    EXPECT_FALSE(records.next());
+    EXPECT_EQ(out.str() + err.str(), "");
+}
+
+TEST(FltRecordReader, GoesOnAfterARecordThatCannotBeReadAndSaysWhereTheFileBreaksOff)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    flt.add("Switch", {{"numberOfMasks", -1}, {"numberOf32BitWordsPerMask", 1}}).add("Group").addBytes("abc");
+    flt.save(folder / "a.flt");
+    FltRecordReader records(folder / "a.flt");
+    ASSERT_TRUE(records.next());
+    ASSERT_TRUE(records.next());
+    EXPECT_TRUE(nlohmann::json::parse(records.json()).contains("error"));
+    ASSERT_TRUE(records.next());
+    EXPECT_EQ(records.opcode(), 2);
+    EXPECT_FALSE(records.next());
+    EXPECT_NE(records.fault(), "");
+}
+
+TEST(FltRecordReader, RefusesWhatIsNoDatabase)
+{
+    ScratchFolder const folder;
+    EXPECT_THROW(FltRecordReader(folder / "none.flt"), FltLoadError);
+    EXPECT_THROW(FltRecordReader(folder.write("a.flt", "nothing of the kind")), FltLoadError);
+}

@@ -1,0 +1,287 @@
+#include "support/OutputFile.h"
+
+#include "support/ToolError.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cctype>
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <random>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace
+{
+
+/// Removes the file that is being written if a signal ends the program.
+class SignalGuard
+{
+public:
+    static void protect(std::string const& file)
+    {
+        installOnce();
+        isSet = false;
+        if (file.size() >= name.size())
+            return;
+        std::copy(file.c_str(), file.c_str() + file.size() + 1, name.begin());
+        isSet = true;
+    }
+    static void release() { isSet = false; }
+
+private:
+    static constexpr int endings[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXFSZ, SIGXCPU};
+
+    static void installOnce()
+    {
+        static bool installed = false;
+        if (std::exchange(installed, true))
+            return;
+        for (int const number : endings) {
+            struct sigaction before = {};
+            ::sigaction(number, nullptr, &before);
+            if (before.sa_handler != SIG_DFL)
+                continue; // ignored, as under nohup, or somebody else's
+            struct sigaction action = {};
+            action.sa_handler = removeAndDie;
+            action.sa_flags = static_cast<int>(SA_RESETHAND);
+            ::sigaction(number, &action, nullptr);
+        }
+    }
+    static void removeAndDie(int number)
+    {
+        if (isSet)
+            ::unlink(name.data());
+        ::raise(number);
+    }
+
+    static inline std::array<char, PATH_MAX> name{};
+    static inline std::atomic<bool> isSet = false;
+};
+
+bool isSameFile(struct stat const& a, struct stat const& b)
+{
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+bool isStandardOutput(struct stat const& status)
+{
+    struct stat out = {};
+    return ::fstat(STDOUT_FILENO, &out) == 0 && isSameFile(out, status);
+}
+
+void refuseKept(std::string const& path, struct stat const& status, std::vector<KeptFile> const& kept)
+{
+    for (KeptFile const& file : kept) {
+        struct stat other = {};
+        if (::stat(file.path.c_str(), &other) == 0 && isSameFile(other, status))
+            throw ToolError(path + ": the output would replace " + file.what +
+                                ". Choose another name for it.",
+                            ExitCode::wrongUsage);
+    }
+}
+
+/// The file that a name leads to over links, which need not be there.
+std::string behindLinks(std::string const& path)
+{
+    constexpr int mostLinks = 40;
+    std::filesystem::path file = path;
+    std::error_code problem;
+    for (int i = 0; i < mostLinks && std::filesystem::is_symlink(file, problem); ++i) {
+        std::filesystem::path const next = std::filesystem::read_symlink(file, problem);
+        if (problem)
+            break;
+        file = file.parent_path() / next;
+    }
+    return file.string();
+}
+
+std::string folderOf(std::string const& path)
+{
+    std::size_t const slash = path.rfind('/');
+    return slash != std::string::npos ? path.substr(0, slash + 1) : "./";
+}
+
+/// A name beside the target that nobody uses.
+std::string newNameBeside(std::string const& target)
+{
+    std::random_device random;
+    std::string const folder = folderOf(target);
+    return folder + ".velloreader-" + std::to_string(random()) + std::to_string(random()) + ".part";
+}
+
+/// What an open file is called while it has no name.
+std::string pathOf(int descriptor)
+{
+    return "/proc/self/fd/" + std::to_string(descriptor);
+}
+
+/// Opens a file that has no name yet, so that nothing is left of it however the program ends.
+/// @return a descriptor, or -1 where there is no such thing
+int openNameless(std::string const& folder)
+{
+    int const descriptor = ::open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0600);
+    if (descriptor >= 0 && ::access(pathOf(descriptor).c_str(), F_OK) == 0)
+        return descriptor;
+    if (descriptor >= 0)
+        ::close(descriptor);
+    return -1;
+}
+
+mode_t permissionsOfNewFiles()
+{
+    mode_t const mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
+} // namespace
+
+OutputFile::OutputFile(std::string path, std::vector<KeptFile> const& kept) : path(std::move(path))
+{
+    struct stat status = {};
+    if (this->path == "-") {
+        if (::fstat(STDOUT_FILENO, &status) == 0)
+            refuseKept("standard output", status, kept);
+        file = stdout;
+        return;
+    }
+    bool const isThere = ::stat(this->path.c_str(), &status) == 0;
+    if (isThere)
+        refuseKept(this->path, status, kept);
+    if (isThere && isStandardOutput(status)) {
+        file = stdout; // as with /dev/stdout
+        return;
+    }
+    if (isThere && S_ISDIR(status.st_mode))
+        fail(EISDIR);
+    if (isThere && !S_ISREG(status.st_mode)) {
+        openStream();
+        return;
+    }
+    if (isThere && ::access(this->path.c_str(), W_OK) != 0)
+        fail(errno);
+    target = behindLinks(this->path);
+    openTemporary(isThere ? status.st_mode & 0777 : permissionsOfNewFiles());
+}
+
+OutputFile::~OutputFile()
+{
+    discard();
+}
+
+void OutputFile::openStream()
+{
+    int const descriptor = ::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
+    if (descriptor < 0)
+        fail(errno);
+    file = ::fdopen(descriptor, "wb");
+    if (file == nullptr) {
+        int const reason = errno;
+        ::close(descriptor);
+        fail(reason);
+    }
+}
+
+void OutputFile::openTemporary(mode_t permissions)
+{
+    int descriptor = openNameless(folderOf(target));
+    if (descriptor < 0) {
+        temporary = newNameBeside(target);
+        SignalGuard::protect(temporary);
+        descriptor = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+    }
+    if (descriptor < 0)
+        discardAndFail(errno);
+    if (::fchmod(descriptor, permissions) == 0)
+        file = ::fdopen(descriptor, "wb");
+    if (file == nullptr) {
+        int const reason = errno;
+        ::close(descriptor);
+        discardAndFail(reason);
+    }
+}
+
+/// Gives the file its place. @return 0, or the error number
+int OutputFile::takePlace()
+{
+    if (temporary.empty()) {
+        temporary = newNameBeside(target);
+        SignalGuard::protect(temporary);
+        if (::linkat(AT_FDCWD, pathOf(::fileno(file)).c_str(), AT_FDCWD, temporary.c_str(),
+                     AT_SYMLINK_FOLLOW) != 0)
+            return errno;
+    }
+    int const reason = std::fclose(std::exchange(file, nullptr)) != 0 ? errno : 0;
+    return reason == 0 && std::rename(temporary.c_str(), target.c_str()) != 0 ? errno : reason;
+}
+
+bool OutputFile::isTerminal() const
+{
+    return file != nullptr && ::isatty(::fileno(file)) != 0;
+}
+
+void OutputFile::commit()
+{
+    errno = 0;
+    bool const whole = std::ferror(file) == 0 && std::fflush(file) == 0;
+    int reason = whole ? 0 : errno != 0 ? errno : EIO;
+    if (reason == 0 && !target.empty())
+        reason = takePlace();
+    else if (file != stdout && std::fclose(std::exchange(file, nullptr)) != 0 && reason == 0)
+        reason = errno;
+    if (reason != 0)
+        discardAndFail(reason);
+    temporary.clear();
+    SignalGuard::release();
+}
+
+void OutputFile::discard()
+{
+    if (file != nullptr && file != stdout)
+        std::fclose(file);
+    file = nullptr;
+    if (temporary.empty())
+        return;
+    std::remove(temporary.c_str());
+    temporary.clear();
+    SignalGuard::release();
+}
+
+void OutputFile::discardAndFail(int reason)
+{
+    discard();
+    fail(reason);
+}
+
+void OutputFile::fail(int reason) const
+{
+    throw ToolError((path == "-" ? "standard output" : path) + ": cannot write: " + std::strerror(reason) +
+                    ". Check the directory, its permissions and the space on the disk.");
+}
+
+void OutputFile::checkEnding(std::string const& path, std::initializer_list<std::string_view> endings)
+{
+    struct stat status = {};
+    if (path == "-" || (::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode)))
+        return;
+    std::string ending = std::filesystem::path(path).extension().string();
+    std::transform(ending.begin(), ending.end(), ending.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    std::string known;
+    for (std::string_view const one : endings) {
+        if (ending == one)
+            return;
+        known += (known.empty() ? "" : " or ") + std::string(one);
+    }
+    throw ToolError(path + ": this program can't write such a file. Choose a name that ends in " + known +
+                        ".",
+                    ExitCode::wrongUsage);
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdio>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <sys/types.h>
+#include <vector>
+
+/// A file that a program must never write into or replace.
+struct KeptFile {
+    std::string path;
+    std::string what; ///< What it is to the user, such as "the input".
+};
+
+/// Where a program writes.
+///
+/// A plain file is written beside its target, without a name where the disk can do that, and takes the
+/// target's place when it is whole: what stood there before stays until then, whatever happens, also if the
+/// program is ended by Ctrl-C or the disk is full. The target's permissions are kept, and links are followed.
+/// A device, a pipe or a terminal is written as such, and never removed or replaced. "-" is standard output.
+///
+/// One object at a time may have a file that isn't whole yet.
+class OutputFile
+{
+public:
+    /// Opens the output.
+    /// @param kept files which must not be written or replaced; those that aren't there don't matter
+    /// @throw ToolError if it can't be written, with the exit code for wrong usage if it is one of @p kept
+    explicit OutputFile(std::string path, std::vector<KeptFile> const& kept = {});
+
+    /// Without commit() nothing is left of a plain file that was begun.
+    ~OutputFile();
+
+    OutputFile(OutputFile const&) = delete;
+    OutputFile& operator=(OutputFile const&) = delete;
+
+    FILE* stream() const { return file; }
+
+    /// Whether the output goes to a terminal, which binary data would upset.
+    bool isTerminal() const;
+
+    /// Ends the output: a plain file takes its place.
+    /// @throw ToolError if not all of it could be written; the target is as before then
+    void commit();
+
+    /// Makes sure that a name ends in one of these endings (".png"), in letters of any case. "-", a device
+    /// and a pipe need none.
+    /// @throw ToolError with the exit code for wrong usage
+    static void checkEnding(std::string const& path, std::initializer_list<std::string_view> endings);
+
+private:
+    void openStream();
+    void openTemporary(mode_t permissions);
+    int takePlace();
+    void discard();
+    [[noreturn]] void discardAndFail(int reason);
+    [[noreturn]] void fail(int reason) const;
+
+    std::string path;      ///< As it was given.
+    std::string target;    ///< The plain file itself, behind all links; empty for a stream.
+    std::string temporary; ///< The file that is being written; empty if there is none.
+    FILE* file = nullptr;
+};
