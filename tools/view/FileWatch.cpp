@@ -1,5 +1,6 @@
 #include "view/FileWatch.h"
 
+#include <QDateTime>
 #include <QFileInfo>
 #include <QSet>
 
@@ -22,14 +23,23 @@ FileWatch::FileWatch(QObject* parent) : QObject(parent)
                 takeChange();
     });
     connect(&quiet, &QTimer::timeout, this, [this] {
-        watch(files);
+        knownState = state();
         emit changed();
+        renew();
     });
 }
 
 void FileWatch::watch(QStringList const& newFiles)
 {
-    files = newFiles;
+    if (newFiles != files) {
+        files = newFiles;
+        knownState = state();
+    }
+    renew();
+}
+
+void FileWatch::renew()
+{
     QStringList const before = watcher.files() + watcher.directories();
     if (!before.isEmpty())
         watcher.removePaths(before);
@@ -41,6 +51,19 @@ void FileWatch::watch(QStringList const& newFiles)
     }
     if (!paths.isEmpty())
         watcher.addPaths(paths.values());
+    // A change between two watches would go unnoticed.
+    if (state() != knownState)
+        takeChange();
+}
+
+QString FileWatch::state() const
+{
+    QString text;
+    for (QString const& file : files) {
+        QFileInfo const info(file);
+        text += QString("%1 %2;").arg(info.lastModified().toMSecsSinceEpoch()).arg(info.size());
+    }
+    return text;
 }
 
 void FileWatch::takeChange()

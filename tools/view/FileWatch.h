@@ -20,8 +20,11 @@ signals:
 
 private:
     void takeChange();
+    void renew();
+    QString state() const;
 
     QFileSystemWatcher watcher;
     QTimer quiet;
     QStringList files;
+    QString knownState; ///< Of the files, when they were first watched or last reported.
 };
