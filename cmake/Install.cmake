@@ -60,6 +60,18 @@ endif()
 
 # What desktops know of the format
 install(FILES share/mime/packages/velloreader.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
+install(FILES share/thumbnailers/velloreader.thumbnailer DESTINATION ${CMAKE_INSTALL_DATADIR}/thumbnailers)
+
+# The program with a window
+if(TARGET fltview)
+  set_target_properties(fltview PROPERTIES INSTALL_RPATH "$ORIGIN/${library_from_programs}")
+  install(TARGETS fltview RUNTIME COMPONENT view)
+  configure_file(man/fltview.1.in man/fltview.1 @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/man/fltview.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT view)
+  install(FILES share/applications/fltview.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT view)
+  install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velloreader-view COMPONENT view)
+  install(FILES CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velloreader-view RENAME changelog COMPONENT view)
+endif()
 
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/velloreader)
 install(FILES packaging/copyright DESTINATION ${documents})

@@ -1,6 +1,7 @@
 # What can be chosen when this project is built by itself, and where its results go.
 
 option(VELLOREADER_BUILD_TOOLS "Build the programs that load the library" ON)
+option(VELLOREADER_BUILD_VIEWER "Build the program with a window, if SoQt and Qt are installed" ON)
 option(VELLOREADER_BUILD_TESTS "Build the tests" OFF)
 option(VELLOREADER_BUILD_BENCHMARKS "Build the benchmarks" OFF)
 option(VELLOREADER_BUILD_FUZZERS "Build the fuzzer, which takes clang" OFF)

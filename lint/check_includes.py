@@ -36,6 +36,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "tools/info": ("tools/support", "src/messages", "src/inspect", "src/loader"),
     "tools/check": ("tools/support", "src/messages", "src/inspect", "src/loader"),
     "tools": ("tools/support", "src/toolkit", "src/loader"),
+    "tools/view": ("src/toolkit", "src/dump", "src/messages", "src/records", "src/parser", "src/loader"),
     "writer": (),
     "examples": ("writer", "tools", "tools/support", "src/loader", "src/toolkit", "src/plugin"),
 }
@@ -44,6 +45,7 @@ LIBRARY = tuple(folder for folder in MAY_INCLUDE if folder.startswith("src/"))
 MAY_INCLUDE |= {
     "tests/support": (*LIBRARY, "writer"),
     "tests": (*LIBRARY, "writer", "tests/support", "tools/support"),
+    "tests/view": (*LIBRARY, "writer", "tests/support", "tools/view"),
     "bench": (*LIBRARY, "writer", "tests/support"),
     "fuzz": (*LIBRARY, "writer", "tests/support"),
 }

@@ -1,0 +1,69 @@
+#include "view/RecordPanel.h"
+
+#include "LoadedViewDatabase.h"
+
+#include <Inventor/nodes/SoCoordinate3.h>
+#include <Inventor/nodes/SoSeparator.h>
+#include <QLineEdit>
+#include <QTreeWidget>
+#include <nlohmann/json.hpp>
+
+namespace
+{
+
+class RecordPanelTest : public LoadedViewDatabase
+{
+protected:
+    QTreeWidget& tree() const { return *panel.findChild<QTreeWidget*>("fields"); }
+
+    /// The value beside a name, anywhere; what isn't there or hidden: nothing.
+    QString value(QString const& name) const
+    {
+        for (QTreeWidgetItem* item : tree().findItems(name, Qt::MatchExactly | Qt::MatchRecursive))
+            if (!item->isHidden())
+                return item->text(1);
+        return {};
+    }
+
+    RecordPanel panel;
+};
+
+TEST_F(RecordPanelTest, ShowsAllFieldsOfARecordAndOfTheNode)
+{
+    panel.show(loaded.records.fieldsOf(record("door")), node("door"));
+    EXPECT_EQ("door", value("idASCII"));
+    EXPECT_EQ("90", value("maxYaw").section('.', 0, 0));
+    EXPECT_EQ("0x4000000", value("flags"));
+    EXPECT_EQ("yes", value("yawRotationIsLimited"));
+    EXPECT_EQ("no", value("pitchRotationIsLimited"));
+    EXPECT_EQ("AUTO", value("renderCaching"));
+}
+
+TEST_F(RecordPanelTest, LeavesWhatHoldsTheTextOfTheFilter)
+{
+    panel.show(loaded.records.fieldsOf(record("door")), nullptr);
+    panel.findChild<QLineEdit*>()->setText("yaw");
+    EXPECT_NE("", value("maxYaw"));
+    EXPECT_EQ("", value("maxPitch"));
+    panel.findChild<QLineEdit*>()->clear();
+    EXPECT_NE("", value("maxPitch"));
+}
+
+TEST_F(RecordPanelTest, CutsLongLists)
+{
+    auto* const points = new SoCoordinate3;
+    points->ref();
+    points->point.setNum(100000);
+    panel.show({}, points);
+    EXPECT_TRUE(value("point").startsWith("100000 values: "));
+    EXPECT_LT(value("point").size(), 1000);
+    points->unref();
+
+    nlohmann::ordered_json const list = std::vector<int>(5000, 7);
+    panel.show({{{"class", "X"}, {"opcode", 1}, {"length", 4}, {"offset", 0}, {"fields", {{"list", list}}}}},
+               nullptr);
+    EXPECT_EQ("5000 entries", value("list"));
+    EXPECT_EQ("4000 more", value("…"));
+}
+
+} // namespace

@@ -1,0 +1,344 @@
+#!/usr/bin/env python3
+"""Clicks through fltview in a real window, on a display of its own.
+
+    window_test.py FLTVIEW WRITE_VIEW_DATABASE FOLDER
+
+The pictures of what was seen stay in the folder.
+"""
+
+from __future__ import annotations
+
+import collections
+import os
+import pathlib
+import queue
+import shutil
+import struct
+import subprocess
+import sys
+import threading
+import time
+import unittest
+import zlib
+
+FLTVIEW, WRITE_DATABASE, FOLDER = (str(pathlib.Path(path).resolve()) for path in sys.argv[1:4])
+PATIENCE = float(os.environ.get("PATIENCE", "120"))  # seconds, on a busy machine under a sanitizer
+
+
+def start_display() -> tuple[subprocess.Popen[bytes], str]:
+    reader, writer = os.pipe()
+    process = subprocess.Popen(
+        ["Xvfb", "-displayfd", str(writer), "-screen", "0", "1280x800x24", "-nolisten", "tcp"],
+        pass_fds=[writer], stderr=subprocess.DEVNULL)
+    os.close(writer)
+    number = b""
+    while not number.endswith(b"\n"):
+        number += os.read(reader, 16)
+    os.close(reader)
+    return process, ":" + number.decode().strip()
+
+
+def write_png(path: pathlib.Path) -> None:
+    """A picture of 4 by 4 green pixels."""
+    def chunk(kind: bytes, data: bytes) -> bytes:
+        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+
+    rows = (b"\0" + b"\0\xff\0" * 4) * 4
+    path.write_bytes(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", 4, 4, 8, 2, 0, 0, 0)) +
+                     chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b""))
+
+
+class Picture:
+    """A picture in the PPM format."""
+
+    def __init__(self, path: pathlib.Path) -> None:
+        kind, size, most, self.pixels = path.read_bytes().split(b"\n", 3)
+        assert (kind, most) == (b"P6", b"255")
+        self.width, self.height = map(int, size.split())
+
+    def colors(self) -> collections.Counter[bytes]:
+        return collections.Counter(self.pixels[i:i + 3] for i in range(0, len(self.pixels), 3))
+
+
+class Window:
+    """fltview, running."""
+
+    def __init__(self, *arguments: str) -> None:
+        self.process = subprocess.Popen([FLTVIEW, "--print", "--print-widgets", *arguments], text=True,
+                                        stdout=subprocess.PIPE, cwd=FOLDER)
+        self.lines: queue.Queue[str] = queue.Queue()
+        self.widgets: dict[str, list[int]] = {}
+        self.seen: list[str] = []
+        threading.Thread(target=self.read, daemon=True).start()
+
+    def read(self) -> None:
+        assert self.process.stdout
+        for line in self.process.stdout:
+            self.lines.put(line.rstrip("\n"))
+
+    def next_line(self, beginning: str) -> str:
+        """Waits for a line that begins so, and takes in what comes before it."""
+        end = time.monotonic() + PATIENCE
+        while True:
+            try:
+                line = self.lines.get(timeout=max(end - time.monotonic(), 0.01))
+            except queue.Empty:
+                raise AssertionError(f"no line '{beginning}' after {self.seen[-8:]}") from None
+            self.seen.append(line)
+            if line.startswith("widget "):
+                name, place = line[len("widget "):].split("\t")
+                self.widgets[name] = [int(number) for number in place.split()]
+            if line.startswith(beginning):
+                return line
+
+    def forget(self) -> None:
+        while not self.lines.empty():
+            self.seen.append(self.lines.get())
+
+    def box(self) -> list[float]:
+        return [float(number) for number in self.next_line("box ").split()[1:]]
+
+    def keys(self, *names: str) -> None:
+        subprocess.run(["xdotool", "key", "--delay", "60", *names], check=True)
+
+    def type(self, text: str) -> None:
+        subprocess.run(["xdotool", "type", "--delay", "30", text], check=True)
+
+    def click(self, x: float, y: float, times: int = 1) -> None:
+        subprocess.run(["xdotool", "mousemove", str(int(x)), str(int(y)), "click", "--repeat", str(times),
+                        "--delay", "60", "1"], check=True)
+
+    def click_widget(self, name: str, x: float = 0.5, y: float = 0.5) -> None:
+        left, top, width, height = self.widgets[name]
+        self.click(left + x * width, top + y * height)
+
+    def search(self, name: str) -> str:
+        """Selects by name, and waits until the window stands still. @return what was selected"""
+        self.forget()
+        self.keys("ctrl+f")
+        self.type(name)
+        self.keys("Return")
+        line = self.next_line("selected ")
+        self.next_line("widgets end")
+        return line
+
+    def close(self) -> int:
+        self.keys("ctrl+q")
+        try:
+            return self.process.wait(PATIENCE)
+        finally:
+            self.process.kill()
+
+
+def focus(title: str) -> None:
+    """Gives the keyboard to a window, as no window manager does it here."""
+    end = time.monotonic() + PATIENCE
+    while subprocess.run(["xdotool", "search", "--onlyvisible", "--name", title, "windowfocus", "--sync"],
+                         stderr=subprocess.DEVNULL).returncode != 0:
+        assert time.monotonic() < end, f"no window is named {title}"
+        time.sleep(0.2)
+
+
+def screenshot(name: str) -> None:
+    """Keeps what the screen shows, where there is a program for it."""
+    if shutil.which("import"):
+        subprocess.run(["import", "-window", "root", f"{FOLDER}/{name}.png"], check=True)
+
+
+class WindowTest(unittest.TestCase):
+    def setUp(self) -> None:
+        self.database = pathlib.Path(FOLDER, "yard.flt")
+        subprocess.run([WRITE_DATABASE, str(self.database)], check=True)
+        self.window = Window(str(self.database), "--watch", "--select", "floor")
+        self.assertEqual(f"loaded {self.database}", self.window.next_line("loaded"))
+        self.assertRegex(self.window.next_line("selected"), r"^selected /base/floor\tObject, 1 face\t\d+$")
+        self.window.next_line("widgets end")
+        focus(" - fltview")
+
+    def tearDown(self) -> None:
+        code = self.window.close()
+        assert self.window.process.stdout
+        self.window.process.stdout.close()
+        self.assertEqual(0, code)
+
+    def test_a_click_in_the_tree_selects(self) -> None:
+        left, top, _, height = self.window.widgets["tree"]
+        rows = range(top + 35, min(top + 220, top + height), 17)
+        for y in rows:
+            self.window.click(left + 110, y)
+            time.sleep(0.25)
+        self.window.search("floor")
+        names = {line.split("\t")[0] for line in self.window.seen if line.startswith("selected")}
+        self.assertLessEqual({"selected /base", "selected /door/panel", "selected /lamp/green"}, names)
+
+    def test_a_click_in_the_picture_selects_what_is_there(self) -> None:
+        self.window.keys("ctrl+2", "ctrl+0")
+        left, top, width, height = self.window.widgets["picture"]
+        for part in range(2, 20):
+            self.window.click(left + width * part / 20, top + height / 2)
+            time.sleep(0.3)
+        screenshot("picked")
+        self.window.forget()
+        picked = {line.split("\t")[0].split("/")[1] for line in self.window.seen
+                  if line.startswith("selected /")}
+        self.assertLessEqual({"base", "door", "poster"}, picked)
+
+    def test_the_slider_of_a_degree_of_freedom_moves_the_scene(self) -> None:
+        self.assertIn("Degree of freedom", self.window.search("door"))
+        box = [float(number) for number in
+               [line for line in self.window.seen if line.startswith("box")][-1].split()[1:]]
+        self.assertAlmostEqual(20, box[3], places=3)
+        self.window.click_widget("slider yaw")
+        self.window.forget()
+        self.window.keys("Home", "End")
+        for _ in range(4):
+            box = self.window.box()
+            if abs(box[4] - 10) < 0.01:
+                break
+        self.assertAlmostEqual(10, box[3], places=3)
+        self.assertAlmostEqual(10, box[4], places=3)
+        screenshot("dof")
+        self.window.click_widget("stored")
+        self.assertAlmostEqual(20, self.window.box()[3], places=3)
+
+    def test_a_mask_of_a_switch_shows_other_children(self) -> None:
+        self.assertIn("Switch", self.window.search("lamp"))
+        self.window.click_widget("mask")
+        time.sleep(0.5)
+        self.window.forget()
+        self.window.keys("Down", "Return")
+        box = self.window.box()
+        self.assertEqual([32, 37], [box[0], box[3]])  # the second child
+        screenshot("switch")
+
+    def test_a_level_of_detail_is_drawn_by_hand(self) -> None:
+        self.assertIn("Level of detail", self.window.search("far"))
+        self.window.click_widget("level")
+        time.sleep(0.5)
+        self.window.forget()
+        self.window.keys("Down", "Down", "Return")
+        box = self.window.box()
+        self.assertEqual([40, 50], [box[0], box[3]])
+        screenshot("lod")
+
+    def test_a_missing_texture_is_found_by_its_file(self) -> None:
+        folder = pathlib.Path(FOLDER, "elsewhere")
+        folder.mkdir(exist_ok=True)
+        write_png(folder / "poster.png")
+        screenshot("missing")
+        self.window.click_widget("find")
+        focus("The image of")
+        self.window.type(str(folder / "poster.png"))
+        self.window.keys("Return")
+        self.assertIn("1 textures, 0 missing", self.window.next_line("statistics"))
+        screenshot("found")
+        focus(" - fltview")
+
+    def test_a_changed_file_is_loaded_again_with_the_selection(self) -> None:
+        self.window.search("door")
+        self.window.forget()
+        subprocess.run([WRITE_DATABASE, str(self.database)], check=True)
+        self.window.next_line("reloaded")
+        self.assertTrue(self.window.next_line("selected").startswith("selected /door\t"))
+        fresh = pathlib.Path(FOLDER, "fresh.flt")
+        subprocess.run([WRITE_DATABASE, str(fresh)], check=True)
+        fresh.replace(self.database)
+        self.window.next_line("reloaded")
+
+    def test_a_changed_file_that_is_no_database_leaves_the_scene(self) -> None:
+        self.database.write_bytes(b"nothing")
+        self.window.next_line("failed")
+        self.assertIn("/door", self.window.search("door"))
+
+    def test_every_style_and_side_can_be_chosen(self) -> None:
+        for number in range(10):
+            self.window.keys(f"ctrl+{number}")
+        self.window.keys("ctrl+n", "ctrl+6")
+        time.sleep(0.5)
+        screenshot("normals")
+        self.assertIn("/hut", self.window.search("hut"))
+
+    def test_recent_files_are_kept(self) -> None:
+        settings = pathlib.Path(os.environ["XDG_CONFIG_HOME"], "VelloReader", "fltview.conf")
+        end = time.monotonic() + PATIENCE
+        while not (settings.exists() and str(self.database) in settings.read_text()):
+            self.assertLess(time.monotonic(), end)
+            time.sleep(0.2)
+
+
+class CommandLineTest(unittest.TestCase):
+    def run_view(self, *arguments: str, **environment: str) -> subprocess.CompletedProcess[str]:
+        return subprocess.run([FLTVIEW, *arguments], capture_output=True, text=True, timeout=PATIENCE,
+                              cwd=FOLDER, env=os.environ | environment)
+
+    def setUp(self) -> None:
+        self.database = str(pathlib.Path(FOLDER, "still.flt"))
+        subprocess.run([WRITE_DATABASE, self.database], check=True)
+
+    def test_saves_what_the_window_shows(self) -> None:
+        picture = pathlib.Path(FOLDER, "still.ppm")
+        run = self.run_view("-o", str(picture), "--size", "1000x700", self.database)
+        self.assertEqual((0, ""), (run.returncode, run.stdout))
+        seen = Picture(picture)
+        self.assertEqual((1000, 700), (seen.width, seen.height))
+        background = seen.colors()[bytes((194, 209, 224))]
+        self.assertGreater(background, 20000)
+        reds = sum(count for color, count in seen.colors().items() if color[0] > 100 > 3 * max(color[1:]))
+        self.assertGreater(reds, 100)
+
+    def test_ends_with_1_for_a_bad_database(self) -> None:
+        bad = pathlib.Path(FOLDER, "bad.flt")
+        bad.write_bytes(b"nothing")
+        for name in (str(bad), "missing.flt"):
+            run = self.run_view("-o", "bad.png", name)
+            self.assertEqual(1, run.returncode)
+            self.assertIn(name, run.stderr)
+            self.assertTrue(run.stderr.startswith("fltview: "))
+            self.assertFalse(pathlib.Path(FOLDER, "bad.png").exists())
+
+    def test_ends_with_1_if_nothing_has_the_name(self) -> None:
+        run = self.run_view("-o", "none.png", "--select", "nobody", self.database)
+        self.assertEqual((1, "fltview: nothing is named nobody.\n"), (run.returncode, run.stderr))
+
+    def test_ends_with_1_if_the_picture_cannot_be_written(self) -> None:
+        run = self.run_view("-o", "nowhere/a.png", self.database)
+        self.assertEqual(1, run.returncode)
+        self.assertIn("nowhere/a.png: cannot write", run.stderr)
+
+    def test_ends_with_1_without_a_display(self) -> None:
+        run = self.run_view(self.database, DISPLAY="")
+        self.assertEqual(1, run.returncode)
+        self.assertIn("there is no display", run.stderr)
+
+    def test_ends_with_2_for_wrong_usage(self) -> None:
+        for arguments in (["--nonsense"], ["--size", "5x5"], ["--size", "wide"], ["-o", "a.png"], ["a", "b"]):
+            run = self.run_view(*arguments)
+            self.assertEqual(2, run.returncode, arguments)
+            self.assertNotEqual("", run.stderr)
+
+    def test_helps_without_a_display(self) -> None:
+        run = self.run_view("--help", DISPLAY="")
+        self.assertEqual(0, run.returncode)
+        self.assertTrue(run.stdout.startswith("Examples:\n  fltview airfield.flt"))
+        self.assertIn("Exit codes: 0 done", run.stdout)
+        self.assertRegex(self.run_view("--version", DISPLAY="").stdout, r"^fltview \d+\.\d+\.\d+\n$")
+
+
+def main() -> int:
+    shutil.rmtree(FOLDER, ignore_errors=True)
+    pathlib.Path(FOLDER, "settings").mkdir(parents=True)
+    display, name = start_display()
+    os.environ.update(DISPLAY=name, LIBGL_ALWAYS_SOFTWARE="1",
+                      XDG_CONFIG_HOME=f"{FOLDER}/settings", XDG_RUNTIME_DIR=FOLDER)
+    os.environ.pop("QT_QPA_PLATFORM", None)
+    os.chmod(FOLDER, 0o700)
+    try:
+        names = sys.argv[4:]
+        return 0 if unittest.main(argv=sys.argv[:1] + names, exit=False).result.wasSuccessful() else 1
+    finally:
+        display.terminate()
+        display.wait()
+
+
+if __name__ == "__main__":
+    sys.exit(main())

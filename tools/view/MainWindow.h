@@ -1,0 +1,109 @@
+#pragma once
+
+#include "loader/FltLoader.h"
+
+#include <QMainWindow>
+#include <QModelIndex>
+#include <memory>
+
+class ControlPanel;
+class FileWatch;
+class LoadedScene;
+class LodBar;
+class MessagePanel;
+class QLabel;
+class QLineEdit;
+class QTreeView;
+class RecentFiles;
+class RecordPanel;
+class SceneTreeModel;
+class SceneView;
+class SoPath;
+class TexturePanel;
+
+/// The window: the tree beside the picture, the selected record, controls, textures and messages around it.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit MainWindow(FltLoader loader);
+    ~MainWindow() override;
+
+    /// Shows a database instead of the one before. If that can't be loaded, the one before stays, and a line in
+    /// the window says why. @return whether it was loaded
+    bool open(QString const& path);
+
+    /// Loads the database again and keeps the camera, the selection and what was found.
+    bool reload();
+
+    /// Reloads whenever a file of the database changes.
+    void setWatching(bool isOn);
+
+    /// Selects the next node whose name holds a text. @return whether there is one
+    bool find(QString const& text);
+
+    /// Prints a line on standard output for whatever gets loaded or selected, and for the box around the
+    /// selection when it changes.
+    void setPrinting(bool isOn) { isPrinting = isOn; }
+
+    /// Prints the places of the widgets on the screen too, for tests that click.
+    void setPrintingWidgets(bool isOn) { isPrintingWidgets = isOn; }
+
+    /// Why the latest database couldn't be loaded.
+    QString const& problem() const { return lastProblem; }
+
+    /// The whole window with what the picture shows.
+    QImage screenshot();
+
+protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void makeDocks();
+    void makeMenus();
+    void makeViewMenu();
+    void makeStyleMenu(class QMenu& menu);
+    QDockWidget* addDock(QString const& title, QWidget* widget, Qt::DockWidgetArea area, char const* name);
+    bool load(QString const& path, bool isSameAgain);
+    void take(std::unique_ptr<LoadedScene> scene, bool isSameAgain);
+    void watchFiles();
+    void askForFile();
+    void savePicture();
+    void takeTreeSelection(QModelIndex const& index);
+    void takePick(SoPath* path, bool frames);
+    void frameSelection();
+    void takeChange();
+    void print(QString const& line) const;
+    void printSelection(QModelIndex const& index) const;
+    void printBox() const;
+    void printWidgets() const;
+    void showProblem(QString const& text);
+    void about();
+
+    FltLoader loader;
+    std::unique_ptr<LoadedScene> scene;
+    QString lastProblem;
+    bool isPrinting = false;
+    bool isPrintingWidgets = false;
+    bool isWatching = false;
+
+    SceneView* view;
+    SceneTreeModel* model;
+    QTreeView* tree;
+    QLineEdit* search;
+    RecordPanel* records;
+    ControlPanel* controls;
+    TexturePanel* textures;
+    MessagePanel* messages;
+    LodBar* lodBar;
+    QLabel* statistics;
+    RecentFiles* recent;
+    FileWatch* fileWatch;
+    QAction* watchAction = nullptr;
+    QDockWidget* recordDock = nullptr;
+    QDockWidget* controlDock = nullptr;
+    QDockWidget* textureDock = nullptr;
+    QDockWidget* messageDock = nullptr;
+};

@@ -1,0 +1,173 @@
+#include "view/RecordPanel.h"
+
+#include <Inventor/SbName.h>
+#include <Inventor/SbString.h>
+#include <Inventor/fields/SoMField.h>
+#include <Inventor/lists/SoFieldList.h>
+#include <Inventor/nodes/SoNode.h>
+#include <QLineEdit>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace
+{
+
+using Json = nlohmann::ordered_json;
+
+constexpr int longestList = 1000;      ///< Elements of a list that get lines of their own.
+constexpr std::size_t longestLine = 8; ///< Elements of a list that stand in one line.
+constexpr int shownValues = 16;        ///< Of a field of a node that has many.
+constexpr int longestText = 2000;
+
+QString shortened(QString text)
+{
+    if (text.size() > longestText)
+        text = text.left(longestText) + "…";
+    return text;
+}
+
+bool fitsInLine(Json const& list)
+{
+    return list.size() <= longestLine && std::none_of(list.begin(), list.end(), [](Json const& element) {
+               return element.is_structured();
+           });
+}
+
+QString textOf(Json const& value)
+{
+    if (value.is_string())
+        return shortened(QString::fromStdString(value.get<std::string>()));
+    if (value.is_boolean())
+        return value.get<bool>() ? QStringLiteral("yes") : QStringLiteral("no");
+    if (!value.is_array())
+        return QString::fromStdString(value.dump(-1, ' ', false, Json::error_handler_t::replace));
+    QStringList elements;
+    for (Json const& element : value)
+        elements << textOf(element);
+    return elements.join(", ");
+}
+
+QTreeWidgetItem* addLine(QTreeWidgetItem* parent, QString const& name, QString const& text)
+{
+    auto* const item = new QTreeWidgetItem(parent, {name, text});
+    item->setToolTip(1, text);
+    return item;
+}
+
+void addValue(QTreeWidgetItem* parent, QString const& name, Json const& value);
+
+void addElements(QTreeWidgetItem* parent, Json const& list)
+{
+    int const count = static_cast<int>(std::min(list.size(), std::size_t{longestList}));
+    for (int i = 0; i < count; ++i)
+        addValue(parent, QString::number(i), list[static_cast<std::size_t>(i)]);
+    if (static_cast<std::size_t>(count) < list.size())
+        addLine(parent, "…", QString::number(list.size() - static_cast<std::size_t>(count)) + " more");
+}
+
+void addValue(QTreeWidgetItem* parent, QString const& name, Json const& value)
+{
+    if (value.is_object()) {
+        auto const word = value.find("word");
+        QTreeWidgetItem* const item = addLine(
+            parent, name, word != value.end() ? "0x" + QString::number(word->get<std::uint32_t>(), 16) : "");
+        for (auto const& [key, element] : value.items())
+            if (key != "word")
+                addValue(item, QString::fromStdString(key), element);
+    } else if (value.is_array() && !fitsInLine(value)) {
+        addElements(addLine(parent, name, QString::number(value.size()) + " entries"), value);
+    } else {
+        addLine(parent, name, textOf(value));
+    }
+}
+
+QString textOf(SoField& field)
+{
+    SbString text;
+    auto* const many = field.isOfType(SoMField::getClassTypeId()) ? static_cast<SoMField*>(&field) : nullptr;
+    if (many == nullptr || many->getNum() <= shownValues) {
+        field.get(text);
+        return shortened(QString::fromUtf8(text.getString()).simplified());
+    }
+    QStringList values;
+    for (int i = 0; i < shownValues; ++i) {
+        many->get1(i, text);
+        values << QString::fromUtf8(text.getString());
+    }
+    return QString::number(many->getNum()) + " values: " + values.join(", ") + ", …";
+}
+
+/// Hides what doesn't hold a text. @return whether anything of the item is left
+bool filterItem(QTreeWidgetItem& item, QString const& text)
+{
+    bool isLeft = text.isEmpty() || item.text(0).contains(text, Qt::CaseInsensitive) ||
+                  item.text(1).contains(text, Qt::CaseInsensitive);
+    for (int i = 0; i < item.childCount(); ++i)
+        isLeft = filterItem(*item.child(i), isLeft ? QString() : text) || isLeft;
+    item.setHidden(!isLeft);
+    return isLeft;
+}
+
+} // namespace
+
+RecordPanel::RecordPanel(QWidget* parent) : QWidget(parent), search(new QLineEdit), tree(new QTreeWidget)
+{
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(search);
+    layout->addWidget(tree);
+    search->setPlaceholderText(tr("Filter the fields"));
+    search->setClearButtonEnabled(true);
+    tree->setHeaderLabels({tr("Field"), tr("Value")});
+    tree->setAlternatingRowColors(true);
+    tree->setColumnWidth(0, 170);
+    tree->setObjectName("fields");
+    connect(search, &QLineEdit::textChanged, this, &RecordPanel::filter);
+}
+
+void RecordPanel::show(std::vector<Json> const& records, SoNode const* node)
+{
+    tree->setUpdatesEnabled(false);
+    tree->clear();
+    for (Json const& record : records)
+        addRecord(record);
+    if (node != nullptr)
+        addNode(*node);
+    filter(search->text());
+    tree->setUpdatesEnabled(true);
+}
+
+void RecordPanel::addRecord(Json const& record)
+{
+    auto* const item =
+        new QTreeWidgetItem(tree, {textOf(record["class"]), "opcode " + textOf(record["opcode"]) + ", " +
+                                                                textOf(record["length"]) + " bytes at " +
+                                                                textOf(record["offset"])});
+    for (auto const& [name, value] : record["fields"].items())
+        addValue(item, QString::fromStdString(name), value);
+    item->setExpanded(true);
+}
+
+void RecordPanel::addNode(SoNode const& node)
+{
+    auto* const item = new QTreeWidgetItem(
+        tree, {QString::fromUtf8(node.getTypeId().getName().getString()), tr("node of the scene")});
+    SoFieldList fields;
+    node.getFields(fields);
+    for (int i = 0; i < fields.getLength(); ++i) {
+        SbName name;
+        node.getFieldName(fields[i], name);
+        addLine(item, QString::fromUtf8(name.getString()), textOf(*fields[i]));
+    }
+    item->setExpanded(true);
+}
+
+void RecordPanel::filter(QString const& text)
+{
+    for (int i = 0; i < tree->topLevelItemCount(); ++i)
+        filterItem(*tree->topLevelItem(i), text);
+}

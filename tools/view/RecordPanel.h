@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QWidget>
+#include <nlohmann/json_fwd.hpp>
+#include <vector>
+
+class QLineEdit;
+class QTreeWidget;
+class QTreeWidgetItem;
+class SoNode;
+
+/// All fields of the selected record and of those that belong to it, and of the scene's node.
+class RecordPanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit RecordPanel(QWidget* parent = nullptr);
+
+    /// @param records as RecordFile::fieldsOf() gives them @param node null for none
+    void show(std::vector<nlohmann::ordered_json> const& records, SoNode const* node);
+
+private:
+    void addRecord(nlohmann::ordered_json const& record);
+    void addNode(SoNode const& node);
+    void filter(QString const& text);
+
+    QLineEdit* search;
+    QTreeWidget* tree;
+};

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "view/RecordFile.h"
+#include "view/RecordMatch.h"
+
+#include <Inventor/SoPath.h>
+#include <QAbstractItemModel>
+#include <memory>
+#include <vector>
+
+class SoNode;
+
+/// The scene as a tree: groups and shapes, each under the name of its record if one was found.
+///
+/// Shared parts of the scene stand in the tree once for each place, so items are made when they are looked
+/// at. Nodes that only set properties, and switches with a single child that the conversion puts around the
+/// children of a switch record, have no items of their own.
+class SceneTreeModel : public QAbstractItemModel
+{
+    Q_OBJECT
+
+public:
+    enum Column { nameColumn, kindColumn, columns };
+
+    explicit SceneTreeModel(QObject* parent = nullptr);
+    ~SceneTreeModel() override;
+
+    /// Shows a scene. All of these stay the caller's, and have to live until the next call. @param root null
+    /// for an empty tree
+    void setScene(SoNode* root, RecordFile const* file, RecordMatch const* match);
+
+    SoNode* node(QModelIndex const& index) const;
+
+    /// The record of a node. Null if it has none.
+    HierarchyRecord const* record(QModelIndex const& index) const;
+
+    /// The place in the scene, from its root on. Null for no index. Not yet referenced.
+    SoPath* path(QModelIndex const& index) const;
+
+    /// The deepest item that a path leads to.
+    QModelIndex indexOf(SoPath const& path) const;
+
+    /// The names from the root's child on, with a slash before each.
+    QString address(QModelIndex const& index) const;
+
+    /// The first item of an address; no index if there is none.
+    QModelIndex indexOfAddress(QString const& address) const;
+
+    /// The next item after @p from whose name holds a text, in letters of any case; the search goes on at the
+    /// root once. No index if there is none, or if the tree is too large to be searched whole.
+    QModelIndex findNext(QString const& text, QModelIndex const& from) const;
+
+    QModelIndex index(int row, int column, QModelIndex const& parent = {}) const override;
+    QModelIndex parent(QModelIndex const& index) const override;
+    int rowCount(QModelIndex const& parent = {}) const override;
+    int columnCount(QModelIndex const& parent = {}) const override;
+    QVariant data(QModelIndex const& index, int role) const override;
+    bool setData(QModelIndex const& index, QVariant const& value, int role) override;
+    Qt::ItemFlags flags(QModelIndex const& index) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    struct Item;
+
+    Item* itemOf(QModelIndex const& index) const;
+    QModelIndex indexOfItem(Item const* item) const;
+    std::vector<std::unique_ptr<Item>>& childrenOf(Item& item) const;
+    void collect(Item& parent, SoNode* node, std::vector<int>& steps) const;
+    bool hasItem(SoNode const* node) const;
+    Item* next(Item* item) const;
+    QString ownNameOf(SoNode const* node) const; ///< Empty if it has none.
+    QString nameOf(SoNode const* node) const;    ///< Else that of its type.
+    QString kindOf(SoNode const* node) const;
+
+    std::unique_ptr<Item> root;
+    RecordFile const* file = nullptr;
+    RecordMatch const* match = nullptr;
+};
