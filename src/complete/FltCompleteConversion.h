@@ -72,7 +72,8 @@ public:
     struct Reference {
         std::string stored; ///< As it is named.
         std::string from;   ///< The file that refers to it.
-        std::string found;  ///< The file that was read; empty if none was.
+        std::string found;  ///< The file that is meant; empty if there is none.
+        bool isLoaded;      ///< Whether its scene is a part of this one.
     };
 
     struct Result {

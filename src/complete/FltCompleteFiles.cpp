@@ -146,15 +146,13 @@ FltScenePart FltCompleteFiles::refer(FltModel const& from, std::string const& pa
 {
     using References = FltCompleteConversion::References;
     std::string const name = resolved(from, path);
-    result.references.push_back({path, from.fileName, std::string()});
+    bool const isThere = !identityOf(name).empty();
+    result.references.push_back({path, from.fileName, isThere ? name : std::string(), false});
     std::size_t const entry = result.references.size() - 1;
     if (options.references == References::skipped) {
         ++setting.leftOut["external reference"];
         return {};
     }
-    bool const isThere = !identityOf(name).empty();
-    if (isThere)
-        result.references[entry].found = name;
     if (options.references == References::file && isThere)
         return makeFileNode(from, name);
     Converted const& converted = convertExternal(name, from, overrides);
@@ -163,6 +161,7 @@ FltScenePart FltCompleteFiles::refer(FltModel const& from, std::string const& pa
         ++setting.leftOut["external reference that can't be read"];
         return {};
     }
+    result.references[entry].isLoaded = true;
     return scaled(converted.scene, converted.metresPerUnit / from.metresPerUnit);
 }
 

@@ -150,7 +150,7 @@ std::unique_ptr<FltScene::Content> loadCompletely(FltLoader const& options, std:
     content->info.bytes = result.bytes;
     for (FltCompleteConversion::Reference& reference : result.references)
         content->references.push_back({std::move(reference.stored), std::move(reference.from),
-                                       reference.found, !reference.found.empty()});
+                                       std::move(reference.found), reference.isLoaded});
     for (auto const& [kind, count] : result.leftOut)
         content->omissions.push_back({kind, static_cast<std::uint64_t>(count)});
     content->switches = std::move(result.switches);

@@ -169,7 +169,7 @@ TEST_F(SoFLTFileKitTest, reportsMessagesToTheToolkit)
     ToolkitErrors const errors;
     StreamCapture const err(std::cerr);
     EXPECT_TRUE(kit->readFile(save(flt).c_str()));
-    EXPECT_NE(errors.text.find("CAN'T RESOLVE EXTERNAL REFERENCE: none.flt"), std::string::npos);
+    EXPECT_NE(errors.text.find("none.flt"), std::string::npos);
     EXPECT_EQ(err.str(), "");
     kit->unref();
 }

@@ -123,7 +123,7 @@ TEST_F(Flt2iv, showsAMessageInOneLineAndGoesOn)
 {
     FltWriter flt;
     flt.push().add("ExternalReference", {{"asciiPath", "nowhere.flt"}}).pop();
-    ProgramRun const run("flt2iv", save(flt, "lost.flt"));
+    ProgramRun const run("flt2iv", "--exact " + save(flt, "lost.flt"));
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.errors,
               "flt2iv: " + (directory / "lost.flt") + ": CAN'T RESOLVE EXTERNAL REFERENCE: nowhere.flt\n");
@@ -134,7 +134,7 @@ TEST_F(Flt2iv, leavesWarningsOutWhenQuiet)
     FltWriter flt;
     flt.pop();
     std::string const file = save(flt, "pop.flt");
-    EXPECT_EQ(ProgramRun("flt2iv", file).errors,
+    EXPECT_EQ(ProgramRun("flt2iv", "--exact " + file).errors,
               "flt2iv: warning: " + file + ": trying a pop() but stack is empty! (File corrupted ?)\n");
     EXPECT_EQ(ProgramRun("flt2iv", "-q " + file).errors, "");
 }
@@ -145,7 +145,7 @@ TEST_F(Flt2iv, showsTwentyMessagesAndCountsTheRest)
     flt.push();
     for (int i = 0; i < 50; ++i)
         flt.add("ExternalReference", {{"asciiPath", "none" + std::to_string(i) + ".flt"}});
-    std::string const errors = ProgramRun("flt2iv", save(flt.pop(), "lost.flt")).errors;
+    std::string const errors = ProgramRun("flt2iv", "--exact " + save(flt.pop(), "lost.flt")).errors;
     EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 21);
     EXPECT_NE(errors.find("flt2iv: warning: 5 more messages left out\n"), std::string::npos);
 }
@@ -156,7 +156,7 @@ TEST_F(Flt2iv, countsEqualMessages)
     for (int i = 0; i < 1000; ++i)
         flt.pop();
     std::string const file = save(flt, "pops.flt");
-    EXPECT_EQ(ProgramRun("flt2iv", file).errors,
+    EXPECT_EQ(ProgramRun("flt2iv", "--exact " + file).errors,
               "flt2iv: warning: " + file +
                   ": trying a pop() but stack is empty! (File corrupted ?) (1000 times)\n");
 }

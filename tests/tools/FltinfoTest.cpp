@@ -61,7 +61,7 @@ TEST_F(Fltinfo, saysWhatADatabaseHolds)
           "  vertices            3  colour\n", "  near                from 0 to 250.5, around  0  0  0\n",
           "  lamp                mask 1 of 2, 2 children\n", "                        mask 0 shows 0\n",
           "                      * mask 1 shows 1\n", "  3                   brick, used 1 time\n",
-          "  box, size           0.3048  0.3048  0\n"})
+          "  box, size           1  1  0\n"})
         EXPECT_TRUE(holds(run.output, line)) << line << run.output;
     EXPECT_TRUE(
         holds(run.output, "  tree.rgb (not used)\n                      found " + (folder / "tree.rgb")));
@@ -172,7 +172,7 @@ TEST_F(Fltinfo, saysEverythingAsJson)
     EXPECT_EQ(info["levelsOfDetail"][0]["switchIn"], 250.5);
     EXPECT_EQ(info["textures"][1]["path"], nullptr);
     EXPECT_EQ(info["references"][0]["state"], "found");
-    EXPECT_NEAR(info["scene"]["box"]["greatest"][0], 0.3048, 1e-6);
+    EXPECT_NEAR(info["scene"]["box"]["greatest"][0], 1, 1e-6);
     EXPECT_GT(info["scene"]["bytes"], 0);
 }
 
