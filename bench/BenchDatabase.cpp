@@ -14,7 +14,6 @@ namespace
 {
 
 using BenchDatabase::Appearance;
-using BenchDatabase::Names;
 using BenchDatabase::Vertices;
 
 constexpr int revision = 1580;
@@ -219,13 +218,14 @@ private:
         switch (vertices) {
         case Vertices::shared: {
             int const steps[corners] = {0, 1, columns + 1, columns};
-            return static_cast<std::size_t>(face + steps[corner]);
+            return static_cast<std::size_t>(face) + static_cast<std::size_t>(steps[corner]);
         }
         case Vertices::random:
             random = random * 6364136223846793005U + 1442695040888963407U;
             return static_cast<std::size_t>((random >> 33) % static_cast<std::uint64_t>(vertexCount));
         default:
-            return static_cast<std::size_t>(corners * face + corner);
+            return static_cast<std::size_t>(corners) * static_cast<std::size_t>(face) +
+                   static_cast<std::size_t>(corner);
         }
     }
 
@@ -265,9 +265,8 @@ std::size_t BenchDatabase::writeObjects(std::string const& path, int count, Name
     FltWriter palette(revision);
     palette.vertexPalette();
     std::size_t const before = palette.bytes().size();
-    std::vector<double> triangle;
-    for (int i = 0; i < 3; ++i)
-        triangle.push_back(palette.vertex("VertexColorNormal", i, i % 2, 0));
+    auto const corner = [&](int i) { return double(palette.vertex("VertexColorNormal", i, i % 2, 0)); };
+    std::vector<double> const triangle = {corner(0), corner(1), corner(2)};
     FltWriter inside(revision);
     std::size_t const head = inside.bytes().size();
     inside.push().face(triangle).pop();

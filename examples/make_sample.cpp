@@ -641,7 +641,7 @@ void addFence(FltWriter& flt, Point from, Point to, int posts)
     std::string pool = FltWriter::big32(2L * posts) + FltWriter::big32(positions);
     std::string strip = FltWriter::big16(triangleStrip) + FltWriter::big16(2) + FltWriter::big32(2L * posts);
     for (int i = 0; i < 2 * posts; ++i) {
-        Point const place = from + (to - from) * (static_cast<double>(i / 2) / (posts - 1));
+        Point const place = from + (to - from) * (i / 2 * 1.0 / (posts - 1));
         for (double const part : {place.x, place.y, place.z + (i % 2 == 0 ? 2.2 : 0)})
             pool += FltWriter::bigDouble(part);
         strip += FltWriter::big16(i);
@@ -672,10 +672,12 @@ std::string makeAirfield(std::string const& directory)
     Model const door = makeDoor(palette);
     Model const bush = makeBush(palette);
     std::vector<double> runwayLights;
-    for (int i = 0; i < 34; ++i)
-        runwayLights.push_back(
-            palette.lamp({-256.0 + 32 * (i / 2), i % 2 == 0 ? -109.5 : -70.5, 1.8}, {255, 236, 150}));
+    runwayLights.reserve(34);
+    for (int pair = 0; pair < 17; ++pair)
+        for (double const side : {-109.5, -70.5})
+            runwayLights.push_back(palette.lamp({-256.0 + 32 * pair, side, 1.8}, {255, 236, 150}));
     std::vector<double> apronLights;
+    apronLights.reserve(32);
     for (int i = 0; i < 32; ++i)
         apronLights.push_back(palette.lamp({-150.0 + 10 * i, 61, 0.4}, {90, 140, 255}));
     Model const lamp = makeLamp(palette);

@@ -3,8 +3,9 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Changes a database in the way that its records suggest: records are left out, doubled, exchanged, put in from a
-/// catalogue of all kinds, given another opcode or another length, or changed inside with the length kept right.
+/// Changes a database in the way that its records suggest: records are left out, doubled, exchanged, put in
+/// from a catalogue of all kinds, given another opcode or another length, or changed inside with the length
+/// kept right.
 /// @param data a database, changed in place
 /// @param size of it; @p room is there
 /// @return the new size

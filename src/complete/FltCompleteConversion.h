@@ -47,8 +47,8 @@ public:
         /// Whether reading goes on after a place where the records end before the file does.
         bool salvage = true;
 
-        /// Makes the node of a texture for its name as it is stored. Without it the name counts from the directory
-        /// of the referring file, if the texture is there, and is taken as it is otherwise.
+        /// Makes the node of a texture for its name as it is stored. Without it the name counts from the
+        /// directory of the referring file, if the texture is there, and is taken as it is otherwise.
         FltAppearanceNodes::MakeTexture makeTexture;
 
         /// Is told how far a file is: reading is the first half of its bytes, making its scene the second.

@@ -10,8 +10,8 @@
 /// The files that one top-level conversion has read, on all ways and by all names.
 ///
 /// A file is read again for each file that refers to it, and for each name by which one does, since its scene
-/// holds names that depend on the way. That multiplies, so there is an end to it: beyond it the first scene of
-/// the file is used.
+/// holds names that depend on the way. That multiplies, so there is an end to it: beyond it the first scene
+/// of the file is used.
 class FltConvertedFiles
 {
 public:

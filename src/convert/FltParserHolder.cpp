@@ -26,7 +26,8 @@ class AbandonedRecords
 public:
     ~AbandonedRecords() { deleteRecords(records); }
 
-    /// Takes the records out of a parser's vector. This happens while exceptions unwind, so it allocates nothing.
+    /// Takes the records out of a parser's vector. This happens while exceptions unwind, so it allocates
+    /// nothing.
     void replaceBy(std::vector<FltRecord*>& newer)
     {
         deleteRecords(records);

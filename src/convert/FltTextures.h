@@ -12,9 +12,10 @@
 
 /// Makes the texture nodes of a conversion.
 ///
-/// The toolkit opens the file of a texture when the node gets its name, and each node has a copy of the pixels
-/// of its own. So that names in a database can neither stop the conversion nor fill the memory, a file that isn't
-/// plain, as a pipe, isn't opened, and nodes whose names lead to one file share the pixels from the second on.
+/// The toolkit opens the file of a texture when the node gets its name, and each node has a copy of the
+/// pixels of its own. So that names in a database can neither stop the conversion nor fill the memory, a file
+/// that isn't plain, as a pipe, isn't opened, and nodes whose names lead to one file share the pixels from
+/// the second on.
 class FltTextures
 {
 public:

@@ -117,8 +117,8 @@ void FltCheck::checkRecords()
     checkTextTransfer();
 }
 
-/// A file that was transferred as text has no carriage return left. What held one holds a line feed now: offsets
-/// that hit nothing, and indices that are there twice.
+/// A file that was transferred as text has no carriage return left. What held one holds a line feed now:
+/// offsets that hit nothing, and indices that are there twice.
 bool FltCheck::isTraceOfTextTransfer(std::int64_t number) const
 {
     return lacksCarriageReturns && holdsLineFeed(number);

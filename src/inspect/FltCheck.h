@@ -12,7 +12,8 @@
 
 /// Judges a database: what in it is damaged, and what won't be seen.
 ///
-/// What is found several times in a node is one finding with a count. Of each kind the first thousand are kept.
+/// What is found several times in a node is one finding with a count. Of each kind the first thousand are
+/// kept.
 class VELLOREADER_API FltCheck
 {
 public:

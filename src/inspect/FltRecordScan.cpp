@@ -134,8 +134,8 @@ void FltRecordScan::decode()
 
 std::size_t FltRecordScan::leastLength() const
 {
-    // Tools write headers of several lengths at the same revision; the list of colour names may be left out; and
-    // the short form of a texture pattern is one of two.
+    // Tools write headers of several lengths at the same revision; the list of colour names may be left out;
+    // and the short form of a texture pattern is one of two.
     constexpr std::size_t header = 16;
     constexpr std::size_t colorCount = 4;
     constexpr std::size_t head = 4;

@@ -14,13 +14,14 @@
 class FltFileInput;
 class FltRecord;
 
-/// Reads the records of a database one by one: one object at a time, no log, nothing on std::cout and std::cerr.
+/// Reads the records of a database one by one: one object at a time, no log, nothing on std::cout and
+/// std::cerr.
 ///
 ///     for (FltRecordScan scan("airfield.flt"); scan.next();)
 ///         std::cout << scan.json() << '\n';
 ///
-/// It may stand anywhere: it keeps no state outside of itself, but for the length of a call of next(), in which
-/// it takes the library's messages.
+/// It may stand anywhere: it keeps no state outside of itself, but for the length of a call of next(), in
+/// which it takes the library's messages.
 class VELLOREADER_API FltRecordScan
 {
 public:

@@ -5,13 +5,14 @@
 #include <functional>
 #include <string>
 
-/// Looks for the file of an image where the toolkit looks for it when a texture gets its name: as the name says,
-/// then below each of the toolkit's directories with the whole name, with its last part, and with its last part
-/// in a folder such as "textures".
+/// Looks for the file of an image where the toolkit looks for it when a texture gets its name: as the name
+/// says, then below each of the toolkit's directories with the whole name, with its last part, and with its
+/// last part in a folder such as "textures".
 class VELLOREADER_API ImageSearch
 {
 public:
-    /// The file that the toolkit would open, found without opening any: that may wait for ever, as with a pipe.
+    /// The file that the toolkit would open, found without opening any: that may wait for ever, as with a
+    /// pipe.
     /// @return its path; empty if there is none
     static std::string find(std::string const& name);
 

@@ -6,7 +6,8 @@
 namespace StackSpace
 {
 
-/// Bytes below the caller's frame; 0 if the system doesn't say, or if the caller runs on a stack of its own making.
+/// Bytes below the caller's frame; 0 if the system doesn't say, or if the caller runs on a stack of its own
+/// making.
 std::size_t left();
 
 } // namespace StackSpace

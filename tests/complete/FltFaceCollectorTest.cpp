@@ -83,7 +83,8 @@ TEST(FltFaceCollector, takesAFaceWithoutColorForWhiteAndAVertexWithoutColorForIt
     CompleteDatabase database;
     std::vector<double> offsets;
     for (int i = 0; i < 3; ++i)
-        offsets.push_back(database.writer.vertex("VertexColor", i % 2, i / 2, 0, {{"flags", 0x2000}}));
+        offsets.push_back(
+            database.writer.vertex("VertexColor", i % 2, i == 2 ? 1 : 0, 0, {{"flags", 0x2000}}));
     database.begin();
     database.object(offsets, CompleteDatabase::face({{"lightMode", 1}}, CompleteDatabase::green));
     EXPECT_EQ(database.draw().triangles[0].color(), "0 255 0 255");

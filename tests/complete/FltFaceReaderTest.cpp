@@ -83,8 +83,9 @@ TEST(FltFaceReader, leavesTrianglesOfMeshesOutWhoseIndexIsNone)
 TEST(FltFaceReader, readsPoolsThatAreContinued)
 {
     std::vector<std::vector<double>> places;
-    for (int i = 0; i < 4000; ++i)
-        places.push_back({static_cast<double>(i / 2), static_cast<double>(i % 2), 0});
+    for (int post = 0; post < 2000; ++post)
+        for (double const height : {0.0, 1.0})
+            places.push_back({static_cast<double>(post), height, 0});
     std::string const pool = poolBody(places);
     CompleteDatabase database;
     database.begin().add("Object").push().addRaw(84, meshBody());

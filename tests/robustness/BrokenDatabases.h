@@ -10,9 +10,9 @@
 
 /// Broken databases in any number, the same in each run.
 ///
-/// The seeds are small databases of each kind of record and of each feature of the conversion, at each revision at
-/// which the format changes. Their small changes are taken evenly; what is wanted beyond all of them has several
-/// changes at a time, chosen at random.
+/// The seeds are small databases of each kind of record and of each feature of the conversion, at each
+/// revision at which the format changes. Their small changes are taken evenly; what is wanted beyond all of
+/// them has several changes at a time, chosen at random.
 class BrokenDatabases
 {
 public:

@@ -1,5 +1,5 @@
-// Prints digests of what conversions of broken databases come to, to be compared with those of other compilers,
-// optimisations and sanitizers.
+// Prints digests of what conversions of broken databases come to, to be compared with those of other
+// compilers, optimisations and sanitizers.
 //
 //     digest DATABASES
 //

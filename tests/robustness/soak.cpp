@@ -2,8 +2,8 @@
 //
 //     soak LOADS [PART OF]
 //
-// Of the LOADS databases this process does the part PART of OF. Prints how far it is on a terminal, and figures in
-// the end. The database that crashes a process stays in soak-PART.flt.
+// Of the LOADS databases this process does the part PART of OF. Prints how far it is on a terminal, and
+// figures in the end. The database that crashes a process stays in soak-PART.flt.
 
 #include "robustness/BrokenDatabases.h"
 #include "robustness/Endurance.h"

@@ -1,5 +1,5 @@
-// Two threads convert databases, each as long as it holds the lock of the host, as the library asks for. Built with
-// the thread sanitizer this shows that nothing of the library runs on without the lock.
+// Two threads convert databases, each as long as it holds the lock of the host, as the library asks for.
+// Built with the thread sanitizer this shows that nothing of the library runs on without the lock.
 
 #include "support/ConvertedRoot.h"
 #include "support/ScratchFolder.h"

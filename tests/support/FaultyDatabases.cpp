@@ -7,7 +7,8 @@ namespace
 
 using Fields = FltWriter::Fields;
 
-/// Begins a database: palettes, four corners of a square with normals and texture coordinates, the header's level.
+/// Begins a database: palettes, four corners of a square with normals and texture coordinates, the header's
+/// level.
 class Beginning
 {
 public:

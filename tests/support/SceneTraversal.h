@@ -11,6 +11,6 @@ std::size_t traverseScene(SoNode* root);
 /// Takes a scene apart into triangles, as a host does that trusts its nodes. @return how many there are
 int countTriangles(SoNode* root);
 
-/// All that a host does with a scene besides: sends a ray through it, copies it, writes it as text and in the binary
-/// format, reads both again and uses what it gets. The scene is made plain for that; see SceneWriter.
+/// All that a host does with a scene besides: sends a ray through it, copies it, writes it as text and in the
+/// binary format, reads both again and uses what it gets. The scene is made plain for that; see SceneWriter.
 void useScene(SoNode* root);

@@ -15,7 +15,8 @@ using Json = nlohmann::json;
 class Fltinfo : public testing::Test
 {
 protected:
-    /// A database with a switch, a level of detail, a texture that is there and one that isn't, and a reference.
+    /// A database with a switch, a level of detail, a texture that is there and one that isn't, and a
+    /// reference.
     std::string town()
     {
         faultlessDatabase().save(folder.path("sub/tower.flt"));

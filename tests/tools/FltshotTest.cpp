@@ -207,7 +207,7 @@ TEST_F(Fltshot, leavesNoHalfOfAPictureOnAFullDisk)
     ProgramRun const run("fltshot",
                          (directory / "airfield.flt") + " -o " + (directory / "o.png") + " --size 320x180");
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_NE(run.errors.find("cannot write: File too large"), std::string::npos) << run.errors;
+    EXPECT_NE(run.errors.find("cannot write: "), std::string::npos) << run.errors;
     EXPECT_FALSE(std::filesystem::exists(directory / "o.png"));
 }
 

@@ -11,7 +11,15 @@
 class LoadedViewDatabase : public testing::Test
 {
 protected:
-    LoadedViewDatabase() : path(save(folder.path("yard.flt"))), loaded(FltLoader(), path) {}
+    LoadedViewDatabase() : path(save(folder.path("yard.flt"))), loaded(exactly(), path) {}
+
+    /// Records have nodes of their names in the exact conversion above all.
+    static FltLoader exactly()
+    {
+        FltLoader loader;
+        loader.exact = true;
+        return loader;
+    }
 
     static std::string save(std::string const& path)
     {

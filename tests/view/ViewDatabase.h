@@ -8,7 +8,7 @@
 /// A database with something of all that the viewer can set by hand:
 ///
 ///     Group  base     of one Object, floor
-///     DOF    door     at x = 10, turns about z by 0 to 90 degrees; the Object panel reaches from 10 to 20 in x
+///     DOF    door     at x = 10, turns about z by 0 to 90 degrees; its panel reaches from 10 to 20 in x
 ///     Switch lamp     of the Objects red and green; mask 0 shows the first, 1 the second, 2 both
 ///     LOD    far      from 1000 on; the Object hut
 ///     Object poster   with a texture that isn't there, "nowhere/poster.png"

@@ -64,7 +64,7 @@ class Window:
     """fltview, running."""
 
     def __init__(self, *arguments: str) -> None:
-        self.process = subprocess.Popen([FLTVIEW, "--print", "--print-widgets", *arguments], text=True,
+        self.process = subprocess.Popen([FLTVIEW, "--print", "--print-widgets", "--exact", *arguments], text=True,
                                         stdout=subprocess.PIPE, cwd=FOLDER)
         self.lines: queue.Queue[str] = queue.Queue()
         self.widgets: dict[str, list[int]] = {}

@@ -9,7 +9,8 @@ namespace
 
 constexpr std::size_t textWidth = 78;
 
-/// A paragraph in lines of at most textWidth characters, the first of which follows what stands there already.
+/// A paragraph in lines of at most textWidth characters, the first of which follows what stands there
+/// already.
 std::string wrapped(std::string_view text, std::size_t indent, std::size_t column)
 {
     std::string lines;
@@ -219,7 +220,9 @@ std::string ProgramHelp::zsh() const
             std::string const equals = option.isValueOptional                    ? "=-"
                                        : !option.value.empty() && name[1] == '-' ? "="
                                                                                  : "";
-            script << "  " << quoted("*" + name + equals + "[" + explanation + "]" + action) << " \\\n";
+            std::string line = "*";
+            line.append(name).append(equals).append("[").append(explanation).append("]").append(action);
+            script << "  " << quoted(line) << " \\\n";
         }
     }
     script << "  '*:database:_files -g \"*.(#i)flt(-.)\"'\n";

@@ -16,7 +16,8 @@ namespace
 constexpr int sliderSteps = 1000;
 constexpr double farthestNumber = 1e9;
 
-/// What a slider covers: the limits where there are any, else a range around the stored value that suits its kind.
+/// What a slider covers: the limits where there are any, else a range around the stored value that suits its
+/// kind.
 void chooseRange(DofValue const& value, std::size_t which, double& least, double& most)
 {
     least = std::min(value.least, value.most);

@@ -6,8 +6,8 @@ class SbViewportRegion;
 class SoNode;
 class SoPath;
 
-/// The box around the points of shapes that are drawn. It is smaller than that of the toolkit, which turns the
-/// boxes of parts instead of their points.
+/// The box around the points of shapes that are drawn. It is smaller than that of the toolkit, which turns
+/// the boxes of parts instead of their points.
 namespace DrawnBox
 {
 

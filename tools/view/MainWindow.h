@@ -30,8 +30,8 @@ public:
     explicit MainWindow(FltLoader loader);
     ~MainWindow() override;
 
-    /// Shows a database instead of the one before. If that can't be loaded, the one before stays, and a line in
-    /// the window says why. @return whether it was loaded
+    /// Shows a database instead of the one before. If that can't be loaded, the one before stays, and a line
+    /// in the window says why. @return whether it was loaded
     bool open(QString const& path);
 
     /// Loads the database again and keeps the camera, the selection and what was found.

@@ -3,7 +3,8 @@
 #include "dump/FltDumpOutput.h"
 #include "messages/FltWarningMessageConsole.h"
 
-/// While it lives, records are read without a listing and without messages: the loader has given them already.
+/// While it lives, records are read without a listing and without messages: the loader has given them
+/// already.
 class QuietLibrary : private FltWarningMessageConsole::Listener
 {
 public:

@@ -15,8 +15,8 @@
 namespace
 {
 
-/// How many items a search looks at: shared parts of a scene may stand in the tree more often than anybody can
-/// wait for.
+/// How many items a search looks at: shared parts of a scene may stand in the tree more often than anybody
+/// can wait for.
 constexpr int longestSearch = 1000000;
 
 /// Switches around the children of a switch record bear this before its name.
@@ -33,11 +33,15 @@ int childCount(SoNode const* node)
     return children != nullptr ? children->getLength() : 0;
 }
 
-/// A switch whose only child stands for it in the tree.
+/// A switch, or a group in one, whose only child stands for it in the tree.
 bool isWrapper(SoNode const* node)
 {
-    return isOfType(node, SoSwitch::getClassTypeId()) && childCount(node) == 1 &&
-           std::strncmp(node->getName().getString(), wrapperMark, sizeof wrapperMark - 1) == 0;
+    if (childCount(node) != 1)
+        return false;
+    char const* const name = node->getName().getString();
+    if (isOfType(node, SoSwitch::getClassTypeId()))
+        return *name == '\0' || std::strncmp(name, wrapperMark, sizeof wrapperMark - 1) == 0;
+    return node->getTypeId() == SoGroup::getClassTypeId() && *name == '\0';
 }
 
 /// Whether a node shows something by itself.

@@ -34,7 +34,8 @@ public:
     /// Looks at the whole scene from a side; z is up.
     void lookFrom(Side side);
 
-    /// Brings a part of the scene into the picture, from the same direction. @param path from the scene's root
+    /// Brings a part of the scene into the picture, from the same direction. @param path from the scene's
+    /// root
     void frame(SoPath* path);
     void frameAll();
 

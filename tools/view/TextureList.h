@@ -30,7 +30,8 @@ public:
     /// Gives a texture an image from a file. @return whether that could be read
     bool setImage(std::size_t index, std::string const& path);
 
-    /// Looks for the missing textures in a directory, by the last part of their names, in letters of any case.
+    /// Looks for the missing textures in a directory, by the last part of their names, in letters of any
+    /// case.
     /// @return how many were found
     int findIn(std::string const& directory);
 
