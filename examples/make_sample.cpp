@@ -641,7 +641,8 @@ void addFence(FltWriter& flt, Point from, Point to, int posts)
     std::string pool = FltWriter::big32(2L * posts) + FltWriter::big32(positions);
     std::string strip = FltWriter::big16(triangleStrip) + FltWriter::big16(2) + FltWriter::big32(2L * posts);
     for (int i = 0; i < 2 * posts; ++i) {
-        Point const place = from + (to - from) * (i / 2 * 1.0 / (posts - 1));
+        double const along = (i - i % 2) / (2.0 * (posts - 1));
+        Point const place = from + (to - from) * along;
         for (double const part : {place.x, place.y, place.z + (i % 2 == 0 ? 2.2 : 0)})
             pool += FltWriter::bigDouble(part);
         strip += FltWriter::big16(i);

@@ -285,3 +285,20 @@ TEST_F(Flt2iv, explainsItselfOnHelp)
     EXPECT_NE(run.output.find("Examples:"), std::string::npos);
     EXPECT_EQ(run.errors, "");
 }
+
+TEST_F(Flt2iv, saysThatItCanNotWriteWhereTheSizeOfFilesIsLimited)
+{
+    FltWriter flt;
+    flt.push();
+    for (int i = 0; i < 1000; ++i)
+        flt.add("Group", {{"idASCII", "g"}}).push().pop();
+    std::string const output = directory / "o.iv";
+    std::string const errors = directory / "errors.txt";
+    std::string const command = "bash -c \"ulimit -f 2; exec '" VELLOREADER_PROGRAMS "flt2iv' --exact -o '" +
+                                output + "' '" + save(flt.pop(), "a.flt") + "' 2>'" + errors + "'\"";
+    int const status = std::system(command.c_str());
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 1);
+    EXPECT_NE(contentsOf(errors).find("cannot write"), std::string::npos) << contentsOf(errors);
+    EXPECT_FALSE(std::filesystem::exists(output));
+}

@@ -37,7 +37,7 @@ public:
     static void release() { isSet = false; }
 
 private:
-    static constexpr int endings[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXFSZ, SIGXCPU};
+    static constexpr int endings[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU};
 
     static void installOnce()
     {

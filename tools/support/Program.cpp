@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <new>
@@ -38,6 +39,8 @@ void print(std::string const& text)
 Program::Program(ProgramDescription whatItSays)
     : description(std::move(whatItSays)), app(std::make_unique<CLI::App>("", description.name))
 {
+    // A file that grows beyond the limit is reported then, as a full disk is.
+    std::signal(SIGXFSZ, SIG_IGN);
     app->set_help_flag();
     add("-h,--help", {{}, "", false, "Explain the options and exit.", {}, ""});
     app->add_flag_callback("-h,--help", [] { throw CLI::CallForHelp(); });

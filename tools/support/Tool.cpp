@@ -4,6 +4,7 @@
 #include <Inventor/SoInteraction.h>
 #include <Inventor/errors/SoDebugError.h>
 #include <Inventor/errors/SoReadError.h>
+#include <csignal>
 #include <cstdio>
 #include <utility>
 
@@ -26,6 +27,8 @@ std::string lineOf(FltMessage const& message)
 
 Tool::Tool(std::string name, bool quiet) : name(std::move(name)), quiet(quiet)
 {
+    // A file that grows beyond the limit is reported then, as a full disk is.
+    std::signal(SIGXFSZ, SIG_IGN);
     SoDB::init();
     SoInteraction::init();
     SoDebugError::setHandlerCallback(takeToolkitMessage, this);
