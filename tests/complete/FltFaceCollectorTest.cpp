@@ -171,7 +171,7 @@ TEST(FltFaceCollector, drawsFacesThatLookAlikeAsOneShapeAndSharesTheirVertices)
     search.apply(result.root.get());
     ASSERT_EQ(search.getPaths().getLength(), 1);
     auto const* faces =
-        static_cast<SoIndexedFaceSet*>(static_cast<SoFullPath*>(search.getPaths()[0])->getTail());
+        static_cast<SoIndexedFaceSet*>(search.getPaths()[0]->getTail());
     EXPECT_EQ(static_cast<SoVertexProperty*>(faces->vertexProperty.getValue())->vertex.getNum(), 6);
     EXPECT_EQ(faces->coordIndex.getNum(), 10);
 }

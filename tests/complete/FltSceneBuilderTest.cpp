@@ -26,7 +26,7 @@ std::vector<Node*> findAll(SoNode* root)
     search.apply(root);
     std::vector<Node*> nodes;
     for (int i = 0; i < search.getPaths().getLength(); ++i)
-        nodes.push_back(static_cast<Node*>(static_cast<SoFullPath*>(search.getPaths()[i])->getTail()));
+        nodes.push_back(static_cast<Node*>(search.getPaths()[i]->getTail()));
     return nodes;
 }
 

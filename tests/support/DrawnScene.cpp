@@ -12,6 +12,18 @@
 namespace
 {
 
+/// The names of all nodes of a path. The toolkit has no other way to those that it hides than to take the
+/// path for a full one, which it isn't.
+__attribute__((no_sanitize("vptr"))) std::vector<std::string> namesAlong(SoPath const* path)
+{
+    auto const* const full = static_cast<SoFullPath const*>(path);
+    std::vector<std::string> names;
+    for (int i = 0; i < full->getLength(); ++i)
+        if (full->getNode(i)->getName().getLength() > 0)
+            names.emplace_back(full->getNode(i)->getName().getString());
+    return names;
+}
+
 DrawnScene::Primitive primitiveOf(SoCallbackAction& action,
                                   std::vector<SoPrimitiveVertex const*> const& vertices)
 {
@@ -39,10 +51,7 @@ DrawnScene::Primitive primitiveOf(SoCallbackAction& action,
             {byte(diffuse[0]), byte(diffuse[1]), byte(diffuse[2]), byte(1 - transparency)});
         primitive.emission = emission;
     }
-    auto const* path = static_cast<SoFullPath const*>(action.getCurPath());
-    for (int i = 0; i < path->getLength(); ++i)
-        if (path->getNode(i)->getName().getLength() > 0)
-            primitive.names.emplace_back(path->getNode(i)->getName().getString());
+    primitive.names = namesAlong(action.getCurPath());
     primitive.isLit = action.getLightModel() != SoLightModel::BASE_COLOR;
     primitive.isTwoSided = action.getShapeType() != SoShapeHints::SOLID;
     return primitive;
