@@ -170,8 +170,7 @@ TEST(FltFaceCollector, drawsFacesThatLookAlikeAsOneShapeAndSharesTheirVertices)
     search.setInterest(SoSearchAction::ALL);
     search.apply(result.root.get());
     ASSERT_EQ(search.getPaths().getLength(), 1);
-    auto const* faces =
-        static_cast<SoIndexedFaceSet*>(search.getPaths()[0]->getTail());
+    auto const* faces = static_cast<SoIndexedFaceSet*>(search.getPaths()[0]->getTail());
     EXPECT_EQ(static_cast<SoVertexProperty*>(faces->vertexProperty.getValue())->vertex.getNum(), 6);
     EXPECT_EQ(faces->coordIndex.getNum(), 10);
 }

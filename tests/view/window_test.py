@@ -64,7 +64,8 @@ class Window:
     """fltview, running."""
 
     def __init__(self, *arguments: str) -> None:
-        self.process = subprocess.Popen([FLTVIEW, "--print", "--print-widgets", "--exact", *arguments], text=True,
+        command = [FLTVIEW, "--print", "--print-widgets", "--exact", *arguments]
+        self.process = subprocess.Popen(command, text=True,
                                         stdout=subprocess.PIPE, cwd=FOLDER)
         self.lines: queue.Queue[str] = queue.Queue()
         self.widgets: dict[str, list[int]] = {}
