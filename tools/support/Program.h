@@ -55,8 +55,8 @@ public:
     /// An option with a value, which may be left out.
     /// @param value      what is given; stays empty if the option isn't
     /// @param ifLeftOut  the value of the option without one
-    /// @param isValue    whether the word after the option is its value:
-    ///                   only then may a blank stand in place of "=", so that "--tree airfield.flt" means the file
+    /// @param isValue    whether the word after the option is its value: only then may a blank stand in place
+    ///                   of "=", so that "--tree airfield.flt" means the file
     void optionalValue(std::string const& name, std::string& value, std::string const& ifLeftOut,
                        std::string const& placeholder, std::function<bool(std::string const&)> isValue,
                        std::string const& description);
