@@ -37,6 +37,17 @@ std::size_t ProcessUsage::peakMemory()
     return static_cast<std::size_t>(usage.ru_maxrss) * 1024;
 }
 
+double ProcessUsage::processorSeconds()
+{
+    rusage usage{};
+    if (getrusage(RUSAGE_SELF, &usage) != 0)
+        throw std::runtime_error("the system doesn't tell the processor time");
+    auto const seconds = [](timeval const& time) {
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
+    };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
 std::size_t ProcessUsage::openFiles()
 {
     namespace fs = std::filesystem;

@@ -14,6 +14,10 @@ std::size_t memoryInUse();
 /// holds.
 std::size_t peakMemory();
 
+/// Seconds of processor time that the process has taken so far, for reports: other processes don't change
+/// them, but the machine does, so no test judges by them.
+double processorSeconds();
+
 /// Files that are open.
 std::size_t openFiles();
 
