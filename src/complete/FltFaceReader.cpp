@@ -107,8 +107,8 @@ void forEachFace(int type, std::size_t count, Action action)
 
 bool FltFaceReader::reads(std::uint32_t opcode)
 {
-    return opcode == FltOpcode::face || opcode == FltCompleteOpcode::mesh ||
-           opcode == FltOpcode::lightPoint || opcode == FltCompleteOpcode::indexedLightPoint;
+    return opcode == FltOpcode::face || opcode == FltOpcode::mesh || opcode == FltOpcode::lightPoint ||
+           opcode == FltOpcode::indexedLightPoint;
 }
 
 void FltFaceReader::read(Number number, FltFaceCollector& collector, float objectTransparency,
@@ -119,7 +119,7 @@ void FltFaceReader::read(Number number, FltFaceCollector& collector, float objec
     case FltOpcode::face:
         readFace(number, context, 0);
         break;
-    case FltCompleteOpcode::mesh:
+    case FltOpcode::mesh:
         readMesh(number, context, 0);
         break;
     default:
@@ -149,7 +149,7 @@ void FltFaceReader::decode(Number number, FltRecordFace& face) const
 FltFaceReader::Turning FltFaceReader::turningOf(Number number) const
 {
     FltRecordView const& record = tools.model.tree.recordOf(number);
-    if (record.opcode != FltOpcode::face && record.opcode != FltCompleteOpcode::mesh)
+    if (record.opcode != FltOpcode::face && record.opcode != FltOpcode::mesh)
         return Turning::none;
     int const templateBillboard = record.byteAt(record.opcode == FltOpcode::face ? 25 : 29);
     return templateBillboard == 2   ? Turning::aboutAxis
@@ -161,7 +161,7 @@ std::vector<SbVec3d> FltFaceReader::pointsOf(Number number)
 {
     FltRecordFace face(80);
     FltFaceInput input(face);
-    if (tools.model.tree.recordOf(number).opcode == FltCompleteOpcode::mesh)
+    if (tools.model.tree.recordOf(number).opcode == FltOpcode::mesh)
         input.vertices = poolOf(number).vertices;
     else
         readVertices(number, input);
@@ -192,7 +192,7 @@ void FltFaceReader::readFacesOn(Number number, Context const& context, int level
          child = tree[child].nextSibling) {
         if (tree.recordOf(child).opcode == FltOpcode::face)
             readFace(child, context, level + 1);
-        else if (tree.recordOf(child).opcode == FltCompleteOpcode::mesh)
+        else if (tree.recordOf(child).opcode == FltOpcode::mesh)
             readMesh(child, context, level + 1);
     }
 }
@@ -314,7 +314,7 @@ void FltFaceReader::readMesh(Number number, Context const& context, int level)
     MeshPool const& vertices = poolOf(number);
     FltModelTree const& tree = tools.model.tree;
     for (Number child = tree[number].firstChild; child != FltModelTree::none; child = tree[child].nextSibling)
-        if (tree.recordOf(child).opcode == FltCompleteOpcode::meshPrimitive)
+        if (tree.recordOf(child).opcode == FltOpcode::meshPrimitive)
             readPrimitive(tree.recordOf(child), vertices, input, context.collector);
     readFacesOn(number, context, level);
 }
@@ -329,7 +329,7 @@ FltFaceReader::MeshPool const& FltFaceReader::poolOf(Number mesh)
     FltModelTree const& tree = tools.model.tree;
     FltRecordView const* const end = tree.ancillaryEnd(mesh);
     for (FltRecordView const* record = tree.ancillaryBegin(mesh); record != end; ++record)
-        if (record->opcode == FltCompleteOpcode::localVertexPool)
+        if (record->opcode == FltOpcode::localVertexPool)
             readPool(*record, pool);
     return pool;
 }

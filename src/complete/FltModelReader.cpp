@@ -1,6 +1,7 @@
 #include "complete/FltModelReader.h"
 
 #include "complete/FltCompleteOpcode.h"
+#include "records/FltOpcodeName.h"
 
 using FltCompleteOpcode::Role;
 
@@ -71,7 +72,7 @@ void FltModelReader::read(FltModel& model, FltLeftOut& leftOut, Progress const& 
             if (record.opcode == FltOpcode::vertexPalette)
                 model.vertices.beginPalette(record);
             else if (!model.palettes.take(record, model.revision) && !isSilent(record.opcode))
-                ++leftOut[FltCompleteOpcode::nameOf(static_cast<int>(record.opcode))];
+                ++leftOut[FltOpcodeName::of(static_cast<int>(record.opcode))];
             break;
         default:
             if (!model.tree.add(record))

@@ -88,7 +88,7 @@ bool FltModelRecordReader::isRunAt(std::size_t at) const
 
 bool FltModelRecordReader::isContinuedAt(std::size_t at) const
 {
-    return size - at >= headSize && FltUtils::word16At(begin + at) == FltCompleteOpcode::continuation;
+    return size - at >= headSize && FltUtils::word16At(begin + at) == FltOpcode::continuation;
 }
 
 /// Joins the bytes of a record and of its continuations, without their heads.
@@ -96,7 +96,7 @@ void FltModelRecordReader::join(FltRecordView& record)
 {
     FltFraming ahead(begin + position, size - position);
     std::size_t whole = record.size;
-    while (ahead.next() && ahead.getOpcode() == FltCompleteOpcode::continuation)
+    while (ahead.next() && ahead.getOpcode() == FltOpcode::continuation)
         whole += std::max<std::size_t>(ahead.getLength(), headSize) - headSize;
     std::unique_ptr<char[]> bytes(new char[whole]);
     char* out = std::copy(record.data, record.data + record.size, bytes.get());

@@ -40,7 +40,7 @@ bool FltPaletteSet::take(FltRecordView const& record, int revision)
         if (!isOverridden(lightOverride))
             takeLight(record);
         return true;
-    case FltCompleteOpcode::lightPointAppearancePalette:
+    case FltOpcode::lightPointAppearancePalette:
         if (!isOverridden(lightPointOverride))
             takeLightPoint(record);
         return true;

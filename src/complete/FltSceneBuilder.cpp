@@ -7,6 +7,7 @@
 #include "complete/FltTransformation.h"
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "records/FltOpcodeName.h"
 
 #include <Inventor/VRMLnodes/SoVRMLBillboard.h>
 #include <Inventor/nodes/SoInfo.h>
@@ -237,7 +238,7 @@ void FltSceneBuilder::addChild(Number child, FltGroupBuilder& group, float objec
     case FltOpcode::oldVertex:
     case FltOpcode::oldVertexColor:
     case FltOpcode::oldVertexColorNormal:
-    case FltCompleteOpcode::meshPrimitive:
+    case FltOpcode::meshPrimitive:
         return;
     case FltOpcode::lod:
     case FltOpcode::oldLOD: {
@@ -365,7 +366,7 @@ FltCompleteSwitch FltSceneBuilder::readSwitch(Number number) const
         choice.masks.push_back(record.word32At(switchHeadSize + 4 * i));
     FltRecordView const* const end = model.tree.ancillaryEnd(number);
     for (FltRecordView const* each = model.tree.ancillaryBegin(number); each != end; ++each) {
-        if (each->opcode != FltCompleteOpcode::indexedString)
+        if (each->opcode != FltOpcode::indexedString)
             continue;
         std::size_t const mask = each->word32At(4);
         if (mask >= static_cast<std::size_t>(choice.getMaskCount()))
@@ -505,13 +506,10 @@ void FltSceneBuilder::countLeftOut(FltRecordView const& record)
     case FltOpcode::oldLOD:
     case FltOpcode::text:
     case FltOpcode::instanceDefinition:
-    case FltCompleteOpcode::lightPointSystem:
+    case FltOpcode::lightPointSystem:
         return;
     default:
         break;
     }
-    std::string name = FltCompleteOpcode::nameOf(static_cast<int>(record.opcode));
-    if (FltCompleteOpcode::roleOf(static_cast<int>(record.opcode)) == Role::unknown)
-        name += ' ' + std::to_string(record.opcode);
-    ++setting.leftOut[name];
+    ++setting.leftOut[FltOpcodeName::of(static_cast<int>(record.opcode))];
 }

@@ -1,9 +1,9 @@
 #include "inspect/FltCheck.h"
 
 #include "inspect/FltFaceShape.h"
-#include "inspect/FltOpcodeName.h"
 #include "messages/FltLimits.h"
 #include "records/FltOpcode.h"
+#include "records/FltOpcodeName.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,7 +13,6 @@
 namespace
 {
 
-constexpr int meshOpcode = 84;
 constexpr std::uint32_t none = FltInventory::none;
 
 std::string quoted(std::string const& name)
@@ -221,15 +220,15 @@ void FltCheck::checkTextureCoordinates(FltInventory::Face const& face)
 void FltCheck::checkMesh(FltInventory::Mesh const& mesh)
 {
     if (mesh.poolVertices == 0 || mesh.primitives.empty())
-        add(209, mesh.offset, meshOpcode, mesh.node,
+        add(209, mesh.offset, FltOpcode::mesh, mesh.node,
             quoted(mesh.name) + (mesh.poolVertices == 0 ? " has no vertex pool" : " has no primitives"));
     else if (mesh.wholeVertices < mesh.poolVertices)
-        add(106, mesh.offset, meshOpcode, mesh.node,
+        add(106, mesh.offset, FltOpcode::mesh, mesh.node,
             "the vertex pool of " + quoted(mesh.name) + " holds " + std::to_string(mesh.wholeVertices) +
                 " of " + std::to_string(mesh.poolVertices) + " vertices");
     for (FltInventory::Primitive const& primitive : mesh.primitives)
         if (mesh.poolVertices != 0 && primitive.badIndices != 0)
-            add(208, primitive.offset, meshOpcode + 2, mesh.node,
+            add(208, primitive.offset, FltOpcode::mesh + 2, mesh.node,
                 std::to_string(primitive.badIndices) + " of " + std::to_string(primitive.indexCount) +
                     " indices");
 }
@@ -241,7 +240,7 @@ void FltCheck::checkPalettes()
     for (FltInventory::Face const& face : inventory.faces)
         checkSurface(face, FltOpcode::face);
     for (FltInventory::Mesh const& mesh : inventory.meshes)
-        checkSurface(mesh, meshOpcode);
+        checkSurface(mesh, FltOpcode::mesh);
     for (FltInventory::Instance const& light : inventory.lightSources)
         if (inventory.lights.count(light.number) == 0)
             add(306, inventory.nodes[light.node].offset, FltOpcode::lightSource, light.node,
@@ -529,7 +528,7 @@ void FltCheck::checkDegreesOfFreedom()
 void FltCheck::checkExactConversion()
 {
     for (FltInventory::Mesh const& mesh : inventory.meshes)
-        add(801, mesh.offset, meshOpcode, mesh.node, quoted(mesh.name));
+        add(801, mesh.offset, FltOpcode::mesh, mesh.node, quoted(mesh.name));
     checkExactFaces();
     checkExactSwitches();
     checkExactInstances();

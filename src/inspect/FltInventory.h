@@ -1,6 +1,6 @@
 #pragma once
 
-#include "inspect/FltRecordScan.h"
+#include "parser/FltRecordScan.h"
 #include "toolkit/VelloReaderExport.h"
 
 #include <array>

@@ -24,21 +24,6 @@
 namespace
 {
 
-/// Records without a class that hold nodes, faces or a part of them.
-enum UnclassedOpcode : int {
-    continuation = 23,
-    mesh = 84,
-    localVertexPool = 85,
-    meshPrimitive = 86,
-    roadSegment = 87,
-    roadPath = 92,
-    adaptiveTerrain = 115,
-    curve = 126,
-    roadConstruction = 127,
-    indexedLightPoint = 130,
-    lightPointSystem = 131,
-};
-
 constexpr std::size_t idPlace = 4;
 constexpr std::size_t idSize = 8;
 
@@ -74,19 +59,19 @@ bool isNode(int opcode)
                                           FltOpcode::instanceDefinition,
                                           FltOpcode::externalReference,
                                           FltOpcode::lod,
-                                          roadSegment,
+                                          FltOpcode::roadSegment,
                                           FltOpcode::sound,
-                                          roadPath,
+                                          FltOpcode::roadPath,
                                           FltOpcode::text,
                                           FltOpcode::switchNode,
                                           FltOpcode::clipRegion,
                                           FltOpcode::lightSource,
                                           FltOpcode::lightPoint,
-                                          adaptiveTerrain,
-                                          curve,
-                                          roadConstruction,
-                                          indexedLightPoint,
-                                          lightPointSystem};
+                                          FltOpcode::cat,
+                                          FltOpcode::curve,
+                                          FltOpcode::roadConstruction,
+                                          FltOpcode::indexedLightPoint,
+                                          FltOpcode::lightPointSystem};
     return std::binary_search(std::begin(nodeOpcodes), std::end(nodeOpcodes), opcode);
 }
 
@@ -146,7 +131,7 @@ void FltInventoryBuilder::take()
         takeNode();
     else if (opcode == FltOpcode::face)
         takeFace();
-    else if (opcode >= mesh && opcode <= meshPrimitive)
+    else if (opcode >= FltOpcode::mesh && opcode <= FltOpcode::meshPrimitive)
         takeMeshPart();
     else if (opcode == FltOpcode::vertexList)
         takeVertexList();
@@ -156,7 +141,8 @@ void FltInventoryBuilder::take()
         takeOldVertex();
     else if (opcode >= FltOpcode::vertexColor && opcode <= FltOpcode::vertexColorUv)
         takeVertex();
-    else if (opcode == continuation && (opcodeBefore == localVertexPool || opcodeBefore == continuation))
+    else if (opcode == FltOpcode::continuation &&
+             (opcodeBefore == FltOpcode::localVertexPool || opcodeBefore == FltOpcode::continuation))
         takeLocalVertexPool();
     else if (reader.record() != nullptr && reader.record()->getRecordCategory() == "PALETTE_RECORD")
         takePalette();
@@ -417,9 +403,9 @@ void FltInventoryBuilder::use(FltInventory::Surface const& surface)
 
 void FltInventoryBuilder::takeMeshPart()
 {
-    if (reader.opcode() == mesh)
+    if (reader.opcode() == FltOpcode::mesh)
         takeMesh();
-    else if (reader.opcode() == localVertexPool)
+    else if (reader.opcode() == FltOpcode::localVertexPool)
         takeLocalVertexPool();
     else
         takePrimitive();
@@ -456,7 +442,7 @@ void FltInventoryBuilder::takeLocalVertexPool()
     if (inventory.meshes.empty())
         return;
     FltInventory::Mesh& owner = inventory.meshes.back();
-    if (reader.opcode() == localVertexPool) {
+    if (reader.opcode() == FltOpcode::localVertexPool) {
         owner.hasPool = true;
         owner.poolVertices = word32At(4);
         owner.poolMask = word32At(8);

@@ -27,16 +27,16 @@ constexpr Row leftOut[] = {
 
 /// What has no class; others are called by their opcode.
 constexpr Row unknown[] = {
-    {23, "continuations"},
+    {FltOpcode::continuation, "continuations"},
     {FltOpcode::uvList, "coordinates of further texture layers"},
-    {55, "binary separating planes"},
-    {84, "meshes"},
-    {87, "roads"},
-    {115, "CATs"},
-    {127, "roads"},
-    {130, "indexed light points"},
-    {131, "light point systems"},
-    {133, "shaders"},
+    {FltOpcode::separatingPlane, "binary separating planes"},
+    {FltOpcode::mesh, "meshes"},
+    {FltOpcode::roadSegment, "roads"},
+    {FltOpcode::cat, "CATs"},
+    {FltOpcode::roadConstruction, "roads"},
+    {FltOpcode::indexedLightPoint, "indexed light points"},
+    {FltOpcode::lightPointSystem, "light point systems"},
+    {FltOpcode::shaderPalette, "shaders"},
 };
 
 template <std::size_t size>
@@ -51,7 +51,7 @@ char const* find(Row const (&rows)[size], int opcode)
 /// What stands with a mesh, and isn't counted beside it; and what has its effect in other records.
 bool isPartOfAnother(int opcode)
 {
-    return opcode == 85 || opcode == 86;
+    return opcode == FltOpcode::localVertexPool || opcode == FltOpcode::meshPrimitive;
 }
 
 } // namespace

@@ -26,7 +26,6 @@ public:
 
     /// Goes on to the next record; to the first one at first.
     /// @return false after the last one
-    /// @throw FltLoadError if the memory doesn't suffice
     bool next();
 
     /// @name The record
@@ -41,7 +40,7 @@ public:
     ///     {"opcode":5,"class":"FltRecordFace","category":"PRIMARY_RECORD","length":80,"offset":1204,
     ///      "fields":{"idField":"f1","drawType":0,...}}
     ///
-    /// A record that is too broken to be read has a text "error" in place of "fields".
+    /// A record that is too broken to be read has a text "error" in place of "fields" that says why.
     std::string json() const;
     /// @}
 

@@ -2,14 +2,11 @@
 
 #include "parser/FltFraming.h"
 #include "parser/FltInput.h"
-#include "parser/FltRawData.h"
+#include "parser/FltStoredRecord.h"
 #include "records/FltOpcode.h"
 #include "records/FltRecordHeader.h"
 #include "records/FltRecordJson.h"
-#include "records/FltRecordTable.h"
-#include "records/FltRecordUnknown.h"
 
-#include <cstdint>
 #include <nlohmann/json.hpp>
 
 FltRecordIndex::FltRecordIndex(FltInput& input) : input(input)
@@ -39,15 +36,8 @@ char const* FltRecordIndex::bytes(std::size_t position) const
 std::unique_ptr<FltRecord> FltRecordIndex::decode(std::size_t position) const
 {
     Place const& place = places[position];
-    FltRecordRow const* const row = FltRecordTable::find(place.opcode);
-    FltRawData raw;
-    raw.assign(bytes(position), input.getBuffer() + input.getSize(), place.length,
-               FltRecordTable::reachOf(place.opcode, place.length, version.revision));
-    std::unique_ptr<FltRecord> record(
-        row != nullptr ? row->make(place.length, version.revision)
-                       : new FltRecordUnknown(static_cast<std::int16_t>(place.opcode), place.length));
-    record->getPropertiesFromData(raw.data);
-    return record;
+    char const* const fileEnd = input.getBuffer() + input.getSize();
+    return FltStoredRecord{bytes(position), fileEnd, place.opcode, place.length, version.revision}.decode();
 }
 
 nlohmann::ordered_json FltRecordIndex::json(std::size_t position) const

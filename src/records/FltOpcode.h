@@ -1,7 +1,7 @@
 #pragma once
 
-/// The records of the format, by the number that each begins with. The names are those of the classes,
-/// without the "FltRecord".
+/// The records of the format, by the number that each begins with. Where there is a class, the name is that of the
+/// class without the "FltRecord"; of the others the exact conversion makes a FltRecordUnknown.
 namespace FltOpcode
 {
 
@@ -21,6 +21,7 @@ enum : int {
     popSubface = 20,
     pushExtension = 21,
     popExtension = 22,
+    continuation = 23,
     comment = 31,
     colorPalette = 32,
     longID = 33,
@@ -28,7 +29,8 @@ enum : int {
     vector = 50,
     oldBoundingBox = 51,
     multitexture = 52,
-    uvList = 53, ///< No object is made of such a record: it stays unknown.
+    uvList = 53,
+    separatingPlane = 55,
     replicate = 60,
     instanceReference = 61,
     instanceDefinition = 62,
@@ -47,10 +49,18 @@ enum : int {
     translate = 78,
     scaleNonUniform = 79,
     rotateAboutPoint = 80,
+    rotateScaleToPoint = 81,
     putTransform = 82, ///< Such a record is read as a rotateAboutEdge.
     eyePointTrackPlane = 83,
+    mesh = 84,
+    localVertexPool = 85,
+    meshPrimitive = 86,
+    roadSegment = 87,
+    roadZone = 88,
     morphVertexList = 89,
+    linkagePalette = 90,
     sound = 91,
+    roadPath = 92,
     soundPalette = 93,
     generalMatrix = 94,
     text = 95,
@@ -62,12 +72,26 @@ enum : int {
     lightSourcePalette = 102,
     boundingVolumeSphere = 105,
     boundingVolumeCylinder = 106,
+    boundingConvexHull = 107,
     boundingVolumeCenter = 108,
     boundingVolumeOrientation = 109,
     lightPoint = 111,
     textureMappingPalette = 112,
     material = 113,
     namePalette = 114,
+    cat = 115,
+    catData = 116,
+    boundingHistogram = 119,
+    pushAttribute = 122,
+    popAttribute = 123,
+    curve = 126,
+    roadConstruction = 127,
+    lightPointAppearancePalette = 128,
+    lightPointAnimationPalette = 129,
+    indexedLightPoint = 130,
+    lightPointSystem = 131,
+    indexedString = 132,
+    shaderPalette = 133,
 };
 
 /// The last opcode that has a class.

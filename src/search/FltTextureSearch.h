@@ -1,5 +1,7 @@
 #pragma once
 
+#include "toolkit/VelloReaderExport.h"
+
 #include <functional>
 #include <string>
 #include <unordered_map>
@@ -16,7 +18,7 @@
 /// another known ending.
 ///
 /// Each directory is read once for the life of the object.
-class FltTextureSearch
+class VELLOREADER_API FltTextureSearch
 {
 public:
     /// Whether a file that is there will do.

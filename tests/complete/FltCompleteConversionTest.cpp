@@ -247,5 +247,5 @@ TEST(FltCompleteConversion, listsWhatIsLeftOut)
     database.writer.addRaw(199, "what is this");
     FltCompleteConversion::Result const result = database.convert();
     EXPECT_EQ(result.leftOut.at("sound"), 1);
-    EXPECT_EQ(result.leftOut.at("unknown opcode 199"), 1);
+    EXPECT_EQ(result.leftOut.at("record 199"), 1);
 }

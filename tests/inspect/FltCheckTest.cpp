@@ -100,8 +100,8 @@ TEST(FltCheck, findsNoShortRecordAndNoUnknownOneInADatabaseOfEveryRecord)
     ScratchFolder const folder;
     for (int const revision : {11, 13, 14, 1420, 1421, 1500, 1540, 1550, 1570, 1580}) {
         everyRecord(revision).save(folder / "every.flt");
-        for (int const number : numbersOf(findingsIn(folder / "every.flt")))
-            EXPECT_GE(number, 200) << "at revision " << revision;
+        for (FltFinding const& finding : findingsIn(folder / "every.flt"))
+            EXPECT_GE(finding.kind->number, 200) << "at revision " << revision << ": " << finding.text;
     }
 }
 

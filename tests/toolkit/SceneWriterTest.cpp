@@ -12,6 +12,7 @@
 #include <Inventor/nodes/SoMaterialBinding.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoVertexProperty.h>
+#include <array>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <limits>
@@ -45,7 +46,9 @@ SoNodeRef<SoSeparator> readAgain(std::string const& bytes)
 SoIndexedFaceSet* triangles(std::vector<std::int32_t> const& indices)
 {
     auto* const property = new SoVertexProperty;
-    property->vertex.set1Value(2, 1, 1, 0);
+    // Growing an array leaves the new values unset, so each of them is given.
+    std::array<SbVec3f, 3> const corners{{{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}};
+    property->vertex.setValues(0, static_cast<int>(corners.size()), corners.data());
     auto* const faces = new SoIndexedFaceSet;
     faces->vertexProperty = property;
     faces->coordIndex.setValues(0, static_cast<int>(indices.size()), indices.data());

@@ -2,7 +2,7 @@
 
 #include "support/Program.h"
 
-#include "inspect/FltOpcodeName.h"
+#include "records/FltOpcodeName.h"
 
 #include <cctype>
 #include <nlohmann/json.hpp>

@@ -2,8 +2,8 @@
 
 #include "support/Numbers.h"
 
-#include "inspect/FltOpcodeName.h"
 #include "messages/FltText.h"
+#include "records/FltOpcodeName.h"
 
 namespace
 {

@@ -109,7 +109,7 @@ CheckedFile check(Program const& program, Options const& options, std::string co
     check.checkRecords();
     check.checkGeometry();
     check.checkPalettes();
-    check.checkFiles(FltDependencies(inventory, TextureFinder(options.texturePath)));
+    check.checkFiles(FltDependencies(inventory, TextureFinder(file, options.texturePath)));
     check.checkHierarchy();
     check.checkVisibility();
     if (options.isExact)

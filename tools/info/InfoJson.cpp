@@ -1,6 +1,6 @@
 #include "info/InfoJson.h"
 
-#include "inspect/FltOpcodeName.h"
+#include "records/FltOpcodeName.h"
 
 #include <cmath>
 #include <nlohmann/json.hpp>

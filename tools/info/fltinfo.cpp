@@ -6,9 +6,8 @@
 #include "support/Program.h"
 #include "support/TextureFinder.h"
 
-#include "inspect/FltOpcodeName.h"
-#include "inspect/FltRecordScan.h"
 #include "loader/FltLoader.h"
+#include "loader/FltRecordReader.h"
 
 #include <Inventor/nodes/SoSeparator.h>
 #include <algorithm>
@@ -74,9 +73,9 @@ std::uint32_t depthOf(std::string const& option)
 
 void printRecords(std::string const& file, std::string const& wanted)
 {
-    for (FltRecordScan reader(file); reader.next();)
-        if ((wanted == all || std::to_string(reader.opcode()) == wanted) && reader.record() != nullptr)
-            print(reader.json().dump() + "\n");
+    for (FltRecordReader reader(file); reader.next();)
+        if (wanted == all || std::to_string(reader.opcode()) == wanted)
+            print(reader.json() + "\n");
 }
 
 /// A file's name as make takes it.
@@ -143,7 +142,7 @@ void describe(Program const& program, Options const& options, std::string const&
             print(InfoText(program.colours()).treeOf(inventory, depth));
         return;
     }
-    FltDependencies const dependencies(inventory, TextureFinder(options.texturePath));
+    FltDependencies const dependencies(inventory, TextureFinder(file, options.texturePath));
     if (!options.deps.empty()) {
         warnOfMissing(program, dependencies);
         if (options.isJson)

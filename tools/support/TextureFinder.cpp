@@ -1,40 +1,41 @@
 #include "support/TextureFinder.h"
 
-#include <algorithm>
+#include <Inventor/SoDB.h>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace
 {
 
-namespace fs = std::filesystem;
+std::string directoryOf(std::string const& file)
+{
+    std::size_t const slash = file.rfind('/');
+    return slash != std::string::npos ? file.substr(0, slash + 1) : "./";
+}
 
-bool isFile(fs::path const& path)
+/// The search looks in the toolkit's directories too, and there are none before the toolkit has begun.
+std::shared_ptr<FltTextureSearch> startSearch(std::vector<std::string> directories)
+{
+    if (!SoDB::isInitialized())
+        SoDB::init();
+    return std::make_shared<FltTextureSearch>(std::move(directories));
+}
+
+bool isFile(std::string const& path)
 {
     std::error_code ignored;
-    return fs::is_regular_file(path, ignored);
+    return std::filesystem::is_regular_file(path, ignored);
 }
 
 } // namespace
 
-std::string TextureFinder::operator()(std::string const& name, std::string const& database) const
+TextureFinder::TextureFinder(std::string const& database, std::vector<std::string> directories)
+    : databaseDirectory(directoryOf(database)), search(startSearch(std::move(directories)))
 {
-    std::string turned = name;
-    std::replace(turned.begin(), turned.end(), '\\', '/');
-    fs::path const stored = turned;
-    if (stored.is_absolute() && isFile(stored))
-        return stored.string();
-    std::vector<fs::path> places{fs::path(database).parent_path()};
-    places.insert(places.end(), directories.begin(), directories.end());
-    // The whole stored path first, then ever shorter ends of it.
-    std::vector<fs::path> parts(stored.begin(), stored.end());
-    for (std::size_t first = stored.is_absolute() ? 1 : 0; first < parts.size(); ++first) {
-        fs::path tail;
-        for (std::size_t i = first; i < parts.size(); ++i)
-            tail /= parts[i];
-        for (fs::path const& place : places)
-            if (isFile(place / tail))
-                return (place / tail).string();
-    }
-    return "";
+}
+
+std::string TextureFinder::operator()(std::string const& name, std::string const& referring) const
+{
+    return search->find(name, {databaseDirectory, directoryOf(referring)}, isFile).path;
 }

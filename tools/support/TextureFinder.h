@@ -1,18 +1,24 @@
 #pragma once
 
+#include "search/FltTextureSearch.h"
+
+#include <memory>
 #include <string>
 #include <vector>
 
-/// Finds the images that databases name.
+/// Finds the images that databases name, where a load finds them.
 class TextureFinder
 {
 public:
-    /// @param directories where to look besides the directory of the database
-    explicit TextureFinder(std::vector<std::string> directories) : directories(std::move(directories)) {}
+    /// @param database    the top-level file
+    /// @param directories where to look besides the directories of databases
+    TextureFinder(std::string const& database, std::vector<std::string> directories);
 
+    /// @param referring the file that names the image
     /// @return the path of the image; empty if there is none
-    std::string operator()(std::string const& name, std::string const& database) const;
+    std::string operator()(std::string const& name, std::string const& referring) const;
 
 private:
-    std::vector<std::string> directories;
+    std::string databaseDirectory;
+    std::shared_ptr<FltTextureSearch> search; ///< Of all copies: it remembers directories.
 };

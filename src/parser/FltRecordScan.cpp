@@ -1,17 +1,16 @@
-#include "inspect/FltRecordScan.h"
+#include "parser/FltRecordScan.h"
 
 #include "dump/FltDumpOutput.h"
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
-#include "parser/FltRawData.h"
+#include "parser/FltStoredRecord.h"
 #include "records/FltOpcode.h"
 #include "records/FltRecord.h"
 #include "records/FltRecordHeader.h"
 #include "records/FltRecordJson.h"
 #include "records/FltRecordTable.h"
 #include "records/FltRecordTexturePattern.h"
-#include "records/FltRecordUnknown.h"
 
 #include <cerrno>
 #include <cstring>
@@ -55,6 +54,14 @@ private:
     Listener* before;
 };
 
+/// Without what records say of their length when they are made: FltRecordScan::leastLength() tells that.
+std::unique_ptr<FltRecord> makeSilently(FltStoredRecord const& stored)
+{
+    std::vector<std::string> unheard;
+    Listening const listening(unheard);
+    return stored.make();
+}
+
 std::unique_ptr<FltFileInput> open(std::string const& path)
 {
     FltDumpOutput::Redirect const noDump(nullptr);
@@ -82,12 +89,9 @@ FltRecordScan::FltRecordScan(std::string const& path)
         throw std::runtime_error(path + ": not an OpenFlight database: it doesn't begin with a whole header "
                                         "record. Check that this is the right file.");
     // The revision of every record is that of the header.
-    FltRawData raw;
-    raw.assign(content.data(), content.data() + content.size(), first.getLength(),
-               FltRecordTable::reachOf(FltOpcode::header, first.getLength(), 0));
-    FltRecordHeader header(first.getLength());
-    header.getPropertiesFromData(raw.data);
-    formatRevision = header.formatRevisionLevel;
+    FltStoredRecord const stored{first.data(), content.data() + content.size(), FltOpcode::header,
+                                 first.getLength(), 0};
+    formatRevision = static_cast<FltRecordHeader const&>(*stored.decode()).formatRevisionLevel;
     if (formatRevision < lowestRevision)
         throw std::runtime_error(path + ": OpenFlight revision " + std::to_string(formatRevision) +
                                  " isn't supported. Export the database at revision 11 or newer.");
@@ -107,8 +111,9 @@ bool FltRecordScan::next()
 
 void FltRecordScan::decode()
 {
-    std::size_t const reach = FltRecordTable::reachOf(opcode(), length(), formatRevision);
-    std::size_t const cost = reach > length() ? reach - length() : 0;
+    FltStoredRecord const stored{framing.data(), content.data() + content.size(), opcode(), length(),
+                                 formatRevision};
+    std::size_t const cost = stored.borrowedBytes();
     if (cost > shortRecordBytesLeft) {
         if (!std::exchange(toldOfTooManyShortRecords, true))
             said.emplace_back(
@@ -117,19 +122,14 @@ void FltRecordScan::decode()
     }
     shortRecordBytesLeft -= cost;
 
-    FltRawData raw;
-    raw.assign(framing.data(), content.data() + content.size(), length(), reach);
-    FltRecordRow const* const row = FltRecordTable::find(opcode());
-    std::unique_ptr<FltRecord> record(row != nullptr ? row->make(length(), formatRevision)
-                                                     : new FltRecordUnknown(opcode(), length()));
-    Listening const listening(said);
     try {
-        record->getPropertiesFromData(raw.data);
+        std::unique_ptr<FltRecord> record = makeSilently(stored);
+        Listening const listening(said);
+        stored.decodeTo(*record);
+        decoded = std::move(record);
     } catch (std::bad_alloc const&) { // of which a negative count is one
         said.emplace_back("A count is negative, or larger than the memory: the record is left out");
-        return;
     }
-    decoded = std::move(record);
 }
 
 std::size_t FltRecordScan::leastLength() const

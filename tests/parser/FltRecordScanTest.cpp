@@ -1,4 +1,4 @@
-#include "inspect/FltRecordScan.h"
+#include "parser/FltRecordScan.h"
 
 #include "records/FltRecord.h"
 #include "support/ScratchFolder.h"

@@ -66,6 +66,12 @@ public:
 
     /// Why next() found no further record; offset() is where.
     FltFraming::Fault fault() const { return framing.getFault(); }
+
+    /// The same for people, with what is lost; empty if the file ends with a whole record.
+    std::string faultText() const
+    {
+        return fault() != FltFraming::Fault::none ? framing.faultText() + framing.costText() : "";
+    }
     /// @}
 
 private:
