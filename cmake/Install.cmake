@@ -50,14 +50,6 @@ install(FILES ${PROJECT_BINARY_DIR}/python/velloreader/__init__.py python/vellor
         DESTINATION ${VELLOREADER_PYTHON_DIR}/velloreader)
 install(TARGETS velloreader_python LIBRARY DESTINATION ${VELLOREADER_PYTHON_DIR}/velloreader)
 
-# Manual pages
-if(TARGET flt2iv)
-  foreach(page flt2iv.1 fltshot.1)
-    configure_file(man/${page}.in man/${page} @ONLY)
-    install(FILES ${PROJECT_BINARY_DIR}/man/${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-  endforeach()
-endif()
-
 # What desktops know of the format
 install(FILES share/mime/packages/velloreader.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
 install(FILES share/thumbnailers/velloreader.thumbnailer DESTINATION ${CMAKE_INSTALL_DATADIR}/thumbnailers)
@@ -66,8 +58,6 @@ install(FILES share/thumbnailers/velloreader.thumbnailer DESTINATION ${CMAKE_INS
 if(TARGET fltview)
   set_target_properties(fltview PROPERTIES INSTALL_RPATH "$ORIGIN/${library_from_programs}")
   install(TARGETS fltview RUNTIME COMPONENT view)
-  configure_file(man/fltview.1.in man/fltview.1 @ONLY)
-  install(FILES ${PROJECT_BINARY_DIR}/man/fltview.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT view)
   install(FILES share/applications/fltview.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT view)
   install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velloreader-view COMPONENT view)
   install(FILES CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velloreader-view RENAME changelog COMPONENT view)

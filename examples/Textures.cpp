@@ -1,7 +1,7 @@
 #include "Textures.h"
 
-#include "PngFile.h"
 #include "support/OutputFile.h"
+#include "support/PngFile.h"
 #include "support/ToolError.h"
 #include "writer/FltWriter.h"
 

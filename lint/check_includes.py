@@ -35,10 +35,11 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "tools/support": ("src/toolkit", "src/messages", "src/search", "src/loader"),
     "tools/info": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),
     "tools/check": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),
-    "tools": ("tools/support", "src/toolkit", "src/loader"),
-    "tools/view": ("src/toolkit", "src/dump", "src/messages", "src/records", "src/parser", "src/loader"),
+    "tools/iv": ("tools/support", "src/toolkit", "src/loader"),
+    "tools/shot": ("tools/support", "src/toolkit", "src/loader"),
+    "tools/view": ("tools/support", "src/toolkit", "src/dump", "src/messages", "src/records", "src/parser", "src/loader"),
     "writer": (),
-    "examples": ("writer", "tools", "tools/support", "src/loader", "src/toolkit", "src/plugin"),
+    "examples": ("writer", "tools/support", "src/loader", "src/toolkit", "src/plugin"),
 }
 # Tests, benchmarks and the fuzzer look into every class of the library.
 LIBRARY = tuple(folder for folder in MAY_INCLUDE if folder.startswith("src/"))

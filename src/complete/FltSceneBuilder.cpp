@@ -17,8 +17,6 @@
 #include <algorithm>
 #include <cmath>
 
-using FltCompleteOpcode::Role;
-
 namespace
 {
 

@@ -235,13 +235,6 @@ TEST_F(Flt2iv, exitsWith2ForWrongUsage)
     EXPECT_EQ(ProgramRun("flt2iv", triangle() + " second.flt").exitCode, 2);
 }
 
-TEST_F(Flt2iv, tellsItsVersion)
-{
-    ProgramRun const run("flt2iv", "--version");
-    EXPECT_EQ(run.exitCode, 0);
-    EXPECT_EQ(run.output.find("VelloReader "), 0U);
-}
-
 TEST_F(Flt2iv, refusesToReplaceItsInputAndWhatThatRefersTo)
 {
     std::string const other = triangle("other.flt");

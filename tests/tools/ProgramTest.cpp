@@ -17,6 +17,14 @@ protected:
     ScratchFolder folder;
 };
 
+/// One that prints on standard output by itself.
+using PrintingProgram = ProgramFace;
+
+std::string nameOf(testing::TestParamInfo<char const*> const& instance)
+{
+    return instance.param;
+}
+
 bool holds(std::string const& text, std::string const& part)
 {
     return text.find(part) != std::string::npos;
@@ -32,6 +40,31 @@ std::vector<std::string> optionsIn(std::string const& help)
         names.push_back(help.substr(begin, help.find_first_of(" [\n", begin) - begin));
     }
     return names;
+}
+
+/// What bash makes of the beginning of a word, in a folder with a database and another file.
+std::string completed(std::string const& program, std::string const& word, std::string const& before)
+{
+    ScratchFolder const folder;
+    static_cast<void>(folder.write("town.flt", ""));
+    static_cast<void>(folder.write("notes.txt", ""));
+    static_cast<void>(folder.write("complete.sh", ProgramRun(program, "--completion bash").output + "cd " +
+                                                      (folder / "") + "\nCOMP_WORDS=(" + program + " " +
+                                                      before + " '" + word +
+                                                      "')\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_" +
+                                                      program + "\nprintf '%s ' \"${COMPREPLY[@]}\"\n"));
+    static_cast<void>(std::system(("bash " + (folder / "complete.sh") + " >" + (folder / "words")).c_str()));
+    return contentsOf(folder / "words");
+}
+
+/// The programs of this build.
+std::vector<char const*> allPrograms()
+{
+    return {"flt2iv", "fltshot", "fltinfo", "fltcheck",
+#ifdef VELLOREADER_HAS_VIEWER
+            "fltview"
+#endif
+    };
 }
 
 } // namespace
@@ -55,36 +88,13 @@ TEST_P(ProgramFace, saysItsVersion)
 
 TEST_P(ProgramFace, exitsWith2AndPointsToTheHelpForWrongUsage)
 {
-    for (char const* const arguments : {"", "--nonsense x.flt", "--color"}) {
+    for (char const* const arguments : {"--nonsense x.flt", "--texture-path"}) {
         ProgramRun const wrong = run(arguments);
         EXPECT_EQ(wrong.exitCode, 2) << arguments;
         EXPECT_EQ(wrong.output, "");
         EXPECT_EQ(wrong.errors.find(std::string(GetParam()) + ": "), 0U);
         EXPECT_TRUE(holds(wrong.errors, std::string(". Try: ") + GetParam() + " --help\n")) << wrong.errors;
     }
-}
-
-TEST_P(ProgramFace, exitsWith1WhenStandardOutputIsFull)
-{
-    faultlessDatabase().save(folder / "database.flt");
-    std::string const command = std::string(VELLOREADER_PROGRAMS) + GetParam() + " " +
-                                (folder / "database.flt") + " >/dev/full 2>" + (folder / "errors");
-    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
-    EXPECT_TRUE(
-        holds(contentsOf(folder / "errors"), "standard output: cannot write: No space left on device"));
-}
-
-TEST_P(ProgramFace, saysMoreWhenVerbose)
-{
-    faultlessDatabase().save(folder / "database.flt");
-    std::string const file = folder / "database.flt";
-    EXPECT_EQ(run("-v " + file).errors, std::string(GetParam()) + ": reading " + file + "\n");
-    EXPECT_EQ(run("-v " + file).output, run(file).output);
-}
-
-TEST_P(ProgramFace, takesNamesThatBeginWithAMinusAfterTwo)
-{
-    EXPECT_EQ(run("-- --json").exitCode, 1) << "a file that isn't there";
 }
 
 TEST_P(ProgramFace, hasEachOptionInItsManualPageAndItsCompletions)
@@ -107,23 +117,44 @@ TEST_P(ProgramFace, hasEachOptionInItsManualPageAndItsCompletions)
 
 TEST_P(ProgramFace, completesOptionsInBash)
 {
-    static_cast<void>(folder.write("town.flt", ""));
-    static_cast<void>(folder.write("notes.txt", ""));
-    auto const complete = [&](std::string const& word, std::string const& before) {
-        std::string const name = GetParam();
-        static_cast<void>(folder.write("complete.sh", ProgramRun(name, "--completion bash").output + "cd " +
-                                                          (folder / "") + "\nCOMP_WORDS=(" + name + " " +
-                                                          before + " '" + word +
-                                                          "')\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_" +
-                                                          name + "\nprintf '%s ' \"${COMPREPLY[@]}\"\n"));
-        static_cast<void>(
-            std::system(("bash " + (folder / "complete.sh") + " >" + (folder / "words")).c_str()));
-        return contentsOf(folder / "words");
-    };
-    EXPECT_EQ(complete("--ver", ""), "--version --verbose ");
-    EXPECT_EQ(complete("al", "--color"), "always ");
-    EXPECT_EQ(complete("", ""), "town.flt ");
+    EXPECT_EQ(completed(GetParam(), "--ver", ""), "--version --verbose ");
+    EXPECT_EQ(completed(GetParam(), "", ""), "town.flt ");
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, ProgramFace, testing::Values("fltinfo", "fltcheck"),
-                         [](auto const& instance) { return std::string(instance.param); });
+TEST(ProgramCompletion, knowsTheWordsOfAnOption)
+{
+    EXPECT_EQ(completed("fltinfo", "al", "--color"), "always ");
+}
+
+TEST_P(PrintingProgram, exitsWith1WhenStandardOutputIsFull)
+{
+    faultlessDatabase().save(folder / "database.flt");
+    std::string const command = std::string(VELLOREADER_PROGRAMS) + GetParam() + " " +
+                                (folder / "database.flt") + " >/dev/full 2>" + (folder / "errors");
+    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
+    EXPECT_TRUE(
+        holds(contentsOf(folder / "errors"), "standard output: cannot write: No space left on device"));
+}
+
+TEST_P(PrintingProgram, saysMoreWhenVerbose)
+{
+    faultlessDatabase().save(folder / "database.flt");
+    std::string const file = folder / "database.flt";
+    EXPECT_EQ(run("-v " + file).errors, std::string(GetParam()) + ": reading " + file + "\n");
+    EXPECT_EQ(run("-v " + file).output, run(file).output);
+}
+
+TEST_P(PrintingProgram, takesNamesThatBeginWithAMinusAfterTwo)
+{
+    EXPECT_EQ(run("-- --quiet").exitCode, 1) << "a file that isn't there";
+}
+
+TEST_P(PrintingProgram, needsAFile)
+{
+    EXPECT_EQ(run("").exitCode, 2);
+    EXPECT_EQ(run("").errors.find(std::string(GetParam()) + ": FILE is required. Try: "), 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, ProgramFace, testing::ValuesIn(allPrograms()), nameOf);
+
+INSTANTIATE_TEST_SUITE_P(Each, PrintingProgram, testing::Values("flt2iv", "fltinfo", "fltcheck"), nameOf);

@@ -320,9 +320,8 @@ class CommandLineTest(unittest.TestCase):
     def test_helps_without_a_display(self) -> None:
         run = self.run_view("--help", DISPLAY="")
         self.assertEqual(0, run.returncode)
-        self.assertTrue(run.stdout.startswith("Examples:\n  fltview airfield.flt"))
-        self.assertIn("Exit codes: 0 done", run.stdout)
-        self.assertRegex(self.run_view("--version", DISPLAY="").stdout, r"^fltview \d+\.\d+\.\d+\n$")
+        self.assertTrue(run.stdout.startswith("fltview: look at"))
+        self.assertIn("\nExit codes:\n", run.stdout)
 
 
 def main() -> int:

@@ -8,17 +8,18 @@ constexpr char besideDatabase[] = "/";
 
 } // namespace
 
-LoaderOptions::LoaderOptions(CLI::App& app)
+LoaderOptions::LoaderOptions(Program& program)
 {
-    app.add_option("--texture-path", texturePath,
-                   "A directory in which textures are looked for, besides that of the database; repeatable")
-        ->type_name("DIR")
-        ->allow_extra_args(false);
-    app.add_flag("--log{/}", log, "Write a listing of every record into PATH, or into IN.flt.log")
-        ->type_name("[=PATH]");
-    app.add_flag("--exact", exact,
-                 "Convert by the rules of the plug-in, rather than show as much as possible");
-    app.set_version_flag("--version", "VelloReader " VELLOREADER_VERSION);
+    program.values("--texture-path", texturePath, "DIR",
+                   "Look for textures in this directory too. May be given several times.", "/");
+    program.choice("--lod", levelsOfDetail, {"all", "highest", "lowest"}, "WHICH",
+                   "Levels of detail: all of them, one of which shows at each distance, or the finest or the "
+                   "coarsest alone.");
+    program.flag("--exact", isExact,
+                 "Convert by the rules of the plug-in, rather than show as much as possible.");
+    program.optionalValue(
+        "--log", log, besideDatabase, "PATH", [](std::string const&) { return false; },
+        "Write a listing of every record into PATH, or beside the database.");
 }
 
 FltLoader LoaderOptions::makeLoader() const
@@ -27,7 +28,10 @@ FltLoader LoaderOptions::makeLoader() const
     loader.texturePath = texturePath;
     if (!log.empty())
         loader.log = log == besideDatabase ? FltLoader::besideDatabase : log;
-    loader.exact = exact;
+    if (levelsOfDetail != "all")
+        loader.levelsOfDetail = levelsOfDetail == "highest" ? FltLoader::LevelsOfDetail::highest
+                                                            : FltLoader::LevelsOfDetail::lowest;
+    loader.exact = isExact;
     return loader;
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "support/OutputFile.h"
+#include "support/Program.h"
 
 #include "loader/FltLoader.h"
 
-#include <CLI/CLI.hpp>
 #include <string>
 #include <vector>
 
@@ -12,8 +12,11 @@
 class LoaderOptions
 {
 public:
-    /// Adds --texture-path, --log, --exact and --version.
-    explicit LoaderOptions(CLI::App& app);
+    /// Adds --texture-path, --log, --exact and --lod.
+    explicit LoaderOptions(Program& program);
+
+    LoaderOptions(LoaderOptions const&) = delete;
+    LoaderOptions& operator=(LoaderOptions const&) = delete;
 
     /// A loader with these options, once the command line was parsed.
     FltLoader makeLoader() const;
@@ -25,5 +28,6 @@ public:
 private:
     std::vector<std::string> texturePath;
     std::string log;
-    bool exact = false;
+    std::string levelsOfDetail = "all";
+    bool isExact = false;
 };

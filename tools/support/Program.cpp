@@ -1,7 +1,9 @@
 #include "support/Program.h"
 
 #include "support/ProgramHelp.h"
+#include "support/ToolError.h"
 
+#include "loader/FltLoadError.h"
 #include "messages/FltText.h"
 
 #include <CLI/CLI.hpp>
@@ -27,6 +29,12 @@ std::vector<std::string> namesOf(std::string const& names)
     for (std::string name; std::getline(stream, name, ',');)
         list.push_back(name);
     return list;
+}
+
+/// A description with the value that holds if the option isn't given.
+std::string withDefault(std::string const& text, std::string const& value)
+{
+    return value.empty() ? text : text + " Default: " + value + ".";
 }
 
 void print(std::string const& text)
@@ -78,6 +86,18 @@ void Program::optionalValue(std::string const& name, std::string& value, std::st
     app->add_flag(name + "{" + ifLeftOut + "}", value, text);
 }
 
+void Program::value(std::string const& names, std::string& value, std::string const& placeholder,
+                    std::string const& text, std::string const& fileEnding)
+{
+    add(names, {{}, placeholder, false, withDefault(text, value), {}, fileEnding});
+    app->add_option(names, value, text);
+}
+
+void Program::hiddenFlag(std::string const& name, bool& isSet)
+{
+    app->add_flag(name, isSet);
+}
+
 void Program::values(std::string const& names, std::vector<std::string>& list, std::string const& placeholder,
                      std::string const& text, std::string const& fileEnding)
 {
@@ -88,14 +108,14 @@ void Program::values(std::string const& names, std::vector<std::string>& list, s
 void Program::choice(std::string const& names, std::string& value, std::vector<std::string> const& choices,
                      std::string const& placeholder, std::string const& text)
 {
-    add(names, {{}, placeholder, false, text, choices, ""});
+    add(names, {{}, placeholder, false, withDefault(text, value), choices, ""});
     app->add_option(names, value, text)->check(CLI::IsMember(choices));
 }
 
 void Program::colourOption()
 {
     choice("--color", colourMode, {"auto", "always", "never"}, "WHEN",
-           "Whether to colour text: by itself on a terminal, unless NO_COLOR is set.");
+           "Whether to colour text; auto does so on a terminal, unless NO_COLOR is set.");
 }
 
 void Program::inputs(std::vector<std::string>& files, bool areRequired)
@@ -168,6 +188,12 @@ ExitCode Program::guarded(std::function<ExitCode()> const& work) const
     } catch (UsageError const& problem) {
         reportUsage(problem.what());
         return ExitCode::wrongUsage;
+    } catch (ToolError const& problem) {
+        error(problem.what());
+        return problem.exitCode;
+    } catch (FltLoadError const& problem) {
+        error(problem.what());
+        return problem.kind() == FltLoadError::Kind::refused ? ExitCode::wrongUsage : ExitCode::failed;
     } catch (std::bad_alloc const&) {
         error("out of memory. A file is damaged, or too large for this machine.");
     } catch (std::exception const& problem) {

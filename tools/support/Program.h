@@ -61,14 +61,24 @@ public:
                        std::string const& placeholder, std::function<bool(std::string const&)> isValue,
                        std::string const& description);
 
+    /// An option with a value.
+    /// @param value      what it is if it isn't given, which the help tells unless it is empty
+    /// @param fileEnding as in ProgramOption
+    void value(std::string const& names, std::string& value, std::string const& placeholder,
+               std::string const& description, std::string const& fileEnding = "");
+
     /// An option with a value that may be given several times.
     /// @param fileEnding as in ProgramOption
     void values(std::string const& names, std::vector<std::string>& list, std::string const& placeholder,
                 std::string const& description, std::string const& fileEnding = "");
 
     /// An option whose value is one of a few words.
+    /// @param value what it is if it isn't given, which the help tells unless it is empty
     void choice(std::string const& names, std::string& value, std::vector<std::string> const& choices,
                 std::string const& placeholder, std::string const& description);
+
+    /// A flag for tests, which the help doesn't tell.
+    void hiddenFlag(std::string const& name, bool& isSet);
 
     /// --color, which colours() obeys.
     void colourOption();
@@ -79,12 +89,17 @@ public:
     /// @}
 
     /// Reads the command line, does the work, and makes sure that standard output took everything.
-    /// @param work what it throws is reported, and counts as a failure; a UsageError as wrong usage
+    /// @param work what it throws is reported, and counts as a failure or as wrong usage
     /// @return the exit code of the process
     int run(int argc, char** argv, std::function<ExitCode()> const& work);
 
     /// @name For the work
     /// @{
+
+    /// Does a part of the work, and reports what it throws.
+    ExitCode guarded(std::function<ExitCode()> const& work) const;
+
+    std::string const& name() const { return description.name; }
     void error(std::string const& text) const;  ///< Always printed.
     void warn(std::string const& text) const;   ///< Unless -q is given.
     void detail(std::string const& text) const; ///< If -v is given.
@@ -100,7 +115,6 @@ private:
     std::vector<std::string> wordsOf(int argc, char** argv) const;
     bool answersByItself(std::vector<std::string> const& words) const;
     void reportUsage(std::string const& problem) const;
-    ExitCode guarded(std::function<ExitCode()> const& work) const;
 
     ProgramDescription description;
     std::vector<ProgramOption> options;

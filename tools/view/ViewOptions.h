@@ -1,23 +1,40 @@
 #pragma once
 
+#include "support/Program.h"
+
 #include <string>
 #include <vector>
 
 /// What the command line of fltview asks for.
-struct ViewOptions {
-    std::string input; ///< Empty for an empty window.
+class ViewOptions
+{
+public:
+    /// What the program says of itself.
+    static ProgramDescription description();
+
+    /// Adds the options.
+    explicit ViewOptions(Program& program);
+
+    ViewOptions(ViewOptions const&) = delete;
+    ViewOptions& operator=(ViewOptions const&) = delete;
+
+    /// Makes sure that the options can be obeyed, once the command line was parsed.
+    /// @throw UsageError
+    void check();
+
+    std::string const& input() const { return inputs.front(); } ///< Empty for an empty window.
+
     std::vector<std::string> texturePath;
     std::string select;     ///< A part of the name of what is selected at first; empty for nothing.
     std::string screenshot; ///< Where to save a picture of the window before the program ends; empty to stay.
-    std::string sizeText;
-    int width = 1280;
-    int height = 800;
+    int width = 0;
+    int height = 0;
     bool watches = false;
     bool prints = false;
     bool printsWidgets = false; ///< For tests.
-    bool exact = false;
+    bool isExact = false;
 
-    /// Reads a command line. Help, the version and wrong usage are answered here.
-    /// @return the exit code to end with; -1 to go on
-    int parse(int argc, char** argv);
+private:
+    std::vector<std::string> inputs;
+    std::string sizeText = "1280x800";
 };

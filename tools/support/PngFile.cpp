@@ -1,4 +1,4 @@
-#include "PngFile.h"
+#include "support/PngFile.h"
 
 #include <png.h>
 

@@ -1,12 +1,13 @@
 // Draws an OpenFlight database into a PNG picture, without a window or an X server.
 
-#include "EglOffscreen.h"
-#include "PngFile.h"
+#include "shot/EglOffscreen.h"
 #include "support/LoaderOptions.h"
 #include "support/OutputFile.h"
-#include "support/Tool.h"
+#include "support/PngFile.h"
+#include "support/Program.h"
+#include "support/SceneMessages.h"
+#include "support/ToolError.h"
 
-#include <CLI/CLI.hpp>
 #include <Inventor/SbMatrix.h>
 #include <Inventor/SbRotation.h>
 #include <Inventor/SbViewportRegion.h>
@@ -35,42 +36,43 @@
 namespace
 {
 
-constexpr char description[] = "Draws an OpenFlight scene database (.flt) into a PNG picture.\n"
-                               "\n"
-                               "Needs no window, X server or graphics card. The z axis points up and the y "
-                               "axis north, as is usual in OpenFlight.";
-
-constexpr char footer[] =
-    "Examples:\n"
-    "  fltshot airfield.flt -o airfield.png             the whole scene, from the south-east and above\n"
-    "  fltshot airfield.flt -o top.png --from 180,89    straight from above, north at the top\n"
-    "  fltshot wand.flt -o icon.png --size 128x128      a thumbnail\n"
-    "\n"
-    "The picture takes its place when it is whole; what stood there before stays until then.\n"
-    "\n"
-    "Exit codes: 0 done, 1 the file can't be read, drawn or written, 2 wrong usage.";
-
 constexpr int largestSide = 4096;
 
 struct Options {
-    std::string input;
+    std::vector<std::string> inputs;
     std::string output;
     std::string sizeText = "1280x720";
     std::string fromText = "150,20";
-    float zoom = 1.0f;
-    bool quiet = false;
+    std::string zoomText = "1";
     int width = 0;
     int height = 0;
     float azimuth = 0;
     float elevation = 0;
+    float zoom = 1;
 };
+
+ProgramDescription description()
+{
+    return {"fltshot",
+            "draw OpenFlight databases into pictures",
+            "-o OUT.png FILE.flt",
+            {"Needs no window, X server or graphics card. The z axis points up and the y axis north, as is "
+             "usual in OpenFlight.",
+             "The picture takes its place when it is whole; what stood there before stays until then. It "
+             "never replaces the database, its log, or a file that the database refers to."},
+            {{"fltshot airfield.flt -o airfield.png", "the whole scene, from the south-east and above"},
+             {"fltshot airfield.flt -o top.png --from 180,89", "straight from above, north at the top"},
+             {"fltshot wand.flt -o icon.png --size 128x128", "a thumbnail"}},
+            ExitCode::wrongUsage,
+            {"flt2iv", "fltinfo", "fltcheck"}};
+}
 
 float radians(float degrees)
 {
     return degrees * static_cast<float>(M_PI / 180);
 }
 
-/// Reads the size and the direction from their texts.
+/// Reads the numbers from their texts.
 /// @throw ToolError if one of them is wrong
 void readTexts(Options& options)
 {
@@ -85,6 +87,10 @@ void readTexts(Options& options)
         throw ToolError("--from " + options.fromText +
                             ": give azimuth and elevation in degrees, as in 150,20 (azimuth -360 to 360, "
                             "elevation -90 to 90).",
+                        ExitCode::wrongUsage);
+    if (std::sscanf(options.zoomText.c_str(), "%f%c", &options.zoom, &rest) != 1 ||
+        !(options.zoom >= 0.01f) || !(options.zoom <= 100.0f))
+        throw ToolError("--zoom " + options.zoomText + ": give a factor from 0.01 to 100.",
                         ExitCode::wrongUsage);
 }
 
@@ -218,7 +224,7 @@ SoSeparator* makePicture(SoSeparator* scene, Options const& options)
 {
     DrawnPoints const drawn(scene);
     if (drawn.points.empty())
-        throw ToolError(options.input + ": the database holds nothing that can be drawn.");
+        throw ToolError(options.inputs.front() + ": the database holds nothing that can be drawn.");
 
     auto* camera = new SoPerspectiveCamera;
     camera->viewportMapping = SoCamera::ADJUST_CAMERA;
@@ -268,53 +274,49 @@ Picture draw(SoNode* scene, int width, int height)
     return picture;
 }
 
+ExitCode shoot(Program const& program, Options& options, LoaderOptions const& loaderOptions)
+{
+    EglOffscreen::install();
+    readTexts(options);
+    if (options.output.empty())
+        throw UsageError("-o OUT.png is required");
+    OutputFile::checkEnding(options.output, {".png"});
+    if (options.inputs.size() > 1)
+        throw UsageError("one database at a time, please");
+    SceneMessages const messages(program);
+    if (char const* problem = EglOffscreen::missing())
+        throw ToolError(problem);
+    std::string const& input = options.inputs.front();
+    program.detail("reading " + input);
+    FltScene const scene = loaderOptions.makeLoader().load(input);
+    messages.show(scene);
+    OutputFile output(options.output, loaderOptions.keptFiles(input, scene));
+    if (output.isTerminal())
+        throw ToolError("a picture would upset the terminal. Give -o a file.", ExitCode::wrongUsage);
+    SoSeparator* const picture = makePicture(scene.root(), options);
+    picture->ref();
+    std::string const problem = writePng(draw(picture, options.width, options.height), output.stream());
+    picture->unref();
+    if (!problem.empty())
+        throw ToolError(options.output + ": cannot write: " + problem + ". Choose another size.");
+    output.commit();
+    return ExitCode::success;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     Options options;
-    CLI::App app(description, "fltshot");
-    app.footer(footer);
-    app.add_option("IN.flt", options.input, "The database to draw")->required();
-    app.add_option("-o,--output", options.output, "The picture to write")->type_name("OUT.png")->required();
-    app.add_option("--size", options.sizeText, "Width and height in pixels")
-        ->type_name("WxH")
-        ->capture_default_str();
-    app.add_option("--from", options.fromText,
-                   "Where the viewer stands: azimuth clockwise from north and elevation above the horizon, "
-                   "in degrees")
-        ->type_name("AZ,EL")
-        ->capture_default_str();
-    app.add_option("--zoom", options.zoom, "Nearer (above 1) or farther (below 1) than the whole scene needs")
-        ->type_name("FACTOR")
-        ->check(CLI::Range(0.01f, 100.0f))
-        ->capture_default_str();
-    app.add_flag("-q,--quiet", options.quiet, "Show errors only, no warnings");
-    LoaderOptions const loaderOptions(app);
-    try {
-        app.parse(argc, argv);
-    } catch (CLI::ParseError const& error) {
-        return static_cast<int>(app.exit(error) == 0 ? ExitCode::success : ExitCode::wrongUsage);
-    }
-
-    EglOffscreen::install();
-    Tool const tool("fltshot", options.quiet);
-    return tool.run([&] {
-        readTexts(options);
-        OutputFile::checkEnding(options.output, {".png"});
-        if (char const* problem = EglOffscreen::missing())
-            throw ToolError(problem);
-        FltScene const scene = tool.load(loaderOptions.makeLoader(), options.input);
-        OutputFile output(options.output, loaderOptions.keptFiles(options.input, scene));
-        if (output.isTerminal())
-            throw ToolError("a picture would upset the terminal. Give -o a file.", ExitCode::wrongUsage);
-        SoSeparator* const picture = makePicture(scene.root(), options);
-        picture->ref();
-        std::string const problem = writePng(draw(picture, options.width, options.height), output.stream());
-        picture->unref();
-        if (!problem.empty())
-            throw ToolError(options.output + ": cannot write: " + problem + ". Choose another size.");
-        output.commit();
-        return ExitCode::success;
-    });
+    Program program(description());
+    program.value("-o,--output", options.output, "OUT.png", "The picture to write.", ".png");
+    program.value("--size", options.sizeText, "WxH", "Width and height in pixels.");
+    program.value("--from", options.fromText, "AZ,EL",
+                  "Where the viewer stands: azimuth clockwise from north and elevation above the horizon, in "
+                  "degrees.");
+    program.value("--zoom", options.zoomText, "FACTOR",
+                  "Nearer (above 1) or farther (below 1) than the whole scene needs.");
+    LoaderOptions const loaderOptions(program);
+    program.inputs(options.inputs);
+    return program.run(argc, argv, [&] { return shoot(program, options, loaderOptions); });
 }

@@ -1,12 +1,9 @@
-#include "support/Tool.h"
+#include "support/SceneMessages.h"
 
 #include <Inventor/SoDB.h>
 #include <Inventor/SoInteraction.h>
 #include <Inventor/errors/SoDebugError.h>
 #include <Inventor/errors/SoReadError.h>
-#include <csignal>
-#include <cstdio>
-#include <utility>
 
 namespace
 {
@@ -25,30 +22,22 @@ std::string lineOf(FltMessage const& message)
 
 } // namespace
 
-Tool::Tool(std::string name, bool quiet) : name(std::move(name)), quiet(quiet)
+SceneMessages::SceneMessages(Program const& program) : program(program)
 {
-    // A file that grows beyond the limit is reported then, as a full disk is.
-    std::signal(SIGXFSZ, SIG_IGN);
     SoDB::init();
     SoInteraction::init();
-    SoDebugError::setHandlerCallback(takeToolkitMessage, this);
-    SoReadError::setHandlerCallback(takeToolkitMessage, this);
+    void* const data = const_cast<Program*>(&program); // only given back, as const
+    SoDebugError::setHandlerCallback(takeToolkitMessage, data);
+    SoReadError::setHandlerCallback(takeToolkitMessage, data);
 }
 
-Tool::~Tool()
+SceneMessages::~SceneMessages()
 {
     SoDebugError::setHandlerCallback(nullptr, nullptr);
     SoReadError::setHandlerCallback(nullptr, nullptr);
 }
 
-FltScene Tool::load(FltLoader const& loader, std::string const& path) const
-{
-    FltScene scene = loader.load(path);
-    show(scene);
-    return scene;
-}
-
-void Tool::show(FltScene const& scene) const
+void SceneMessages::show(FltScene const& scene) const
 {
     constexpr std::size_t mostShown = 20;
     std::size_t shown = 0;
@@ -56,26 +45,15 @@ void Tool::show(FltScene const& scene) const
         if (++shown > mostShown)
             break;
         if (message.level == FltMessage::Level::error)
-            error(lineOf(message));
+            program.error(lineOf(message));
         else
-            warn(lineOf(message));
+            program.warn(lineOf(message));
     }
     if (shown > mostShown)
-        warn(std::to_string(scene.messages().size() - mostShown) + " more messages left out");
+        program.warn(std::to_string(scene.messages().size() - mostShown) + " more messages left out");
 }
 
-void Tool::error(std::string const& text) const
-{
-    std::fprintf(stderr, "%s: %s\n", name.c_str(), text.c_str());
-}
-
-void Tool::warn(std::string const& text) const
-{
-    if (!quiet)
-        std::fprintf(stderr, "%s: warning: %s\n", name.c_str(), text.c_str());
-}
-
-void Tool::takeToolkitMessage(SoError const* message, void* tool)
+void SceneMessages::takeToolkitMessage(SoError const* message, void* program)
 {
     std::string text = message->getDebugString().getString();
     // With an off-screen context and no X server the toolkit posts this once; it has no consequences.
@@ -83,5 +61,5 @@ void Tool::takeToolkitMessage(SoError const* message, void* tool)
         return;
     while (!text.empty() && text.back() == '\n')
         text.pop_back();
-    static_cast<Tool const*>(tool)->warn(text);
+    static_cast<Program const*>(program)->warn(text);
 }

@@ -1,4 +1,4 @@
-#include "EglOffscreen.h"
+#include "shot/EglOffscreen.h"
 
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
