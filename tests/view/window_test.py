@@ -1,14 +1,13 @@
 #!/usr/bin/env python3
 """Clicks through fltview in a real window, on a display of its own.
 
-    window_test.py FLTVIEW WRITE_VIEW_DATABASE FOLDER
+    window_test.py FLTVIEW WRITE_VIEW_DATABASE DRAG_SOURCE FOLDER
 
 The pictures of what was seen stay in the folder.
 """
 
 from __future__ import annotations
 
-import collections
 import os
 import pathlib
 import queue
@@ -21,21 +20,11 @@ import time
 import unittest
 import zlib
 
-FLTVIEW, WRITE_DATABASE, FOLDER = (str(pathlib.Path(path).resolve()) for path in sys.argv[1:4])
+import virtual_display
+
+FLTVIEW, WRITE_DATABASE, DRAG_SOURCE, FOLDER = (
+    str(pathlib.Path(path).resolve()) for path in sys.argv[1:5])
 PATIENCE = float(os.environ.get("PATIENCE", "120"))  # seconds, on a busy machine under a sanitizer
-
-
-def start_display() -> tuple[subprocess.Popen[bytes], str]:
-    reader, writer = os.pipe()
-    process = subprocess.Popen(
-        ["Xvfb", "-displayfd", str(writer), "-screen", "0", "1280x800x24", "-nolisten", "tcp"],
-        pass_fds=[writer], stderr=subprocess.DEVNULL)
-    os.close(writer)
-    number = b""
-    while not number.endswith(b"\n"):
-        number += os.read(reader, 16)
-    os.close(reader)
-    return process, ":" + number.decode().strip()
 
 
 def write_png(path: pathlib.Path) -> None:
@@ -48,23 +37,11 @@ def write_png(path: pathlib.Path) -> None:
                      chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b""))
 
 
-class Picture:
-    """A picture in the PPM format."""
-
-    def __init__(self, path: pathlib.Path) -> None:
-        kind, size, most, self.pixels = path.read_bytes().split(b"\n", 3)
-        assert (kind, most) == (b"P6", b"255")
-        self.width, self.height = map(int, size.split())
-
-    def colors(self) -> collections.Counter[bytes]:
-        return collections.Counter(self.pixels[i:i + 3] for i in range(0, len(self.pixels), 3))
-
-
 class Window:
     """fltview, running."""
 
     def __init__(self, *arguments: str) -> None:
-        command = [FLTVIEW, "--print", "--print-widgets", "--exact", *arguments]
+        command = [FLTVIEW, "--print", "--print-widgets", *arguments]
         self.process = subprocess.Popen(command, text=True,
                                         stdout=subprocess.PIPE, cwd=FOLDER)
         self.lines: queue.Queue[str] = queue.Queue()
@@ -267,6 +244,29 @@ class WindowTest(unittest.TestCase):
             time.sleep(0.2)
 
 
+class DragTest(unittest.TestCase):
+    def test_a_file_that_is_dropped_is_shown(self) -> None:
+        database = pathlib.Path(FOLDER, "dropped.flt")
+        subprocess.run([WRITE_DATABASE, str(database)], check=True)
+        window = Window("--size", "900x700")
+        assert window.process.stdout
+        self.addCleanup(window.process.stdout.close)
+        self.addCleanup(window.close)
+        self.addCleanup(focus, "fltview")
+        source = subprocess.Popen([DRAG_SOURCE, str(database), "1100", "100"])
+        self.addCleanup(source.wait)
+        self.addCleanup(source.terminate)
+        subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", "fltview"],
+                       check=True, stdout=subprocess.DEVNULL)
+        subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--class", "drag_source"],
+                       check=True, stdout=subprocess.DEVNULL)
+        steps = ["mousemove", "1150", "150", "mousedown", "1"]
+        for x in range(1140, 400, -60):
+            steps += ["mousemove", str(x), "300", "sleep", "0.05"]
+        subprocess.run(["xdotool", *steps, "sleep", "0.5", "mouseup", "1"], check=True)
+        self.assertEqual(f"loaded {database}", window.next_line("loaded"))
+
+
 class CommandLineTest(unittest.TestCase):
     def run_view(self, *arguments: str, **environment: str) -> subprocess.CompletedProcess[str]:
         return subprocess.run([FLTVIEW, *arguments], capture_output=True, text=True, timeout=PATIENCE,
@@ -280,7 +280,7 @@ class CommandLineTest(unittest.TestCase):
         picture = pathlib.Path(FOLDER, "still.ppm")
         run = self.run_view("-o", str(picture), "--size", "1000x700", self.database)
         self.assertEqual((0, ""), (run.returncode, run.stdout))
-        seen = Picture(picture)
+        seen = virtual_display.Picture(picture)
         self.assertEqual((1000, 700), (seen.width, seen.height))
         background = seen.colors()[bytes((194, 209, 224))]
         self.assertGreater(background, 20000)
@@ -301,6 +301,16 @@ class CommandLineTest(unittest.TestCase):
         run = self.run_view("-o", "none.png", "--select", "nobody", self.database)
         self.assertEqual((1, "fltview: nothing is named nobody.\n"), (run.returncode, run.stderr))
 
+    def test_never_replaces_the_database_by_a_picture(self) -> None:
+        link = pathlib.Path(FOLDER, "link.png")
+        link.unlink(missing_ok=True)
+        link.symlink_to(self.database)
+        before = pathlib.Path(self.database).read_bytes()
+        run = self.run_view("-o", str(link), self.database)
+        self.assertEqual(2, run.returncode)
+        self.assertIn("the output would replace the input", run.stderr)
+        self.assertEqual(before, pathlib.Path(self.database).read_bytes())
+
     def test_ends_with_1_if_the_picture_cannot_be_written(self) -> None:
         run = self.run_view("-o", "nowhere/a.png", self.database)
         self.assertEqual(1, run.returncode)
@@ -312,7 +322,8 @@ class CommandLineTest(unittest.TestCase):
         self.assertIn("there is no display", run.stderr)
 
     def test_ends_with_2_for_wrong_usage(self) -> None:
-        for arguments in (["--nonsense"], ["--size", "5x5"], ["--size", "wide"], ["-o", "a.png"], ["a", "b"]):
+        for arguments in (["--nonsense"], ["--size", "5x5"], ["--size", "wide"], ["-o", "a.png"], ["a", "b"],
+                          ["-o", "a.txt", "b"]):
             run = self.run_view(*arguments)
             self.assertEqual(2, run.returncode, arguments)
             self.assertNotEqual("", run.stderr)
@@ -324,21 +335,7 @@ class CommandLineTest(unittest.TestCase):
         self.assertIn("\nExit codes:\n", run.stdout)
 
 
-def main() -> int:
-    shutil.rmtree(FOLDER, ignore_errors=True)
-    pathlib.Path(FOLDER, "settings").mkdir(parents=True)
-    display, name = start_display()
-    os.environ.update(DISPLAY=name, LIBGL_ALWAYS_SOFTWARE="1",
-                      XDG_CONFIG_HOME=f"{FOLDER}/settings", XDG_RUNTIME_DIR=FOLDER)
-    os.environ.pop("QT_QPA_PLATFORM", None)
-    os.chmod(FOLDER, 0o700)
-    try:
-        names = sys.argv[4:]
-        return 0 if unittest.main(argv=sys.argv[:1] + names, exit=False).result.wasSuccessful() else 1
-    finally:
-        display.terminate()
-        display.wait()
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    with virtual_display.running(pathlib.Path(FOLDER)):
+        succeeded = unittest.main(argv=sys.argv[:1] + sys.argv[5:], exit=False).result.wasSuccessful()
+    sys.exit(0 if succeeded else 1)

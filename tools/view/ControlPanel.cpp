@@ -88,10 +88,12 @@ bool ControlPanel::showSwitch(LoadedScene& scene, SceneTreeModel const& tree, QM
 
 bool ControlPanel::showLod(LoadedScene& scene, SceneTreeModel const& tree, QModelIndex const& index)
 {
-    SoNode* const node = tree.node(index);
-    if (node == nullptr || !node->isOfType(SoLOD::getClassTypeId()))
-        return false;
-    lod->show(&scene.levelsOfDetail, static_cast<SoLOD*>(node));
-    setCurrentWidget(lod);
-    return true;
+    // The levels of one thing stand below the same node, and choosing one means choosing among all.
+    for (SoNode* const node : {tree.node(index), tree.node(index.parent())})
+        if (node != nullptr && node->isOfType(SoLOD::getClassTypeId())) {
+            lod->show(&scene.levelsOfDetail, static_cast<SoLOD*>(node));
+            setCurrentWidget(lod);
+            return true;
+        }
+    return false;
 }

@@ -2,6 +2,7 @@
 
 #include "view/LevelsOfDetail.h"
 
+#include <Inventor/nodes/SoInfo.h>
 #include <Inventor/nodes/SoLOD.h>
 #include <Inventor/nodes/SoLabel.h>
 #include <QComboBox>
@@ -14,7 +15,7 @@ namespace
 
 QString childName(SoNode const& child, int number)
 {
-    if (child.isOfType(SoLabel::getClassTypeId()))
+    if (child.isOfType(SoLabel::getClassTypeId()) || child.isOfType(SoInfo::getClassTypeId()))
         return QString("%1: nothing").arg(number);
     SbName const name = child.getName();
     QString const shown =

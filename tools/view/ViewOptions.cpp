@@ -1,5 +1,7 @@
 #include "view/ViewOptions.h"
 
+#include "support/OutputFile.h"
+
 #include <algorithm>
 #include <cstdio>
 
@@ -37,7 +39,7 @@ ViewOptions::ViewOptions(Program& program)
     program.flag("--watch", watches, "Load the database again when a file of it changes.");
     program.value("--select", select, "NAME", "Select the first node whose name holds this.");
     program.value("-o,--screenshot", screenshot, "OUT.png",
-                  "Save a picture of the window (.png, .jpg), and end.", ".png");
+                  "Save a picture of the window (.png, .jpg, .ppm), and end.", ".png");
     program.value("--size", sizeText, "WxH", "Width and height of the window in pixels.");
     program.flag(
         "--print", prints,
@@ -61,5 +63,7 @@ void ViewOptions::check()
         throw UsageError("one database at a time can be shown");
     if (inputs.empty() && !screenshot.empty())
         throw UsageError("--screenshot needs a database to show");
+    if (!screenshot.empty())
+        OutputFile::checkEnding(screenshot, {".png", ".jpg", ".jpeg", ".ppm"});
     inputs.resize(1);
 }

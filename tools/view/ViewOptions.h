@@ -19,7 +19,7 @@ public:
     ViewOptions& operator=(ViewOptions const&) = delete;
 
     /// Makes sure that the options can be obeyed, once the command line was parsed.
-    /// @throw UsageError
+    /// @throw UsageError, or ToolError with the exit code for wrong usage
     void check();
 
     std::string const& input() const { return inputs.front(); } ///< Empty for an empty window.

@@ -1,10 +1,14 @@
 // Shows an OpenFlight database in a window.
 
+#include "support/OutputFile.h"
+#include "support/ToolError.h"
 #include "view/MainWindow.h"
 #include "view/ViewOptions.h"
 
 #include <Inventor/Qt/SoQt.h>
 #include <QApplication>
+#include <QBuffer>
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 
@@ -20,17 +24,29 @@ bool hasDisplay()
     return false;
 }
 
+/// The picture as the bytes of a file whose name ends so.
+/// @throw ToolError if there is no such kind of picture
+QByteArray encoded(QImage const& picture, std::string const& path)
+{
+    QByteArray const ending = QByteArray::fromStdString(path.substr(path.rfind('.') + 1)).toUpper();
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    if (!picture.save(&buffer, ending.constData()))
+        throw ToolError(path + ": this program can't write such a picture. Choose another ending.",
+                        ExitCode::wrongUsage);
+    return bytes;
+}
+
 /// Lets the window come up, then saves it.
-ExitCode saveScreenshot(Program const& program, MainWindow& window, std::string const& path)
+void saveScreenshot(MainWindow& window, ViewOptions const& options)
 {
     for (int i = 0; i < 20; ++i)
         QApplication::processEvents(QEventLoop::AllEvents, 20);
-    if (window.screenshot().save(QString::fromStdString(path)))
-        return ExitCode::success;
-    program.error(
-        path +
-        ": cannot write. Check the directory, its permissions, and that the name ends in .png or .jpg.");
-    return ExitCode::failed;
+    QByteArray const bytes = encoded(window.screenshot(), options.screenshot);
+    OutputFile output(options.screenshot, {{options.input(), "the input"}});
+    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), output.stream());
+    output.commit();
 }
 
 ExitCode show(Program const& program, MainWindow& window, ViewOptions const& options)
@@ -50,7 +66,10 @@ ExitCode show(Program const& program, MainWindow& window, ViewOptions const& opt
     window.setWatching(options.watches);
     if (options.screenshot.empty())
         return QApplication::exec() == 0 ? ExitCode::success : ExitCode::failed;
-    return isOpen && isFound ? saveScreenshot(program, window, options.screenshot) : ExitCode::failed;
+    if (!isOpen || !isFound)
+        return ExitCode::failed;
+    saveScreenshot(window, options);
+    return ExitCode::success;
 }
 
 ExitCode view(Program const& program, ViewOptions& options, int argc, char** argv)

@@ -1,0 +1,51 @@
+"""A display without a screen, for tests of programs with a window."""
+
+from __future__ import annotations
+
+import collections
+import contextlib
+import os
+import pathlib
+import shutil
+import subprocess
+from collections.abc import Iterator
+
+
+@contextlib.contextmanager
+def running(folder: pathlib.Path) -> Iterator[None]:
+    """A display for the programs that are started within, which keep their settings in the folder.
+
+    What the folder held before is removed.
+    """
+    shutil.rmtree(folder, ignore_errors=True)
+    (folder / "settings").mkdir(parents=True)
+    folder.chmod(0o700)
+    reader, writer = os.pipe()
+    process = subprocess.Popen(
+        ["Xvfb", "-displayfd", str(writer), "-screen", "0", "1280x800x24", "-nolisten", "tcp"],
+        pass_fds=[writer], stderr=subprocess.DEVNULL)
+    os.close(writer)
+    number = b""
+    while not number.endswith(b"\n"):
+        number += os.read(reader, 16)
+    os.close(reader)
+    os.environ.update(DISPLAY=":" + number.decode().strip(), LIBGL_ALWAYS_SOFTWARE="1",
+                      XDG_CONFIG_HOME=str(folder / "settings"), XDG_RUNTIME_DIR=str(folder))
+    os.environ.pop("QT_QPA_PLATFORM", None)
+    try:
+        yield
+    finally:
+        process.terminate()
+        process.wait()
+
+
+class Picture:
+    """A picture in the PPM format."""
+
+    def __init__(self, path: pathlib.Path) -> None:
+        kind, size, most, self.pixels = path.read_bytes().split(b"\n", 3)
+        assert (kind, most) == (b"P6", b"255")
+        self.width, self.height = map(int, size.split())
+
+    def colors(self) -> collections.Counter[bytes]:
+        return collections.Counter(self.pixels[i:i + 3] for i in range(0, len(self.pixels), 3))
