@@ -37,7 +37,8 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "tools/check": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),
     "tools/iv": ("tools/support", "src/toolkit", "src/loader"),
     "tools/shot": ("tools/support", "src/toolkit", "src/loader"),
-    "tools/view": ("tools/support", "src/toolkit", "src/dump", "src/messages", "src/records", "src/parser", "src/loader"),
+    "tools/view": ("tools/support", "src/toolkit", "src/dump", "src/messages", "src/records", "src/parser",
+                   "src/loader"),
     "writer": (),
     "examples": ("writer", "tools/support", "src/loader", "src/toolkit", "src/plugin"),
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-/// The records of the format, by the number that each begins with. Where there is a class, the name is that of the
-/// class without the "FltRecord"; of the others the exact conversion makes a FltRecordUnknown.
+/// The records of the format, by the number that each begins with. Where there is a class, the name is that
+/// of the class without the "FltRecord"; of the others the exact conversion makes a FltRecordUnknown.
 namespace FltOpcode
 {
 

@@ -1,0 +1,428 @@
+#include "pictures/PictureDatabases.h"
+
+#include "pictures/PictureStage.h"
+
+namespace
+{
+
+using Fields = FltWriter::Fields;
+
+void save(PictureStage const& stage, ScratchFolder const& folder)
+{
+    stage.flt.save(folder / "model.flt");
+}
+
+/// A picture of four fields, in the SGI format: red, yellow, green, and clear at the upper right.
+void saveImage(ScratchFolder const& folder)
+{
+    constexpr int side = 32;
+    unsigned char const fields[2][2][4] = {{{220, 40, 40, 255}, {240, 240, 60, 255}},
+                                           {{50, 170, 60, 255}, {0, 0, 0, 0}}};
+    std::string bytes("\x01\xda\0\1\0\3\0\x20\0\x20\0\4", 12);
+    bytes.resize(512, '\0');
+    bytes[19] = '\xff'; // the brightest value
+    for (int channel = 0; channel < 4; ++channel)
+        for (int y = 0; y < side; ++y)
+            for (int x = 0; x < side; ++x)
+                bytes += static_cast<char>(fields[y / (side / 2)][x / (side / 2)][channel]);
+    static_cast<void>(folder.write("image.rgba", bytes));
+}
+
+std::vector<double> matrixWithMove(double x, double y, double z)
+{
+    return {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, x, y, z, 1};
+}
+
+void meshes(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    stage.begin().add("Object").push();
+    double left = -5;
+    for (int const kind : {1, 2, 3, 4}) {
+        std::string body(80, '\0');
+        body[18] = 1; // both sides
+        for (std::size_t const at : {26U, 28U, 30U})
+            body.replace(at, 2, FltWriter::big16(-1));
+        body[48] = 1; // its vertices' colours
+        constexpr long positionsAndColors = 0xA0000000L;
+        std::string pool = FltWriter::big32(6) + FltWriter::big32(positionsAndColors);
+        for (int i = 0; i < 6; ++i) {
+            int const row = i / 2;
+            for (double const part : {left + i % 2 * 2.0, 0.0, row * 1.5})
+                pool += FltWriter::bigDouble(part);
+            pool += '\xff' + std::string(row == 0   ? "\x30\x30\xd0"
+                                         : row == 1 ? "\x30\xc0\xd0"
+                                                    : "\xd0\x60\x30");
+        }
+        bool const isRound = kind == 2 || kind == 4;
+        std::string const indices = isRound ? std::string("\0\1\3\5\4\2", 6) : std::string("\0\1\2\3\4\5", 6);
+        stage.flt.addRaw(84, body).addRaw(85, pool).push();
+        stage.flt.addRaw(86, FltWriter::big16(kind) + FltWriter::big16(1) + FltWriter::big32(6) + indices)
+            .pop();
+        left += 2.7;
+    }
+    save(stage, folder);
+}
+
+void pointsAndLines(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<std::vector<double>> posts, heads;
+    for (double x = -5; x < 6; x += 2) {
+        posts.push_back(stage.vertices({{x, 0, 0}, {x, 0, 2.5}}));
+        heads.push_back(stage.vertices({{x, 0, 2.8}}));
+    }
+    std::vector<double> const panel = stage.panel(-1);
+    stage.begin().add("Object").push();
+    for (std::vector<double> const& post : posts)
+        stage.flt.face(post, stage.face(stage.red));
+    for (std::vector<double> const& head : heads)
+        stage.flt.face(head, stage.face(stage.yellow));
+    stage.flt.face(panel, stage.face(stage.blue));
+    save(stage, folder);
+}
+
+void concaveFaces(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<double> const dart = stage.vertices({{-5, 0, 0}, {-4, 0, 1.2}, {-3, 0, 0}, {-4, 0, 3}});
+    std::vector<double> const comb = stage.vertices({{-2, 0, 0},
+                                                     {2, 0, 0},
+                                                     {2, 0, 3},
+                                                     {1.2, 0, 3},
+                                                     {1.2, 0, 1},
+                                                     {0.4, 0, 1},
+                                                     {0.4, 0, 3},
+                                                     {-0.4, 0, 3},
+                                                     {-0.4, 0, 1},
+                                                     {-1.2, 0, 1},
+                                                     {-1.2, 0, 3},
+                                                     {-2, 0, 3}});
+    std::vector<double> const bent = stage.vertices({{3, 0, 0}, {5, -1, 0}, {5, 0, 3}, {3, -1, 3}});
+    stage.begin();
+    stage.object(dart, stage.face(stage.red));
+    stage.object(comb, stage.face(stage.green));
+    stage.object(bent, stage.face(stage.blue));
+    save(stage, folder);
+}
+
+void wrongOffsets(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<double> house = stage.vertices({{-2, 0, 0}, {2, 0, 0}, {2, 0, 2}, {0, 0, 3}, {-2, 0, 2}});
+    stage.begin();
+    house[3] += 2; // within a vertex
+    stage.object(house, stage.face(stage.red));
+    save(stage, folder);
+}
+
+void mixedVertices(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<double> panel = stage.panel(-3);
+    std::vector<double> const other =
+        stage.panel(-3, "VertexColorNormalUv", {{"vertexNormal", {0, -1, 0}}, {"texture", {1, 1}}});
+    panel[1] = other[1];
+    panel[2] = other[2];
+    std::vector<double> const whole = stage.panel(1, "VertexColorNormal", {{"vertexNormal", {0, -1, 0}}});
+    stage.begin();
+    stage.object(panel, stage.face(stage.red));
+    stage.object(whole, stage.face(stage.red));
+    save(stage, folder);
+}
+
+void lightModes(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<std::vector<double>> panels;
+    for (double x = -5; x < 5; x += 2.6)
+        panels.push_back(stage.panel(
+            x, "VertexColorNormal",
+            {{"vertexNormal", {0.9, -0.3, 0.3}}, {"packedColor", stage.yellow}, {"flags", 0x1000}}));
+    stage.begin();
+    for (int mode = 0; mode < 4; ++mode)
+        stage.object(panels[static_cast<std::size_t>(mode)], stage.face(stage.blue, {{"lightMode", mode}}));
+    save(stage, folder);
+}
+
+void materials(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<std::vector<double>> const panels = {stage.panel(-5), stage.panel(-1), stage.panel(3)};
+    stage.flt.add("Material", {{"index", 0}, {"diffuse", {0.9, 0.3, 0.2}}, {"alpha", 1}});
+    stage.flt.add("Material",
+                  {{"index", 1}, {"diffuse", {0.1, 0.1, 0.1}}, {"emissive", {0, 0.6, 0.1}}, {"alpha", 1}});
+    stage.flt.add("Material", {{"index", 2}, {"diffuse", {0, 0, 0}}, {"alpha", 1}});
+    stage.begin().add("Object").push();
+    for (int i = 0; i < 3; ++i)
+        stage.flt.face(panels[static_cast<std::size_t>(i)],
+                       stage.face(stage.white, {{"materialIndex", i}, {"lightMode", i == 2 ? 0 : 2}}));
+    save(stage, folder);
+}
+
+void drawTypes(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<std::vector<double>> panels;
+    for (double x = -5.5; x < 5; x += 2.2)
+        panels.push_back(
+            stage.vertices({{x, 0, 0}, {x, 0, 3}, {x + 1.8, 0, 3}, {x + 1.8, 0, 0}})); // from behind
+    stage.begin();
+    for (int type = 0; type < 5; ++type)
+        stage.object(panels[static_cast<std::size_t>(type)],
+                     stage.face(stage.red, {{"drawType", type}, {"alternatePackedColor", stage.white}}));
+    save(stage, folder);
+}
+
+void hiddenFaces(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<double> const hidden = stage.panel(-3), shown = stage.panel(1);
+    stage.begin();
+    stage.object(hidden, stage.face(stage.red, {{"flags", 0x14000000}}));
+    stage.object(shown, stage.face(stage.green));
+    save(stage, folder);
+}
+
+void billboards(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    saveImage(folder);
+    std::vector<double> const still = stage.texturedPanel(-5), upright = stage.texturedPanel(-1),
+                              point = stage.texturedPanel(3);
+    stage.flt.add("TexturePattern", {{"fileName", "image.rgba"}, {"patternIndex", 0}});
+    stage.begin();
+    for (auto const& [offsets, kind] : {std::pair{still, 1}, {upright, 2}, {point, 4}})
+        stage.object(offsets, stage.face(stage.white, {{"templateBillboard", kind},
+                                                       {"texturePatternIndex", 0},
+                                                       {"lightMode", 0},
+                                                       {"drawType", 1}}));
+    save(stage, folder);
+}
+
+void transparency(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<double> const half = stage.panel(-4, "VertexColor", {}, -1),
+                              faint = stage.panel(2, "VertexColor", {}, -1);
+    std::vector<double> const wall = stage.vertices({{-6, 1, 0.5}, {6, 1, 0.5}, {6, 1, 1.5}, {-6, 1, 1.5}});
+    stage.begin();
+    stage.object(half, stage.face(stage.red, {{"transparency", 0x8000}}));
+    stage.object(faint, stage.face(stage.red, {{"transparency", 0x8000}}), {{"transparency", 0x8000}});
+    stage.object(wall, stage.face(stage.blue));
+    save(stage, folder);
+}
+
+void levelsOfDetail(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<double> const near = stage.panel(-1), middle = stage.panel(-5), far = stage.panel(3);
+    stage.begin();
+    for (auto const& [offsets, out, in] : {std::tuple{near, 0, 12}, {middle, 12, 100}, {far, 100, 1000}}) {
+        stage.flt.add("LOD", {{"switchOutDistance", out}, {"switchInDistance", in}, {"ZcenterCoordinate", 1}})
+            .push();
+        stage.object(offsets, stage.face(stage.green));
+        stage.flt.pop();
+    }
+    save(stage, folder);
+}
+
+void degreesOfFreedom(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<double> const panel = stage.panel(-1);
+    stage.begin().add("DOF", {{"XOriginOfDOFLocalCoordinateSystem", -1},
+                              {"XPointInXYPlaneOfDOFLocalCoordinateSystem", -1},
+                              {"YPointInXYPlaneOfDOFLocalCoordinateSystem", 1},
+                              {"currentPitch", 0},
+                              {"currentYaw", -30},
+                              {"currentRoll", -20},
+                              {"ZCurrentValue", 0.7}});
+    stage.flt.push();
+    stage.object(panel, stage.face(stage.red, {{"drawType", 1}}));
+    save(stage, folder);
+}
+
+void switches(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<std::vector<double>> const panels = {stage.panel(-5), stage.panel(-1), stage.panel(3)};
+    stage.begin().add("Switch", {{"indexOfCurrentMask", 1},
+                                 {"numberOfMasks", 2},
+                                 {"numberOf32BitWordsPerMask", 1},
+                                 {"masks", {2, 5}}});
+    stage.flt.push();
+    for (std::vector<double> const& panel : panels)
+        stage.object(panel, stage.face(stage.yellow));
+    save(stage, folder);
+}
+
+void instancesAndReplicas(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<double> const post = stage.vertices({{0, 0, 0}, {0.6, 0, 0}, {0.6, 0, 3}, {0, 0, 3}});
+    stage.begin().add("InstanceReference", {{"instanceDefinitionNumber", 3}});
+    stage.flt.add("Matrix", {{"matrix", matrixWithMove(-5, 0, 0)}});
+    stage.flt.add("InstanceDefinition", {{"instanceDefinitionNumber", 3}}).push();
+    stage.object(post, stage.face(stage.red));
+    stage.flt.pop().add("Group").add("Replicate", {{"numberOfReplications", 3}});
+    stage.flt.add("Matrix", {{"matrix", matrixWithMove(1.5, 0, 0)}}).push();
+    stage.object(post, stage.face(stage.blue));
+    save(stage, folder);
+}
+
+void subfaces(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<double> const wall = stage.vertices({{-4, 0, 0}, {4, 0, 0}, {4, 0, 3}, {-4, 0, 3}});
+    std::vector<double> const window = stage.vertices({{-1, 0, 1}, {1, 0, 1}, {1, 0, 2}, {-1, 0, 2}});
+    stage.begin().add("Object").push();
+    stage.flt.face(wall, stage.face(stage.yellow)).add("PushSubface");
+    stage.flt.face(window, stage.face(stage.blue)).add("PopSubface");
+    save(stage, folder);
+}
+
+void references(ScratchFolder const& folder)
+{
+    constexpr int feet = 4;
+    PictureStage other(1570, {{"vertexCoordinateUnits", feet}});
+    std::vector<double> const panel = other.panel(0);
+    other.flt.push();
+    other.object(panel, other.face(other.red));
+    other.flt.save(folder / "other.flt");
+    PictureStage stage(1570, {{"vertexCoordinateUnits", feet}});
+    std::vector<double> const beside = stage.panel(-3);
+    stage.begin().add("ExternalReference", {{"asciiPath", "other.flt"}});
+    stage.object(beside, stage.face(stage.red));
+    save(stage, folder);
+}
+
+void lights(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<double> const panel = stage.vertices({{-5, 1, 0}, {5, 1, 0}, {5, 1, 3}, {-5, 1, 3}});
+    constexpr int infinite = 0;
+    stage.flt.add("LightSourcePalette", {{"paletteIndex", 0}, {"diffuseGreen", 1}, {"lightType", infinite}});
+    stage.begin().add("LightSource",
+                      {{"indexIntoLightPalette", 0}, {"flags", {128, 0, 0, 0}}, {"infiniteOrSpotYaw", 0}});
+    stage.object(panel, stage.face({255, 255, 255, 255}));
+    save(stage, folder);
+}
+
+void lightPoints(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<double> lamps;
+    std::vector<std::vector<double>> const colors = {stage.red, stage.yellow, stage.green, stage.white,
+                                                     stage.blue};
+    for (std::size_t i = 0; i < colors.size(); ++i)
+        lamps.push_back(stage.flt.vertex("VertexColor", -4 + 2 * static_cast<double>(i), 0, 1.5,
+                                         {{"packedColor", colors[i]}, {"flags", 0x1000}}));
+    stage.begin().add("LightPoint", {{"actualPixelSize", 9}}).push();
+    stage.flt.add("VertexList", {{"offsets", lamps}});
+    save(stage, folder);
+}
+
+void texts(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<double> const back = stage.vertices({{-5, 0.1, 0}, {5, 0.1, 0}, {5, 0.1, 3}, {-5, 0.1, 3}});
+    stage.begin();
+    stage.object(back, stage.face(stage.blue));
+    stage.flt.add("Text", {{"XlowerLeftCorner", -4},
+                           {"ZlowerLeftCorner", 0.5},
+                           {"XupperRightCorner", 4},
+                           {"ZupperRightCorner", 2.5},
+                           {"color", 127}});
+    stage.flt.add("Comment", {{"textDescription", "GATE 7"}});
+    save(stage, folder);
+}
+
+void transformations(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<double> const panel = stage.panel(-1);
+    stage.begin().add("Group").add("Translate", {{"deltaX", -3}});
+    stage.flt.add("RotateAboutPoint", {{"JAxisOfRotation", 1}, {"angleToRotate", 30}}).push();
+    stage.object(panel, stage.face(stage.red));
+    stage.flt.pop().add("Group").add("ScaleNonUniform",
+                                     {{"XScaleFactor", 2}, {"YScaleFactor", 1}, {"ZScaleFactor", 0.5}});
+    stage.flt.add("Translate", {{"deltaX", 3}}).push();
+    stage.object(panel, stage.face(stage.green));
+    save(stage, folder);
+}
+
+void textures(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    saveImage(folder);
+    std::vector<double> const plain = stage.texturedPanel(-5), tinted = stage.texturedPanel(-1),
+                              whitened = stage.texturedPanel(3);
+    stage.flt.add("TexturePattern", {{"fileName", "image.rgba"}, {"patternIndex", 0}});
+    stage.begin();
+    stage.object(plain, stage.face(stage.white, {{"texturePatternIndex", 0}}));
+    stage.object(tinted, stage.face(stage.red, {{"texturePatternIndex", 0}}));
+    stage.object(whitened, stage.face(stage.red, {{"texturePatternIndex", 0}, {"textureWhite", 1}}));
+    save(stage, folder);
+}
+
+void oldVertices(ScratchFolder const& folder)
+{
+    FltWriter flt(13);
+    flt.push().add("Object").push();
+    for (int const x : {-5, -1, 3}) {
+        flt.add("Face", {{"packedColor", PictureStage::red}}).push();
+        for (auto const& [dx, z] : {std::pair{0, 0}, {2, 0}, {2, 3}, {0, 3}})
+            flt.add("OldVertex", {{"Xcoordinate", x + dx}, {"Zcoordinate", z}});
+        flt.pop();
+    }
+    flt.save(folder / "model.flt");
+}
+
+void damage(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<std::vector<double>> const panels = {stage.panel(-5), stage.panel(-1), stage.panel(3)};
+    stage.begin();
+    stage.object(panels[0], stage.face(stage.green));
+    stage.flt.addBytes(std::string(50, '\0'));
+    stage.object(panels[1], stage.face(stage.green));
+    stage.object(panels[2], stage.face(stage.green));
+    save(stage, folder);
+}
+
+} // namespace
+
+std::vector<PictureDatabase> const& pictureDatabases()
+{
+    static std::vector<PictureDatabase> const databases = {
+        {"meshes", "--from 180,15", meshes},
+        {"pointsAndLines", "--from 180,15", pointsAndLines},
+        {"concaveFaces", "--from 180,15", concaveFaces},
+        {"wrongOffsets", "--from 180,15", wrongOffsets},
+        {"mixedVertices", "--from 180,15", mixedVertices},
+        {"lightModes", "--from 180,15", lightModes},
+        {"materials", "--from 180,15", materials},
+        {"drawTypes", "--from 180,15", drawTypes},
+        {"hiddenFaces", "--from 180,15", hiddenFaces},
+        {"billboardsFromTheSouth", "--from 180,15", billboards},
+        {"billboardsFromTheSouthEast", "--from 120,30", billboards},
+        {"billboardsFromTheNorth", "--from 0,50", billboards},
+        {"transparency", "--from 180,15", transparency},
+        {"levelsOfDetailFromNear", "--from 180,15 --zoom 3", levelsOfDetail},
+        {"levelsOfDetailFromFar", "--from 180,15", levelsOfDetail},
+        {"degreesOfFreedom", "--from 200,25", degreesOfFreedom},
+        {"switches", "--from 180,15", switches},
+        {"instancesAndReplicas", "--from 180,15", instancesAndReplicas},
+        {"subfaces", "--from 180,15", subfaces},
+        {"references", "--from 180,15", references},
+        {"lights", "--from 180,15", lights},
+        {"lightPoints", "--from 180,15", lightPoints},
+        {"texts", "--from 180,15", texts},
+        {"transformations", "--from 180,15", transformations},
+        {"textures", "--from 180,15", textures},
+        {"oldVertices", "--from 180,15", oldVertices},
+        {"damage", "--from 180,15", damage},
+    };
+    return databases;
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "support/ScratchFolder.h"
+
+#include <string>
+#include <vector>
+
+/// A small database of one feature, and how it is looked at.
+struct PictureDatabase {
+    std::string name;    ///< Of the feature: "lightModes". The kept picture is NAME.png.
+    std::string options; ///< For fltshot, besides the size.
+    void (*write)(ScratchFolder const& folder); ///< Writes "model.flt" and what it needs.
+};
+
+/// One for each feature of the complete conversion.
+std::vector<PictureDatabase> const& pictureDatabases();
