@@ -25,7 +25,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "src/statistics": ("src/toolkit", "src/messages", "src/records"),
     "src/convert": ("src/toolkit", "src/dump", "src/messages", "src/host", "src/records", "src/parser",
                     "src/statistics"),
-    "src/complete": ("src/toolkit", "src/dump", "src/messages", "src/records", "src/parser"),
+    "src/complete": ("src/toolkit", "src/dump", "src/messages", "src/host", "src/records", "src/parser"),
     "src/inspect": ("src/toolkit", "src/dump", "src/messages", "src/records", "src/parser"),
     "src/plugin": ("src/toolkit", "src/convert"),
     "src/loader": ("src/toolkit", "src/dump", "src/messages", "src/host", "src/search", "src/records",

@@ -54,23 +54,6 @@ char const* nameOf(FltMessage::Level level)
                                                : "warning";
 }
 
-char const* nameOf(FltDatabaseInfo::Unit unit)
-{
-    switch (unit) {
-    case FltDatabaseInfo::Unit::kilometres:
-        return "kilometres";
-    case FltDatabaseInfo::Unit::feet:
-        return "feet";
-    case FltDatabaseInfo::Unit::inches:
-        return "inches";
-    case FltDatabaseInfo::Unit::nauticalMiles:
-        return "nautical miles";
-    case FltDatabaseInfo::Unit::metres:
-        break;
-    }
-    return "metres";
-}
-
 /// A number, or null for one that stands for "none".
 Json known(std::int64_t number)
 {
@@ -116,7 +99,7 @@ Json contentOf(FltScene const& scene)
     FltDatabaseInfo const& info = scene.info();
     json["info"] = {{"name", info.name},
                     {"revision", info.revision},
-                    {"unit", nameOf(info.unit)},
+                    {"unit", FltDatabaseInfo::nameOf(info.unit)},
                     {"unit_multiplier", info.unitMultiplier},
                     {"last_change", info.lastChange},
                     {"projection", info.projection},

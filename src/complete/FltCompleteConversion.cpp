@@ -19,12 +19,3 @@ FltCompleteConversion::Result FltCompleteConversion::convert(std::string const& 
     messages.finish();
     return result;
 }
-
-bool FltCompleteConversion::Result::chooseMask(std::string const& switchName, int mask)
-{
-    bool isChosen = false;
-    for (FltCompleteSwitch& each : switches)
-        if (each.name == switchName)
-            isChosen = each.choose(mask) || isChosen;
-    return isChosen;
-}

@@ -93,9 +93,6 @@ public:
         std::vector<FltCompleteSwitch> switches;
         std::vector<FltCompleteDOF> dofs;
         std::vector<Reference> references;
-
-        /// Lets all switches of a name show a mask. @return whether there is one that has it
-        VELLOREADER_API bool chooseMask(std::string const& switchName, int mask);
     };
 
     /// Converts a file. The toolkit must be initialised.

@@ -37,6 +37,15 @@ bool FltCompleteSwitch::choose(int mask)
     return true;
 }
 
+bool FltCompleteSwitch::choose(std::vector<FltCompleteSwitch>& switches, std::string const& name, int mask)
+{
+    bool isChosen = false;
+    for (FltCompleteSwitch& each : switches)
+        if (each.name == name)
+            isChosen = each.choose(mask) || isChosen;
+    return isChosen;
+}
+
 void FltCompleteDOF::apply()
 {
     transform->translation.setValue(static_cast<float>(translation[0].current),

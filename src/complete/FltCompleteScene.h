@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/FltDegreeOfFreedom.h"
+#include "host/FltSwitch.h"
 #include "toolkit/SoNodeRef.h"
 #include "toolkit/VelloReaderExport.h"
 
@@ -10,12 +12,9 @@
 #include <vector>
 
 /// A switch of a database in its scene, for hosts that choose what it shows.
-struct VELLOREADER_API FltCompleteSwitch {
-    std::string name;
-    std::vector<std::string> maskNames; ///< By the number of the mask; empty where it has none.
-    std::vector<std::uint32_t> masks;   ///< The words of all masks, one mask after the other.
+struct VELLOREADER_API FltCompleteSwitch : FltSwitch {
+    std::vector<std::uint32_t> masks; ///< The words of all masks, one mask after the other.
     std::size_t wordsPerMask = 0;
-    int currentMask = 0;
 
     /// One for each child of the record, in their order: it shows all below it, or nothing.
     std::vector<SoNodeRef<SoSwitch>> children;
@@ -27,28 +26,17 @@ struct VELLOREADER_API FltCompleteSwitch {
 
     /// Shows the children of a mask. @return whether there is such a mask
     bool choose(int mask);
+
+    /// Shows the children of a mask of all switches of a name. @return whether one of them has such a mask
+    static bool choose(std::vector<FltCompleteSwitch>& switches, std::string const& name, int mask);
 };
 
 /// A degree of freedom of a database in its scene, for hosts that move it.
 ///
-/// Distances are in the database's units, angles in degrees. What moves stands below a transformation
+/// What moves stands below a transformation
 /// between the local frame of the record and its inverse: a scale, a roll about y, a pitch about x, a yaw
 /// about z, and a translation act in this order.
-struct VELLOREADER_API FltCompleteDOF {
-    struct Range {
-        double minimum = 0;
-        double maximum = 0;
-        double current = 0;
-        double step = 0;
-        bool isLimited = false;
-    };
-
-    std::string name;
-    Range translation[3]; ///< Along x, y and z.
-    Range pitch;          ///< About x.
-    Range roll;           ///< About y.
-    Range yaw;            ///< About z.
-    Range scale[3];       ///< Along x, y and z.
+struct VELLOREADER_API FltCompleteDOF : FltDegreeOfFreedom {
     SoNodeRef<SoTransform> transform;
 
     /// Brings the transformation to the current values of the ranges. A scale of 0 counts as 1.

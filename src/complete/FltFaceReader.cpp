@@ -171,15 +171,22 @@ std::vector<SbVec3d> FltFaceReader::pointsOf(Number number)
     return points;
 }
 
-void FltFaceReader::readFace(Number number, Context const& context, int level)
+/// Reads what a face and a mesh have in common.
+FltFaceInput FltFaceReader::read(FltRecordFace& face, Number number, Context const& context, int level) const
 {
-    FltRecordFace face(80);
     decode(number, face);
     FltFaceInput input(face);
     input.level = level;
     input.objectTransparency = context.objectTransparency;
     input.placement = context.placement;
     readLayers(number, input);
+    return input;
+}
+
+void FltFaceReader::readFace(Number number, Context const& context, int level)
+{
+    FltRecordFace face(80);
+    FltFaceInput input = read(face, number, context, level);
     if (readVertices(number, input))
         context.collector.add(input);
     readFacesOn(number, context, level);
@@ -305,12 +312,7 @@ void FltFaceReader::readLayerUvs(Number list, bool isMorph, FltFaceInput& input)
 void FltFaceReader::readMesh(Number number, Context const& context, int level)
 {
     FltRecordFace face(80);
-    decode(number, face);
-    FltFaceInput input(face);
-    input.level = level;
-    input.objectTransparency = context.objectTransparency;
-    input.placement = context.placement;
-    readLayers(number, input);
+    FltFaceInput input = read(face, number, context, level);
     MeshPool const& vertices = poolOf(number);
     FltModelTree const& tree = tools.model.tree;
     for (Number child = tree[number].firstChild; child != FltModelTree::none; child = tree[child].nextSibling)

@@ -36,6 +36,8 @@ private:
     };
 
     void decode(FltModelTree::Number number, FltRecordFace& face) const;
+    FltFaceInput read(FltRecordFace& face, FltModelTree::Number number, Context const& context,
+                      int level) const;
     void readFace(FltModelTree::Number number, Context const& context, int level);
     void readMesh(FltModelTree::Number number, Context const& context, int level);
     void readLightPoints(FltModelTree::Number number, Context const& context);

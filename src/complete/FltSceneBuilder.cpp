@@ -362,15 +362,14 @@ FltCompleteSwitch FltSceneBuilder::readSwitch(Number number) const
     std::size_t const masks = static_cast<std::size_t>(std::max(record.int32At(20), 0));
     for (std::size_t i = 0; i < words && (choice.wordsPerMask > 0 && i / choice.wordsPerMask < masks); ++i)
         choice.masks.push_back(record.word32At(switchHeadSize + 4 * i));
+    choice.maskNames.resize(static_cast<std::size_t>(choice.getMaskCount()));
     FltRecordView const* const end = model.tree.ancillaryEnd(number);
     for (FltRecordView const* each = model.tree.ancillaryBegin(number); each != end; ++each) {
         if (each->opcode != FltOpcode::indexedString)
             continue;
         std::size_t const mask = each->word32At(4);
-        if (mask >= static_cast<std::size_t>(choice.getMaskCount()))
-            continue;
-        choice.maskNames.resize(std::max(choice.maskNames.size(), mask + 1));
-        choice.maskNames[mask] = each->textAt(8);
+        if (mask < choice.maskNames.size())
+            choice.maskNames[mask] = each->textAt(8);
     }
     return choice;
 }

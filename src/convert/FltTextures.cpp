@@ -15,18 +15,6 @@ SoNodeRef<SoTexture2> makeByToolkit(std::string const& name)
     return texture;
 }
 
-std::shared_ptr<SoSharedPixels const> pixelsOf(SoTexture2 const& texture)
-{
-    auto pixels = std::make_shared<SoSharedPixels>();
-    unsigned char const* const bytes = texture.image.getValue(pixels->size, pixels->components);
-    if (bytes == nullptr)
-        return nullptr;
-    auto const size = static_cast<std::size_t>(pixels->size[0]) * static_cast<std::size_t>(pixels->size[1]) *
-                      static_cast<std::size_t>(pixels->components);
-    pixels->bytes.assign(bytes, bytes + size);
-    return pixels;
-}
-
 } // namespace
 
 SoNodeRef<SoTexture2> FltTextures::make(std::string const& name)
@@ -44,7 +32,7 @@ SoNodeRef<SoTexture2> FltTextures::make(std::string const& name)
     }
     File& file = files[{status.st_dev, status.st_ino}];
     if (file.isMet && file.pixels == nullptr)
-        file.pixels = pixelsOf(*makeByToolkit(name));
+        file.pixels = SoSharedPixels::copyOf(makeByToolkit(name)->image);
     if (file.pixels == nullptr) {
         file.isMet = true;
         return makeByToolkit(name);

@@ -11,11 +11,6 @@ FltScene::Content const& nothing()
     return *content;
 }
 
-FltDegreeOfFreedom::Range rangeOf(FltCompleteDOF::Range const& range)
-{
-    return {range.minimum, range.maximum, range.current, range.step, range.isLimited};
-}
-
 } // namespace
 
 FltScene::FltScene() = default;
@@ -60,6 +55,23 @@ std::vector<FltOmission> const& FltScene::omissions() const
     return content != nullptr ? content->omissions : nothing().omissions;
 }
 
+char const* FltDatabaseInfo::nameOf(Unit unit)
+{
+    switch (unit) {
+    case Unit::kilometres:
+        return "kilometres";
+    case Unit::feet:
+        return "feet";
+    case Unit::inches:
+        return "inches";
+    case Unit::nauticalMiles:
+        return "nautical miles";
+    case Unit::metres:
+        break;
+    }
+    return "metres";
+}
+
 FltDatabaseInfo const& FltScene::info() const
 {
     return content != nullptr ? content->info : nothing().info;
@@ -67,39 +79,19 @@ FltDatabaseInfo const& FltScene::info() const
 
 std::vector<FltSwitch> FltScene::switches() const
 {
-    std::vector<FltSwitch> list;
-    for (FltCompleteSwitch const& each : (content != nullptr ? *content : nothing()).switches) {
-        list.push_back({each.name, each.maskNames, each.currentMask});
-        list.back().maskNames.resize(static_cast<std::size_t>(each.getMaskCount()));
-    }
-    return list;
+    auto const& switches = (content != nullptr ? *content : nothing()).switches;
+    return {switches.begin(), switches.end()};
 }
 
 bool FltScene::chooseMask(std::string const& switchName, int mask)
 {
-    bool isChosen = false;
-    if (content != nullptr)
-        for (FltCompleteSwitch& each : content->switches)
-            if (each.name == switchName)
-                isChosen = each.choose(mask) || isChosen;
-    return isChosen;
+    return content != nullptr && FltCompleteSwitch::choose(content->switches, switchName, mask);
 }
 
 std::vector<FltDegreeOfFreedom> FltScene::degreesOfFreedom() const
 {
-    std::vector<FltDegreeOfFreedom> list;
-    for (FltCompleteDOF const& dof : (content != nullptr ? *content : nothing()).dofs) {
-        FltDegreeOfFreedom& values = list.emplace_back();
-        values.name = dof.name;
-        for (int axis = 0; axis < 3; ++axis) {
-            values.translation[axis] = rangeOf(dof.translation[axis]);
-            values.scale[axis] = rangeOf(dof.scale[axis]);
-        }
-        values.pitch = rangeOf(dof.pitch);
-        values.roll = rangeOf(dof.roll);
-        values.yaw = rangeOf(dof.yaw);
-    }
-    return list;
+    auto const& dofs = (content != nullptr ? *content : nothing()).dofs;
+    return {dofs.begin(), dofs.end()};
 }
 
 bool FltScene::move(std::size_t index, FltDegreeOfFreedom const& values)

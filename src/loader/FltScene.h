@@ -1,6 +1,8 @@
 #pragma once
 
 #include "FltMessage.h"
+#include "host/FltDegreeOfFreedom.h"
+#include "host/FltSwitch.h"
 #include "toolkit/VelloReaderExport.h"
 
 #include <cstddef>
@@ -31,6 +33,9 @@ struct FltDatabaseInfo {
     double northEastLongitude = 0; ///< Degrees.
     std::uint64_t records = 0;     ///< In the file itself, without those that it refers to.
     std::uint64_t bytes = 0;       ///< The size of the file.
+
+    /// A unit as people read it, such as "nautical miles".
+    VELLOREADER_API static char const* nameOf(Unit unit);
 };
 
 /// A texture that a face of the scene uses.
@@ -54,32 +59,6 @@ struct FltReference {
 struct FltOmission {
     std::string kind;        ///< What it is, such as "sound".
     std::uint64_t count = 0; ///< How many of them there are.
-};
-
-/// A switch of a database: it shows those of its children that a mask says.
-struct FltSwitch {
-    std::string name;
-    std::vector<std::string> maskNames; ///< One for each mask, by its number; empty where it has no name.
-    int currentMask = 0;
-};
-
-/// A degree of freedom of a database: a part that can be moved, such as a door.
-struct FltDegreeOfFreedom {
-    /// Distances are in the database's units, angles in degrees.
-    struct Range {
-        double minimum = 0;
-        double maximum = 0;
-        double current = 0;
-        double step = 0;
-        bool isLimited = false; ///< Whether it may not leave what lies between minimum and maximum.
-    };
-
-    std::string name;
-    Range translation[3]; ///< Along x, y and z of its own frame.
-    Range pitch;          ///< About x.
-    Range roll;           ///< About y.
-    Range yaw;            ///< About z.
-    Range scale[3];       ///< Along x, y and z. A current value of 0 counts as 1.
 };
 
 /// A loaded database: its scene graph, and what is to be known about it.

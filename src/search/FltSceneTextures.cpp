@@ -22,16 +22,7 @@ std::shared_ptr<SoSharedPixels const> decode(std::string const& path)
     SoErrorRedirect<SoDebugError> const silence([](SoError const*, void*) {},
                                                 nullptr); // the caller reports it
     SbImage image;
-    if (!image.readFile(path.c_str()))
-        return nullptr;
-    auto pixels = std::make_shared<SoSharedPixels>();
-    unsigned char const* const bytes = image.getValue(pixels->size, pixels->components);
-    if (bytes == nullptr)
-        return nullptr;
-    auto const size = static_cast<std::size_t>(pixels->size[0]) * static_cast<std::size_t>(pixels->size[1]) *
-                      static_cast<std::size_t>(pixels->components);
-    pixels->bytes.assign(bytes, bytes + size);
-    return pixels;
+    return image.readFile(path.c_str()) ? SoSharedPixels::copyOf(image) : nullptr;
 }
 
 /// The name of a file as seen from a directory.

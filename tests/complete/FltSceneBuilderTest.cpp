@@ -198,10 +198,10 @@ TEST(FltSceneBuilder, showsTheChildrenOfTheCurrentMaskAndOfAnyOtherOne)
     EXPECT_EQ(DrawnScene(result.root.get()).extent(), "2 0 0 to 79 1 0");
     ASSERT_EQ(result.switches.size(), 1U);
     EXPECT_EQ(result.switches[0].maskNames, (std::vector<std::string>{"", "windy"}));
-    EXPECT_TRUE(result.chooseMask("sock", 0));
+    EXPECT_TRUE(FltCompleteSwitch::choose(result.switches, "sock", 0));
     EXPECT_EQ(DrawnScene(result.root.get()).extent(), "0 0 0 to 1 1 0");
-    EXPECT_FALSE(result.chooseMask("sock", 2));
-    EXPECT_FALSE(result.chooseMask("sack", 0));
+    EXPECT_FALSE(FltCompleteSwitch::choose(result.switches, "sock", 2));
+    EXPECT_FALSE(FltCompleteSwitch::choose(result.switches, "sack", 0));
     EXPECT_EQ(DrawnScene(result.root.get()).triangles[0].names,
               (std::vector<std::string>{"root", "sock", "o"}));
 }

@@ -1,5 +1,7 @@
 #include "info/DatabaseReport.h"
 
+#include "loader/FltScene.h"
+
 #include <map>
 
 namespace
@@ -15,8 +17,14 @@ std::string nameIn(std::map<int, std::string> const& names, int number)
 
 std::string DatabaseReport::units() const
 {
-    static std::map<int, std::string> const names = {
-        {0, "metres"}, {1, "kilometres"}, {4, "feet"}, {5, "inches"}, {8, "nautical miles"}};
+    using Unit = FltDatabaseInfo::Unit;
+    static std::map<int, std::string> const names = [] {
+        std::map<int, std::string> all;
+        for (Unit const unit :
+             {Unit::metres, Unit::kilometres, Unit::feet, Unit::inches, Unit::nauticalMiles})
+            all[static_cast<int>(unit)] = FltDatabaseInfo::nameOf(unit);
+        return all;
+    }();
     return nameIn(names, inventory.header.units);
 }
 

@@ -26,23 +26,6 @@ double secondsSince(std::chrono::steady_clock::time_point start)
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-char const* nameOf(FltDatabaseInfo::Unit unit)
-{
-    switch (unit) {
-    case FltDatabaseInfo::Unit::metres:
-        return "metres";
-    case FltDatabaseInfo::Unit::kilometres:
-        return "kilometres";
-    case FltDatabaseInfo::Unit::feet:
-        return "feet";
-    case FltDatabaseInfo::Unit::inches:
-        return "inches";
-    case FltDatabaseInfo::Unit::nauticalMiles:
-        return "nautical miles";
-    }
-    return "metres";
-}
-
 } // namespace
 
 LoadedScene::LoadedScene(FltLoader const& loader, std::string const& path)
@@ -88,7 +71,8 @@ std::string LoadedScene::describe() const
     FltDatabaseInfo const& info = scene.info();
     std::string header;
     if (info.revision != 0)
-        header = "revision " + std::to_string(info.revision) + ", in " + nameOf(info.unit) + "  |  ";
+        header = "revision " + std::to_string(info.revision) + ", in " + FltDatabaseInfo::nameOf(info.unit) +
+                 "  |  ";
     std::snprintf(text, sizeof text,
                   "%lld triangles in %lld faces and %lld shapes  |  %zu records, %zu with a node  |  "
                   "%zu textures, %d missing  |  %zu messages  |  loaded in %.2f s",

@@ -26,7 +26,7 @@ constexpr Kind kinds[] = {
     {FltOpcode::instanceDefinition, "Instance definition"},
     {FltOpcode::externalReference, "External reference"},
     {FltOpcode::lod, "Level of detail"},
-    {84, "Mesh"},
+    {FltOpcode::mesh, "Mesh"},
     {FltOpcode::sound, "Sound"},
     {FltOpcode::text, "Text"},
     {FltOpcode::switchNode, "Switch"},
