@@ -26,6 +26,9 @@ constexpr std::int64_t mostReplications = 100'000;
 /// Words of all masks of a switch that fit to a child; see FltCompleteSwitch::shows().
 constexpr std::size_t switchHeadSize = 28;
 
+/// Where the frame of a degree of freedom begins. A record that ends before it has nothing that moves.
+constexpr std::size_t frameOfDof = 16;
+
 /// Nodes between two calls of the progress function.
 constexpr int childrenPerProgress = 1024;
 
@@ -151,7 +154,7 @@ FltScenePart FltSceneBuilder::buildGroup(Number number, float objectTransparency
     auto* const separator = new SoSeparator;
     separator->setName(nameOf(number).c_str());
     FltGroupBuilder group(separator);
-    if (record.opcode == FltOpcode::dof)
+    if (record.opcode == FltOpcode::dof && record.size > frameOfDof)
         setting.dofs.push_back(FltDOFNodes::addTo(group, record, nameOf(number)));
     addContents(number, group, objectTransparency);
     return group.finish();

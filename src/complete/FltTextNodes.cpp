@@ -92,6 +92,8 @@ SoMaterial* materialOf(FltRecordText const& text, FltPaletteSet const& palettes)
 void FltTextNodes::addTo(FltGroupBuilder& group, FltRecordView const& record, std::string const& text,
                          FltPaletteSet const& palettes)
 {
+    if (text.empty())
+        return;
     FltRecordText values(record.classLength());
     record.decodeTo(values);
     std::vector<std::string> const lines = linesOf(text);

@@ -9,7 +9,7 @@
 class FltTextNodes
 {
 public:
-    /// Adds the text of a record to its group.
+    /// Adds the text of a record to its group, unless there is none.
     /// @param text what is written, in lines
     static void addTo(FltGroupBuilder& group, FltRecordView const& record, std::string const& text,
                       FltPaletteSet const& palettes);

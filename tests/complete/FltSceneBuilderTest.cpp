@@ -318,6 +318,15 @@ TEST(FltSceneBuilder, writesTextInItsPlace)
     EXPECT_STREQ(texts[0]->string[0].getString(), "Gate 7");
 }
 
+TEST(FltSceneBuilder, makesNothingOfTextsWithoutAWordAndOfDegreesOfFreedomThatEndWithTheirId)
+{
+    CompleteDatabase database;
+    database.begin().add("Text").add("DOF", {{"idASCII", "stump"}}).resizeLast(12);
+    FltCompleteConversion::Result const result = database.convert();
+    EXPECT_TRUE(findAll<SoAsciiText>(result.root.get()).empty());
+    EXPECT_TRUE(result.dofs.empty());
+}
+
 TEST(FltSceneBuilder, lightsTheSceneByLightSourcesThatAreOn)
 {
     CompleteDatabase database;
