@@ -51,6 +51,10 @@ install(FILES ${PROJECT_BINARY_DIR}/python/velloreader/__init__.py python/vellor
         DESTINATION ${VELLOREADER_PYTHON_DIR}/velloreader)
 install(TARGETS velloreader_python LIBRARY DESTINATION ${VELLOREADER_PYTHON_DIR}/velloreader)
 
+# What the programs print as JSON
+install(FILES docs/schemas/fltinfo.schema.json docs/schemas/fltcheck.schema.json
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/velloreader/schemas)
+
 # What desktops know of the format
 install(FILES share/mime/packages/velloreader.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
 install(FILES share/thumbnailers/velloreader.thumbnailer DESTINATION ${CMAKE_INSTALL_DATADIR}/thumbnailers)
