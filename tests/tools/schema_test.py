@@ -32,7 +32,8 @@ class SchemaTest(unittest.TestCase):
         self.broken.write_bytes(b"nothing")
 
     def output(self, *command: object) -> Any:
-        run = subprocess.run([PROGRAMS / str(command[0]), *map(str, command[1:])], text=True, capture_output=True)
+        program = PROGRAMS / str(command[0])
+        run = subprocess.run([program, *map(str, command[1:])], text=True, capture_output=True)
         self.assertIn(run.returncode, (0, 1, 3), run.stderr)
         return json.loads(run.stdout)
 
