@@ -165,12 +165,15 @@ FltScenePart FltCompleteFiles::refer(FltModel const& from, std::string const& pa
     return scaled(converted.scene, converted.metresPerUnit / from.metresPerUnit);
 }
 
-/// A scene that is read by its name is in metres.
+/// A scene that is read by its name is in metres. Whoever reads the written scene opens the file; the toolkit
+/// would do so here and now if it knew of the name.
 FltScenePart FltCompleteFiles::makeFileNode(FltModel const& from, std::string const& name) const
 {
     auto* const file = new SoFile;
     FltScenePart part{SoNodeRef<SoNode>(file), SbBox3f(), 1, 1};
+    file->name.enableNotify(FALSE);
     file->name = name.c_str();
+    file->name.enableNotify(TRUE);
     return scaled(part, 1 / from.metresPerUnit);
 }
 

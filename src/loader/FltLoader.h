@@ -31,7 +31,8 @@ public:
     enum class References {
         follow, ///< Their scenes become part of the scene.
         skip,   ///< Their places stay empty.
-        asFile, ///< An SoFile stands in each place. The complete conversion only.
+        asFile, ///< An SoFile names each, and opens it once the scene is written and read again. The complete
+                ///< conversion only.
     };
 
     /// What becomes of levels of detail.
