@@ -35,7 +35,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "tools/support": ("src/toolkit", "src/messages", "src/search", "src/loader"),
     "tools/info": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),
     "tools/check": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),
-    "tools/iv": ("tools/support", "src/toolkit", "src/loader"),
+    "tools/iv": ("tools/support", "src/toolkit", "src/messages", "src/inspect", "src/loader"),
     "tools/shot": ("tools/support", "src/toolkit", "src/loader"),
     "tools/view": ("tools/support", "src/toolkit", "src/dump", "src/messages", "src/records", "src/parser",
                    "src/loader"),
@@ -46,7 +46,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
 LIBRARY = tuple(folder for folder in MAY_INCLUDE if folder.startswith("src/"))
 MAY_INCLUDE |= {
     "tests/support": (*LIBRARY, "writer"),
-    "tests": (*LIBRARY, "writer", "tests/support", "tools/support"),
+    "tests": (*LIBRARY, "writer", "tests/support", "tools/support", "tools/iv"),
     "tests/view": (*LIBRARY, "writer", "tests/support", "tools/view"),
     "bench": (*LIBRARY, "writer", "tests/support"),
     "fuzz": (*LIBRARY, "writer", "tests/support"),

@@ -1,4 +1,5 @@
 #include "ProgramRun.h"
+#include "SmallDatabases.h"
 #include "support/FileSizeLimit.h"
 #include "writer/FltWriter.h"
 
@@ -18,17 +19,7 @@ namespace
 class Flt2iv : public testing::Test
 {
 protected:
-    /// A database of one triangle in a group.
-    std::string triangle(std::string const& name = "triangle.flt")
-    {
-        FltWriter flt;
-        flt.vertexPalette();
-        double const a = flt.vertex("VertexColor", 0, 0, 0), b = flt.vertex("VertexColor", 1, 0, 0),
-                     c = flt.vertex("VertexColor", 0, 1, 0);
-        flt.push().add("Group", {{"idASCII", "g1"}}).push();
-        flt.add("Object", {{"idASCII", "o1"}}).push().face({a, b, c}).pop().pop().pop();
-        return save(flt, name);
-    }
+    std::string triangle(std::string const& name = "triangle.flt") { return save(triangleDatabase(), name); }
 
     std::string save(FltWriter const& flt, std::string const& name)
     {
@@ -255,7 +246,7 @@ TEST_F(Flt2iv, refusesAnEndingThatItCannotWrite)
 {
     ProgramRun const run("flt2iv", "-o " + (directory / "out.png") + " " + triangle());
     EXPECT_EQ(run.exitCode, 2);
-    EXPECT_NE(run.errors.find("Choose a name that ends in .iv."), std::string::npos);
+    EXPECT_NE(run.errors.find("Choose a name that ends in .iv or .wrl."), std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(directory / "out.png"));
 }
 

@@ -1,75 +1,199 @@
-// Converts an OpenFlight database into an Open Inventor file.
+// Converts OpenFlight databases into Open Inventor files.
 
-#include "support/LoaderOptions.h"
+#include "iv/ConversionRun.h"
 #include "support/OutputFile.h"
-#include "support/Program.h"
-#include "support/SceneMessages.h"
 #include "support/ToolError.h"
 
-#include "toolkit/SceneWriter.h"
-
-#include <Inventor/nodes/SoSeparator.h>
+#include <algorithm>
+#include <cctype>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace
 {
 
+namespace fs = std::filesystem;
+
 struct Options {
     std::vector<std::string> inputs;
     std::string output = "-";
-    bool isBinary = false;
+    std::string format;
+    std::string references = "inline";
+    std::string units = "metres";
+    std::string jobs;
+    bool showsProgressAtOnce = false;
+    ConversionRun::Options run;
 };
 
 ProgramDescription description()
 {
     return {"flt2iv",
             "convert OpenFlight databases into Open Inventor files",
-            "FILE.flt",
+            "FILE.flt|DIR...",
             {"OpenFlight is the usual format of flight and driving simulators for terrain, buildings and "
              "vehicles; Open Inventor is a scene graph that viewers and programs on the Coin toolkit read "
              "directly.",
+             "Of a directory all databases are converted, and those of the directories below it. Their files "
+             "stand in the output's directory as they stood there.",
              "Files that the database refers to are converted with it. Textures are named in the result, not "
              "copied.",
-             "The result takes its place when it is whole; what stood there before stays until then."},
+             "A result takes its place when it is whole; what stood there before stays until then. When many "
+             "databases are converted, those that can't be are reported in the end, and the rest is "
+             "converted all the same."},
             {{"flt2iv airfield.flt", "look at the scene graph as text"},
              {"flt2iv -o airfield.iv airfield.flt", "write it into a file"},
-             {"flt2iv -b -o airfield.iv tower.flt", "the same, smaller and faster to load"}},
+             {"flt2iv -b -o airfield.iv tower.flt", "the same, smaller and faster to load"},
+             {"flt2iv -o airfield.wrl airfield.flt", "write VRML97"},
+             {"flt2iv --embed-textures -z -o one.iv airfield.flt", "all in one file, compressed"},
+             {"flt2iv -o converted/ models/", "a whole directory"},
+             {"flt2iv --if-newer -o converted/ models/", "again, but only what has changed"},
+             {"flt2iv --xref file -o city.iv city.flt", "each referenced database in a file of its own"}},
             ExitCode::wrongUsage,
             {"fltshot", "fltinfo", "fltcheck"}};
 }
 
-void writeScene(SoNode* root, FILE* file, bool isBinary)
+bool isDirectory(std::string const& path)
 {
-    SceneWriter::Output output;
-    output.setFilePointer(file);
-    output.setBinary(isBinary);
-    SceneWriter::write(root, output);
+    std::error_code ignored;
+    return fs::is_directory(path, ignored);
 }
 
-ExitCode convert(Program const& program, Options const& options, LoaderOptions const& loaderOptions)
+/// Whether the results go into a directory under names of their own.
+bool goesToDirectory(Options const& options)
 {
-    OutputFile::checkEnding(options.output, {".iv"});
-    if (options.inputs.size() > 1)
-        throw UsageError("one database at a time, please");
-    SceneMessages const messages(program);
-    FltLoader loader = loaderOptions.makeLoader();
-    if (options.output != "-")
-        loader.textureNamesFrom = std::filesystem::path(options.output).parent_path().string();
+    std::string const& output = options.output;
+    bool const namesDirectory = !output.empty() && (output.back() == '/' || isDirectory(output));
+    return output != "-" &&
+           (namesDirectory || options.inputs.size() > 1 || isDirectory(options.inputs.front()));
+}
+
+bool endsInWrl(std::string const& output)
+{
+    std::string ending = fs::path(output).extension().string();
+    std::transform(ending.begin(), ending.end(), ending.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    return ending == ".wrl";
+}
+
+/// Reads --jobs, which is as many as there are processors if it isn't given.
+std::size_t jobsOf(std::string const& text)
+{
+    constexpr std::size_t most = 999;
+    if (text.empty())
+        return std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, most);
+    bool const isNumber = text.size() <= 3 && std::all_of(text.begin(), text.end(), [](char character) {
+                              return character >= '0' && character <= '9';
+                          });
+    std::size_t const jobs = isNumber ? std::stoul(text) : 0;
+    if (jobs == 0)
+        throw UsageError("--jobs takes a number from 1 to 999, not " + text);
+    return jobs;
+}
+
+/// Takes over the form of the results, from the ending of the output or --to.
+void chooseForm(Options& options)
+{
+    bool const isNamed = options.output != "-" && !goesToDirectory(options);
+    if (isNamed)
+        OutputFile::checkEnding(options.output, {".iv", ".wrl"});
+    SceneForm& form = options.run.conversion.form;
+    form.isVrml = options.format.empty() ? isNamed && endsInWrl(options.output) : options.format == "wrl";
+    if (isNamed && endsInWrl(options.output) && !form.isVrml)
+        throw UsageError("the name " + options.output + " doesn't go with --to " + options.format);
+    if (form.isVrml && form.isBinary)
+        throw UsageError("VRML97 has no binary form: leave -b out, or take -z instead");
+}
+
+void chooseConversion(Options& options)
+{
+    ConversionOptions& conversion = options.run.conversion;
+    conversion.references = options.references == "file"   ? FltLoader::References::asFile
+                            : options.references == "skip" ? FltLoader::References::skip
+                                                           : FltLoader::References::follow;
+    conversion.units = options.units == "stored" ? FltLoader::Units::stored : FltLoader::Units::metres;
+    options.run.jobs = jobsOf(options.jobs);
+}
+
+/// Refuses options that don't go together.
+void check(Options const& options, FltLoader const& loader)
+{
+    bool const namesReferences = options.references == "file";
+    if (options.output == "-" && namesReferences)
+        throw UsageError("--xref file writes several files: add -o FILE.iv or -o DIR/");
+    if (options.output == "-" && options.run.onlyIfNewer)
+        throw UsageError("--if-newer needs a file to compare with: add -o FILE.iv or -o DIR/");
+    if (options.output == "-" && options.inputs.size() > 1)
+        throw UsageError("several databases need a directory to go to: add -o DIR/");
+    if (namesReferences && options.units == "stored")
+        throw UsageError("--xref file needs --units metres: files that include each other share their unit");
+    if (namesReferences && loader.exact)
+        throw UsageError("--exact has no choice of --xref file");
+    std::error_code ignored;
+    if (goesToDirectory(options) && fs::exists(options.output, ignored) && !isDirectory(options.output))
+        throw UsageError(options.output + " is a file, and several databases need a directory to go to");
+    bool const isMany = goesToDirectory(options) || namesReferences;
+    if (isMany && loader.log && !loader.log->empty())
+        throw UsageError("--log=PATH is for a single database: give --log without a name");
+}
+
+/// For the loader: shows how far a conversion is.
+FltLoader::Progress shownOn(ProgressLine& line)
+{
+    return [&line](std::string const& file, std::uint64_t done, std::uint64_t all) {
+        double const part = all == 0 ? 0 : static_cast<double>(done) / static_cast<double>(all);
+        line.show(file + ": " + std::to_string(std::lround(part * 100)) + " %");
+        return true;
+    };
+}
+
+/// Converts one database in this process.
+ExitCode convertOne(Program const& program, Options const& options, LoaderOptions const& loaderOptions)
+{
     std::string const& input = options.inputs.front();
-    program.detail("reading " + input);
-    FltScene const scene = loader.load(input);
-    messages.show(scene);
-    OutputFile output(options.output, loaderOptions.keptFiles(input, scene));
-    if (options.isBinary && output.isTerminal())
-        throw ToolError(
-            "binary output would upset the terminal. Add -o FILE.iv, or send it into a file with >.",
-            ExitCode::wrongUsage);
-    writeScene(scene.root(), output.stream(), options.isBinary);
-    output.commit();
+    if (options.output == "-" && isDirectory(input))
+        throw ToolError(input + ": this is a directory. Say where its databases shall go: -o DIR/");
+    ConversionOptions const& conversion = options.run.conversion;
+    DatabaseConverter const converter(program, loaderOptions, conversion);
+    ConversionStatistics statistics;
+    {
+        ProgressLine line(options.run.progress);
+        statistics = converter.convert({input, options.output, {}}, shownOn(line));
+    }
+    if (conversion.measures)
+        std::fprintf(options.output == "-" ? stderr : stdout, "%s\n%s\n",
+                     ConversionStatistics::tableHead().c_str(), statistics.tableLine(input).c_str());
     return ExitCode::success;
+}
+
+ExitCode convertMany(Program const& program, Options& options, LoaderOptions const& loaderOptions)
+{
+    ConversionPlan plan(options.run.conversion.form.ending());
+    bool const isFile = !goesToDirectory(options);
+    if (isFile)
+        plan.addFile(options.inputs.front(), options.output);
+    else
+        for (std::string const& input : options.inputs)
+            plan.addInput(input, options.output);
+    options.run.summarises = options.inputs.size() > 1 || isDirectory(options.inputs.front());
+    return ConversionRun(program, loaderOptions, options.run).run(plan);
+}
+
+ExitCode convert(Program const& program, Options& options, LoaderOptions const& loaderOptions)
+{
+    check(options, loaderOptions.makeLoader());
+    chooseForm(options);
+    chooseConversion(options);
+    if (program.isQuiet())
+        options.run.progress = ProgressLine::Start::never;
+    else if (options.showsProgressAtOnce)
+        options.run.progress = ProgressLine::Start::atOnce;
+    bool const isMany = goesToDirectory(options) || options.run.onlyIfNewer || options.references == "file";
+    return isMany ? convertMany(program, options, loaderOptions)
+                  : convertOne(program, options, loaderOptions);
 }
 
 } // namespace
@@ -77,9 +201,33 @@ ExitCode convert(Program const& program, Options const& options, LoaderOptions c
 int main(int argc, char** argv)
 {
     Options options;
+    ConversionOptions& conversion = options.run.conversion;
     Program program(description());
-    program.value("-o,--output", options.output, "FILE.iv", "Where to write; - is standard output.", ".iv");
-    program.flag("-b,--binary", options.isBinary, "Write the binary form instead of text.");
+    program.value("-o,--output", options.output, "FILE.iv|DIR",
+                  "Where to write; - is standard output. Several databases need a directory.", ".iv");
+    program.choice("--to", options.format, {"iv", "wrl"}, "FORM",
+                   "What to write: Open Inventor or VRML97. By default the ending of the output says it, and "
+                   "a directory gets Open Inventor.");
+    program.flag("-b,--binary", conversion.form.isBinary, "Write the binary form instead of text.");
+    program.flag("-z,--compress", conversion.form.isCompressed,
+                 "Compress the result by gzip. The toolkit reads it as it is.");
+    program.flag("--embed-textures", conversion.embedsTextures,
+                 "Write the pixels of textures into the result instead of their names.");
+    program.choice("--xref", options.references, {"inline", "file", "skip"}, "HOW",
+                   "What becomes of databases that a database refers to: they become part of the result, or "
+                   "files of their own that the result names, or their places stay empty.");
+    program.choice("--units", options.units, {"metres", "stored"}, "UNIT",
+                   "The unit of the result: metres, or that of the database.");
+    program.value("-j,--jobs", options.jobs, "N",
+                  "How many databases to convert at a time, in processes of their own. By default as many as "
+                  "there are processors.");
+    program.flag("--if-newer", options.run.onlyIfNewer,
+                 "Pass over databases whose result is newer than they are, and than all that they refer to.");
+    program.flag("--stat", conversion.measures,
+                 "Print a table: nodes, triangles, textures, bytes and seconds.");
+    program.hiddenValue("--die-at", options.run.dieAt);
+    program.hiddenValue("--halt-at", options.run.haltAt);
+    program.hiddenFlag("--progress-at-once", options.showsProgressAtOnce);
     LoaderOptions const loaderOptions(program);
     program.inputs(options.inputs);
     return program.run(argc, argv, [&] { return convert(program, options, loaderOptions); });

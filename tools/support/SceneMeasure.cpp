@@ -1,5 +1,7 @@
 #include "support/SceneMeasure.h"
 
+#include "support/SceneNodes.h"
+
 #include <Inventor/SbBox3f.h>
 #include <Inventor/SbViewportRegion.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
@@ -8,12 +10,8 @@
 #include <Inventor/fields/SoMFVec2f.h>
 #include <Inventor/fields/SoMFVec3f.h>
 #include <Inventor/fields/SoSFImage.h>
-#include <Inventor/fields/SoSFNode.h>
 #include <Inventor/lists/SoFieldList.h>
-#include <Inventor/misc/SoChildList.h>
 #include <Inventor/nodes/SoNode.h>
-#include <unordered_set>
-#include <vector>
 
 namespace
 {
@@ -38,37 +36,19 @@ std::uint64_t bytesOf(SoField const& field)
     return static_cast<std::uint64_t>(static_cast<SoMField const&>(field).getNum()) * size;
 }
 
-/// What a node leads to: its children, and nodes in its fields.
-void append(SoNode const& node, SoFieldList const& fields, std::vector<SoNode*>& list)
-{
-    if (SoChildList const* const children = node.getChildren())
-        for (int i = 0; i < children->getLength(); ++i)
-            list.push_back((*children)[i]);
-    for (int i = 0; i < fields.getLength(); ++i)
-        if (fields[i]->isOfType(SoSFNode::getClassTypeId()))
-            list.push_back(static_cast<SoSFNode const*>(fields[i])->getValue());
-}
-
 } // namespace
 
 SceneMeasure SceneMeasure::of(SoNode* root)
 {
     SceneMeasure measure;
-    std::unordered_set<SoNode const*> seen;
-    std::vector<SoNode*> open{root};
-    while (!open.empty()) {
-        SoNode const* const node = open.back();
-        open.pop_back();
-        if (node == nullptr || !seen.insert(node).second)
-            continue;
+    SceneNodes::forEach(root, [&measure](SoNode& node) {
         SoFieldList fields;
-        node->getFields(fields);
+        node.getFields(fields);
+        ++measure.nodes;
         measure.bytes += bytesOfNode;
         for (int i = 0; i < fields.getLength(); ++i)
             measure.bytes += bytesOf(*fields[i]);
-        append(*node, fields, open);
-    }
-    measure.nodes = seen.size();
+    });
 
     SoGetBoundingBoxAction action{SbViewportRegion(100, 100)};
     action.apply(root);

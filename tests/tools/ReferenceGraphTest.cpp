@@ -1,0 +1,114 @@
+#include "iv/ReferenceGraph.h"
+#include "support/ScratchFolder.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace
+{
+
+class ReferenceGraphTest : public testing::Test
+{
+protected:
+    void add(std::string const& file, std::vector<std::string> const& references)
+    {
+        DatabaseScan scan;
+        for (std::string const& reference : references)
+            scan.references.push_back({reference, reference, 1});
+        graph.add(file, scan);
+    }
+
+    ReferenceGraph graph;
+};
+
+/// A time after the last change of a file.
+timespec after(std::string const& file)
+{
+    struct stat status = {};
+    static_cast<void>(::stat(file.c_str(), &status));
+    return {status.st_mtim.tv_sec + 1, 0};
+}
+
+} // namespace
+
+TEST_F(ReferenceGraphTest, leavesOutTheReferenceThatClosesACircle)
+{
+    add("a", {"b", "a"});
+    add("b", {"c"});
+    add("c", {"a", "b"});
+    graph.choose({"a", "b", "c"});
+    EXPECT_TRUE(graph.isChosen("a", "b"));
+    EXPECT_TRUE(graph.isChosen("b", "c"));
+    EXPECT_FALSE(graph.isChosen("a", "a"));
+    EXPECT_FALSE(graph.isChosen("c", "a"));
+    EXPECT_FALSE(graph.isChosen("c", "b"));
+}
+
+TEST_F(ReferenceGraphTest, keepsAFileThatSeveralReferTo)
+{
+    add("a", {"b", "c"});
+    add("b", {"d"});
+    add("c", {"d"});
+    add("d", {});
+    graph.choose({"a"});
+    EXPECT_TRUE(graph.isChosen("b", "d"));
+    EXPECT_TRUE(graph.isChosen("c", "d"));
+}
+
+TEST_F(ReferenceGraphTest, leavesOutWhatIsNotKnown)
+{
+    add("a", {"lost"});
+    graph.choose({"a"});
+    EXPECT_FALSE(graph.isChosen("a", "lost"));
+}
+
+TEST_F(ReferenceGraphTest, cutsChainsThatAreTooLong)
+{
+    constexpr int files = 100'000;
+    for (int i = 0; i < files; ++i)
+        add(std::to_string(i), {std::to_string(i + 1)});
+    add(std::to_string(files), {});
+    graph.choose({"0"});
+    int chain = 0;
+    for (int i = 0; i < files; ++i) {
+        chain = graph.isChosen(std::to_string(i), std::to_string(i + 1)) ? chain + 1 : 0;
+        ASSERT_LE(chain, ReferenceGraph::longestChain);
+    }
+    EXPECT_TRUE(graph.isChosen("0", "1"));
+}
+
+TEST_F(ReferenceGraphTest, cutsWhatAReaderWouldOpenTooOften)
+{
+    constexpr int levels = 30;
+    for (int i = 0; i < levels; ++i) {
+        DatabaseScan scan;
+        scan.references.push_back({"", std::to_string(i + 1), 2});
+        graph.add(std::to_string(i), scan);
+    }
+    add(std::to_string(levels), {});
+    graph.choose({"0"});
+    int chosen = 0;
+    for (int i = 0; i < levels; ++i)
+        chosen += graph.isChosen(std::to_string(i), std::to_string(i + 1)) ? 1 : 0;
+    EXPECT_LT(chosen, levels) << "two to the thirtieth are too many";
+    EXPECT_GE(chosen, levels / 2);
+}
+
+TEST_F(ReferenceGraphTest, seesAChangeInWhatAFileNeedsThroughOthers)
+{
+    ScratchFolder const folder;
+    std::string const top = folder.write("top", ""), middle = folder.write("middle", ""),
+                      picture = folder.write("picture", "");
+    add(top, {middle});
+    DatabaseScan scan;
+    scan.textures.push_back(picture);
+    scan.references.push_back({top, top, 1}); // a circle does no harm
+    graph.add(middle, scan);
+    timespec const later = after(picture);
+    EXPECT_FALSE(graph.hasChangedSince(top, later));
+    timespec const times[2] = {{later.tv_sec, 1}, {later.tv_sec, 1}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, picture.c_str(), times, 0), 0);
+    EXPECT_TRUE(graph.hasChangedSince(top, later));
+    EXPECT_TRUE(graph.hasChangedSince(folder / "unknown", later));
+}

@@ -1,0 +1,163 @@
+#include "iv/ConversionPlan.h"
+
+#include "support/Program.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+bool isDatabase(fs::directory_entry const& file)
+{
+    std::string ending = file.path().extension().string();
+    std::transform(ending.begin(), ending.end(), ending.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    std::error_code ignored;
+    return ending == ".flt" && !file.is_directory(ignored);
+}
+
+std::string withEnding(fs::path file, std::string const& ending)
+{
+    return file.replace_extension(ending).string();
+}
+
+/// A path with as few words as it takes, for names of files that needn't be there.
+std::string plain(fs::path const& path)
+{
+    return path.lexically_normal().string();
+}
+
+/// Whether a path that counts from a directory leaves it.
+bool leaves(fs::path const& relative)
+{
+    return relative.empty() || relative.is_absolute() || *relative.begin() == "..";
+}
+
+struct Folder {
+    fs::path path;
+    std::vector<fs::path> databases; ///< By name.
+    std::vector<fs::path> folders;   ///< By name.
+    std::error_code problem;
+};
+
+Folder read(fs::path const& path)
+{
+    Folder folder{path, {}, {}, {}};
+    fs::directory_iterator entry(path, folder.problem);
+    for (; !folder.problem && entry != fs::directory_iterator(); entry.increment(folder.problem)) {
+        std::error_code ignored;
+        if (isDatabase(*entry))
+            folder.databases.push_back(entry->path());
+        else if (!entry->is_symlink(ignored) && entry->is_directory(ignored))
+            folder.folders.push_back(entry->path());
+    }
+    std::sort(folder.databases.begin(), folder.databases.end());
+    std::sort(folder.folders.begin(), folder.folders.end());
+    return folder;
+}
+
+} // namespace
+
+ConversionPlan::ConversionPlan(std::string ending) : ending(std::move(ending)) {}
+
+std::string ConversionPlan::identityOf(std::string const& path)
+{
+    std::error_code problem;
+    fs::path const result = fs::weakly_canonical(path, problem);
+    return problem ? path : result.string();
+}
+
+void ConversionPlan::add(Entry entry)
+{
+    std::error_code problem;
+    std::uintmax_t const bytes = fs::file_size(entry.input, problem);
+    entry.bytes = problem ? 0 : bytes;
+    entry.identity = identityOf(entry.input);
+    positions.try_emplace(entry.identity, list.size());
+    bool const isNew = outputs.try_emplace(plain(entry.output), list.size()).second;
+    if (isNew || list[outputs[plain(entry.output)]].identity != entry.identity)
+        list.push_back(std::move(entry)); // a file that was named twice is converted once
+}
+
+void ConversionPlan::addFile(std::string const& input, std::string const& output)
+{
+    add({input, "", output, 0, fs::path(input).parent_path().string(),
+         fs::path(output).parent_path().string()});
+}
+
+void ConversionPlan::addInput(std::string const& input, std::string const& outputDirectory)
+{
+    std::error_code ignored;
+    if (fs::is_directory(input, ignored))
+        addDirectory(input, outputDirectory);
+    else
+        addFile(input, (fs::path(outputDirectory) / withEnding(fs::path(input).filename(), ending)).string());
+}
+
+void ConversionPlan::addDirectory(std::string const& directory, std::string const& outputDirectory)
+{
+    std::size_t const before = list.size() + allProblems.size();
+    std::vector<fs::path> open{directory};
+    while (!open.empty()) {
+        Folder const folder = read(open.back());
+        open.pop_back();
+        if (folder.problem)
+            allProblems.push_back(folder.path.string() + ": cannot read: " + folder.problem.message() +
+                                  ". Check its permissions.");
+        for (fs::path const& database : folder.databases) {
+            fs::path const place = fs::path(outputDirectory) / database.lexically_relative(directory);
+            add({database.string(), "", withEnding(place, ending), 0, directory, outputDirectory});
+        }
+        open.insert(open.end(), folder.folders.rbegin(), folder.folders.rend());
+    }
+    if (list.size() + allProblems.size() == before)
+        allProblems.push_back(directory + ": holds no database. Their names end in .flt.");
+}
+
+/// A name that no other input goes to.
+std::string ConversionPlan::freeOutput(std::string const& directory, std::string const& name)
+{
+    fs::path const wish = fs::path(directory) / withEnding(name, ending);
+    std::string output = wish.string();
+    int& number = repetitions.try_emplace(plain(wish), 1).first->second;
+    while (outputs.count(plain(output)) != 0)
+        output = (wish.parent_path() / wish.stem()).string() + "-" + std::to_string(++number) + ending;
+    return output;
+}
+
+void ConversionPlan::addReference(std::string const& path, std::string const& identity, std::size_t referring)
+{
+    if (positions.count(identity) != 0)
+        return;
+    std::string const inputDirectory = list[referring].inputDirectory;
+    std::string const outputDirectory = list[referring].outputDirectory;
+    fs::path const base = identityOf(inputDirectory.empty() ? "." : inputDirectory);
+    fs::path const relative = fs::path(identity).lexically_relative(base);
+    std::string const name = leaves(relative) ? fs::path(path).filename().string() : relative.string();
+    add({path, "", freeOutput(outputDirectory, name), 0, inputDirectory, outputDirectory});
+}
+
+void ConversionPlan::check() const
+{
+    std::unordered_map<std::string, std::string> inputOf;
+    for (Entry const& entry : list) {
+        auto const [other, isNew] = inputOf.try_emplace(identityOf(entry.output), entry.input);
+        if (!isNew && identityOf(other->second) != entry.identity)
+            throw UsageError(entry.input + " and " + other->second + " would both become " + entry.output +
+                             ": give them directories of their own");
+    }
+    for (Entry const& entry : list)
+        if (positions.count(identityOf(entry.output)) != 0)
+            throw UsageError(entry.output + ": the output for " + entry.input + " would replace an input");
+}
+
+std::string const& ConversionPlan::outputOf(std::string const& identity) const
+{
+    return list[positions.at(identity)].output;
+}

@@ -1,0 +1,292 @@
+#include "iv/ConversionRun.h"
+
+#include "support/Numbers.h"
+#include "support/ToolError.h"
+
+#include "messages/FltText.h"
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <new>
+#include <numeric>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <unordered_set>
+
+namespace
+{
+
+constexpr char scanning[] = "scan";
+constexpr char converting[] = "convert";
+constexpr char done[] = "done";
+constexpr char failed[] = "failed";
+
+/// For the loader: tells how many bytes of a database are done, ten times a second.
+FltLoader::Progress teller(std::string const& input, WorkerProcess::Tell const& tell)
+{
+    using Clock = std::chrono::steady_clock;
+    return [input, tell, next = Clock::now()](std::string const& file, std::uint64_t bytesDone,
+                                              std::uint64_t) mutable {
+        bool const isInput = file == input || file == "./" + input;
+        if (!isInput || Clock::now() < next)
+            return true;
+        next = Clock::now() + std::chrono::milliseconds(100);
+        tell(std::to_string(bytesDone));
+        return true;
+    };
+}
+
+void makeFolderOf(std::string const& file)
+{
+    std::filesystem::path const folder = std::filesystem::path(file).parent_path();
+    std::error_code problem;
+    if (!folder.empty())
+        std::filesystem::create_directories(folder, problem);
+    if (problem)
+        throw ToolError(folder.string() + ": cannot make this directory: " + problem.message() +
+                        ". Check the permissions and the space on the disk.");
+}
+
+/// A sentence that begins with the name of the database.
+std::string about(std::string const& input, std::string const& text)
+{
+    return text.compare(0, input.size(), input) == 0 ? text : input + ": " + text;
+}
+
+std::string printable(std::string const& text)
+{
+    return FltText::printable(text);
+}
+
+} // namespace
+
+ConversionRun::ConversionRun(Program const& program, LoaderOptions const& loaderOptions,
+                             Options const& options)
+    : program(program), loaderOptions(loaderOptions), options(options),
+      converter(program, loaderOptions, options.conversion),
+      pool(options.jobs,
+           [this](Fields const& request, WorkerProcess::Tell const& tell) { return work(request, tell); }),
+      progress(options.progress)
+{
+}
+
+bool ConversionRun::namesReferences() const
+{
+    return options.conversion.references == FltLoader::References::asFile;
+}
+
+ConversionRun::Fields ConversionRun::work(Fields const& request, WorkerProcess::Tell const& tell) const
+{
+    if (request.front() == scanning) {
+        DatabaseScan scan = DatabaseScan::of(request.at(1), loaderOptions.makeLoader().texturePath,
+                                             options.conversion.embedsTextures);
+        if (options.conversion.references == FltLoader::References::skip)
+            scan.references.clear();
+        return scan.fields();
+    }
+    try {
+        return convert(request, tell);
+    } catch (std::bad_alloc const&) {
+        return {failed, "out of memory. The file is damaged, or too large for this machine."};
+    } catch (std::exception const& problem) {
+        return {failed, problem.what()};
+    }
+}
+
+/// @param request the input, the output, and databases that may be named, each with its converted file
+ConversionRun::Fields ConversionRun::convert(Fields const& request, WorkerProcess::Tell const& tell) const
+{
+    Conversion conversion{request.at(1), request.at(2), {}};
+    for (std::size_t i = 3; i + 1 < request.size(); i += 2)
+        conversion.referenceOutputs[request[i]] = request[i + 1];
+    std::string const name = std::filesystem::path(conversion.input).filename().string();
+    if (name == options.dieAt)
+        std::raise(SIGKILL);
+    while (name == options.haltAt)
+        ::pause();
+    makeFolderOf(conversion.output);
+    Fields reply = converter.convert(conversion, teller(conversion.input, tell)).fields();
+    reply.insert(reply.begin(), done);
+    return reply;
+}
+
+/// Looks into databases, and notes in the graph what they need. One at which a worker dies stays unknown.
+void ConversionRun::scanSome(std::vector<DatabaseScan::Reference> const& databases)
+{
+    WorkerPool::Watcher watcher;
+    watcher.end = [&](std::size_t number, WorkerPool::Result const& result) {
+        if (result.death.empty())
+            graph.add(databases[number].identity, DatabaseScan::fromFields(result.reply));
+    };
+    watcher.note = [](std::size_t, std::string const&) {};
+    pool.run(
+        databases.size(),
+        [&](std::size_t number) {
+            return Fields{scanning, databases[number].path};
+        },
+        watcher);
+}
+
+/// Plans the databases to which the planned ones refer, that were found so far.
+void ConversionRun::planReferences(ConversionPlan& plan)
+{
+    for (std::size_t i = 0; i < plan.entries().size(); ++i) {
+        std::string const identity = plan.entries()[i].identity;
+        for (DatabaseScan::Reference const& reference : graph.references(identity))
+            plan.addReference(reference.path, reference.identity, i);
+    }
+}
+
+/// Finds out what the databases need, and what that needs, level by level.
+void ConversionRun::scan(ConversionPlan& plan)
+{
+    std::vector<DatabaseScan::Reference> level;
+    std::unordered_set<std::string> seen;
+    for (ConversionPlan::Entry const& entry : plan.entries())
+        if (seen.insert(entry.identity).second)
+            level.push_back({entry.input, entry.identity, 1});
+    while (!level.empty()) {
+        scanSome(level);
+        std::vector<DatabaseScan::Reference> next;
+        for (DatabaseScan::Reference const& database : level)
+            for (DatabaseScan::Reference const& reference : graph.references(database.identity))
+                if (seen.insert(reference.identity).second)
+                    next.push_back(reference);
+        level = std::move(next);
+    }
+    if (!namesReferences())
+        return;
+    planReferences(plan);
+    plan.check();
+    std::vector<std::string> roots;
+    for (ConversionPlan::Entry const& entry : plan.entries())
+        roots.push_back(entry.identity);
+    graph.choose(roots);
+}
+
+bool ConversionRun::isUpToDate(ConversionPlan::Entry const& entry) const
+{
+    struct stat output = {};
+    return options.onlyIfNewer && ::stat(entry.output.c_str(), &output) == 0 && S_ISREG(output.st_mode) &&
+           !graph.hasChangedSince(entry.identity, output.st_mtim);
+}
+
+/// The numbers of the entries that are to be converted.
+std::vector<std::size_t> ConversionRun::chooseWork(ConversionPlan const& plan)
+{
+    std::vector<std::size_t> chosen;
+    for (std::size_t i = 0; i < plan.entries().size(); ++i)
+        if (isUpToDate(plan.entries()[i]))
+            ++upToDate;
+        else
+            chosen.push_back(i);
+    return chosen;
+}
+
+ConversionRun::Fields ConversionRun::requestFor(ConversionPlan const& plan,
+                                                ConversionPlan::Entry const& entry) const
+{
+    Fields request{converting, entry.input, entry.output};
+    if (!namesReferences())
+        return request;
+    for (DatabaseScan::Reference const& reference : graph.references(entry.identity)) {
+        if (!graph.isChosen(entry.identity, reference.identity))
+            continue;
+        request.push_back(reference.identity);
+        request.push_back(plan.outputOf(reference.identity));
+    }
+    return request;
+}
+
+void ConversionRun::takeResult(ConversionPlan::Entry const& entry, WorkerPool::Result const& result)
+{
+    progress.clear();
+    std::fputs(result.errors.c_str(), stderr);
+    if (!result.death.empty()) {
+        failures.push_back(entry.input + ": its conversion ended by " + result.death +
+                           ". Perhaps the memory doesn't suffice; fltcheck may find out more.");
+    } else if (result.reply.front() == failed) {
+        failures.push_back(about(entry.input, result.reply.at(1)));
+    } else {
+        ++converted;
+        ConversionStatistics const statistics =
+            ConversionStatistics::fromFields({result.reply.begin() + 1, result.reply.end()});
+        total += statistics;
+        if (options.conversion.measures)
+            std::printf("%s\n", statistics.tableLine(printable(entry.input)).c_str());
+    }
+}
+
+void ConversionRun::showProgress(std::size_t count, std::uint64_t bytes)
+{
+    std::uint64_t doneNow = bytesDone;
+    for (auto const& [number, inWork] : bytesInWork)
+        doneNow += inWork;
+    doneNow = std::min(doneNow, bytes);
+    std::string text = std::to_string(converted + failures.size()) + " of " + std::to_string(count) +
+                       " databases, " + Numbers::bytes(doneNow) + " of " + Numbers::bytes(bytes);
+    if (!failures.empty())
+        text += ", " + std::to_string(failures.size()) + " failed";
+    std::string const left = ProgressLine::timeLeft(
+        progress.seconds(), bytes == 0 ? 0 : static_cast<double>(doneNow) / static_cast<double>(bytes));
+    progress.show(left.empty() ? text : text + ", " + left);
+}
+
+void ConversionRun::convertAll(ConversionPlan const& plan, std::vector<std::size_t> const& chosen)
+{
+    std::vector<ConversionPlan::Entry> const& entries = plan.entries();
+    std::uint64_t const bytes =
+        std::accumulate(chosen.begin(), chosen.end(), std::uint64_t(0),
+                        [&](std::uint64_t sum, std::size_t i) { return sum + entries[i].bytes; });
+    WorkerPool::Watcher watcher;
+    watcher.note = [&](std::size_t number, std::string const& note) {
+        bytesInWork[number] = std::stoull(note);
+        showProgress(chosen.size(), bytes);
+    };
+    watcher.end = [&](std::size_t number, WorkerPool::Result const& result) {
+        bytesInWork.erase(number);
+        bytesDone += entries[chosen[number]].bytes;
+        takeResult(entries[chosen[number]], result);
+        showProgress(chosen.size(), bytes);
+    };
+    if (options.conversion.measures)
+        std::printf("%s\n", ConversionStatistics::tableHead().c_str());
+    pool.run(
+        chosen.size(), [&](std::size_t number) { return requestFor(plan, entries[chosen[number]]); },
+        watcher);
+    progress.clear();
+}
+
+/// Says how it went: what went wrong on standard error, together with the count.
+ExitCode ConversionRun::report(ConversionPlan const& plan)
+{
+    failures.insert(failures.end(), plan.problems().begin(), plan.problems().end());
+    if (options.conversion.measures && converted > 1)
+        std::printf("%s\n", total.tableLine("in all").c_str());
+    std::fflush(stdout);
+    std::sort(failures.begin(), failures.end());
+    for (std::string const& failure : failures)
+        program.error(options.summarises ? "not converted: " + failure : failure);
+    std::string summary =
+        std::to_string(converted) + " of " + std::to_string(plan.entries().size()) + " databases converted";
+    if (upToDate != 0)
+        summary += ", " + std::to_string(upToDate) + " up to date";
+    bool const isSummaryWanted = options.summarises || plan.entries().size() > 1;
+    if (isSummaryWanted && !failures.empty())
+        program.error(summary);
+    else if (isSummaryWanted && !program.isQuiet())
+        std::printf("%s\n", summary.c_str());
+    return failures.empty() ? ExitCode::success : ExitCode::failed;
+}
+
+ExitCode ConversionRun::run(ConversionPlan& plan)
+{
+    plan.check();
+    if (options.onlyIfNewer || namesReferences())
+        scan(plan);
+    convertAll(plan, chooseWork(plan));
+    return report(plan);
+}

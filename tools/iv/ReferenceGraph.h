@@ -1,0 +1,64 @@
+#pragma once
+
+#include "iv/DatabaseScan.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <ctime>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+/// Which databases refer to which, by their canonical paths.
+class ReferenceGraph
+{
+public:
+    /// Files that lead from one to the next, each including the next one. A reader goes down into them.
+    static constexpr int longestChain = 32;
+
+    /// Files that a reader opens for one file, each as often as it is included.
+    static constexpr std::uint64_t mostInclusions = 1'000'000;
+
+    /// Notes what a database needs.
+    void add(std::string const& file, DatabaseScan const& scan);
+
+    bool knows(std::string const& file) const { return files.count(file) != 0; }
+
+    /// What a database refers to; nothing if it isn't known.
+    std::vector<DatabaseScan::Reference> const& references(std::string const& file) const;
+
+    /// Chooses which references may stand in converted files that include each other: those by which a reader
+    /// comes to an end, and soon. A reference that would close a circle isn't among them; which one of a
+    /// circle that is depends on the file where the search begins.
+    /// @param roots where to begin, one after the other
+    void choose(std::vector<std::string> const& roots);
+
+    /// Whether choose() has chosen a reference.
+    bool isChosen(std::string const& from, std::string const& to) const;
+
+    /// Whether a database, or something that it needs straight or through others, has changed since a time,
+    /// or isn't known.
+    bool hasChangedSince(std::string const& file, timespec time) const;
+
+private:
+    enum class State { unseen, open, done };
+
+    struct File {
+        DatabaseScan scan;
+        std::unordered_set<std::string> chosen;
+        State state = State::unseen;
+        int chain = 0;                ///< The longest chain of chosen references from here.
+        std::uint64_t inclusions = 0; ///< What a reader of this file opens.
+    };
+
+    struct Step {
+        File* file;
+        std::size_t next = 0; ///< The reference that comes next.
+    };
+
+    void visit(std::string const& root);
+    void decide(File& file, DatabaseScan::Reference const& reference);
+
+    std::unordered_map<std::string, File> files;
+};
