@@ -19,7 +19,10 @@ namespace
 class Flt2iv : public testing::Test
 {
 protected:
-    std::string triangle(std::string const& name = "triangle.flt") { return save(triangleDatabase(), name); }
+    std::string triangle(std::string const& name = "triangle.flt")
+    {
+        return save(SmallDatabase().written(), name);
+    }
 
     std::string save(FltWriter const& flt, std::string const& name)
     {
