@@ -28,7 +28,7 @@ TEST(ToolDocs, haveExamplesThatRun)
 {
     ScratchFolder const folder;
     ASSERT_EQ(ProgramRun("make_sample", folder / "airfield.flt").exitCode, 0);
-    for (char const* const page : {"fltinfo.md", "fltcheck.md"}) {
+    for (char const* const page : {"fltinfo.md", "fltcheck.md", "flt2iv.md"}) {
         std::vector<std::string> const commands =
             commandsIn(contentsOf(VELLOREADER_DOCS + ("tools/" + std::string(page))));
         EXPECT_GT(commands.size(), 4U) << page;

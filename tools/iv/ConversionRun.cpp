@@ -116,8 +116,11 @@ ConversionRun::Fields ConversionRun::convert(Fields const& request, WorkerProces
 /// Looks into databases, and notes in the graph what they need. One at which a worker dies stays unknown.
 void ConversionRun::scanSome(std::vector<DatabaseScan::Reference> const& databases)
 {
+    std::size_t ended = 0;
     WorkerPool::Watcher watcher;
     watcher.end = [&](std::size_t number, WorkerPool::Result const& result) {
+        progress.show("looked into " + std::to_string(++ended) + " of " + std::to_string(databases.size()) +
+                      " databases");
         if (result.death.empty())
             graph.add(databases[number].identity, DatabaseScan::fromFields(result.reply));
     };
@@ -230,8 +233,9 @@ void ConversionRun::showProgress(std::size_t count, std::uint64_t bytes)
                        " databases, " + Numbers::bytes(doneNow) + " of " + Numbers::bytes(bytes);
     if (!failures.empty())
         text += ", " + std::to_string(failures.size()) + " failed";
-    std::string const left = ProgressLine::timeLeft(
-        progress.seconds(), bytes == 0 ? 0 : static_cast<double>(doneNow) / static_cast<double>(bytes));
+    std::string const left =
+        ProgressLine::timeLeft(progress.seconds() - conversionBegin,
+                               bytes == 0 ? 0 : static_cast<double>(doneNow) / static_cast<double>(bytes));
     progress.show(left.empty() ? text : text + ", " + left);
 }
 
@@ -252,6 +256,7 @@ void ConversionRun::convertAll(ConversionPlan const& plan, std::vector<std::size
         takeResult(entries[chosen[number]], result);
         showProgress(chosen.size(), bytes);
     };
+    conversionBegin = progress.seconds();
     if (options.conversion.measures)
         std::printf("%s\n", ConversionStatistics::tableHead().c_str());
     pool.run(

@@ -64,6 +64,7 @@ private:
 
     std::map<std::size_t, std::uint64_t> bytesInWork; ///< Of conversions that go on, by their number.
     std::uint64_t bytesDone = 0;
+    double conversionBegin = 0; ///< Seconds after the beginning of the run.
     std::size_t converted = 0;
     std::size_t upToDate = 0;
     std::vector<std::string> failures; ///< A sentence each.
