@@ -160,6 +160,7 @@ void ConversionRun::scan(ConversionPlan& plan)
                     next.push_back(reference);
         level = std::move(next);
     }
+    graph.readTimes();
     if (!namesReferences())
         return;
     planReferences(plan);
@@ -174,7 +175,7 @@ bool ConversionRun::isUpToDate(ConversionPlan::Entry const& entry) const
 {
     struct stat output = {};
     return options.onlyIfNewer && ::stat(entry.output.c_str(), &output) == 0 && S_ISREG(output.st_mode) &&
-           !graph.hasChangedSince(entry.identity, output.st_mtim);
+           !graph.hasChangedSince(entry.identity, ReferenceGraph::timeOf(entry.output));
 }
 
 /// The numbers of the entries that are to be converted.

@@ -1,24 +1,9 @@
 #include "iv/ReferenceGraph.h"
 
 #include <algorithm>
+#include <limits>
 #include <sys/stat.h>
-
-namespace
-{
-
-bool isLater(timespec one, timespec other)
-{
-    return one.tv_sec != other.tv_sec ? one.tv_sec > other.tv_sec : one.tv_nsec > other.tv_nsec;
-}
-
-/// Whether a file isn't older than a time. One that isn't there counts as new.
-bool isNewFile(std::string const& path, timespec time)
-{
-    struct stat status = {};
-    return ::stat(path.c_str(), &status) != 0 || !isLater(time, status.st_mtim);
-}
-
-} // namespace
+#include <utility>
 
 void ReferenceGraph::add(std::string const& file, DatabaseScan const& scan)
 {
@@ -85,23 +70,48 @@ bool ReferenceGraph::isChosen(std::string const& from, std::string const& to) co
     return entry != files.end() && entry->second.chosen.count(to) != 0;
 }
 
-bool ReferenceGraph::hasChangedSince(std::string const& file, timespec time) const
+std::int64_t ReferenceGraph::timeOf(std::string const& file)
 {
-    std::unordered_set<std::string> seen{file};
-    std::vector<std::string> open{file};
-    while (!open.empty()) {
-        std::string const path = std::move(open.back());
-        open.pop_back();
-        auto const entry = files.find(path);
-        if (entry == files.end() || isNewFile(path, time))
-            return true;
-        DatabaseScan const& scan = entry->second.scan;
-        for (std::string const& texture : scan.textures)
-            if (isNewFile(texture, time))
-                return true;
-        for (DatabaseScan::Reference const& reference : scan.references)
-            if (seen.insert(reference.identity).second)
-                open.push_back(reference.identity);
+    constexpr std::int64_t second = 1'000'000'000;
+    struct stat status = {};
+    return ::stat(file.c_str(), &status) == 0 ? status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec
+                                              : std::numeric_limits<std::int64_t>::max();
+}
+
+/// The latest changes come first, and each goes to all that needs the file and has none yet: so every file is
+/// visited once.
+void ReferenceGraph::readTimes()
+{
+    std::unordered_map<std::string, std::vector<std::string>> referring;
+    std::vector<std::pair<std::int64_t, std::string>> changes;
+    for (auto const& [name, file] : files) {
+        std::int64_t latest = timeOf(name);
+        for (std::string const& texture : file.scan.textures)
+            latest = std::max(latest, timeOf(texture));
+        for (DatabaseScan::Reference const& reference : file.scan.references) {
+            referring[reference.identity].push_back(name);
+            if (!knows(reference.identity))
+                latest = std::numeric_limits<std::int64_t>::max();
+        }
+        changes.emplace_back(latest, name);
     }
-    return false;
+    std::sort(changes.rbegin(), changes.rend());
+    for (auto const& [time, name] : changes) {
+        std::vector<std::string> open{name};
+        while (!open.empty()) {
+            std::string const next = std::move(open.back());
+            open.pop_back();
+            if (files[next].change)
+                continue;
+            files[next].change = time;
+            std::vector<std::string> const& more = referring[next];
+            open.insert(open.end(), more.begin(), more.end());
+        }
+    }
+}
+
+bool ReferenceGraph::hasChangedSince(std::string const& file, std::int64_t time) const
+{
+    auto const entry = files.find(file);
+    return entry == files.end() || !entry->second.change || *entry->second.change >= time;
 }

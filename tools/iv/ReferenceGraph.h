@@ -4,7 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <ctime>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -37,9 +37,16 @@ public:
     /// Whether choose() has chosen a reference.
     bool isChosen(std::string const& from, std::string const& to) const;
 
-    /// Whether a database, or something that it needs straight or through others, has changed since a time,
-    /// or isn't known.
-    bool hasChangedSince(std::string const& file, timespec time) const;
+    /// Looks when the files and what they need were changed.
+    void readTimes();
+
+    /// Whether a database, or something that it needs straight or through others, was changed at a time or
+    /// later, by what readTimes() has found. True if any of them isn't known or isn't there.
+    /// @param time in nanoseconds; see timeOf()
+    bool hasChangedSince(std::string const& file, std::int64_t time) const;
+
+    /// When a file was changed, in nanoseconds. @return the end of all times if it isn't there
+    static std::int64_t timeOf(std::string const& file);
 
 private:
     enum class State { unseen, open, done };
@@ -48,8 +55,9 @@ private:
         DatabaseScan scan;
         std::unordered_set<std::string> chosen;
         State state = State::unseen;
-        int chain = 0;                ///< The longest chain of chosen references from here.
-        std::uint64_t inclusions = 0; ///< What a reader of this file opens.
+        int chain = 0;                      ///< The longest chain of chosen references from here.
+        std::uint64_t inclusions = 0;       ///< What a reader of this file opens.
+        std::optional<std::int64_t> change; ///< The latest one of this file and all that it needs.
     };
 
     struct Step {

@@ -62,6 +62,15 @@ bool isDirectory(std::string const& path)
     return fs::is_directory(path, ignored);
 }
 
+/// Whether the result goes into a pipe or the like, which has no place beside it.
+bool goesToStream(Options const& options)
+{
+    std::error_code ignored;
+    fs::file_status const status = fs::status(options.output, ignored);
+    return options.output == "-" ||
+           (fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status));
+}
+
 /// Whether the results go into a directory under names of their own.
 bool goesToDirectory(Options const& options)
 {
@@ -122,11 +131,11 @@ void chooseConversion(Options& options)
 void check(Options const& options, FltLoader const& loader)
 {
     bool const namesReferences = options.references == "file";
-    if (options.output == "-" && namesReferences)
+    if (goesToStream(options) && namesReferences)
         throw UsageError("--xref file writes several files: add -o FILE.iv or -o DIR/");
-    if (options.output == "-" && options.run.onlyIfNewer)
+    if (goesToStream(options) && options.run.onlyIfNewer)
         throw UsageError("--if-newer needs a file to compare with: add -o FILE.iv or -o DIR/");
-    if (options.output == "-" && options.inputs.size() > 1)
+    if (goesToStream(options) && options.inputs.size() > 1)
         throw UsageError("several databases need a directory to go to: add -o DIR/");
     if (namesReferences && options.units == "stored")
         throw UsageError("--xref file needs --units metres: files that include each other share their unit");
