@@ -337,4 +337,8 @@ TEST_F(Flt2ivMany, showsItsProgressOnATerminalAlone)
                                        (folder / "a.iv") + " " + (folder / "models/m000.flt"));
     EXPECT_TRUE(holds(one, " %\x1b[K")) << one;
     EXPECT_EQ(one.substr(one.size() - 4), "\r\x1b[K") << "nothing stays";
+    std::string const damaged = folder.write("damaged.flt", SmallDatabase().bytes() + "more");
+    std::string const warned =
+        onTerminal(VELLOREADER_PROGRAMS "flt2iv --progress-at-once -o " + (folder / "a.iv") + " " + damaged);
+    EXPECT_TRUE(holds(warned, " %\x1b[K\r\x1b[Kflt2iv: warning: ")) << warned;
 }

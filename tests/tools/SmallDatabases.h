@@ -43,7 +43,8 @@ inline SoNodeRef<SoSeparator> sceneIn(std::string const& file)
     return SoNodeRef<SoSeparator>(input.openFile(file.c_str(), TRUE) ? SoDB::readAll(&input) : nullptr);
 }
 
-/// How many triangles the toolkit draws of a scene file and of those that it includes; -1 if it can't read it.
+/// How many triangles the toolkit draws of a scene file and of those that it includes; -1 if it can't read
+/// it.
 inline int trianglesIn(std::string const& file)
 {
     SoNodeRef<SoSeparator> const root = sceneIn(file);

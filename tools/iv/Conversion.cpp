@@ -2,6 +2,8 @@
 
 #include "support/Numbers.h"
 
+#include "messages/FltText.h"
+
 #include <cstdio>
 
 namespace
@@ -14,7 +16,7 @@ std::string tableRow(std::string const& nodes, std::string const& triangles, std
     char numbers[160];
     std::snprintf(numbers, sizeof numbers, "%12s %12s %9s %12s %12s %9s  ", nodes.c_str(), triangles.c_str(),
                   textures.c_str(), bytesIn.c_str(), bytesOut.c_str(), seconds.c_str());
-    return numbers + name;
+    return numbers + FltText::printable(name);
 }
 
 } // namespace

@@ -3,8 +3,6 @@
 #include "support/Numbers.h"
 #include "support/ToolError.h"
 
-#include "messages/FltText.h"
-
 #include <algorithm>
 #include <chrono>
 #include <csignal>
@@ -56,11 +54,6 @@ std::string about(std::string const& input, std::string const& text)
     return text.compare(0, input.size(), input) == 0 ? text : input + ": " + text;
 }
 
-std::string printable(std::string const& text)
-{
-    return FltText::printable(text);
-}
-
 } // namespace
 
 ConversionRun::ConversionRun(Program const& program, LoaderOptions const& loaderOptions,
@@ -108,7 +101,7 @@ ConversionRun::Fields ConversionRun::convert(Fields const& request, WorkerProces
     while (name == options.haltAt)
         ::pause();
     makeFolderOf(conversion.output);
-    Fields reply = converter.convert(conversion, teller(conversion.input, tell)).fields();
+    Fields reply = converter.convert(conversion, teller(conversion.input, tell), [] {}).fields();
     reply.insert(reply.begin(), done);
     return reply;
 }
@@ -220,7 +213,7 @@ void ConversionRun::takeResult(ConversionPlan::Entry const& entry, WorkerPool::R
             ConversionStatistics::fromFields({result.reply.begin() + 1, result.reply.end()});
         total += statistics;
         if (options.conversion.measures)
-            std::printf("%s\n", statistics.tableLine(printable(entry.input)).c_str());
+            std::printf("%s\n", statistics.tableLine(entry.input).c_str());
     }
 }
 

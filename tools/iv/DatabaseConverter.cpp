@@ -94,12 +94,14 @@ void DatabaseConverter::prepare(FltScene const& scene, Conversion const& convers
 }
 
 ConversionStatistics DatabaseConverter::convert(Conversion const& conversion,
-                                                FltLoader::Progress const& progress) const
+                                                FltLoader::Progress const& progress,
+                                                std::function<void()> const& loaded) const
 {
     auto const begin = std::chrono::steady_clock::now();
     SceneMessages const messages(program);
     program.detail("reading " + conversion.input);
     FltScene const scene = makeLoader(conversion, progress).load(conversion.input);
+    loaded();
     messages.show(scene);
     ConversionStatistics statistics;
     if (options.measures)

@@ -10,7 +10,8 @@ class SoNode;
 class FileReferences
 {
 public:
-    /// @param targets   the converted file of each database that may be named, by the database's canonical path
+    /// @param targets   the converted file of each database that may be named, by the canonical path of the
+    ///                  database
     /// @param directory of the file that the scene is written into: names count from it
     /// @param isVrml    whether the scene is written as VRML, which has a node of its own for that
     FileReferences(std::unordered_map<std::string, std::string> targets, std::string directory, bool isVrml);

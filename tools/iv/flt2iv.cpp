@@ -139,8 +139,10 @@ void check(Options const& options, FltLoader const& loader)
         throw UsageError("several databases need a directory to go to: add -o DIR/");
     if (namesReferences && options.units == "stored")
         throw UsageError("--xref file needs --units metres: files that include each other share their unit");
-    if (namesReferences && loader.exact)
-        throw UsageError("--exact has no choice of --xref file");
+    bool const isForComplete = namesReferences || options.units == "stored" ||
+                               loader.levelsOfDetail != FltLoader::LevelsOfDetail::all;
+    if (loader.exact && isForComplete)
+        throw UsageError("--exact has no choice of --xref file, --units stored and --lod");
     std::error_code ignored;
     if (goesToDirectory(options) && fs::exists(options.output, ignored) && !isDirectory(options.output))
         throw UsageError(options.output + " is a file, and several databases need a directory to go to");
@@ -170,10 +172,10 @@ ExitCode convertOne(Program const& program, Options const& options, LoaderOption
     ConversionStatistics statistics;
     {
         ProgressLine line(options.run.progress);
-        statistics = converter.convert({input, options.output, {}}, shownOn(line));
+        statistics = converter.convert({input, options.output, {}}, shownOn(line), [&line] { line.clear(); });
     }
     if (conversion.measures)
-        std::fprintf(options.output == "-" ? stderr : stdout, "%s\n%s\n",
+        std::fprintf(goesToStream(options) ? stderr : stdout, "%s\n%s\n",
                      ConversionStatistics::tableHead().c_str(), statistics.tableLine(input).c_str());
     return ExitCode::success;
 }
