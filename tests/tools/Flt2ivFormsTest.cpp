@@ -2,6 +2,7 @@
 
 #include "ProgramRun.h"
 #include "SmallDatabases.h"
+#include "pictures/PictureDatabases.h"
 #include "support/SgiImage.h"
 
 #include <Inventor/actions/SoSearchAction.h>
@@ -68,6 +69,18 @@ TEST_F(Flt2ivForms, drawAsManyTrianglesOfTheSampleInEach)
         EXPECT_EQ(trianglesIn(converted(options, sample, "other.wrl")), triangles) << options;
     int const exactly = trianglesIn(converted("--exact", sample, "exact.iv"));
     EXPECT_EQ(trianglesIn(converted("--exact", sample, "exact.wrl")), exactly);
+}
+
+TEST_F(Flt2ivForms, drawAsManyTrianglesOfEachFeatureInVrml)
+{
+    for (PictureDatabase const& feature : pictureDatabases()) {
+        ScratchFolder const own;
+        feature.write(own);
+        for (char const* const name : {"out.iv", "out.wrl"})
+            EXPECT_EQ(ProgramRun("flt2iv", "-o " + (own / name) + " " + (own / "model.flt")).exitCode, 0);
+        EXPECT_GT(trianglesIn(own / "out.iv"), 0) << feature.name;
+        EXPECT_EQ(trianglesIn(own / "out.wrl"), trianglesIn(own / "out.iv")) << feature.name;
+    }
 }
 
 TEST_F(Flt2ivForms, beginAsTheirReadersExpect)
