@@ -213,6 +213,15 @@ TEST_F(Flt2ivMany, reportsAnOutputThatCanNotBeWrittenAndGoesOn)
     EXPECT_EQ(trianglesIn(output("b.iv")), 1);
 }
 
+TEST_F(Flt2ivMany, makesNoDirectoryForNothing)
+{
+    static_cast<void>(folder.write("models/sub/bad.flt", "no database"));
+    database("a.flt");
+    EXPECT_EQ(run().exitCode, 1);
+    EXPECT_TRUE(fs::exists(output("a.iv")));
+    EXPECT_FALSE(fs::exists(output("sub")));
+}
+
 TEST_F(Flt2ivMany, takesANumberOfJobs)
 {
     database("a.flt");

@@ -100,8 +100,8 @@ ConversionRun::Fields ConversionRun::convert(Fields const& request, WorkerProces
         std::raise(SIGKILL);
     while (name == options.haltAt)
         ::pause();
-    makeFolderOf(conversion.output);
-    Fields reply = converter.convert(conversion, teller(conversion.input, tell), [] {}).fields();
+    auto const makeFolder = [&conversion] { makeFolderOf(conversion.output); };
+    Fields reply = converter.convert(conversion, teller(conversion.input, tell), makeFolder).fields();
     reply.insert(reply.begin(), done);
     return reply;
 }
