@@ -73,6 +73,6 @@ TEST(TextLines, areDrawnInTheMiddleOrOnTheLeft)
         for (int x = 100; x < 200; ++x)
             EXPECT_GT(left.at(x, y)[0], 200);
     for (int y = 0; y < middle.height; ++y)
-        for (int x = 0; x < 60; ++x)
+        for (int const x : {0, 20, 40, 60, 140, 160, 180, 199})
             EXPECT_GT(middle.at(x, y)[0], 200);
 }

@@ -91,6 +91,16 @@ TEST_F(FltshotSheet, isRefusedIfItWouldBeTooLarge)
     EXPECT_TRUE(holds(errorOf(many + "--size 4000x4000", 2), "Give a smaller --size"));
 }
 
+TEST_F(FltshotSheet, writesAListingBesideEachDatabaseAndNotIntoOneFile)
+{
+    EXPECT_EQ(run(all + " --log").exitCode, 0);
+    EXPECT_NE(contentsOf(greenFile + ".log"), "");
+    std::filesystem::remove(output);
+    EXPECT_EQ(run(all + " --log=" + (directory / "all.log")).exitCode, 2);
+    EXPECT_FALSE(std::filesystem::exists(directory / "all.log"));
+    EXPECT_FALSE(std::filesystem::exists(output));
+}
+
 TEST_F(FltshotSheet, neverReplacesOneOfItsDatabases)
 {
     std::string const broken = directory.write("broken.png", "nonsense");

@@ -40,15 +40,14 @@ ContactSheet::ContactSheet(Layout const& layout)
         fill({0, 0}, sheet.width, sheet.height, {250, 250, 250});
 }
 
-void ContactSheet::add(Picture const& picture, std::string const& caption)
+void ContactSheet::add(Picture const& picture, std::string const& name)
 {
     Place const place = nextPlace();
     copy(picture, place);
-    write({TextLines::shortened(caption, layout.width)}, {place.x, place.y + layout.height + captionGap},
-          layout.width, {40, 44, 52});
+    caption(name, place);
 }
 
-void ContactSheet::addProblem(std::string const& why, std::string const& caption)
+void ContactSheet::addProblem(std::string const& why, std::string const& name)
 {
     Place const place = nextPlace();
     fill(place, layout.width, layout.height, {228, 228, 230});
@@ -59,8 +58,15 @@ void ContactSheet::addProblem(std::string const& why, std::string const& caption
         int const textHeight = static_cast<int>(text.size()) * TextLines::height;
         write(text, {place.x + inset, place.y + (layout.height - textHeight) / 2}, room, {160, 30, 30});
     }
-    write({TextLines::shortened(caption, layout.width)}, {place.x, place.y + layout.height + captionGap},
-          layout.width, {40, 44, 52});
+    caption(name, place);
+}
+
+/// Without paper the letters have to be read on whatever comes behind them.
+void ContactSheet::caption(std::string const& text, Place place)
+{
+    Ink const ink = layout.isTransparent ? Ink{128, 128, 128} : Ink{40, 44, 52};
+    write({TextLines::shortened(text, layout.width)}, {place.x, place.y + layout.height + captionGap},
+          layout.width, ink);
 }
 
 ContactSheet::Place ContactSheet::nextPlace()
@@ -98,6 +104,8 @@ void ContactSheet::write(std::vector<std::string> const& lines, Place place, int
     for (int y = 0; y < text.height; ++y)
         for (int x = 0; x < text.width; ++x) {
             int const thickness = 255 - text.at(x, y)[0];
+            if (thickness == 0)
+                continue;
             unsigned char* const pixel = sheet.at(place.x + x, place.y + y);
             bool const isOnNothing = sheet.channels == 4 && pixel[3] == 0;
             for (int channel = 0; channel < 3; ++channel) {

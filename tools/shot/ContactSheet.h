@@ -25,10 +25,10 @@ public:
     explicit ContactSheet(Layout const& layout);
 
     /// Adds the next picture.
-    void add(Picture const& picture, std::string const& caption);
+    void add(Picture const& picture, std::string const& name);
 
     /// Has the next place say why there is no picture.
-    void addProblem(std::string const& why, std::string const& caption);
+    void addProblem(std::string const& why, std::string const& name);
 
     Picture const& picture() const { return sheet; }
 
@@ -47,6 +47,8 @@ private:
     void fill(Place place, int width, int height, Ink color);
     void copy(Picture const& picture, Place place);
     void write(std::vector<std::string> const& lines, Place place, int width, Ink ink);
+
+    void caption(std::string const& text, Place place);
 
     Layout layout;
     Picture sheet;

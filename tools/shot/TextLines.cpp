@@ -67,6 +67,23 @@ SoNodeRef<SoSeparator> makePage(int width, int height)
     return page;
 }
 
+/// Moves a line of a picture from the left into the middle: the toolkit takes letters for wider than they are.
+void centre(Picture& picture, int top)
+{
+    constexpr int darkest = 128;
+    int right = 0;
+    for (int y = top; y < top + TextLines::height; ++y)
+        for (int x = right; x < picture.width; ++x)
+            if (picture.at(x, y)[0] < darkest)
+                right = x + 1;
+    int const shift = (picture.width - right) / 2 * picture.channels;
+    for (int y = top; y < top + TextLines::height; ++y) {
+        unsigned char* const row = picture.at(0, y);
+        std::copy_backward(row, row + right * picture.channels, row + right * picture.channels + shift);
+        std::fill(row, row + shift, static_cast<unsigned char>(255));
+    }
+}
+
 /// The beginning of a text, without half a character at its end.
 std::string beginningOf(std::string const& text, std::size_t length)
 {
@@ -143,8 +160,10 @@ Picture TextLines::draw(std::vector<std::string> const& lines, int width, bool i
     auto y = static_cast<float>(pageHeight);
     for (std::string const& line : lines) {
         y -= static_cast<float>(height);
-        int const x = isCentred ? std::max(0, (width - widthOf(line)) / 2) : 0;
-        page->addChild(makeLine(line, static_cast<float>(x), y + belowBaseline));
+        page->addChild(makeLine(line, 0, y + belowBaseline));
     }
-    return SceneDrawing::drawNodes(page.get(), width, pageHeight, 1);
+    Picture picture = SceneDrawing::drawNodes(page.get(), width, pageHeight, 1);
+    for (int top = 0; isCentred && top < pageHeight; top += height)
+        centre(picture, top);
+    return picture;
 }

@@ -76,6 +76,8 @@ void write(Picture const& picture, ShotOptions const& options, Shot const& shot)
 ExitCode shoot(Program const& program, ShotOptions& options, LoaderOptions const& loaderOptions)
 {
     options.check();
+    if (options.inputs.size() > 1 && loaderOptions.hasNamedLog())
+        throw UsageError("one --log can't hold the listings of several databases. Give it without a name");
     EglOffscreen::install();
     SceneMessages const messages(program);
     if (char const* problem = EglOffscreen::missing())
