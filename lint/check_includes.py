@@ -36,7 +36,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "tools/info": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),
     "tools/check": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),
     "tools/iv": ("tools/support", "src/toolkit", "src/loader"),
-    "tools/shot": ("tools/support", "src/toolkit", "src/loader"),
+    "tools/shot": ("tools/support", "src/toolkit", "src/messages", "src/loader"),
     "tools/view": ("tools/support", "src/toolkit", "src/dump", "src/messages", "src/records", "src/parser",
                    "src/loader"),
     "writer": (),

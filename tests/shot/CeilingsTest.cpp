@@ -1,5 +1,7 @@
 #include "shot/Ceilings.h"
 
+#include <csignal>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <new>
 #include <sys/mman.h>
@@ -50,6 +52,18 @@ TEST(Ceilings, endWorkThatWaits)
             ::pause();
         },
         testing::ExitedWithCode(1), "takes too long");
+}
+
+TEST(Ceilings, endWorkOfLibrariesThatDoNotSurviveWithoutMemory)
+{
+    EXPECT_EXIT(
+        {
+            std::signal(SIGABRT, SIG_DFL);
+            Ceilings const ceilings(wide, "fltshot: town.flt");
+            std::abort();
+        },
+        testing::ExitedWithCode(1),
+        "^fltshot: town.flt: needs more memory than it may have, and is left out.\n$");
 }
 
 TEST(Ceilings, refuseMoreMemoryWhileTheyHold)

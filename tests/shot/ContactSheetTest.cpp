@@ -41,6 +41,17 @@ TEST(ContactSheet, putsPicturesSideBySideAndThenBelow)
     EXPECT_EQ(sheet.picture().at(12, 12 + 82)[0], 30);
 }
 
+TEST(ContactSheet, writesNamesThatAreNoText)
+{
+    ContactSheet sheet(layoutOf(1, 1));
+    sheet.addProblem("line\nline\t\xff", "\xff\xfe\n.flt");
+    int dark = 0;
+    for (int y = 62; y < 82; ++y)
+        for (int x = 12; x < 112; ++x)
+            dark += sheet.picture().at(x, y)[0] < 120 ? 1 : 0;
+    EXPECT_GT(dark, 40);
+}
+
 TEST(ContactSheet, takesPlacesThatAreTooSmallForText)
 {
     ContactSheet::Layout layout = layoutOf(1, 1);

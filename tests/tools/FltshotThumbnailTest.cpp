@@ -75,6 +75,19 @@ TEST_F(FltshotThumbnail, readsNoHugeDatabase)
     EXPECT_TRUE(holds(run.errors, "more than")) << run.errors;
 }
 
+TEST_F(FltshotThumbnail, endsInOrderForATextureThatNeedsTooMuchMemory)
+{
+    std::string const database = sample();
+    std::string image = sgiImage(8);
+    for (std::size_t const side : {6U, 7U, 8U, 9U})
+        image[side] = '\xea'; // 60138 pixels
+    static_cast<void>(directory.write("airfield/corrugation.rgb", image));
+    ProgramRun const run = thumbnail(database);
+    EXPECT_TRUE(run.exitCode == 0 || run.exitCode == 1) << run.exitCode;
+    EXPECT_EQ(contentsOf(output).empty(), run.exitCode == 1);
+    EXPECT_TRUE(run.exitCode == 0 || holds(run.errors, "needs more memory than it may have")) << run.errors;
+}
+
 TEST_F(FltshotThumbnail, isWhatTheEntryForFileManagersAsksFor)
 {
     std::string const entry = contentsOf(VELLOREADER_SHARE "thumbnailers/velloreader.thumbnailer");

@@ -12,14 +12,60 @@
 namespace
 {
 
-/// What to say when time runs out: a signal handler can't make it then.
-std::array<char, 4096> message{};
-std::size_t messageLength = 0;
-
-void sayAndEnd(int)
+/// What to say when something runs out: a signal handler can't make it then.
+class LastWords
 {
-    static_cast<void>(!::write(STDERR_FILENO, message.data(), messageLength));
-    ::_exit(static_cast<int>(ExitCode::failed));
+public:
+    void set(std::string const& text)
+    {
+        length = std::min(text.size(), words.size());
+        std::copy_n(text.begin(), length, words.begin());
+    }
+
+    [[noreturn]] void sayAndEnd() const
+    {
+        static_cast<void>(!::write(STDERR_FILENO, words.data(), length));
+        ::_exit(static_cast<int>(ExitCode::failed));
+    }
+
+private:
+    std::array<char, 4096> words{};
+    std::size_t length = 0;
+};
+
+LastWords outOfTime;
+LastWords outOfMemory;
+
+constexpr int timeSignals[] = {SIGALRM, SIGXCPU};
+
+/// What libraries end in that don't look whether they get the memory they ask for.
+constexpr int memorySignals[] = {SIGSEGV, SIGBUS, SIGABRT};
+
+void endForTime(int)
+{
+    outOfTime.sayAndEnd();
+}
+
+void endForMemory(int)
+{
+    outOfMemory.sayAndEnd();
+}
+
+/// Sets what a signal does, unless something else takes care of it already.
+void handle(int number, void (*handler)(int))
+{
+    struct sigaction before = {};
+    ::sigaction(number, nullptr, &before);
+    if (before.sa_handler == SIG_DFL)
+        std::signal(number, handler);
+}
+
+void handleNoMore(int number, void (*handler)(int))
+{
+    struct sigaction before = {};
+    ::sigaction(number, nullptr, &before);
+    if (before.sa_handler == handler)
+        std::signal(number, SIG_DFL);
 }
 
 /// Bytes of the process's address space.
@@ -54,11 +100,12 @@ rlimit lower(Resource resource, std::uint64_t most)
 
 Ceilings::Ceilings(Limits const& limits, std::string const& who)
 {
-    std::string const text = who + ": takes too long, and is left out.\n";
-    messageLength = std::min(text.size(), message.size());
-    std::copy_n(text.begin(), messageLength, message.begin());
-    std::signal(SIGALRM, sayAndEnd);
-    std::signal(SIGXCPU, sayAndEnd);
+    outOfTime.set(who + ": takes too long, and is left out.\n");
+    outOfMemory.set(who + ": needs more memory than it may have, and is left out.\n");
+    for (int const number : timeSignals)
+        handle(number, endForTime);
+    for (int const number : memorySignals)
+        handle(number, endForMemory);
     processorBefore = lower(RLIMIT_CPU, processorSecondsUsed() + limits.processorSeconds);
     memoryBefore = lower(RLIMIT_AS, memoryInUse() + limits.bytes);
     ::alarm(limits.seconds);
@@ -69,6 +116,8 @@ Ceilings::~Ceilings()
     ::alarm(0);
     ::setrlimit(RLIMIT_CPU, &processorBefore);
     ::setrlimit(RLIMIT_AS, &memoryBefore);
-    std::signal(SIGALRM, SIG_DFL);
-    std::signal(SIGXCPU, SIG_DFL);
+    for (int const number : timeSignals)
+        handleNoMore(number, endForTime);
+    for (int const number : memorySignals)
+        handleNoMore(number, endForMemory);
 }

@@ -15,8 +15,9 @@ public:
         std::uint64_t bytes; ///< Of memory, besides what is in use already.
     };
 
-    /// @param who begins the message on standard error when time runs out: "fltshot: town.flt". The process ends
-    ///            with the exit code for a failure then. Too little memory shows as std::bad_alloc.
+    /// @param who begins the message on standard error when time or memory runs out: "fltshot: town.flt". The
+    ///            process ends with the exit code for a failure then. Memory that runs out in this project's own
+    ///            code shows as std::bad_alloc; other libraries may not survive it.
     Ceilings(Limits const& limits, std::string const& who);
     ~Ceilings();
 

@@ -2,6 +2,8 @@
 
 #include "shot/TextLines.h"
 
+#include "messages/FltText.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -54,7 +56,8 @@ void ContactSheet::addProblem(std::string const& why, std::string const& name)
     int const room = layout.width - 2 * inset;
     int const lines = (layout.height - 2 * inset) / TextLines::height;
     if (room > 0 && lines > 0) {
-        std::vector<std::string> const text = TextLines::wrapped(why, room, static_cast<std::size_t>(lines));
+        std::vector<std::string> const text =
+            TextLines::wrapped(FltText::printable(why), room, static_cast<std::size_t>(lines));
         int const textHeight = static_cast<int>(text.size()) * TextLines::height;
         write(text, {place.x + inset, place.y + (layout.height - textHeight) / 2}, room, {160, 30, 30});
     }
@@ -65,8 +68,8 @@ void ContactSheet::addProblem(std::string const& why, std::string const& name)
 void ContactSheet::caption(std::string const& text, Place place)
 {
     Ink const ink = layout.isTransparent ? Ink{128, 128, 128} : Ink{40, 44, 52};
-    write({TextLines::shortened(text, layout.width)}, {place.x, place.y + layout.height + captionGap},
-          layout.width, ink);
+    write({TextLines::shortened(FltText::printable(text), layout.width)},
+          {place.x, place.y + layout.height + captionGap}, layout.width, ink);
 }
 
 ContactSheet::Place ContactSheet::nextPlace()

@@ -14,6 +14,7 @@
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoShapeHints.h>
 #include <algorithm>
+#include <cstdlib>
 
 namespace
 {
@@ -115,6 +116,18 @@ Picture withAlpha(Picture const& onBlack, Picture const& onWhite)
     return picture;
 }
 
+/// Whether there is a row that no backdrop has: that saves drawing one to compare.
+bool hasUnevenRow(Picture const& picture)
+{
+    constexpr int roughness = 2; // of what is the same colour
+    for (int y = 0; y < picture.height; ++y)
+        for (int x = 1; x < picture.width; ++x)
+            for (int channel = 0; channel < 3; ++channel)
+                if (std::abs(picture.at(x, y)[channel] - picture.at(0, y)[channel]) > roughness)
+                    return true;
+    return false;
+}
+
 } // namespace
 
 Picture SceneDrawing::drawNodes(SoNode* nodes, int width, int height, int fine)
@@ -163,6 +176,8 @@ bool SceneDrawing::isEmpty(Picture const& picture, DrawingStyle const& style)
                 return false;
         return true;
     }
+    if (hasUnevenRow(picture))
+        return false;
     SoNodeRef<SoSeparator> const backdrop(style.backdrop.makeNodes());
     return picture.pixels == drawNodes(backdrop.get(), picture.width, picture.height, fineness).pixels;
 }
