@@ -22,9 +22,6 @@ namespace
 /// How many pixels of the finer picture, which is drawn, lie side by side in one of the result.
 constexpr int fineness = 2;
 
-/// Below this height a picture is a small one.
-constexpr int smallHeight = 300;
-
 /// A light that shines in a direction of the camera's own axes.
 SoDirectionalLight* makeLight(SoCamera const& camera, SbVec3f direction, float intensity)
 {
@@ -59,7 +56,7 @@ SoDrawStyle* makeWireframe()
     return lines;
 }
 
-/// What makes all points after it as small as can be: in a small picture they would cover the rest.
+/// What makes all points after it as small as can be.
 SoDrawStyle* makeSmallPoints()
 {
     auto* points = new SoDrawStyle;
@@ -90,7 +87,7 @@ SoNodeRef<SoSeparator> makePicture(SoNode* scene, SoPerspectiveCamera* camera, B
         picture->addChild(makeTwoSided());
     if (style.isWireframe)
         picture->addChild(makeWireframe());
-    if (style.height < smallHeight)
+    if (style.hasSmallPoints)
         picture->addChild(makeSmallPoints());
     picture->addChild(scene);
     return picture;

@@ -129,6 +129,7 @@ void ShotOptions::check()
     readPlaces();
     readColumns();
     readSize();
+    style.hasSmallPoints = isSheet() || isThumbnail;
     if (std::optional<Backdrop> const backdrop =
             Backdrop::fromText(backdropText.empty() ? "sky" : backdropText))
         style.backdrop = *backdrop;
