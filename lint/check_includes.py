@@ -47,7 +47,7 @@ LIBRARY = tuple(folder for folder in MAY_INCLUDE if folder.startswith("src/"))
 MAY_INCLUDE |= {
     "tests/support": (*LIBRARY, "writer"),
     "tests": (*LIBRARY, "writer", "tests/support", "tools/support"),
-    "tests/shot": (*LIBRARY, "tests/support", "tools/shot"),
+    "tests/shot": (*LIBRARY, "tests/support", "tools/support", "tools/shot"),
     "tests/view": (*LIBRARY, "writer", "tests/support", "tools/view"),
     "bench": (*LIBRARY, "writer", "tests/support"),
     "fuzz": (*LIBRARY, "writer", "tests/support"),

@@ -56,7 +56,7 @@ TEST_F(FltshotStyle, keepsTheColourOfGlassThatIsHalfTransparent)
     EXPECT_NEAR(shot.at(48, 48)[0], shoot(square(255, 0, 0), "--view top").at(48, 48)[0], 4);
 }
 
-TEST_F(FltshotStyle, writesJpegWithTheSamePicture)
+TEST_F(FltshotStyle, writesJpegIfTheNameEndsSo)
 {
     std::string const database = square(255, 0, 0);
     for (char const* const name : {"o.jpg", "o.JPEG"}) {
