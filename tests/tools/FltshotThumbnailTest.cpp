@@ -85,7 +85,7 @@ TEST_F(FltshotThumbnail, endsInOrderForATextureThatNeedsTooMuchMemory)
     ProgramRun const run = thumbnail(database);
     EXPECT_TRUE(run.exitCode == 0 || run.exitCode == 1) << run.exitCode;
     EXPECT_EQ(contentsOf(output).empty(), run.exitCode == 1);
-    EXPECT_EQ(run.errors.empty(), run.exitCode == 0) << run.errors;
+    EXPECT_NE(run.errors, "");
 }
 
 TEST_F(FltshotThumbnail, isWhatTheEntryForFileManagersAsksFor)

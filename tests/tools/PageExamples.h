@@ -24,8 +24,8 @@ public:
         }
     }
 
-    /// Runs all in a folder with the sample database: each has to succeed in silence on standard error, and to
-    /// print something unless it writes a file.
+    /// Runs all in a folder with the sample database: each has to succeed in silence on standard error, and
+    /// to print something unless it writes a file.
     void expectThatAllRun() const
     {
         ScratchFolder const folder;

@@ -4,8 +4,8 @@
 #include <string>
 #include <sys/resource.h>
 
-/// Ends the process when a piece of work takes too much: for programs that are started by others, on files that
-/// nobody has looked at yet. They hold while the object lives; one object at a time.
+/// Ends the process when a piece of work takes too much: for programs that are started by others, on files
+/// that nobody has looked at yet. They hold while the object lives; one object at a time.
 class Ceilings
 {
 public:
@@ -15,9 +15,9 @@ public:
         std::uint64_t bytes; ///< Of memory, besides what is in use already.
     };
 
-    /// @param who begins the message on standard error when time or memory runs out: "fltshot: town.flt". The
-    ///            process ends with the exit code for a failure then. Memory that runs out in this project's own
-    ///            code shows as std::bad_alloc; other libraries may not survive it.
+    /// @param who begins the message on standard error when time or memory runs out: "fltshot: town.flt".
+    ///            The process ends with the exit code for a failure then. Memory that runs out in this
+    ///            project's own code shows as std::bad_alloc; other libraries may not survive it.
     Ceilings(Limits const& limits, std::string const& who);
     ~Ceilings();
 

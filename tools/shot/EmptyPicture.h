@@ -7,8 +7,8 @@
 class SoNode;
 class SoPerspectiveCamera;
 
-/// Finds out why a picture shows nothing but its backdrop. Each function opens switches and levels of detail of
-/// the scene, which isn't what was loaded any more then.
+/// Finds out why a picture shows nothing but its backdrop. Each function opens switches and levels of detail
+/// of the scene, which isn't what was loaded any more then.
 namespace EmptyPicture
 {
 

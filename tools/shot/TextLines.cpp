@@ -67,7 +67,8 @@ SoNodeRef<SoSeparator> makePage(int width, int height)
     return page;
 }
 
-/// Moves a line of a picture from the left into the middle: the toolkit takes letters for wider than they are.
+/// Moves a line of a picture from the left into the middle: the toolkit takes letters for wider than they
+/// are.
 void centre(Picture& picture, int top)
 {
     constexpr int darkest = 128;
