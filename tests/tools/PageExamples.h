@@ -38,7 +38,7 @@ public:
                 ("{ " + inShell + "\n} >" + (folder / "output") + " 2>" + (folder / "errors")).c_str());
             bool const writesFile = command.find(" -o ") != std::string::npos;
             EXPECT_EQ(WEXITSTATUS(status), 0) << command;
-            EXPECT_TRUE(writesFile || contentsOf(folder / "output") != "") << command;
+            EXPECT_TRUE(writesFile || !contentsOf(folder / "output").empty()) << command;
             EXPECT_EQ(contentsOf(folder / "errors"), "") << command;
         }
     }

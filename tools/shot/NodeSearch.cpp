@@ -100,6 +100,7 @@ std::vector<std::string> NodeSearch::namesLike(SoNode* scene, std::string const&
             found.erase(std::prev(found.end()));
     }
     std::vector<std::string> names;
+    names.reserve(found.size());
     for (auto const& [far, other] : found)
         names.push_back(other);
     return names;

@@ -139,7 +139,8 @@ std::vector<std::string> TextLines::wrapped(std::string const& text, int width, 
     for (std::size_t begin = 0; begin < text.size() && lines.size() < most;) {
         std::size_t const end = std::min(text.find(' ', begin), text.size());
         std::string const word = text.substr(begin, end - begin);
-        std::string const longer = line.empty() ? word : line + ' ' + word;
+        std::string longer = line;
+        longer.append(line.empty() ? "" : " ").append(word);
         begin = end + 1;
         if (widthOf(beginningOf(longer, longestLine)) <= width) {
             line = longer;
