@@ -36,7 +36,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "tools/info": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),
     "tools/check": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),
     "tools/iv": ("tools/support", "src/toolkit", "src/messages", "src/inspect", "src/loader"),
-    "tools/shot": ("tools/support", "src/toolkit", "src/loader"),
+    "tools/shot": ("tools/support", "src/toolkit", "src/messages", "src/loader"),
     "tools/view": ("tools/support", "src/toolkit", "src/dump", "src/messages", "src/records", "src/parser",
                    "src/loader"),
     "writer": (),
@@ -47,6 +47,7 @@ LIBRARY = tuple(folder for folder in MAY_INCLUDE if folder.startswith("src/"))
 MAY_INCLUDE |= {
     "tests/support": (*LIBRARY, "writer"),
     "tests": (*LIBRARY, "writer", "tests/support", "tools/support", "tools/iv"),
+    "tests/shot": (*LIBRARY, "tests/support", "tools/support", "tools/shot"),
     "tests/view": (*LIBRARY, "writer", "tests/support", "tools/view"),
     "bench": (*LIBRARY, "writer", "tests/support"),
     "fuzz": (*LIBRARY, "writer", "tests/support"),

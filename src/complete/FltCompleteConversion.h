@@ -57,6 +57,9 @@ public:
 
         /// The largest external file that is read, in bytes.
         std::uint64_t largestFile = UINT64_MAX;
+
+        /// Whether an external file that is there may be opened; without it all may.
+        std::function<bool(std::string const& file)> mayRead;
     };
 
     /// How a conversion ended.

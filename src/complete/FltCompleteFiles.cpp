@@ -153,6 +153,10 @@ FltScenePart FltCompleteFiles::refer(FltModel const& from, std::string const& pa
         ++setting.leftOut["external reference"];
         return {};
     }
+    if (isThere && options.mayRead && !options.mayRead(name)) {
+        ++setting.leftOut["external reference that may not be read"];
+        return {};
+    }
     if (options.references == References::file && isThere)
         return makeFileNode(from, name);
     Converted const& converted = convertExternal(name, from, overrides);

@@ -56,8 +56,8 @@ std::uint64_t sizeOf(FltInput const& file)
 
 FltLoadHost::FltLoadHost(FltLoader const& options, std::string const& path, FltScene::Content& content,
                          FltMessageCollector& messages)
-    : options(options), path(path), content(content), messages(messages),
-      textures(FltDatabaseFile::withDirectory(path), options.texturePath, options.textureNamesFrom)
+    : options(options), path(path), content(content), messages(messages), readable(options.onlyBelow),
+      textures(FltDatabaseFile::withDirectory(path), options.texturePath, options.textureNamesFrom, readable)
 {
 }
 
@@ -145,7 +145,7 @@ bool FltLoadHost::beginReference(FltInput const& file, std::string const& name, 
 {
     openReferences.push_back({content.references.size(), messages.getFile()});
     content.references.push_back({name, file.getFileName(), isThere ? target : "", false});
-    return isThere && options.references == FltLoader::References::follow && isSmallEnough(target);
+    return isThere && options.references == FltLoader::References::follow && mayFollow(target);
 }
 
 void FltLoadHost::endReference(bool isLoaded)
@@ -155,8 +155,21 @@ void FltLoadHost::endReference(bool isLoaded)
     openReferences.pop_back();
 }
 
-bool FltLoadHost::isSmallEnough(std::string const& target)
+bool FltLoadHost::isInReach(std::string const& target)
 {
+    if (readable.holds(target))
+        return true;
+    messages.add(
+        {FltMessage::Level::warning,
+         "An external file is left out, because it isn't below " + *options.onlyBelow + ": " + target,
+         messages.getFile()});
+    return false;
+}
+
+bool FltLoadHost::mayFollow(std::string const& target)
+{
+    if (!isInReach(target))
+        return false;
     struct stat status = {};
     if (::stat(target.c_str(), &status) != 0 ||
         static_cast<std::uint64_t>(status.st_size) <= options.largestFile)

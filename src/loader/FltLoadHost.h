@@ -30,6 +30,9 @@ public:
     void takeHeader(FltRecordHeader const& header);
     SoNodeRef<SoTexture2> makeTexture(std::string const& file, std::string const& name);
     void report(std::string const& file, std::uint64_t bytesDone, std::uint64_t bytesInAll) const;
+
+    /// Whether an external file is where the options let it be; if not, that is reported.
+    bool isInReach(std::string const& path);
     /// @}
 
     /// Gives the textures of the finished scene their images, and completes the lists.
@@ -55,13 +58,14 @@ private:
     };
 
     void reportNowAndThen(FltInput const& file, std::uint64_t bytesDone);
-    bool isSmallEnough(std::string const& path);
+    bool mayFollow(std::string const& path);
     void addTexture(FltSceneTextures::Texture&& texture);
 
     FltLoader const& options;
     std::string path;
     FltScene::Content& content;
     FltMessageCollector& messages;
+    FltReadableTree readable;
     FltSceneTextures textures;
     FltInput const* database = nullptr;   ///< The top-level file, once it is read.
     std::map<int, std::uint64_t> records; ///< How many there are of each opcode, in all files.

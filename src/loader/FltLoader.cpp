@@ -109,6 +109,8 @@ FltCompleteConversion::Options completeOptions(FltLoader const& options, FltLoad
     complete.makeTexture = [&host](std::string const& stored, std::string const& file) {
         return host.makeTexture(file, stored);
     };
+    if (options.onlyBelow)
+        complete.mayRead = [&host](std::string const& file) { return host.isInReach(file); };
     if (options.progress)
         complete.progress = [&host](std::string const& file, std::size_t done, std::size_t all) {
             host.report(file, done, all);
@@ -123,6 +125,7 @@ void writeLog(FltLoader const& options, std::string const& path)
     FltLoader exact;
     exact.log = options.log;
     exact.largestFile = options.largestFile;
+    exact.onlyBelow = options.onlyBelow;
     if (options.references == FltLoader::References::skip)
         exact.references = options.references;
     loadExactly(exact, path);

@@ -93,6 +93,11 @@ public:
     /// out.
     std::uint64_t largestFile = UINT64_MAX;
 
+    /// A directory outside of which nothing is read but the database itself: textures and external files that
+    /// lie elsewhere are left out. What counts is where they really are, behind links and "..". By default
+    /// everything may be read.
+    std::optional<std::string> onlyBelow;
+
     /// @}
 
     /// Loads a database.

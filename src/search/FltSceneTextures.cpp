@@ -37,8 +37,8 @@ std::string relativeName(std::string const& path, std::string const& directory)
 } // namespace
 
 FltSceneTextures::FltSceneTextures(std::string const& database, std::vector<std::string> directories,
-                                   std::optional<std::string> namesFrom)
-    : databaseDirectory(directoryOf(database)), search(std::move(directories)),
+                                   std::optional<std::string> namesFrom, FltReadableTree readable)
+    : databaseDirectory(directoryOf(database)), search(std::move(directories), std::move(readable)),
       namesFrom(std::move(namesFrom))
 {
 }

@@ -23,8 +23,10 @@ public:
     /// @param directories to search besides those of the databases
     /// @param namesFrom   a directory from which the nodes shall name the images that are found; without one
     ///                    they get the paths as they were found
+    /// @param readable    no other image is read
     FltSceneTextures(std::string const& database, std::vector<std::string> directories,
-                     std::optional<std::string> namesFrom = std::nullopt);
+                     std::optional<std::string> namesFrom = std::nullopt,
+                     FltReadableTree readable = FltReadableTree());
 
     /// A new node. It belongs to the scene if anybody else holds it when resolve() is called.
     /// @param name     as stored

@@ -74,12 +74,6 @@ std::string stemOf(std::string const& name)
     return dot == std::string::npos || dot == 0 ? name : name.substr(0, dot);
 }
 
-bool isReadableFile(std::string const& path)
-{
-    struct stat status = {};
-    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && ::access(path.c_str(), R_OK) == 0;
-}
-
 void addOnce(std::vector<std::string>& list, std::string text)
 {
     if (std::find(list.begin(), list.end(), text) == list.end())
@@ -88,7 +82,8 @@ void addOnce(std::vector<std::string>& list, std::string text)
 
 } // namespace
 
-FltTextureSearch::FltTextureSearch(std::vector<std::string> directories) : directories(std::move(directories))
+FltTextureSearch::FltTextureSearch(std::vector<std::string> directories, FltReadableTree readable)
+    : directories(std::move(directories)), readable(std::move(readable))
 {
     SbStringList const& toolkits = SoInput::getDirectories();
     for (int i = 0; i < toolkits.getLength(); ++i)
@@ -206,7 +201,7 @@ FltTextureSearch::Listing const& FltTextureSearch::listingOf(std::string const& 
     if (!isNew)
         return listing;
     struct stat status = {};
-    if (::stat(directory.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) {
+    if (!readable.holds(directory) || ::stat(directory.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) {
         listing.isComplete = true; // nothing is there
         return listing;
     }
@@ -222,4 +217,11 @@ FltTextureSearch::Listing const& FltTextureSearch::listingOf(std::string const& 
     for (auto& [lower, names] : listing.byLowerCase)
         std::sort(names.begin(), names.end()); // the same choice on every machine
     return listing;
+}
+
+bool FltTextureSearch::isReadableFile(std::string const& path) const
+{
+    struct stat status = {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+           ::access(path.c_str(), R_OK) == 0 && readable.holds(path);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "search/FltReadableTree.h"
 #include "toolkit/VelloReaderExport.h"
 
 #include <functional>
@@ -25,7 +26,9 @@ public:
     using Accept = std::function<bool(std::string const& path)>;
 
     /// @param directories to search besides those of the databases
-    explicit FltTextureSearch(std::vector<std::string> directories);
+    /// @param readable    no other file is found, and no other directory looked into
+    explicit FltTextureSearch(std::vector<std::string> directories,
+                              FltReadableTree readable = FltReadableTree());
 
     struct Result {
         std::string path; ///< Empty if nothing was found.
@@ -60,7 +63,9 @@ private:
                           Parts::const_iterator end, Accept const& accept);
     std::vector<std::string> matches(Way way, std::string const& directory, std::string const& name);
     Listing const& listingOf(std::string const& directory);
+    bool isReadableFile(std::string const& path) const;
 
     std::vector<std::string> directories;
+    FltReadableTree readable;
     std::unordered_map<std::string, Listing> listings;
 };

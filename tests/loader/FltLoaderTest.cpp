@@ -314,6 +314,53 @@ TEST_F(FltLoaderTest, ReadsNoFileThatIsLargerThanAllowed)
     EXPECT_EQ(errorOf(part).kind(), Kind::refused);
 }
 
+TEST_F(FltLoaderTest, FollowsNoReferenceThatLeadsOutOfTheDirectoryItIsKeptIn)
+{
+    save(oneGroup(), "outside.flt");
+    save(oneGroup(), "inside/part.flt");
+    std::filesystem::create_symlink(folder / "outside.flt", folder / "inside/link.flt");
+    std::filesystem::create_symlink(folder / "inside/part.flt", folder / "back.flt");
+    FltWriter flt;
+    flt.push();
+    for (std::string const& name :
+         {std::string("../outside.flt"), std::string("link.flt"), folder / "outside.flt",
+          std::string("part.flt"), std::string("../back.flt")})
+        flt.add("ExternalReference", {{"asciiPath", name}}).add("Group");
+    std::string const path = save(flt.pop(), "inside/a.flt");
+    loader.onlyBelow = folder / "inside";
+    for (bool const isExact : {false, true}) {
+        loader.exact = isExact;
+        FltScene const scene = loader.load(path);
+        ASSERT_EQ(scene.references().size(), 5U);
+        for (std::size_t const outside : {0U, 1U, 2U})
+            EXPECT_FALSE(scene.references()[outside].isLoaded) << isExact << outside;
+        EXPECT_TRUE(scene.references()[3].isLoaded) << isExact;
+        EXPECT_TRUE(isExact || scene.references()[4].isLoaded) << "what counts is where a file really is";
+        EXPECT_NE(scene.messages().at(0).text.find("it isn't below " + (folder / "inside")),
+                  std::string::npos);
+    }
+}
+
+TEST_F(FltLoaderTest, ReadsNoTextureOutsideOfTheDirectoryItIsKeptIn)
+{
+    std::string const outside = folder.write("tree.rgb", sgiImage(8));
+    std::filesystem::create_directories(folder / "inside");
+    std::filesystem::create_symlink(outside, folder / "inside/link.rgb");
+    loader.onlyBelow = folder / "inside";
+    loader.texturePath = {folder / ""};
+    for (bool const isExact : {false, true}) {
+        loader.exact = isExact;
+        for (std::string const& name :
+             {std::string("../tree.rgb"), std::string("link.rgb"), outside, std::string("tree.rgb")}) {
+            FltScene const scene = loader.load(save(texturedTriangle(name), "inside/a.flt"));
+            ASSERT_EQ(scene.textures().size(), 1U);
+            EXPECT_EQ(scene.textures()[0].path, "") << name;
+        }
+    }
+    folder.write("inside/near.rgb", sgiImage(8));
+    EXPECT_NE(loader.load(save(texturedTriangle("near.rgb"), "inside/a.flt")).textures()[0].path, "");
+}
+
 TEST_F(FltLoaderTest, KnowsUnitsRevisionAndOrigin)
 {
     FltWriter const flt(1570, {{"id", "db"},

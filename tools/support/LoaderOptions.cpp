@@ -35,6 +35,11 @@ FltLoader LoaderOptions::makeLoader() const
     return loader;
 }
 
+bool LoaderOptions::hasNamedLog() const
+{
+    return !log.empty() && log != besideDatabase;
+}
+
 std::vector<KeptFile> LoaderOptions::keptFiles(std::string const& database, FltScene const& scene) const
 {
     std::vector<KeptFile> kept = {{database, "the input"}};

@@ -21,6 +21,9 @@ public:
     /// A loader with these options, once the command line was parsed.
     FltLoader makeLoader() const;
 
+    /// Whether the listing goes into one file, which can't hold that of several databases.
+    bool hasNamedLog() const;
+
     /// The files that an output of the program must never replace: the database, its log, and all that it
     /// refers to.
     std::vector<KeptFile> keptFiles(std::string const& database, FltScene const& scene) const;

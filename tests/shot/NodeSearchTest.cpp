@@ -1,0 +1,69 @@
+#include "shot/NodeSearch.h"
+
+#include "toolkit/SoNodeRef.h"
+
+#include <Inventor/SoPath.h>
+#include <Inventor/nodes/SoCube.h>
+#include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoSwitch.h>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using Names = std::vector<std::string>;
+
+class NodeSearchTest : public testing::Test
+{
+protected:
+    template <class Group>
+    Group* add(SoGroup* parent, char const* name) const
+    {
+        auto* const group = new Group;
+        group->setName(name);
+        parent->addChild(group);
+        return group;
+    }
+
+    SoNodeRef<SoSeparator> const scene{new SoSeparator};
+};
+
+} // namespace
+
+TEST_F(NodeSearchTest, prefersANodeThatNoSwitchHides)
+{
+    add<SoSeparator>(add<SoSwitch>(scene.get(), "off"), "tower");
+    SoNode* const open = add<SoSeparator>(scene.get(), "tower");
+    SoPath* const path = NodeSearch::find(scene.get(), "tower");
+    ASSERT_NE(path, nullptr);
+    EXPECT_EQ(path->getTail(), open);
+    path->unref();
+}
+
+TEST_F(NodeSearchTest, findsAHiddenNodeToo)
+{
+    SoNode* const hidden = add<SoSeparator>(add<SoSwitch>(scene.get(), "off"), "tower");
+    SoPath* const path = NodeSearch::find(scene.get(), "tower");
+    ASSERT_NE(path, nullptr);
+    EXPECT_EQ(path->getTail(), hidden);
+    path->unref();
+    EXPECT_EQ(NodeSearch::find(scene.get(), "Tower"), nullptr);
+}
+
+TEST_F(NodeSearchTest, namesWhatIsLikeAName)
+{
+    for (char const* const name : {"control_tower", "hangar2", "hangar1", "lake", "hangar1"})
+        add<SoSeparator>(scene.get(), name);
+    EXPECT_EQ(NodeSearch::namesLike(scene.get(), "hangar"), (Names{"hangar1", "hangar2"}));
+    EXPECT_EQ(NodeSearch::namesLike(scene.get(), "HANGER2"), (Names{"hangar2", "hangar1"}));
+    EXPECT_EQ(NodeSearch::namesLike(scene.get(), "towr"), Names{"control_tower"});
+    EXPECT_EQ(NodeSearch::namesLike(scene.get(), "runway"), Names{});
+}
+
+TEST_F(NodeSearchTest, listsEachNodeOnce)
+{
+    auto* const shared = new SoCube;
+    scene->addChild(shared);
+    add<SoSeparator>(scene.get(), "a")->addChild(shared);
+    EXPECT_EQ(NodeSearch::all(scene.get()).size(), 3U);
+}

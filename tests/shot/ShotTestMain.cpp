@@ -1,0 +1,14 @@
+#include "shot/EglOffscreen.h"
+
+#include <Inventor/SoDB.h>
+#include <Inventor/SoInteraction.h>
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    EglOffscreen::install();
+    SoDB::init();
+    SoInteraction::init();
+    return RUN_ALL_TESTS();
+}

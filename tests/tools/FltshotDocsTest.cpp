@@ -1,0 +1,6 @@
+#include "PageExamples.h"
+
+TEST(FltshotDocs, haveExamplesThatRun)
+{
+    PageExamples(contentsOf(VELLOREADER_DOCS "tools/fltshot.md")).expectThatAllRun();
+}
