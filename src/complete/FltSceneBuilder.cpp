@@ -26,6 +26,9 @@ constexpr std::int64_t mostReplications = 100'000;
 /// Words of all masks of a switch that fit to a child; see FltCompleteSwitch::shows().
 constexpr std::size_t switchHeadSize = 28;
 
+/// The shortest record of the hierarchy that says anything: a reference to an instance.
+constexpr std::size_t shortestRecord = 8;
+
 /// Where the frame of a degree of freedom begins. A record that ends before it has nothing that moves.
 constexpr std::size_t frameOfDof = 16;
 
@@ -118,8 +121,10 @@ FltScenePart FltSceneBuilder::buildNode(Number number, float objectTransparency)
         FltWarningMessageConsole::notifyGuard("Levels that are nested too deeply are left out");
         return {};
     }
-    ++depth;
     FltRecordView const& record = model.tree.recordOf(number);
+    if (record.size < shortestRecord && isAlone(number))
+        return {}; // nothing is drawn, and nobody can look for it: it only takes memory
+    ++depth;
     FltScenePart part;
     switch (record.opcode) {
     case FltOpcode::switchNode:
@@ -145,6 +150,13 @@ FltScenePart FltSceneBuilder::buildNode(Number number, float objectTransparency)
     }
     --depth;
     return part;
+}
+
+/// Whether nothing stands below a node, and no record tells more of it.
+bool FltSceneBuilder::isAlone(Number number) const
+{
+    return model.tree[number].firstChild == FltModelTree::none &&
+           model.tree.ancillaryBegin(number) == model.tree.ancillaryEnd(number);
 }
 
 FltScenePart FltSceneBuilder::buildGroup(Number number, float objectTransparency)

@@ -46,6 +46,7 @@ private:
     using Number = FltModelTree::Number;
 
     FltScenePart buildNode(Number number, float objectTransparency);
+    bool isAlone(Number number) const;
     FltScenePart buildGroup(Number number, float objectTransparency);
     FltScenePart buildSwitch(Number number, float objectTransparency);
     FltScenePart buildReference(Number number);

@@ -1,6 +1,7 @@
 #include "convert/FltTextures.h"
 
 #include "messages/FltWarningMessageConsole.h"
+#include "toolkit/ImageClaim.h"
 #include "toolkit/ImageSearch.h"
 
 #include <sys/stat.h>
@@ -15,6 +16,14 @@ SoNodeRef<SoTexture2> makeByToolkit(std::string const& name)
     return texture;
 }
 
+SoNodeRef<SoTexture2> makeWithoutPicture(std::string const& name, char const* reason, std::string const& path)
+{
+    FltWarningMessageConsole::notifyGuard(reason, ": " + path);
+    SoNodeRef<SoTexture2> texture(new SoTexture2);
+    SoSharedTexture::nameSilently(*texture, name);
+    return texture;
+}
+
 } // namespace
 
 SoNodeRef<SoTexture2> FltTextures::make(std::string const& name)
@@ -23,14 +32,16 @@ SoNodeRef<SoTexture2> FltTextures::make(std::string const& name)
     struct stat status = {};
     if (path.empty() || ::stat(path.c_str(), &status) != 0 || S_ISDIR(status.st_mode))
         return makeByToolkit(name);
-    if (!S_ISREG(status.st_mode)) {
-        FltWarningMessageConsole::notifyGuard("A texture isn't read, since its file isn't a plain one",
-                                              ": " + path);
-        SoNodeRef<SoTexture2> texture(new SoTexture2);
-        SoSharedTexture::nameSilently(*texture, name);
-        return texture;
-    }
+    if (!S_ISREG(status.st_mode))
+        return makeWithoutPicture(name, "A texture isn't read, since its file isn't a plain one", path);
     File& file = files[{status.st_dev, status.st_ino}];
+    if (!file.isMet)
+        file.isCredible = ImageClaim::isCredible(path);
+    if (!file.isCredible) {
+        file.isMet = true;
+        return makeWithoutPicture(
+            name, "A texture isn't read, since its file can't hold a picture of its size", path);
+    }
     if (file.isMet && file.pixels == nullptr)
         file.pixels = SoSharedPixels::copyOf(makeByToolkit(name)->image);
     if (file.pixels == nullptr) {

@@ -1,5 +1,6 @@
 #include "search/FltSceneTextures.h"
 
+#include "toolkit/ImageClaim.h"
 #include "toolkit/SoErrorRedirect.h"
 
 #include <Inventor/SbImage.h>
@@ -16,13 +17,14 @@ std::string directoryOf(std::string const& file)
     return file.substr(0, file.rfind('/') + 1);
 }
 
-/// Decodes an image. @return null if it can't be read
+/// Decodes an image. @return null if it can't be read, or can't be as large as it says
 std::shared_ptr<SoSharedPixels const> decode(std::string const& path)
 {
     SoErrorRedirect<SoDebugError> const silence([](SoError const*, void*) {},
                                                 nullptr); // the caller reports it
     SbImage image;
-    return image.readFile(path.c_str()) ? SoSharedPixels::copyOf(image) : nullptr;
+    return ImageClaim::isCredible(path) && image.readFile(path.c_str()) ? SoSharedPixels::copyOf(image)
+                                                                        : nullptr;
 }
 
 /// The name of a file as seen from a directory.

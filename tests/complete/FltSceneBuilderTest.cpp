@@ -327,6 +327,20 @@ TEST(FltSceneBuilder, makesNothingOfTextsWithoutAWordAndOfDegreesOfFreedomThatEn
     EXPECT_TRUE(result.dofs.empty());
 }
 
+TEST(FltSceneBuilder, makesNothingOfRecordsWithoutAByteAndWithoutAnythingBelow)
+{
+    CompleteDatabase database;
+    std::vector<double> const offsets = database.square();
+    database.begin();
+    for (int const opcode : {2, 14, 61, 63, 73, 96})
+        database.writer.addRaw(opcode);
+    FltCompleteConversion::Result const empty = database.convert();
+    EXPECT_EQ(static_cast<SoGroup*>(empty.root.get())->getNumChildren(), 0);
+    database.writer.addRaw(2).push();
+    database.object(offsets).writer.pop();
+    EXPECT_EQ(database.draw().triangles.size(), 2U);
+}
+
 TEST(FltSceneBuilder, lightsTheSceneByLightSourcesThatAreOn)
 {
     CompleteDatabase database;

@@ -102,3 +102,18 @@ TEST_F(FltTexturesTest, AFileThatIsNoPictureIsTriedAgainForEachNode)
 }
 
 } // namespace
+
+TEST_F(FltTexturesTest, APictureThatItsFileCantHoldIsNamedAndNotRead)
+{
+    std::string bytes = sgiImage(2);
+    bytes.replace(6, 4, "\xff\xff\xff\xff");
+    std::string const path = folder.write("a.rgb", bytes);
+    for (int i = 0; i < 2; ++i) {
+        SoNodeRef<SoTexture2> const texture = textures.make(path);
+        EXPECT_EQ(texture->filename.getValue(), path.c_str());
+        EXPECT_EQ(pixelsOf(*texture.get()), nullptr);
+    }
+    EXPECT_NE(
+        err.str().find("A texture isn't read, since its file can't hold a picture of its size: " + path),
+        std::string::npos);
+}

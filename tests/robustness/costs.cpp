@@ -1,10 +1,10 @@
-// Looks for the databases that take most memory and most time for their size: each kind of record, each feature
-// and each fault, repeated to a size, converted in a process of its own.
+// Looks for the databases that take most memory and most time for their size: each kind of record, each
+// feature and each fault, repeated to a size, converted in a process of its own.
 //
 //     costs [KILOBYTES]
 //
-// All are looked at when they are small, the worst of them at the size given, a megabyte without one, and at four
-// times as much. What a database of a header alone takes is left out.
+// All are looked at when they are small, the worst of them at the size given, a megabyte without one, and at
+// four times as much. What a database of a header alone takes is left out.
 
 #include "robustness/Endurance.h"
 #include "support/ProcessUsage.h"

@@ -49,6 +49,20 @@ TEST(FltSceneTextures, ReadsAnImageOnceHoweverManyNamesItHas)
         EXPECT_EQ(bytesOf(*node), bytesOf(*nodes[0]));
 }
 
+TEST(FltSceneTextures, ReadsNoPictureThatItsFileCantHold)
+{
+    ScratchFolder const folder;
+    std::string bytes = sgiImage(2);
+    bytes.replace(6, 4, "\xff\xff\xff\xff");
+    folder.write("huge.rgb", bytes);
+    FltSceneTextures textures(folder / "a.flt", {});
+    SoNodeRef<SoTexture2> const huge = textures.make("huge.rgb", folder / "a.flt");
+    std::vector<Texture> const found = textures.resolve([](std::string const&) {});
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].unreadable, folder / "huge.rgb");
+    EXPECT_EQ(bytesOf(*huge), nullptr);
+}
+
 TEST(FltSceneTextures, KeepsTheNameOfWhatIsMissingOrNoImage)
 {
     ScratchFolder const folder;
