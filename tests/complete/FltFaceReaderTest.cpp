@@ -80,6 +80,46 @@ TEST(FltFaceReader, leavesTrianglesOfMeshesOutWhoseIndexIsNone)
     EXPECT_EQ(drawnMesh(4, std::string("\0\1\77\3\2", 5)).triangles.size(), 2U);
 }
 
+TEST(FltFaceReader, readsAllThatAPoolOfVerticesMayHold)
+{
+    constexpr long positionsIndicesNormalsAndTextures = 0xD8000000L;
+    constexpr long red = 127; // the first colour of the palette, at its full intensity
+    CompleteDatabase database;
+    database.writer.add("ColorPalette", {{"color", {0xff0000ff}}});
+    std::string body = meshBody();
+    body[52 - 4] = 3; // its vertices' colours, lit
+    std::string pool = FltWriter::big32(3) + FltWriter::big32(positionsIndicesNormalsAndTextures);
+    for (int i = 0; i < 3; ++i) {
+        for (double const part : {i * 1.0, i % 2 * 1.0, 0.0})
+            pool += FltWriter::bigDouble(part);
+        pool += FltWriter::big32(red);
+        for (float const part : {0.6F, 0.0F, 0.8F, i * 0.5F, 1.0F}) // normal, texture
+            pool += FltWriter::bigFloat(part);
+    }
+    database.begin().add("Object").push().addRaw(84, body).addRaw(85, pool);
+    database.writer.push().addRaw(86, FltWriter::big16(4) + FltWriter::big16(4) + FltWriter::big32(3) +
+                                          big32s({0, 1, 2}));
+    DrawnScene const drawn = database.draw();
+    ASSERT_EQ(drawn.triangles.size(), 1U);
+    EXPECT_TRUE(drawn.triangles[0].isLit);
+    EXPECT_EQ(drawn.triangles[0].color(), "255 0 0 255");
+    EXPECT_TRUE(drawn.triangles[0].normals[1].equals(SbVec3f(0.6F, 0, 0.8F), 1e-6F));
+}
+
+TEST(FltFaceReader, drawsNothingOfPoolsAndPrimitivesThatSayNothing)
+{
+    CompleteDatabase database;
+    database.begin().add("Object").push().addRaw(84, meshBody());
+    constexpr long colorsAlone = 0x20000000L;
+    database.writer.addRaw(85, FltWriter::big32(9) + FltWriter::big32(colorsAlone) + std::string(36, 1))
+        .push();
+    database.writer.addRaw(86, primitiveBody(1, std::string("\0\1\2", 3)));
+    database.writer.addRaw(86, FltWriter::big16(1) + FltWriter::big16(3) + FltWriter::big32(3) +
+                                   std::string(9, 0));
+    database.writer.addRaw(86);
+    EXPECT_TRUE(database.draw().triangles.empty());
+}
+
 TEST(FltFaceReader, readsPoolsThatAreContinued)
 {
     std::vector<std::vector<double>> places;

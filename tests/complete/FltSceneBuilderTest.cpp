@@ -8,6 +8,7 @@
 #include <Inventor/nodes/SoInfo.h>
 #include <Inventor/nodes/SoLOD.h>
 #include <Inventor/nodes/SoPointLight.h>
+#include <Inventor/nodes/SoSpotLight.h>
 #include <gtest/gtest.h>
 
 using Fields = FltWriter::Fields;
@@ -356,6 +357,32 @@ TEST(FltSceneBuilder, lightsTheSceneByLightSourcesThatAreOn)
     std::vector<SoPointLight*> const lights = findAll<SoPointLight>(result.root.get());
     ASSERT_EQ(lights.size(), 1U);
     EXPECT_EQ(lights[0]->location.getValue(), SbVec3f(0, 0, 9));
+}
+
+TEST(FltSceneBuilder, makesSpotsOfLightsThatShineInACone)
+{
+    CompleteDatabase database;
+    constexpr long spot = 2;
+    std::string body = FltWriter::big32(1) + std::string(232, '\0');
+    auto const put = [&body](std::size_t at, std::string const& bytes) {
+        body.replace(at - 4, bytes.size(), bytes);
+    };
+    put(56, FltWriter::bigFloat(1)); // the red of its diffuse colour
+    put(88, FltWriter::big32(spot));
+    put(132, FltWriter::bigFloat(64) + FltWriter::bigFloat(30)); // drop-off and angle
+    database.writer.addRaw(102, body);
+    database.begin().add("LightSource", {{"indexIntoLightPalette", 1},
+                                         {"flags", {128, 0, 0, 0}},
+                                         {"localOrSpotPositionCoordinateX", 3},
+                                         {"infiniteOrSpotPitch", -90}});
+    FltCompleteConversion::Result const result = database.convert();
+    std::vector<SoSpotLight*> const lights = findAll<SoSpotLight>(result.root.get());
+    ASSERT_EQ(lights.size(), 1U);
+    EXPECT_EQ(lights[0]->color.getValue(), SbColor(1, 0, 0));
+    EXPECT_EQ(lights[0]->location.getValue(), SbVec3f(3, 0, 0));
+    EXPECT_TRUE(lights[0]->direction.getValue().equals(SbVec3f(0, 0, -1), 1e-6F));
+    EXPECT_NEAR(lights[0]->cutOffAngle.getValue(), 0.5235988, 1e-6);
+    EXPECT_NEAR(lights[0]->dropOffRate.getValue(), 0.5, 1e-6);
 }
 
 TEST(FltSceneBuilder, turnsBillboardsAboutTheirFeet)
