@@ -71,7 +71,7 @@ TEST_F(FltTexturesTest, ACopyOfASharingNodeOutlivesIt)
         SoNodeRef<SoTexture2> const second = own.make(path);
         copy = SoNodeRef<SoNode>(second->copy());
     }
-    auto const& texture = static_cast<SoTexture2&>(*copy.get());
+    auto const& texture = static_cast<SoTexture2&>(*copy);
     ASSERT_NE(pixelsOf(texture), nullptr);
     EXPECT_EQ(pixelsOf(texture)[47], 99);
 }

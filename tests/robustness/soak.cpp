@@ -3,7 +3,8 @@
 //     soak LOADS [PART OF]
 //
 // Of the LOADS databases this process does the part PART of OF. Prints how far it is on a terminal, and
-// figures in the end. The database that crashes a process stays in soak-PART.flt.
+// figures in the end, which Ctrl-C brings about early. The database that crashes a process stays in
+// soak-PART.flt.
 
 #include "robustness/BrokenDatabases.h"
 #include "robustness/Endurance.h"
@@ -15,6 +16,7 @@
 #include <Inventor/SoDB.h>
 #include <Inventor/SoInteraction.h>
 #include <algorithm>
+#include <csignal>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
@@ -25,6 +27,8 @@
 
 namespace
 {
+
+volatile std::sig_atomic_t isToEnd = 0;
 
 /// A file that holds the database at hand, whatever happens to the process.
 class LastDatabase
@@ -61,7 +65,7 @@ public:
 
     void run(std::size_t part, std::size_t of)
     {
-        for (std::size_t i = part; i < databases.size(); i += of) {
+        for (std::size_t i = part; i < databases.size() && isToEnd == 0; i += of) {
             load(databases[i]);
             if (::isatty(STDERR_FILENO) != 0 && done % 256 == 0)
                 std::fprintf(stderr, "\r%zu of %zu", i, databases.size());
@@ -114,6 +118,8 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "usage: soak LOADS [PART OF]\n");
         return 2;
     }
+    for (int const signal : {SIGINT, SIGTERM})
+        std::signal(signal, [](int) { isToEnd = 1; });
     SoDB::init();
     SoInteraction::init();
     QuietToolkit const quiet;
