@@ -200,6 +200,14 @@ TEST_F(Flt2ivMany, needsADirectoryThatIsOne)
     EXPECT_TRUE(holds(empty.errors, "empty: holds no database"));
 }
 
+TEST_F(Flt2ivMany, aDirectoryThatIsntThereIsReportedAsSuch)
+{
+    ProgramRun const run("flt2iv", "-o " + (folder / "out/") + " " + (folder / "nowhere/"));
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(holds(run.errors, (folder / "nowhere/") + ": cannot open: No such file or directory"))
+        << run.errors;
+}
+
 TEST_F(Flt2ivMany, reportsAnOutputThatCanNotBeWrittenAndGoesOn)
 {
     database("a.flt");

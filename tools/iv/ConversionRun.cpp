@@ -95,10 +95,12 @@ ConversionRun::Fields ConversionRun::convert(Fields const& request, WorkerProces
     Conversion conversion{request.at(1), request.at(2), {}};
     for (std::size_t i = 3; i + 1 < request.size(); i += 2)
         conversion.referenceOutputs[request[i]] = request[i + 1];
-    std::string const name = std::filesystem::path(conversion.input).filename().string();
-    if (name == options.dieAt)
+    auto const isNamed = [&conversion](std::string const& name) {
+        return !name.empty() && std::filesystem::path(conversion.input).filename() == name;
+    };
+    if (isNamed(options.dieAt))
         std::raise(SIGKILL);
-    while (name == options.haltAt)
+    while (isNamed(options.haltAt))
         ::pause();
     auto const makeFolder = [&conversion] { makeFolderOf(conversion.output); };
     Fields reply = converter.convert(conversion, teller(conversion.input, tell), makeFolder).fields();
