@@ -3,6 +3,7 @@
 #include "complete/FltModelReader.h"
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "toolkit/SoSilentField.h"
 
 #include <Inventor/nodes/SoFile.h>
 #include <Inventor/nodes/SoScale.h>
@@ -175,9 +176,7 @@ FltScenePart FltCompleteFiles::makeFileNode(FltModel const& from, std::string co
 {
     auto* const file = new SoFile;
     FltScenePart part{SoNodeRef<SoNode>(file), SbBox3f(), 1, 1};
-    file->name.enableNotify(FALSE);
-    file->name = name.c_str();
-    file->name.enableNotify(TRUE);
+    SoSilentField::set(file->name, name.c_str());
     return scaled(part, 1 / from.metresPerUnit);
 }
 

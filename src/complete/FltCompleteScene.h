@@ -33,9 +33,8 @@ struct VELLOREADER_API FltCompleteSwitch : FltSwitch {
 
 /// A degree of freedom of a database in its scene, for hosts that move it.
 ///
-/// What moves stands below a transformation
-/// between the local frame of the record and its inverse: a scale, a roll about y, a pitch about x, a yaw
-/// about z, and a translation act in this order.
+/// What moves stands below a transformation between the local frame of the record and its inverse: a scale, a
+/// roll about y, a pitch about x, a yaw about z, and a translation act in this order.
 struct VELLOREADER_API FltCompleteDOF : FltDegreeOfFreedom {
     SoNodeRef<SoTransform> transform;
 

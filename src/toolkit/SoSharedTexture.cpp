@@ -1,5 +1,7 @@
 #include "toolkit/SoSharedTexture.h"
 
+#include "toolkit/SoSilentField.h"
+
 #include <utility>
 
 std::shared_ptr<SoSharedPixels const> SoSharedPixels::copyOf(unsigned char const* bytes, SbVec2s size,
@@ -28,7 +30,5 @@ void SoSharedTexture::nameSilently(SoTexture2& texture, std::string const& name)
 {
     if (name.empty())
         return; // as the toolkit, which writes no empty name
-    texture.filename.enableNotify(FALSE);
-    texture.filename = name.c_str();
-    texture.filename.enableNotify(TRUE);
+    SoSilentField::set(texture.filename, name.c_str());
 }

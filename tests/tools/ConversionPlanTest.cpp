@@ -1,4 +1,5 @@
 #include "iv/ConversionPlan.h"
+#include "iv/FileIdentity.h"
 #include "support/ScratchFolder.h"
 
 #include "support/Program.h"
@@ -91,10 +92,10 @@ TEST_F(ConversionPlanTest, putsAReferenceWhereItStandsBesideTheFileThatRefersToI
 {
     plan.addFile(file("city/city.flt"), "out/city.iv");
     std::string const house = file("city/houses/house.flt");
-    plan.addReference(house, ConversionPlan::identityOf(house), 0);
-    plan.addReference(house, ConversionPlan::identityOf(house), 0);
+    plan.addReference(house, FileIdentity::of(house), 0);
+    plan.addReference(house, FileIdentity::of(house), 0);
     EXPECT_EQ(outputs(), (std::vector<std::string>{"out/city.iv", "out/houses/house.iv"}));
-    EXPECT_EQ(plan.outputOf(ConversionPlan::identityOf(house)), "out/houses/house.iv");
+    EXPECT_EQ(plan.outputOf(FileIdentity::of(house)), "out/houses/house.iv");
 }
 
 TEST_F(ConversionPlanTest, keepsReferencesFromOutsideInTheOutputDirectoryUnderNamesOfTheirOwn)
@@ -102,7 +103,7 @@ TEST_F(ConversionPlanTest, keepsReferencesFromOutsideInTheOutputDirectoryUnderNa
     plan.addFile(file("city/city.flt"), "out/city.iv");
     for (char const* const name : {"library/tree.flt", "garden/tree.flt", "forest/tree.flt"}) {
         std::string const tree = file(name);
-        plan.addReference(tree, ConversionPlan::identityOf(tree), 0);
+        plan.addReference(tree, FileIdentity::of(tree), 0);
     }
     plan.check();
     EXPECT_EQ(outputs(),

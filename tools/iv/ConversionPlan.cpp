@@ -1,9 +1,10 @@
 #include "iv/ConversionPlan.h"
 
+#include "iv/FileIdentity.h"
+#include "support/FileEnding.h"
 #include "support/Program.h"
 
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -15,11 +16,8 @@ namespace fs = std::filesystem;
 
 bool isDatabase(fs::directory_entry const& file)
 {
-    std::string ending = file.path().extension().string();
-    std::transform(ending.begin(), ending.end(), ending.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
     std::error_code ignored;
-    return ending == ".flt" && !file.is_directory(ignored);
+    return FileEnding::of(file.path().string()) == ".flt" && !file.is_directory(ignored);
 }
 
 std::string withEnding(fs::path file, std::string const& ending)
@@ -66,19 +64,12 @@ Folder read(fs::path const& path)
 
 ConversionPlan::ConversionPlan(std::string ending) : ending(std::move(ending)) {}
 
-std::string ConversionPlan::identityOf(std::string const& path)
-{
-    std::error_code problem;
-    fs::path const result = fs::weakly_canonical(path, problem);
-    return problem ? path : result.string();
-}
-
 void ConversionPlan::add(Entry entry)
 {
     std::error_code problem;
     std::uintmax_t const bytes = fs::file_size(entry.input, problem);
     entry.bytes = problem ? 0 : bytes;
-    entry.identity = identityOf(entry.input);
+    entry.identity = FileIdentity::of(entry.input);
     positions.try_emplace(entry.identity, list.size());
     bool const isNew = outputs.try_emplace(plain(entry.output), list.size()).second;
     if (isNew || list[outputs[plain(entry.output)]].identity != entry.identity)
@@ -137,7 +128,7 @@ void ConversionPlan::addReference(std::string const& path, std::string const& id
         return;
     std::string const inputDirectory = list[referring].inputDirectory;
     std::string const outputDirectory = list[referring].outputDirectory;
-    fs::path const base = identityOf(inputDirectory.empty() ? "." : inputDirectory);
+    fs::path const base = FileIdentity::of(inputDirectory.empty() ? "." : inputDirectory);
     fs::path const relative = fs::path(identity).lexically_relative(base);
     std::string const name = leaves(relative) ? fs::path(path).filename().string() : relative.string();
     add({path, "", freeOutput(outputDirectory, name), 0, inputDirectory, outputDirectory});
@@ -147,13 +138,13 @@ void ConversionPlan::check() const
 {
     std::unordered_map<std::string, std::string> inputOf;
     for (Entry const& entry : list) {
-        auto const [other, isNew] = inputOf.try_emplace(identityOf(entry.output), entry.input);
-        if (!isNew && identityOf(other->second) != entry.identity)
+        auto const [other, isNew] = inputOf.try_emplace(FileIdentity::of(entry.output), entry.input);
+        if (!isNew && FileIdentity::of(other->second) != entry.identity)
             throw UsageError(entry.input + " and " + other->second + " would both become " + entry.output +
                              ": give them directories of their own");
     }
     for (Entry const& entry : list)
-        if (positions.count(identityOf(entry.output)) != 0)
+        if (positions.count(FileIdentity::of(entry.output)) != 0)
             throw UsageError(entry.output + ": the output for " + entry.input + " would replace an input");
 }
 

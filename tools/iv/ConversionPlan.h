@@ -52,9 +52,6 @@ public:
     /// Why directories couldn't be read, a sentence each.
     std::vector<std::string> const& problems() const { return allProblems; }
 
-    /// The canonical path of a file, or the path as it is if there is no such file.
-    static std::string identityOf(std::string const& path);
-
 private:
     void addDirectory(std::string const& directory, std::string const& outputDirectory);
     void add(Entry entry);

@@ -1,5 +1,6 @@
 #include "iv/DatabaseScan.h"
 
+#include "iv/FileIdentity.h"
 #include "support/TextureFinder.h"
 
 #include "inspect/FltDependencies.h"
@@ -15,13 +16,6 @@ namespace
 
 constexpr char textureMark[] = "texture";
 
-std::string canonical(std::string const& path)
-{
-    std::error_code problem;
-    std::filesystem::path const result = std::filesystem::weakly_canonical(path, problem);
-    return problem ? path : result.string();
-}
-
 /// Counts references to each file.
 class ReferenceCount
 {
@@ -33,7 +27,7 @@ public:
         std::error_code ignored;
         if (!std::filesystem::is_regular_file(path, ignored))
             return;
-        std::string const file = canonical(path);
+        std::string const file = FileIdentity::of(path);
         auto const [position, isNew] = positions.try_emplace(file, list.size());
         if (isNew)
             list.push_back({path, file, 0});

@@ -1,12 +1,14 @@
 #include "iv/FileReferences.h"
 
+#include "iv/FileIdentity.h"
 #include "support/SceneNodes.h"
+
+#include "toolkit/SoSilentField.h"
 
 #include <Inventor/nodes/SoFile.h>
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoWWWInline.h>
 #include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace
@@ -17,9 +19,7 @@ template <class Node>
 Node* named(std::string const& name)
 {
     auto* const node = new Node;
-    node->name.enableNotify(FALSE);
-    node->name = name.c_str();
-    node->name.enableNotify(TRUE);
+    SoSilentField::set(node->name, name.c_str());
     return node;
 }
 
@@ -34,8 +34,7 @@ FileReferences::FileReferences(std::unordered_map<std::string, std::string> targ
 /// What stands for a database in the written scene; null if nothing may.
 SoNode* FileReferences::replacement(std::string const& database) const
 {
-    std::error_code problem;
-    auto const target = targets.find(std::filesystem::weakly_canonical(database, problem).string());
+    auto const target = targets.find(FileIdentity::of(database));
     if (target == targets.end())
         return nullptr;
     std::filesystem::path const from = directory.empty() ? "." : directory;

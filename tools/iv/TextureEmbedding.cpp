@@ -2,6 +2,8 @@
 
 #include "support/SceneNodes.h"
 
+#include "toolkit/SoSilentField.h"
+
 #include <Inventor/nodes/SoTexture2.h>
 
 namespace
@@ -14,10 +16,8 @@ void embedOne(SoTexture2& texture)
     if (texture.image.getValue(size, components) == nullptr || size[0] <= 0 || size[1] <= 0)
         return;
     texture.image.setDefault(FALSE);
-    texture.filename.enableNotify(FALSE); // a name has the toolkit open its file
-    texture.filename = "";
+    SoSilentField::set(texture.filename, "");
     texture.filename.setDefault(TRUE);
-    texture.filename.enableNotify(TRUE);
 }
 
 } // namespace

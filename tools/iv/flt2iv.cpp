@@ -1,11 +1,11 @@
 // Converts OpenFlight databases into Open Inventor files.
 
 #include "iv/ConversionRun.h"
+#include "support/FileEnding.h"
 #include "support/OutputFile.h"
 #include "support/ToolError.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -82,10 +82,7 @@ bool goesToDirectory(Options const& options)
 
 bool endsInWrl(std::string const& output)
 {
-    std::string ending = fs::path(output).extension().string();
-    std::transform(ending.begin(), ending.end(), ending.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-    return ending == ".wrl";
+    return FileEnding::of(output) == ".wrl";
 }
 
 /// Reads --jobs, which is as many as there are processors if it isn't given.

@@ -2,8 +2,8 @@
 
 #include "shot/CameraPlace.h"
 #include "shot/DrawnPoints.h"
-#include "shot/NodeSearch.h"
 #include "shot/SceneDrawing.h"
+#include "support/SceneNodes.h"
 #include "toolkit/SoNodeRef.h"
 
 #include <Inventor/nodes/SoGroup.h>
@@ -16,25 +16,26 @@ namespace
 
 void openSwitches(SoNode* scene)
 {
-    for (SoNode* const node : NodeSearch::all(scene))
-        if (node->isOfType(SoSwitch::getClassTypeId()))
-            static_cast<SoSwitch*>(node)->whichChild = SO_SWITCH_ALL;
+    SceneNodes::forEach(scene, [](SoNode& node) {
+        if (node.isOfType(SoSwitch::getClassTypeId()))
+            static_cast<SoSwitch&>(node).whichChild = SO_SWITCH_ALL;
+    });
 }
 
 /// Has each group of levels show all of them at any distance.
 void openLevels(SoNode* scene)
 {
-    for (SoNode* const node : NodeSearch::all(scene)) {
-        if (!node->isOfType(SoLOD::getClassTypeId()))
-            continue;
-        auto* const lod = static_cast<SoLOD*>(node);
+    SceneNodes::forEach(scene, [](SoNode& node) {
+        if (!node.isOfType(SoLOD::getClassTypeId()))
+            return;
+        auto& lod = static_cast<SoLOD&>(node);
         auto* const levels = new SoGroup;
-        for (int i = 0; i < lod->getNumChildren(); ++i)
-            levels->addChild(lod->getChild(i));
-        lod->removeAllChildren();
-        lod->addChild(levels);
-        lod->range.setNum(0);
-    }
+        for (int i = 0; i < lod.getNumChildren(); ++i)
+            levels->addChild(lod.getChild(i));
+        lod.removeAllChildren();
+        lod.addChild(levels);
+        lod.range.setNum(0);
+    });
 }
 
 } // namespace
@@ -45,8 +46,7 @@ std::string EmptyPicture::reasonWithoutPoints(SoNode* scene)
     if (DrawnPoints::of(scene).empty())
         return "the database holds nothing that can be drawn. fltinfo says what it holds.";
     return "everything is hidden: the faces are marked as hidden, or stand in switches that show none of "
-           "them. "
-           "fltview shows them.";
+           "them. fltview shows them.";
 }
 
 std::string EmptyPicture::reason(SoNode* scene, SoPerspectiveCamera* camera, DrawingStyle style)
@@ -68,8 +68,7 @@ std::string EmptyPicture::reason(SoNode* scene, SoPerspectiveCamera* camera, Dra
                "come nearer with --zoom or --fit.";
     if (isSeen(true))
         return "everything in view is hidden by level of detail at this distance, and seen from behind. "
-               "Choose "
-               "--lod highest and --two-sided.";
+               "Choose --lod highest and --two-sided.";
     std::vector<SbVec3f> const points = DrawnPoints::of(scene);
     CameraPlace::fit(*camera, points, static_cast<float>(style.width) / static_cast<float>(style.height), 1);
     CameraPlace::includeDepth(*camera, points);

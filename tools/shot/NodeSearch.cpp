@@ -1,13 +1,13 @@
 #include "shot/NodeSearch.h"
 
+#include "support/SceneNodes.h"
+
 #include <Inventor/SoPath.h>
 #include <Inventor/actions/SoSearchAction.h>
-#include <Inventor/misc/SoChildList.h>
 #include <Inventor/nodes/SoNode.h>
 #include <algorithm>
 #include <cctype>
 #include <set>
-#include <unordered_set>
 #include <utility>
 
 namespace
@@ -52,19 +52,6 @@ std::size_t unlikeness(std::string const& wanted, std::string const& name)
 
 } // namespace
 
-std::vector<SoNode*> NodeSearch::all(SoNode* scene)
-{
-    std::vector<SoNode*> nodes{scene};
-    std::unordered_set<SoNode*> seen{scene};
-    for (std::size_t next = 0; next < nodes.size(); ++next) {
-        SoChildList const* const children = nodes[next]->getChildren();
-        for (int i = 0; children != nullptr && i < children->getLength(); ++i)
-            if (SoNode* const child = (*children)[i]; seen.insert(child).second)
-                nodes.push_back(child);
-    }
-    return nodes;
-}
-
 SoPath* NodeSearch::find(SoNode* scene, std::string const& name)
 {
     for (bool const isHiddenToo : {false, true}) {
@@ -88,17 +75,17 @@ std::vector<std::string> NodeSearch::namesLike(SoNode* scene, std::string const&
     std::string const wanted = lowerCase(name);
     std::size_t const farthest = std::max<std::size_t>(wanted.size() / 3, 1);
     std::set<std::pair<std::size_t, std::string>> found;
-    for (SoNode* const node : all(scene)) {
-        std::string const other = node->getName().getString();
+    SceneNodes::forEach(scene, [&](SoNode& node) {
+        std::string const other = node.getName().getString();
         if (other.empty() || std::max(other.size(), wanted.size()) > longest)
-            continue;
+            return;
         std::size_t const far = unlikeness(wanted, lowerCase(other));
         if (far > farthest)
-            continue;
+            return;
         found.emplace(far, other);
         if (found.size() > mostNames)
             found.erase(std::prev(found.end()));
-    }
+    });
     std::vector<std::string> names;
     names.reserve(found.size());
     for (auto const& [far, other] : found)

@@ -10,9 +10,6 @@ class SoPath;
 namespace NodeSearch
 {
 
-/// All nodes, each once, those in closed switches too.
-std::vector<SoNode*> all(SoNode* scene);
-
 /// The way to the first node of a name, if possible one that no switch hides.
 /// @return a path with a reference that is the caller's; null if no node has the name
 SoPath* find(SoNode* scene, std::string const& name);

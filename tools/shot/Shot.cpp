@@ -14,6 +14,7 @@
 #include <Inventor/SoPath.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <cmath>
+#include <filesystem>
 #include <optional>
 
 namespace
@@ -24,12 +25,6 @@ constexpr Ceilings::Limits limitsOfThumbnail = {20, 30, std::uint64_t{2} << 30};
 constexpr std::uint64_t largestFileOfThumbnail = std::uint64_t{256} << 20;
 
 constexpr float heightAngle = 32 * static_cast<float>(M_PI / 180);
-
-std::string directoryOf(std::string const& file)
-{
-    std::size_t const slash = file.rfind('/');
-    return slash != std::string::npos ? file.substr(0, slash + 1) : "./";
-}
 
 std::string listOf(std::vector<std::string> const& names)
 {
@@ -80,7 +75,7 @@ FltScene Shot::loadCarefully(std::string const& database) const
 {
     FltLoader loader = loaderOptions.makeLoader();
     loader.largestFile = largestFileOfThumbnail;
-    loader.onlyBelow = directoryOf(database);
+    loader.onlyBelow = std::filesystem::path(database).parent_path().string();
     try {
         return loader.load(database);
     } catch (FltLoadError const& problem) {

@@ -1,11 +1,11 @@
 #include "shot/ShotOptions.h"
 
 #include "shot/ContactSheet.h"
+#include "support/FileEnding.h"
 #include "support/OutputFile.h"
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <string_view>
@@ -35,14 +35,6 @@ struct View {
 
 constexpr View views[] = {{"top", 180, 90}, {"front", 180, 0}, {"side", 90, 0}, {"iso", 135, 35.26f}};
 constexpr View defaultView = {"", 150, 20};
-
-bool endsWith(std::string text, std::string_view ending)
-{
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-    return text.size() >= ending.size() &&
-           text.compare(text.size() - ending.size(), std::string::npos, ending) == 0;
-}
 
 std::optional<SbVec3f> placeFromText(std::string const& text)
 {
@@ -140,7 +132,8 @@ void ShotOptions::check()
 
 bool ShotOptions::isJpeg() const
 {
-    return endsWith(output, ".jpg") || endsWith(output, ".jpeg");
+    std::string const ending = FileEnding::of(output);
+    return ending == ".jpg" || ending == ".jpeg";
 }
 
 void ShotOptions::checkContradictions() const

@@ -1,11 +1,11 @@
 #include "support/OutputFile.h"
 
+#include "support/FileEnding.h"
 #include "support/ToolError.h"
 
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <cctype>
 #include <cerrno>
 #include <climits>
 #include <csignal>
@@ -272,9 +272,7 @@ void OutputFile::checkEnding(std::string const& path, std::initializer_list<std:
     struct stat status = {};
     if (path == "-" || (::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode)))
         return;
-    std::string ending = std::filesystem::path(path).extension().string();
-    std::transform(ending.begin(), ending.end(), ending.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    std::string const ending = FileEnding::of(path);
     std::string known;
     for (std::string_view const one : endings) {
         if (ending == one)
