@@ -13,16 +13,20 @@ namespace
 constexpr std::uint64_t mostPerByte = 1200;
 constexpr std::uint64_t alwaysGranted = 64U << 20;
 
+/// Enough for the formats whose size has a fixed place.
+constexpr std::size_t shortHead = 32;
+
 /// What stands in front of the size in a JPEG file is rarely longer; beyond it the size isn't looked for.
-constexpr std::size_t headSize = 256U << 10;
+constexpr std::size_t headOfJpeg = 256U << 10;
 
 class Head
 {
 public:
-    explicit Head(std::ifstream& file) : bytes(headSize)
+    explicit Head(std::ifstream& file)
     {
-        file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        bytes.resize(static_cast<std::size_t>(file.gcount()));
+        read(file, shortHead);
+        if (begins("\xff\xd8"))
+            read(file, headOfJpeg - shortHead);
     }
 
     std::size_t size() const { return bytes.size(); }
@@ -35,6 +39,14 @@ public:
     }
 
 private:
+    void read(std::ifstream& file, std::size_t most)
+    {
+        std::size_t const before = bytes.size();
+        bytes.resize(before + most);
+        file.read(bytes.data() + before, static_cast<std::streamsize>(most));
+        bytes.resize(before + static_cast<std::size_t>(file.gcount()));
+    }
+
     std::vector<char> bytes;
 };
 
