@@ -32,10 +32,8 @@ ProgramDescription ViewOptions::description()
         {"flt2iv", "fltshot", "fltinfo", "fltcheck"}};
 }
 
-ViewOptions::ViewOptions(Program& program)
+ViewOptions::ViewOptions(Program& program) : loaderOptions(program)
 {
-    program.values("--texture-path", texturePath, "DIR",
-                   "Look for textures in this directory too. May be given several times.", "/");
     program.flag("--watch", watches, "Load the database again when a file of it changes.");
     program.value("--select", select, "NAME", "Select the first node whose name holds this.");
     program.value("-o,--screenshot", screenshot, "OUT.png",
@@ -46,8 +44,6 @@ ViewOptions::ViewOptions(Program& program)
         "Print a line on standard output for whatever gets loaded or selected, with its kind and byte "
         "offset, and for the box around the selection when it changes.");
     program.hiddenFlag("--print-widgets", printsWidgets);
-    program.flag("--exact", isExact,
-                 "Convert by the rules of the plug-in, rather than show as much as possible.");
     program.inputs(inputs, false);
 }
 

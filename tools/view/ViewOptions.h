@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/Program.h"
+#include "support/LoaderOptions.h"
 
 #include <string>
 #include <vector>
@@ -22,9 +22,9 @@ public:
     /// @throw UsageError, or ToolError with the exit code for wrong usage
     void check();
 
+    FltLoader makeLoader() const { return loaderOptions.makeLoader(); }
     std::string const& input() const { return inputs.front(); } ///< Empty for an empty window.
 
-    std::vector<std::string> texturePath;
     std::string select;     ///< A part of the name of what is selected at first; empty for nothing.
     std::string screenshot; ///< Where to save a picture of the window before the program ends; empty to stay.
     int width = 0;
@@ -32,9 +32,9 @@ public:
     bool watches = false;
     bool prints = false;
     bool printsWidgets = false; ///< For tests.
-    bool isExact = false;
 
 private:
+    LoaderOptions loaderOptions;
     std::vector<std::string> inputs;
     std::string sizeText = "1280x800";
 };

@@ -88,14 +88,10 @@ ExitCode view(Program const& program, ViewOptions& options, int argc, char** arg
     QApplication::setApplicationVersion(Program::version());
     QApplication::setOrganizationName("VelloReader");
     QApplication::setDesktopFileName("fltview");
-    FltLoader loader;
-    loader.texturePath = options.texturePath;
-    loader.exact = options.isExact;
-
     SoQt::init(static_cast<QWidget*>(nullptr));
     ExitCode exitCode = ExitCode::failed;
     {
-        MainWindow window(loader);
+        MainWindow window(options.makeLoader());
         exitCode = show(program, window, options);
     }
     SoQt::done();
