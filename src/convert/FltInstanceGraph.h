@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <vector>
 
 struct FltAllowances;
@@ -82,7 +83,8 @@ private:
     /// How many nodes may still be added that a traversal meets so often each.
     std::int64_t nodesLeft(std::int64_t occurrences) const;
 
-    std::vector<Scope> scopes;
+    /// Not moved as it grows: a database of nothing but instance definitions has one for each four bytes.
+    std::deque<Scope> scopes;
     /// Scratch: scopes still to be looked at, each with its depth below the root of all.
     std::vector<Place> ways;
     FltAllowances& allowances;

@@ -1,7 +1,7 @@
 #include "convert/FltTextures.h"
 
 #include "messages/FltWarningMessageConsole.h"
-#include "toolkit/ImageClaim.h"
+#include "toolkit/ImageSafety.h"
 #include "toolkit/ImageSearch.h"
 
 #include <sys/stat.h>
@@ -16,7 +16,8 @@ SoNodeRef<SoTexture2> makeByToolkit(std::string const& name)
     return texture;
 }
 
-SoNodeRef<SoTexture2> makeWithoutPicture(std::string const& name, char const* reason, std::string const& path)
+SoNodeRef<SoTexture2> makeWithoutPicture(std::string const& name, std::string const& reason,
+                                         std::string const& path)
 {
     FltWarningMessageConsole::notifyGuard(reason, ": " + path);
     SoNodeRef<SoTexture2> texture(new SoTexture2);
@@ -36,11 +37,11 @@ SoNodeRef<SoTexture2> FltTextures::make(std::string const& name)
         return makeWithoutPicture(name, "A texture isn't read, since its file isn't a plain one", path);
     File& file = files[{status.st_dev, status.st_ino}];
     if (!file.isMet)
-        file.isCredible = ImageClaim::isCredible(path);
-    if (!file.isCredible) {
+        file.problem = ImageSafety::problemOf(path);
+    if (file.problem != nullptr) {
         file.isMet = true;
-        return makeWithoutPicture(
-            name, "A texture isn't read, since its file can't hold a picture of its size", path);
+        return makeWithoutPicture(name, std::string("A texture isn't read, since its file ") + file.problem,
+                                  path);
     }
     if (file.isMet && file.pixels == nullptr)
         file.pixels = SoSharedPixels::copyOf(makeByToolkit(name)->image);

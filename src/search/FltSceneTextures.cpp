@@ -1,6 +1,6 @@
 #include "search/FltSceneTextures.h"
 
-#include "toolkit/ImageClaim.h"
+#include "toolkit/ImageSafety.h"
 #include "toolkit/SoErrorRedirect.h"
 
 #include <Inventor/SbImage.h>
@@ -17,14 +17,14 @@ std::string directoryOf(std::string const& file)
     return file.substr(0, file.rfind('/') + 1);
 }
 
-/// Decodes an image. @return null if it can't be read, or can't be as large as it says
+/// Decodes an image. @return null if it can't be read, or not without harm
 std::shared_ptr<SoSharedPixels const> decode(std::string const& path)
 {
     SoErrorRedirect<SoDebugError> const silence([](SoError const*, void*) {},
                                                 nullptr); // the caller reports it
     SbImage image;
-    return ImageClaim::isCredible(path) && image.readFile(path.c_str()) ? SoSharedPixels::copyOf(image)
-                                                                        : nullptr;
+    bool const isRead = ImageSafety::problemOf(path) == nullptr && image.readFile(path.c_str());
+    return isRead ? SoSharedPixels::copyOf(image) : nullptr;
 }
 
 /// The name of a file as seen from a directory.

@@ -1,15 +1,10 @@
 #pragma once
 
-#include <string>
+#include <cstdint>
 
-/// Looks at how large a picture says it is, before an image library takes its word for it: such libraries ask
-/// for the memory first, and not all of them survive when they don't get it.
-namespace ImageClaim
-{
-
-/// Whether a file could hold the picture that its head promises: formats that compress don't get a pixel into
-/// less than a thousandth of a byte. A format that isn't known here is believed.
-/// @return false if the promise is out of proportion to the file
-bool isCredible(std::string const& path);
-
-} // namespace ImageClaim
+/// How large a picture says that it is. Nothing of that has been checked.
+struct ImageClaim {
+    std::uint64_t width = 0; ///< In pixels, as the height.
+    std::uint64_t height = 0;
+    std::uint64_t channels = 0; ///< Bytes a pixel takes once decoded.
+};

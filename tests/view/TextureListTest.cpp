@@ -1,6 +1,7 @@
 #include "view/TextureList.h"
 
 #include "LoadedViewDatabase.h"
+#include "support/SmallPictures.h"
 
 #include <QImage>
 #include <fstream>
@@ -41,6 +42,8 @@ TEST_F(TextureListTest, LeavesTheTextureAloneIfTheFileIsNoImage)
     std::ofstream(folder.path("text.png")) << "no image";
     EXPECT_FALSE(loaded.textures.setImage(0, folder.path("text.png")));
     EXPECT_FALSE(loaded.textures.setImage(0, folder.path("nothing.png")));
+    std::string const tga = SmallPictures::compressedTga(20, 5);
+    EXPECT_FALSE(loaded.textures.setImage(0, folder.write("cut.tga", tga.substr(0, tga.size() - 1))));
     EXPECT_TRUE(loaded.textures.textures()[0].isMissing());
 }
 

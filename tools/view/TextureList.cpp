@@ -1,5 +1,7 @@
 #include "view/TextureList.h"
 
+#include "toolkit/ImageSafety.h"
+
 #include <Inventor/SbImage.h>
 #include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/nodes/SoNode.h>
@@ -37,7 +39,8 @@ bool canRead(std::string const& path)
 {
     std::error_code problem;
     SbImage image;
-    return std::filesystem::is_regular_file(path, problem) && image.readFile(path.c_str()) != FALSE;
+    return std::filesystem::is_regular_file(path, problem) && ImageSafety::problemOf(path) == nullptr &&
+           image.readFile(path.c_str()) != FALSE;
 }
 
 } // namespace
