@@ -228,11 +228,21 @@ bool OutputFile::isTerminal() const
     return file != nullptr && ::isatty(::fileno(file)) != 0;
 }
 
+int OutputFile::flush(FILE* file)
+{
+    bool const isBroken = std::ferror(file) != 0;
+    errno = 0;
+    if (std::fflush(file) == 0 && !isBroken)
+        return 0;
+    // A stream that broke earlier doesn't know why. The output is lost, so another byte does no harm.
+    if (errno == 0 && ::write(::fileno(file), "", 1) == 1)
+        errno = EIO;
+    return errno;
+}
+
 void OutputFile::commit()
 {
-    errno = 0;
-    bool const whole = std::ferror(file) == 0 && std::fflush(file) == 0;
-    int reason = whole ? 0 : errno != 0 ? errno : EIO;
+    int reason = flush(file);
     if (reason == 0 && !target.empty())
         reason = takePlace();
     else if (file != stdout && std::fclose(std::exchange(file, nullptr)) != 0 && reason == 0)

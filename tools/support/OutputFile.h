@@ -44,6 +44,10 @@ public:
     /// @throw ToolError if not all of it could be written; the target is as before then
     void commit();
 
+    /// Writes what a stream still holds back.
+    /// @return 0, or the error number of this or of an earlier attempt
+    static int flush(FILE* file);
+
     /// Makes sure that a name ends in one of these endings (".png"), in letters of any case. "-", a device
     /// and a pipe need none.
     /// @throw ToolError with the exit code for wrong usage

@@ -1,5 +1,6 @@
 #include "support/Program.h"
 
+#include "support/OutputFile.h"
 #include "support/ProgramHelp.h"
 #include "support/ToolError.h"
 
@@ -230,9 +231,8 @@ int Program::run(int argc, char** argv, std::function<ExitCode()> const& work)
         reportUsage(problem.what());
         return static_cast<int>(ExitCode::wrongUsage);
     }
-    errno = 0;
-    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-        error(std::string("standard output: cannot write: ") + std::strerror(errno != 0 ? errno : EIO) +
+    if (int const reason = OutputFile::flush(stdout); reason != 0) {
+        error(std::string("standard output: cannot write: ") + std::strerror(reason) +
               ". Check the space on the disk.");
         code = ExitCode::failed;
     }
