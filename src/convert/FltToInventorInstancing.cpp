@@ -11,27 +11,17 @@
 #include "records/FltRecordExternalReference.h"
 #include "records/FltRecordReplicate.h"
 #include "records/FltRecordTransformations.h"
+#include "toolkit/RegularFile.h"
 #include "toolkit/SoReferencesGivenBack.h"
 
 #include <Inventor/nodes/SoLabel.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <cstring>
-#include <fcntl.h>
 #include <optional>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace
 {
-
-/// Whether a file can be opened for reading. Unlike a stream this doesn't wait for the other end of a pipe.
-bool canOpen(char const* path)
-{
-    int const descriptor = ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor >= 0)
-        ::close(descriptor);
-    return descriptor >= 0;
-}
 
 std::int64_t sizeOf(std::string const& path)
 {
@@ -126,7 +116,7 @@ void FltToInventor::visitExternalReference(FltRecordExternalReference const* rec
     char const* const directory = input != nullptr ? input->getDirName() : nullptr;
     std::string const fullPath = directory != nullptr ? FltExternalFiles::pathOf(directory, path) : "";
     int const childrenBefore = group->getNumChildren();
-    bool const isThere = canOpen(fullPath.c_str());
+    bool const isThere = RegularFile::isReadable(fullPath.c_str());
     FltConversionHost* const host = input != nullptr ? state->shared.host : nullptr;
     bool const isFollowed = host == nullptr || host->beginReference(*input, path, fullPath, isThere);
     if (!isThere) {

@@ -1,9 +1,10 @@
 #include "loader/FltDatabaseFile.h"
 
+#include "toolkit/RegularFile.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -18,11 +19,7 @@ constexpr std::int32_t oldestRevision = 11;
 class OpenFile
 {
 public:
-    /// Doesn't wait for the other end of a pipe.
-    explicit OpenFile(std::string const& path)
-        : descriptor(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY))
-    {
-    }
+    explicit OpenFile(std::string const& path) : descriptor(RegularFile::open(path.c_str())) {}
     ~OpenFile()
     {
         if (isOpen())
@@ -33,14 +30,11 @@ public:
 
     bool isOpen() const { return descriptor >= 0; }
 
-    /// Whether there is a regular file; its size is told then.
-    bool isRegular(std::uint64_t& size) const
+    /// In bytes; 0 if that isn't known.
+    std::uint64_t size() const
     {
         struct stat status = {};
-        if (!isOpen() || ::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
-            return false;
-        size = static_cast<std::uint64_t>(status.st_size);
-        return true;
+        return ::fstat(descriptor, &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
     }
 
     /// @return bytes that were read
@@ -86,22 +80,22 @@ void FltDatabaseFile::checkReadable(std::string const& path, std::uint64_t large
     if (path.find('\0') != std::string::npos)
         throw FltLoadError(Kind::cannotOpen, path.substr(0, path.find('\0')),
                            "the name goes on after a null byte. Check the name.");
+    struct stat status = {};
+    bool const isThere = ::stat(path.c_str(), &status) == 0;
+    if (isThere && S_ISDIR(status.st_mode))
+        throw FltLoadError(Kind::cannotOpen, path,
+                           "this is a directory. Give the name of an OpenFlight file (*.flt).");
+    if (isThere && !S_ISREG(status.st_mode))
+        throw FltLoadError(Kind::cannotOpen, path,
+                           "not a regular file. Save the database into a file first.");
     OpenFile const file(path);
     if (!file.isOpen())
         throw FltLoadError(Kind::cannotOpen, path,
                            std::string("cannot open: ") + std::strerror(errno) +
                                ". Check the name and its permissions.");
-    struct stat status = {};
-    std::uint64_t size = 0;
-    if (::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode))
-        throw FltLoadError(Kind::cannotOpen, path,
-                           "this is a directory. Give the name of an OpenFlight file (*.flt).");
-    if (!file.isRegular(size))
-        throw FltLoadError(Kind::cannotOpen, path,
-                           "not a regular file. Save the database into a file first.");
-    if (size > largestFile)
+    if (file.size() > largestFile)
         throw FltLoadError(Kind::refused, path,
-                           "the file has " + std::to_string(size) + " bytes, and no more than " +
+                           "the file has " + std::to_string(file.size()) + " bytes, and no more than " +
                                std::to_string(largestFile) +
                                " are allowed. Allow more, or divide the database.");
 }
@@ -140,8 +134,7 @@ FltLoadError FltDatabaseFile::outOfMemory(std::string const& path)
 bool FltDatabaseFile::canConvert(std::string const& path)
 {
     OpenFile const file(path);
-    std::uint64_t size = 0;
-    if (!file.isRegular(size))
+    if (!file.isOpen())
         return false;
     Head const head(file);
     return head.size == sizeof head.bytes && head.opcode() == 1 && head.length() != 0 &&

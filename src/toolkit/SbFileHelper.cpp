@@ -1,8 +1,8 @@
 #include "toolkit/SbFileHelper.h"
 
+#include "toolkit/RegularFile.h"
+
 #include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 SbString SbFileHelper::getExtension(SbString const& name)
@@ -15,14 +15,9 @@ SbString SbFileHelper::getExtension(SbString const& name)
 
 FILE* SbFileHelper::open(SbString const& name, char const* mode)
 {
-    // Without O_NONBLOCK a pipe that nobody writes to would block here.
-    int const descriptor = ::open(name.getString(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0)
-        return nullptr;
-    struct stat status;
-    FILE* const file =
-        ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) ? ::fdopen(descriptor, mode) : nullptr;
-    if (file == nullptr)
+    int const descriptor = RegularFile::open(name.getString());
+    FILE* const file = descriptor >= 0 ? ::fdopen(descriptor, mode) : nullptr;
+    if (descriptor >= 0 && file == nullptr)
         ::close(descriptor);
     return file;
 }

@@ -20,24 +20,26 @@ bool isOwn(int file, char const* database)
            input.st_ino != status.st_ino;
 }
 
-/// Whether opening failed because of what the name leads to: a link, a pipe that nobody reads, a socket.
-bool isOfAnotherKind(int reason)
+/// Whether a name leads to a link, a pipe, a device or a socket. Only to open these can have effects.
+bool isOfAnotherKind(char const* path)
 {
-    return reason == ELOOP || reason == ENXIO;
+    struct stat status = {};
+    return ::lstat(path, &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
 
 } // namespace
 
 SideFile::SideFile(char const* path, char const* database, Content content) : outcome(Outcome::failed)
 {
+    if (isOfAnotherKind(path)) {
+        outcome = Outcome::refused;
+        return;
+    }
     // The file is examined before it is emptied, and through its descriptor, so that it can't be exchanged in
     // between.
     int const file = ::open(path, O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666);
-    if (file < 0) {
-        if (isOfAnotherKind(errno))
-            outcome = Outcome::refused;
+    if (file < 0)
         return;
-    }
     if (!isOwn(file, database)) {
         outcome = Outcome::refused;
         ::close(file);

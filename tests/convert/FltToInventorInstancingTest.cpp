@@ -5,6 +5,7 @@
 #include "records/FltOpcode.h"
 #include "support/ConvertedFile.h"
 #include "support/ConvertedScene.h"
+#include "support/OpenWatch.h"
 #include "support/ScratchFolder.h"
 #include "support/SmallStack.h"
 #include "support/Text.h"
@@ -14,6 +15,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <set>
+#include <sys/stat.h>
 
 namespace
 {
@@ -526,6 +528,17 @@ TEST_F(ExternalReferenceTest, AFileThatIsNotOpenFlightLeavesAnEmptyRoot)
     ASSERT_EQ(reference->getNumChildren(), 2);
     EXPECT_EQ(group(reference->getChild(1))->getNumChildren(), 0);
     EXPECT_EQ(file.messages, "ERROR! Not an Openflight Input !\n(Warning Level: 3)\n\n");
+}
+
+TEST_F(ExternalReferenceTest, APipeAsAReferenceIsNotOpened)
+{
+    write("main.flt", {"part"});
+    ASSERT_EQ(::mkfifo(folder.path("part").c_str(), 0600), 0);
+    OpenWatch watch(folder.path("part"));
+    ConvertedFile const file(folder.path("main.flt"));
+    EXPECT_EQ(file.messages, "Error in opening file: " + folder.path("part") +
+                                 "\nERROR ! FltParser has no INPUT !\n(Warning Level: 3)\n\n");
+    EXPECT_FALSE(watch.wasOpened());
 }
 
 TEST_F(ExternalReferenceTest, ADirectoryAsAReferenceLeavesAnEmptyRoot)

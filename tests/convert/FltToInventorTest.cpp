@@ -8,6 +8,7 @@
 #include "support/ConvertedScene.h"
 #include "support/FileSizeLimit.h"
 #include "support/MemoryInput.h"
+#include "support/OpenWatch.h"
 #include "support/ProcessUsage.h"
 #include "support/ScratchFolder.h"
 
@@ -235,8 +236,10 @@ TEST(FltToInventorTest, ALogThatIsAPipeIsRefusedAndNotWaitedFor)
     std::string const path = folder.path("a.flt");
     FltWriter().save(path);
     ASSERT_EQ(::mkfifo((path + ".log").c_str(), 0600), 0);
+    OpenWatch watch(path + ".log");
     ConvertedFile const file(path);
     EXPECT_EQ(file.messages, refusedLog(path));
+    EXPECT_FALSE(watch.wasOpened());
 }
 
 TEST(FltToInventorTest, AFailedLogThrowsNothingWhereTheHostHasSwitchedExceptionsOn)

@@ -2,6 +2,7 @@
 
 #include "support/ConvertedFile.h"
 #include "support/ObjectDatabase.h"
+#include "support/OpenWatch.h"
 #include "support/ProcessUsage.h"
 #include "support/ScratchFolder.h"
 #include "support/SgiImage.h"
@@ -330,7 +331,9 @@ TEST_F(FltLoaderTest, FollowsNoReferenceThatLeadsOutOfTheDirectoryItIsKeptIn)
     loader.onlyBelow = folder / "inside";
     for (bool const isExact : {false, true}) {
         loader.exact = isExact;
+        OpenWatch watch(folder / "outside.flt");
         FltScene const scene = loader.load(path);
+        EXPECT_FALSE(watch.wasOpened()) << isExact;
         ASSERT_EQ(scene.references().size(), 5U);
         for (std::size_t const outside : {0U, 1U, 2U})
             EXPECT_FALSE(scene.references()[outside].isLoaded) << isExact << outside;
