@@ -2,6 +2,8 @@
 
 #include "toolkit/ImageClaim.h"
 #include "toolkit/ImageFile.h"
+#include "toolkit/JpegImage.h"
+#include "toolkit/PngImage.h"
 #include "toolkit/RunLengthImage.h"
 #include "toolkit/TiffImage.h"
 
@@ -28,9 +30,6 @@ constexpr std::uint64_t longestSide = std::numeric_limits<short>::max();
 
 /// Enough for the formats whose size has a fixed place.
 constexpr std::size_t shortHead = 32;
-
-/// What stands in front of the size in a JPEG file is rarely longer; beyond it the size isn't looked for.
-constexpr std::size_t headOfJpeg = 256U << 10;
 
 ImageClaim pngClaim(ImageFile::Bytes const& head)
 {
@@ -61,20 +60,6 @@ ImageClaim picClaim(ImageFile::Bytes const& head)
     return {head.little16(2), head.little16(4), 3};
 }
 
-/// The size stands in a frame's segment, behind others.
-ImageClaim jpegClaim(ImageFile::Bytes const& head)
-{
-    for (std::size_t at = 2; at + 10 <= head.size() && head.byte(at) == 0xff;) {
-        unsigned const marker = head.byte(at + 1);
-        bool const isFrame =
-            marker >= 0xc0 && marker <= 0xcf && marker != 0xc4 && marker != 0xc8 && marker != 0xcc;
-        if (isFrame)
-            return {head.big16(at + 7), head.big16(at + 5), std::min(head.byte(at + 9), 4U)};
-        at += 2 + head.big16(at + 2);
-    }
-    return {};
-}
-
 bool isCredible(ImageClaim const& claim, std::uint64_t fileSize)
 {
     return claim.width <= longestSide && claim.height <= longestSide &&
@@ -97,18 +82,22 @@ char const* ImageSafety::problemOf(std::string const& path)
     if (!file.isOpen())
         return nullptr;
     ImageFile::Bytes const head = file.read(0, shortHead);
+    bool const isPng = head.begins("\x89PNG");
+    bool const isJpeg = head.begins("\xff\xd8");
     bool const isSgi = head.begins("\x01\xda");
     bool const isTiff = head.begins("II*\0"sv) || head.begins("MM\0*"sv);
-    ImageClaim const claim = head.begins("\x89PNG")    ? pngClaim(head)
+    ImageClaim const claim = isPng                     ? pngClaim(head)
+                             : isJpeg                  ? JpegImage::claimOf(path)
                              : isSgi                   ? sgiClaim(head)
-                             : head.begins("\xff\xd8") ? jpegClaim(file.read(0, headOfJpeg))
+                             : isTiff                  ? TiffImage::claimOf(path)
                              : head.begins("GIF8")     ? gifClaim(head)
                              : head.begins("\x19\x91") ? picClaim(head)
-                             : isTiff                  ? TiffImage::claimOf(path)
                                                        : ImageClaim();
     if (!isCredible(claim, file.size()))
         return "can't hold a picture of its size";
-    bool const isSound = isSgi         ? RunLengthImage::isSoundSgi(file)
+    bool const isSound = isPng         ? PngImage::isSound(file)
+                         : isJpeg      ? JpegImage::isSound(file, path)
+                         : isSgi       ? RunLengthImage::isSoundSgi(file)
                          : isTiff      ? TiffImage::isSound(path)
                          : isTga(path) ? RunLengthImage::isSoundTga(file)
                                        : true;

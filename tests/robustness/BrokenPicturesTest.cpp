@@ -105,6 +105,9 @@ INSTANTIATE_TEST_SUITE_P(
         Picture{"packed.rgb",
                 [](auto const& path) { writeBytes(path, SmallPictures::compressedSgi(6, 3, 3)); }},
         Picture{"packed.tga", [](auto const& path) { writeBytes(path, SmallPictures::compressedTga(6, 5)); }},
+        Picture{"plain.jpg", [](auto const& path) { SmallPictures::writeJpeg(path, 6, 5, false); }},
+        Picture{"scans.jpg", [](auto const& path) { SmallPictures::writeJpeg(path, 6, 5, true); }},
+        Picture{"clear.png", [](auto const& path) { SmallPictures::writePng(path, 6, 5); }},
         Picture{"grey.tif", [](auto const& path) { SmallPictures::writeTiff(path, 6, 5, 1); }},
         Picture{"color.tif", [](auto const& path) { SmallPictures::writeTiff(path, 6, 5, 3); }},
         Picture{"clear.tif", [](auto const& path) { SmallPictures::writeTiff(path, 6, 5, 4); }}));

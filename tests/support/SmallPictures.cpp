@@ -1,7 +1,10 @@
 #include "support/SmallPictures.h"
 
+#include <cstdio>
+#include <jpeglib.h>
+#include <png.h>
+#include <stdexcept>
 #include <tiffio.h>
-#include <vector>
 
 namespace
 {
@@ -88,4 +91,44 @@ void SmallPictures::writeTiff(std::string const& path, int width, int height, in
         ::TIFFWriteScanline(tiff, line.data(), static_cast<std::uint32_t>(row), 0);
     }
     ::TIFFClose(tiff);
+}
+
+void SmallPictures::writeJpeg(std::string const& path, int width, int height, bool isProgressive)
+{
+    jpeg_error_mgr errors;
+    jpeg_compress_struct state = {};
+    state.err = jpeg_std_error(&errors);
+    jpeg_create_compress(&state);
+    FILE* const file = std::fopen(path.c_str(), "wb");
+    if (file == nullptr)
+        throw std::runtime_error("cannot write " + path);
+    jpeg_stdio_dest(&state, file);
+    state.image_width = static_cast<JDIMENSION>(width);
+    state.image_height = static_cast<JDIMENSION>(height);
+    state.input_components = 3;
+    state.in_color_space = JCS_RGB;
+    jpeg_set_defaults(&state);
+    if (isProgressive)
+        jpeg_simple_progression(&state);
+    jpeg_start_compress(&state, TRUE);
+    for (int row = 0; row < height; ++row) {
+        std::string line = shades(3 * width, row);
+        auto* bytes = reinterpret_cast<JSAMPROW>(line.data());
+        jpeg_write_scanlines(&state, &bytes, 1);
+    }
+    jpeg_finish_compress(&state);
+    jpeg_destroy_compress(&state);
+    std::fclose(file);
+}
+
+void SmallPictures::writePng(std::string const& path, int width, int height)
+{
+    png_image image = {};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = static_cast<png_uint_32>(width);
+    image.height = static_cast<png_uint_32>(height);
+    image.format = PNG_FORMAT_RGBA;
+    std::string const pixels = shades(4 * width * height, 0);
+    if (png_image_write_to_file(&image, path.c_str(), 0, pixels.data(), 0, nullptr) == 0)
+        throw std::runtime_error("cannot write " + path);
 }

@@ -17,4 +17,11 @@ std::string compressedTga(int width, int height);
 /// @param channels 1 to 4; four have transparency
 void writeTiff(std::string const& path, int width, int height, int channels);
 
+/// Writes a picture in the JPEG format.
+/// @param isProgressive in several scans, each over the whole picture
+void writeJpeg(std::string const& path, int width, int height, bool isProgressive);
+
+/// Writes a picture in the PNG format, with transparency.
+void writePng(std::string const& path, int width, int height);
+
 } // namespace SmallPictures

@@ -24,23 +24,38 @@ std::string problemOf(std::string const& bytes, std::string const& name = "image
     return problem != nullptr ? problem : "";
 }
 
-/// The head of a picture in the PNG format, without its pixels.
+std::string chunk(std::string const& type, std::string const& data)
+{
+    std::string const length = {'\0', '\0', '\0', static_cast<char>(data.size())};
+    return length + type + data + "sum.";
+}
+
+/// A picture in the PNG format, without its pixels.
 std::string png(std::string const& width, std::string const& height, char colors = 6)
 {
-    return "\x89PNG\r\n\x1a\n" + std::string("\0\0\0\x0dIHDR", 8) + width + height + '\x8' + colors +
-           std::string(7, '\0');
+    return "\x89PNG\r\n\x1a\n" + chunk("IHDR", width + height + '\x8' + colors + std::string(3, '\0')) +
+           chunk("IEND", "");
 }
 
-/// A JPEG file of some segments, without the picture.
-std::string jpeg(std::string const& segments)
+std::string bytesOf(std::string const& path)
 {
-    return "\xff\xd8" + segments;
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// The segment that holds the size, two bytes each.
-std::string frame(std::string const& height, std::string const& width)
+/// A picture in the JPEG format.
+std::string jpeg(bool isProgressive = false)
 {
-    return std::string("\xff\xc0\0\x11\x08", 5) + height + width + '\x3' + std::string(9, '\0');
+    ScratchFolder const folder;
+    SmallPictures::writeJpeg(folder / "a.jpg", 9, 6, isProgressive);
+    return bytesOf(folder / "a.jpg");
+}
+
+/// The same with another size, two bytes each.
+std::string jpeg(std::string const& height, std::string const& width)
+{
+    std::string bytes = jpeg();
+    return bytes.replace(bytes.find("\xff\xc0") + 5, 4, height + width);
 }
 
 std::string const large("\0\0\x75\x30", 4); // 30,000
@@ -51,8 +66,7 @@ std::string tiffOf(int channels)
 {
     ScratchFolder const folder;
     SmallPictures::writeTiff(folder / "a.tif", 9, 6, channels);
-    std::ifstream file(folder / "a.tif", std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    return bytesOf(folder / "a.tif");
 }
 
 /// A picture in the SGI format of three rows of ten pixels, whose first row is made of these packets.
@@ -79,7 +93,8 @@ TEST(ImageSafety, PicturesThatTheirFileCanHoldAreRead)
     for (int channels = 1; channels <= 4; ++channels)
         EXPECT_EQ(problemOf(tiffOf(channels)), "") << channels;
     EXPECT_EQ(problemOf(png(usual, usual)), "");
-    EXPECT_EQ(problemOf(jpeg(frame("\4\4", "\4\4"))), "");
+    EXPECT_EQ(problemOf(jpeg("\4\4", "\4\4")), "");
+    EXPECT_EQ(problemOf(jpeg(true)), "");
     EXPECT_EQ(problemOf("GIF89a\4\4\4\4"), "");
     EXPECT_EQ(problemOf("\x19\x91\4\4\4\4"), "");
     EXPECT_EQ(problemOf(png(std::string("\0\0\x40\0", 4), large) + std::string(2'000'000, 'x')), "")
@@ -90,9 +105,11 @@ TEST(ImageSafety, PicturesThatTheirFileCanHoldAreRead)
 TEST(ImageSafety, SmallFilesOfLargePicturesArent)
 {
     EXPECT_EQ(problemOf(png(large, large)), tooLarge);
-    EXPECT_EQ(problemOf(jpeg(frame("\x75\x30", "\x75\x30"))), tooLarge);
-    EXPECT_EQ(problemOf(jpeg(std::string("\xff\xe0\0\4ab", 6) + frame("\x75\x30", "\x75\x30"))), tooLarge)
-        << "behind another segment";
+    std::string const wide = jpeg("\x75\x30", "\x75\x30");
+    EXPECT_EQ(problemOf(wide), tooLarge);
+    std::string const comment("\xff\xff\xff\xfe\0\4ab", 8);
+    EXPECT_EQ(problemOf(wide.substr(0, 2) + comment + "lost" + wide.substr(2)), tooLarge)
+        << "behind another segment and bytes that are passed over";
     EXPECT_EQ(problemOf("GIF89a\xff\x7f\xff\x7f"), tooLarge);
     EXPECT_EQ(problemOf("\x19\x91\xff\x7f\xff\x7f"), tooLarge);
     std::string sgi = sgiImage(2);
@@ -130,13 +147,38 @@ TEST(ImageSafety, WhatTheToolkitCantCountIsTooLargeForAnyFile)
 TEST(ImageSafety, OtherAndBrokenFilesAreLeftToTheLibrary)
 {
     for (std::string const& bytes :
-         {std::string(), std::string("no image"), std::string("\x89PNG"), std::string("\x01\xda"), jpeg(""),
-          jpeg(std::string("\xff\xe0\0\0", 4)), jpeg("\xff\xc0"), std::string(100, '\xff'),
+         {std::string(), std::string("no image"), std::string("\x01\xda"), std::string("\xff\xd8"),
+          std::string("\xff\xd8\xff\xe0\0\0", 6), std::string("\xff\xd8\xff\xc0"), std::string(100, '\xff'),
           std::string("GIF89a"), std::string("\x19\x91"), std::string("II*\0", 4),
           std::string("MM\0*nothing", 11)})
         EXPECT_EQ(problemOf(bytes), "");
     EXPECT_EQ(problemOf("short", "a.tga"), "");
     EXPECT_EQ(ImageSafety::problemOf("none/such"), nullptr);
+}
+
+TEST(ImageSafety, ChunksOfPngPicturesLeadToTheEnd)
+{
+    std::string const whole = png(usual, usual);
+    for (std::size_t const lost : {1, 4, 8, 11, 12, 13, 20})
+        EXPECT_EQ(problemOf(whole.substr(0, whole.size() - lost)), damaged) << lost;
+    std::string longer = whole;
+    longer[8] = '\x7f'; // the length of the first chunk
+    EXPECT_EQ(problemOf(longer), damaged);
+    EXPECT_EQ(problemOf(whole + "more"), "");
+}
+
+TEST(ImageSafety, JpegPicturesComeInNoMoreScansThanNeeded)
+{
+    std::string const whole = jpeg(true);
+    std::size_t const scan = whole.rfind("\xff\xda");
+    std::string const last = whole.substr(scan, whole.size() - 2 - scan);
+    std::string many = whole.substr(0, whole.size() - 2);
+    for (int i = 0; i < 80; ++i)
+        many += last;
+    EXPECT_EQ(problemOf(many + "\xff\xd9"), "");
+    for (int i = 0; i < 20; ++i)
+        many += last;
+    EXPECT_EQ(problemOf(many + "\xff\xd9"), damaged);
 }
 
 TEST(ImageSafety, SgiPicturesHaveOneToFourChannels)

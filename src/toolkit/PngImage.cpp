@@ -1,0 +1,21 @@
+#include "toolkit/PngImage.h"
+
+#include "toolkit/ImageFile.h"
+
+bool PngImage::isSound(ImageFile& file)
+{
+    constexpr std::uint64_t signature = 8;
+    constexpr std::uint64_t lengthAndType = 8;
+    constexpr std::uint64_t checksum = 4;
+    constexpr std::uint32_t end = 0x49454e44; // "IEND"
+    for (std::uint64_t at = signature;;) {
+        ImageFile::Bytes const chunk = file.read(at, lengthAndType);
+        if (chunk.size() < lengthAndType)
+            return false;
+        at += lengthAndType + chunk.big32(0) + checksum;
+        if (at > file.size())
+            return false;
+        if (chunk.big32(4) == end)
+            return true;
+    }
+}
