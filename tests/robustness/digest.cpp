@@ -8,6 +8,7 @@
 #include "robustness/BrokenDatabases.h"
 #include "robustness/Endurance.h"
 #include "support/ConvertedScene.h"
+#include "support/RecordText.h"
 #include "support/SceneText.h"
 #include "support/SmallVertexPalettes.h"
 
@@ -49,7 +50,7 @@ void addConversion(Digests& digests, std::string const& bytes)
 {
     try {
         ConvertedScene const scene(bytes);
-        digests.log.add(scene.log);
+        digests.log.add(withoutAddress(scene.log));
         digests.messages.add(scene.messages);
         digests.scene.add(writtenScene(scene.root, false));
     } catch (std::bad_array_new_length const&) {
