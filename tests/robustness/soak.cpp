@@ -99,6 +99,7 @@ private:
             "peak memory of the process: %zu MB\n",
             databases.countSeeds(), databases.countSmallChanges(), done, refused, slowest, largestLog,
             largestScene, ProcessUsage::peakMemory() >> 20);
+        std::fflush(stdout); // the leak sanitizer ends a process without
     }
 
     BrokenDatabases databases;
