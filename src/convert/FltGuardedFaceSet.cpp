@@ -1,5 +1,6 @@
 #include "convert/FltGuardedFaceSet.h"
 
+#include <Inventor/SoPickedPoint.h>
 #include <algorithm>
 #include <iterator>
 
@@ -15,7 +16,7 @@ constexpr int cornersOfATriangle = 3;
 class FltGuardedFaceSet::Drawn final : public SoIndexedFaceSet
 {
 public:
-    explicit Drawn(FltGuardedFaceSet& from)
+    explicit Drawn(FltGuardedFaceSet& from) : shown(from)
     {
         vertexProperty = from.vertexProperty.getValue();
         materialIndex = from.materialIndex;
@@ -27,6 +28,16 @@ public:
     }
 
     using SoIndexedFaceSet::generatePrimitives;
+
+protected:
+    /// What is picked is the set that a host knows: this one stands in no path.
+    SoDetail* createTriangleDetail(SoRayPickAction* action, SoPrimitiveVertex const* first,
+                                   SoPrimitiveVertex const* second, SoPrimitiveVertex const* third,
+                                   SoPickedPoint* point) override
+    {
+        point->setDetail(SoIndexedFaceSet::createTriangleDetail(action, first, second, third, point), &shown);
+        return nullptr;
+    }
 
 private:
     static std::vector<std::int32_t> filledUp(SoMFInt32 const& field)
@@ -51,6 +62,8 @@ private:
         }
         return indices;
     }
+
+    FltGuardedFaceSet& shown;
 };
 
 FltGuardedFaceSet::FltGuardedFaceSet() = default;

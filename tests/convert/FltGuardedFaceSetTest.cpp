@@ -3,7 +3,12 @@
 #include "support/DrawnScene.h"
 #include "support/SceneText.h"
 
+#include <Inventor/SbViewportRegion.h>
+#include <Inventor/SoPickedPoint.h>
 #include <Inventor/actions/SoGetPrimitiveCountAction.h>
+#include <Inventor/actions/SoRayPickAction.h>
+#include <Inventor/details/SoFaceDetail.h>
+#include <Inventor/details/SoPointDetail.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoVertexProperty.h>
 #include <gtest/gtest.h>
@@ -74,5 +79,25 @@ TEST(FltGuardedFaceSet, followsItsFieldsAndKeepsItsGuardWhenItIsCopied)
     EXPECT_NEAR(DrawnScene(root).area(), 0.5, 1e-6);
     EXPECT_NEAR(DrawnScene(copy).area(), 1, 1e-6);
     copy->unref();
+    root->unref();
+}
+
+TEST(FltGuardedFaceSet, saysWhatWasPickedOfIt)
+{
+    SoSeparator* const root = sceneOf<FltGuardedFaceSet>();
+    SoRayPickAction pick{SbViewportRegion(100, 100)};
+    pick.setRay(SbVec3f(0.75F, 0.75F, 10), SbVec3f(0, 0, -1));
+    pick.apply(root);
+    SoPickedPoint const* const point = pick.getPickedPoint();
+    ASSERT_NE(point, nullptr);
+    EXPECT_EQ(point->getPath()->getTail(), root->getChild(0));
+    auto const* const detail = static_cast<SoFaceDetail const*>(point->getDetail(root->getChild(0)));
+    ASSERT_NE(detail, nullptr);
+    EXPECT_EQ(point->getDetail(), detail);
+    EXPECT_EQ(detail->getFaceIndex(), 4) << "the faces without an area count";
+    ASSERT_EQ(detail->getNumPoints(), 3);
+    EXPECT_EQ(detail->getPoint(0)->getCoordinateIndex(), 1);
+    EXPECT_EQ(detail->getPoint(1)->getCoordinateIndex(), 3);
+    EXPECT_EQ(detail->getPoint(2)->getCoordinateIndex(), 2);
     root->unref();
 }
