@@ -1,9 +1,10 @@
 #include "toolkit/ImageFile.h"
 
 #include <algorithm>
+#include <utility>
 
-ImageFile::ImageFile(std::string const& path)
-    : file(path, std::ios::binary | std::ios::ate), length(file.tellg())
+ImageFile::ImageFile(std::string path)
+    : name(std::move(path)), file(name, std::ios::binary | std::ios::ate), length(file.tellg())
 {
 }
 

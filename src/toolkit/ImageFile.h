@@ -31,7 +31,9 @@ public:
         std::vector<char> bytes;
     };
 
-    explicit ImageFile(std::string const& path);
+    explicit ImageFile(std::string path);
+
+    std::string const& path() const { return name; }
 
     bool isOpen() const { return length >= 0; }
 
@@ -42,6 +44,7 @@ public:
     Bytes read(std::uint64_t at, std::uint64_t most);
 
 private:
+    std::string name;
     std::ifstream file;
     std::streamoff length;
 };

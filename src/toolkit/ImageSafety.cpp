@@ -1,14 +1,16 @@
 #include "toolkit/ImageSafety.h"
 
+#include "toolkit/GifImage.h"
 #include "toolkit/ImageClaim.h"
 #include "toolkit/ImageFile.h"
 #include "toolkit/JpegImage.h"
+#include "toolkit/PicImage.h"
 #include "toolkit/PngImage.h"
-#include "toolkit/RunLengthImage.h"
+#include "toolkit/SgiImage.h"
+#include "toolkit/TgaImage.h"
 #include "toolkit/TiffImage.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <limits>
 #include <string_view>
@@ -28,36 +30,32 @@ constexpr std::uint64_t mostEver = std::numeric_limits<int>::max();
 /// and the toolkit the pixels each way in a short.
 constexpr std::uint64_t longestSide = std::numeric_limits<short>::max();
 
-/// Enough for the formats whose size has a fixed place.
-constexpr std::size_t shortHead = 32;
+struct Format {
+    std::string_view begin; ///< The first bytes of its files.
+    ImageClaim (*claimOf)(ImageFile& file);
+    bool (*isSound)(ImageFile& file);
+};
 
-ImageClaim pngClaim(ImageFile::Bytes const& head)
-{
-    if (head.size() < 26)
-        return {};
-    std::array<unsigned, 7> constexpr channels = {1, 4, 3, 4, 2, 4, 4}; // by the type of colours
-    return {head.big32(16), head.big32(20), channels[std::min(head.byte(25), 6U)]};
-}
+constexpr Format formats[] = {
+    {"\x89PNG", PngImage::claimOf, PngImage::isSound},   {"\xff\xd8", JpegImage::claimOf, JpegImage::isSound},
+    {"\x01\xda", SgiImage::claimOf, SgiImage::isSound},  {"II*\0"sv, TiffImage::claimOf, TiffImage::isSound},
+    {"MM\0*"sv, TiffImage::claimOf, TiffImage::isSound}, {"GIF8", GifImage::claimOf, GifImage::isSound},
+    {"\x19\x91", PicImage::claimOf, PicImage::isSound},
+};
 
-ImageClaim sgiClaim(ImageFile::Bytes const& head)
-{
-    if (head.size() < 12)
-        return {};
-    return {head.big16(6), head.big16(8), head.big16(10)};
-}
+/// Its files are known by their names alone.
+constexpr Format tga = {"", TgaImage::claimOf, TgaImage::isSound};
 
-ImageClaim gifClaim(ImageFile::Bytes const& head)
+/// The format for which the library takes a file, or null.
+Format const* formatOf(ImageFile& file)
 {
-    if (head.size() < 10)
-        return {};
-    return {head.little16(6), head.little16(8), 4};
-}
-
-ImageClaim picClaim(ImageFile::Bytes const& head)
-{
-    if (head.size() < 6)
-        return {};
-    return {head.little16(2), head.little16(4), 3};
+    ImageFile::Bytes const head = file.read(0, 4);
+    for (Format const& format : formats)
+        if (head.begins(format.begin))
+            return &format;
+    std::string_view const path = file.path();
+    std::string_view const ending = path.substr(std::min(path.rfind('.'), path.size()));
+    return ending == ".tga" || ending == ".TGA" ? &tga : nullptr;
 }
 
 bool isCredible(ImageClaim const& claim, std::uint64_t fileSize)
@@ -67,39 +65,15 @@ bool isCredible(ImageClaim const& claim, std::uint64_t fileSize)
                std::min(alwaysGranted + fileSize * mostPerByte, mostEver);
 }
 
-/// What the library knows by its ending alone.
-bool isTga(std::string_view path)
-{
-    std::string_view const ending = path.substr(std::min(path.rfind('.'), path.size()));
-    return ending == ".tga" || ending == ".TGA";
-}
-
 } // namespace
 
 char const* ImageSafety::problemOf(std::string const& path)
 {
     ImageFile file(path);
-    if (!file.isOpen())
+    Format const* const format = file.isOpen() ? formatOf(file) : nullptr;
+    if (format == nullptr)
         return nullptr;
-    ImageFile::Bytes const head = file.read(0, shortHead);
-    bool const isPng = head.begins("\x89PNG");
-    bool const isJpeg = head.begins("\xff\xd8");
-    bool const isSgi = head.begins("\x01\xda");
-    bool const isTiff = head.begins("II*\0"sv) || head.begins("MM\0*"sv);
-    ImageClaim const claim = isPng                     ? pngClaim(head)
-                             : isJpeg                  ? JpegImage::claimOf(path)
-                             : isSgi                   ? sgiClaim(head)
-                             : isTiff                  ? TiffImage::claimOf(path)
-                             : head.begins("GIF8")     ? gifClaim(head)
-                             : head.begins("\x19\x91") ? picClaim(head)
-                                                       : ImageClaim();
-    if (!isCredible(claim, file.size()))
+    if (!isCredible(format->claimOf(file), file.size()))
         return "can't hold a picture of its size";
-    bool const isSound = isPng         ? PngImage::isSound(file)
-                         : isJpeg      ? JpegImage::isSound(file, path)
-                         : isSgi       ? RunLengthImage::isSoundSgi(file)
-                         : isTiff      ? TiffImage::isSound(path)
-                         : isTga(path) ? RunLengthImage::isSoundTga(file)
-                                       : true;
-    return isSound ? nullptr : "is damaged";
+    return format->isSound(file) ? nullptr : "is damaged";
 }

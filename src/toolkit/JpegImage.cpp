@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <jpeglib.h>
 #include <memory>
+#include <string>
 
 namespace
 {
@@ -81,12 +82,12 @@ bool hasFewScans(ImageFile& file)
 
 } // namespace
 
-ImageClaim JpegImage::claimOf(std::string const& path)
+ImageClaim JpegImage::claimOf(ImageFile& file)
 {
-    return Head(path).claim();
+    return Head(file.path()).claim();
 }
 
-bool JpegImage::isSound(ImageFile& file, std::string const& path)
+bool JpegImage::isSound(ImageFile& file)
 {
-    return !Head(path).hasSeveralScans() || hasFewScans(file);
+    return !Head(file.path()).hasSeveralScans() || hasFewScans(file);
 }

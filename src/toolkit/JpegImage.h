@@ -2,8 +2,6 @@
 
 #include "toolkit/ImageClaim.h"
 
-#include <string>
-
 class ImageFile;
 
 /// A picture in the JPEG format, with the eyes of the toolkit's image library.
@@ -11,10 +9,10 @@ namespace JpegImage
 {
 
 /// The size of the picture; nothing if the file can't be read as one.
-ImageClaim claimOf(std::string const& path);
+ImageClaim claimOf(ImageFile& file);
 
 /// Whether the picture comes in no more scans than one has use for. The library goes over all of its pixels
 /// for each, and a scan may be a few bytes long.
-bool isSound(ImageFile& file, std::string const& path);
+bool isSound(ImageFile& file);
 
 } // namespace JpegImage

@@ -2,6 +2,18 @@
 
 #include "toolkit/ImageFile.h"
 
+#include <algorithm>
+#include <array>
+
+ImageClaim PngImage::claimOf(ImageFile& file)
+{
+    ImageFile::Bytes const head = file.read(0, 26);
+    if (head.size() < 26)
+        return {};
+    constexpr std::array<unsigned, 7> channels = {1, 4, 3, 4, 2, 4, 4}; // by the type of colours
+    return {head.big32(16), head.big32(20), channels[std::min(head.byte(25), 6U)]};
+}
+
 bool PngImage::isSound(ImageFile& file)
 {
     constexpr std::uint64_t signature = 8;

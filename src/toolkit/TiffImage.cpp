@@ -1,5 +1,7 @@
 #include "toolkit/TiffImage.h"
 
+#include "toolkit/ImageFile.h"
+
 #include <algorithm>
 #include <cstdarg>
 #include <memory>
@@ -55,18 +57,18 @@ bool canBeDecoded(TIFF* tiff)
 
 } // namespace
 
-ImageClaim TiffImage::claimOf(std::string const& path)
+ImageClaim TiffImage::claimOf(ImageFile& file)
 {
-    Tiff const tiff = open(path);
+    Tiff const tiff = open(file.path());
     if (tiff == nullptr)
         return {};
     return {sideOf(tiff.get(), TIFFTAG_IMAGEWIDTH, TIFFTAG_TILEWIDTH),
             sideOf(tiff.get(), TIFFTAG_IMAGELENGTH, TIFFTAG_TILELENGTH), 4};
 }
 
-bool TiffImage::isSound(std::string const& path)
+bool TiffImage::isSound(ImageFile& file)
 {
-    Tiff const tiff = open(path);
+    Tiff const tiff = open(file.path());
     if (tiff == nullptr)
         return true; // the library can't open it either
     auto const channels = fieldOf<std::uint16_t>(tiff.get(), TIFFTAG_SAMPLESPERPIXEL);

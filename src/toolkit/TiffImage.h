@@ -2,17 +2,17 @@
 
 #include "toolkit/ImageClaim.h"
 
-#include <string>
+class ImageFile;
 
 /// A picture in the TIFF format, with the eyes of the toolkit's image library.
 namespace TiffImage
 {
 
 /// The size of the picture, or of its tiles where these are larger; nothing if the file can't be read as one.
-ImageClaim claimOf(std::string const& path);
+ImageClaim claimOf(ImageFile& file);
 
 /// Whether the library survives it. It forgets that it has given back its memory when a picture with
 /// transparency can't be decoded to its end, so such a picture is decoded once before.
-bool isSound(std::string const& path);
+bool isSound(ImageFile& file);
 
 } // namespace TiffImage

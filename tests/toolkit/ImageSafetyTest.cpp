@@ -58,6 +58,23 @@ std::string jpeg(std::string const& height, std::string const& width)
     return bytes.replace(bytes.find("\xff\xc0") + 5, 4, height + width);
 }
 
+/// A picture in the GIF format of one part, two bytes for each measure.
+std::string gif(std::string const& width, std::string const& height,
+                std::string const& left = std::string(2, '\0'))
+{
+    std::string const comment = "!\xfe\3abc" + std::string(1, '\0');
+    std::string const pixels = "\2\1x" + std::string(1, '\0');
+    return "GIF89a" + width + height + '\x80' + std::string(2, '\0') + "rgbRGB" + comment + ',' + left +
+           std::string(2, '\0') + width + height + '\0' + pixels + ';';
+}
+
+/// A picture in the PIC format.
+std::string pic(unsigned char side)
+{
+    std::string const length = {static_cast<char>(side), '\0'};
+    return "\x19\x91" + length + length + std::string(794U + side * side, '\0');
+}
+
 std::string const large("\0\0\x75\x30", 4); // 30,000
 std::string const usual("\0\0\4\0", 4);
 
@@ -95,8 +112,8 @@ TEST(ImageSafety, PicturesThatTheirFileCanHoldAreRead)
     EXPECT_EQ(problemOf(png(usual, usual)), "");
     EXPECT_EQ(problemOf(jpeg("\4\4", "\4\4")), "");
     EXPECT_EQ(problemOf(jpeg(true)), "");
-    EXPECT_EQ(problemOf("GIF89a\4\4\4\4"), "");
-    EXPECT_EQ(problemOf("\x19\x91\4\4\4\4"), "");
+    EXPECT_EQ(problemOf(gif("\4\4", "\4\4")), "");
+    EXPECT_EQ(problemOf(pic(20)), "");
     EXPECT_EQ(problemOf(png(std::string("\0\0\x40\0", 4), large) + std::string(2'000'000, 'x')), "")
         << "of one colour";
     EXPECT_EQ(problemOf(png(large, large, 0) + std::string(800'000, 'x')), "") << "grey";
@@ -110,7 +127,7 @@ TEST(ImageSafety, SmallFilesOfLargePicturesArent)
     std::string const comment("\xff\xff\xff\xfe\0\4ab", 8);
     EXPECT_EQ(problemOf(wide.substr(0, 2) + comment + "lost" + wide.substr(2)), tooLarge)
         << "behind another segment and bytes that are passed over";
-    EXPECT_EQ(problemOf("GIF89a\xff\x7f\xff\x7f"), tooLarge);
+    EXPECT_EQ(problemOf(gif("\xff\x7f", "\xff\x7f")), tooLarge);
     EXPECT_EQ(problemOf("\x19\x91\xff\x7f\xff\x7f"), tooLarge);
     std::string sgi = sgiImage(2);
     sgi.replace(6, 4, "\xff\xff\xff\xff");
@@ -149,8 +166,7 @@ TEST(ImageSafety, OtherAndBrokenFilesAreLeftToTheLibrary)
     for (std::string const& bytes :
          {std::string(), std::string("no image"), std::string("\x01\xda"), std::string("\xff\xd8"),
           std::string("\xff\xd8\xff\xe0\0\0", 6), std::string("\xff\xd8\xff\xc0"), std::string(100, '\xff'),
-          std::string("GIF89a"), std::string("\x19\x91"), std::string("II*\0", 4),
-          std::string("MM\0*nothing", 11)})
+          std::string("II*\0", 4), std::string("MM\0*nothing", 11)})
         EXPECT_EQ(problemOf(bytes), "");
     EXPECT_EQ(problemOf("short", "a.tga"), "");
     EXPECT_EQ(ImageSafety::problemOf("none/such"), nullptr);
@@ -165,6 +181,26 @@ TEST(ImageSafety, ChunksOfPngPicturesLeadToTheEnd)
     longer[8] = '\x7f'; // the length of the first chunk
     EXPECT_EQ(problemOf(longer), damaged);
     EXPECT_EQ(problemOf(whole + "more"), "");
+}
+
+TEST(ImageSafety, BlocksOfGifPicturesLeadToTheEnd)
+{
+    std::string const whole = gif("\4\4", "\4\4");
+    for (std::size_t size = 4; size < whole.size(); ++size)
+        EXPECT_EQ(problemOf(whole.substr(0, size)), damaged) << size;
+    EXPECT_EQ(problemOf(whole + "more"), "");
+}
+
+TEST(ImageSafety, PartsOfGifPicturesLieInThem)
+{
+    EXPECT_EQ(problemOf(gif("\4\4", "\4\4", std::string("\1\0", 2))), damaged);
+}
+
+TEST(ImageSafety, PicPicturesAreAsLongAsTheirPixels)
+{
+    std::string const whole = pic(20);
+    EXPECT_EQ(problemOf(whole.substr(0, whole.size() - 1)), damaged);
+    EXPECT_EQ(problemOf("\x19\x91"), damaged);
 }
 
 TEST(ImageSafety, JpegPicturesComeInNoMoreScansThanNeeded)
