@@ -35,7 +35,7 @@ unsigned lengthOf(unsigned length, std::size_t which)
 } // namespace
 
 Mutations::Mutations(std::string const& database, std::size_t begin, std::size_t end)
-    : database(database), begin(begin), end(end)
+    : database(database), begin(begin)
 {
     for (std::size_t at = begin; at < end;) {
         std::size_t const length = std::max<std::size_t>(FltUtils::word16At(database.data() + at + 2), 4);

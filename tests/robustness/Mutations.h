@@ -35,7 +35,6 @@ private:
 
     std::string const& database;
     std::size_t begin;
-    std::size_t end;
     std::vector<std::size_t> records; ///< Where those of the part begin.
     std::vector<std::size_t> words;   ///< Where their words begin.
     std::array<std::size_t, kinds + 1> starts{};
