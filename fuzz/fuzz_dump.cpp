@@ -13,6 +13,6 @@ void useDatabase(std::string const& bytes)
     StreamCapture const err(std::cerr, CaptureBuffer::nothing);
     MemoryInput input(bytes);
     FltParser parser(&input);
+    RecordsDestroyed const records(parser);
     parser.run();
-    destroyRecords(parser);
 }

@@ -16,6 +16,7 @@ void useDatabase(std::string const& bytes)
     FltDumpOutput::Redirect const noListing(nullptr);
     MemoryInput input(bytes);
     FltParser parser(&input);
+    RecordsDestroyed const records(parser);
     parser.run();
     FltRecord const* previous = nullptr;
     for (FltRecord const* record : parser.getFltRecords()) {
@@ -23,5 +24,4 @@ void useDatabase(std::string const& bytes)
             static_cast<void>(FltRecordJson::of(*record, 0).dump());
         previous = record;
     }
-    destroyRecords(parser);
 }

@@ -44,3 +44,17 @@ inline void destroyRecords(FltParser& parser)
         delete record;
     records.clear();
 }
+
+/// Destroys the records of a parser at the end of a scope, also if an exception ended it.
+class RecordsDestroyed
+{
+public:
+    explicit RecordsDestroyed(FltParser& parser) : parser(parser) {}
+    ~RecordsDestroyed() { destroyRecords(parser); }
+
+    RecordsDestroyed(RecordsDestroyed const&) = delete;
+    RecordsDestroyed& operator=(RecordsDestroyed const&) = delete;
+
+private:
+    FltParser& parser;
+};
