@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <vector>
 
 struct FltAllowances;
@@ -83,8 +82,7 @@ private:
     /// How many nodes may still be added that a traversal meets so often each.
     std::int64_t nodesLeft(std::int64_t occurrences) const;
 
-    /// Not moved as it grows: a database of nothing but instance definitions has one for each four bytes.
-    std::deque<Scope> scopes;
+    std::vector<Scope> scopes;
     /// Scratch: scopes still to be looked at, each with its depth below the root of all.
     std::vector<Place> ways;
     FltAllowances& allowances;
