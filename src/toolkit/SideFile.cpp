@@ -1,6 +1,5 @@
 #include "toolkit/SideFile.h"
 
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>

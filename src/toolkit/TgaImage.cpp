@@ -31,11 +31,8 @@ bool TgaImage::isSound(ImageFile& file)
     if (!isCompressed)
         return true;
     std::uint64_t const colorMap = head.byte(1) == 1 ? head.little16(5) * (head.byte(7) >> 3) : 0;
-    std::uint32_t const width = head.little16(12);
-    std::uint32_t const height = head.little16(14);
-    if (width > longestSide || height > longestSide)
-        return true;
-    std::uint64_t const pixels = std::uint64_t(width) * height;
+    ImageClaim const claim = claimOf(file);
+    std::uint64_t const pixels = claim.width * claim.height;
     std::uint64_t const pixelSize = head.byte(16) >> 3;
     ImageFile::Bytes const packets =
         file.read(sizeOfHead + head.byte(0) + colorMap, pixels * (pixelSize + 1));
