@@ -2,7 +2,7 @@
 
 #include "support/SceneText.h"
 #include "support/ScratchFolder.h"
-#include "support/SgiImage.h"
+#include "support/SmallPictures.h"
 #include "support/StreamCapture.h"
 
 #include <Inventor/nodes/SoSeparator.h>
@@ -31,7 +31,7 @@ protected:
 
 TEST_F(FltTexturesTest, ANodeHasItsNameAndItsPixels)
 {
-    std::string const path = folder.write("a.rgb", sgiImage(2, 77));
+    std::string const path = folder.write("a.rgb", SmallPictures::plainSgi(2, 77));
     SoNodeRef<SoTexture2> const texture = textures.make(path);
     EXPECT_EQ(texture->filename.getValue(), path.c_str());
     ASSERT_NE(pixelsOf(*texture.get()), nullptr);
@@ -40,7 +40,7 @@ TEST_F(FltTexturesTest, ANodeHasItsNameAndItsPixels)
 
 TEST_F(FltTexturesTest, NodesOfOneFileSharePixelsFromTheSecondOnWhateverItsName)
 {
-    std::string const path = folder.write("a.rgb", sgiImage(2, 77));
+    std::string const path = folder.write("a.rgb", SmallPictures::plainSgi(2, 77));
     std::filesystem::create_symlink(path, folder.path("b.rgb"));
     SoNodeRef<SoTexture2> const first = textures.make(path);
     SoNodeRef<SoTexture2> const second = textures.make(path);
@@ -53,7 +53,7 @@ TEST_F(FltTexturesTest, NodesOfOneFileSharePixelsFromTheSecondOnWhateverItsName)
 
 TEST_F(FltTexturesTest, ASharingNodeIsWrittenAsAnyOther)
 {
-    std::string const path = folder.write("a.rgb", sgiImage(2));
+    std::string const path = folder.write("a.rgb", SmallPictures::plainSgi(2));
     SoNodeRef<SoSeparator> const scene(new SoSeparator);
     for (int i = 0; i < 3; ++i)
         scene->addChild(textures.make(path).get());
@@ -63,7 +63,7 @@ TEST_F(FltTexturesTest, ASharingNodeIsWrittenAsAnyOther)
 
 TEST_F(FltTexturesTest, ACopyOfASharingNodeOutlivesIt)
 {
-    std::string const path = folder.write("a.rgb", sgiImage(4, 99));
+    std::string const path = folder.write("a.rgb", SmallPictures::plainSgi(4, 99));
     SoNodeRef<SoNode> copy(new SoSeparator);
     {
         FltTextures own;
@@ -105,7 +105,7 @@ TEST_F(FltTexturesTest, AFileThatIsNoPictureIsTriedAgainForEachNode)
 
 TEST_F(FltTexturesTest, APictureThatItsFileCantHoldIsNamedAndNotRead)
 {
-    std::string bytes = sgiImage(2);
+    std::string bytes = SmallPictures::plainSgi(2);
     bytes.replace(6, 4, "\xff\xff\xff\xff");
     std::string const path = folder.write("a.rgb", bytes);
     for (int i = 0; i < 2; ++i) {

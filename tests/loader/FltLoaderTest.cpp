@@ -5,7 +5,7 @@
 #include "support/OpenWatch.h"
 #include "support/ProcessUsage.h"
 #include "support/ScratchFolder.h"
-#include "support/SgiImage.h"
+#include "support/SmallPictures.h"
 #include "support/StreamCapture.h"
 #include "writer/FltWriter.h"
 
@@ -218,7 +218,7 @@ TEST_F(FltLoaderTest, ReplacesAnOlderLog)
 
 TEST_F(FltLoaderTest, FindsTexturesAndNamesThemByTheirPlaces)
 {
-    std::string const image = folder.write("lib/textures/Tree.RGB", sgiImage(4));
+    std::string const image = folder.write("lib/textures/Tree.RGB", SmallPictures::plainSgi(4));
     std::string const path = save(texturedTriangle("C:\\art\\textures\\tree.rgb"), "db/a.flt");
     loader.texturePath = {folder / "lib"};
     FltScene const scene = loader.load(path);
@@ -239,7 +239,7 @@ TEST_F(FltLoaderTest, FindsTexturesAndNamesThemByTheirPlaces)
 
 TEST_F(FltLoaderTest, NamesTexturesFromTheDirectoryThatIsAskedFor)
 {
-    folder.write("db/tree.rgb", sgiImage(4));
+    folder.write("db/tree.rgb", SmallPictures::plainSgi(4));
     std::filesystem::create_directories(folder / "out");
     loader.textureNamesFrom = folder / "out";
     FltScene const scene = loader.load(save(texturedTriangle("tree.rgb"), "db/a.flt"));
@@ -270,7 +270,7 @@ TEST_F(FltLoaderTest, ReportsAnImageThatCannotBeRead)
 
 TEST_F(FltLoaderTest, FindsTexturesOfExternalFilesBesideThem)
 {
-    folder.write("sub/tree.rgb", sgiImage(4));
+    folder.write("sub/tree.rgb", SmallPictures::plainSgi(4));
     save(texturedTriangle("tree.rgb"), "sub/part.flt");
     FltScene const scene = loader.load(save(reference("sub/part.flt")));
     ASSERT_EQ(scene.textures().size(), 1U);
@@ -346,7 +346,7 @@ TEST_F(FltLoaderTest, FollowsNoReferenceThatLeadsOutOfTheDirectoryItIsKeptIn)
 
 TEST_F(FltLoaderTest, ReadsNoTextureOutsideOfTheDirectoryItIsKeptIn)
 {
-    std::string const outside = folder.write("tree.rgb", sgiImage(8));
+    std::string const outside = folder.write("tree.rgb", SmallPictures::plainSgi(8));
     std::filesystem::create_directories(folder / "inside");
     std::filesystem::create_symlink(outside, folder / "inside/link.rgb");
     loader.onlyBelow = folder / "inside";
@@ -360,7 +360,7 @@ TEST_F(FltLoaderTest, ReadsNoTextureOutsideOfTheDirectoryItIsKeptIn)
             EXPECT_EQ(scene.textures()[0].path, "") << name;
         }
     }
-    folder.write("inside/near.rgb", sgiImage(8));
+    folder.write("inside/near.rgb", SmallPictures::plainSgi(8));
     EXPECT_NE(loader.load(save(texturedTriangle("near.rgb"), "inside/a.flt")).textures()[0].path, "");
 }
 
@@ -458,7 +458,7 @@ TEST_F(FltLoaderTest, TellsItsProgressFileByFile)
 
 TEST_F(FltLoaderTest, CanBeCancelledAnywhereAndLeavesNothing)
 {
-    folder.write("tree.rgb", sgiImage(4));
+    folder.write("tree.rgb", SmallPictures::plainSgi(4));
     FltWriter flt = texturedTriangle("tree.rgb");
     flt.push();
     for (int i = 0; i < 2000; ++i)
@@ -539,7 +539,7 @@ TEST_F(FltLoaderTest, LoadsOfSeveralThreadsWaitForEachOther)
 
 TEST_F(FltLoaderTest, AThousandLoadsTakeNoMoreMemoryThanAHundred)
 {
-    folder.write("tree.rgb", sgiImage(64));
+    folder.write("tree.rgb", SmallPictures::plainSgi(64));
     FltWriter flt = texturedTriangle("tree.rgb");
     flt.addRaw(1, FltWriter().lastRecord().substr(4)); // a second header
     std::string const good = save(flt.addBytes("abc"));

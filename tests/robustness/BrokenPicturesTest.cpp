@@ -1,7 +1,6 @@
 #include "toolkit/ImageSafety.h"
 
 #include "support/ScratchFolder.h"
-#include "support/SgiImage.h"
 #include "support/SmallPictures.h"
 
 #include <Inventor/SbImage.h>
@@ -101,7 +100,7 @@ TEST_P(BrokenPicturesTest, NoCutHurtsTheProcess)
 INSTANTIATE_TEST_SUITE_P(
     Picture, BrokenPicturesTest,
     testing::Values(
-        Picture{"plain.rgb", [](auto const& path) { writeBytes(path, sgiImage(3)); }},
+        Picture{"plain.rgb", [](auto const& path) { writeBytes(path, SmallPictures::plainSgi(3)); }},
         Picture{"packed.rgb",
                 [](auto const& path) { writeBytes(path, SmallPictures::compressedSgi(6, 3, 3)); }},
         Picture{"packed.tga", [](auto const& path) { writeBytes(path, SmallPictures::compressedTga(6, 5)); }},

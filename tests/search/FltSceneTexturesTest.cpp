@@ -1,7 +1,7 @@
 #include "search/FltSceneTextures.h"
 
 #include "support/ScratchFolder.h"
-#include "support/SgiImage.h"
+#include "support/SmallPictures.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ unsigned char const* bytesOf(SoTexture2 const& texture)
 TEST(FltSceneTextures, LooksForThoseAloneThatSomebodyHolds)
 {
     ScratchFolder const folder;
-    folder.write("tree.rgb", sgiImage(4));
+    folder.write("tree.rgb", SmallPictures::plainSgi(4));
     FltSceneTextures textures(folder / "a.flt", {});
     SoNodeRef<SoTexture2> const used = textures.make("tree.rgb", folder / "a.flt");
     static_cast<void>(textures.make("none.rgb", folder / "a.flt"));
@@ -39,7 +39,7 @@ TEST(FltSceneTextures, LooksForThoseAloneThatSomebodyHolds)
 TEST(FltSceneTextures, ReadsAnImageOnceHoweverManyNamesItHas)
 {
     ScratchFolder const folder;
-    folder.write("tree.rgb", sgiImage(4));
+    folder.write("tree.rgb", SmallPictures::plainSgi(4));
     FltSceneTextures textures(folder / "a.flt", {});
     std::vector<SoNodeRef<SoTexture2>> nodes;
     for (char const* const name : {"tree.rgb", "./tree.rgb", "TREE.RGB", "tree.rgb", "x/tree.png"})
@@ -52,7 +52,7 @@ TEST(FltSceneTextures, ReadsAnImageOnceHoweverManyNamesItHas)
 TEST(FltSceneTextures, ReadsNoPictureThatItsFileCantHold)
 {
     ScratchFolder const folder;
-    std::string bytes = sgiImage(2);
+    std::string bytes = SmallPictures::plainSgi(2);
     bytes.replace(6, 4, "\xff\xff\xff\xff");
     folder.write("huge.rgb", bytes);
     FltSceneTextures textures(folder / "a.flt", {});
@@ -85,7 +85,7 @@ TEST(FltSceneTextures, TakesAnotherFormatWhereTheStoredOneCannotBeRead)
 {
     ScratchFolder const folder;
     folder.write("tree.dds", "a format that is not known");
-    folder.write("tree.rgb", sgiImage(4));
+    folder.write("tree.rgb", SmallPictures::plainSgi(4));
     FltSceneTextures textures(folder / "a.flt", {});
     SoNodeRef<SoTexture2> const node = textures.make("tree.dds", folder / "a.flt");
     std::vector<Texture> const found = textures.resolve([](std::string const&) {});

@@ -38,13 +38,26 @@ std::string shades(int count, int first)
     return bytes;
 }
 
+std::string sgiHead(bool isCompressed, int width, int height, int channels)
+{
+    std::string head = big16(0x01da) + byteOf(isCompressed ? 1 : 0) + byteOf(1) + big16(3) + big16(width) +
+                       big16(height) + big16(channels) + big32(0) + big32(255);
+    head.resize(512);
+    return head;
+}
+
 } // namespace
+
+std::string SmallPictures::plainSgi(unsigned char side, unsigned char grey)
+{
+    constexpr int channels = 3;
+    std::size_t const pixels = std::size_t(side) * side;
+    return sgiHead(false, side, side, channels) + std::string(pixels * channels, static_cast<char>(grey));
+}
 
 std::string SmallPictures::compressedSgi(int width, int height, int channels)
 {
-    std::string head = big16(0x01da) + byteOf(1) + byteOf(1) + big16(3) + big16(width) + big16(height) +
-                       big16(channels) + big32(0) + big32(255);
-    head.resize(512);
+    std::string const head = sgiHead(true, width, height, channels);
     auto const rows = static_cast<std::size_t>(height) * static_cast<std::size_t>(channels);
     std::string starts;
     std::string sizes;

@@ -6,6 +6,10 @@
 namespace SmallPictures
 {
 
+/// A picture in the SGI format that isn't compressed, plain grey in three channels.
+/// @param side how many pixels wide and high
+std::string plainSgi(unsigned char side, unsigned char grey = 128);
+
 /// A picture in the SGI format whose rows are compressed: a copied stretch and a run each.
 /// @param width above 1 and below 100
 std::string compressedSgi(int width, int height, int channels);

@@ -1,7 +1,6 @@
 #include "toolkit/ImageSafety.h"
 
 #include "support/ScratchFolder.h"
-#include "support/SgiImage.h"
 #include "support/SmallPictures.h"
 
 #include <gtest/gtest.h>
@@ -104,7 +103,7 @@ std::string sgiWithRow(std::string const& packets, std::size_t claimedSize)
 
 TEST(ImageSafety, PicturesThatTheirFileCanHoldAreRead)
 {
-    EXPECT_EQ(problemOf(sgiImage(200)), "");
+    EXPECT_EQ(problemOf(SmallPictures::plainSgi(200)), "");
     EXPECT_EQ(problemOf(SmallPictures::compressedSgi(20, 5, 4)), "");
     EXPECT_EQ(problemOf(SmallPictures::compressedTga(20, 5), "a.tga"), "");
     for (int channels = 1; channels <= 4; ++channels)
@@ -129,7 +128,7 @@ TEST(ImageSafety, SmallFilesOfLargePicturesArent)
         << "behind another segment and bytes that are passed over";
     EXPECT_EQ(problemOf(gif("\xff\x7f", "\xff\x7f")), tooLarge);
     EXPECT_EQ(problemOf("\x19\x91\xff\x7f\xff\x7f"), tooLarge);
-    std::string sgi = sgiImage(2);
+    std::string sgi = SmallPictures::plainSgi(2);
     sgi.replace(6, 4, "\xff\xff\xff\xff");
     EXPECT_EQ(problemOf(sgi), tooLarge);
 }
@@ -219,7 +218,7 @@ TEST(ImageSafety, JpegPicturesComeInNoMoreScansThanNeeded)
 
 TEST(ImageSafety, SgiPicturesHaveOneToFourChannels)
 {
-    std::string sgi = sgiImage(2);
+    std::string sgi = SmallPictures::plainSgi(2);
     for (char const channels : {'\0', '\5', '\x7f'}) {
         sgi[11] = channels;
         EXPECT_EQ(problemOf(sgi), damaged) << int(channels);
@@ -230,7 +229,7 @@ TEST(ImageSafety, SgiPicturesHaveOneToFourChannels)
 TEST(ImageSafety, SgiPicturesHavePixels)
 {
     for (std::size_t const size : {6, 8}) {
-        std::string sgi = sgiImage(2);
+        std::string sgi = SmallPictures::plainSgi(2);
         sgi[size + 1] = 0;
         EXPECT_EQ(problemOf(sgi), damaged);
     }

@@ -3,7 +3,7 @@
 #include "ProgramRun.h"
 #include "SmallDatabases.h"
 #include "pictures/PictureDatabases.h"
-#include "support/SgiImage.h"
+#include "support/SmallPictures.h"
 
 #include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/nodes/SoTexture2.h>
@@ -113,7 +113,7 @@ TEST_F(Flt2ivForms, compressToMuchLess)
 
 TEST_F(Flt2ivForms, holdThePixelsOfTexturesOnRequest)
 {
-    std::string const image = folder.write("models/tree.rgb", sgiImage(4));
+    std::string const image = folder.write("models/tree.rgb", SmallPictures::plainSgi(4));
     std::string const input = database({{}, "tree.rgb"});
     std::string const named = converted("", input, "named.iv");
     std::string const embedded = converted("--embed-textures", input, "embedded.iv");

@@ -2,7 +2,7 @@
 
 #include "ProgramRun.h"
 #include "SmallDatabases.h"
-#include "support/SgiImage.h"
+#include "support/SmallPictures.h"
 
 #include <algorithm>
 #include <chrono>
@@ -98,7 +98,7 @@ protected:
 
 TEST_F(Flt2ivMany, keepsTheTreeAndTheNamesOfTextures)
 {
-    static_cast<void>(folder.write("models/sub/tree.rgb", sgiImage(4)));
+    static_cast<void>(folder.write("models/sub/tree.rgb", SmallPictures::plainSgi(4)));
     database("sub/a.flt", {{}, "tree.rgb", 0});
     database("b.FLT");
     ProgramRun const all = run();
@@ -291,7 +291,7 @@ TEST_F(Flt2ivMany, convertsAgainWhatRefersToAChangedDatabase)
 
 TEST_F(Flt2ivMany, convertsAgainForATextureOnlyIfItIsEmbedded)
 {
-    std::string const image = folder.write("models/tree.rgb", sgiImage(4));
+    std::string const image = folder.write("models/tree.rgb", SmallPictures::plainSgi(4));
     database("a.flt", {{}, "tree.rgb", 0});
     EXPECT_EQ(run("-q").exitCode, 0);
     age(image, output("a.iv"), 10);

@@ -1,7 +1,7 @@
 // Pictures for file managers.
 
 #include "FltshotFixture.h"
-#include "support/SgiImage.h"
+#include "support/SmallPictures.h"
 
 #include <filesystem>
 
@@ -78,7 +78,7 @@ TEST_F(FltshotThumbnail, readsNoHugeDatabase)
 TEST_F(FltshotThumbnail, endsInOrderForATextureThatNeedsTooMuchMemory)
 {
     std::string const database = sample();
-    std::string image = sgiImage(8);
+    std::string image = SmallPictures::plainSgi(8);
     for (std::size_t const side : {6U, 7U, 8U, 9U})
         image[side] = '\xea'; // 60138 pixels
     static_cast<void>(directory.write("airfield/corrugation.rgb", image));
