@@ -1,7 +1,7 @@
 #include "complete/FltFaceReader.h"
 
-#include "complete/FltCompleteOpcode.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "records/FltOpcode.h"
 #include "records/FltRecordLightSource.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 #include "complete/FltModelReader.h"
 
-#include "complete/FltCompleteOpcode.h"
 #include "records/FltOpcodeName.h"
+#include "records/FltOpcodeTable.h"
 
-using FltCompleteOpcode::Role;
+using Part = FltOpcodeRow::Part;
 
 namespace
 {
@@ -64,11 +64,11 @@ void FltModelReader::read(FltModel& model, FltLeftOut& leftOut, Progress const& 
             readHeader(model, record);
         isFirst = false;
         ++model.records;
-        switch (FltCompleteOpcode::roleOf(static_cast<int>(record.opcode))) {
-        case Role::vertex:
+        switch (FltOpcodeTable::partOf(static_cast<int>(record.opcode))) {
+        case Part::vertex:
             model.vertices.addPaletteVertex(record, *model.palettes.colors, model.revision);
             break;
-        case Role::palette:
+        case Part::palette:
             if (record.opcode == FltOpcode::vertexPalette)
                 model.vertices.beginPalette(record);
             else if (!model.palettes.take(record, model.revision) && !isSilent(record.opcode))

@@ -1,7 +1,7 @@
 #include "complete/FltModelRecordReader.h"
 
-#include "complete/FltCompleteOpcode.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "records/FltOpcodeTable.h"
 
 namespace
 {
@@ -79,7 +79,7 @@ bool FltModelRecordReader::isRunAt(std::size_t at) const
         if (size - at < headSize)
             return false;
         unsigned int const length = FltUtils::word16At(begin + at + 2);
-        if (length > size - at || !FltCompleteOpcode::isPlausible(FltUtils::word16At(begin + at), length))
+        if (length > size - at || !FltOpcodeTable::isPlausible(FltUtils::word16At(begin + at), length))
             return false;
         at += length;
     }

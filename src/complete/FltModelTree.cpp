@@ -1,25 +1,25 @@
 #include "complete/FltModelTree.h"
 
-#include "complete/FltCompleteOpcode.h"
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "records/FltOpcodeTable.h"
 
-using FltCompleteOpcode::Role;
+using Part = FltOpcodeRow::Part;
 
 bool FltModelTree::add(FltRecordView const& record)
 {
-    Role const role = FltCompleteOpcode::roleOf(static_cast<int>(record.opcode));
-    if (role == Role::pushExtension || role == Role::popExtension) {
-        extensions = std::max(0, extensions + (role == Role::pushExtension ? 1 : -1));
+    Part const part = FltOpcodeTable::partOf(static_cast<int>(record.opcode));
+    if (part == Part::pushExtension || part == Part::popExtension) {
+        extensions = std::max(0, extensions + (part == Part::pushExtension ? 1 : -1));
         return true;
     }
     if (extensions > 0)
         return false;
-    switch (role) {
-    case Role::push:
+    switch (part) {
+    case Part::push:
         push(record.opcode == FltOpcode::pushSubface);
         return true;
-    case Role::pop:
+    case Part::pop:
         pop();
         return true;
     default:
@@ -27,7 +27,7 @@ bool FltModelTree::add(FltRecordView const& record)
     }
     if (tooDeep > 0)
         return false;
-    if (role == Role::ancillary) {
+    if (part == Part::ancillary) {
         // Only what follows a node directly says something about it.
         records.push_back(record);
         return true;
@@ -88,7 +88,7 @@ FltRecordView const* FltModelTree::ancillaryEnd(Number number) const
 {
     FltRecordView const* const end = records.data() + records.size();
     FltRecordView const* record = ancillaryBegin(number);
-    while (record != end && FltCompleteOpcode::roleOf(static_cast<int>(record->opcode)) == Role::ancillary)
+    while (record != end && FltOpcodeTable::partOf(static_cast<int>(record->opcode)) == Part::ancillary)
         ++record;
     return record;
 }

@@ -1,6 +1,6 @@
 #include "complete/FltPaletteSet.h"
 
-#include "complete/FltCompleteOpcode.h"
+#include "records/FltOpcode.h"
 #include "records/FltRecordMaterial.h"
 #include "records/FltRecordTexturePattern.h"
 

@@ -1,12 +1,12 @@
 #include "complete/FltSceneBuilder.h"
 
-#include "complete/FltCompleteOpcode.h"
 #include "complete/FltDOFNodes.h"
 #include "complete/FltLightNodes.h"
 #include "complete/FltTextNodes.h"
 #include "complete/FltTransformation.h"
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "records/FltOpcode.h"
 #include "records/FltOpcodeName.h"
 
 #include <Inventor/VRMLnodes/SoVRMLBillboard.h>

@@ -1,0 +1,78 @@
+#include "records/FltOpcodeTable.h"
+
+#include "records/FltOpcodeName.h"
+#include "records/FltRecordTable.h"
+
+#include <gtest/gtest.h>
+
+using Part = FltOpcodeRow::Part;
+
+namespace
+{
+
+constexpr int beyondAll = 70000;
+
+} // namespace
+
+TEST(FltOpcodeTable, FindsEachRowByItsOpcode)
+{
+    int rows = 0;
+    for (int opcode = -1; opcode <= beyondAll; ++opcode) {
+        FltOpcodeRow const* const row = FltOpcodeTable::find(opcode);
+        if (row == nullptr)
+            continue;
+        EXPECT_EQ(row->opcode, opcode);
+        ++rows;
+    }
+    EXPECT_EQ(rows, 90);
+}
+
+TEST(FltOpcodeTable, HasARowForEveryClassOfRecords)
+{
+    for (int opcode = 0; opcode <= FltOpcode::last; ++opcode)
+        EXPECT_TRUE(FltRecordTable::find(opcode) == nullptr || FltOpcodeTable::find(opcode) != nullptr)
+            << opcode;
+}
+
+TEST(FltOpcodeTable, TellsThePartsOfAHierarchyFromWhatTheyAreMadeOf)
+{
+    EXPECT_EQ(FltOpcodeTable::partOf(FltOpcode::group), Part::node);
+    EXPECT_EQ(FltOpcodeTable::partOf(FltOpcode::separatingPlane), Part::node);
+    EXPECT_EQ(FltOpcodeTable::partOf(FltOpcode::face), Part::component);
+    EXPECT_EQ(FltOpcodeTable::partOf(FltOpcode::mesh), Part::component);
+    EXPECT_EQ(FltOpcodeTable::partOf(FltOpcode::matrix), Part::ancillary);
+    EXPECT_EQ(FltOpcodeTable::partOf(FltOpcode::material), Part::palette);
+    EXPECT_EQ(FltOpcodeTable::partOf(FltOpcode::vertexColorUv), Part::vertex);
+    EXPECT_EQ(FltOpcodeTable::partOf(6), Part::unknown);
+    EXPECT_EQ(FltOpcodeTable::partOf(-1), Part::unknown);
+    EXPECT_EQ(FltOpcodeTable::partOf(beyondAll), Part::unknown);
+}
+
+TEST(FltOpcodeTable, EveryLevelEndsWithTheOpcodeAfterItsFirst)
+{
+    EXPECT_EQ(FltOpcodeTable::partOf(FltOpcode::pushLevel), Part::push);
+    EXPECT_EQ(FltOpcodeTable::partOf(FltOpcode::pushSubface), Part::push);
+    EXPECT_EQ(FltOpcodeTable::partOf(FltOpcode::pushExtension), Part::pushExtension);
+    for (int const push : {FltOpcode::pushLevel, FltOpcode::pushSubface})
+        EXPECT_EQ(FltOpcodeTable::partOf(push + 1), Part::pop);
+    EXPECT_EQ(FltOpcodeTable::partOf(FltOpcode::pushExtension + 1), Part::popExtension);
+}
+
+TEST(FltOpcodeTable, TakesNoLengthThatARecordCantHave)
+{
+    EXPECT_FALSE(FltOpcodeTable::isPlausible(FltOpcode::vertexColor, 35));
+    EXPECT_TRUE(FltOpcodeTable::isPlausible(FltOpcode::vertexColor, 36));
+    EXPECT_TRUE(FltOpcodeTable::isPlausible(FltOpcode::vertexColor, 40));
+    EXPECT_FALSE(FltOpcodeTable::isPlausible(FltOpcode::vertexColor, 41));
+    EXPECT_FALSE(FltOpcodeTable::isPlausible(6, 8));
+}
+
+TEST(FltOpcodeTable, NamesRecordsAndThoseWithoutANameByTheirOpcode)
+{
+    EXPECT_EQ(FltOpcodeName::of(FltOpcode::vertexPalette), "vertex palette");
+    EXPECT_EQ(FltOpcodeName::of(300), "record 300");
+    EXPECT_EQ(FltOpcodeName::of(65), "record 65");
+    EXPECT_TRUE(FltOpcodeName::isKnown(FltOpcode::shaderPalette));
+    EXPECT_FALSE(FltOpcodeName::isKnown(65));
+    EXPECT_FALSE(FltOpcodeName::isKnown(6));
+}
