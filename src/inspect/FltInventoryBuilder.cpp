@@ -1,7 +1,7 @@
 #include "inspect/FltInventoryBuilder.h"
 
 #include "messages/FltText.h"
-#include "records/FltOpcode.h"
+#include "records/FltOpcodeTable.h"
 #include "records/FltRecordControl.h"
 #include "records/FltRecordDOF.h"
 #include "records/FltRecordExternalReference.h"
@@ -24,6 +24,8 @@
 namespace
 {
 
+using Part = FltOpcodeRow::Part;
+
 constexpr std::size_t idPlace = 4;
 constexpr std::size_t idSize = 8;
 
@@ -34,45 +36,20 @@ std::string textOf(char const* characters, std::size_t room)
 
 bool isPush(int opcode)
 {
-    return opcode == FltOpcode::pushLevel || opcode == FltOpcode::pushSubface ||
-           opcode == FltOpcode::pushExtension;
+    Part const part = FltOpcodeTable::partOf(opcode);
+    return part == Part::push || part == Part::pushExtension;
 }
 
+/// Each kind of level ends with the opcode after the one that it begins with.
 int popOf(int pushOpcode)
 {
-    return pushOpcode == FltOpcode::pushLevel ? FltOpcode::popLevel : pushOpcode + 1;
+    return pushOpcode + 1;
 }
 
 bool isPop(int opcode)
 {
-    return opcode == FltOpcode::popLevel || opcode == FltOpcode::popSubface ||
-           opcode == FltOpcode::popExtension;
-}
-
-bool isNode(int opcode)
-{
-    static constexpr int nodeOpcodes[] = {FltOpcode::group,
-                                          FltOpcode::oldLOD,
-                                          FltOpcode::object,
-                                          FltOpcode::dof,
-                                          FltOpcode::instanceReference,
-                                          FltOpcode::instanceDefinition,
-                                          FltOpcode::externalReference,
-                                          FltOpcode::lod,
-                                          FltOpcode::roadSegment,
-                                          FltOpcode::sound,
-                                          FltOpcode::roadPath,
-                                          FltOpcode::text,
-                                          FltOpcode::switchNode,
-                                          FltOpcode::clipRegion,
-                                          FltOpcode::lightSource,
-                                          FltOpcode::lightPoint,
-                                          FltOpcode::cat,
-                                          FltOpcode::curve,
-                                          FltOpcode::roadConstruction,
-                                          FltOpcode::indexedLightPoint,
-                                          FltOpcode::lightPointSystem};
-    return std::binary_search(std::begin(nodeOpcodes), std::end(nodeOpcodes), opcode);
+    Part const part = FltOpcodeTable::partOf(opcode);
+    return part == Part::pop || part == Part::popExtension;
 }
 
 /// Bytes of a vertex in a pool whose mask says what each vertex holds.
@@ -127,7 +104,7 @@ void FltInventoryBuilder::take()
         push();
     else if (isPop(opcode))
         pop();
-    else if (isNode(opcode) || opcode == FltOpcode::header)
+    else if (FltOpcodeTable::partOf(opcode) == Part::node || opcode == FltOpcode::header)
         takeNode();
     else if (opcode == FltOpcode::face)
         takeFace();

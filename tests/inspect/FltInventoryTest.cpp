@@ -1,5 +1,6 @@
 #include "inspect/FltInventory.h"
 
+#include "records/FltOpcode.h"
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
 #include "writer/EveryRecord.h"
@@ -65,6 +66,18 @@ TEST_F(FltInventoryTest, listsNodesInPreorderWithTheirLongNames)
     EXPECT_EQ(inventory.nodes[2].faces, 1U);
     EXPECT_EQ(inventory.nodes[3].faces, 2U);
     EXPECT_EQ(inventory.pathOf(3), "a long name/o2");
+}
+
+/// Of such a plane only the complete conversion knew that it is a node; what stood below it was listed below
+/// the node before it.
+TEST_F(FltInventoryTest, listsWhatStandsBelowASeparatingPlaneThere)
+{
+    FltWriter flt(1570, {{"id", "db"}});
+    flt.push()
+        .add("Group", {{"idASCII", "before"}})
+        .addRaw(FltOpcode::separatingPlane, "plane" + std::string(39, '\0'));
+    flt.push().add("Object", {{"idASCII", "below"}}).pop().pop();
+    EXPECT_EQ(namesOf(of(flt)), (std::vector<std::string>{"db", " before", " plane", "  below"}));
 }
 
 TEST_F(FltInventoryTest, givesEachNodeTheBytesOfItsWholeSubtree)
