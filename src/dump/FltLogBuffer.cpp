@@ -22,12 +22,16 @@ SideFile::Outcome FltLogBuffer::open(char const* path, char const* database)
 void FltLogBuffer::write()
 {
     char const* from = pbase();
+    if (file >= 0)
+        room.keepFor(file, size, pptr() - from);
     while (from != pptr() && !failed) {
         auto const written = ::write(file, from, static_cast<std::size_t>(pptr() - from));
-        if (written > 0)
+        if (written > 0) {
             from += written;
-        else if (written == 0 || errno != EINTR)
+            size += written;
+        } else if (written == 0 || errno != EINTR) {
             failed = true;
+        }
     }
     setp(block.get(), block.get() + (block ? blockSize : 0));
 }
@@ -37,6 +41,8 @@ bool FltLogBuffer::close()
     if (file < 0)
         return false;
     FltLogBuffer::write();
+    room.giveBack(file, size);
+    size = 0;
     if (::close(file) != 0)
         failed = true;
     file = -1;

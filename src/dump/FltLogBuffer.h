@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dump/FltDumpBuffer.h"
+#include "toolkit/ReservedRoom.h"
 #include "toolkit/SideFile.h"
 
 #include <memory>
@@ -40,6 +41,8 @@ private:
     std::unique_ptr<char[]> block;
     int file = -1;
     bool failed = false;
+    off_t size = 0; ///< Of the file so far.
+    ReservedRoom room;
 };
 
 /// A log file as a stream.

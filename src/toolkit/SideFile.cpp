@@ -26,6 +26,14 @@ bool isOfAnotherKind(char const* path)
     return ::lstat(path, &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
 
+/// A file that is empty already stays as it is: what is written into one that was cut to nothing, ext4 writes
+/// out when it is closed, and the caller waits for it.
+bool empty(int file)
+{
+    struct stat status;
+    return ::fstat(file, &status) == 0 && (status.st_size == 0 || ::ftruncate(file, 0) == 0);
+}
+
 } // namespace
 
 SideFile::SideFile(char const* path, char const* database, Content content) : outcome(Outcome::failed)
@@ -45,8 +53,7 @@ SideFile::SideFile(char const* path, char const* database, Content content) : ou
         return;
     }
     int const flags = content == Content::appendedTo ? O_APPEND : 0;
-    bool const ready =
-        ::fcntl(file, F_SETFL, flags) == 0 && (content == Content::appendedTo || ::ftruncate(file, 0) == 0);
+    bool const ready = ::fcntl(file, F_SETFL, flags) == 0 && (content == Content::appendedTo || empty(file));
     if (!ready) {
         ::close(file);
         return;
