@@ -1,6 +1,5 @@
 #include "dump/FltNumberText.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -33,13 +32,43 @@ bool isInReach(int power)
     return power >= -highestPower && power <= highestPower;
 }
 
-char* writeDigits(char* at, std::uint32_t digits, int count)
+/// Eight characters as a word, the first one lowest: writing them is one step, and so is cutting some off.
+using Eight = std::uint64_t;
+
+constexpr Eight eightZeros = 0x3030303030303030;
+
+void put(char* at, Eight characters)
 {
-    for (int i = count - 1; i >= 0; --i) {
-        at[i] = static_cast<char>('0' + digits % 10);
-        digits /= 10;
+    for (int i = 0; i < 8; ++i)
+        at[i] = static_cast<char>(characters >> (8 * i));
+}
+
+/// All numbers of two digits, the first digit lowest.
+struct Pairs {
+    std::uint16_t of[100] = {};
+    constexpr Pairs()
+    {
+        for (int number = 0; number < 100; ++number)
+            of[number] = static_cast<std::uint16_t>(('0' + number / 10) | ('0' + number % 10) << 8);
     }
-    return at + count;
+};
+constexpr Pairs pairs;
+
+/// The digits of a number below a million, with two zeros behind them.
+Eight sixDigits(std::uint32_t number)
+{
+    std::uint32_t const high = number / 10000;
+    std::uint32_t const rest = number - high * 10000;
+    std::uint32_t const middle = rest / 100;
+    std::uint32_t const low = rest - middle * 100;
+    return Eight(pairs.of[high]) | Eight(pairs.of[middle]) << 16 | Eight(pairs.of[low]) << 32 |
+           (eightZeros & ~Eight(0) << 48);
+}
+
+/// How many digits are left when zeros at the end are cut off.
+int countOf(Eight digits)
+{
+    return 8 - __builtin_clzll(digits ^ eightZeros) / 8;
 }
 
 char* writeExactly(char* at, double value)
@@ -47,82 +76,84 @@ char* writeExactly(char* at, double value)
     return std::to_chars(at, at + FltNumberText::longest, value, std::chars_format::general, digitCount).ptr;
 }
 
-/// 0.0ddd, 0.ddd, d.ddd, dddddd and the like. @param exponent that of the first digit, from -4 to 5
-char* writeFixed(char* at, char const* digits, int count, int exponent)
+/// d.ddd and dddddd. @param exponent that of the first digit, from 0 to 5
+char* writeFixed(char* at, Eight digits, int count, int exponent)
 {
-    if (exponent < 0) {
-        std::fill_n(at, 5, '0');
-        at[1] = '.';
-        at += 1 - exponent;
-        std::memcpy(at, digits, static_cast<std::size_t>(digitCount));
-        return at + count;
-    }
     int const whole = exponent + 1;
-    std::memcpy(at, digits, static_cast<std::size_t>(digitCount));
+    put(at, digits);
     if (count <= whole)
         return at + whole;
-    std::memmove(at + whole + 1, at + whole, static_cast<std::size_t>(count - whole));
     at[whole] = '.';
+    put(at + whole + 1, digits >> (8 * whole));
     return at + count + 1;
 }
 
-/// d.ddde-05 and the like. @param exponent of at most two digits
-char* writeScientific(char* at, char const* digits, int count, int exponent)
+/// 0.ddd to 0.000ddd. @param exponent that of the first digit, from -4 to -1
+char* writeBelowOne(char* at, Eight digits, int count, int exponent)
 {
-    *at++ = digits[0];
+    std::memcpy(at, "0.000000", 8);
+    at += 1 - exponent;
+    put(at, digits);
+    return at + count;
+}
+
+/// d.ddde-05 and the like. @param exponent of at most two digits
+char* writeScientific(char* at, Eight digits, int count, int exponent)
+{
+    *at++ = static_cast<char>(digits);
     if (count > 1) {
         *at++ = '.';
-        std::memcpy(at, digits + 1, static_cast<std::size_t>(count - 1));
+        put(at, digits >> 8);
         at += count - 1;
     }
     *at++ = 'e';
     *at++ = exponent < 0 ? '-' : '+';
-    return writeDigits(at, static_cast<std::uint32_t>(exponent < 0 ? -exponent : exponent), 2);
+    std::uint16_t const pair = pairs.of[exponent < 0 ? -exponent : exponent];
+    *at++ = static_cast<char>(pair);
+    *at++ = static_cast<char>(pair >> 8);
+    return at;
 }
 
 } // namespace
 
 char* FltNumberText::write(char* at, double value)
 {
-    double const size = std::fabs(value);
-    if (size < 10 && size == static_cast<int>(size)) {
-        if (std::signbit(value))
-            *at++ = '-';
-        *at++ = static_cast<char>('0' + static_cast<int>(size));
-        return at;
-    }
     std::uint64_t word;
-    std::memcpy(&word, &size, sizeof word);
+    std::memcpy(&word, &value, sizeof word);
+    *at = '-';
+    at += word >> 63;
+    double const size = std::fabs(value);
+    if (size < beyondScaled) {
+        auto const whole = static_cast<std::int32_t>(size);
+        if (size == whole)
+            return writeWhole(at, whole);
+    }
     // The quotient is the decimal logarithm of 2: this is the decimal exponent, or one below it.
-    int const binaryExponent = static_cast<int>(word >> 52) - 1023;
+    int const binaryExponent = static_cast<int>(word >> 52 & 0x7ff) - 1023;
     int exponent = (binaryExponent * 78913) >> 18;
     if (!isInReach(digitCount - 1 - exponent) || !isInReach(digitCount - 2 - exponent))
-        return writeExactly(at, value);
+        return writeExactly(at, size);
     double scaled = scaledBy(size, digitCount - 1 - exponent);
     if (scaled >= beyondScaled)
         scaled = scaledBy(size, digitCount - 1 - ++exponent);
     if (!(scaled >= lowestScaled && scaled < beyondScaled))
-        return writeExactly(at, value);
+        return writeExactly(at, size);
 
-    auto number = static_cast<std::uint32_t>(scaled);
+    auto number = static_cast<std::int32_t>(scaled);
     double const fraction = scaled - number;
     if (std::fabs(fraction - 0.5) < safety)
-        return writeExactly(at, value);
-    if (fraction > 0.5)
-        ++number;
+        return writeExactly(at, size);
+    number += fraction > 0.5 ? 1 : 0;
     if (number == 1000000) {
         number = 100000;
         ++exponent;
     }
-    char digits[digitCount];
-    writeDigits(digits, number, digitCount);
-    int count = digitCount;
-    while (digits[count - 1] == '0')
-        --count;
-    if (std::signbit(value))
-        *at++ = '-';
-    return exponent >= -4 && exponent < digitCount ? writeFixed(at, digits, count, exponent)
-                                                   : writeScientific(at, digits, count, exponent);
+    Eight const digits = sixDigits(static_cast<std::uint32_t>(number));
+    int const count = countOf(digits);
+    if (exponent >= 0 && exponent < digitCount)
+        return writeFixed(at, digits, count, exponent);
+    return exponent >= -4 && exponent < 0 ? writeBelowOne(at, digits, count, exponent)
+                                          : writeScientific(at, digits, count, exponent);
 }
 
 FltNumberText::Fractions::Fractions()
