@@ -186,6 +186,10 @@ public:
     static double printed(double value) { return value; }
     /// @}
 
+    /// Where the next character goes in a log's block; null on any other stream. What was written since an
+    /// earlier place stands between the two, unless a block was written out meanwhile.
+    char const* placeInLog() const { return log != nullptr ? at : nullptr; }
+
 private:
     static constexpr std::size_t longestNumber = FltNumberText::longest;
 
