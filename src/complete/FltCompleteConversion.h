@@ -24,8 +24,6 @@ class VELLOREADER_API FltCompleteConversion
 public:
     using Lod = FltLODChoice;
 
-    static constexpr int oldestRevision = 11;
-
     /// The unit of the scene.
     enum class Units {
         metres,
@@ -67,7 +65,7 @@ public:
         converted,
         cannotOpen,
         notOpenFlight, ///< The file doesn't begin with a header.
-        oldRevision,   ///< The format's revision is older than FltCompleteConversion::oldestRevision.
+        oldRevision,   ///< The format's revision is older than FltRevision::oldest.
         cancelled,     ///< The progress function said so.
     };
 

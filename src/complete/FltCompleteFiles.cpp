@@ -3,6 +3,7 @@
 #include "complete/FltModelReader.h"
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "records/FltRevision.h"
 #include "toolkit/SoSilentField.h"
 
 #include <Inventor/nodes/SoFile.h>
@@ -81,7 +82,7 @@ void FltCompleteFiles::convert(std::string const& fileName)
     result.records = model.records;
     result.bytes = model.size;
     result.header = model.header;
-    if (model.revision < FltCompleteConversion::oldestRevision) {
+    if (model.revision < FltRevision::oldest) {
         result.outcome = FltCompleteConversion::Outcome::oldRevision;
         return;
     }

@@ -2,6 +2,8 @@
 
 #include "records/FltOpcodeName.h"
 #include "records/FltOpcodeTable.h"
+#include "records/FltRevision.h"
+#include "records/FltUnits.h"
 
 using Part = FltOpcodeRow::Part;
 
@@ -10,9 +12,6 @@ namespace
 
 /// Records between two calls of the progress function.
 constexpr int recordsPerCall = 4096;
-
-/// Up to this revision coordinates are whole numbers of a part of the unit.
-constexpr int lastRevisionWithMultiplier = 12;
 
 void readHeader(FltModel& model, FltRecordView const& header)
 {
@@ -42,11 +41,9 @@ bool isSilent(std::uint32_t opcode)
 
 double FltModelReader::metresPerUnit(FltRecordView const& header, int revision)
 {
-    static constexpr double scales[] = {1, 1000, 1, 1, 0.3048, 0.0254, 1, 1, 1852};
-    std::size_t const unit = header.byteAt(62);
-    double scale = unit < std::size(scales) ? scales[unit] : 1;
+    double scale = FltUnits::metresIn(header.byteAt(62));
     auto const multiplier = static_cast<std::int16_t>(header.word16At(60));
-    if (revision <= lastRevisionWithMultiplier && multiplier != 0)
+    if (revision <= FltRevision::lastWithMultiplier && multiplier != 0)
         scale = multiplier < 0 ? scale / -multiplier : scale * multiplier;
     return scale;
 }

@@ -7,6 +7,7 @@
 #include "parser/FltFileInput.h"
 #include "parser/FltParser.h"
 #include "records/FltRecord.h"
+#include "records/FltRevision.h"
 #include "statistics/FltStatisticsTool.h"
 
 #include <Inventor/SoDB.h>
@@ -16,7 +17,6 @@
 namespace
 {
 
-constexpr int oldestRevision = 11;
 
 /// A null entry after the last record while the records are walked: the end of all walks.
 class NullEntryAtEnd
@@ -169,7 +169,7 @@ int FltToInventor::convert()
         state->parser.keepNothing();
     if (parser->run() == 1)
         return 1;
-    if (parser->getFltCreationVisitor()->revision < oldestRevision) {
+    if (parser->getFltCreationVisitor()->revision < FltRevision::oldest) {
         FltWarningMessageConsole::notifyMessage("ERROR ! Openflight Format Revision not supported !", 3,
                                                 true);
         return 1;

@@ -30,6 +30,8 @@
 #include "records/FltRecordTexturePattern.h"
 #include "records/FltRecordTransformations.h"
 #include "records/FltRecordVertex.h"
+#include "records/FltRevision.h"
+#include "records/FltUnits.h"
 
 #include <Inventor/nodes/SoNormalBinding.h>
 #include <Inventor/nodes/SoScale.h>
@@ -37,24 +39,16 @@
 #include <Inventor/nodes/SoShapeHints.h>
 #include <Inventor/nodes/SoTextureCoordinateBinding.h>
 #include <cstdlib>
-#include <iterator>
 #include <type_traits>
 
 namespace
 {
 
-/// Metres in each unit of the header.
-constexpr double unitScales[] = {1.0, 1000.0, 1.0, 1.0, 0.3048, 0.0254, 1.0, 1.0, 1852.0};
-
-/// Oldest revision that takes its units without the header's multiplier.
-constexpr int revisionWithoutMultiplier = 13;
-
 double scaleOf(FltRecordHeader const& header)
 {
-    double scale =
-        header.vertexCoordinateUnits < std::size(unitScales) ? unitScales[header.vertexCoordinateUnits] : 1.0;
+    double scale = FltUnits::metresIn(header.vertexCoordinateUnits);
     int const multiplier = header.multiplierDiviserUnit;
-    if (header.formatRevisionLevel < revisionWithoutMultiplier)
+    if (header.formatRevisionLevel <= FltRevision::lastWithMultiplier)
         scale = multiplier < 0 ? scale / std::abs(multiplier) : scale * multiplier;
     return scale;
 }

@@ -1,5 +1,6 @@
 #include "loader/FltDatabaseFile.h"
 
+#include "records/FltRevision.h"
 #include "toolkit/RegularFile.h"
 
 #include <cerrno>
@@ -12,8 +13,6 @@ namespace
 {
 
 using Kind = FltLoadError::Kind;
-
-constexpr std::int32_t oldestRevision = 11;
 
 /// Closes a file descriptor.
 class OpenFile
@@ -117,7 +116,7 @@ FltLoadError FltDatabaseFile::whyNotConverted(std::string const& path)
     if (head.length() == 0)
         return {Kind::damaged, path,
                 "the header record is damaged: its length is zero. Fetch or export the file again.", 2};
-    if (head.revision() < oldestRevision)
+    if (head.revision() < FltRevision::oldest)
         return {Kind::revision, path,
                 "OpenFlight revision " + std::to_string(head.revision()) +
                     " isn't supported. Export the database at revision 11 or newer (1570 is a good choice).",
@@ -138,5 +137,5 @@ bool FltDatabaseFile::canConvert(std::string const& path)
         return false;
     Head const head(file);
     return head.size == sizeof head.bytes && head.opcode() == 1 && head.length() != 0 &&
-           head.revision() >= oldestRevision;
+           head.revision() >= FltRevision::oldest;
 }

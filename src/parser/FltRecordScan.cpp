@@ -10,6 +10,7 @@
 #include "records/FltRecordHeader.h"
 #include "records/FltRecordJson.h"
 #include "records/FltRecordTable.h"
+#include "records/FltRevision.h"
 #include "records/FltRecordTexturePattern.h"
 
 #include <cerrno>
@@ -21,7 +22,6 @@
 namespace
 {
 
-constexpr int lowestRevision = 11;
 constexpr int firstRevisionOfColorNames = 1421;
 
 /// Takes the library's messages while it lives.
@@ -92,7 +92,7 @@ FltRecordScan::FltRecordScan(std::string const& path)
     FltStoredRecord const stored{first.data(), content.data() + content.size(), FltOpcode::header,
                                  first.getLength(), 0};
     formatRevision = static_cast<FltRecordHeader const&>(*stored.decode()).formatRevisionLevel;
-    if (formatRevision < lowestRevision)
+    if (formatRevision < FltRevision::oldest)
         throw std::runtime_error(path + ": OpenFlight revision " + std::to_string(formatRevision) +
                                  " isn't supported. Export the database at revision 11 or newer.");
 }
