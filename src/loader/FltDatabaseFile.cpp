@@ -75,7 +75,7 @@ void FltDatabaseFile::checkReadable(std::string const& path, std::uint64_t large
 {
     if (path.empty())
         throw FltLoadError(Kind::cannotOpen, path,
-                           "the name is empty. Give the name of an OpenFlight file (*.flt).");
+                           "the name is empty. Give the name of an OpenFlight file (*.flt).", -1, ENOENT);
     if (path.find('\0') != std::string::npos)
         throw FltLoadError(Kind::cannotOpen, path.substr(0, path.find('\0')),
                            "the name goes on after a null byte. Check the name.");
@@ -83,15 +83,18 @@ void FltDatabaseFile::checkReadable(std::string const& path, std::uint64_t large
     bool const isThere = ::stat(path.c_str(), &status) == 0;
     if (isThere && S_ISDIR(status.st_mode))
         throw FltLoadError(Kind::cannotOpen, path,
-                           "this is a directory. Give the name of an OpenFlight file (*.flt).");
+                           "this is a directory. Give the name of an OpenFlight file (*.flt).", -1, EISDIR);
     if (isThere && !S_ISREG(status.st_mode))
         throw FltLoadError(Kind::cannotOpen, path,
                            "not a regular file. Save the database into a file first.");
     OpenFile const file(path);
-    if (!file.isOpen())
+    if (!file.isOpen()) {
+        int const reason = errno;
         throw FltLoadError(Kind::cannotOpen, path,
-                           std::string("cannot open: ") + std::strerror(errno) +
-                               ". Check the name and its permissions.");
+                           std::string("cannot open: ") + std::strerror(reason) +
+                               ". Check the name and its permissions.",
+                           -1, reason);
+    }
     if (file.size() > largestFile)
         throw FltLoadError(Kind::refused, path,
                            "the file has " + std::to_string(file.size()) + " bytes, and no more than " +

@@ -2,9 +2,10 @@
 
 #include <utility>
 
-FltLoadError::FltLoadError(Kind kind, std::string file, std::string const& text, std::int64_t offset)
+FltLoadError::FltLoadError(Kind kind, std::string file, std::string const& text, std::int64_t offset,
+                           int systemError)
     : std::runtime_error(file.empty() ? text : file + ": " + text), whatKind(kind), fileName(std::move(file)),
-      byteOffset(offset)
+      byteOffset(offset), errorNumber(systemError)
 {
 }
 

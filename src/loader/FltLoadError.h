@@ -22,8 +22,10 @@ public:
         failed,        ///< A fault of the library or the toolkit.
     };
 
-    /// @param offset of the byte where the fault is; -1 if it has no place
-    FltLoadError(Kind kind, std::string file, std::string const& text, std::int64_t offset = -1);
+    /// @param offset      of the byte where the fault is; -1 if it has no place
+    /// @param systemError as systemError()
+    FltLoadError(Kind kind, std::string file, std::string const& text, std::int64_t offset = -1,
+                 int systemError = 0);
     ~FltLoadError() override;
     FltLoadError(FltLoadError const&);
     FltLoadError& operator=(FltLoadError const&);
@@ -36,8 +38,12 @@ public:
     /// Of the byte where the fault is; -1 if it has no place.
     std::int64_t offset() const noexcept { return byteOffset; }
 
+    /// The system's number of the fault (errno), such as ENOENT; 0 if the fault isn't the system's.
+    int systemError() const noexcept { return errorNumber; }
+
 private:
     Kind whatKind;
     std::string fileName;
     std::int64_t byteOffset;
+    int errorNumber;
 };

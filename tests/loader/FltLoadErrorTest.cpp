@@ -9,5 +9,6 @@ TEST(FltLoadError, SaysWhatWhereAndWhatToDo)
     EXPECT_EQ(error.kind(), FltLoadError::Kind::damaged);
     EXPECT_EQ(error.file(), "a.flt");
     EXPECT_EQ(error.offset(), 12);
+    EXPECT_EQ(error.systemError(), 0);
     EXPECT_STREQ(FltLoadError(FltLoadError::Kind::failed, "", "it failed.").what(), "it failed.");
 }

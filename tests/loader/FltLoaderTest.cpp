@@ -16,6 +16,7 @@
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoTexture2.h>
 #include <atomic>
+#include <cerrno>
 #include <gtest/gtest.h>
 #include <map>
 #include <thread>
@@ -116,6 +117,18 @@ TEST_F(FltLoaderTest, GivesTheSceneWithOneReferenceThatIsHandedOverOnRequest)
     EXPECT_EQ(moved.root(), nullptr);
     EXPECT_EQ(root->getRefCount(), 1);
     root->unref();
+}
+
+TEST_F(FltLoaderTest, TellsTheNumberOfTheSystemWhereAFileCannotBeOpened)
+{
+    std::string const text = folder.write("text.flt", "nothing of the kind");
+    EXPECT_EQ(errorOf(folder / "none.flt").systemError(), ENOENT);
+    EXPECT_EQ(errorOf("").systemError(), ENOENT);
+    EXPECT_EQ(errorOf(folder / "").systemError(), EISDIR);
+    EXPECT_EQ(errorOf(text + "/a.flt").systemError(), ENOTDIR);
+    EXPECT_EQ(errorOf(folder / std::string(300, 'a')).systemError(), ENAMETOOLONG);
+    EXPECT_EQ(errorOf(text).systemError(), 0);
+    EXPECT_EQ(errorOf("/dev/null").systemError(), 0);
 }
 
 TEST_F(FltLoaderTest, SaysWhyAFileCannotBeLoaded)
