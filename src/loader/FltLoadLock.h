@@ -1,16 +1,17 @@
 #pragma once
 
-#include <mutex>
+#include "FltLoader.h"
 
 /// Held during a load, since the toolkit and the library's own registers are for one thread at a time. The
-/// thread that holds it may take it again.
+/// thread that holds it may take it again. In the child of fork() what other threads held is free.
 class FltLoadLock
 {
 public:
-    FltLoadLock() : held(mutex()) {}
+    FltLoadLock();
+    ~FltLoadLock();
+    FltLoadLock(FltLoadLock const&) = delete;
+    FltLoadLock& operator=(FltLoadLock const&) = delete;
 
-private:
-    static std::recursive_mutex& mutex();
-
-    std::lock_guard<std::recursive_mutex> held;
+    /// As FltLoader::setWait().
+    static void setWait(FltLoader::Wait const* wait);
 };

@@ -206,3 +206,8 @@ bool FltLoader::canLoad(std::string const& path)
 {
     return FltDatabaseFile::canConvert(path);
 }
+
+void FltLoader::setWait(Wait const* wait)
+{
+    FltLoadLock::setWait(wait);
+}

@@ -22,8 +22,8 @@
 /// SoInteraction::init(), is its own to start. std::cout and std::cerr stay as they are, and nothing is
 /// written unless a log is asked for.
 ///
-/// Loads from several threads wait for each other. A callback may load another database. Debian's toolkit
-/// isn't built for several threads: while one thread loads, no other may use the toolkit.
+/// Loads from several threads wait for each other (setWait()). A callback may load another database. Debian's
+/// toolkit isn't built for several threads: while one thread loads, no other may use the toolkit.
 class VELLOREADER_API FltLoader
 {
 public:
@@ -108,4 +108,16 @@ public:
     /// Whether a file begins like a database that load() takes, by its first 16 bytes. False for a file that
     /// can't be opened.
     static bool canLoad(std::string const& path);
+
+    /// What a thread does before and after it waits for the load of another one.
+    struct Wait {
+        void* (*begin)();         ///< Gives a lock of the host's away. @return what end() is called with
+        void (*end)(void* given); ///< Takes that lock again.
+    };
+
+    /// For hosts whose callbacks take a lock that threads hold when they load, such as that of an
+    /// interpreter: without this, a callback and a waiting thread would wait for each other for ever. It
+    /// holds for the whole process, and for databases that the toolkit reads by itself.
+    /// @param wait lives as long as the process; null for nothing to do, as it is at first
+    static void setWait(Wait const* wait);
 };
