@@ -1,28 +1,29 @@
-// What the Python package calls. Answers go through callbacks as JSON, which Python reads by itself.
+// What the Python package calls. Whoever calls holds the interpreter's lock: other threads of Python don't
+// use the toolkit meanwhile, except while a callback runs. A call gives an object that owns its result, or
+// raises an exception.
+
+#include "PythonApi.h"
 
 #include "loader/FltLoader.h"
 #include "loader/FltRecordReader.h"
+#include "toolkit/SoNodeRef.h"
 #include "toolkit/VelloReaderExport.h"
 
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <dlfcn.h>
 #include <exception>
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
-#include <vector>
+#include <string_view>
+#include <unistd.h>
 
 namespace
 {
 
 using Json = nlohmann::ordered_json;
-using Answer = void (*)(char const* json);
-using Progress = int (*)(char const* file, std::uint64_t bytesDone, std::uint64_t bytesInAll);
-
-void answer(Answer callback, Json const& json)
-{
-    callback(json.dump(-1, ' ', false, Json::error_handler_t::replace).c_str());
-}
+using Root = SoNodeRef<SoSeparator>;
 
 char const* nameOf(FltLoadError::Kind kind)
 {
@@ -63,11 +64,6 @@ Json known(std::int64_t number)
 Json textOrNull(std::string const& text)
 {
     return text.empty() ? Json() : Json(text);
-}
-
-Json errorOf(char const* kind, std::string const& text)
-{
-    return {{"error", {{"kind", kind}, {"text", text}}}};
 }
 
 Json contentOf(FltScene const& scene)
@@ -112,22 +108,93 @@ Json contentOf(FltScene const& scene)
     return json;
 }
 
-/// Calls a function, and gives its answer, or the error that it threw.
+PyObject* textOf(std::string_view text)
+{
+    return PyUnicode_DecodeUTF8(text.data(), static_cast<std::ptrdiff_t>(text.size()), "replace");
+}
+
+/// Hands an object over to the interpreter, which deletes it with the last reference. No step of Python is in
+/// that, before which an exception could come.
+template <typename Object>
+PyObject* owning(std::unique_ptr<Object> object)
+{
+    auto const free = [](PyObject* capsule) {
+        delete static_cast<Object*>(PyCapsule_GetPointer(capsule, nullptr));
+    };
+    PyObject* const capsule = PyCapsule_New(object.get(), nullptr, free);
+    if (capsule != nullptr)
+        static_cast<void>(object.release());
+    return capsule;
+}
+
+/// Calls a function, and has @p fail raise the error that it threw.
+/// @return its result, or null where an exception is raised
 template <typename Function>
-void guarded(Answer callback, Function const& function)
+PyObject* guarded(PyObject* fail, Function const& function)
 {
     try {
-        answer(callback, function());
+        return function();
     } catch (FltLoadError const& problem) {
-        Json json = errorOf(nameOf(problem.kind()), problem.what());
-        json["error"]["file"] = problem.file();
-        json["error"]["offset"] = known(problem.offset());
-        answer(callback, json);
+        if (PyErr_Occurred() == nullptr) // by the progress function, which ends the load
+            Py_DecRef(PyObject_CallFunction(fail, "sNiN", nameOf(problem.kind()), textOf(problem.what()),
+                                            problem.systemError(),
+                                            PyUnicode_DecodeFSDefault(problem.file().c_str())));
     } catch (std::bad_alloc const&) {
-        callback(R"({"error": {"kind": "outOfMemory", "text": "out of memory"}})");
+        PyErr_NoMemory();
     } catch (std::exception const& problem) {
-        answer(callback, errorOf("failed", problem.what()));
+        PyErr_SetString(PyExc_RuntimeError, problem.what());
     }
+    return nullptr;
+}
+
+/// Stands around a call that takes the interpreter's lock, and throws nothing. A thread that comes back when
+/// the interpreter has ended is unwound by it. That mustn't go through a load, which would use the toolkit
+/// beside the thread that ends the process: the thread stays here.
+class Return
+{
+public:
+    Return() = default;
+    ~Return()
+    {
+        while (!isBack)
+            ::pause();
+    }
+    Return(Return const&) = delete;
+    Return& operator=(Return const&) = delete;
+
+    bool isBack = false;
+};
+
+/// For FltLoader::setWait(): a thread that waits doesn't keep the interpreter's lock, which callbacks take.
+constexpr FltLoader::Wait withoutInterpreter = {
+    []() -> void* {
+        bool const isHeld =
+            Py_IsInitialized() != 0 && PyGILState_GetThisThreadState() != nullptr && PyGILState_Check() != 0;
+        return isHeld ? PyEval_SaveThread() : nullptr;
+    },
+    [](void* state) {
+        if (state == nullptr)
+            return;
+        Return thread;
+        PyEval_RestoreThread(static_cast<PyThreadState*>(state));
+        thread.isBack = true;
+    },
+};
+
+/// Calls what Python gave as progress function, and the handlers of signals that have come.
+/// @return whether to go on; not after an exception, which stays raised
+bool goesOn(PyObject* progress, std::string const& file, std::uint64_t bytesDone, std::uint64_t bytesInAll)
+{
+    if (PyErr_CheckSignals() != 0)
+        return false;
+    if (progress == nullptr)
+        return true;
+    PyObject* const result = PyObject_CallFunction(progress, "NKK", PyUnicode_DecodeFSDefault(file.c_str()),
+                                                   static_cast<unsigned long long>(bytesDone),
+                                                   static_cast<unsigned long long>(bytesInAll));
+    bool const isTrue = result != nullptr && PyObject_IsTrue(result) > 0;
+    Py_DecRef(result);
+    return isTrue;
 }
 
 } // namespace
@@ -140,14 +207,14 @@ struct VelloreaderOptions {
     char const* const* texturePath; ///< Ends with a null.
     int references;
     int exact;
-    Progress progress; ///< Null for none.
 };
 
-/// Lets SoDB::readAll() and SoFile read databases: the toolkit doesn't find the module by itself where Python
-/// loaded it.
+/// Readies the library. Lets SoDB::readAll() and SoFile read databases: the toolkit doesn't find the module
+/// by itself where Python loaded it.
 /// @return 0, or -1 if the module isn't there
-VELLOREADER_API int velloreader_register()
+VELLOREADER_API int velloreader_begin()
 {
+    FltLoader::setWait(&withoutInterpreter);
     void* const module = ::dlopen("libSoFLTFileKit.so", RTLD_NOW);
     void* const function = module != nullptr ? ::dlsym(module, "_ZN12SoFLTFileKit9initClassEv") : nullptr;
     if (function == nullptr)
@@ -157,10 +224,14 @@ VELLOREADER_API int velloreader_register()
 }
 
 /// Loads a database and adds the root of its scene to @p parent.
-VELLOREADER_API void velloreader_load(SoGroup* parent, char const* path, VelloreaderOptions const* options,
-                                      Answer callback)
+/// @param progress called as FltLoader::progress; null for none
+/// @param fail     raises the exception for an error, from its kind, text, number of the system and file
+/// @return a tuple: the content as JSON, and an object that owns a reference to the root
+VELLOREADER_API PyObject* velloreader_load(SoGroup* parent, char const* path,
+                                           VelloreaderOptions const* options, PyObject* progress,
+                                           PyObject* fail)
 {
-    guarded(callback, [&] {
+    return guarded(fail, [&]() -> PyObject* {
         FltLoader loader;
         if (options->log != nullptr)
             loader.log = options->log;
@@ -168,52 +239,34 @@ VELLOREADER_API void velloreader_load(SoGroup* parent, char const* path, Vellore
             loader.texturePath.emplace_back(*directory);
         loader.references = static_cast<FltLoader::References>(options->references);
         loader.exact = options->exact != 0;
-        if (options->progress != nullptr)
-            loader.progress = [options](std::string const& file, std::uint64_t bytesDone,
-                                        std::uint64_t bytesInAll) {
-                return options->progress(file.c_str(), bytesDone, bytesInAll) != 0;
-            };
+        loader.progress = [&](std::string const& file, std::uint64_t bytesDone, std::uint64_t bytesInAll) {
+            Return thread;
+            bool const isWanted = goesOn(progress, file, bytesDone, bytesInAll);
+            thread.isBack = true;
+            return isWanted;
+        };
         FltScene const scene = loader.load(path);
-        Json content = contentOf(scene);
         parent->addChild(scene.root());
-        return content;
+        auto root = std::make_unique<Root>(scene.root());
+        PyObject* const content =
+            textOf(contentOf(scene).dump(-1, ' ', false, Json::error_handler_t::replace));
+        return Py_BuildValue("NN", content, owning(std::move(root)));
     });
 }
 
-/// Begins to read the records of a database. @return what velloreader_next() takes; null after an error
-VELLOREADER_API FltRecordReader* velloreader_records(char const* path, Answer callback)
+/// Begins to read the records of a database.
+/// @return what velloreader_next() takes
+VELLOREADER_API PyObject* velloreader_records(char const* path, PyObject* fail)
 {
-    FltRecordReader* reader = nullptr;
-    guarded(callback, [&] {
-        reader = new FltRecordReader(path);
-        return Json();
+    return guarded(fail, [&] { return owning(std::make_unique<FltRecordReader>(path)); });
+}
+
+/// @return the next record as JSON, or None after the last one
+VELLOREADER_API PyObject* velloreader_next(PyObject* records, PyObject* fail)
+{
+    return guarded(fail, [&] {
+        auto& reader = *static_cast<FltRecordReader*>(PyCapsule_GetPointer(records, nullptr));
+        return reader.next() ? textOf(reader.json()) : Py_BuildValue("");
     });
-    return reader;
-}
-
-/// Gives the next record, or null after the last one.
-VELLOREADER_API void velloreader_next(FltRecordReader* reader, Answer callback)
-{
-    bool isThere = false;
-    std::string record;
-    try {
-        isThere = reader->next();
-        if (isThere)
-            record = reader->json();
-    } catch (std::exception const& problem) {
-        return answer(callback, errorOf("outOfMemory", problem.what()));
-    }
-    callback(isThere ? record.c_str() : "null");
-}
-
-VELLOREADER_API void velloreader_close(FltRecordReader* reader)
-{
-    delete reader;
-}
-
-/// Gives a reference to a node back.
-VELLOREADER_API void velloreader_unref(SoNode* node)
-{
-    node->unref();
 }
 }

@@ -14,9 +14,8 @@ import ctypes
 import json
 import os
 import warnings
-import weakref
 from collections.abc import Callable, Iterable, Iterator
-from typing import Any, Literal, NamedTuple, Union
+from typing import Any, Literal, NamedTuple, NoReturn, Union
 
 from pivy import coin
 
@@ -74,39 +73,30 @@ class Reference(NamedTuple):
     """Whether its scene is a part of this one."""
 
 
-_Answer = ctypes.CFUNCTYPE(None, ctypes.c_char_p)
-_Progress = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_char_p, ctypes.c_uint64, ctypes.c_uint64)
-
-
 class _Options(ctypes.Structure):
     _fields_ = [
         ("log", ctypes.c_char_p),
         ("texturePath", ctypes.POINTER(ctypes.c_char_p)),
         ("references", ctypes.c_int),
         ("exact", ctypes.c_int),
-        ("progress", _Progress),
     ]
 
 
-# PyDLL keeps other Python threads waiting during a call: loads run one at a time.
+# PyDLL keeps the interpreter's lock during a call: the toolkit is for one thread at a time. It also lets the
+# library raise exceptions, and give objects that own what they stand for, so that nothing comes between.
 _native = ctypes.PyDLL(os.path.join(os.path.dirname(os.path.abspath(__file__)), "libvelloreader_python.so"))
-_native.velloreader_load.argtypes = [ctypes.c_void_p, ctypes.c_char_p, ctypes.POINTER(_Options), _Answer]
-_native.velloreader_load.restype = None
-_native.velloreader_records.argtypes = [ctypes.c_char_p, _Answer]
-_native.velloreader_records.restype = ctypes.c_void_p
-_native.velloreader_next.argtypes = [ctypes.c_void_p, _Answer]
-_native.velloreader_next.restype = None
-_native.velloreader_close.argtypes = [ctypes.c_void_p]
-_native.velloreader_close.restype = None
-_native.velloreader_unref.argtypes = [ctypes.c_void_p]
-_native.velloreader_unref.restype = None
+_native.velloreader_load.argtypes = [
+    ctypes.c_void_p, ctypes.c_char_p, ctypes.POINTER(_Options), ctypes.py_object, ctypes.py_object
+]
+_native.velloreader_load.restype = ctypes.py_object
+_native.velloreader_records.argtypes = [ctypes.c_char_p, ctypes.py_object]
+_native.velloreader_records.restype = ctypes.py_object
+_native.velloreader_next.argtypes = [ctypes.py_object, ctypes.py_object]
+_native.velloreader_next.restype = ctypes.py_object
 
 # The toolkit was loaded with private symbols and doesn't find the module for .flt files by itself.
-if _native.velloreader_register() != 0:
+if _native.velloreader_begin() != 0:
     warnings.warn("libSoFLTFileKit.so isn't installed: SoDB.readAll() and SoFile don't read .flt files")
-
-# Holds a new root until it has a proxy.
-_holder = coin.SoGroup()
 
 _REFERENCES = {"follow": 0, "skip": 1}
 
@@ -118,11 +108,10 @@ def _name_of(path: Path) -> bytes:
     return name
 
 
-def _check(answer: Any) -> Any:
-    """Raises what an answer says went wrong, or returns it."""
-    if not isinstance(answer, dict) or set(answer) != {"error"}:
-        return answer
-    kind, text = answer["error"]["kind"], answer["error"]["text"]
+def _fail(kind: str, text: str, number: int, file: str) -> NoReturn:
+    """Raises the exception for an error of the library."""
+    if number != 0:
+        raise OSError(number, os.strerror(number), file)
     if kind == "outOfMemory":
         raise MemoryError(text)
     if kind == "cancelled":
@@ -132,12 +121,6 @@ def _check(answer: Any) -> Any:
     if kind == "failed":
         raise RuntimeError(text)
     raise ValueError(text)
-
-
-def _open(name: bytes) -> None:
-    """Raises the error that says exactly why a file can't be opened."""
-    with open(name, "rb"):
-        pass
 
 
 class Database:
@@ -181,15 +164,9 @@ class Database:
         self._name = _name_of(path)
         if references not in _REFERENCES:
             raise ValueError(f"references: {references!r} is neither 'follow' nor 'skip'")
-        _open(self._name)
-        failure: list[BaseException] = []
 
-        def report(file: bytes, done: int, in_all: int) -> int:
-            try:
-                return 0 if progress is not None and progress(os.fsdecode(file), done, in_all) is False else 1
-            except BaseException as problem:  # it goes on where the load has ended
-                failure.append(problem)
-                return 0
+        def goes_on(file: str, done: int, in_all: int) -> bool:
+            return progress is None or progress(file, done, in_all) is not False
 
         directories = [_name_of(directory) for directory in textures]
         options = _Options(
@@ -197,14 +174,13 @@ class Database:
             texturePath=(ctypes.c_char_p * (len(directories) + 1))(*directories, None),
             references=_REFERENCES[references],
             exact=int(exact),
-            progress=_Progress(report) if progress is not None else _Progress(0),
         )
-        answers: list[Any] = []
-        answer = _Answer(lambda text: answers.append(json.loads(text)))
-        _native.velloreader_load(int(_holder.this), self._name, ctypes.byref(options), answer)
-        if failure:
-            raise failure[0]
-        content = _check(answers[0])
+        watcher = ctypes.py_object() if progress is None else goes_on
+        parent = coin.SoGroup()
+        text, root = _native.velloreader_load(
+            int(parent.this), self._name, ctypes.byref(options), watcher, _fail
+        )
+        content = json.loads(text)
         self.messages = [Message(**message) for message in content["messages"]]
         self.textures = [Texture(**texture) for texture in content["textures"]]
         self.references = [Reference(**reference) for reference in content["references"]]
@@ -212,7 +188,11 @@ class Database:
         self.info = content["info"]
         for place in ("origin", "south_west", "north_east"):
             self.info[place] = tuple(self.info[place])
-        self.scene = _adopt()
+        scene = parent.getChild(0)
+        # The proxy of a child owns no reference: that of the library's object goes with it. Setting its
+        # "thisown" instead makes pivy lose its classes after a few roots.
+        vars(scene)["_root"] = root
+        self.scene = scene
 
     def records(self) -> Iterator[dict[str, Any]]:
         """Reads the records of the file one by one, each as a dictionary with its opcode, class, length,
@@ -224,30 +204,9 @@ class Database:
             >>> sum(record["opcode"] == 5 for record in database.records()) > 100
             True
         """
-        answers: list[Any] = []
-        answer = _Answer(lambda text: answers.append(json.loads(text)))
-        handle = _native.velloreader_records(self._name, answer)
-        _check(answers.pop())
-        try:
-            while True:
-                _native.velloreader_next(handle, answer)
-                record = _check(answers.pop())
-                if record is None:
-                    return
-                yield record
-        finally:
-            _native.velloreader_close(handle)
-
-
-def _adopt() -> coin.SoSeparator:
-    """Takes the root out of the holder."""
-    root = _holder.getChild(0)
-    # The proxy of a child owns no reference: take one, which is given back when the proxy goes. Setting its
-    # "thisown" instead makes pivy lose its classes after a few roots.
-    root.ref()
-    _holder.removeAllChildren()
-    weakref.finalize(root, _native.velloreader_unref, int(root.this)).atexit = False
-    return root
+        records = _native.velloreader_records(self._name, _fail)
+        while (text := _native.velloreader_next(records, _fail)) is not None:
+            yield json.loads(text)
 
 
 def load(

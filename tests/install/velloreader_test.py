@@ -1,5 +1,6 @@
 """Tests of the installed Python package. The arguments are a good database and the version of the package."""
 
+import ctypes
 import doctest
 import os
 import pathlib
@@ -79,6 +80,26 @@ class LoadTest(unittest.TestCase):
             velloreader.load(self.folder / "none.flt")
         with self.assertRaises(IsADirectoryError):
             velloreader.load(self.folder)
+        with self.assertRaises(NotADirectoryError):
+            velloreader.load(SAMPLE / "none.flt")
+        with self.assertRaises(FileNotFoundError) as missing:
+            velloreader.load("none.flt")
+        self.assertEqual(str(missing.exception), "[Errno 2] No such file or directory: 'none.flt'")
+
+    def test_a_pipe_is_an_os_error_and_is_not_opened(self):
+        path = self.folder / "pipe.flt"
+        os.mkfifo(path)
+        # With both ends open nobody would have to wait.
+        pipe = os.open(path, os.O_RDWR)
+        self.addCleanup(os.close, pipe)
+        libc = ctypes.CDLL(None)
+        watch = libc.inotify_init1(os.O_NONBLOCK)
+        self.addCleanup(os.close, watch)
+        libc.inotify_add_watch(watch, os.fsencode(path), 0x20)  # IN_OPEN
+        with self.assertRaisesRegex(OSError, "not a regular file"):
+            velloreader.load(path)
+        with self.assertRaises(BlockingIOError):
+            os.read(watch, 4096)
 
     def test_a_file_that_is_not_openflight_is_a_value_error_with_the_reason(self):
         path = self.folder / "text.flt"

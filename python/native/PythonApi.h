@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+
+// The functions of the interpreter that the library calls. They stand here, so that to build it takes no
+// headers of Python's. All but PyGILState_Check() belong to the stable interface, so one library serves every
+// version of Python 3; that one is in each all the same.
+
+struct PyObject;
+struct PyThreadState;
+
+extern "C" {
+
+PyObject* PyCapsule_New(void* pointer, char const* name, void (*destructor)(PyObject*));
+void* PyCapsule_GetPointer(PyObject* capsule, char const* name);
+
+PyObject* Py_BuildValue(char const* format, ...);
+PyObject* PyObject_CallFunction(PyObject* callable, char const* format, ...);
+PyObject* PyUnicode_DecodeFSDefault(char const* text);
+PyObject* PyUnicode_DecodeUTF8(char const* text, std::ptrdiff_t size, char const* errors);
+int PyObject_IsTrue(PyObject* object);
+void Py_DecRef(PyObject* object);
+
+extern PyObject* PyExc_RuntimeError;
+int PyErr_CheckSignals();
+PyObject* PyErr_NoMemory();
+PyObject* PyErr_Occurred();
+void PyErr_SetString(PyObject* type, char const* text);
+
+int Py_IsInitialized();
+int PyGILState_Check();
+PyThreadState* PyGILState_GetThisThreadState();
+PyThreadState* PyEval_SaveThread();
+void PyEval_RestoreThread(PyThreadState* state);
+}
