@@ -38,8 +38,10 @@ void convertExactly(std::string const& path)
 void convertCompletely(std::string const& path)
 {
     Silence const silence;
-    if (FltCompleteConversion::convert(path, {}).root.get() == nullptr)
+    FltCompleteConversion::Result result = FltCompleteConversion::convert(path, {});
+    if (result.root.get() == nullptr)
         throw std::runtime_error("the complete conversion failed");
+    result.names.give();
 }
 
 } // namespace

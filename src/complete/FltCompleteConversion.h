@@ -3,6 +3,7 @@
 #include "complete/FltAppearanceNodes.h"
 #include "complete/FltCompleteScene.h"
 #include "complete/FltLODChains.h"
+#include "complete/FltNodeNames.h"
 #include "records/FltRecordHeader.h"
 #include "toolkit/VelloReaderExport.h"
 
@@ -80,6 +81,7 @@ public:
     struct Result {
         Outcome outcome = Outcome::cannotOpen;
         SoNodeRef<SoSeparator> root; ///< Null unless it was converted.
+        FltNodeNames names;          ///< Of its nodes, which have none yet.
         int revision = 0;            ///< Of the format; 0 if the file has no header.
         double metresPerUnit = 1;    ///< Of the database.
         std::uint64_t records = 0;   ///< In the file itself.

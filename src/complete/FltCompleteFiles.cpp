@@ -90,12 +90,13 @@ void FltCompleteFiles::convert(std::string const& fileName)
     filesInWork.push_back(identityOf(model.fileName));
     FltScenePart const scene = build(model, input);
     FltScenePart const root = scaled(scene, worldPerUnit(model.metresPerUnit));
-    root.node->setName("root");
     result.root = SoNodeRef<SoSeparator>(static_cast<SoSeparator*>(root.node.get()));
     result.outcome = FltCompleteConversion::Outcome::converted;
     result.leftOut = setting.leftOut;
     result.switches = std::move(setting.switches);
     result.dofs = std::move(setting.dofs);
+    result.names = std::move(setting.names);
+    result.names.add(result.root.get(), "root");
 }
 
 void FltCompleteFiles::readModel(FltModel& model, FltFileInput& input)

@@ -113,7 +113,6 @@ FltCompleteDOF FltDOFNodes::addTo(FltGroupBuilder& group, FltRecordView const& r
     dof.name = name;
     readRanges(dof, values);
     dof.transform = SoNodeRef<SoTransform>(new SoTransform);
-    dof.transform->setName(name.c_str());
     dof.apply();
 
     auto* const info = new SoInfo;

@@ -51,15 +51,13 @@ SoLight* makeLight(FltRecordView const& record, FltLightValues const& values)
 
 } // namespace
 
-FltScenePart FltLightNodes::make(FltRecordView const& record, FltPaletteSet const& palettes,
-                                 std::string const& name)
+FltScenePart FltLightNodes::make(FltRecordView const& record, FltPaletteSet const& palettes)
 {
     if ((record.word32At(24) & enabledFlag) == 0)
         return {};
     auto const found = palettes.lights->find(record.int32At(16));
     FltLightValues const values = found != palettes.lights->end() ? found->second : FltLightValues();
     SoLight* const light = makeLight(record, values);
-    light->setName(name.c_str());
     auto const part = [](float value) { return value >= 0 ? std::min(value, 1.0F) : 0.0F; };
     light->color.setValue(part(values.diffuse[0]), part(values.diffuse[1]), part(values.diffuse[2]));
     return {SoNodeRef<SoNode>(light), SbBox3f(), 1, 1};

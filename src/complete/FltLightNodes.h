@@ -8,6 +8,5 @@ class FltLightNodes
 {
 public:
     /// The light of a record; without a node if it is switched off.
-    static FltScenePart make(FltRecordView const& record, FltPaletteSet const& palettes,
-                             std::string const& name);
+    static FltScenePart make(FltRecordView const& record, FltPaletteSet const& palettes);
 };

@@ -8,6 +8,7 @@
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltOpcode.h"
 #include "records/FltOpcodeName.h"
+#include "toolkit/SoNodeName.h"
 
 #include <Inventor/VRMLnodes/SoVRMLBillboard.h>
 #include <Inventor/nodes/SoInfo.h>
@@ -139,7 +140,7 @@ FltScenePart FltSceneBuilder::buildNode(Number number, float objectTransparency)
     case FltOpcode::instanceDefinition:
         break; // it is drawn where references to it stand
     case FltOpcode::lightSource:
-        part = FltLightNodes::make(record, model.palettes, nameOf(number));
+        part = buildLight(number);
         break;
     case FltOpcode::object:
         part = buildGroup(number, static_cast<float>(record.word16At(18)) / 65535.0F);
@@ -163,11 +164,11 @@ FltScenePart FltSceneBuilder::buildGroup(Number number, float objectTransparency
 {
     FltRecordView const& record = model.tree.recordOf(number);
     countLeftOut(record);
-    auto* const separator = new SoSeparator;
-    separator->setName(nameOf(number).c_str());
-    FltGroupBuilder group(separator);
-    if (record.opcode == FltOpcode::dof && record.size > frameOfDof)
+    FltGroupBuilder group = namedGroup(number);
+    if (record.opcode == FltOpcode::dof && record.size > frameOfDof) {
         setting.dofs.push_back(FltDOFNodes::addTo(group, record, nameOf(number)));
+        setting.names.add(setting.dofs.back().transform.get(), setting.dofs.back().name);
+    }
     addContents(number, group, objectTransparency);
     return group.finish();
 }
@@ -329,9 +330,7 @@ FltScenePart FltSceneBuilder::buildBillboard(Number number, float objectTranspar
 FltScenePart FltSceneBuilder::buildSwitch(Number number, float objectTransparency)
 {
     FltModelTree const& tree = model.tree;
-    auto* const separator = new SoSeparator;
-    separator->setName(nameOf(number).c_str());
-    FltGroupBuilder group(separator);
+    FltGroupBuilder group = namedGroup(number);
     addInfos(number, group);
     FltTransformation const transformation(tree, number);
     for (SbMatrix const& matrix : transformation.getMatrices())
@@ -414,9 +413,7 @@ FltScenePart FltSceneBuilder::buildInstance(Number number)
 /// A shared part below the name and the transformation of the record that refers to it.
 FltScenePart FltSceneBuilder::wrapped(Number number, FltScenePart const& content)
 {
-    auto* const separator = new SoSeparator;
-    separator->setName(nameOf(number).c_str());
-    FltGroupBuilder group(separator);
+    FltGroupBuilder group = namedGroup(number);
     addInfos(number, group);
     FltTransformation const transformation(model.tree, number);
     if (transformation.getReplications() > 0) {
@@ -456,6 +453,36 @@ FltScenePart const& FltSceneBuilder::buildDefinition(Number number)
     FltScenePart part = buildGroup(number, 0);
     definitionsInWork.pop_back();
     return builtDefinitions[number] = std::move(part);
+}
+
+/// A light has no children: where its name is cut, a group bears that name, and holds it whole.
+FltScenePart FltSceneBuilder::buildLight(Number number)
+{
+    FltScenePart const light = FltLightNodes::make(model.tree.recordOf(number), model.palettes);
+    if (light.node.get() == nullptr)
+        return light;
+    std::string const name = nameOf(number);
+    SoInfo* const info = SoNodeName::infoOf(name);
+    if (info == nullptr) {
+        setting.names.add(light.node.get(), name);
+        return light;
+    }
+    FltGroupBuilder group(new SoGroup);
+    group.addProperty(info);
+    group.add(light);
+    setting.names.add(group.finish().node.get(), name);
+    return group.finish();
+}
+
+/// An empty group that bears the name of a record, and holds it whole where it is cut.
+FltGroupBuilder FltSceneBuilder::namedGroup(Number number)
+{
+    FltGroupBuilder group(new SoSeparator);
+    std::string const name = nameOf(number);
+    setting.names.add(group.finish().node.get(), name);
+    if (SoInfo* const info = SoNodeName::infoOf(name))
+        group.addProperty(info);
+    return group;
 }
 
 /// Comments, and what hosts may want to know of a level of detail or a switch.

@@ -3,6 +3,7 @@
 #include "complete/FltCompleteScene.h"
 #include "complete/FltFaceReader.h"
 #include "complete/FltLODChains.h"
+#include "complete/FltNodeNames.h"
 #include "messages/FltLimits.h"
 
 #include <functional>
@@ -27,6 +28,7 @@ public:
         std::function<void(FltModel const& model, std::size_t offset)> progress;
 
         FltLeftOut leftOut;
+        FltNodeNames names;
         std::vector<FltCompleteSwitch> switches;
         std::vector<FltCompleteDOF> dofs;
         std::int64_t replications = 0; ///< All copies that were made.
@@ -51,6 +53,7 @@ private:
     FltScenePart buildSwitch(Number number, float objectTransparency);
     FltScenePart buildReference(Number number);
     FltScenePart buildInstance(Number number);
+    FltScenePart buildLight(Number number);
     FltScenePart buildBillboard(Number number, float objectTransparency);
     FltScenePart const& buildDefinition(Number number);
     void addContents(Number number, FltGroupBuilder& group, float objectTransparency);
@@ -62,6 +65,7 @@ private:
     void addReplications(FltGroupBuilder& group, FltScenePart const& content, SbMatrix const& step,
                          int count);
     bool addShared(FltGroupBuilder& group, FltScenePart const& part);
+    FltGroupBuilder namedGroup(Number number);
     void addInfos(Number number, FltGroupBuilder& group);
     FltScenePart wrapped(Number number, FltScenePart const& content);
     FltScenePart buildSwitchChild(Number child, float objectTransparency);

@@ -12,6 +12,7 @@
 #include "records/FltRecordText.h"
 #include "records/FltRecordTransformations.h"
 #include "records/FltRecordUnknown.h"
+#include "toolkit/SoNodeName.h"
 
 #include <Inventor/SbMatrix.h>
 #include <Inventor/SbPlane.h>
@@ -38,7 +39,7 @@ template <class Node>
 Node* named(std::string const& name)
 {
     auto* const node = new Node;
-    node->setName(name.c_str());
+    SoNodeName::give(*node, name);
     return node;
 }
 
@@ -122,7 +123,7 @@ void FltToInventor::State::nameAsChildOf(SoGroup const& group, SoSwitch& child)
 {
     SbName const name = group.getName();
     if (shared.allowances.switchNames.spend(name.getLength()))
-        child.setName((std::string("child_of_") + name.getString()).c_str());
+        SoNodeName::give(child, std::string("child_of_") + name.getString());
     else
         warnings.notify("WARNING ! Children of switches have too long names: some are left without one");
 }
@@ -231,7 +232,7 @@ void FltToInventor::visitOLDLOD(FltRecordOLDLOD const* record, RecordIterator& i
 void FltToInventor::visitSwitch(FltRecordSwitch const* record, RecordIterator& iterator)
 {
     auto* const group = named<SoSeparator>(textOf(record->idASCII));
-    group->setName(FltConvertedSwitch::markedName(group->getName().getString()).c_str());
+    SoNodeName::give(*group, FltConvertedSwitch::markedName(group->getName().getString()));
     auto* info = new SoInfo;
     setFltSwitchPropertiesToSoInfo(info, record);
     group->addChild(info);
@@ -279,7 +280,7 @@ void FltToInventor::visitComment(FltRecordComment const* record, SoGroup* group)
 
 void FltToInventor::visitLongID(FltRecordLongID const* record, SoNode* node)
 {
-    node->setName(record->idASCII.get());
+    SoNodeName::give(*node, record->idASCII.get());
 }
 
 void FltToInventor::visitMatrix(FltRecordMatrix const* record, SoGroup* group)

@@ -160,6 +160,7 @@ std::unique_ptr<FltScene::Content> loadCompletely(FltLoader const& options, std:
     content->dofs = std::move(result.dofs);
     host.finishTextures();
     content->messages = std::move(messages.messages());
+    result.names.give(); // the last that is done, when nothing can fail any more
     return content;
 }
 

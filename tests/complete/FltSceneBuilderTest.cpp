@@ -1,6 +1,7 @@
 #include "complete/FltSceneBuilder.h"
 
 #include "support/CompleteDatabase.h"
+#include "toolkit/SoNodeName.h"
 
 #include <Inventor/VRMLnodes/SoVRMLBillboard.h>
 #include <Inventor/actions/SoSearchAction.h>
@@ -10,6 +11,7 @@
 #include <Inventor/nodes/SoPointLight.h>
 #include <Inventor/nodes/SoSpotLight.h>
 #include <gtest/gtest.h>
+#include <set>
 
 using Fields = FltWriter::Fields;
 using Options = FltCompleteConversion::Options;
@@ -60,6 +62,43 @@ TEST(FltSceneBuilder, namesNodesByTheirIdsAndLongIds)
     database.object(offsets, CompleteDatabase::face(), "house");
     EXPECT_EQ(database.draw().triangles[0].names,
               (std::vector<std::string>{"root", "a_longer_name", "house"}));
+}
+
+TEST(FltSceneBuilder, cutsLongNamesAndKeepsThemWhole)
+{
+    std::string const beginning(59'999, 'n');
+    CompleteDatabase database;
+    database.begin();
+    for (char const end : {'1', '2'})
+        for (std::string_view const record : {"Group", "Switch", "DOF", "LightSource"}) {
+            Fields fields = {{"idASCII", "short"}};
+            if (record == "LightSource")
+                fields.push_back({"flags", {128, 0, 0, 0}});
+            database.writer.add(record, fields).add("LongID", {{"idASCII", beginning + end}});
+        }
+    FltCompleteConversion::Result const result = database.convert();
+    std::multiset<std::string> wholeNames;
+    for (SoNode const* const node : findAll<SoNode>(result.root.get())) {
+        EXPECT_LE(node->getName().getLength(), 255);
+        if (std::string const whole = SoNodeName::wholeOf(*node); whole.size() == 60'000)
+            wholeNames.insert(whole);
+    }
+    EXPECT_EQ(wholeNames.count(beginning + '1'), 4U);
+    EXPECT_EQ(wholeNames.count(beginning + '2'), 4U);
+    EXPECT_EQ(result.switches.at(0).name, beginning + '1');
+    EXPECT_EQ(result.dofs.at(1).name, beginning + '2');
+    EXPECT_EQ(findAll<SoLight>(result.root.get()).size(), 2U);
+}
+
+TEST(FltSceneBuilder, keepsANameOf255BytesInTheNodeAlone)
+{
+    std::size_t infos = 0;
+    for (std::size_t const size : {255, 256}) {
+        CompleteDatabase database;
+        database.begin().add("Group").add("LongID", {{"idASCII", std::string(size, 'n')}});
+        FltCompleteConversion::Result const result = database.convert();
+        EXPECT_EQ(findAll<SoInfo>(result.root.get()).size(), infos++);
+    }
 }
 
 TEST(FltSceneBuilder, drawsLevelsOfDetailBetweenTheirDistancesInTheWorld)

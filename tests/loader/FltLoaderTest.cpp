@@ -1,6 +1,7 @@
 #include "loader/FltLoader.h"
 
 #include "support/ConvertedFile.h"
+#include "support/NameTable.h"
 #include "support/ObjectDatabase.h"
 #include "support/OpenWatch.h"
 #include "support/ProcessUsage.h"
@@ -13,6 +14,7 @@
 #include <Inventor/SoPath.h>
 #include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/errors/SoDebugError.h>
+#include <Inventor/misc/SoChildList.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoTexture2.h>
 #include <atomic>
@@ -491,6 +493,79 @@ TEST_F(FltLoaderTest, CanBeCancelledAnywhereAndLeavesNothing)
     }
     loader.progress = nullptr;
     EXPECT_NE(loader.load(folder / "a.flt").root(), nullptr);
+}
+
+TEST_F(FltLoaderTest, ALoadThatFailsNamesNothing)
+{
+    folder.write("tree.rgb", SmallPictures::plainSgi(4));
+    int calls = 0;
+    int last = 1;
+    bool throws = false;
+    loader.progress = [&](std::string const&, std::uint64_t, std::uint64_t) {
+        if (++calls == last && throws)
+            throw 5;
+        return calls != last;
+    };
+    auto const load = [&](std::string const& name) {
+        FltWriter flt = texturedTriangle("tree.rgb");
+        flt.push();
+        for (char const* const record : {"Group", "LOD", "DOF", "Switch"})
+            flt.add(record).add("LongID", {{"idASCII", name + record}});
+        flt.add("LightSource", {{"flags", {128, 0, 0, 0}}}).add("LongID", {{"idASCII", name + "light"}});
+        save(flt.add("ExternalReference", {{"asciiPath", name + ".flt"}}).pop());
+        save(FltWriter().push().add("Group").add("LongID", {{"idASCII", name + "part"}}), name + ".flt");
+        calls = 0;
+        try {
+            static_cast<void>(loader.load(folder / "a.flt"));
+        } catch (FltLoadError const&) {
+            return false;
+        } catch (int) {
+            return false;
+        }
+        return true;
+    };
+    last = 0;
+    ASSERT_TRUE(load("whole")); // the toolkit learns the names of fields with their first nodes
+    int const all = calls;
+    ASSERT_GT(all, 5);
+    for (last = 1; last <= all; ++last)
+        for (bool const byException : {false, true}) {
+            throws = byException;
+            std::string const name = "cancelled" + std::to_string(last) + (throws ? "by" : "at");
+            EXPECT_EQ(NameTable::growth([&] { EXPECT_FALSE(load(name)); }), 0U) << name;
+        }
+    EXPECT_GT(NameTable::growth([&] { EXPECT_TRUE(load("last")); }), 30U);
+}
+
+TEST_F(FltLoaderTest, LongNamesOfManyLoadsTakeNoMoreThan255BytesEach)
+{
+    constexpr std::size_t names = 16;
+    auto const load = [&](std::string const& name) {
+        FltWriter flt;
+        flt.push();
+        for (std::size_t i = 0; i < names; ++i)
+            flt.add("Group").add("LongID",
+                                 {{"idASCII", std::to_string(i) + name + std::string(60'000, ' ')}});
+        static_cast<void>(loader.load(save(flt)));
+    };
+    load("first");
+    for (int i = 0; i < 100; ++i) {
+        EXPECT_LE(NameTable::growth([&] { load(std::to_string(i)); }), names * 256);
+        ASSERT_EQ(NameTable::growth([&] { load(std::to_string(i)); }), 0U);
+    }
+}
+
+TEST_F(FltLoaderTest, TheExactConversionKeepsNamesWholeAsFarAsTheToolkitHoldsThem)
+{
+    loader.exact = true;
+    for (std::size_t const size : {60'000, 65'531}) {
+        std::string const name(size, 'n');
+        FltWriter flt;
+        FltScene const scene =
+            loader.load(save(flt.push().add("Group").add("LongID", {{"idASCII", name}}).pop()));
+        SoChildList const& children = *scene.root()->getChildren();
+        EXPECT_EQ(children[children.getLength() - 1]->getName().getString(), name.substr(0, 65'502));
+    }
 }
 
 TEST_F(FltLoaderTest, LetsWhatTheCallbackThrowsOutAsItIs)

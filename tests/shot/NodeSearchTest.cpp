@@ -1,11 +1,14 @@
 #include "shot/NodeSearch.h"
 
+#include "support/NameTable.h"
 #include "support/SceneNodes.h"
 
+#include "toolkit/SoNodeName.h"
 #include "toolkit/SoNodeRef.h"
 
 #include <Inventor/SoPath.h>
 #include <Inventor/nodes/SoCube.h>
+#include <Inventor/nodes/SoInfo.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoSwitch.h>
 #include <gtest/gtest.h>
@@ -50,6 +53,36 @@ TEST_F(NodeSearchTest, findsAHiddenNodeToo)
     EXPECT_EQ(path->getTail(), hidden);
     path->unref();
     EXPECT_EQ(NodeSearch::find(scene.get(), "Tower"), nullptr);
+}
+
+TEST_F(NodeSearchTest, findsANodeByItsNameInTheDatabase)
+{
+    SoNode* const tower = add<SoSeparator>(scene.get(), "control tower");
+    SoPath* const path = NodeSearch::find(scene.get(), "control tower");
+    ASSERT_NE(path, nullptr);
+    EXPECT_EQ(path->getTail(), tower);
+    path->unref();
+}
+
+TEST_F(NodeSearchTest, tellsCutNamesApart)
+{
+    std::string const beginning(60'000, 'n');
+    for (char const* const end : {"1", "2"})
+        add<SoSeparator>(scene.get(), SoNodeName::of(beginning + end).c_str())
+            ->addChild(SoNodeName::infoOf(beginning + end));
+    for (int i = 0; i < 2; ++i) {
+        SoPath* const path = NodeSearch::find(scene.get(), beginning + std::to_string(i + 1));
+        ASSERT_NE(path, nullptr);
+        EXPECT_EQ(path->getTail(), scene->getChild(i));
+        path->unref();
+    }
+    EXPECT_EQ(NodeSearch::find(scene.get(), beginning + "3"), nullptr);
+    EXPECT_EQ(NodeSearch::find(scene.get(), beginning + beginning), nullptr); // too long for the toolkit
+}
+
+TEST_F(NodeSearchTest, putsNoNameIntoTheToolkitsTable)
+{
+    EXPECT_EQ(NameTable::growth([&] { EXPECT_EQ(NodeSearch::find(scene.get(), "nobody"), nullptr); }), 0U);
 }
 
 TEST_F(NodeSearchTest, namesWhatIsLikeAName)

@@ -72,6 +72,7 @@ public:
         StreamCapture const err(std::cerr);
         FltCompleteConversion::Result result =
             FltCompleteConversion::convert(folder.write("model.flt", writer.bytes()), options);
+        result.names.give();
         messages = err.str();
         output = out.str();
         return result;

@@ -1,6 +1,7 @@
 #include "view/RecordMatch.h"
 
 #include "LoadedViewDatabase.h"
+#include "toolkit/SoNodeName.h"
 
 #include <Inventor/nodes/SoSeparator.h>
 
@@ -55,6 +56,21 @@ TEST_F(RecordMatchTest, MatchesNamesThatTheToolkitRewrites)
     flt.save(folder.path("rewritten.flt"));
     LoadedScene const rewritten(FltLoader(), folder.path("rewritten.flt"));
     EXPECT_NE(nullptr, rewritten.match.nodeOf(1));
+}
+
+TEST_F(RecordMatchTest, TellsCutNamesApart)
+{
+    std::string const beginning(300, 'n');
+    FltWriter flt;
+    flt.push().add("Group").add("LongID", {{"idASCII", beginning + "1"}}).push().pop();
+    flt.add("LightSource", {{"flags", {128, 0, 0, 0}}}).add("LongID", {{"idASCII", beginning + "2"}}).pop();
+    flt.save(folder.path("long.flt"));
+    LoadedScene const lit(FltLoader(), folder.path("long.flt"));
+    // The light stands before the group.
+    SoNode const* const light = lit.match.nodeOf(2);
+    ASSERT_NE(nullptr, light);
+    EXPECT_EQ(beginning + "2", SoNodeName::wholeOf(*light));
+    EXPECT_NE(nullptr, lit.match.nodeOf(1));
 }
 
 TEST_F(RecordMatchTest, HasNoRecordsForTheNodesOfOtherFiles)

@@ -1,25 +1,15 @@
 #include "view/RecordMatch.h"
 
 #include "records/FltOpcode.h"
+#include "toolkit/SoNodeName.h"
 
 #include <Inventor/misc/SoChildList.h>
-#include <Inventor/nodes/SoInfo.h>
+#include <Inventor/nodes/SoNode.h>
 #include <deque>
 #include <unordered_set>
 
 namespace
 {
-
-/// A name as nodes bear it: the toolkit replaces some characters.
-std::string nodeName(std::string const& name)
-{
-    auto* const bearer = new SoInfo;
-    bearer->ref();
-    bearer->setName(name.c_str());
-    std::string result = bearer->getName().getString();
-    bearer->unref();
-    return result;
-}
 
 /// The records below one record by their names, those of a name in the order of the file.
 class NamedRecords
@@ -57,7 +47,7 @@ private:
     void add(std::string const& name, int record)
     {
         if (!name.empty())
-            byName[nodeName(name)].push_back(record);
+            byName[SoNodeName::uncut(name)].push_back(record);
     }
 
     std::unordered_map<std::string, std::deque<int>> byName;
@@ -101,7 +91,7 @@ private:
     {
         if (!seen.insert(node).second)
             return;
-        std::string const name = node->getName().getString();
+        std::string const name = SoNodeName::uncut(SoNodeName::wholeOf(*node));
         if (name == rootName)
             return; // the scene of another file
         int const record = name.empty() ? -1 : below.take(name);
