@@ -2,6 +2,7 @@
 
 #include "loader/FltDatabaseFile.h"
 #include "loader/FltLoadLock.h"
+#include "messages/FltText.h"
 #include "parser/FltRecordScan.h"
 
 #include <limits>
@@ -65,7 +66,8 @@ std::string FltRecordReader::json() const
         json["error"] = state->scan.complaints().empty() ? "too many records are shorter than their layout"
                                                          : state->scan.complaints().back();
     }
-    return json.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+    return FltText::printableJson(
+        json.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
 }
 
 std::string FltRecordReader::fault() const

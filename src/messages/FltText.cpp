@@ -1,5 +1,7 @@
 #include "messages/FltText.h"
 
+#include <algorithm>
+
 namespace
 {
 
@@ -51,21 +53,32 @@ bool isUtf8(std::string_view text)
     return size != 0;
 }
 
-/// Of one byte, or of the two that the controls 0x80 to 0x9f have in UTF-8.
-bool isControl(std::string_view character)
+/// The number of a character in UTF-8.
+unsigned codeOf(std::string_view character)
 {
-    unsigned char const first = byteAt(character, 0);
-    return first < 0x20 || first == 0x7f || (first == 0xc2 && byteAt(character, 1) < 0xa0);
+    if (character.size() == 1)
+        return byteAt(character, 0);
+    unsigned code = byteAt(character, 0) & (0x7fU >> character.size());
+    for (std::size_t i = 1; i < character.size(); ++i)
+        code = code << 6 | (byteAt(character, i) & 0x3fU);
+    return code;
 }
 
-void appendHex(std::string& text, std::string_view bytes)
+/// Whether a character changes how others are shown: the controls of terminals; ends of lines and paragraphs;
+/// what turns the direction of the text around it, so that a name reads as another one; and the mark of the
+/// order of bytes, which isn't seen at all. Marks that say the direction of a single letter, and joiners, stand
+/// in honest names.
+bool isControl(unsigned code)
 {
-    constexpr char digits[] = "0123456789abcdef";
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        text += "\\x";
-        text += digits[byteAt(bytes, i) >> 4];
-        text += digits[byteAt(bytes, i) & 15];
-    }
+    return code < 0x20 || (code >= 0x7f && code < 0xa0) || (code >= 0x2028 && code <= 0x202e) ||
+           (code >= 0x2066 && code <= 0x2069) || code == 0xfeff;
+}
+
+/// The lowest digits of a number, in hexadecimal.
+void appendHex(std::string& text, unsigned number, int digits)
+{
+    while (--digits >= 0)
+        text += "0123456789abcdef"[number >> 4 * digits & 15];
 }
 
 } // namespace
@@ -94,11 +107,32 @@ std::string FltText::printable(std::string_view text, bool keepsLines)
         std::size_t const size = characterSize(text, at);
         std::string_view const character = text.substr(at, size == 0 ? 1 : size);
         bool const staysLine = keepsLines && character == "\n";
-        if (size == 0 || (isControl(character) && !staysLine))
-            appendHex(result, character);
+        if (size == 0 || (isControl(codeOf(character)) && !staysLine))
+            for (char const byte : character) {
+                result += "\\x";
+                appendHex(result, static_cast<unsigned char>(byte), 2);
+            }
         else
             result += character;
         at += character.size();
+    }
+    return result;
+}
+
+std::string FltText::printableJson(std::string_view json)
+{
+    std::string result;
+    result.reserve(json.size());
+    for (std::size_t at = 0; at < json.size();) {
+        std::size_t const size = std::max<std::size_t>(characterSize(json, at), 1);
+        std::string_view const character = json.substr(at, size);
+        if (unsigned const code = codeOf(character); code > ' ' && isControl(code)) {
+            result += "\\u";
+            appendHex(result, code, 4);
+        } else {
+            result += character;
+        }
+        at += size;
     }
     return result;
 }

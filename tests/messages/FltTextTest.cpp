@@ -46,6 +46,25 @@ TEST(FltTextTest, ControlCharactersAndEscapeSequencesBecomeHexadecimal)
     EXPECT_EQ(FltText::printable("\xe2\x82"), "\\xe2\\x82");
 }
 
+TEST(FltTextTest, WhatTurnsOrHidesTextBecomesHexadecimal)
+{
+    for (char const* const character :
+         {"\u0080", "\u009f", "\u2028", "\u2029", "\u202a", "\u202e", "\u2066", "\u2069", "\ufeff"})
+        EXPECT_EQ(FltText::printable(character).substr(0, 2), "\\x") << character;
+    EXPECT_EQ(FltText::printable("\u202egnp.exe"), "\\xe2\\x80\\xaegnp.exe");
+    // These stand in honest names: a space that keeps words together, a joiner, the direction of a letter.
+    for (char const* const character : {"\u00a0", "\u200d", "\u200f", "\u2027", "\u202f", "\u2065", "\u206a"})
+        EXPECT_EQ(FltText::printable(character), character);
+}
+
+TEST(FltTextTest, JsonSaysTheSameWithoutControls)
+{
+    EXPECT_EQ(FltText::printableJson("{\n  \"\u00fc\u009b1m\": \"\\u001b\x7f\U0001f6e9\"\n}"),
+              "{\n  \"\u00fc\\u009b1m\": \"\\u001b\\u007f\U0001f6e9\"\n}");
+    EXPECT_EQ(FltText::printableJson("\"\u2028\u202e\u2066\ufeff\""), R"("\u2028\u202e\u2066\ufeff")");
+    EXPECT_EQ(FltText::printableJson(""), "");
+}
+
 TEST(FltTextTest, EndsOfLinesStayOnlyWhereTheyAreWanted)
 {
     EXPECT_EQ(FltText::printable("a\nb\r"), "a\\x0ab\\x0d");

@@ -2,6 +2,7 @@
 
 #include "ProgramRun.h"
 #include "SmallDatabases.h"
+#include "messages/FltText.h"
 #include "support/SmallPictures.h"
 
 #include <algorithm>
@@ -95,6 +96,19 @@ protected:
 };
 
 } // namespace
+
+TEST_F(Flt2ivMany, showsNamesOfStrangersWithoutControls)
+{
+    for (std::string const control : {"\u009b", "\x9b", "\u202e"}) {
+        FltWriter flt;
+        flt.push().add("ExternalReference", {{"asciiPath", "t" + control + "31m.flt"}}).pop();
+        static_cast<void>(folder.write("models/t" + control + ".flt", flt.bytes()));
+        static_cast<void>(folder.write("models/u" + control + ".flt", "no database"));
+    }
+    std::string const errors = run("-v").errors;
+    EXPECT_TRUE(holds(errors, "t\\x9b31m")) << errors;
+    EXPECT_EQ(FltText::printable(errors, true), errors);
+}
 
 TEST_F(Flt2ivMany, keepsTheTreeAndTheNamesOfTextures)
 {

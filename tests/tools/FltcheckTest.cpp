@@ -1,4 +1,5 @@
 #include "ProgramRun.h"
+#include "messages/FltText.h"
 #include "support/FaultyDatabases.h"
 
 #include <algorithm>
@@ -192,6 +193,22 @@ TEST_F(Fltcheck, writesNamesIntoSarifAsReferences)
     EXPECT_EQ(notifications[1]["locations"][0]["physicalLocation"]["artifactLocation"]["uri"], "no.flt");
     EXPECT_TRUE(
         holds(notifications[0]["locations"][0]["physicalLocation"]["artifactLocation"]["uri"], "100%25%20"));
+}
+
+TEST_F(Fltcheck, showsNamesOfStrangersWithoutControls)
+{
+    for (std::string const control : {"\u009b", "\x9b", "\u202e"}) {
+        FltWriter flt;
+        flt.add("TexturePattern", {{"fileName", "t" + control + "31m.rgb"}, {"patternIndex", 1}});
+        flt.push().add("LOD").add("LongID", {{"idASCII", "t" + control + "31m"}}).pop();
+        std::string const file = folder.write("t" + control + ".flt", flt.bytes());
+        for (char const* const options : {"", "-v", "--json", "--sarif", "--exact"}) {
+            ProgramRun const run("fltcheck", std::string(options) + " " + file);
+            std::string const all = run.output + run.errors;
+            EXPECT_TRUE(holds(all, "t\\")) << options << all;
+            EXPECT_EQ(FltText::printable(all, true), all) << options;
+        }
+    }
 }
 
 TEST_F(Fltcheck, explainsACodeAndListsThemAll)

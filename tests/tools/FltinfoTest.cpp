@@ -1,4 +1,5 @@
 #include "ProgramRun.h"
+#include "messages/FltText.h"
 #include "support/FaultyDatabases.h"
 #include "writer/EveryRecord.h"
 
@@ -148,6 +149,39 @@ TEST_F(Fltinfo, writesARuleForMake)
         file + ": \\\n  " + (folder / "tree.rgb") + " \\\n  " + (folder / "sub/tower.flt") + "\n";
     EXPECT_EQ(ProgramRun("fltinfo", "-q --deps=make " + file).output, rule);
     EXPECT_EQ(ProgramRun("fltinfo", "-q --deps make " + file).output, rule);
+}
+
+TEST_F(Fltinfo, showsNamesOfStrangersWithoutControls)
+{
+    // In UTF-8, and in eight bits of another character set.
+    for (std::string const& control : {std::string("\u009b"), std::string("\x9b"), std::string("\u202e")}) {
+        std::string const name = "t" + control + "31m";
+        FltWriter flt;
+        flt.add("TexturePattern", {{"fileName", name + ".rgb"}, {"patternIndex", 1}});
+        flt.push().add("Group").add("LongID", {{"idASCII", name}}).pop();
+        std::string const file = folder.write(name + ".flt", flt.bytes());
+        static_cast<void>(folder.write(name + ".rgb", "pixels"));
+        for (char const* const options : {"", "--deps", "--deps=make", "--tree", "--records", "--json",
+                                          "--deps --json", "-v --tree --json"}) {
+            ProgramRun const run("fltinfo", std::string(options) + " " + file);
+            std::string const all = run.output + run.errors;
+            EXPECT_TRUE(holds(all, "t\\") || holds(all, "\ufffd")) << options << all;
+            EXPECT_EQ(FltText::printable(all, true), all) << options;
+        }
+    }
+}
+
+TEST_F(Fltinfo, keepsNamesOutOfARuleThatMakeWouldTakeForCommands)
+{
+    for (char const* const name : {"a;touch pwned.rgb", "SHELL=x.rgb", "a:b.rgb", "a\nall:.rgb"}) {
+        FltWriter flt;
+        flt.add("TexturePattern", {{"fileName", name}, {"patternIndex", 1}});
+        std::string const file = folder.write("a.flt", flt.bytes());
+        static_cast<void>(folder.write(name, "pixels"));
+        ProgramRun const run("fltinfo", "--deps=make " + file);
+        EXPECT_EQ(run.output, file + ":\n");
+        EXPECT_TRUE(holds(run.errors, "make knows no such name")) << run.errors;
+    }
 }
 
 TEST_F(Fltinfo, findsTexturesInGivenDirectories)

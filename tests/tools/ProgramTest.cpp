@@ -1,6 +1,7 @@
 // What all programs have in common on the command line.
 
 #include "ProgramRun.h"
+#include "messages/FltText.h"
 #include "support/FaultyDatabases.h"
 
 #include <algorithm>
@@ -68,6 +69,16 @@ std::vector<char const*> allPrograms()
 }
 
 } // namespace
+
+TEST_P(ProgramFace, saysNothingThatATerminalWouldObey)
+{
+    for (std::string const control : {"\u009b", "\x9b", "\u202e"}) {
+        ProgramRun const wrong = run("--t" + control + "31m a.flt");
+        EXPECT_EQ(wrong.exitCode, 2);
+        EXPECT_TRUE(holds(wrong.errors, "--t\\x")) << wrong.errors;
+        EXPECT_EQ(FltText::printable(wrong.errors, true), wrong.errors);
+    }
+}
 
 TEST_P(ProgramFace, beginsItsHelpWithExamplesAndEndsItWithExitCodes)
 {

@@ -2,6 +2,7 @@
 
 #include "check/CheckJson.h"
 #include "check/CheckText.h"
+#include "support/JsonText.h"
 #include "support/Program.h"
 #include "support/TextureFinder.h"
 
@@ -63,7 +64,7 @@ void print(std::string const& text)
 
 void print(Json const& json)
 {
-    print(json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
+    print(JsonText::of(json));
 }
 
 FltFindingKind const& kindOf(std::string const& code)

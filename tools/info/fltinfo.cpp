@@ -3,11 +3,14 @@
 #include "info/DatabaseReport.h"
 #include "info/InfoJson.h"
 #include "info/InfoText.h"
+#include "support/JsonText.h"
 #include "support/Program.h"
 #include "support/TextureFinder.h"
+#include "support/ToolError.h"
 
 #include "loader/FltLoader.h"
 #include "loader/FltRecordReader.h"
+#include "messages/FltText.h"
 
 #include <Inventor/nodes/SoSeparator.h>
 #include <algorithm>
@@ -101,12 +104,31 @@ void warnOfMissing(Program const& program, FltDependencies const& dependencies)
                          DatabaseReport::stateOf(reference.state));
 }
 
-void printFiles(std::string const& database, FltDependencies const& dependencies, bool isMakeRule)
+/// Whether a name can stand in a rule: make has no way to quote some characters, and some would be commands.
+bool isForMake(std::string const& name)
 {
-    std::string text = isMakeRule ? makeName(database) + ":" : database + "\n";
+    return name.find_first_of(";:=") == std::string::npos && FltText::printable(name) == name;
+}
+
+void printRule(Program const& program, std::string const& database, FltDependencies const& dependencies)
+{
+    if (!isForMake(database))
+        throw ToolError(database + ": make knows no such name. Give the file another one.", ExitCode::failed);
+    std::string text = makeName(database) + ":";
     for (std::string const& file : dependencies.files())
-        text += isMakeRule ? " \\\n  " + makeName(file) : file + "\n";
-    print(text + (isMakeRule ? "\n" : ""));
+        if (isForMake(file))
+            text += " \\\n  " + makeName(file);
+        else
+            program.warn(database + ": " + file + " isn't in the rule: make knows no such name");
+    print(text + "\n");
+}
+
+void printFiles(std::string const& database, FltDependencies const& dependencies)
+{
+    std::string text = FltText::printable(database) + "\n";
+    for (std::string const& file : dependencies.files())
+        text += FltText::printable(file) + "\n";
+    print(text);
 }
 
 std::optional<SceneMeasure> measureScene(Program const& program, Options const& options,
@@ -147,8 +169,10 @@ void describe(Program const& program, Options const& options, std::string const&
         warnOfMissing(program, dependencies);
         if (options.isJson)
             list.push_back({{"file", file}, {"files", InfoJson::filesOf(dependencies)}});
+        else if (options.deps == "make")
+            printRule(program, file, dependencies);
         else
-            printFiles(file, dependencies, options.deps == "make");
+            printFiles(file, dependencies);
         return;
     }
     DatabaseReport const report{inventory, dependencies, measureScene(program, options, file)};
@@ -174,9 +198,7 @@ ExitCode describeAll(Program const& program, Options const& options)
     }
     // One file gives one object, several a list.
     if (options.isJson && options.records.empty() && !list.empty())
-        print(
-            (options.files.size() == 1 ? list[0] : list).dump(2, ' ', false, Json::error_handler_t::replace) +
-            "\n");
+        print(JsonText::of(options.files.size() == 1 ? list[0] : list));
     return code;
 }
 

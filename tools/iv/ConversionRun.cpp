@@ -3,6 +3,8 @@
 #include "support/Numbers.h"
 #include "support/ToolError.h"
 
+#include "messages/FltText.h"
+
 #include <algorithm>
 #include <chrono>
 #include <csignal>
@@ -203,7 +205,7 @@ ConversionRun::Fields ConversionRun::requestFor(ConversionPlan const& plan,
 void ConversionRun::takeResult(ConversionPlan::Entry const& entry, WorkerPool::Result const& result)
 {
     progress.clear();
-    std::fputs(result.errors.c_str(), stderr);
+    std::fputs(FltText::printable(result.errors, true).c_str(), stderr);
     if (!result.death.empty()) {
         failures.push_back(entry.input + ": its conversion ended by " + result.death +
                            ". Perhaps the memory doesn't suffice; fltcheck may find out more.");

@@ -1,6 +1,7 @@
 #include "view/LodBar.h"
 
 #include "view/LevelsOfDetail.h"
+#include "view/ShownText.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -17,7 +18,7 @@ constexpr int sliderSteps = 1000;
 
 LodBar::LodBar(QWidget* parent)
     : QWidget(parent), byHand(new QCheckBox(tr("Levels of detail as from"))),
-      slider(new QSlider(Qt::Horizontal)), label(new QLabel)
+      slider(new QSlider(Qt::Horizontal)), label(ShownText::label())
 {
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(8, 0, 8, 0);

@@ -1,6 +1,7 @@
 #include "view/LodControl.h"
 
 #include "view/LevelsOfDetail.h"
+#include "view/ShownText.h"
 
 #include <Inventor/nodes/SoInfo.h>
 #include <Inventor/nodes/SoLOD.h>
@@ -25,7 +26,7 @@ QString childName(SoNode const& child, int number)
 
 } // namespace
 
-LodControl::LodControl(QWidget* parent) : QWidget(parent), choice(new QComboBox), ranges(new QLabel)
+LodControl::LodControl(QWidget* parent) : QWidget(parent), choice(new QComboBox), ranges(ShownText::label())
 {
     auto* const layout = new QFormLayout(this);
     layout->addRow(tr("Draw"), choice);

@@ -9,6 +9,7 @@
 #include "view/RecordPanel.h"
 #include "view/SceneTreeModel.h"
 #include "view/SceneView.h"
+#include "view/ShownText.h"
 #include "view/TexturePanel.h"
 
 #include <Inventor/nodes/SoSeparator.h>
@@ -53,8 +54,8 @@ QString draggedFile(QMimeData const& data)
 MainWindow::MainWindow(FltLoader loader)
     : loader(std::move(loader)), view(new SceneView), model(new SceneTreeModel(this)), tree(new QTreeView),
       search(new QLineEdit), records(new RecordPanel), controls(new ControlPanel), textures(new TexturePanel),
-      messages(new MessagePanel), lodBar(new LodBar), statistics(new QLabel), recent(new RecentFiles(this)),
-      fileWatch(new FileWatch(this))
+      messages(new MessagePanel), lodBar(new LodBar), statistics(ShownText::label()),
+      recent(new RecentFiles(this)), fileWatch(new FileWatch(this))
 {
     setWindowTitle("fltview");
     setObjectName("fltview");
@@ -256,12 +257,12 @@ void MainWindow::take(std::unique_ptr<LoadedScene> loaded, bool isSameAgain)
     model->setScene(loaded->scene.root(), &loaded->records, &loaded->match);
     std::swap(scene, loaded); // the old one goes at the end, when nobody looks at it
     QString const path = QString::fromStdString(scene->path());
-    print((isSameAgain ? "reloaded " : "loaded ") + path);
+    print((isSameAgain ? "reloaded " : "loaded ") + ShownText::printable(path));
     textures->show(&scene->textures, QFileInfo(path).absolutePath());
     messages->show(scene->scene.messages());
     lodBar->show(&scene->levelsOfDetail);
     statistics->setText(QString::fromStdString(scene->describe()));
-    setWindowTitle(QFileInfo(path).fileName() + " - fltview");
+    setWindowTitle(ShownText::title(QFileInfo(path).fileName()) + " - fltview");
     tree->expandToDepth(1);
     if (isSameAgain && !selected.isEmpty())
         tree->setCurrentIndex(model->indexOfAddress(selected));
@@ -276,7 +277,7 @@ void MainWindow::take(std::unique_ptr<LoadedScene> loaded, bool isSameAgain)
 void MainWindow::showProblem(QString const& text)
 {
     statusBar()->showMessage(text);
-    print("failed " + text);
+    print("failed " + ShownText::printable(text));
 }
 
 void MainWindow::setWatching(bool isOn)
@@ -313,7 +314,7 @@ void MainWindow::savePicture()
     QString const path =
         QFileDialog::getSaveFileName(this, tr("Save the picture"), "", tr("Pictures (*.png *.jpg)"));
     if (!path.isEmpty() && !view->picture().save(path))
-        QMessageBox::warning(this, "fltview", tr("The picture can't be written to %1.").arg(path));
+        ShownText::tell(this, QMessageBox::Warning, tr("The picture can't be written to %1.").arg(path));
 }
 
 bool MainWindow::find(QString const& text)
@@ -365,7 +366,7 @@ void MainWindow::printSelection(QModelIndex const& index) const
     QString const kind = index.sibling(index.row(), SceneTreeModel::kindColumn).data().toString();
     QString const place =
         record != nullptr ? "\t" + QString::number(scene->records.offsetOf(*record)) : QString();
-    print("selected " + model->address(index) + "\t" + kind + place);
+    print("selected " + ShownText::printable(model->address(index)) + "\t" + kind + place);
 }
 
 void MainWindow::printBox() const

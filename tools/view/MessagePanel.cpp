@@ -1,5 +1,7 @@
 #include "view/MessagePanel.h"
 
+#include "view/ShownText.h"
+
 #include <algorithm>
 
 namespace
@@ -43,7 +45,7 @@ void MessagePanel::show(std::vector<FltMessage> messages)
         QString const text = QString::fromStdString(message.text);
         items << new QTreeWidgetItem(
             {nameOf(message.level), text, placeOf(message), QString::number(message.count)});
-        items.back()->setToolTip(1, text);
+        items.back()->setToolTip(1, ShownText::toolTip(text));
     }
     addTopLevelItems(items);
 }

@@ -1,5 +1,7 @@
 #include "view/RecordPanel.h"
 
+#include "view/ShownText.h"
+
 #include <Inventor/SbName.h>
 #include <Inventor/SbString.h>
 #include <Inventor/fields/SoMField.h>
@@ -54,7 +56,7 @@ QString textOf(Json const& value)
 QTreeWidgetItem* addLine(QTreeWidgetItem* parent, QString const& name, QString const& text)
 {
     auto* const item = new QTreeWidgetItem(parent, {name, text});
-    item->setToolTip(1, text);
+    item->setToolTip(1, ShownText::toolTip(text));
     return item;
 }
 

@@ -1,5 +1,6 @@
 #include "view/SceneTreeModel.h"
 
+#include "view/ShownText.h"
 #include "view/Visibility.h"
 
 #include <Inventor/misc/SoChildList.h>
@@ -312,7 +313,7 @@ QVariant SceneTreeModel::data(QModelIndex const& index, int role) const
     if (role == Qt::DisplayRole)
         return index.column() == nameColumn ? nameOf(item->node) : kindOf(item->node);
     if (role == Qt::ToolTipRole)
-        return address(index);
+        return ShownText::toolTip(address(index));
     if (role == Qt::CheckStateRole && index.column() == nameColumn && item->parent != nullptr)
         return Visibility::isHidden(item->group(), item->steps.front()) ? Qt::Unchecked : Qt::Checked;
     return {};

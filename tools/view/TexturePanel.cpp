@@ -1,9 +1,10 @@
 #include "view/TexturePanel.h"
 
+#include "view/ShownText.h"
+
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTreeWidget>
 
@@ -17,7 +18,7 @@ QTreeWidgetItem* makeItem(TextureList::Texture const& texture, std::size_t index
                                               : QString("%1 x %2").arg(texture.width).arg(texture.height);
     auto* const item = new QTreeWidgetItem({name, state, QString::number(texture.nodes.size())});
     item->setData(0, Qt::UserRole, static_cast<qulonglong>(index));
-    item->setToolTip(0, name);
+    item->setToolTip(0, ShownText::toolTip(name));
     if (texture.isMissing())
         for (int column = 0; column < 3; ++column)
             item->setForeground(column, QColor(190, 30, 30));
@@ -78,12 +79,12 @@ void TexturePanel::askForFile()
     if (item == nullptr)
         return;
     auto const index = static_cast<std::size_t>(item->data(0, Qt::UserRole).toULongLong());
-    QString const path =
-        QFileDialog::getOpenFileName(this, tr("The image of %1").arg(item->text(0)), startDirectory);
+    QString const path = QFileDialog::getOpenFileName(
+        this, ShownText::title(tr("The image of %1").arg(item->text(0))), startDirectory);
     if (path.isEmpty())
         return;
     if (!textures->setImage(index, path.toStdString())) {
-        QMessageBox::warning(this, tr("fltview"), tr("%1 can't be read as an image.").arg(path));
+        ShownText::tell(this, QMessageBox::Warning, tr("%1 can't be read as an image.").arg(path));
         return;
     }
     findIn(QFileInfo(path).path());
@@ -97,8 +98,8 @@ void TexturePanel::askForDirectory()
     if (directory.isEmpty())
         return;
     if (findIn(directory) == 0)
-        QMessageBox::information(this, tr("fltview"),
-                                 tr("None of the missing textures is in %1.").arg(directory));
+        ShownText::tell(this, QMessageBox::Information,
+                        tr("None of the missing textures is in %1.").arg(directory));
 }
 
 int TexturePanel::findIn(QString const& directory)

@@ -1,6 +1,7 @@
 // Shows an OpenFlight database in a window.
 
 #include "support/OutputFile.h"
+#include "support/SceneMessages.h"
 #include "support/ToolError.h"
 #include "view/MainWindow.h"
 #include "view/ViewOptions.h"
@@ -22,6 +23,14 @@ bool hasDisplay()
         if (char const* const value = std::getenv(name); value != nullptr && *value != '\0')
             return true;
     return false;
+}
+
+/// Who says what Qt has to say, which may name files of a database.
+Program const* speaker = nullptr;
+
+void takeQtMessage(QtMsgType /*type*/, QMessageLogContext const& /*context*/, QString const& text)
+{
+    speaker->warn(text.toStdString());
 }
 
 /// The picture as the bytes of a file whose name ends so.
@@ -83,6 +92,8 @@ ExitCode view(Program const& program, ViewOptions& options, int argc, char** arg
     // The toolkit has its contexts from X.
     if (std::getenv("QT_QPA_PLATFORM") == nullptr && std::getenv("DISPLAY") != nullptr)
         ::setenv("QT_QPA_PLATFORM", "xcb", 1);
+    speaker = &program;
+    qInstallMessageHandler(takeQtMessage);
     QApplication application(argc, argv);
     QApplication::setApplicationName("fltview");
     QApplication::setApplicationVersion(Program::version());
@@ -91,10 +102,12 @@ ExitCode view(Program const& program, ViewOptions& options, int argc, char** arg
     SoQt::init(static_cast<QWidget*>(nullptr));
     ExitCode exitCode = ExitCode::failed;
     {
+        SceneMessages const messages(program);
         MainWindow window(options.makeLoader());
         exitCode = show(program, window, options);
     }
     SoQt::done();
+    qInstallMessageHandler(nullptr);
     return exitCode;
 }
 
