@@ -66,8 +66,8 @@ unsigned codeOf(std::string_view character)
 
 /// Whether a character changes how others are shown: the controls of terminals; ends of lines and paragraphs;
 /// what turns the direction of the text around it, so that a name reads as another one; and the mark of the
-/// order of bytes, which isn't seen at all. Marks that say the direction of a single letter, and joiners, stand
-/// in honest names.
+/// order of bytes, which isn't seen at all. Marks that say the direction of a single letter, and joiners,
+/// stand in honest names.
 bool isControl(unsigned code)
 {
     return code < 0x20 || (code >= 0x7f && code < 0xa0) || (code >= 0x2028 && code <= 0x202e) ||

@@ -52,8 +52,8 @@ std::size_t unlikeness(std::string const& wanted, std::string const& name)
     return least;
 }
 
-/// A node that bears a name of the database; null if none does. The toolkit would keep the name for ever if it
-/// were asked.
+/// A node that bears a name of the database; null if none does. The toolkit would keep the name for ever if
+/// it were asked.
 SoNode* bearerOf(SoNode* scene, std::string const& name)
 {
     SoNode* bearer = nullptr;

@@ -6,8 +6,8 @@
 class QLabel;
 class QWidget;
 
-/// Texts of databases and files in the window. Qt takes text that looks like HTML for it, and opens the images
-/// that it names.
+/// Texts of databases and files in the window. Qt takes text that looks like HTML for it, and opens the
+/// images that it names.
 namespace ShownText
 {
 
