@@ -5,6 +5,7 @@
 #include "complete/FltLODChains.h"
 #include "complete/FltNodeNames.h"
 #include "records/FltRecordHeader.h"
+#include "toolkit/OpenFile.h"
 #include "toolkit/VelloReaderExport.h"
 
 #include <Inventor/nodes/SoSeparator.h>
@@ -13,6 +14,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -54,11 +56,10 @@ public:
         /// @return whether the conversion goes on
         std::function<bool(std::string const& file, std::size_t done, std::size_t all)> progress;
 
-        /// The largest external file that is read, in bytes.
-        std::uint64_t largestFile = UINT64_MAX;
-
-        /// Whether an external file that is there may be opened; without it all may.
-        std::function<bool(std::string const& file)> mayRead;
+        /// Opens an external file that is read, or named in the scene; without it any regular file is opened.
+        /// @return nothing if it isn't to be read, which this function reports; a file that isn't open if it
+        ///         can't be opened
+        std::function<std::optional<OpenFile>(std::string const& file)> open;
     };
 
     /// How a conversion ended.
@@ -101,4 +102,7 @@ public:
     /// Converts a file. The toolkit must be initialised.
     /// @throw std::bad_alloc, or what a function of the options throws
     static Result convert(std::string const& fileName, Options const& options);
+
+    /// The same for a file that is open already.
+    static Result convert(std::string const& fileName, OpenFile file, Options const& options);
 };

@@ -4,6 +4,7 @@
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltRevision.h"
+#include "toolkit/RegularFile.h"
 #include "toolkit/SoSilentField.h"
 
 #include <Inventor/nodes/SoFile.h>
@@ -11,7 +12,9 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <optional>
 #include <system_error>
+#include <utility>
 
 namespace
 {
@@ -65,9 +68,8 @@ FltCompleteFiles::FltCompleteFiles(FltCompleteConversion::Options const& options
     };
 }
 
-void FltCompleteFiles::convert(std::string const& fileName)
+void FltCompleteFiles::convert(FltFileInput& input)
 {
-    FltFileInput input(fileName.c_str());
     if (!input.isInFlowCreated())
         return;
     if (!isOpenFlight(input)) {
@@ -156,16 +158,17 @@ FltScenePart FltCompleteFiles::refer(FltModel const& from, std::string const& pa
         ++setting.leftOut["external reference"];
         return {};
     }
-    if (isThere && options.mayRead && !options.mayRead(name)) {
-        ++setting.leftOut["external reference that may not be read"];
+    char const* const forbidden = "external reference that may not be read";
+    if (options.references == References::file && isThere) {
+        if (open(name))
+            return makeFileNode(from, name);
+        ++setting.leftOut[forbidden];
         return {};
     }
-    if (options.references == References::file && isThere)
-        return makeFileNode(from, name);
     Converted const& converted = convertExternal(name, from, overrides);
     FltWarningMessageConsole::beginFile(from.fileName.c_str());
     if (converted.scene.node.get() == nullptr) {
-        ++setting.leftOut["external reference that can't be read"];
+        ++setting.leftOut[converted.mayBeRead ? "external reference that can't be read" : forbidden];
         return {};
     }
     result.references[entry].isLoaded = true;
@@ -228,14 +231,9 @@ FltCompleteFiles::convertExternal(std::string const& name, FltModel const& from,
     return files[key] = std::move(converted);
 }
 
-/// Whether an external file isn't too large, or read too often with other palettes.
-bool FltCompleteFiles::mayRead(FltFileInput const& input, std::string const& identity)
+/// Whether an external file isn't read too often with other palettes.
+bool FltCompleteFiles::mayReadAgain(FltFileInput const& input, std::string const& identity)
 {
-    if (static_cast<std::uint64_t>(input.getSize()) > options.largestFile) {
-        FltWarningMessageConsole::notifyGuard("An external file is left out because of its size",
-                                              std::string(" (") + input.getFileName() + ")");
-        return false;
-    }
     if (identities.insert(identity).second) {
         repeatedBytesLeft += repetitions * input.getSize();
         return true;
@@ -247,12 +245,20 @@ bool FltCompleteFiles::mayRead(FltFileInput const& input, std::string const& ide
     return repeatedBytesLeft >= 0;
 }
 
+std::optional<OpenFile> FltCompleteFiles::open(std::string const& name) const
+{
+    return options.open ? options.open(name) : RegularFile::open(name.c_str());
+}
+
 FltCompleteFiles::Converted FltCompleteFiles::readExternal(std::string const& name,
                                                            std::string const& identity, FltModel const& from,
                                                            std::uint32_t overrides)
 {
-    FltFileInput input(name.c_str());
-    if (!input.isInFlowCreated() || !isOpenFlight(input) || !mayRead(input, identity))
+    std::optional<OpenFile> file = open(name);
+    if (!file)
+        return {{}, 1, false};
+    FltFileInput input(name.c_str(), std::move(*file));
+    if (!input.isInFlowCreated() || !isOpenFlight(input) || !mayReadAgain(input, identity))
         return {};
     FltModel model(input.getFileName(), input.getBuffer(), static_cast<std::size_t>(input.getSize()),
                    options.salvage);

@@ -6,6 +6,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <tuple>
@@ -18,17 +19,19 @@ public:
     FltCompleteFiles(FltCompleteConversion::Options const& options, FltCompleteConversion::Result& result);
 
     /// Converts the file that all others are reached from.
-    void convert(std::string const& fileName);
+    void convert(FltFileInput& input);
 
     /// Ends a conversion that is not wanted any more.
     struct Cancelled {
     };
 
 private:
-    /// A scene of an external file, and the length of its unit. Without a node the file can't be read.
+    /// A scene of an external file, and the length of its unit. Without a node the file can't be read, or may
+    /// not be.
     struct Converted {
         FltScenePart scene;
         double metresPerUnit = 1;
+        bool mayBeRead = true;
     };
     /// The identity of a file, and of the palettes that it takes over.
     using Key = std::tuple<std::string, std::vector<void const*>>;
@@ -38,9 +41,10 @@ private:
     Converted const& convertExternal(std::string const& name, FltModel const& from, std::uint32_t overrides);
     Converted readExternal(std::string const& name, std::string const& identity, FltModel const& from,
                            std::uint32_t overrides);
+    std::optional<OpenFile> open(std::string const& name) const;
     Key keyOf(std::string const& identity, FltModel const& from, std::uint32_t overrides);
     FltScenePart build(FltModel& model, FltFileInput& input);
-    bool mayRead(FltFileInput const& input, std::string const& identity);
+    bool mayReadAgain(FltFileInput const& input, std::string const& identity);
     void tellProgress(FltModel const& model, std::size_t done, std::size_t all) const;
     void readModel(FltModel& model, FltFileInput& input);
     double worldPerUnit(double metresPerUnit) const;

@@ -162,7 +162,9 @@ void FltToInventor::State::convertExternalFile(std::string const& path, std::str
                                std::to_string(FltLimits::externalReferences) +
                                " external references: further ones are left empty");
 
-    FltFileInput input(fullPath.c_str());
+    FltFileInput input = shared.host != nullptr
+                             ? FltFileInput(fullPath.c_str(), shared.host->takeReferencedFile())
+                             : FltFileInput(fullPath.c_str());
     input.dropBytesWhenParsed();
     if (shared.files.read(identity, input.getSize()))
         shared.allowances.growBy(input.getSize());

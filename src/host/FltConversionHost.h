@@ -1,5 +1,6 @@
 #pragma once
 
+#include "toolkit/OpenFile.h"
 #include "toolkit/SoNodeRef.h"
 
 #include <Inventor/nodes/SoTexture2.h>
@@ -37,11 +38,15 @@ public:
 
     /// There is a reference to another file.
     /// @param name    as the file names it
-    /// @param path    what is opened for it
+    /// @param path    what is opened for it, its backslashes taken as slashes
     /// @param isThere whether that can be opened
     /// @return whether to follow it; not asked for if it isn't there
     virtual bool beginReference(FltInput const& file, std::string const& name, std::string const& path,
                                 bool isThere) = 0;
+
+    /// The file of the reference that began last and is followed, open for reading; none if that can't be
+    /// opened. Asked for once, if at all: a file that was converted already isn't read again.
+    virtual OpenFile takeReferencedFile() = 0;
 
     /// The reference that began last is done.
     /// @param isLoaded whether a scene stands in its place

@@ -14,45 +14,16 @@ namespace
 
 using Kind = FltLoadError::Kind;
 
-/// Closes a file descriptor.
-class OpenFile
-{
-public:
-    explicit OpenFile(std::string const& path) : descriptor(RegularFile::open(path.c_str())) {}
-    ~OpenFile()
-    {
-        if (isOpen())
-            ::close(descriptor);
-    }
-    OpenFile(OpenFile const&) = delete;
-    OpenFile& operator=(OpenFile const&) = delete;
-
-    bool isOpen() const { return descriptor >= 0; }
-
-    /// In bytes; 0 if that isn't known.
-    std::uint64_t size() const
-    {
-        struct stat status = {};
-        return ::fstat(descriptor, &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
-    }
-
-    /// @return bytes that were read
-    std::size_t readHead(unsigned char* to, std::size_t room) const
-    {
-        ssize_t const count = ::pread(descriptor, to, room, 0);
-        return count > 0 ? static_cast<std::size_t>(count) : 0;
-    }
-
-private:
-    int descriptor;
-};
-
 /// The first bytes of a database: the header's opcode, length, name and revision.
 struct Head {
     unsigned char bytes[16] = {};
     std::size_t size = 0;
 
-    explicit Head(OpenFile const& file) : size(file.readHead(bytes, sizeof bytes)) {}
+    explicit Head(OpenFile const& file)
+    {
+        ssize_t const count = ::pread(file.descriptor(), bytes, sizeof bytes, 0);
+        size = count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
 
     int word(std::size_t at) const { return bytes[at] << 8 | bytes[at + 1]; }
     int opcode() const { return word(0); }
@@ -64,6 +35,14 @@ struct Head {
     }
 };
 
+/// Whether a file begins like a database of a revision that is converted.
+bool beginsAsDatabase(OpenFile const& file)
+{
+    Head const head(file);
+    return head.size == sizeof head.bytes && head.opcode() == 1 && head.length() != 0 &&
+           head.revision() >= FltRevision::oldest;
+}
+
 } // namespace
 
 std::string FltDatabaseFile::withDirectory(std::string const& path)
@@ -71,7 +50,7 @@ std::string FltDatabaseFile::withDirectory(std::string const& path)
     return path.find('/') == std::string::npos ? "./" + path : path;
 }
 
-void FltDatabaseFile::checkReadable(std::string const& path, std::uint64_t largestFile)
+FltDatabaseFile::FltDatabaseFile(std::string const& path, std::uint64_t largestFile) : path(path)
 {
     if (path.empty())
         throw FltLoadError(Kind::cannotOpen, path,
@@ -87,7 +66,7 @@ void FltDatabaseFile::checkReadable(std::string const& path, std::uint64_t large
     if (isThere && !S_ISREG(status.st_mode))
         throw FltLoadError(Kind::cannotOpen, path,
                            "not a regular file. Save the database into a file first.");
-    OpenFile const file(path);
+    file = RegularFile::open(path.c_str());
     if (!file.isOpen()) {
         int const reason = errno;
         throw FltLoadError(Kind::cannotOpen, path,
@@ -95,6 +74,10 @@ void FltDatabaseFile::checkReadable(std::string const& path, std::uint64_t large
                                ". Check the name and its permissions.",
                            -1, reason);
     }
+    if (path.find('\\') != std::string::npos)
+        throw FltLoadError(
+            Kind::cannotOpen, path,
+            "cannot be read. A backslash in a name is taken as a slash: give it another name.");
     if (file.size() > largestFile)
         throw FltLoadError(Kind::refused, path,
                            "the file has " + std::to_string(file.size()) + " bytes, and no more than " +
@@ -102,9 +85,9 @@ void FltDatabaseFile::checkReadable(std::string const& path, std::uint64_t large
                                " are allowed. Allow more, or divide the database.");
 }
 
-FltLoadError FltDatabaseFile::whyNotConverted(std::string const& path)
+FltLoadError FltDatabaseFile::whyNotConverted() const
 {
-    Head const head{OpenFile(path)};
+    Head const head(file);
     if (head.size == 0)
         return {Kind::notOpenFlight, path, "the file is empty. Fetch or export it again.", 0};
     if (head.size >= 2 && head.opcode() != 1)
@@ -133,12 +116,13 @@ FltLoadError FltDatabaseFile::outOfMemory(std::string const& path)
             "the memory doesn't suffice. The database is damaged, or too large for this machine."};
 }
 
+bool FltDatabaseFile::canConvert() const
+{
+    return beginsAsDatabase(file);
+}
+
 bool FltDatabaseFile::canConvert(std::string const& path)
 {
-    OpenFile const file(path);
-    if (!file.isOpen())
-        return false;
-    Head const head(file);
-    return head.size == sizeof head.bytes && head.opcode() == 1 && head.length() != 0 &&
-           head.revision() >= FltRevision::oldest;
+    OpenFile const file = RegularFile::open(path.c_str());
+    return file.isOpen() && beginsAsDatabase(file);
 }

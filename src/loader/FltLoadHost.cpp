@@ -1,11 +1,13 @@
 #include "loader/FltLoadHost.h"
 
+#include "convert/FltExternalFiles.h"
 #include "loader/FltDatabaseFile.h"
 #include "loader/FltOmissionKinds.h"
 #include "parser/FltInput.h"
 #include "records/FltRecordHeader.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <sys/stat.h>
 #include <utility>
@@ -143,9 +145,19 @@ void FltLoadHost::takeHeader(FltRecordHeader const& header)
 bool FltLoadHost::beginReference(FltInput const& file, std::string const& name, std::string const& target,
                                  bool isThere)
 {
-    openReferences.push_back({content.references.size(), messages.getFile()});
+    openReferences.push_back({content.references.size(), messages.getFile(), {}});
     content.references.push_back({name, file.getFileName(), isThere ? target : "", false});
-    return isThere && options.references == FltLoader::References::follow && mayFollow(target);
+    if (!isThere || options.references == FltLoader::References::skip)
+        return false;
+    std::optional<OpenFile> opened = openReferenced(FltExternalFiles::nameOf(target));
+    if (opened)
+        openReferences.back().opened = std::move(*opened);
+    return opened.has_value();
+}
+
+OpenFile FltLoadHost::takeReferencedFile()
+{
+    return std::move(openReferences.back().opened);
 }
 
 void FltLoadHost::endReference(bool isLoaded)
@@ -155,32 +167,24 @@ void FltLoadHost::endReference(bool isLoaded)
     openReferences.pop_back();
 }
 
-bool FltLoadHost::isInReach(std::string const& target)
+std::optional<OpenFile> FltLoadHost::openReferenced(std::string const& target)
 {
-    if (readable.holds(target))
-        return true;
-    messages.add(
-        {FltMessage::Level::warning,
-         "An external file is left out, because it isn't below " + *options.onlyBelow + ": " + target,
-         messages.getFile()});
-    return false;
+    OpenFile file = readable.open(target);
+    if (!file.isOpen() && errno == EXDEV) {
+        reportLeftOut("An external file is left out, because it isn't below " + *options.onlyBelow, target);
+        return std::nullopt;
+    }
+    if (file.size() <= options.largestFile)
+        return file;
+    reportLeftOut("An external file has " + std::to_string(file.size()) +
+                      " bytes, more than are allowed, and is left out",
+                  target);
+    return std::nullopt;
 }
 
-bool FltLoadHost::mayFollow(std::string const& target)
+void FltLoadHost::reportLeftOut(std::string const& why, std::string const& target)
 {
-    if (!isInReach(target))
-        return false;
-    struct stat status = {};
-    if (::stat(target.c_str(), &status) != 0 ||
-        static_cast<std::uint64_t>(status.st_size) <= options.largestFile)
-        return true;
-    messages.add({FltMessage::Level::warning,
-                  "An external file has " + std::to_string(status.st_size) +
-                      " bytes, more than are allowed, and "
-                      "is left out: " +
-                      target,
-                  messages.getFile()});
-    return false;
+    messages.add({FltMessage::Level::warning, why + ": " + target, messages.getFile()});
 }
 
 void FltLoadHost::finish()

@@ -9,6 +9,7 @@
 
 #include <exception>
 #include <map>
+#include <optional>
 #include <vector>
 
 /// What a load does for a conversion, whichever it is: it fills the lists of the scene, asks the callback
@@ -31,8 +32,10 @@ public:
     SoNodeRef<SoTexture2> makeTexture(std::string const& file, std::string const& name);
     void report(std::string const& file, std::uint64_t bytesDone, std::uint64_t bytesInAll) const;
 
-    /// Whether an external file is where the options let it be; if not, that is reported.
-    bool isInReach(std::string const& path);
+    /// Opens an external file.
+    /// @return nothing if the options don't let it be read, which is reported; a file that isn't open if it
+    ///         can't be opened
+    std::optional<OpenFile> openReferenced(std::string const& path);
     /// @}
 
     /// Gives the textures of the finished scene their images, and completes the lists.
@@ -48,6 +51,7 @@ public:
     SoNodeRef<SoTexture2> makeTexture(FltInput const& file, std::string const& name) override;
     bool beginReference(FltInput const& file, std::string const& name, std::string const& path,
                         bool isThere) override;
+    OpenFile takeReferencedFile() override;
     void endReference(bool isLoaded) override;
 
 private:
@@ -55,10 +59,11 @@ private:
     struct OpenReference {
         std::size_t position; ///< In the list of the scene.
         std::string file;     ///< That messages were about before.
+        OpenFile opened;      ///< What is going to be read.
     };
 
     void reportNowAndThen(FltInput const& file, std::uint64_t bytesDone);
-    bool mayFollow(std::string const& path);
+    void reportLeftOut(std::string const& why, std::string const& path);
     void addTexture(FltSceneTextures::Texture&& texture);
 
     FltLoader const& options;

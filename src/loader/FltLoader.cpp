@@ -36,8 +36,29 @@ void refuseWhatIsForTheCompleteConversion(FltLoader const& loader, std::string c
         refuse("units");
 }
 
+/// A database that can be converted.
+FltDatabaseFile open(FltLoader const& options, std::string const& path)
+{
+    FltDatabaseFile database(path, options.largestFile);
+    if (!database.canConvert())
+        throw database.whyNotConverted();
+    return database;
+}
+
+FltLoadError notReadable(FltDatabaseFile const& database)
+{
+    return {Kind::cannotOpen, database.getPath(),
+            "cannot be read: the process has too many files open. Allow more (ulimit -n)."};
+}
+
+FltFileInput readFile(FltDatabaseFile const& database)
+{
+    FltDumpOutput::Redirect const noDump(nullptr); // the log begins with the records
+    return FltFileInput(database.getPathWithDirectory().c_str(), database.open());
+}
+
 /// Makes the scene by the exact conversion.
-void convertExactly(std::string const& path, FltInput& input, FltLoadHost& host, SoSeparator* root)
+void convertExactly(FltDatabaseFile const& database, FltInput& input, FltLoadHost& host, SoSeparator* root)
 {
     SoReferencesGivenBack const references(root);
     FltToInventor converter;
@@ -45,49 +66,35 @@ void convertExactly(std::string const& path, FltInput& input, FltLoadHost& host,
     converter.setResult(root);
     converter.setHost(&host);
     if (converter.convert() != 0 || root->getNumChildren() == 0)
-        throw FltDatabaseFile::whyNotConverted(path);
+        throw database.whyNotConverted();
 }
 
-FltFileInput readFile(std::string const& path)
+/// The same with the log that is asked for.
+/// @param messages get to know if the log isn't whole
+void convertAndLog(FltLoader const& options, FltDatabaseFile const& database, FltLoadHost& host,
+                   SoSeparator* root, FltMessageCollector& messages)
 {
-    FltDumpOutput::Redirect const noDump(nullptr); // the log begins with the records
-    return FltFileInput(FltDatabaseFile::withDirectory(path).c_str());
+    Flt_15_7_CreationVisitor::Session const factory;
+    FltFileInput input = readFile(database);
+    if (!input.isInFlowCreated())
+        throw notReadable(database);
+    input.dropBytesWhenParsed();
+    FltLoadLog log(options.log, database.getPath());
+    convertExactly(database, input, host, root);
+    if (!log.close())
+        messages.add(
+            {FltMessage::Level::error, "the log isn't whole. Check the space on the disk.", log.getPath()});
 }
 
-/// What has to be there before a conversion can begin.
-void prepare(FltLoader const& options, std::string const& path)
-{
-    FltDatabaseFile::checkReadable(path, options.largestFile);
-    if (!FltDatabaseFile::canConvert(path))
-        throw FltDatabaseFile::whyNotConverted(path);
-    if (!SoDB::isInitialized())
-        SoDB::init();
-}
-
-FltLoadError notReadable(std::string const& path)
-{
-    return {Kind::cannotOpen, path,
-            "cannot be read. A backslash in a name is taken as a slash: give it another name."};
-}
-
-/// Loads by the exact conversion, which writes the log.
-std::unique_ptr<FltScene::Content> loadExactly(FltLoader const& options, std::string const& path)
+/// Loads by the exact conversion.
+std::unique_ptr<FltScene::Content> loadExactly(FltLoader const& options, FltDatabaseFile const& database)
 {
     auto content = std::make_unique<FltScene::Content>();
     content->root = SoNodeRef<SoSeparator>(new SoSeparator);
     FltMessageCollector messages;
-    Flt_15_7_CreationVisitor::Session const factory;
-    FltFileInput input = readFile(path);
-    if (!input.isInFlowCreated())
-        throw notReadable(path);
-    input.dropBytesWhenParsed();
-    FltLoadLog log(options.log, path);
-    FltLoadHost host(options, path, *content, messages);
-    convertExactly(path, input, host, content->root.get());
+    FltLoadHost host(options, database.getPath(), *content, messages);
+    convertAndLog(options, database, host, content->root.get(), messages);
     host.finish();
-    if (!log.close())
-        messages.add(
-            {FltMessage::Level::error, "the log isn't whole. Check the space on the disk.", log.getPath()});
     content->messages = std::move(messages.messages());
     return content;
 }
@@ -105,12 +112,10 @@ FltCompleteConversion::Options completeOptions(FltLoader const& options, FltLoad
                           : options.references == FltLoader::References::skip ? Complete::References::skipped
                                                                               : Complete::References::inlined;
     complete.salvage = options.salvage;
-    complete.largestFile = options.largestFile;
     complete.makeTexture = [&host](std::string const& stored, std::string const& file) {
         return host.makeTexture(file, stored);
     };
-    if (options.onlyBelow)
-        complete.mayRead = [&host](std::string const& file) { return host.isInReach(file); };
+    complete.open = [&host](std::string const& file) { return host.openReferenced(file); };
     if (options.progress)
         complete.progress = [&host](std::string const& file, std::size_t done, std::size_t all) {
             host.report(file, done, all);
@@ -119,33 +124,32 @@ FltCompleteConversion::Options completeOptions(FltLoader const& options, FltLoad
     return complete;
 }
 
-/// Writes the log that is asked for, as the exact conversion does; its scene and its messages are dropped.
-void writeLog(FltLoader const& options, std::string const& path)
+/// Writes the log that is asked for, as the exact conversion does. Its scene and what it tells are dropped.
+/// @param messages get to know if the log isn't whole
+void writeLog(FltLoader const& options, FltDatabaseFile const& database, FltMessageCollector& messages)
 {
-    FltLoader exact;
-    exact.log = options.log;
-    exact.largestFile = options.largestFile;
-    exact.onlyBelow = options.onlyBelow;
-    if (options.references == FltLoader::References::skip)
-        exact.references = options.references;
-    loadExactly(exact, path);
+    FltScene::Content dropped;
+    SoNodeRef<SoSeparator> const root(new SoSeparator);
+    FltMessageCollector unheard;
+    FltLoadHost host(options, database.getPath(), dropped, unheard);
+    convertAndLog(options, database, host, root.get(), messages);
 }
 
 /// Loads by the complete conversion.
-std::unique_ptr<FltScene::Content> loadCompletely(FltLoader const& options, std::string const& path)
+std::unique_ptr<FltScene::Content> loadCompletely(FltLoader const& options, FltDatabaseFile const& database)
 {
-    if (options.log)
-        writeLog(options, path);
-    auto content = std::make_unique<FltScene::Content>();
     FltMessageCollector messages;
-    FltLoadHost host(options, path, *content, messages);
-    messages.setFile(path);
-    FltCompleteConversion::Result result =
-        FltCompleteConversion::convert(FltDatabaseFile::withDirectory(path), completeOptions(options, host));
+    if (options.log)
+        writeLog(options, database, messages);
+    auto content = std::make_unique<FltScene::Content>();
+    FltLoadHost host(options, database.getPath(), *content, messages);
+    messages.setFile(database.getPath());
+    FltCompleteConversion::Result result = FltCompleteConversion::convert(
+        database.getPathWithDirectory(), database.open(), completeOptions(options, host));
     if (result.outcome == FltCompleteConversion::Outcome::cannotOpen)
-        throw notReadable(path);
+        throw notReadable(database);
     if (result.outcome != FltCompleteConversion::Outcome::converted)
-        throw FltDatabaseFile::whyNotConverted(path);
+        throw database.whyNotConverted();
     content->root = result.root;
     if (result.header != nullptr)
         host.takeHeader(*result.header);
@@ -166,11 +170,13 @@ std::unique_ptr<FltScene::Content> loadCompletely(FltLoader const& options, std:
 
 FltScene loadScene(FltLoader const& options, std::string const& path)
 {
-    prepare(options, path);
+    FltDatabaseFile const database = open(options, path);
+    if (!SoDB::isInitialized())
+        SoDB::init();
     if (!options.exact)
-        return FltScene(loadCompletely(options, path));
+        return FltScene(loadCompletely(options, database));
     refuseWhatIsForTheCompleteConversion(options, path);
-    return FltScene(loadExactly(options, path));
+    return FltScene(loadExactly(options, database));
 }
 
 /// Made beforehand, for when there isn't even the memory to say so; copying it takes none.

@@ -18,16 +18,16 @@ struct FltRecordReader::State {
 
 FltRecordReader::FltRecordReader(std::string const& path)
 {
-    FltDatabaseFile::checkReadable(path, std::numeric_limits<std::uint64_t>::max());
-    if (!FltDatabaseFile::canConvert(path))
-        throw FltDatabaseFile::whyNotConverted(path);
+    FltDatabaseFile const file(path, std::numeric_limits<std::uint64_t>::max());
+    if (!file.canConvert())
+        throw file.whyNotConverted();
     FltLoadLock const lock;
     try {
         state = std::make_unique<State>(path);
     } catch (std::bad_alloc const&) {
         throw FltDatabaseFile::outOfMemory(path);
     } catch (std::runtime_error const&) {
-        throw FltDatabaseFile::whyNotConverted(path);
+        throw file.whyNotConverted();
     }
 }
 

@@ -3,7 +3,7 @@
 #include "dump/FltDumpOutput.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFraming.h"
-#include "toolkit/SbFileHelper.h"
+#include "toolkit/RegularFile.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -15,6 +15,7 @@
 #include <string_view>
 #include <sys/mman.h>
 #include <unistd.h>
+#include <utility>
 
 namespace
 {
@@ -42,6 +43,20 @@ std::unique_ptr<char[]> copyOf(std::string_view text)
     std::unique_ptr<char[]> copy(new char[text.size() + 1]);
     *std::copy(text.begin(), text.end(), copy.get()) = '\0';
     return copy;
+}
+
+std::unique_ptr<char[]> nameWithSlashes(char const* name)
+{
+    std::unique_ptr<char[]> copy = copyOf(name != nullptr ? name : "");
+    std::replace(copy.get(), copy.get() + std::strlen(copy.get()), '\\', '/');
+    return copy;
+}
+
+/// With its closing slash; null if the name has none.
+std::unique_ptr<char[]> directoryOf(char const* name)
+{
+    char const* const slash = std::strrchr(name, '/');
+    return slash != nullptr ? copyOf({name, static_cast<std::size_t>(slash + 1 - name)}) : nullptr;
 }
 
 /// Reads until the room is full, the file ends or reading fails. A read that a signal interrupts is tried
@@ -73,15 +88,23 @@ void reportMissing(char const* fileName, std::size_t there, std::size_t size, in
 
 } // namespace
 
-FltFileInput::FltFileInput(char const* name) : fileName(copyOf(name != nullptr ? name : ""))
+FltFileInput::FltFileInput(char const* name)
+    : fileName(nameWithSlashes(name)), dirName(directoryOf(fileName.get()))
 {
-    char* const begin = fileName.get();
-    std::replace(begin, begin + std::strlen(begin), '\\', '/');
-    if (char const* const slash = std::strrchr(begin, '/'))
-        dirName = copyOf({begin, static_cast<std::size_t>(slash + 1 - begin)});
-    file.reset(SbFileHelper::open(begin, "rb"));
+    take(RegularFile::open(fileName.get()));
+}
+
+FltFileInput::FltFileInput(char const* name, OpenFile file)
+    : fileName(nameWithSlashes(name)), dirName(directoryOf(fileName.get()))
+{
+    take(std::move(file));
+}
+
+void FltFileInput::take(OpenFile opened)
+{
+    file.reset(opened.intoStream("rb"));
     flowCreated = file != nullptr;
-    reportOpening(begin, flowCreated);
+    reportOpening(fileName.get(), flowCreated);
     if (!flowCreated)
         return;
     calculFileSize();

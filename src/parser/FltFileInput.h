@@ -1,6 +1,7 @@
 #pragma once
 
 #include "parser/FltInput.h"
+#include "toolkit/OpenFile.h"
 
 #include <cstddef>
 #include <cstdio>
@@ -14,6 +15,11 @@ class VELLOREADER_API FltFileInput : public FltInput
 {
 public:
     explicit FltFileInput(char const* fileName);
+
+    /// Reads a file that is open already, whatever stands under its name by now.
+    /// @param fileName what it is called
+    /// @param file     none if it can't be opened
+    FltFileInput(char const* fileName, OpenFile file);
     virtual ~FltFileInput() = default;
 
     FltFileInput(FltFileInput const&) = delete;
@@ -71,6 +77,7 @@ private:
     /// Bytes whose memory is given back in one call: two of the largest pages.
     static constexpr std::ptrdiff_t droppedAtOnce = std::ptrdiff_t(4) << 20;
 
+    void take(OpenFile opened);
     void dropMore();
 
     long size = 0;

@@ -5,20 +5,34 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-int RegularFile::open(char const* path)
+namespace
+{
+
+/// The file itself, or none, with errno set, if it is no regular one.
+OpenFile regularOnly(OpenFile file)
 {
     struct stat status = {};
-    if (::stat(path, &status) != 0)
-        return -1;
-    int const descriptor =
-        S_ISREG(status.st_mode) ? ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY) : -1;
-    if (descriptor >= 0 && ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode))
-        return descriptor;
-    if (descriptor >= 0)
-        ::close(descriptor); // something else took the name meanwhile
-    if (!S_ISREG(status.st_mode))
-        errno = EINVAL;
-    return -1;
+    if (!file.isOpen() || ::fstat(file.descriptor(), &status) != 0)
+        return {};
+    if (S_ISREG(status.st_mode))
+        return file;
+    errno = EINVAL;
+    return {};
+}
+
+} // namespace
+
+OpenFile RegularFile::open(char const* path)
+{
+    return open([path](int flags) { return ::open(path, flags | O_CLOEXEC); });
+}
+
+OpenFile RegularFile::open(std::function<int(int flags)> const& descriptorFor)
+{
+    if (!regularOnly(OpenFile(descriptorFor(O_PATH))).isOpen())
+        return {};
+    // Something else may have taken the name meanwhile.
+    return regularOnly(OpenFile(descriptorFor(O_RDONLY | O_NONBLOCK | O_NOCTTY)));
 }
 
 bool RegularFile::isReadable(char const* path)

@@ -3,7 +3,6 @@
 #include "toolkit/RegularFile.h"
 
 #include <cstring>
-#include <unistd.h>
 
 SbString SbFileHelper::getExtension(SbString const& name)
 {
@@ -15,11 +14,7 @@ SbString SbFileHelper::getExtension(SbString const& name)
 
 FILE* SbFileHelper::open(SbString const& name, char const* mode)
 {
-    int const descriptor = RegularFile::open(name.getString());
-    FILE* const file = descriptor >= 0 ? ::fdopen(descriptor, mode) : nullptr;
-    if (descriptor >= 0 && file == nullptr)
-        ::close(descriptor);
-    return file;
+    return RegularFile::open(name.getString()).intoStream(mode);
 }
 
 void SbFileHelper::close(FILE* file)

@@ -124,7 +124,7 @@ TEST(FltCompleteConversion, convertsAnExternalFileOnceAndSharesIt)
     EXPECT_NE(result.references[1].found, "");
 }
 
-TEST(FltCompleteConversion, leavesExternalFilesOutThatLeadBackAreMissingOrTooLarge)
+TEST(FltCompleteConversion, leavesExternalFilesOutThatLeadBackAreMissingOrRefused)
 {
     CompleteDatabase database = squares(1);
     database.writer.add("ExternalReference", {{"asciiPath", "model.flt"}});
@@ -137,9 +137,9 @@ TEST(FltCompleteConversion, leavesExternalFilesOutThatLeadBackAreMissingOrTooLar
     CompleteDatabase parent;
     parent.folder.write("child.flt", squares(1).writer.bytes());
     parent.begin().add("ExternalReference", {{"asciiPath", "child.flt"}});
-    Options small;
-    small.largestFile = 100;
-    EXPECT_EQ(parent.draw(small).triangles.size(), 0U);
+    Options refused;
+    refused.open = [](std::string const&) { return std::nullopt; };
+    EXPECT_EQ(parent.draw(refused).triangles.size(), 0U);
     EXPECT_EQ(parent.draw().triangles.size(), 2U);
 }
 

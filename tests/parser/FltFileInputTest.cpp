@@ -2,10 +2,12 @@
 
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
+#include "toolkit/RegularFile.h"
 
 #include <gtest/gtest.h>
 #include <memory>
 #include <sys/stat.h>
+#include <utility>
 
 namespace
 {
@@ -217,3 +219,29 @@ TEST(FltFileInputTest, AFileOfNoBytesHasNoneToDrop)
 }
 
 } // namespace
+
+TEST(FltFileInputTest, ReadsAnOpenFileWhateverStandsUnderItsName)
+{
+    ScratchFolder const directory;
+    std::string const path = directory.write("sub/a.flt", "the open one");
+    OpenFile file = RegularFile::open(path.c_str());
+    std::filesystem::remove(path);
+    directory.write("sub/a.flt", "another");
+    StreamCapture const cout(std::cout);
+    FltFileInput input(path.c_str(), std::move(file));
+    ASSERT_TRUE(input.isInFlowCreated());
+    EXPECT_EQ(std::string(input.getBuffer(), static_cast<std::size_t>(input.getSize())), "the open one");
+    EXPECT_EQ(input.getFileName(), path);
+    EXPECT_EQ(input.getDirName(), directory / "sub/");
+    EXPECT_NE(cout.str().find("Success in opening file: " + path), std::string::npos);
+}
+
+TEST(FltFileInputTest, AFileThatIsNotOpenIsToldOnCerrWhateverStandsUnderItsName)
+{
+    ScratchFolder const directory;
+    std::string const path = directory.write("a.flt", "text");
+    StreamCapture const cerr(std::cerr);
+    FltFileInput const input(path.c_str(), OpenFile());
+    EXPECT_FALSE(input.isInFlowCreated());
+    EXPECT_NE(cerr.str().find(path), std::string::npos);
+}

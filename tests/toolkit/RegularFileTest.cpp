@@ -29,7 +29,7 @@ protected:
 void expectNoFile(std::string const& path, int reason)
 {
     errno = 0;
-    EXPECT_EQ(RegularFile::open(path.c_str()), -1) << path;
+    EXPECT_FALSE(RegularFile::open(path.c_str()).isOpen()) << path;
     EXPECT_EQ(errno, reason) << path;
 }
 
@@ -40,12 +40,11 @@ TEST_F(RegularFileTest, OpensAFileAndALinkToOne)
     std::string const path = folder.write("a", "text");
     std::filesystem::create_symlink(path, folder / "link");
     for (std::string const& name : {path, folder / "link"}) {
-        int const descriptor = RegularFile::open(name.c_str());
-        ASSERT_GE(descriptor, 0);
+        OpenFile const file = RegularFile::open(name.c_str());
+        ASSERT_TRUE(file.isOpen());
         char first = 0;
-        EXPECT_EQ(::read(descriptor, &first, 1), 1);
+        EXPECT_EQ(::read(file.descriptor(), &first, 1), 1);
         EXPECT_EQ(first, 't');
-        ::close(descriptor);
     }
 }
 
@@ -65,7 +64,7 @@ TEST_F(RegularFileTest, DoesntTouchAPipe)
     EXPECT_TRUE(RegularFile::isReadable(path.c_str()));
     EXPECT_FALSE(watch.wasOpened());
     OpenWatch proof(folder.write("a", "text"));
-    ::close(RegularFile::open((folder / "a").c_str()));
+    static_cast<void>(RegularFile::open((folder / "a").c_str()));
     EXPECT_TRUE(proof.wasOpened()) << "the watch sees what is opened";
 }
 
