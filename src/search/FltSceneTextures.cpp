@@ -7,7 +7,6 @@
 #include <Inventor/errors/SoDebugError.h>
 #include <algorithm>
 #include <filesystem>
-#include <sys/stat.h>
 
 namespace
 {
@@ -25,6 +24,15 @@ std::shared_ptr<SoSharedPixels const> decode(std::string const& path)
     SbImage image;
     bool const isRead = ImageSafety::problemOf(path) == nullptr && image.readFile(path.c_str());
     return isRead ? SoSharedPixels::copyOf(image) : nullptr;
+}
+
+/// A name by which the image library reads an open file, whatever stands under its path by now. It knows TGA
+/// images by the ending of the path alone.
+std::string nameOf(OpenFile const& file, std::string const& path)
+{
+    std::string const ending = path.substr(std::min(path.rfind('.'), path.size()));
+    bool const isTga = ending == ".tga" || ending == ".TGA";
+    return isTga ? path : "/proc/self/fd/" + std::to_string(file.descriptor());
 }
 
 /// The name of a file as seen from a directory.
@@ -76,14 +84,14 @@ FltSceneTextures::resolveOne(Made const& made, std::function<void(std::string co
 {
     Texture texture{made.name, made.database, {}, {}, {}};
     Pixels pixels;
-    FltTextureSearch::Result result =
-        search.find(made.name, {databaseDirectory, directoryOf(made.database)}, [&](std::string const& path) {
-            onImage(path);
-            pixels = pixelsOf(path);
-            if (pixels == nullptr && texture.unreadable.empty())
-                texture.unreadable = path;
-            return pixels != nullptr;
-        });
+    FltTextureSearch::Result result = search.find(made.name, {databaseDirectory, directoryOf(made.database)},
+                                                  [&](std::string const& path, OpenFile const& file) {
+                                                      onImage(path);
+                                                      pixels = pixelsOf(path, file);
+                                                      if (pixels == nullptr && texture.unreadable.empty())
+                                                          texture.unreadable = path;
+                                                      return pixels != nullptr;
+                                                  });
     texture.path = std::move(result.path);
     texture.tried = std::move(result.tried);
     if (pixels == nullptr)
@@ -97,13 +105,13 @@ FltSceneTextures::resolveOne(Made const& made, std::function<void(std::string co
     return texture;
 }
 
-FltSceneTextures::Pixels FltSceneTextures::pixelsOf(std::string const& path)
+FltSceneTextures::Pixels FltSceneTextures::pixelsOf(std::string const& path, OpenFile const& file)
 {
-    struct stat status = {};
-    if (::stat(path.c_str(), &status) != 0)
+    std::optional<OpenFile::Identity> const identity = file.identity();
+    if (!identity)
         return nullptr;
-    auto const [known, isNew] = images.try_emplace({status.st_dev, status.st_ino});
+    auto const [known, isNew] = images.try_emplace(*identity);
     if (isNew)
-        known->second = decode(path);
+        known->second = decode(nameOf(file, path));
     return known->second;
 }

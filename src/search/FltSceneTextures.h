@@ -9,7 +9,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <sys/types.h>
 #include <utility>
 #include <vector>
 
@@ -58,12 +57,12 @@ private:
     using Pixels = std::shared_ptr<SoSharedPixels const>;
 
     Texture resolveOne(Made const& made, std::function<void(std::string const& path)> const& onImage);
-    Pixels pixelsOf(std::string const& path);
+    Pixels pixelsOf(std::string const& path, OpenFile const& file);
 
     std::string databaseDirectory;
     FltTextureSearch search;
     std::optional<std::string> namesFrom;
     std::vector<Made> textures;
     std::map<std::pair<std::string, std::string>, std::size_t> positions; ///< By name and database.
-    std::map<std::pair<dev_t, ino_t>, Pixels> images;
+    std::map<OpenFile::Identity, Pixels> images;
 };

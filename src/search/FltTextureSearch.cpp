@@ -6,10 +6,12 @@
 #include <Inventor/lists/SbStringList.h>
 #include <algorithm>
 #include <cctype>
+#include <climits>
 #include <dirent.h>
+#include <fcntl.h>
+#include <iterator>
 #include <memory>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <optional>
 #include <utility>
 
 namespace
@@ -123,7 +125,10 @@ FltTextureSearch::Result FltTextureSearch::find(std::string const& name,
 std::string FltTextureSearch::findBy(Way way, std::string const& name, Parts const& parts,
                                      std::vector<std::string> const& places, Accept const& accept)
 {
-    auto const isTaken = [&](std::string const& path) { return isReadableFile(path) && accept(path); };
+    auto const isTaken = [&](std::string const& path) {
+        OpenFile const file = readable.open(path);
+        return file.isOpen() && accept(path, file);
+    };
     bool const isExact = !way.ignoresCase && !way.changesEnding;
     bool const isFromRoot = isAbsolute(name) || isAbsolute(withForwardSlashes(name));
     if (isExact && isAbsolute(name) && isTaken(name))
@@ -132,55 +137,91 @@ std::string FltTextureSearch::findBy(Way way, std::string const& name, Parts con
         for (std::string const& place : places)
             if (isTaken(place + name))
                 return place + name;
+    Visited visited;
     for (auto begin = parts.begin(); begin != parts.end(); ++begin) {
         bool const isWhole = begin == parts.begin();
         if (isWhole ? begin->back() == ':' : leadsElsewhere(*begin))
             continue;
         for (std::string const& place : places)
-            if (std::string path = findBelow(way, place, begin, parts.end(), accept); !path.empty())
+            if (std::string path = findBelow(way, place, begin, parts.end(), visited, accept); !path.empty())
                 return path;
     }
     for (char const* const folder : foldersOfImages) {
         Parts const inFolder = {folder, parts.back()};
+        Visited visitedFolders;
         for (std::string const& place : places)
-            if (std::string path = findBelow(way, place, inFolder.begin(), inFolder.end(), accept);
+            if (std::string path =
+                    findBelow(way, place, inFolder.begin(), inFolder.end(), visitedFolders, accept);
                 !path.empty())
                 return path;
     }
     return isExact ? ImageSearch::findIf(name, isTaken) : "";
 }
 
-std::string FltTextureSearch::findBelow(Way way, std::string const& directory, Parts::const_iterator part,
-                                        Parts::const_iterator end, Accept const& accept)
+/// The directories that the parts but the last lead to are looked into in the order of preference.
+std::string FltTextureSearch::findBelow(Way way, std::string const& place, Parts::const_iterator part,
+                                        Parts::const_iterator end, Visited& visited, Accept const& accept)
 {
-    bool const isLast = std::next(part) == end;
-    if (!isLast && *part == "..")
-        return findBelow(way, directory + "../", std::next(part), end, accept);
-    for (std::string const& match :
-         matches({way.ignoresCase, way.changesEnding && isLast}, directory, *part)) {
-        std::string path = directory + match;
-        if (!isLast) {
-            if (std::string found = findBelow(way, path + '/', std::next(part), end, accept); !found.empty())
-                return found;
-        } else if (isReadableFile(path) && accept(path)) {
-            return path;
-        }
+    Directory* const first = directoryAt(place);
+    if (first == nullptr)
+        return {};
+    auto const isKnown = [&](Stop const& stop) {
+        return !visited.emplace(stop.directory, std::distance(part, end)).second;
+    };
+    std::vector<Stop> stops = {{first, place}};
+    for (;; ++part) {
+        stops.erase(std::remove_if(stops.begin(), stops.end(), isKnown), stops.end());
+        if (stops.empty())
+            return {};
+        if (std::next(part) == end)
+            break;
+        stops = stepInto({way.ignoresCase, false}, stops, *part);
     }
+    for (Stop const& stop : stops)
+        for (std::string const& match : matches(way, *stop.directory, *part)) {
+            std::string path = stop.path + match;
+            OpenFile const file = readable.open(path);
+            if (file.isOpen() && accept(path, file))
+                return path;
+        }
     return {};
 }
 
-std::vector<std::string> FltTextureSearch::matches(Way way, std::string const& directory,
+/// The directories of a name in others.
+std::vector<FltTextureSearch::Stop> FltTextureSearch::stepInto(Way way, std::vector<Stop> const& stops,
+                                                               std::string const& part)
+{
+    std::vector<Stop> next;
+    auto const add = [&](Stop const& stop, std::string const& name) {
+        Directory* const directory = directoryBelow(*stop.directory, name);
+        if (directory == nullptr)
+            return;
+        std::string path = stop.path + name + '/';
+        bool const isTooLong = path.size() + NAME_MAX >= PATH_MAX;
+        next.push_back({directory, isTooLong ? directory->path : std::move(path)});
+    };
+    for (Stop const& stop : stops) {
+        if (part == "..") {
+            add(stop, part);
+            continue;
+        }
+        for (std::string const& match : matches(way, *stop.directory, part))
+            add(stop, match);
+    }
+    return next;
+}
+
+std::vector<std::string> FltTextureSearch::matches(Way way, Directory const& directory,
                                                    std::string const& name)
 {
-    Listing const& listing = listingOf(directory);
     std::vector<std::string> found;
     auto const look = [&](std::string const& wanted) {
-        if (!listing.isComplete || (!way.ignoresCase && listing.names.count(wanted) != 0))
+        if (!directory.isComplete || (!way.ignoresCase && directory.names.count(wanted) != 0))
             addOnce(found, wanted);
         if (!way.ignoresCase)
             return;
-        auto const others = listing.byLowerCase.find(lowerCase(wanted));
-        if (others != listing.byLowerCase.end())
+        auto const others = directory.byLowerCase.find(lowerCase(wanted));
+        if (others != directory.byLowerCase.end())
             for (std::string const& other : others->second)
                 addOnce(found, other);
     };
@@ -194,34 +235,50 @@ std::vector<std::string> FltTextureSearch::matches(Way way, std::string const& d
     return found;
 }
 
-FltTextureSearch::Listing const& FltTextureSearch::listingOf(std::string const& directory)
+FltTextureSearch::Directory* FltTextureSearch::directoryAt(std::string const& place)
 {
-    auto const [known, isNew] = listings.try_emplace(directory);
-    Listing& listing = known->second;
-    if (!isNew)
-        return listing;
-    struct stat status = {};
-    if (!readable.holds(directory) || ::stat(directory.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) {
-        listing.isComplete = true; // nothing is there
-        return listing;
-    }
-    std::unique_ptr<DIR, int (*)(DIR*)> const stream(::opendir(directory.c_str()), ::closedir);
-    if (stream == nullptr)
-        return listing;
-    listing.isComplete = true;
-    while (dirent const* const entry = ::readdir(stream.get())) {
-        std::string const name = entry->d_name;
-        listing.names.insert(name);
-        listing.byLowerCase[lowerCase(name)].push_back(name);
-    }
-    for (auto& [lower, names] : listing.byLowerCase)
-        std::sort(names.begin(), names.end()); // the same choice on every machine
-    return listing;
+    auto const [at, isNew] = places.try_emplace(place, nullptr);
+    if (isNew)
+        at->second = read(place);
+    return at->second;
 }
 
-bool FltTextureSearch::isReadableFile(std::string const& path) const
+FltTextureSearch::Directory* FltTextureSearch::directoryBelow(Directory& parent, std::string const& name)
 {
-    struct stat status = {};
-    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
-           ::access(path.c_str(), R_OK) == 0 && readable.holds(path);
+    auto const at = parent.below.find(name);
+    if (at != parent.below.end())
+        return at->second;
+    Directory* const directory = read(parent.path + name + '/');
+    if (directory != nullptr || parent.isComplete) // else any name in a database would be kept
+        parent.below.emplace(name, directory);
+    return directory;
+}
+
+/// The directory at a path, read if it is met for the first time; null if there is none.
+FltTextureSearch::Directory* FltTextureSearch::read(std::string const& path)
+{
+    OpenFile const place = readable.openDirectory(path);
+    std::optional<OpenFile::Identity> const identity = place.isOpen() ? place.identity() : std::nullopt;
+    if (!identity)
+        return nullptr;
+    auto const [at, isNew] = known.try_emplace(*identity);
+    Directory& directory = at->second;
+    if (!isNew)
+        return &directory;
+    directory.path = path;
+    OpenFile list(::openat(place.descriptor(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    std::unique_ptr<DIR, int (*)(DIR*)> const stream(list.isOpen() ? ::fdopendir(list.descriptor()) : nullptr,
+                                                     ::closedir);
+    if (stream == nullptr)
+        return &directory;
+    list.release();
+    directory.isComplete = true;
+    while (dirent const* const entry = ::readdir(stream.get())) {
+        std::string const name = entry->d_name;
+        directory.names.insert(name);
+        directory.byLowerCase[lowerCase(name)].push_back(name);
+    }
+    for (auto& [lower, names] : directory.byLowerCase)
+        std::sort(names.begin(), names.end()); // the same choice on every machine
+    return &directory;
 }

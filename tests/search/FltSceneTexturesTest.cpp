@@ -1,5 +1,6 @@
 #include "search/FltSceneTextures.h"
 
+#include "support/ExchangedFolders.h"
 #include "support/ScratchFolder.h"
 #include "support/SmallPictures.h"
 
@@ -92,4 +93,18 @@ TEST(FltSceneTextures, TakesAnotherFormatWhereTheStoredOneCannotBeRead)
     EXPECT_EQ(found.at(0).path, folder / "tree.rgb");
     EXPECT_EQ(found.at(0).unreadable, "");
     EXPECT_NE(bytesOf(*node), nullptr);
+}
+
+TEST(FltSceneTextures, ReadsTheImageThatItFoundWhateverTakesItsNameMeanwhile)
+{
+    ExchangedFolders const folders;
+    folders.folder.write("tree/part/tree.rgb", SmallPictures::plainSgi(4));
+    folders.folder.write("outside/tree.rgb", SmallPictures::plainSgi(8));
+    FltSceneTextures textures(folders.tree() + "/a.flt", {}, std::nullopt, FltReadableTree(folders.tree()));
+    SoNodeRef<SoTexture2> const node = textures.make("part/tree.rgb", folders.tree() + "/a.flt");
+    textures.resolve([&](std::string const&) { folders.exchange(); });
+    SbVec2s size;
+    int components;
+    EXPECT_NE(node->image.getValue(size, components), nullptr);
+    EXPECT_EQ(size, SbVec2s(4, 4));
 }

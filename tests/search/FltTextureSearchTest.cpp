@@ -2,12 +2,50 @@
 
 #include "support/ScratchFolder.h"
 
+#include <climits>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/inotify.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace
 {
+
+/// Counts how often anybody reads the names in a directory.
+class ReadWatch
+{
+public:
+    explicit ReadWatch(std::string const& path) : descriptor(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
+    {
+        EXPECT_GE(::inotify_add_watch(descriptor, path.c_str(), IN_OPEN | IN_ONLYDIR), 0);
+    }
+    ~ReadWatch() { ::close(descriptor); }
+
+    ReadWatch(ReadWatch const&) = delete;
+    ReadWatch& operator=(ReadWatch const&) = delete;
+
+    int listings() const
+    {
+        int count = 0;
+        alignas(inotify_event) char events[4096];
+        for (ssize_t size = 0; (size = ::read(descriptor, events, sizeof events)) > 0;)
+            for (char const* next = events; next < events + size;) {
+                auto const* const event = reinterpret_cast<inotify_event const*>(next);
+                count += event->len == 0 && (event->mask & IN_ISDIR) != 0 ? 1 : 0; // itself, not a file in it
+                next += sizeof *event + event->len;
+            }
+        return count;
+    }
+
+private:
+    int descriptor;
+};
+
+bool takeAny(std::string const& /*path*/, OpenFile const& /*file*/)
+{
+    return true;
+}
 
 class FltTextureSearchTest : public testing::Test
 {
@@ -20,7 +58,7 @@ protected:
             paths.push_back(folder / directory);
         FltTextureSearch search(paths);
         FltTextureSearch::Result const result =
-            search.find(name, {folder / "db/"}, [this](std::string const& path) {
+            search.find(name, {folder / "db/"}, [this](std::string const& path, OpenFile const&) {
                 offered.push_back(path);
                 return path != unfit;
             });
@@ -142,4 +180,92 @@ TEST_F(FltTextureSearchTest, TakesStrangeNames)
     for (int i = 0; i < 100; ++i)
         deep += "a/";
     EXPECT_EQ(find(deep + "x.rgb", {"lib"}), "");
+}
+
+TEST_F(FltTextureSearchTest, ComesToADirectoryOnceWithTheSameRestOfAName)
+{
+    make("db/a/keep");
+    make("db/A/keep");
+    make("db/x.rgb");
+    unfit = folder / "db/x.rgb";
+    for (std::size_t const steps : {1U, 12U, 5000U}) {
+        std::string name;
+        for (std::size_t i = 0; i < steps; ++i)
+            name += "a/../";
+        offered.clear();
+        FltTextureSearch search({});
+        search.find(name + "x.rgb", {folder / "db/"}, [this](std::string const& path, OpenFile const&) {
+            offered.push_back(path);
+            return false;
+        });
+        ASSERT_LE(offered.size(), 8U) << steps << " steps: one for each of four ways, and for each folder";
+        for (std::string const& path : offered)
+            EXPECT_LT(path.size(), std::size_t(PATH_MAX));
+    }
+}
+
+TEST_F(FltTextureSearchTest, ReadsADirectoryOnceWhateverNamesLeadToIt)
+{
+    make("db/a/b/keep");
+    make("db/A/keep");
+    std::filesystem::create_directory_symlink(folder / "db", folder / "db/a/again");
+    FltTextureSearch search({folder / "db/a/.."});
+    ReadWatch watch(folder / "db");
+    for (char const* const name :
+         {"a/../a/../none.rgb", "a/again/none.rgb", "a/b/../../none.rgb", "A/../a/again/a/again/none.rgb"})
+        EXPECT_EQ(search.find(name, {folder / "db/", folder / "db/a/again"}, takeAny).path, "") << name;
+    EXPECT_EQ(watch.listings(), 1);
+}
+
+TEST_F(FltTextureSearchTest, AWayUpBehindALinkIsThatOfItsTarget)
+{
+    make("far/sub/keep");
+    make("far/tree.rgb");
+    make("db/tree.rgb");
+    std::filesystem::create_directory_symlink(folder / "far/sub", folder / "db/link");
+    EXPECT_EQ(find("link/../tree.rgb"), "db/link/../tree.rgb");
+    EXPECT_EQ(contentsOf(folder / "db/link/../tree.rgb"), contentsOf(folder / "far/tree.rgb"));
+    EXPECT_EQ(find("link/../sub/../tree.rgb"), "db/link/../sub/../tree.rgb");
+}
+
+TEST_F(FltTextureSearchTest, GoesOnInEachDirectoryThatDiffersInCaseAlone)
+{
+    make("db/TEX/keep");
+    make("db/Tex/Deep/Tree.rgb");
+    make("db/tex/deep/keep");
+    EXPECT_EQ(find("tex/deep/tree.rgb"), "db/Tex/Deep/Tree.rgb");
+    EXPECT_EQ(find("tex/../TEX/deep/tree.rgb"), "db/TEX/../Tex/Deep/Tree.rgb");
+}
+
+TEST_F(FltTextureSearchTest, LooksForANameThatIsTooLongToBeOpened)
+{
+    make("db/a/x.rgb");
+    std::string name;
+    while (name.size() < 2 * PATH_MAX)
+        name += "a/../";
+    std::string const found = find(name + "a/x.rgb");
+    EXPECT_LT(found.size(), std::size_t(PATH_MAX));
+    EXPECT_TRUE(std::filesystem::equivalent(folder / found, folder / "db/a/x.rgb")) << found;
+}
+
+TEST_F(FltTextureSearchTest, HandsOverTheFileThatItFound)
+{
+    folder.write("db/tree.rgb", "the found one");
+    FltTextureSearch search({});
+    search.find("tree.rgb", {folder / "db/"}, [&](std::string const& path, OpenFile const& file) {
+        std::filesystem::remove(path);
+        folder.write("db/tree.rgb", "another one");
+        char text[20] = {};
+        EXPECT_GT(::read(file.descriptor(), text, sizeof text), 0);
+        EXPECT_STREQ(text, "the found one");
+        return true;
+    });
+}
+
+TEST_F(FltTextureSearchTest, LooksIntoADirectoryThatItMayOnlyPassThrough)
+{
+    make("db/tex/tree.rgb");
+    std::filesystem::permissions(folder / "db/tex", std::filesystem::perms::owner_exec);
+    EXPECT_EQ(find("tex/tree.rgb"), "db/tex/tree.rgb");
+    std::filesystem::permissions(folder / "db/tex", std::filesystem::perms::owner_all);
 }

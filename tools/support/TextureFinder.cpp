@@ -1,8 +1,6 @@
 #include "support/TextureFinder.h"
 
 #include <Inventor/SoDB.h>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace
@@ -22,10 +20,9 @@ std::shared_ptr<FltTextureSearch> startSearch(std::vector<std::string> directori
     return std::make_shared<FltTextureSearch>(std::move(directories));
 }
 
-bool isFile(std::string const& path)
+bool takeAny(std::string const& /*path*/, OpenFile const& /*file*/)
 {
-    std::error_code ignored;
-    return std::filesystem::is_regular_file(path, ignored);
+    return true;
 }
 
 } // namespace
@@ -37,5 +34,5 @@ TextureFinder::TextureFinder(std::string const& database, std::vector<std::strin
 
 std::string TextureFinder::operator()(std::string const& name, std::string const& referring) const
 {
-    return search->find(name, {databaseDirectory, directoryOf(referring)}, isFile).path;
+    return search->find(name, {databaseDirectory, directoryOf(referring)}, takeAny).path;
 }
