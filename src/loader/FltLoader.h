@@ -85,8 +85,9 @@ public:
     /// Whether to look for records again after damage. The exact conversion never does.
     bool salvage = true;
 
-    /// Called now and then during a load, at least once a file. What it throws ends the load and comes out of
-    /// load() as it is.
+    /// Called now and then during a load, at least once a file. A log that the complete conversion is asked for
+    /// has a pass of its own, which tells all files beforehand. What the function throws ends the load and
+    /// comes out of load() as it is.
     Progress progress;
 
     /// The largest file to read, in bytes. A larger database is refused, and a larger external file is left
@@ -94,8 +95,8 @@ public:
     std::uint64_t largestFile = UINT64_MAX;
 
     /// A directory outside of which nothing is read but the database itself: textures and external files that
-    /// lie elsewhere are left out. What counts is where they really are, behind links and "..". By default
-    /// everything may be read.
+    /// lie elsewhere are left out. What counts is where they really are, behind links and "..", also while
+    /// another process exchanges directories and links. By default everything may be read.
     std::optional<std::string> onlyBelow;
 
     /// @}

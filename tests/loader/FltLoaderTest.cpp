@@ -1,6 +1,7 @@
 #include "loader/FltLoader.h"
 
 #include "support/ConvertedFile.h"
+#include "support/FileSizeLimit.h"
 #include "support/NameTable.h"
 #include "support/ObjectDatabase.h"
 #include "support/OpenWatch.h"
@@ -231,6 +232,40 @@ TEST_F(FltLoaderTest, ReplacesAnOlderLog)
     EXPECT_LT(contentsOf(path + ".log").size(), size);
 }
 
+TEST_F(FltLoaderTest, SaysThatALogIsNotWholeWhicheverConversionItIsFor)
+{
+    std::string const path = save(manyGroups(5000));
+    loader.log = folder / "full.log";
+    FileSizeLimit const disk(100'000);
+    for (bool const isExact : {false, true}) {
+        loader.exact = isExact;
+        FltScene const scene = loader.load(path);
+        ASSERT_EQ(scene.messages().size(), 1U) << isExact;
+        EXPECT_NE(scene.messages()[0].text.find("the log isn't whole"), std::string::npos);
+        EXPECT_EQ(scene.messages()[0].file, folder / "full.log");
+    }
+}
+
+TEST_F(FltLoaderTest, ReadsNoPictureForTheLogAlone)
+{
+    std::string const image = folder.write("tree.rgb", SmallPictures::plainSgi(4));
+    std::string const path = save(texturedTriangle("tree.rgb"));
+    loader.log = folder / "a.log";
+    int pictures = 0;
+    loader.progress = [&](std::string const& file, std::uint64_t, std::uint64_t) {
+        pictures += file == image ? 1 : 0;
+        return true;
+    };
+    static_cast<void>(loader.load(path));
+    EXPECT_EQ(pictures, 1);
+}
+
+TEST_F(FltLoaderTest, RefusesANameWithABackslashWhichLeadsToAnotherFile)
+{
+    save(oneGroup(), "sub/a.flt");
+    EXPECT_EQ(errorOf(save(oneGroup(), "sub\\a.flt")).kind(), Kind::cannotOpen);
+}
+
 TEST_F(FltLoaderTest, FindsTexturesAndNamesThemByTheirPlaces)
 {
     std::string const image = folder.write("lib/textures/Tree.RGB", SmallPictures::plainSgi(4));
@@ -356,6 +391,22 @@ TEST_F(FltLoaderTest, FollowsNoReferenceThatLeadsOutOfTheDirectoryItIsKeptIn)
         EXPECT_TRUE(isExact || scene.references()[4].isLoaded) << "what counts is where a file really is";
         EXPECT_NE(scene.messages().at(0).text.find("it isn't below " + (folder / "inside")),
                   std::string::npos);
+    }
+}
+
+TEST_F(FltLoaderTest, FollowsNoBackslashOfAReferenceOutOfTheDirectoryItIsKeptIn)
+{
+    save(oneGroup(), "outside/b.flt");
+    save(oneGroup(), "inside/a\\b.flt");
+    std::filesystem::create_directory_symlink(folder / "outside", folder / "inside/a");
+    FltWriter flt = reference("a\\b.flt");
+    std::string const path = save(flt, "inside/top.flt");
+    loader.onlyBelow = folder / "inside";
+    for (bool const isExact : {false, true}) {
+        loader.exact = isExact;
+        OpenWatch watch(folder / "outside/b.flt");
+        EXPECT_FALSE(loader.load(path).references().at(0).isLoaded) << isExact;
+        EXPECT_FALSE(watch.wasOpened()) << isExact;
     }
 }
 
