@@ -172,6 +172,8 @@ FltScenePart FltCompleteFiles::refer(FltModel const& from, std::string const& pa
         return {};
     }
     result.references[entry].isLoaded = true;
+    if (!converted.isWhole)
+        ++filesInParts;
     return scaled(converted.scene, converted.metresPerUnit / from.metresPerUnit);
 }
 
@@ -219,16 +221,26 @@ FltCompleteFiles::convertExternal(std::string const& name, FltModel const& from,
     }
     Key const key = keyOf(identity, from, overrides);
     auto const known = files.find(key);
-    if (known != files.end())
+    bool const isFull = filesInWork.size() > FltLimits::externalReferenceDepth ||
+                        files.size() >= FltLimits::externalReferences;
+    if (known != files.end() && (isFull || !isBetterRepeated(known->second)))
         return known->second;
-    if (filesInWork.size() > FltLimits::externalReferenceDepth ||
-        files.size() >= FltLimits::externalReferences) {
+    if (isFull) {
         FltWarningMessageConsole::notifyGuard("Too many external files: some are left out",
                                               " (" + name + ")");
         return nothing;
     }
     Converted converted = readExternal(name, identity, from, overrides);
+    if (known != files.end() && converted.scene.node.get() == nullptr)
+        return known->second;
     return files[key] = std::move(converted);
+}
+
+/// Whether a file that ended for its levels may have more of them here. Only half as many above it count, so
+/// that no file is read for each place where it stands.
+bool FltCompleteFiles::isBetterRepeated(Converted const& known) const
+{
+    return !known.isWhole && setting.levels <= known.levelsAbove / 2;
 }
 
 /// Whether an external file isn't read too often with other palettes.
@@ -261,13 +273,16 @@ FltCompleteFiles::Converted FltCompleteFiles::readExternal(std::string const& na
     if (!input.isInFlowCreated() || !isOpenFlight(input) || !mayReadAgain(input, identity))
         return {};
     FltModel model(input.getFileName(), input.getBuffer(), static_cast<std::size_t>(input.getSize()),
-                   options.salvage);
+                   options.salvage, setting.levels);
     model.palettes.overrideBy(from.palettes, overrides & FltPaletteSet::knownOverrides);
     filesInWork.push_back(identity);
     readModel(model, input);
+    int const partsBefore = filesInParts;
     Converted converted;
     converted.metresPerUnit = model.metresPerUnit;
+    converted.levelsAbove = setting.levels;
     converted.scene = build(model, input);
+    converted.isWhole = model.tree.isWhole() && filesInParts == partsBefore;
     filesInWork.pop_back();
     return converted;
 }

@@ -32,6 +32,8 @@ private:
         FltScenePart scene;
         double metresPerUnit = 1;
         bool mayBeRead = true;
+        int levelsAbove = 0;
+        bool isWhole = true; ///< Whether no levels were left out, in it or in files that it refers to.
     };
     /// The identity of a file, and of the palettes that it takes over.
     using Key = std::tuple<std::string, std::vector<void const*>>;
@@ -42,6 +44,7 @@ private:
     Converted readExternal(std::string const& name, std::string const& identity, FltModel const& from,
                            std::uint32_t overrides);
     std::optional<OpenFile> open(std::string const& name) const;
+    bool isBetterRepeated(Converted const& known) const;
     Key keyOf(std::string const& identity, FltModel const& from, std::uint32_t overrides);
     FltScenePart build(FltModel& model, FltFileInput& input);
     bool mayReadAgain(FltFileInput const& input, std::string const& identity);
@@ -57,6 +60,7 @@ private:
     std::vector<std::string> filesInWork;
     std::vector<std::shared_ptr<void const>> keptPalettes; ///< Keys hold their addresses.
     double rootMetresPerUnit = 1;
+    int filesInParts = 0;             ///< Whose scenes were taken although they aren't whole.
     std::set<std::string> identities; ///< Of all files that were read.
 
     /// Bytes of files that may be read again with other palettes.

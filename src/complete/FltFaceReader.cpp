@@ -1,8 +1,10 @@
 #include "complete/FltFaceReader.h"
 
+#include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltOpcode.h"
 #include "records/FltRecordLightSource.h"
+#include "toolkit/StackSpace.h"
 
 #include <algorithm>
 #include <cmath>
@@ -194,9 +196,11 @@ void FltFaceReader::readFace(Number number, Context const& context, int level)
 
 void FltFaceReader::readFacesOn(Number number, Context const& context, int level)
 {
-    FltModelTree const& tree = tools.model.tree;
+    FltModelTree& tree = tools.model.tree;
     for (Number child = tree[number].firstChild; child != FltModelTree::none;
          child = tree[child].nextSibling) {
+        if (!StackSpace::holds(FltLimits::stackForALevel))
+            return tree.leaveOutFrom(tree.recordOf(child));
         if (tree.recordOf(child).opcode == FltOpcode::face)
             readFace(child, context, level + 1);
         else if (tree.recordOf(child).opcode == FltOpcode::mesh)

@@ -2,6 +2,7 @@
 
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "toolkit/StackSpace.h"
 
 #include <Inventor/nodes/SoMatrixTransform.h>
 #include <algorithm>
@@ -17,7 +18,8 @@ bool FltGroupBuilder::add(FltScenePart const& added)
 {
     if (added.node.get() == nullptr)
         return false;
-    if (added.depth + 1 > FltLimits::sceneDepth) {
+    if (added.depth + 1 > FltLimits::sceneDepth ||
+        !StackSpace::holds(static_cast<std::size_t>(added.depth) * FltLimits::stackForANode)) {
         FltWarningMessageConsole::notifyGuard(
             "A part of the database is left out, because the scene would become too deep");
         return false;

@@ -13,8 +13,10 @@
 /// One database as it was read: its hierarchy, vertices and palettes. The bytes of the file have to outlive
 /// it.
 struct FltModel {
-    FltModel(std::string const& fileName, char const* begin, std::size_t size, bool salvages)
-        : fileName(fileName), size(size), reader(begin, size, salvages), palettes(fileName)
+    /// @param levelsAbove the levels that lead to the file, in those that refer to it
+    FltModel(std::string const& fileName, char const* begin, std::size_t size, bool salvages,
+             int levelsAbove = 0)
+        : fileName(fileName), size(size), reader(begin, size, salvages), palettes(fileName), tree(levelsAbove)
     {
     }
 

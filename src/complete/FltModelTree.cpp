@@ -17,7 +17,7 @@ bool FltModelTree::add(FltRecordView const& record)
         return false;
     switch (part) {
     case Part::push:
-        push(record.opcode == FltOpcode::pushSubface);
+        push(record);
         return true;
     case Part::pop:
         pop();
@@ -52,15 +52,24 @@ void FltModelTree::addNode(FltRecordView const& record)
     nodes.push_back(node);
 }
 
-void FltModelTree::push(bool isSubface)
+void FltModelTree::push(FltRecordView const& record)
 {
-    if (tooDeep > 0 || open.size() >= FltLimits::hierarchyDepth) {
-        if (tooDeep++ == 0)
-            FltWarningMessageConsole::notifyGuard("Levels that are nested too deeply are left out");
+    if (tooDeep > 0 || levelsAbove + static_cast<int>(open.size()) >= FltLimits::hierarchyDepth) {
+        ++tooDeep;
+        leaveOutFrom(record);
         return;
     }
     open.push_back(last);
-    openSubfaces.push_back(isSubface);
+    openSubfaces.push_back(record.opcode == FltOpcode::pushSubface);
+}
+
+void FltModelTree::leaveOutFrom(FltRecordView const& record)
+{
+    if (!whole)
+        return;
+    whole = false;
+    FltWarningMessageConsole::setPosition(record.offset, static_cast<int>(record.opcode));
+    FltWarningMessageConsole::notifyDamage("Levels that are nested too deeply are left out");
 }
 
 /// The level belongs to the node before it; a level after that one belongs to the same node.

@@ -23,7 +23,8 @@ public:
         bool isSubface = false;
     };
 
-    FltModelTree() : nodes(1), open{root} {}
+    /// @param levelsAbove the levels that lead to the file, in those that refer to it
+    explicit FltModelTree(int levelsAbove) : nodes(1), open{root}, levelsAbove(levelsAbove) {}
 
     /// Adds a record that isn't a palette's or a vertex of one.
     /// @return whether it is part of the hierarchy; false if it stands in an extension
@@ -44,9 +45,15 @@ public:
     FltRecordView const* ancillaryEnd(Number number) const;
     /// @}
 
+    /// Has levels left out from a record on, since they are nested too deeply. The first place is reported.
+    void leaveOutFrom(FltRecordView const& record);
+
+    /// Whether no levels were left out.
+    bool isWhole() const { return whole; }
+
 private:
     void addNode(FltRecordView const& record);
-    void push(bool isSubface);
+    void push(FltRecordView const& record);
     void pop();
 
     std::vector<FltRecordView> records;
@@ -54,6 +61,8 @@ private:
     std::vector<Number> open; ///< The nodes whose levels are open, the root first.
     std::vector<bool> openSubfaces{false};
     Number last = root; ///< The node that a level would belong to.
+    int levelsAbove;
     int extensions = 0;
     int tooDeep = 0;
+    bool whole = true;
 };

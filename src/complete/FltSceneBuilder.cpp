@@ -9,6 +9,7 @@
 #include "records/FltOpcode.h"
 #include "records/FltOpcodeName.h"
 #include "toolkit/SoNodeName.h"
+#include "toolkit/StackSpace.h"
 
 #include <Inventor/VRMLnodes/SoVRMLBillboard.h>
 #include <Inventor/nodes/SoInfo.h>
@@ -118,14 +119,12 @@ FltScenePart FltSceneBuilder::build()
 
 FltScenePart FltSceneBuilder::buildNode(Number number, float objectTransparency)
 {
-    if (depth >= FltLimits::hierarchyDepth) {
-        FltWarningMessageConsole::notifyGuard("Levels that are nested too deeply are left out");
-        return {};
-    }
     FltRecordView const& record = model.tree.recordOf(number);
+    if (!hasRoomFor(record))
+        return {};
     if (record.size < shortestRecord && isAlone(number))
         return {}; // nothing is drawn, and nobody can look for it: it only takes memory
-    ++depth;
+    ++setting.levels;
     FltScenePart part;
     switch (record.opcode) {
     case FltOpcode::switchNode:
@@ -149,8 +148,17 @@ FltScenePart FltSceneBuilder::buildNode(Number number, float objectTransparency)
         part = buildGroup(number, objectTransparency);
         break;
     }
-    --depth;
+    --setting.levels;
     return part;
+}
+
+/// Whether one more level may be opened for a record. Instances of instances may be deeper than the file.
+bool FltSceneBuilder::hasRoomFor(FltRecordView const& record)
+{
+    if (setting.levels < FltLimits::hierarchyDepth && StackSpace::holds(FltLimits::stackForALevel))
+        return true;
+    model.tree.leaveOutFrom(record);
+    return false;
 }
 
 /// Whether nothing stands below a node, and no record tells more of it.
@@ -279,12 +287,12 @@ void FltSceneBuilder::addBelowLightPoint(Number number, FltGroupBuilder& group, 
                                          FltFaceCollector& collector, FltLODChains& levels)
 {
     FltModelTree const& tree = model.tree;
-    if (depth >= FltLimits::hierarchyDepth)
+    if (!hasRoomFor(tree.recordOf(number)))
         return;
-    ++depth;
+    ++setting.levels;
     for (Number child = tree[number].firstChild; child != FltModelTree::none; child = tree[child].nextSibling)
         addChild(child, group, objectTransparency, collector, levels);
-    --depth;
+    --setting.levels;
 }
 
 /// A face that turns to the eye. The toolkit's billboard turns its local z towards the eye, about its y axis

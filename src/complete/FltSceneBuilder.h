@@ -31,6 +31,7 @@ public:
         FltNodeNames names;
         std::vector<FltCompleteSwitch> switches;
         std::vector<FltCompleteDOF> dofs;
+        int levels = 0; ///< That are open, those of the files that lead to the present one included.
         std::int64_t replications = 0; ///< All copies that were made.
 
         /// Nodes that shared parts may still add to what a traversal visits: instances of instances could
@@ -50,6 +51,7 @@ private:
     FltScenePart buildNode(Number number, float objectTransparency);
     bool isAlone(Number number) const;
     FltScenePart buildGroup(Number number, float objectTransparency);
+    bool hasRoomFor(FltRecordView const& record);
     FltScenePart buildSwitch(Number number, float objectTransparency);
     FltScenePart buildReference(Number number);
     FltScenePart buildInstance(Number number);
@@ -84,6 +86,5 @@ private:
     std::map<int, std::vector<Number>> definitions; ///< By their number in the file.
     std::map<Number, FltScenePart> builtDefinitions;
     std::vector<Number> definitionsInWork;
-    int depth = 0;
     int childrenUntilProgress = 0;
 };

@@ -312,6 +312,11 @@ void FltCheck::checkFiles(FltDependencies const& dependencies)
         if (isAdded)
             found.back().file = reference.database;
     }
+    for (FltDependencies::DeepLevels const& levels : dependencies.deepLevels())
+        if (addHere(510, static_cast<std::int64_t>(levels.offset), levels.opcode,
+                    std::to_string(FltLimits::hierarchyDepth) +
+                        " levels with those of the files that lead here"))
+            found.back().file = levels.database;
 }
 
 // Hierarchy

@@ -1,6 +1,8 @@
 #include "inspect/FltDependencies.h"
 
 #include "messages/FltLimits.h"
+#include "records/FltOpcode.h"
+#include "toolkit/StackSpace.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -12,6 +14,8 @@ namespace
 {
 
 namespace fs = std::filesystem;
+
+constexpr std::uint32_t mostLevels = FltLimits::hierarchyDepth;
 
 std::string slashed(std::string path)
 {
@@ -45,10 +49,11 @@ FltDependencies::FltDependencies(FltInventory const& inventory, FindTexture find
     : findTexture(std::move(find))
 {
     chain.push_back(canonical(inventory.path()));
-    take(inventory);
+    take(inventory, 0);
 }
 
-void FltDependencies::take(FltInventory const& inventory)
+/// @return the levels in a file and below it
+std::uint32_t FltDependencies::take(FltInventory const& inventory, std::uint32_t levelsAbove)
 {
     for (auto const& [index, entry] : inventory.textures) {
         std::string const path = findTexture(entry.name, inventory.path());
@@ -56,9 +61,26 @@ void FltDependencies::take(FltInventory const& inventory)
             !path.empty() && canonical(path) != canonical(storedPath(entry.name, inventory.path()));
         allTextures.push_back({entry.name, inventory.path(), path, entry.offset, entry.uses, isElsewhere});
     }
-    for (FltInventory::Reference const& reference : inventory.references)
-        if (!reference.path.empty())
-            takeReference(reference, inventory.path());
+    std::uint32_t height = 0;
+    for (FltInventory::Node const& node : inventory.nodes)
+        height = std::max(height, node.depth);
+    if (levelsAbove != 0 && levelsAbove + height >= mostLevels)
+        takeLevels(inventory, levelsAbove);
+    for (FltInventory::Reference const& reference : inventory.references) {
+        if (reference.path.empty())
+            continue;
+        std::uint32_t const depth = inventory.nodes[reference.node].depth;
+        height = std::max(height, depth + takeReference(reference, inventory.path(), levelsAbove + depth));
+    }
+    return height;
+}
+
+void FltDependencies::takeLevels(FltInventory const& inventory, std::uint32_t levelsAbove)
+{
+    auto const first =
+        std::find_if(inventory.nodes.begin(), inventory.nodes.end(),
+                     [&](FltInventory::Node const& node) { return levelsAbove + node.depth >= mostLevels; });
+    allDeepLevels.push_back({inventory.path(), first->offset, first->opcode});
 }
 
 std::string FltDependencies::pathOf(std::string const& database, std::string const& reference)
@@ -70,45 +92,54 @@ std::string FltDependencies::pathOf(std::string const& database, std::string con
     return isFile(path) || !isFile(name) ? path : name;
 }
 
-void FltDependencies::takeReference(FltInventory::Reference const& stored, std::string const& database)
+/// @return the levels below the reference
+std::uint32_t FltDependencies::takeReference(FltInventory::Reference const& stored,
+                                             std::string const& database, std::uint32_t levelsAbove)
 {
+    std::uint32_t height = 0;
     Reference reference{stored.path,   database,     pathOf(database, stored.path),
                         stored.offset, State::found, ""};
     std::size_t const position = allReferences.size();
     allReferences.push_back(reference);
     if (isFile(reference.path)) {
-        follow(reference);
+        height = follow(reference, levelsAbove);
     } else {
         reference.path.clear();
         reference.state = State::missing;
     }
     allReferences[position] = std::move(reference);
+    return height;
 }
 
-void FltDependencies::follow(Reference& reference)
+std::uint32_t FltDependencies::follow(Reference& reference, std::uint32_t levelsAbove)
 {
     std::string const file = canonical(reference.path);
     if (std::find(chain.begin(), chain.end(), file) != chain.end()) {
         reference.state = State::cycle;
-        return;
+        return 0;
     }
-    if (chain.size() > FltLimits::externalReferenceDepth) {
+    if (chain.size() > FltLimits::externalReferenceDepth || levelsAbove >= mostLevels ||
+        !StackSpace::holds(FltLimits::stackForALevel)) {
         reference.state = State::tooDeep;
-        return;
+        return 0;
     }
     auto const [entry, isNew] = visited.try_emplace(file);
     if (isNew) {
         chain.push_back(file);
         try {
-            take(FltInventory(reference.path));
+            visited[file].height = take(FltInventory(reference.path), levelsAbove);
         } catch (std::runtime_error const& problem) {
-            visited[file] = problem.what();
+            visited[file].problem = problem.what();
         }
         chain.pop_back();
+    } else if (levelsAbove + entry->second.height >= mostLevels) {
+        allDeepLevels.push_back({reference.database, reference.offset, FltOpcode::externalReference});
     }
-    reference.problem = visited[file];
+    Visited const& found = visited[file];
+    reference.problem = found.problem;
     if (!reference.problem.empty())
         reference.state = State::unreadable;
+    return found.height;
 }
 
 std::vector<std::string> FltDependencies::files() const

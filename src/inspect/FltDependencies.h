@@ -41,10 +41,21 @@ public:
         std::string problem; ///< Why it is unreadable.
     };
 
+    /// Levels that are nested too deeply, those of the files that lead to them included.
+    struct DeepLevels {
+        std::string database;
+        std::uint64_t offset = 0; ///< Of the first record that stands so deep.
+        int opcode = 0;
+    };
+
     FltDependencies(FltInventory const& inventory, FindTexture findTexture);
 
     std::vector<Texture> const& textures() const { return allTextures; }
     std::vector<Reference> const& references() const { return allReferences; }
+
+    /// Of the files that the database refers to, each at its first place. What the database itself holds is
+    /// no matter of files.
+    std::vector<DeepLevels> const& deepLevels() const { return allDeepLevels; }
 
     /// The paths of all files that were found, without the database itself, each once.
     std::vector<std::string> files() const;
@@ -53,14 +64,22 @@ public:
     static std::string pathOf(std::string const& database, std::string const& reference);
 
 private:
-    void take(FltInventory const& inventory);
-    void takeReference(FltInventory::Reference const& reference, std::string const& database);
-    void follow(Reference& reference);
+    /// A file that was gone through.
+    struct Visited {
+        std::string problem;
+        std::uint32_t height = 0; ///< Levels in it and below it.
+    };
+
+    std::uint32_t take(FltInventory const& inventory, std::uint32_t levelsAbove);
+    void takeLevels(FltInventory const& inventory, std::uint32_t levelsAbove);
+    std::uint32_t takeReference(FltInventory::Reference const& reference, std::string const& database,
+                                std::uint32_t levelsAbove);
+    std::uint32_t follow(Reference& reference, std::uint32_t levelsAbove);
 
     FindTexture findTexture;
     std::vector<Texture> allTextures;
     std::vector<Reference> allReferences;
+    std::vector<DeepLevels> allDeepLevels;
     std::vector<std::string> chain; ///< The files that lead to the present one, by canonical path.
-    std::unordered_map<std::string, std::string>
-        visited; ///< Files by canonical path, with what is wrong with each.
+    std::unordered_map<std::string, Visited> visited; ///< By canonical path.
 };

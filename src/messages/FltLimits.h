@@ -18,6 +18,12 @@ constexpr int hierarchyDepth = 1200;
 /// Bytes of the stack that have to be left for a file that another one refers to.
 constexpr std::size_t stackForAFile = std::size_t(512) << 10;
 
+/// Bytes of the stack that have to be left for a further level in the complete conversion.
+constexpr std::size_t stackForALevel = std::size_t(128) << 10;
+
+/// Bytes of the stack that the toolkit takes at most for a node of a scene while it goes through it.
+constexpr std::size_t stackForANode = std::size_t(1) << 10;
+
 /// External files that lead from one to the next where the system doesn't say how much of the stack is left.
 constexpr int externalReferenceDepth = 32;
 

@@ -32,3 +32,9 @@ std::size_t StackSpace::left()
     bool const isOnIt = here > stack.lowest && here <= stack.lowest + stack.size;
     return isOnIt ? static_cast<std::size_t>(here - stack.lowest) : 0;
 }
+
+bool StackSpace::holds(std::size_t bytes)
+{
+    std::size_t const room = left();
+    return room == 0 || room >= bytes;
+}

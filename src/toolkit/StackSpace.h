@@ -10,4 +10,7 @@ namespace StackSpace
 /// making.
 std::size_t left();
 
+/// Whether so many bytes are left. True where the system doesn't say.
+bool holds(std::size_t bytes);
+
 } // namespace StackSpace

@@ -1,5 +1,6 @@
 #include "inspect/FltDependencies.h"
 
+#include "support/DeepChain.h"
 #include "support/ScratchFolder.h"
 #include "writer/FltWriter.h"
 
@@ -101,4 +102,30 @@ TEST_F(FltDependenciesTest, tellsWhetherATextureIsAtTheStoredPlace)
     EXPECT_TRUE(of("sub/main.flt").textures()[0].isElsewhere);
     save("main.flt", {}, "bush.rgb");
     EXPECT_EQ(of("main.flt").textures()[0].path, "");
+}
+
+TEST_F(FltDependenciesTest, tellsWhereTheLevelsOfAChainOfFilesBecomeTooMany)
+{
+    DeepChain const chain(32, 200);
+    FltDependencies const dependencies(FltInventory(chain.first()), [](auto const&...) { return ""; });
+    ASSERT_EQ(dependencies.deepLevels().size(), 1U);
+    EXPECT_EQ(dependencies.deepLevels()[0].database, chain.folder / DeepChain::nameOf(5));
+    EXPECT_GT(dependencies.deepLevels()[0].offset, 0U);
+    EXPECT_EQ(dependencies.references().size(), 6U) << "what stands below isn't followed";
+    EXPECT_EQ(dependencies.references().back().state, State::tooDeep);
+}
+
+TEST_F(FltDependenciesTest, tellsOfLevelsBelowASecondReferenceToAFile)
+{
+    DeepChain const chain(1, 300);
+    FltWriter flt;
+    flt.push().add("ExternalReference", {{"asciiPath", DeepChain::nameOf(0)}});
+    for (int i = 0; i < 1000; ++i)
+        flt.add("Group").push();
+    flt.add("ExternalReference", {{"asciiPath", DeepChain::nameOf(0)}}).save(chain.folder.path("main.flt"));
+    FltDependencies const dependencies(FltInventory(chain.folder / "main.flt"),
+                                       [](auto const&...) { return ""; });
+    ASSERT_EQ(dependencies.deepLevels().size(), 1U);
+    EXPECT_EQ(dependencies.deepLevels()[0].database, chain.folder / "main.flt");
+    EXPECT_EQ(dependencies.deepLevels()[0].offset, dependencies.references().back().offset);
 }

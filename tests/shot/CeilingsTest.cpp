@@ -28,6 +28,14 @@ void work()
     }
 }
 
+/// Goes down until the stack is used up.
+unsigned descend(unsigned level)
+{
+    volatile char frame[4096];
+    frame[level % sizeof frame] = static_cast<char>(level);
+    return level == 0xffffffff ? 0 : descend(level + 1) + static_cast<unsigned>(frame[level % sizeof frame]);
+}
+
 } // namespace
 
 TEST(Ceilings, endWorkThatTakesTooMuchProcessorTime)
@@ -64,6 +72,17 @@ TEST(Ceilings, endWorkOfLibrariesThatDoNotSurviveWithoutMemory)
         },
         testing::ExitedWithCode(1),
         "^fltshot: town.flt: needs more memory than it may have, and is left out.\n$");
+}
+
+TEST(Ceilings, speakEvenWhenTheStackIsUsedUp)
+{
+    EXPECT_EXIT(
+        {
+            std::signal(SIGSEGV, SIG_DFL);
+            Ceilings const ceilings(wide, "fltshot: town.flt");
+            ::_exit(descend(1) == 0 ? 0 : 2);
+        },
+        testing::ExitedWithCode(1), "^fltshot: town.flt: needs more memory than it may have");
 }
 
 TEST(Ceilings, refuseMoreMemoryWhileTheyHold)

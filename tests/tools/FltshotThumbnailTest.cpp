@@ -1,6 +1,7 @@
 // Pictures for file managers.
 
 #include "FltshotFixture.h"
+#include "support/DeepChain.h"
 #include "support/SmallPictures.h"
 
 #include <filesystem>
@@ -38,6 +39,14 @@ TEST_F(FltshotThumbnail, showsTexturesAndPartsInTheFolderOfTheDatabase)
     static_cast<void>(squares({{0, 0, red}}, "home/parts/part.flt"));
     ASSERT_EQ(thumbnail(referring("parts/part.flt", "home/a.flt")).exitCode, 0);
     EXPECT_GT(ShotFile(output).patchOf(0).pixels, 200);
+}
+
+TEST_F(FltshotThumbnail, showsTheUpperFilesOfAChainThatIsTooDeep)
+{
+    DeepChain const chain(32, 200);
+    ProgramRun const run = thumbnail(chain.first());
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_GT(ShotFile(output).countColors(), 1U);
 }
 
 TEST_F(FltshotThumbnail, readsNothingOutsideOfTheFolderOfTheDatabase)

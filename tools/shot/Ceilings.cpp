@@ -12,6 +12,9 @@
 namespace
 {
 
+/// Bytes for a handler that writes a line and ends the process.
+constexpr std::size_t signalStackSize = std::size_t(64) << 10;
+
 /// What to say when something runs out: a signal handler can't make it then.
 class LastWords
 {
@@ -56,8 +59,12 @@ void handle(int number, void (*handler)(int))
 {
     struct sigaction before = {};
     ::sigaction(number, nullptr, &before);
-    if (before.sa_handler == SIG_DFL)
-        std::signal(number, handler);
+    if (before.sa_handler != SIG_DFL)
+        return;
+    struct sigaction ours = {};
+    ours.sa_handler = handler;
+    ours.sa_flags = SA_ONSTACK;
+    ::sigaction(number, &ours, nullptr);
 }
 
 void handleNoMore(int number, void (*handler)(int))
@@ -98,8 +105,12 @@ rlimit lower(Resource resource, std::uint64_t most)
 
 } // namespace
 
-Ceilings::Ceilings(Limits const& limits, std::string const& who)
+Ceilings::Ceilings(Limits const& limits, std::string const& who) : signalStack(signalStackSize)
 {
+    stack_t ours = {};
+    ours.ss_sp = signalStack.data();
+    ours.ss_size = signalStack.size();
+    ::sigaltstack(&ours, &stackBefore);
     outOfTime.set(who + ": takes too long, and is left out.\n");
     outOfMemory.set(who + ": needs more memory than it may have, and is left out.\n");
     for (int const number : timeSignals)
@@ -120,4 +131,5 @@ Ceilings::~Ceilings()
         handleNoMore(number, endForTime);
     for (int const number : memorySignals)
         handleNoMore(number, endForMemory);
+    ::sigaltstack(&stackBefore, nullptr);
 }
