@@ -105,6 +105,7 @@ void FltCompleteFiles::readModel(FltModel& model, FltFileInput& input)
 {
     FltWarningMessageConsole::beginFile(input.getFileName());
     setting.visitsLeft += input.getSize() * FltLimits::sceneNodes.perByte;
+    setting.copiesLeft += input.getSize() / FltLimits::bytesForACopy;
     FltModelReader::read(model, setting.leftOut,
                          [&](std::size_t done) { tellProgress(model, done / 2, model.size); });
 }

@@ -5,6 +5,7 @@
 #include "toolkit/StackSpace.h"
 
 #include <Inventor/nodes/SoMatrixTransform.h>
+#include <Inventor/nodes/SoMultipleCopy.h>
 #include <algorithm>
 
 FltGroupBuilder::FltGroupBuilder(SoGroup* group) : group(group)
@@ -33,6 +34,25 @@ bool FltGroupBuilder::add(FltScenePart const& added)
         part.box.extendBy(box);
     }
     return true;
+}
+
+bool FltGroupBuilder::addCopies(FltScenePart const& part, std::vector<SbMatrix> const& places)
+{
+    auto* const node = new SoMultipleCopy;
+    node->matrix.setValues(0, static_cast<int>(places.size()), places.data());
+    FltGroupBuilder copies(node);
+    if (!copies.add(part))
+        return false;
+    copies.part.visits += (static_cast<std::int64_t>(places.size()) - 1) * (part.visits + 1);
+    copies.part.box.makeEmpty();
+    for (SbMatrix const& place : places) {
+        if (part.box.isEmpty())
+            break;
+        SbBox3f box = part.box;
+        box.transform(place);
+        copies.part.box.extendBy(box);
+    }
+    return add(copies.part);
 }
 
 void FltGroupBuilder::addProperty(SoNode* node)

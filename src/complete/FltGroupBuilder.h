@@ -4,6 +4,7 @@
 
 #include <Inventor/SbMatrix.h>
 #include <Inventor/nodes/SoGroup.h>
+#include <vector>
 
 /// Fills a group with parts, and keeps the account of what it costs. Nested parts could make a scene deeper
 /// than the toolkit's stack.
@@ -16,6 +17,10 @@ public:
     /// Adds a part. One that would make the scene too deep is left out, and that is reported.
     /// @return whether it was added
     bool add(FltScenePart const& part);
+
+    /// Adds one node that draws a part at several places.
+    /// @return whether it was added; see add()
+    bool addCopies(FltScenePart const& part, std::vector<SbMatrix> const& places);
 
     /// Adds a node that draws nothing.
     void addProperty(SoNode* node);

@@ -22,8 +22,9 @@
 namespace
 {
 
-/// Copies that the replications of one conversion make.
-constexpr std::int64_t mostReplications = 100'000;
+/// A copy below so many levels counts twice, below twice as many five times, and so on: whatever is written of
+/// it is indented by them.
+constexpr int levelsOfWeight = 16;
 
 /// Words of all masks of a switch that fit to a child; see FltCompleteSwitch::shows().
 constexpr std::size_t switchHeadSize = 28;
@@ -200,26 +201,27 @@ void FltSceneBuilder::addContents(Number number, FltGroupBuilder& group, float o
     addChildren(number, group, objectTransparency);
 }
 
+/// Adds a part, and as many copies of it as there may be, each moved on by a step.
 void FltSceneBuilder::addReplications(FltGroupBuilder& group, FltScenePart const& content,
                                       SbMatrix const& step, int count)
 {
-    group.add(content);
-    SbMatrix moved = step;
-    for (int i = 0; i < count; ++i) {
-        if (++setting.replications > mostReplications) {
-            FltWarningMessageConsole::notifyGuard("Too many replications: further ones are left out");
-            return;
-        }
-        FltGroupBuilder copy(new SoSeparator);
-        copy.addMatrix(moved);
-        if (!addShared(copy, content) || !group.add(copy.finish()))
-            return;
-        moved.multRight(step);
-    }
+    std::int64_t const visitsOfACopy = content.visits + 1;
+    std::int64_t const steps = setting.levels / levelsOfWeight;
+    std::int64_t const weight = 1 + steps * steps;
+    std::int64_t const most = std::min(setting.copiesLeft / weight, setting.visitsLeft / visitsOfACopy);
+    if (count > most)
+        FltWarningMessageConsole::notifyGuard("Too many replications: further ones are left out");
+    std::int64_t const made = std::min<std::int64_t>(count, most);
+    setting.copiesLeft -= made * weight;
+    setting.visitsLeft -= made * visitsOfACopy;
+    if (made > 0)
+        group.addCopies(content, FltTransformation::placesOf(step, static_cast<int>(made)));
+    else
+        group.add(content);
 }
 
-/// Adds a part that stands elsewhere too.
-bool FltSceneBuilder::addShared(FltGroupBuilder& group, FltScenePart const& part)
+/// Whether a part that stands elsewhere too may stand at one more place.
+bool FltSceneBuilder::mayShare(FltScenePart const& part)
 {
     if (part.visits > setting.visitsLeft) {
         FltWarningMessageConsole::notifyGuard(
@@ -227,7 +229,7 @@ bool FltSceneBuilder::addShared(FltGroupBuilder& group, FltScenePart const& part
         return false;
     }
     setting.visitsLeft -= part.visits;
-    return group.add(part);
+    return true;
 }
 
 void FltSceneBuilder::addChildren(Number number, FltGroupBuilder& group, float objectTransparency)
@@ -424,13 +426,15 @@ FltScenePart FltSceneBuilder::wrapped(Number number, FltScenePart const& content
     FltGroupBuilder group = namedGroup(number);
     addInfos(number, group);
     FltTransformation const transformation(model.tree, number);
-    if (transformation.getReplications() > 0) {
-        addReplications(group, content, transformation.getStep(), transformation.getReplications());
-    } else {
+    bool const isReplicated = transformation.getReplications() > 0;
+    if (!isReplicated)
         for (SbMatrix const& matrix : transformation.getMatrices())
             group.addMatrix(matrix);
-        addShared(group, content);
-    }
+    bool const isAdded = mayShare(content);
+    if (isAdded && isReplicated)
+        addReplications(group, content, transformation.getStep(), transformation.getReplications());
+    else if (isAdded)
+        group.add(content);
     addChildren(number, group, 0);
     return group.finish();
 }

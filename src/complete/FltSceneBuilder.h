@@ -32,7 +32,9 @@ public:
         std::vector<FltCompleteSwitch> switches;
         std::vector<FltCompleteDOF> dofs;
         int levels = 0; ///< That are open, those of the files that lead to the present one included.
-        std::int64_t replications = 0; ///< All copies that were made.
+
+        /// Copies that replications may still make.
+        std::int64_t copiesLeft = FltLimits::copies;
 
         /// Nodes that shared parts may still add to what a traversal visits: instances of instances could
         /// make a scene of a small file endless.
@@ -49,9 +51,9 @@ private:
     using Number = FltModelTree::Number;
 
     FltScenePart buildNode(Number number, float objectTransparency);
+    bool hasRoomFor(FltRecordView const& record);
     bool isAlone(Number number) const;
     FltScenePart buildGroup(Number number, float objectTransparency);
-    bool hasRoomFor(FltRecordView const& record);
     FltScenePart buildSwitch(Number number, float objectTransparency);
     FltScenePart buildReference(Number number);
     FltScenePart buildInstance(Number number);
@@ -66,8 +68,8 @@ private:
                             FltFaceCollector& collector, FltLODChains& levels);
     void addReplications(FltGroupBuilder& group, FltScenePart const& content, SbMatrix const& step,
                          int count);
-    bool addShared(FltGroupBuilder& group, FltScenePart const& part);
     FltGroupBuilder namedGroup(Number number);
+    bool mayShare(FltScenePart const& part);
     void addInfos(Number number, FltGroupBuilder& group);
     FltScenePart wrapped(Number number, FltScenePart const& content);
     FltScenePart buildSwitchChild(Number child, float objectTransparency);

@@ -114,6 +114,18 @@ FltTransformation::FltTransformation(FltModelTree const& tree, FltModelTree::Num
         replications = 0;
 }
 
+std::vector<SbMatrix> FltTransformation::placesOf(SbMatrix const& step, int copies)
+{
+    std::vector<SbMatrix> places;
+    places.reserve(static_cast<std::size_t>(copies) + 1);
+    SbMatrix place = SbMatrix::identity();
+    for (int i = 0; i <= copies && isFinite(place); ++i) {
+        places.push_back(place);
+        place.multRight(step);
+    }
+    return places;
+}
+
 /// The steps act in their order.
 void FltTransformation::takeStep(FltRecordView const& record)
 {

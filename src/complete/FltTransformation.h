@@ -18,6 +18,10 @@ public:
     int getReplications() const { return replications; }
     SbMatrix const& getStep() const { return matrices.back(); }
 
+    /// Where a part and its copies stand, each moved on by a step. Places that numbers can't tell any more
+    /// are left out.
+    static std::vector<SbMatrix> placesOf(SbMatrix const& step, int copies);
+
 private:
     void takeStep(FltRecordView const& record);
 

@@ -41,6 +41,11 @@ struct Ceiling {
 /// stand.
 constexpr Ceiling sceneNodes{4'000'000, 50};
 
+/// Copies that the replications of a database make, for every one and for so many bytes more of it and of the
+/// files that it refers to.
+constexpr std::int64_t copies = 10'000;
+constexpr std::int64_t bytesForACopy = 8;
+
 /// Steps spent on one conversion's checks of instance references.
 constexpr Ceiling instanceCheckSteps{4'000'000, 10};
 

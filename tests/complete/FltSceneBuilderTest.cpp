@@ -1,16 +1,25 @@
 #include "complete/FltSceneBuilder.h"
 
 #include "support/CompleteDatabase.h"
+#include "support/Text.h"
 #include "toolkit/SoNodeName.h"
 
+#include "messages/FltLimits.h"
+
+#include <Inventor/SoPickedPoint.h>
 #include <Inventor/VRMLnodes/SoVRMLBillboard.h>
+#include <Inventor/actions/SoRayPickAction.h>
 #include <Inventor/actions/SoSearchAction.h>
+#include <Inventor/misc/SoChildList.h>
 #include <Inventor/nodes/SoAsciiText.h>
 #include <Inventor/nodes/SoInfo.h>
 #include <Inventor/nodes/SoLOD.h>
+#include <Inventor/nodes/SoMultipleCopy.h>
 #include <Inventor/nodes/SoPointLight.h>
 #include <Inventor/nodes/SoSpotLight.h>
+#include <cmath>
 #include <gtest/gtest.h>
+#include <map>
 #include <set>
 
 using Fields = FltWriter::Fields;
@@ -36,6 +45,38 @@ std::vector<Node*> findAll(SoNode* root)
 std::vector<double> matrixWithMove(double x, double y, double z)
 {
     return {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, x, y, z, 1};
+}
+
+/// A square below a group "row" that is replicated along y.
+CompleteDatabase replicated(int copies)
+{
+    CompleteDatabase database;
+    std::vector<double> const offsets = database.square();
+    database.begin().add("Group", {{"idASCII", "row"}}).add("Replicate", {{"numberOfReplications", copies}});
+    database.writer.add("Matrix", {{"matrix", matrixWithMove(0, 2, 0)}}).push();
+    database.object(offsets).writer.pop();
+    return database;
+}
+
+/// How many nodes a traversal meets, without one.
+double visitsOf(SoNode* node, std::map<SoNode*, double>& known)
+{
+    auto const [entry, isNew] = known.try_emplace(node, 1);
+    if (isNew && node->getChildren() != nullptr) {
+        double below = 0;
+        for (int i = 0; i < node->getChildren()->getLength(); ++i)
+            below += visitsOf((*node->getChildren())[i], known);
+        if (node->isOfType(SoMultipleCopy::getClassTypeId()))
+            below *= static_cast<SoMultipleCopy*>(node)->matrix.getNum();
+        known[node] = 1 + below;
+    }
+    return known[node];
+}
+
+double visitsOf(SoNode* root)
+{
+    std::map<SoNode*, double> known;
+    return visitsOf(root, known);
 }
 
 /// Below a record of these fields stands a square.
@@ -331,6 +372,96 @@ TEST(FltSceneBuilder, repeatsReplicatedGroups)
     many.writer.add("Matrix", {{"matrix", matrixWithMove(0, 2, 0)}});
     many.convert();
     EXPECT_NE(many.messages.find("Too many replications"), std::string::npos);
+}
+
+TEST(FltSceneBuilder, holdsAllCopiesOfAReplicationInOneNode)
+{
+    FltCompleteConversion::Result const result = replicated(20).convert();
+    std::vector<SoMultipleCopy*> const copies = findAll<SoMultipleCopy>(result.root.get());
+    ASSERT_EQ(copies.size(), 1U);
+    EXPECT_EQ(copies[0]->matrix.getNum(), 21);
+    EXPECT_EQ(copies[0]->getNumChildren(), 1);
+    EXPECT_EQ(DrawnScene(result.root.get()).extent(), "0 0 0 to 1 41 0");
+}
+
+TEST(FltSceneBuilder, tellsTheRecordsOfACopyThatIsPicked)
+{
+    FltCompleteConversion::Result const result = replicated(20).convert();
+    SoRayPickAction pick{SbViewportRegion(100, 100)};
+    pick.setRay(SbVec3f(0.5F, 24.5F, 5), SbVec3f(0, 0, -1));
+    pick.apply(result.root.get());
+    ASSERT_NE(pick.getPickedPoint(), nullptr);
+    EXPECT_TRUE(pick.getPickedPoint()->getPoint().equals(SbVec3f(0.5F, 24.5F, 0), 1e-3F));
+    std::string names;
+    SoPath const& path = *pick.getPickedPoint()->getPath();
+    for (int i = 0; i < path.getLength(); ++i)
+        names += std::string(path.getNode(i)->getName().getString()) + '/';
+    EXPECT_NE(names.find("row/"), std::string::npos) << names;
+    EXPECT_NE(names.find("o/"), std::string::npos) << names;
+}
+
+TEST(FltSceneBuilder, letsCopiesGrowWithTheBytesOfTheFile)
+{
+    for (std::size_t const bytes : {std::size_t{0}, std::size_t{100'000}}) {
+        CompleteDatabase database = replicated(2'000'000'000);
+        database.writer.addBytes(repeated(FltWriter().add("Group").lastRecord(), bytes / 44));
+        FltCompleteConversion::Result const result = database.convert();
+        EXPECT_NE(database.messages.find("Too many replications"), std::string::npos);
+        ASSERT_EQ(findAll<SoMultipleCopy>(result.root.get()).size(), 1U);
+        std::int64_t const size = static_cast<std::int64_t>(database.writer.bytes().size());
+        EXPECT_EQ(findAll<SoMultipleCopy>(result.root.get())[0]->matrix.getNum(),
+                  1 + FltLimits::copies + size / FltLimits::bytesForACopy);
+    }
+}
+
+TEST(FltSceneBuilder, makesFewerCopiesBelowManyLevels)
+{
+    CompleteDatabase database;
+    database.begin();
+    for (int i = 0; i < 800; ++i)
+        database.writer.add("Group").push();
+    database.writer.add("Group").add("Replicate", {{"numberOfReplications", 2'000'000'000}});
+    database.writer.add("Matrix", {{"matrix", matrixWithMove(0, 2, 0)}});
+    FltCompleteConversion::Result const result = database.convert();
+    ASSERT_EQ(findAll<SoMultipleCopy>(result.root.get()).size(), 1U);
+    EXPECT_LT(findAll<SoMultipleCopy>(result.root.get())[0]->matrix.getNum(), FltLimits::copies / 50);
+}
+
+TEST(FltSceneBuilder, endsCopiesWhereNumbersEnd)
+{
+    CompleteDatabase database;
+    std::vector<double> const offsets = database.square(1, 1, 1);
+    database.begin().add("Group").add("Replicate", {{"numberOfReplications", 1000}});
+    database.writer.add("Matrix", {{"matrix", {10, 0, 0, 0, 0, 10, 0, 0, 0, 0, 10, 0, 0, 0, 0, 1}}}).push();
+    database.object(offsets).writer.pop();
+    FltCompleteConversion::Result const result = database.convert();
+    ASSERT_EQ(findAll<SoMultipleCopy>(result.root.get()).size(), 1U);
+    SoMFMatrix const& matrix = findAll<SoMultipleCopy>(result.root.get())[0]->matrix;
+    EXPECT_EQ(matrix.getNum(), 30);
+    EXPECT_TRUE(std::isfinite(matrix[matrix.getNum() - 1][0][0]));
+}
+
+TEST(FltSceneBuilder, countsTheFirstOfReplicatedInstancesToo)
+{
+    CompleteDatabase database;
+    std::vector<double> const offsets = database.square();
+    database.begin();
+    for (int level = 0; level < 60; ++level) {
+        database.writer.add("InstanceDefinition", {{"instanceDefinitionNumber", level}}).push();
+        if (level == 0)
+            database.object(offsets);
+        for (int i = 0; level > 0 && i < 4; ++i) {
+            database.writer.add("InstanceReference", {{"instanceDefinitionNumber", level - 1}});
+            database.writer.add("Replicate", {{"numberOfReplications", 1}});
+            database.writer.add("Matrix", {{"matrix", matrixWithMove(0, 2, 0)}});
+        }
+        database.writer.pop();
+    }
+    database.writer.add("InstanceReference", {{"instanceDefinitionNumber", 59}});
+    FltCompleteConversion::Result const result = database.convert();
+    std::int64_t const size = static_cast<std::int64_t>(database.writer.bytes().size());
+    EXPECT_LT(visitsOf(result.root.get()),
+              static_cast<double>(FltLimits::sceneNodes.floor + size * FltLimits::sceneNodes.perByte));
 }
 
 TEST(FltSceneBuilder, keepsWhatStandsBelowLightPointsClipRegionsTextsAndUnknownRecords)

@@ -1,5 +1,6 @@
 #include "robustness/Endurance.h"
 #include "robustness/MeasuredConversion.h"
+#include "support/Text.h"
 #include "writer/FltWriter.h"
 
 #include "messages/FltLimits.h"
@@ -25,15 +26,6 @@ void expectToBeBounded(MeasuredConversion const& conversion, FltWriter const& fl
     EXPECT_EQ(conversion.result, 0);
     EXPECT_GT(conversion.memory, flt.bytes().size()) << "what is measured holds the file at least";
     EXPECT_LT(conversion.memory, flt.bytes().size() * mostMemoryPerByte + mostMemory);
-}
-
-std::string repeated(std::string const& piece, std::size_t times)
-{
-    std::string text;
-    text.reserve(piece.size() * times);
-    for (; times > 0; --times)
-        text += piece;
-    return text;
 }
 
 FltWriter& addTimes(FltWriter& flt, std::string const& record, std::size_t times)

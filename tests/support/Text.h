@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <string>
 #include <string_view>
 
 /// How often @p part stands in @p text; places may overlap.
@@ -9,4 +11,14 @@ inline int countOf(std::string_view text, std::string_view part)
     for (std::size_t at = text.find(part); at != std::string_view::npos; at = text.find(part, at + 1))
         ++count;
     return count;
+}
+
+/// A text so many times in a row.
+inline std::string repeated(std::string const& piece, std::size_t times)
+{
+    std::string text;
+    text.reserve(piece.size() * times);
+    for (; times > 0; --times)
+        text += piece;
+    return text;
 }

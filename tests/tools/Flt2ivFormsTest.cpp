@@ -4,6 +4,7 @@
 #include "SmallDatabases.h"
 #include "pictures/PictureDatabases.h"
 #include "support/SmallPictures.h"
+#include "support/Text.h"
 
 #include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/nodes/SoTexture2.h>
@@ -13,6 +14,11 @@
 
 namespace
 {
+
+std::vector<double> moved(double x, double y)
+{
+    return {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, x, y, 0, 1};
+}
 
 class Flt2ivForms : public testing::Test
 {
@@ -29,6 +35,27 @@ protected:
         EXPECT_EQ(run.exitCode, 0) << options << run.errors;
         EXPECT_EQ(run.errors, "") << options;
         return folder / name;
+    }
+
+    /// A triangle in a row of copies, which stands in another row if @p isNested.
+    static std::string replicated(bool isNested)
+    {
+        FltWriter flt;
+        flt.vertexPalette();
+        std::vector<double> corners;
+        for (int i = 0; i < 3; ++i)
+            corners.push_back(flt.vertex("VertexColor", i, i * i, 0));
+        flt.push().add("InstanceDefinition", {{"instanceDefinitionNumber", 1}}).push();
+        flt.add("Object", {{"idASCII", "o"}}).push().face(corners).pop().pop();
+        for (int row = 0; row < 2; ++row) {
+            flt.add("Group", {{"idASCII", "row"}});
+            if (isNested && row == 0)
+                flt.add("Replicate", {{"numberOfReplications", 10}}).add("Matrix", {{"matrix", moved(0, 5)}});
+            flt.push().add("InstanceReference", {{"instanceDefinitionNumber", 1}});
+            flt.add("Replicate", {{"numberOfReplications", 20}}).add("Matrix", {{"matrix", moved(3, 0)}});
+            flt.pop();
+        }
+        return flt.pop().bytes();
     }
 
     ScratchFolder folder;
@@ -69,6 +96,27 @@ TEST_F(Flt2ivForms, drawAsManyTrianglesOfTheSampleInEach)
         EXPECT_EQ(trianglesIn(converted(options, sample, "other.wrl")), triangles) << options;
     int const exactly = trianglesIn(converted("--exact", sample, "exact.iv"));
     EXPECT_EQ(trianglesIn(converted("--exact", sample, "exact.wrl")), exactly);
+}
+
+TEST_F(Flt2ivForms, drawAllCopiesInTheirPlaces)
+{
+    for (bool const isNested : {false, true}) {
+        std::string const input = folder.write("copies.flt", replicated(isNested));
+        std::string const iv = converted("", input, "copies.iv"), vrml = converted("", input, "copies.wrl");
+        DrawnScene const expected(sceneIn(iv).get()), drawn(sceneIn(vrml).get());
+        EXPECT_EQ(drawn.triangles.size(), isNested ? 21U * 11 + 21 : 2U * 21);
+        EXPECT_EQ(expected.triangles.size(), drawn.triangles.size());
+        EXPECT_EQ(expected.extent(), drawn.extent());
+    }
+}
+
+TEST_F(Flt2ivForms, writeOutCopiesAroundOneSharedPart)
+{
+    std::string const text = contentsOf(converted("", folder.write("a.flt", replicated(true)), "copies.wrl"));
+    EXPECT_EQ(countOf(text, "Transform {"), 2 * 21 + 11)
+        << "two groups of copies, one below the other's copies";
+    EXPECT_EQ(countOf(text, "IndexedFaceSet {"), 1);
+    EXPECT_EQ(countOf(text, "copies:"), 0) << "marks are no names";
 }
 
 TEST_F(Flt2ivForms, drawAsManyTrianglesOfEachFeatureInVrml)

@@ -1,6 +1,7 @@
 #include "iv/SceneFile.h"
 
 #include "iv/SceneStream.h"
+#include "iv/VrmlCopies.h"
 #include "support/SceneNodes.h"
 
 #include "toolkit/SceneWriter.h"
@@ -73,11 +74,20 @@ void makeNamesPlain(SoNode* root)
 SoNodeRef<SoNode> vrmlOf(SoNode* root)
 {
     NamedFilesPassedOver const passedOver;
-    makeNamesPlain(root);
-    SceneWriter::makePlain(root);
     SoToVRML2Action action;
     action.apply(root);
     return SoNodeRef<SoNode>(action.getVRML2SceneGraph());
+}
+
+void writeVrml(SoNode* root, SoOutput& output)
+{
+    makeNamesPlain(root);
+    SceneWriter::makePlain(root);
+    VrmlCopies const copies(root);
+    SoNodeRef<SoNode> const vrml = vrmlOf(root);
+    copies.addTo(vrml.get());
+    output.setHeaderString("#VRML V2.0 utf8");
+    SceneWriter::write(vrml.get(), output);
 }
 
 void writeScene(SoNode* root, FILE* stream, SceneForm const& form)
@@ -85,12 +95,10 @@ void writeScene(SoNode* root, FILE* stream, SceneForm const& form)
     SceneWriter::Output output;
     output.setFilePointer(stream);
     output.setBinary(form.isBinary);
-    if (!form.isVrml) {
+    if (form.isVrml)
+        writeVrml(root, output);
+    else
         SceneWriter::write(root, output);
-        return;
-    }
-    output.setHeaderString("#VRML V2.0 utf8");
-    SceneWriter::write(vrmlOf(root).get(), output);
 }
 
 } // namespace
