@@ -1,11 +1,27 @@
-// Writes the databases that the fuzzer starts from into a folder.
+// Writes the databases that the fuzzers start from into a folder: databases, and pictures by their formats.
 
+#include "support/MadePictures.h"
 #include "writer/EveryRecord.h"
 
 #include <exception>
 #include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <string>
+#include <utility>
+#include <vector>
+
+namespace
+{
+
+void writePictures(std::filesystem::path const& folder, std::vector<MadePicture> const& pictures)
+{
+    std::filesystem::create_directories(folder);
+    for (MadePicture const& picture : pictures)
+        std::ofstream(folder / picture.name, std::ios::binary) << picture.bytes;
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
@@ -15,10 +31,19 @@ int main(int argc, char** argv)
     }
     try {
         std::filesystem::path const folder = argv[1];
-        std::filesystem::create_directories(folder);
+        std::filesystem::path const databases = folder / "databases";
+        std::filesystem::create_directories(databases);
         for (int const revision : {11, 13, 1420, 1510, 1540, 1570, 1580, 1600})
-            everyRecordInBrief(revision).save(folder / (std::to_string(revision) + ".flt"));
-        everyRecord(1570).save(folder / "1570_whole.flt");
+            everyRecordInBrief(revision).save(databases / (std::to_string(revision) + ".flt"));
+        everyRecord(1570).save(databases / "1570_whole.flt");
+        using namespace MadePictures;
+        for (auto const& [format, make] : {std::pair("png", png),
+                                           {"jpeg", jpeg},
+                                           {"tiff", tiff},
+                                           {"gif", gif},
+                                           {"sgi", sgi},
+                                           {"tga", tga}})
+            writePictures(folder / format, make());
     } catch (std::exception const& problem) {
         std::cerr << "write_seeds: " << problem.what() << '\n';
         return 1;

@@ -1,24 +1,22 @@
 #include "complete/FltAppearanceNodes.h"
 
+#include "toolkit/SoSharedTexture.h"
+
 #include <Inventor/nodes/SoDrawStyle.h>
 #include <Inventor/nodes/SoLightModel.h>
 #include <Inventor/nodes/SoPolygonOffset.h>
 #include <Inventor/nodes/SoShapeHints.h>
 #include <Inventor/nodes/SoTextureUnit.h>
 #include <Inventor/nodes/SoTransparencyType.h>
-#include <filesystem>
-#include <system_error>
 
 namespace
 {
 
-/// A texture beside the file that refers to it, if it is there; otherwise by its name as it is stored.
-SoNodeRef<SoTexture2> textureBeside(std::string const& stored, std::string const& referringFile)
+/// A texture that has its name alone.
+SoNodeRef<SoTexture2> named(std::string const& stored)
 {
-    std::string const name = referringFile.substr(0, referringFile.rfind('/') + 1) + stored;
-    std::error_code error;
     SoNodeRef<SoTexture2> node(new SoTexture2);
-    node->filename = (std::filesystem::is_regular_file(name, error) ? name : stored).c_str();
+    SoSharedTexture::nameSilently(*node, stored);
     return node;
 }
 
@@ -99,7 +97,7 @@ SoTexture2* FltAppearanceNodes::textureOf(std::int32_t index)
     if (node.get() == nullptr) {
         FltTextureNames const& palette = *palettes.textures;
         std::string const& stored = palette.names.at(index);
-        node = makeTexture ? makeTexture(stored, palette.file) : textureBeside(stored, palette.file);
+        node = makeTexture ? makeTexture(stored, palette.file) : named(stored);
     }
     return node.get();
 }

@@ -1,7 +1,7 @@
 #include "convert/FltTextures.h"
 
 #include "messages/FltWarningMessageConsole.h"
-#include "toolkit/ImageSafety.h"
+#include "textures/Picture.h"
 #include "toolkit/ImageSearch.h"
 
 #include <sys/stat.h>
@@ -16,13 +16,19 @@ SoNodeRef<SoTexture2> makeByToolkit(std::string const& name)
     return texture;
 }
 
-SoNodeRef<SoTexture2> makeWithoutPicture(std::string const& name, std::string const& reason,
-                                         std::string const& path)
+SoNodeRef<SoTexture2> makeByName(std::string const& name)
 {
-    FltWarningMessageConsole::notifyGuard(reason, ": " + path);
     SoNodeRef<SoTexture2> texture(new SoTexture2);
     SoSharedTexture::nameSilently(*texture, name);
     return texture;
+}
+
+/// Why a file isn't given to the toolkit; empty if it is.
+std::string problemOf(std::string const& path)
+{
+    Picture const picture = Picture::read(path);
+    bool const isForUsAlone = picture.pixels != nullptr && !picture.isSafeForToolkit;
+    return isForUsAlone ? "is a picture of a kind that the toolkit doesn't read" : picture.problem;
 }
 
 } // namespace
@@ -31,17 +37,17 @@ SoNodeRef<SoTexture2> FltTextures::make(std::string const& name)
 {
     std::string const path = name.empty() ? "" : ImageSearch::find(name);
     struct stat status = {};
-    if (path.empty() || ::stat(path.c_str(), &status) != 0 || S_ISDIR(status.st_mode))
-        return makeByToolkit(name);
-    if (!S_ISREG(status.st_mode))
-        return makeWithoutPicture(name, "A texture isn't read, since its file isn't a plain one", path);
+    if (path.empty() || ::stat(path.c_str(), &status) != 0)
+        return makeByToolkit(name); // which says that there is no such file
+    if (S_ISDIR(status.st_mode))
+        return makeByName(name);
     File& file = files[{status.st_dev, status.st_ino}];
     if (!file.isMet)
-        file.problem = ImageSafety::problemOf(path);
-    if (file.problem != nullptr) {
+        file.problem = problemOf(path);
+    if (!file.problem.empty()) {
         file.isMet = true;
-        return makeWithoutPicture(name, std::string("A texture isn't read, since its file ") + file.problem,
-                                  path);
+        FltWarningMessageConsole::notifyGuard("A texture isn't read", ": " + path + " " + file.problem);
+        return makeByName(name);
     }
     if (file.isMet && file.pixels == nullptr)
         file.pixels = SoSharedPixels::copyOf(makeByToolkit(name)->image);

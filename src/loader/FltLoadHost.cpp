@@ -209,8 +209,8 @@ void FltLoadHost::addTexture(FltSceneTextures::Texture&& texture)
     if (texture.path.empty()) {
         std::string text;
         if (!texture.unreadable.empty()) {
-            text = "Texture " + texture.name + " isn't shown: " + texture.unreadable +
-                   " is no image that can be read. Convert it into another format.";
+            text = "Texture " + texture.name + " isn't shown: " + texture.unreadable + " " + texture.problem +
+                   ". " + Picture::advice;
         } else {
             text = "Texture " + texture.name + " isn't shown: it is neither";
             for (std::string const& place : texture.tried)

@@ -1,10 +1,5 @@
 #include "search/FltSceneTextures.h"
 
-#include "toolkit/ImageSafety.h"
-#include "toolkit/SoErrorRedirect.h"
-
-#include <Inventor/SbImage.h>
-#include <Inventor/errors/SoDebugError.h>
 #include <algorithm>
 #include <filesystem>
 
@@ -14,25 +9,6 @@ namespace
 std::string directoryOf(std::string const& file)
 {
     return file.substr(0, file.rfind('/') + 1);
-}
-
-/// Decodes an image. @return null if it can't be read, or not without harm
-std::shared_ptr<SoSharedPixels const> decode(std::string const& path)
-{
-    SoErrorRedirect<SoDebugError> const silence([](SoError const*, void*) {},
-                                                nullptr); // the caller reports it
-    SbImage image;
-    bool const isRead = ImageSafety::problemOf(path) == nullptr && image.readFile(path.c_str());
-    return isRead ? SoSharedPixels::copyOf(image) : nullptr;
-}
-
-/// A name by which the image library reads an open file, whatever stands under its path by now. It knows TGA
-/// images by the ending of the path alone.
-std::string nameOf(OpenFile const& file, std::string const& path)
-{
-    std::string const ending = path.substr(std::min(path.rfind('.'), path.size()));
-    bool const isTga = ending == ".tga" || ending == ".TGA";
-    return isTga ? path : "/proc/self/fd/" + std::to_string(file.descriptor());
 }
 
 /// The name of a file as seen from a directory.
@@ -82,14 +58,17 @@ FltSceneTextures::resolve(std::function<void(std::string const& path)> const& on
 FltSceneTextures::Texture
 FltSceneTextures::resolveOne(Made const& made, std::function<void(std::string const& path)> const& onImage)
 {
-    Texture texture{made.name, made.database, {}, {}, {}};
-    Pixels pixels;
+    Texture texture{made.name, made.database, {}, {}, {}, {}};
+    std::shared_ptr<SoSharedPixels const> pixels;
     FltTextureSearch::Result result = search.find(made.name, {databaseDirectory, directoryOf(made.database)},
                                                   [&](std::string const& path, OpenFile const& file) {
                                                       onImage(path);
-                                                      pixels = pixelsOf(path, file);
-                                                      if (pixels == nullptr && texture.unreadable.empty())
+                                                      Picture const& picture = pictureOf(path, file);
+                                                      pixels = picture.pixels;
+                                                      if (pixels == nullptr && texture.unreadable.empty()) {
                                                           texture.unreadable = path;
+                                                          texture.problem = picture.problem;
+                                                      }
                                                       return pixels != nullptr;
                                                   });
     texture.path = std::move(result.path);
@@ -97,6 +76,7 @@ FltSceneTextures::resolveOne(Made const& made, std::function<void(std::string co
     if (pixels == nullptr)
         return texture;
     texture.unreadable.clear();
+    texture.problem.clear();
     std::string const name = namesFrom ? relativeName(texture.path, *namesFrom) : texture.path;
     for (SoNodeRef<SoSharedTexture> const& node : made.nodes) {
         node->setPixels(pixels);
@@ -105,13 +85,14 @@ FltSceneTextures::resolveOne(Made const& made, std::function<void(std::string co
     return texture;
 }
 
-FltSceneTextures::Pixels FltSceneTextures::pixelsOf(std::string const& path, OpenFile const& file)
+Picture const& FltSceneTextures::pictureOf(std::string const& path, OpenFile const& file)
 {
+    static Picture const none;
     std::optional<OpenFile::Identity> const identity = file.identity();
     if (!identity)
-        return nullptr;
-    auto const [known, isNew] = images.try_emplace(*identity);
+        return none;
+    auto const [known, isNew] = pictures.try_emplace(*identity);
     if (isNew)
-        known->second = decode(nameOf(file, path));
+        known->second = Picture::read(file.descriptor(), path);
     return known->second;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "search/FltTextureSearch.h"
+#include "textures/Picture.h"
 #include "toolkit/SoNodeRef.h"
 #include "toolkit/SoSharedTexture.h"
 
@@ -39,6 +40,7 @@ public:
         std::string path;               ///< Where it was found; empty if it wasn't.
         std::vector<std::string> tried; ///< Otherwise: places where it was looked for.
         std::string unreadable; ///< Otherwise: a file that is there, but is no image that can be read.
+        std::string problem;    ///< Then: the end of a sentence about it.
     };
 
     /// Looks for the images, and gives each node the path of its own and the pixels. One that isn't found
@@ -54,15 +56,13 @@ private:
         std::vector<SoNodeRef<SoSharedTexture>> nodes;
     };
 
-    using Pixels = std::shared_ptr<SoSharedPixels const>;
-
     Texture resolveOne(Made const& made, std::function<void(std::string const& path)> const& onImage);
-    Pixels pixelsOf(std::string const& path, OpenFile const& file);
+    Picture const& pictureOf(std::string const& path, OpenFile const& file);
 
     std::string databaseDirectory;
     FltTextureSearch search;
     std::optional<std::string> namesFrom;
     std::vector<Made> textures;
     std::map<std::pair<std::string, std::string>, std::size_t> positions; ///< By name and database.
-    std::map<OpenFile::Identity, Pixels> images;
+    std::map<OpenFile::Identity, Picture> pictures;
 };

@@ -4,18 +4,6 @@
 
 #include <utility>
 
-std::shared_ptr<SoSharedPixels const> SoSharedPixels::copyOf(unsigned char const* bytes, SbVec2s size,
-                                                             int components)
-{
-    auto pixels = std::make_shared<SoSharedPixels>();
-    pixels->size = size;
-    pixels->components = components;
-    pixels->bytes.assign(bytes, bytes + static_cast<std::size_t>(size[0]) *
-                                            static_cast<std::size_t>(size[1]) *
-                                            static_cast<std::size_t>(components));
-    return pixels;
-}
-
 void SoSharedTexture::setPixels(std::shared_ptr<SoSharedPixels const> pixels)
 {
     std::shared_ptr<SoSharedPixels const> const before = std::exchange(kept, std::move(pixels));

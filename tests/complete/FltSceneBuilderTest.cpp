@@ -1,10 +1,9 @@
 #include "complete/FltSceneBuilder.h"
 
+#include "messages/FltLimits.h"
 #include "support/CompleteDatabase.h"
 #include "support/Text.h"
 #include "toolkit/SoNodeName.h"
-
-#include "messages/FltLimits.h"
 
 #include <Inventor/SoPickedPoint.h>
 #include <Inventor/VRMLnodes/SoVRMLBillboard.h>

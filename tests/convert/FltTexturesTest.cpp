@@ -1,9 +1,11 @@
 #include "convert/FltTextures.h"
 
+#include "support/MadePictures.h"
 #include "support/SceneText.h"
 #include "support/ScratchFolder.h"
 #include "support/SmallPictures.h"
 #include "support/StreamCapture.h"
+#include "support/ToolkitReads.h"
 
 #include <Inventor/nodes/SoSeparator.h>
 #include <cstring>
@@ -83,22 +85,28 @@ TEST_F(FltTexturesTest, APipeIsNotOpenedAndReported)
     SoNodeRef<SoTexture2> const texture = textures.make(path);
     EXPECT_EQ(texture->filename.getValue(), path.c_str());
     EXPECT_EQ(pixelsOf(*texture.get()), nullptr);
-    EXPECT_EQ(err.str(), "WARNING ! A texture isn't read, since its file isn't a plain one: " + path +
-                             "\n(Warning Level: 2)\n\n");
+    EXPECT_EQ(err.str(),
+              "WARNING ! A texture isn't read: " + path + " isn't a plain file" + "\n(Warning Level: 2)\n\n");
 }
 
-TEST_F(FltTexturesTest, AFolderIsLeftToTheToolkitWithoutAWord)
+TEST_F(FltTexturesTest, AFolderIsPassedOverWithoutAWord)
 {
     SoNodeRef<SoTexture2> const texture = textures.make(folder / "");
     EXPECT_EQ(pixelsOf(*texture.get()), nullptr);
     EXPECT_EQ(err.str(), "");
 }
 
-TEST_F(FltTexturesTest, AFileThatIsNoPictureIsTriedAgainForEachNode)
+TEST_F(FltTexturesTest, AFileThatIsNoPictureIsNamedAndReportedForEachNode)
 {
     std::string const path = folder.write("a.rgb", "no picture");
-    for (int i = 0; i < 3; ++i)
-        EXPECT_EQ(pixelsOf(*textures.make(path).get()), nullptr);
+    std::string const report = "WARNING ! A texture isn't read: " + path +
+                               " is no picture of a kind that is read\n(Warning Level: 2)\n\n";
+    for (int i = 0; i < 2; ++i) {
+        SoNodeRef<SoTexture2> const texture = textures.make(path);
+        EXPECT_EQ(pixelsOf(*texture.get()), nullptr);
+        EXPECT_EQ(texture->filename.getValue(), path.c_str());
+    }
+    EXPECT_EQ(err.str(), report + report);
 }
 
 } // namespace
@@ -113,7 +121,36 @@ TEST_F(FltTexturesTest, APictureThatItsFileCantHoldIsNamedAndNotRead)
         EXPECT_EQ(texture->filename.getValue(), path.c_str());
         EXPECT_EQ(pixelsOf(*texture.get()), nullptr);
     }
-    EXPECT_NE(
-        err.str().find("A texture isn't read, since its file can't hold a picture of its size: " + path),
-        std::string::npos);
+    EXPECT_NE(err.str().find("A texture isn't read: " + path + " can't hold a picture of its size\n"),
+              std::string::npos);
+}
+
+TEST_F(FltTexturesTest, TheToolkitReadsWhatOurDecodersAccept)
+{
+    for (MadePicture const& made : MadePictures::all()) {
+        std::string const path = folder.write(made.name, made.bytes);
+        SoNodeRef<SoTexture2> const texture = textures.make(path);
+        EXPECT_EQ(texture->filename.getValue(), path.c_str());
+        if (made.toolkit == MadePicture::Toolkit::agrees) {
+            EXPECT_NE(pixelsOf(*texture.get()), nullptr) << made.name;
+        }
+    }
+}
+
+TEST_F(FltTexturesTest, TheToolkitGetsNoFileThatOurDecodersDontAccept)
+{
+    std::string late = MadePictures::png()[3].bytes;
+    late.insert(8, std::string("\0\0\0\0tEXtsum.", 12)); // a chunk before the head
+    std::string old = MadePictures::gif()[0].bytes;
+    old.replace(3, 3, "79a");
+    std::string const large = "GIF79a\xff\x7f\xff\x7f" + std::string(31, '\0');
+    std::string const wide = MadePictures::sgi().back().bytes; // two bytes for each value
+    ToolkitReads const reads;
+    for (std::string const& bytes :
+         {late, old, large, wide, std::string("DDS "), std::string("BM"), std::string()}) {
+        std::string const path = folder.write("a.png", bytes);
+        SoNodeRef<SoTexture2> const texture = FltTextures().make(path);
+        EXPECT_EQ(texture->filename.getValue(), path.c_str());
+    }
+    EXPECT_EQ(reads.number, 0);
 }

@@ -2,6 +2,7 @@
 
 #include "support/ConvertedFile.h"
 #include "support/FileSizeLimit.h"
+#include "support/MadePictures.h"
 #include "support/NameTable.h"
 #include "support/ObjectDatabase.h"
 #include "support/OpenWatch.h"
@@ -9,6 +10,8 @@
 #include "support/ScratchFolder.h"
 #include "support/SmallPictures.h"
 #include "support/StreamCapture.h"
+#include "support/ToolkitReads.h"
+#include "toolkit/SoNodeRef.h"
 #include "writer/FltWriter.h"
 
 #include <Inventor/SoDB.h>
@@ -315,7 +318,28 @@ TEST_F(FltLoaderTest, ReportsAnImageThatCannotBeRead)
     std::string const image = folder.write("tree.rgb", "no image");
     FltScene const scene = loader.load(save(texturedTriangle("tree.rgb")));
     ASSERT_EQ(scene.messages().size(), 1U);
-    EXPECT_NE(scene.messages()[0].text.find(image + " is no image that can be read"), std::string::npos);
+    EXPECT_NE(scene.messages()[0].text.find(image + " is no picture of a kind that is read. Save it anew"),
+              std::string::npos);
+}
+
+TEST_F(FltLoaderTest, GivesNoPictureToTheToolkitsLibrary)
+{
+    ToolkitReads const reads;
+    for (MadePicture const& made : MadePictures::all()) {
+        folder.write(made.name, made.bytes);
+        std::string const path = save(texturedTriangle(made.name));
+        for (bool const isExact : {false, true}) {
+            loader.exact = isExact;
+            FltScene const scene = loader.load(path);
+            EXPECT_EQ(reads.number, 0) << made.name;
+            SbVec2s size;
+            int components = 0;
+            EXPECT_NE(textureOf(scene)->image.getValue(size, components), nullptr) << made.name;
+        }
+    }
+    SoNodeRef<SoTexture2> const theirs(new SoTexture2);
+    theirs->filename = (folder / "grey8.png").c_str();
+    EXPECT_GT(reads.number, 0) << "which is how it would be seen";
 }
 
 TEST_F(FltLoaderTest, FindsTexturesOfExternalFilesBesideThem)

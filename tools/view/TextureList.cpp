@@ -1,8 +1,8 @@
 #include "view/TextureList.h"
 
-#include "toolkit/ImageSafety.h"
+#include "textures/Picture.h"
+#include "toolkit/SoSilentField.h"
 
-#include <Inventor/SbImage.h>
 #include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/nodes/SoNode.h>
 #include <Inventor/nodes/SoTexture2.h>
@@ -35,12 +35,12 @@ void measure(TextureList::Texture& texture)
     texture.height = size[1];
 }
 
-bool canRead(std::string const& path)
+/// Gives a node a picture and its name, without having the toolkit open the file. What is written is the name.
+void show(SoTexture2& node, SoSharedPixels const& pixels, std::string const& path)
 {
-    std::error_code problem;
-    SbImage image;
-    return std::filesystem::is_regular_file(path, problem) && ImageSafety::problemOf(path) == nullptr &&
-           image.readFile(path.c_str()) != FALSE;
+    node.image.setValue(pixels.size, pixels.components, pixels.bytes.data());
+    node.image.setDefault(TRUE);
+    SoSilentField::set(node.filename, path.c_str());
 }
 
 } // namespace
@@ -77,11 +77,12 @@ int TextureList::missingCount() const
 
 bool TextureList::setImage(std::size_t index, std::string const& path)
 {
-    if (!canRead(path))
+    Picture const picture = Picture::read(path);
+    if (picture.pixels == nullptr)
         return false;
     Texture& texture = list[index];
     for (SoTexture2* node : texture.nodes)
-        node->filename = path.c_str();
+        show(*node, *picture.pixels, path);
     measure(texture);
     return !texture.isMissing();
 }
