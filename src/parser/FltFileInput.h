@@ -1,11 +1,12 @@
 #pragma once
 
 #include "parser/FltInput.h"
-#include "toolkit/OpenFile.h"
 
 #include <cstddef>
 #include <cstdio>
 #include <memory>
+
+class OpenFile;
 
 /// A file, read whole into memory when the object is made. Backslashes of the name are taken as slashes.
 ///
@@ -16,7 +17,7 @@ class VELLOREADER_API FltFileInput : public FltInput
 public:
     explicit FltFileInput(char const* fileName);
 
-    /// Reads a file that is open already, whatever stands under its name by now.
+    /// Reads a file that the library has opened already, whatever stands under its name by now.
     /// @param fileName what it is called
     /// @param file     none if it can't be opened
     FltFileInput(char const* fileName, OpenFile file);
