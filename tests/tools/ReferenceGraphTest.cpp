@@ -4,6 +4,7 @@
 #include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <set>
 
 namespace
 {
@@ -119,4 +120,29 @@ TEST_F(ReferenceGraphTest, takesAFileForChangedThatNeedsWhatIsNotKnown)
     add(top, {folder / "lost"});
     graph.readTimes();
     EXPECT_TRUE(graph.hasChangedSince(top, ReferenceGraph::timeOf(top) + 1));
+}
+
+TEST_F(ReferenceGraphTest, looksForTexturesInTheDirectoriesOfFilesAndOfThoseThatLeadToThem)
+{
+    DatabaseScan town, house, tree;
+    town.textureNames = {"road.rgb"};
+    town.references = {{"town/lib/house.flt", "house", 1}, {"town/lib/house.flt", "house", 1}};
+    house.textureNames = {"wall.rgb", "road.rgb"};
+    house.references = {{"trees/tree.flt", "tree", 1}, {"town/town.flt", "town", 1}};
+    tree.textureNames = {"leaf.rgb"};
+    graph.add("town", town);
+    graph.add("house", house);
+    graph.add("tree", tree);
+    auto const searches = graph.textureSearches({{"town/town.flt", "town", 1}, {"alone.flt", "unknown", 1}});
+    auto const namesIn = [&](std::string const& directory) {
+        std::set<std::string> names;
+        for (auto const& [name, database] : searches.at(directory))
+            names.insert(name);
+        return names;
+    };
+    EXPECT_EQ(namesIn("town"), (std::set<std::string>{"leaf.rgb", "road.rgb", "wall.rgb"}));
+    EXPECT_EQ(namesIn("town/lib"), (std::set<std::string>{"road.rgb", "wall.rgb"}));
+    EXPECT_EQ(namesIn("trees"), std::set<std::string>{"leaf.rgb"});
+    EXPECT_TRUE(namesIn("").empty());
+    EXPECT_EQ(searches.at("trees").at("leaf.rgb"), "tree");
 }

@@ -1,6 +1,7 @@
 #include "iv/ConversionRun.h"
 
 #include "support/Numbers.h"
+#include "support/TextureFinder.h"
 #include "support/ToolError.h"
 
 #include "messages/FltText.h"
@@ -14,12 +15,13 @@
 #include <numeric>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <unordered_set>
+#include <utility>
 
 namespace
 {
 
 constexpr char scanning[] = "scan";
+constexpr char searching[] = "search";
 constexpr char converting[] = "convert";
 constexpr char done[] = "done";
 constexpr char failed[] = "failed";
@@ -50,6 +52,29 @@ void makeFolderOf(std::string const& file)
                         ". Check the permissions and the space on the disk.");
 }
 
+/// Looks for textures.
+/// @param request the directory, and their names as stored
+/// @return the number of a name and a file, for each file that a load would try
+std::vector<std::string> search(std::vector<std::string> const& request,
+                                std::vector<std::string> const& texturePath)
+{
+    std::string const database = (std::filesystem::path(request.at(1)) / "database.flt").string();
+    TextureFinder const find(database, texturePath);
+    std::vector<std::string> found;
+    for (std::size_t i = 2; i < request.size(); ++i)
+        for (std::string& file : find.candidates(request[i], database)) {
+            found.push_back(std::to_string(i - 2));
+            found.push_back(std::move(file));
+        }
+    return found;
+}
+
+bool isFile(std::string const& path)
+{
+    std::error_code ignored;
+    return std::filesystem::is_regular_file(path, ignored);
+}
+
 /// A sentence that begins with the name of the database.
 std::string about(std::string const& input, std::string const& text)
 {
@@ -73,15 +98,19 @@ bool ConversionRun::namesReferences() const
     return options.conversion.references == FltLoader::References::asFile;
 }
 
+bool ConversionRun::opensReferences() const
+{
+    return options.conversion.references != FltLoader::References::skip;
+}
+
 ConversionRun::Fields ConversionRun::work(Fields const& request, WorkerProcess::Tell const& tell) const
 {
-    if (request.front() == scanning) {
-        DatabaseScan scan = DatabaseScan::of(request.at(1), loaderOptions.makeLoader().texturePath,
-                                             options.conversion.embedsTextures);
-        if (options.conversion.references == FltLoader::References::skip)
-            scan.references.clear();
-        return scan.fields();
-    }
+    if (request.front() == scanning)
+        return DatabaseScan::of(request.at(1), loaderOptions.makeLoader().texturePath,
+                                options.conversion.embedsTextures)
+            .fields();
+    if (request.front() == searching)
+        return search(request, loaderOptions.makeLoader().texturePath);
     try {
         return convert(request, tell);
     } catch (std::bad_alloc const&) {
@@ -130,42 +159,100 @@ void ConversionRun::scanSome(std::vector<DatabaseScan::Reference> const& databas
         watcher);
 }
 
-/// Plans the databases to which the planned ones refer, that were found so far.
-void ConversionRun::planReferences(ConversionPlan& plan)
+/// Plans the databases to which the planned ones refer, and chooses the references by which a reader comes to
+/// an end.
+void ConversionRun::nameReferences(ConversionPlan& plan)
 {
     for (std::size_t i = 0; i < plan.entries().size(); ++i) {
         std::string const identity = plan.entries()[i].identity;
         for (DatabaseScan::Reference const& reference : graph.references(identity))
             plan.addReference(reference.path, reference.identity, i);
     }
+    plan.check();
+    std::vector<std::string> roots;
+    for (ConversionPlan::Entry const& entry : plan.entries())
+        roots.push_back(entry.identity);
+    graph.choose(roots);
 }
 
 /// Finds out what the databases need, and what that needs, level by level.
-void ConversionRun::scan(ConversionPlan& plan)
+void ConversionRun::scan(ConversionPlan const& plan)
 {
     std::vector<DatabaseScan::Reference> level;
-    std::unordered_set<std::string> seen;
     for (ConversionPlan::Entry const& entry : plan.entries())
-        if (seen.insert(entry.identity).second)
+        if (scanned.try_emplace(entry.identity, entry.input).second)
             level.push_back({entry.input, entry.identity, 1});
     while (!level.empty()) {
         scanSome(level);
         std::vector<DatabaseScan::Reference> next;
         for (DatabaseScan::Reference const& database : level)
             for (DatabaseScan::Reference const& reference : graph.references(database.identity))
-                if (seen.insert(reference.identity).second)
+                if (opensReferences() && scanned.try_emplace(reference.identity, reference.path).second)
                     next.push_back(reference);
         level = std::move(next);
     }
-    graph.readTimes();
-    if (!namesReferences())
+}
+
+/// Looks for the files that no output may replace, once all databases are scanned.
+void ConversionRun::findReferredFiles(ConversionPlan const& plan)
+{
+    std::vector<DatabaseScan::Reference> roots;
+    for (ConversionPlan::Entry const& entry : plan.entries()) {
+        roots.push_back({entry.input, entry.identity, 1});
+        referred.add(entry.input, "the database " + entry.input);
+        if (std::string const log = loaderOptions.logOf(entry.input); !log.empty())
+            referred.add(log, "the log of " + entry.input);
+    }
+    for (auto const& [database, path] : scanned)
+        for (DatabaseScan::Reference const& reference : graph.references(database))
+            referred.add(reference.path, "a file that " + path + " refers to");
+
+    using Search =
+        std::pair<Fields, std::vector<std::string>>; // a request, and a database for each name in it
+    std::vector<Search> searches;
+    for (auto const& [directory, names] : graph.textureSearches(roots)) {
+        Search& search = searches.emplace_back(Fields{searching, directory}, std::vector<std::string>());
+        for (auto const& [name, database] : names) {
+            search.first.push_back(name);
+            search.second.push_back(scanned[database]);
+        }
+    }
+    WorkerPool::Watcher watcher;
+    watcher.end = [&](std::size_t number, WorkerPool::Result const& result) {
+        for (std::size_t i = 0; i + 1 < result.reply.size(); i += 2)
+            referred.add(result.reply[i + 1],
+                         "a texture of " + searches[number].second.at(std::stoul(result.reply[i])));
+    };
+    watcher.note = [](std::size_t, std::string const&) {};
+    pool.run(
+        searches.size(), [&](std::size_t number) { return searches[number].first; }, watcher);
+}
+
+/// Why an entry can't be converted; empty if it can.
+std::string ConversionRun::problemOf(ConversionPlan::Entry const& entry) const
+{
+    std::string const* const reason = referred.reasonToKeep(entry.output);
+    return reason == nullptr ? ""
+                             : entry.output + ": the output would replace " + *reason +
+                                   ". Choose another place for it with -o.";
+}
+
+bool ConversionRun::replacesFiles(ConversionPlan const& plan)
+{
+    return std::any_of(plan.entries().begin(), plan.entries().end(),
+                       [](ConversionPlan::Entry const& entry) { return isFile(entry.output); });
+}
+
+void ConversionRun::checkOutputs(ConversionPlan const& plan)
+{
+    if (!replacesFiles(plan))
         return;
-    planReferences(plan);
-    plan.check();
-    std::vector<std::string> roots;
+    scan(plan);
+    findReferredFiles(plan);
+    progress.clear();
     for (ConversionPlan::Entry const& entry : plan.entries())
-        roots.push_back(entry.identity);
-    graph.choose(roots);
+        if (std::string const problem = problemOf(entry); !problem.empty())
+            throw ToolError(problem, ExitCode::wrongUsage);
 }
 
 bool ConversionRun::isUpToDate(ConversionPlan::Entry const& entry) const
@@ -179,11 +266,17 @@ bool ConversionRun::isUpToDate(ConversionPlan::Entry const& entry) const
 std::vector<std::size_t> ConversionRun::chooseWork(ConversionPlan const& plan)
 {
     std::vector<std::size_t> chosen;
-    for (std::size_t i = 0; i < plan.entries().size(); ++i)
-        if (isUpToDate(plan.entries()[i]))
+    for (std::size_t i = 0; i < plan.entries().size(); ++i) {
+        ConversionPlan::Entry const& entry = plan.entries()[i];
+        if (std::string const problem = problemOf(entry); !problem.empty()) {
+            refused.insert(entry.output);
+            failures.push_back(about(entry.input, problem));
+        } else if (isUpToDate(entry)) {
             ++upToDate;
-        else
+        } else {
             chosen.push_back(i);
+        }
+    }
     return chosen;
 }
 
@@ -196,8 +289,11 @@ ConversionRun::Fields ConversionRun::requestFor(ConversionPlan const& plan,
     for (DatabaseScan::Reference const& reference : graph.references(entry.identity)) {
         if (!graph.isChosen(entry.identity, reference.identity))
             continue;
+        std::string const& output = plan.outputOf(reference.identity);
+        if (refused.count(output) != 0)
+            continue;
         request.push_back(reference.identity);
-        request.push_back(plan.outputOf(reference.identity));
+        request.push_back(output);
     }
     return request;
 }
@@ -246,13 +342,13 @@ void ConversionRun::convertAll(ConversionPlan const& plan, std::vector<std::size
     WorkerPool::Watcher watcher;
     watcher.note = [&](std::size_t number, std::string const& note) {
         bytesInWork[number] = std::stoull(note);
-        showProgress(chosen.size(), bytes);
+        showProgress(chosen.size() + refused.size(), bytes);
     };
     watcher.end = [&](std::size_t number, WorkerPool::Result const& result) {
         bytesInWork.erase(number);
         bytesDone += entries[chosen[number]].bytes;
         takeResult(entries[chosen[number]], result);
-        showProgress(chosen.size(), bytes);
+        showProgress(chosen.size() + refused.size(), bytes);
     };
     conversionBegin = progress.seconds();
     if (options.conversion.measures)
@@ -288,8 +384,14 @@ ExitCode ConversionRun::report(ConversionPlan const& plan)
 ExitCode ConversionRun::run(ConversionPlan& plan)
 {
     plan.check();
-    if (options.onlyIfNewer || namesReferences())
+    if (options.onlyIfNewer || namesReferences() || replacesFiles(plan))
         scan(plan);
+    if (options.onlyIfNewer)
+        graph.readTimes(opensReferences());
+    if (namesReferences())
+        nameReferences(plan);
+    if (replacesFiles(plan))
+        findReferredFiles(plan);
     convertAll(plan, chooseWork(plan));
     return report(plan);
 }

@@ -3,12 +3,15 @@
 #include "iv/ConversionPlan.h"
 #include "iv/DatabaseConverter.h"
 #include "iv/ReferenceGraph.h"
+#include "iv/ReferredFiles.h"
 #include "iv/WorkerPool.h"
 #include "support/ProgressLine.h"
 
 #include <cstdint>
 #include <map>
 #include <string>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 /// Converts many databases, each in a process that may die without harm to the others.
@@ -29,7 +32,13 @@ public:
     /// Keeps all of them by reference. Nothing has started the toolkit yet.
     ConversionRun(Program const& program, LoaderOptions const& loaderOptions, Options const& options);
 
-    /// Converts what is planned, and what that refers to if references are named.
+    /// Makes sure that no output of a plan would replace what the inputs are or refer to. Where no output is
+    /// there yet, nothing is read.
+    /// @throw ToolError with the exit code for wrong usage
+    void checkOutputs(ConversionPlan const& plan);
+
+    /// Converts what is planned, and what that refers to if references are named. An input whose output would
+    /// replace what the inputs are or refer to is reported, and the others are converted.
     /// @throw UsageError if two inputs would become one file; nothing was converted then
     ExitCode run(ConversionPlan& plan);
 
@@ -43,9 +52,13 @@ private:
     /// @}
 
     bool namesReferences() const;
-    void scan(ConversionPlan& plan);
+    bool opensReferences() const;
+    static bool replacesFiles(ConversionPlan const& plan);
+    void scan(ConversionPlan const& plan);
     void scanSome(std::vector<DatabaseScan::Reference> const& databases);
-    void planReferences(ConversionPlan& plan);
+    void nameReferences(ConversionPlan& plan);
+    void findReferredFiles(ConversionPlan const& plan);
+    std::string problemOf(ConversionPlan::Entry const& entry) const;
     bool isUpToDate(ConversionPlan::Entry const& entry) const;
     std::vector<std::size_t> chooseWork(ConversionPlan const& plan);
     Fields requestFor(ConversionPlan const& plan, ConversionPlan::Entry const& entry) const;
@@ -60,6 +73,9 @@ private:
     DatabaseConverter const converter;
     WorkerPool pool;
     ReferenceGraph graph;
+    std::unordered_map<std::string, std::string> scanned; ///< Paths of databases by canonical path.
+    ReferredFiles referred;
+    std::unordered_set<std::string> refused; ///< Outputs that would replace a file that is needed.
     ProgressLine progress;
 
     std::map<std::size_t, std::uint64_t> bytesInWork; ///< Of conversions that go on, by their number.

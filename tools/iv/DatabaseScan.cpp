@@ -5,16 +5,24 @@
 
 #include "inspect/FltDependencies.h"
 #include "loader/FltLoader.h"
+#include "parser/FltRecordScan.h"
+#include "records/FltOpcode.h"
+#include "records/FltRecordExternalReference.h"
+#include "records/FltRecordTexturePattern.h"
 
+#include <cstring>
 #include <filesystem>
 #include <stdexcept>
 #include <system_error>
 #include <unordered_map>
+#include <unordered_set>
+#include <utility>
 
 namespace
 {
 
 constexpr char textureMark[] = "texture";
+constexpr char nameMark[] = "name";
 
 /// Counts references to each file.
 class ReferenceCount
@@ -39,8 +47,31 @@ private:
     std::unordered_map<std::string, std::size_t> positions;
 };
 
-/// References as a load finds them, also after a damaged place.
-void addReferencesOfLoad(std::string const& database, ReferenceCount& references)
+/// The names of textures, each once.
+class TextureNames
+{
+public:
+    explicit TextureNames(std::vector<std::string>& list) : list(list) {}
+
+    void add(std::string const& name)
+    {
+        if (!name.empty() && known.insert(name).second)
+            list.push_back(name);
+    }
+
+private:
+    std::vector<std::string>& list;
+    std::unordered_set<std::string> known;
+};
+
+template <std::size_t size>
+std::string textOf(char const (&characters)[size])
+{
+    return {characters, ::strnlen(characters, size)};
+}
+
+/// What a load finds, also after a damaged place.
+void addFilesOfLoad(std::string const& database, ReferenceCount& references, TextureNames& textures)
 {
     FltLoader loader;
     loader.references = FltLoader::References::skip;
@@ -48,6 +79,8 @@ void addReferencesOfLoad(std::string const& database, ReferenceCount& references
         FltScene const scene = loader.load(database);
         for (FltReference const& reference : scene.references())
             references.add(reference.path);
+        for (FltTexture const& texture : scene.textures())
+            textures.add(texture.name);
     } catch (FltLoadError const&) {
         return; // its conversion reports it
     }
@@ -59,19 +92,30 @@ DatabaseScan DatabaseScan::of(std::string const& database, std::vector<std::stri
                               bool wantsTextures)
 try {
     DatabaseScan scan;
-    FltInventory const inventory(database);
     ReferenceCount references(scan.references);
-    if (inventory.fault() != FltFraming::Fault::none)
-        addReferencesOfLoad(database, references);
+    TextureNames textures(scan.textureNames);
+    std::vector<std::string> stored;
+    FltRecordScan records(database);
+    while (records.next()) {
+        FltRecord const* const record = records.record();
+        if (record == nullptr)
+            continue;
+        if (records.opcode() == FltOpcode::texturePattern)
+            textures.add(textOf(static_cast<FltRecordTexturePattern const*>(record)->fileName));
+        else if (records.opcode() == FltOpcode::externalReference)
+            stored.push_back(textOf(static_cast<FltRecordExternalReference const*>(record)->asciiPath));
+    }
+    if (records.fault() != FltFraming::Fault::none)
+        addFilesOfLoad(database, references, textures);
     else
-        for (FltInventory::Reference const& reference : inventory.references)
-            if (!reference.path.empty())
-                references.add(FltDependencies::pathOf(database, reference.path));
-    if (!wantsTextures || inventory.textures.empty())
+        for (std::string const& reference : stored)
+            if (!reference.empty())
+                references.add(FltDependencies::pathOf(database, reference));
+    if (!wantsTextures || scan.textureNames.empty())
         return scan;
     TextureFinder const find(database, texturePath);
-    for (auto const& [index, texture] : inventory.textures) {
-        std::string const path = find(texture.name, database);
+    for (std::string const& name : scan.textureNames) {
+        std::string const path = find(name, database);
         if (!path.empty())
             scan.textures.push_back(path);
     }
@@ -88,11 +132,12 @@ std::vector<std::string> DatabaseScan::fields() const
         list.push_back(reference.path);
         list.push_back(reference.identity);
     }
-    for (std::string const& texture : textures) {
-        list.emplace_back(textureMark);
-        list.push_back(texture);
-        list.emplace_back();
-    }
+    for (auto const& [mark, texts] : {std::pair(nameMark, &textureNames), std::pair(textureMark, &textures)})
+        for (std::string const& text : *texts) {
+            list.emplace_back(mark);
+            list.push_back(text);
+            list.emplace_back();
+        }
     return list;
 }
 
@@ -100,7 +145,9 @@ DatabaseScan DatabaseScan::fromFields(std::vector<std::string> const& fields)
 {
     DatabaseScan scan;
     for (std::size_t i = 0; i + 2 < fields.size(); i += 3)
-        if (fields[i] == textureMark)
+        if (fields[i] == nameMark)
+            scan.textureNames.push_back(fields[i + 1]);
+        else if (fields[i] == textureMark)
             scan.textures.push_back(fields[i + 1]);
         else
             scan.references.push_back({fields[i + 1], fields[i + 2], std::stoull(fields[i])});

@@ -13,7 +13,8 @@ struct DatabaseScan {
     };
 
     std::vector<Reference> references; ///< To files that are there, each once, in the order of the records.
-    std::vector<std::string> textures; ///< Those that are there.
+    std::vector<std::string> textureNames; ///< As stored, each once, whether a face shows them or not.
+    std::vector<std::string> textures;     ///< Files of them that are there.
 
     /// Looks into a database. One that can't be read needs nothing.
     /// @param texturePath   where to look for textures besides

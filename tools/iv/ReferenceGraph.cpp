@@ -1,9 +1,17 @@
 #include "iv/ReferenceGraph.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <limits>
 #include <sys/stat.h>
 #include <utility>
+
+namespace
+{
+
+std::vector<DatabaseScan::Reference> const none;
+
+} // namespace
 
 void ReferenceGraph::add(std::string const& file, DatabaseScan const& scan)
 {
@@ -12,7 +20,6 @@ void ReferenceGraph::add(std::string const& file, DatabaseScan const& scan)
 
 std::vector<DatabaseScan::Reference> const& ReferenceGraph::references(std::string const& file) const
 {
-    static std::vector<DatabaseScan::Reference> const none;
     auto const entry = files.find(file);
     return entry != files.end() ? entry->second.scan.references : none;
 }
@@ -70,6 +77,46 @@ bool ReferenceGraph::isChosen(std::string const& from, std::string const& to) co
     return entry != files.end() && entry->second.chosen.count(to) != 0;
 }
 
+/// Adds the textures of a file, and of all that it leads to and that isn't among the files met.
+void ReferenceGraph::collectTextures(std::string const& root, std::unordered_set<std::string>& met,
+                                     TextureNames& names) const
+{
+    std::vector<std::string> open{root};
+    while (!open.empty()) {
+        auto const entry = files.find(open.back());
+        open.pop_back();
+        if (entry == files.end() || !met.insert(entry->first).second)
+            continue;
+        addTextures(entry->first, names);
+        for (DatabaseScan::Reference const& reference : entry->second.scan.references)
+            open.push_back(reference.identity);
+    }
+}
+
+void ReferenceGraph::addTextures(std::string const& file, TextureNames& names) const
+{
+    auto const entry = files.find(file);
+    if (entry != files.end())
+        for (std::string const& name : entry->second.scan.textureNames)
+            names.try_emplace(name, file);
+}
+
+std::map<std::string, ReferenceGraph::TextureNames>
+ReferenceGraph::textureSearches(std::vector<DatabaseScan::Reference> const& roots) const
+{
+    auto const directoryOf = [](DatabaseScan::Reference const& database) {
+        return std::filesystem::path(database.path).parent_path().string();
+    };
+    std::map<std::string, TextureNames> searches;
+    std::map<std::string, std::unordered_set<std::string>> met; // by directories of roots
+    for (DatabaseScan::Reference const& root : roots)
+        collectTextures(root.identity, met[directoryOf(root)], searches[directoryOf(root)]);
+    for (auto const& [name, file] : files)
+        for (DatabaseScan::Reference const& reference : file.scan.references)
+            addTextures(reference.identity, searches[directoryOf(reference)]);
+    return searches;
+}
+
 std::int64_t ReferenceGraph::timeOf(std::string const& file)
 {
     constexpr std::int64_t second = 1'000'000'000;
@@ -80,7 +127,7 @@ std::int64_t ReferenceGraph::timeOf(std::string const& file)
 
 /// The latest changes come first, and each goes to all that needs the file and has none yet: so every file is
 /// visited once.
-void ReferenceGraph::readTimes()
+void ReferenceGraph::readTimes(bool withReferences)
 {
     std::unordered_map<std::string, std::vector<std::string>> referring;
     std::vector<std::pair<std::int64_t, std::string>> changes;
@@ -88,7 +135,7 @@ void ReferenceGraph::readTimes()
         std::int64_t latest = timeOf(name);
         for (std::string const& texture : file.scan.textures)
             latest = std::max(latest, timeOf(texture));
-        for (DatabaseScan::Reference const& reference : file.scan.references) {
+        for (DatabaseScan::Reference const& reference : withReferences ? file.scan.references : none) {
             referring[reference.identity].push_back(name);
             if (!knows(reference.identity))
                 latest = std::numeric_limits<std::int64_t>::max();

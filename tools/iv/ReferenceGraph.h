@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -37,8 +38,19 @@ public:
     /// Whether choose() has chosen a reference.
     bool isChosen(std::string const& from, std::string const& to) const;
 
+    /// What textures are looked for in a directory: their names as stored, each with a database that has it.
+    using TextureNames = std::unordered_map<std::string, std::string>;
+
+    /// Where textures are looked for: in the directory of a file, those that it names; in the directories of
+    /// the roots, also those of all that they lead to.
+    /// @param roots the paths of files that are known
+    /// @return the names by directory; an empty text is the present one
+    std::map<std::string, TextureNames>
+    textureSearches(std::vector<DatabaseScan::Reference> const& roots) const;
+
     /// Looks when the files and what they need were changed.
-    void readTimes();
+    /// @param withReferences whether they need the databases to which they refer
+    void readTimes(bool withReferences = true);
 
     /// Whether a database, or something that it needs straight or through others, was changed at a time or
     /// later, by what readTimes() has found. True if any of them isn't known or isn't there.
@@ -65,6 +77,9 @@ private:
         std::size_t next = 0; ///< The reference that comes next.
     };
 
+    void collectTextures(std::string const& root, std::unordered_set<std::string>& met,
+                         TextureNames& names) const;
+    void addTextures(std::string const& file, TextureNames& names) const;
     void visit(std::string const& root);
     void decide(File& file, DatabaseScan::Reference const& reference);
 

@@ -165,6 +165,11 @@ ExitCode convertOne(Program const& program, Options const& options, LoaderOption
     if (options.output == "-" && isDirectory(input))
         throw ToolError(input + ": this is a directory. Say where its databases shall go: -o DIR/");
     ConversionOptions const& conversion = options.run.conversion;
+    if (!goesToStream(options)) {
+        ConversionPlan plan(conversion.form.ending());
+        plan.addFile(input, options.output);
+        ConversionRun(program, loaderOptions, options.run).checkOutputs(plan);
+    }
     DatabaseConverter const converter(program, loaderOptions, conversion);
     ConversionStatistics statistics;
     {

@@ -40,11 +40,16 @@ bool LoaderOptions::hasNamedLog() const
     return !log.empty() && log != besideDatabase;
 }
 
+std::string LoaderOptions::logOf(std::string const& database) const
+{
+    return log == besideDatabase ? database + ".log" : log;
+}
+
 std::vector<KeptFile> LoaderOptions::keptFiles(std::string const& database, FltScene const& scene) const
 {
     std::vector<KeptFile> kept = {{database, "the input"}};
     if (!log.empty())
-        kept.push_back({log == besideDatabase ? database + ".log" : log, "the log"});
+        kept.push_back({logOf(database), "the log"});
     for (FltReference const& reference : scene.references())
         kept.push_back({reference.path, "a file that the database refers to"});
     for (FltTexture const& texture : scene.textures())

@@ -24,6 +24,9 @@ public:
     /// Whether the listing goes into one file, which can't hold that of several databases.
     bool hasNamedLog() const;
 
+    /// Where the listing of a database goes; empty if there is none.
+    std::string logOf(std::string const& database) const;
+
     /// The files that an output of the program must never replace: the database, its log, and all that it
     /// refers to.
     std::vector<KeptFile> keptFiles(std::string const& database, FltScene const& scene) const;

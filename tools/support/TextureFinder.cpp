@@ -36,3 +36,15 @@ std::string TextureFinder::operator()(std::string const& name, std::string const
 {
     return search->find(name, {databaseDirectory, directoryOf(referring)}, takeAny).path;
 }
+
+std::vector<std::string> TextureFinder::candidates(std::string const& name,
+                                                   std::string const& referring) const
+{
+    std::vector<std::string> found;
+    search->find(name, {databaseDirectory, directoryOf(referring)}, [&found](std::string const& path) {
+        if (isFile(path))
+            found.push_back(path);
+        return false;
+    });
+    return found;
+}

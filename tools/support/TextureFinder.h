@@ -18,6 +18,10 @@ public:
     /// @return the path of the image; empty if there is none
     std::string operator()(std::string const& name, std::string const& referring) const;
 
+    /// @return all files that a load would try as that image, the likeliest first: it takes the first one that
+    ///         it can read
+    std::vector<std::string> candidates(std::string const& name, std::string const& referring) const;
+
 private:
     std::string databaseDirectory;
     std::shared_ptr<FltTextureSearch> search; ///< Of all copies: it remembers directories.
