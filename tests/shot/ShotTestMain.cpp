@@ -1,3 +1,5 @@
+#include "support/NoSkips.h"
+
 #include "shot/EglOffscreen.h"
 
 #include <Inventor/SoDB.h>
@@ -7,6 +9,7 @@
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
+    NoSkips::listenIfAsked();
     EglOffscreen::install();
     SoDB::init();
     SoInteraction::init();

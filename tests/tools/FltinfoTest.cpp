@@ -1,6 +1,7 @@
 #include "ProgramRun.h"
 #include "messages/FltText.h"
 #include "support/FaultyDatabases.h"
+#include "support/PseudoTerminal.h"
 #include "writer/EveryRecord.h"
 
 #include <algorithm>
@@ -90,6 +91,8 @@ TEST_F(Fltinfo, coloursOnRequest)
 
 TEST_F(Fltinfo, coloursATerminalUnlessNoColorIsSet)
 {
+    if (std::string const reason = PseudoTerminal::whyNot(); !reason.empty())
+        GTEST_SKIP() << reason;
     std::string const file = town();
     auto const onTerminal = [&](std::string const& environment) {
         std::string const command = environment + " " + VELLOREADER_PROGRAMS + "fltinfo --fast " + file;

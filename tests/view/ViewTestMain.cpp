@@ -1,3 +1,5 @@
+#include "support/NoSkips.h"
+
 #include <Inventor/SoDB.h>
 #include <Inventor/SoInteraction.h>
 #include <QApplication>
@@ -7,6 +9,7 @@
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
+    NoSkips::listenIfAsked();
     ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
     QApplication const application(argc, argv);
     SoDB::init();
