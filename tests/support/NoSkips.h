@@ -3,8 +3,8 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 
-/// Takes skipped tests for failed ones where VELLOREADER_NO_SKIPS is set: a machine that lacks what a test needs
-/// passes over it, the one that decides about a change doesn't.
+/// Takes skipped tests for failed ones where VELLOREADER_NO_SKIPS is set: a machine that lacks what a test
+/// needs passes over it, the one that decides about a change doesn't.
 class NoSkips : public testing::EmptyTestEventListener
 {
 public:

@@ -207,25 +207,27 @@ void ConversionRun::findReferredFiles(ConversionPlan const& plan)
         for (DatabaseScan::Reference const& reference : graph.references(database))
             referred.add(reference.path, "a file that " + path + " refers to");
 
-    using Search =
-        std::pair<Fields, std::vector<std::string>>; // a request, and a database for each name in it
+    struct Search {
+        Fields request;
+        std::vector<std::string> databases; // one for each name in the request
+    };
     std::vector<Search> searches;
     for (auto const& [directory, names] : graph.textureSearches(roots)) {
-        Search& search = searches.emplace_back(Fields{searching, directory}, std::vector<std::string>());
+        searches.push_back({{searching, directory}, {}});
         for (auto const& [name, database] : names) {
-            search.first.push_back(name);
-            search.second.push_back(scanned[database]);
+            searches.back().request.push_back(name);
+            searches.back().databases.push_back(scanned[database]);
         }
     }
     WorkerPool::Watcher watcher;
     watcher.end = [&](std::size_t number, WorkerPool::Result const& result) {
         for (std::size_t i = 0; i + 1 < result.reply.size(); i += 2)
             referred.add(result.reply[i + 1],
-                         "a texture of " + searches[number].second.at(std::stoul(result.reply[i])));
+                         "a texture of " + searches[number].databases.at(std::stoul(result.reply[i])));
     };
     watcher.note = [](std::size_t, std::string const&) {};
     pool.run(
-        searches.size(), [&](std::size_t number) { return searches[number].first; }, watcher);
+        searches.size(), [&](std::size_t number) { return searches[number].request; }, watcher);
 }
 
 /// Why an entry can't be converted; empty if it can.

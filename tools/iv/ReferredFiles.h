@@ -5,8 +5,8 @@
 #include <sys/types.h>
 #include <utility>
 
-/// The files that a run needs: its databases, their logs, and all that they refer to. None of them may become an
-/// output, whatever name leads to it.
+/// The files that a run needs: its databases, their logs, and all that they refer to. None of them may become
+/// an output, whatever name leads to it.
 class ReferredFiles
 {
 public:

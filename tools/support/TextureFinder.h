@@ -18,8 +18,8 @@ public:
     /// @return the path of the image; empty if there is none
     std::string operator()(std::string const& name, std::string const& referring) const;
 
-    /// @return all files that a load would try as that image, the likeliest first: it takes the first one that
-    ///         it can read
+    /// @return all files that a load would try as that image, the likeliest first: it takes the first one
+    ///         that it can read
     std::vector<std::string> candidates(std::string const& name, std::string const& referring) const;
 
 private:
