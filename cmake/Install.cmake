@@ -1,12 +1,13 @@
-# What "cmake --install" puts below the prefix.
+# What "cmake --install" puts below the prefix. What has to be built for that goes through the functions of
+# Product.cmake.
 
 include(CMakePackageConfigHelpers)
 
 set(cmake_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/VelloReader)
 
-install(TARGETS velloreader EXPORT VelloReader LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(FILES $<TARGET_FILE_DIR:velloreader>/libzov.inventor.io.flt DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(TARGETS SoFLTFileKit LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install_target(velloreader EXPORT VelloReader LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install_files_of(velloreader $<TARGET_FILE_DIR:velloreader>/libzov.inventor.io.flt DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install_target(SoFLTFileKit LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 
 # The programs find the library by its place relative to theirs, in any prefix. PreparePackage.cmake removes this.
 if(TARGET flt2iv)
@@ -49,7 +50,7 @@ install(FILES ${PROJECT_BINARY_DIR}/velloreader.pc DESTINATION ${CMAKE_INSTALL_L
 configure_file(python/velloreader/__init__.py python/velloreader/__init__.py @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/python/velloreader/__init__.py python/velloreader/py.typed
         DESTINATION ${VELLOREADER_PYTHON_DIR}/velloreader)
-install(TARGETS velloreader_python LIBRARY DESTINATION ${VELLOREADER_PYTHON_DIR}/velloreader)
+install_target(velloreader_python LIBRARY DESTINATION ${VELLOREADER_PYTHON_DIR}/velloreader)
 
 # What the programs print as JSON
 install(FILES docs/schemas/fltinfo.schema.json docs/schemas/fltcheck.schema.json
@@ -62,7 +63,7 @@ install(FILES share/thumbnailers/velloreader.thumbnailer DESTINATION ${CMAKE_INS
 # The program with a window
 if(TARGET fltview)
   set_target_properties(fltview PROPERTIES INSTALL_RPATH "$ORIGIN/${library_from_programs}")
-  install(TARGETS fltview RUNTIME COMPONENT view)
+  install_target(fltview RUNTIME COMPONENT view)
   install(FILES share/applications/fltview.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT view)
   install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velloreader-view COMPONENT view)
   install(FILES CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velloreader-view RENAME changelog COMPONENT view)
