@@ -1,7 +1,7 @@
-# Configures the sources without any option, and looks at what was chosen.
+# Configures the sources without any option, on a machine that lacks the viewer's toolkit, and looks at what was chosen.
 
 file(REMOVE_RECURSE ${BUILD})
-execute_process(COMMAND ${CMAKE_COMMAND} -S ${SOURCE} -B ${BUILD} OUTPUT_VARIABLE output ERROR_VARIABLE output
+execute_process(COMMAND ${CMAKE_COMMAND} -S ${SOURCE} -B ${BUILD} -DCMAKE_DISABLE_FIND_PACKAGE_SoQt=ON OUTPUT_VARIABLE output ERROR_VARIABLE output
                 RESULT_VARIABLE result)
 if(NOT result EQUAL 0)
   message(FATAL_ERROR "${output}")
@@ -20,3 +20,10 @@ foreach(choice CMAKE_BUILD_TYPE VELLOREADER_WARNINGS_AS_ERRORS VELLOREADER_BUILD
     message(FATAL_ERROR "${choice} is ${chosen_${choice}}, not ${expected_${choice}}")
   endif()
 endforeach()
+
+# A build says what isn't part of it.
+execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target fltview_left_out OUTPUT_VARIABLE output
+                ERROR_VARIABLE output RESULT_VARIABLE result)
+if(NOT result EQUAL 0 OR NOT output MATCHES "fltview is left out: it needs libsoqt520-dev")
+  message(FATAL_ERROR "the build doesn't say that it lacks fltview: ${output}")
+endif()

@@ -1,4 +1,4 @@
-# Builds the Debian package, has it checked, and looks at its contents.
+# Has the Debian packages checked, and looks at their contents.
 
 function(run)
   execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE result)
@@ -8,11 +8,9 @@ function(run)
   set(output "${output}" PARENT_SCOPE)
 endfunction()
 
-file(REMOVE_RECURSE ${OUTPUT})
-run(${CPACK} -G DEB --config ${CONFIG} -B ${OUTPUT})
-file(GLOB packages ${OUTPUT}/*.deb)
+file(GLOB packages ${PACKAGES}/*.deb)
 run(${LINTIAN} --allow-root --fail-on error,warning ${packages})
-file(GLOB package ${OUTPUT}/velloreader_*.deb)
+file(GLOB package ${PACKAGES}/velloreader_*.deb)
 
 run(dpkg-deb --field ${package} Version)
 if(NOT output STREQUAL "${VERSION}\n")
@@ -46,7 +44,7 @@ endforeach()
 if(output MATCHES "fltview")
   message(FATAL_ERROR "fltview is in the wrong package:\n${output}")
 endif()
-file(GLOB package ${OUTPUT}/velloreader-view_*.deb)
+file(GLOB package ${PACKAGES}/velloreader-view_*.deb)
 if(package)
   run(dpkg-deb --field ${package} Depends)
   if(NOT output MATCHES "velloreader \\(= ${VERSION}\\)" OR NOT output MATCHES "libsoqt")

@@ -3,7 +3,8 @@
 The arguments are the prefix, the folder of libraries in it, a good database, the compiler with its flags,
 and the documents. C++ snippets are whole programs, Python snippets are scripts, and snippets for the shell
 use the installed programs; each runs beside a copy of the database. A snippet for CMake is put into a
-project.
+project. What builds VelloReader itself belongs to readme_test.py and to the project that takes the sources
+in.
 """
 
 import os
@@ -29,9 +30,12 @@ class SnippetTest(unittest.TestCase):
         self.folder = pathlib.Path(folder.name)
         shutil.copy(SAMPLE, self.folder)
         shutil.copytree(SAMPLE.parent / SAMPLE.stem, self.folder / SAMPLE.stem)
+        program = "#include <VelloReader/FltLoader.h>\nint main() { FltLoader(); }\n"
+        (self.folder / "your_program.cpp").write_text(program)
         self.environment = os.environ | {
             "LD_LIBRARY_PATH": str(LIBRARIES),
-            "PATH": f"{PREFIX / 'bin'}:{os.environ['PATH']}",
+            "PATH": f"{self.folder}:{PREFIX / 'bin'}:{os.environ['PATH']}",
+            "PKG_CONFIG_PATH": str(LIBRARIES / "pkgconfig"),
             "CMAKE_PREFIX_PATH": str(PREFIX),
         }
 
@@ -56,7 +60,7 @@ class SnippetTest(unittest.TestCase):
     def run_cpp(self, text):
         flags = subprocess.run(
             ["pkg-config", "--cflags", "--libs", "velloreader"], capture_output=True, text=True, check=True,
-            env=self.environment | {"PKG_CONFIG_PATH": str(LIBRARIES / "pkgconfig")},
+            env=self.environment,
         ).stdout.split()
         (self.folder / "snippet.cpp").write_text(text)
         warnings = ["-Wall", "-Wextra", "-Werror"]
@@ -64,11 +68,11 @@ class SnippetTest(unittest.TestCase):
         self.run_here("./snippet")
 
     def run_cmake(self, text):
-        program = "#include <VelloReader/FltLoader.h>\nint main() { FltLoader(); }\n"
-        (self.folder / "main.cpp").write_text(program)
+        if text.startswith("add_subdirectory"):
+            return
         (self.folder / "CMakeLists.txt").write_text(
             "cmake_minimum_required(VERSION 3.25)\nproject(Snippet CXX)\n"
-            "add_executable(your_program main.cpp)\n" + text
+            "add_executable(your_program your_program.cpp)\n" + text
         )
         self.run_here("cmake", "-S", ".", "-B", "build", f"-DCMAKE_CXX_COMPILER={COMPILER[0]}",
                       f"-DCMAKE_CXX_FLAGS={' '.join(COMPILER[1:])}")
@@ -78,8 +82,11 @@ class SnippetTest(unittest.TestCase):
         self.run_here("/usr/bin/python3", "-W", "error", "-", text=text)
 
     def run_sh(self, text):
-        if not text.startswith("./dev"):
-            self.run_here("sh", "-e", text=text)
+        if text.startswith("./dev"):
+            return
+        (self.folder / "c++").write_text(f'#!/bin/sh\nexec {shlex.join(COMPILER)} "$@"\n')
+        (self.folder / "c++").chmod(0o755)
+        self.run_here("sh", "-e", text=text)
 
 
 if __name__ == "__main__":
