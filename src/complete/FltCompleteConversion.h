@@ -6,7 +6,6 @@
 #include "complete/FltNodeNames.h"
 #include "records/FltRecordHeader.h"
 #include "toolkit/OpenFile.h"
-#include "toolkit/VelloReaderExport.h"
 
 #include <Inventor/nodes/SoSeparator.h>
 #include <cstddef>
@@ -22,7 +21,7 @@
 ///
 /// The scene is made of the toolkit's own nodes, and survives copying, writing and reading back. What is
 /// reported on the way goes to FltWarningMessageConsole; nothing is written to std::cout.
-class VELLOREADER_API FltCompleteConversion
+class FltCompleteConversion
 {
 public:
     using Lod = FltLODChoice;

@@ -3,7 +3,6 @@
 #include "host/FltDegreeOfFreedom.h"
 #include "host/FltSwitch.h"
 #include "toolkit/SoNodeRef.h"
-#include "toolkit/VelloReaderExport.h"
 
 #include <Inventor/nodes/SoSwitch.h>
 #include <Inventor/nodes/SoTransform.h>
@@ -12,7 +11,7 @@
 #include <vector>
 
 /// A switch of a database in its scene, for hosts that choose what it shows.
-struct VELLOREADER_API FltCompleteSwitch : FltSwitch {
+struct FltCompleteSwitch : FltSwitch {
     std::vector<std::uint32_t> masks; ///< The words of all masks, one mask after the other.
     std::size_t wordsPerMask = 0;
 
@@ -35,7 +34,7 @@ struct VELLOREADER_API FltCompleteSwitch : FltSwitch {
 ///
 /// What moves stands below a transformation between the local frame of the record and its inverse: a scale, a
 /// roll about y, a pitch about x, a yaw about z, and a translation act in this order.
-struct VELLOREADER_API FltCompleteDOF : FltDegreeOfFreedom {
+struct FltCompleteDOF : FltDegreeOfFreedom {
     SoNodeRef<SoTransform> transform;
 
     /// Brings the transformation to the current values of the ranges. A scale of 0 counts as 1.

@@ -219,7 +219,7 @@ public:
     /// @}
 
 private:
-    struct State;
+    struct VELLOREADER_INNER State;
 
     /// For the conversion of an external file.
     explicit FltToInventor(std::unique_ptr<State> state);

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "toolkit/VelloReaderExport.h"
-
 #include <cstdint>
 #include <nlohmann/json_fwd.hpp>
 
@@ -25,7 +23,7 @@ class FltRecord;
 ///
 /// Text whose bytes aren't UTF-8 is taken as Latin-1. A field that the file's revision doesn't have is
 /// absent. A record whose opcode has no class gives the bytes that were kept of it as `rawData`.
-class VELLOREADER_API FltRecordJson
+class FltRecordJson
 {
 public:
     /// @param byteOffset where the record begins in its file

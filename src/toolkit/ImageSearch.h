@@ -1,14 +1,12 @@
 #pragma once
 
-#include "toolkit/VelloReaderExport.h"
-
 #include <functional>
 #include <string>
 
 /// Looks for the file of an image where the toolkit looks for it when a texture gets its name: as the name
 /// says, then below each of the toolkit's directories with the whole name, with its last part, and with its
 /// last part in a folder such as "textures".
-class VELLOREADER_API ImageSearch
+class ImageSearch
 {
 public:
     /// The file that the toolkit would open, found without opening any: that may wait for ever, as with a
