@@ -3,13 +3,6 @@
 #include <algorithm>
 #include <random>
 
-namespace
-{
-
-constexpr int revisions[] = {11, 13, 14, 1420, 1421, 1500, 1510, 1540, 1550, 1570, 1580};
-
-} // namespace
-
 struct BrokenDatabases::Seed {
     explicit Seed(FltTopic&& given) : topic(std::move(given)), mutations(topic.bytes, topic.begin, topic.end)
     {
@@ -23,7 +16,7 @@ struct BrokenDatabases::Seed {
 
 BrokenDatabases::BrokenDatabases(std::size_t wanted) : wanted(wanted)
 {
-    for (int const revision : revisions)
+    for (int const revision : changingRevisions)
         for (FltTopic& topic : everyTopicInBrief(revision))
             seeds.push_back(std::make_unique<Seed>(std::move(topic)));
     for (auto const& seed : seeds)

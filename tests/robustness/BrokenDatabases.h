@@ -8,6 +8,9 @@
 #include <string>
 #include <vector>
 
+/// Revisions at which the format changes.
+inline constexpr int changingRevisions[] = {11, 13, 14, 1420, 1421, 1500, 1510, 1540, 1550, 1570, 1580};
+
 /// Broken databases in any number, the same in each run.
 ///
 /// The seeds are small databases of each kind of record and of each feature of the conversion, at each

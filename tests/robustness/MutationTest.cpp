@@ -18,15 +18,6 @@ namespace
 constexpr std::size_t mostOfALog = 8U << 20;
 constexpr std::size_t mostOfAScene = 8U << 20;
 
-/// The records that a well-formed database is made of.
-std::vector<std::string> recordsOf(std::string const& bytes)
-{
-    std::vector<std::string> records;
-    for (std::size_t offset = 0; offset < bytes.size(); offset += records.back().size())
-        records.push_back(bytes.substr(offset, FltUtils::word16At(bytes.data() + offset + 2)));
-    return records;
-}
-
 /// Expects a conversion to make no more than a database of a few kilobytes may become.
 void expectToBeSmall(Endured const& endured)
 {

@@ -34,6 +34,14 @@ unsigned lengthOf(unsigned length, std::size_t which)
 
 } // namespace
 
+std::vector<std::string> recordsOf(std::string const& database)
+{
+    std::vector<std::string> records;
+    for (std::size_t offset = 0; offset < database.size(); offset += records.back().size())
+        records.push_back(database.substr(offset, FltUtils::word16At(database.data() + offset + 2)));
+    return records;
+}
+
 Mutations::Mutations(std::string const& database, std::size_t begin, std::size_t end)
     : database(database), begin(begin)
 {

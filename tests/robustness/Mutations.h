@@ -5,6 +5,9 @@
 #include <string>
 #include <vector>
 
+/// The records that a well-formed database is made of.
+std::vector<std::string> recordsOf(std::string const& database);
+
 /// All small changes to a part of a database, one after the other: it is cut at each byte, each byte is
 /// counted up and down, cleared and filled, each bit is flipped, the length of each record and each 32-bit
 /// word in it take values at their limits.

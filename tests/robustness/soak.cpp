@@ -8,6 +8,7 @@
 
 #include "robustness/BrokenDatabases.h"
 #include "robustness/Endurance.h"
+#include "robustness/LastDatabase.h"
 #include "support/ProcessUsage.h"
 #include "support/SmallVertexPalettes.h"
 
@@ -20,8 +21,6 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
-#include <fcntl.h>
-#include <stdexcept>
 #include <string>
 #include <unistd.h>
 
@@ -29,31 +28,6 @@ namespace
 {
 
 volatile std::sig_atomic_t isToEnd = 0;
-
-/// A file that holds the database at hand, whatever happens to the process.
-class LastDatabase
-{
-public:
-    explicit LastDatabase(std::string const& name)
-        : file(::open(name.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0644))
-    {
-        if (file < 0)
-            throw std::runtime_error(name + ": cannot write");
-    }
-    ~LastDatabase() { ::close(file); }
-    LastDatabase(LastDatabase const&) = delete;
-    LastDatabase& operator=(LastDatabase const&) = delete;
-
-    void keep(std::string const& bytes) const
-    {
-        if (::ftruncate(file, static_cast<off_t>(bytes.size())) != 0 ||
-            ::pwrite(file, bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size()))
-            throw std::runtime_error("cannot write: is the disk full?");
-    }
-
-private:
-    int file;
-};
 
 class Soak
 {

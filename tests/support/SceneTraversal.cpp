@@ -35,17 +35,6 @@ void sendRay(SoNode* root)
     pick.apply(root);
 }
 
-void useRead(std::string const& written)
-{
-    SoInput input;
-    input.setBuffer(written.data(), written.size());
-    SoNodeRef<SoSeparator> const again(SoDB::readAll(&input));
-    if (again.get() == nullptr) // what a broken file names may be no text that the toolkit reads
-        return;
-    countTriangles(again.get());
-    sendRay(again.get());
-}
-
 } // namespace
 
 std::size_t traverseScene(SoNode* root)
@@ -68,6 +57,17 @@ int countTriangles(SoNode* root)
     return triangles;
 }
 
+void useWritten(std::string const& written)
+{
+    SoInput input;
+    input.setBuffer(written.data(), written.size());
+    SoNodeRef<SoSeparator> const again(SoDB::readAll(&input));
+    if (again.get() == nullptr) // what a broken file names may be no text that the toolkit reads
+        return;
+    countTriangles(again.get());
+    sendRay(again.get());
+}
+
 void useScene(SoNode* root)
 {
     sendRay(root);
@@ -77,6 +77,6 @@ void useScene(SoNode* root)
         sendRay(copy.get());
     }
     SceneWriter::makePlain(root);
-    useRead(writtenScene(root, true));
-    useRead(writtenScene(root, false));
+    useWritten(writtenScene(root, true));
+    useWritten(writtenScene(root, false));
 }

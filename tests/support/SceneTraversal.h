@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 class SoNode;
 
@@ -14,3 +15,6 @@ int countTriangles(SoNode* root);
 /// All that a host does with a scene besides: sends a ray through it, copies it, writes it as text and in the
 /// binary format, reads both again and uses what it gets. The scene is made plain for that; see SceneWriter.
 void useScene(SoNode* root);
+
+/// Reads a scene that was written, and uses what it gets. @param written as text, in the binary format, or VRML
+void useWritten(std::string const& written);
