@@ -140,7 +140,8 @@ TEST_F(FltTexturesTest, TheToolkitReadsWhatOurDecodersAccept)
 TEST_F(FltTexturesTest, TheToolkitGetsNoFileThatOurDecodersDontAccept)
 {
     std::string late = MadePictures::png()[3].bytes;
-    late.insert(8, std::string("\0\0\0\0tEXtsum.", 12)); // a chunk before the head
+    late.insert(8, std::string("\0\0\0\x0aprVt\0\0\0\1\0\0\0\1\x8\0sum.",
+                               22)); // a chunk before the head, with a size of its own
     std::string old = MadePictures::gif()[0].bytes;
     old.replace(3, 3, "79a");
     std::string const large = "GIF79a\xff\x7f\xff\x7f" + std::string(31, '\0');
