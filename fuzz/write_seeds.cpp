@@ -36,13 +36,10 @@ int main(int argc, char** argv)
         for (int const revision : {11, 13, 1420, 1510, 1540, 1570, 1580, 1600})
             everyRecordInBrief(revision).save(databases / (std::to_string(revision) + ".flt"));
         everyRecord(1570).save(databases / "1570_whole.flt");
-        using namespace MadePictures;
-        for (auto const& [format, make] : {std::pair("png", png),
-                                           {"jpeg", jpeg},
-                                           {"tiff", tiff},
-                                           {"gif", gif},
-                                           {"sgi", sgi},
-                                           {"tga", tga}})
+        constexpr std::pair<char const*, std::vector<MadePicture> (*)()> formats[] = {
+            {"png", MadePictures::png}, {"jpeg", MadePictures::jpeg}, {"tiff", MadePictures::tiff},
+            {"gif", MadePictures::gif}, {"sgi", MadePictures::sgi},   {"tga", MadePictures::tga}};
+        for (auto const& [format, make] : formats)
             writePictures(folder / format, make());
     } catch (std::exception const& problem) {
         std::cerr << "write_seeds: " << problem.what() << '\n';
