@@ -22,8 +22,8 @@
 namespace
 {
 
-/// A copy below so many levels counts twice, below twice as many five times, and so on: whatever is written of
-/// it is indented by them.
+/// A copy below so many levels counts twice, below twice as many five times, and so on: whatever is written
+/// of it is indented by them.
 constexpr int levelsOfWeight = 16;
 
 /// Words of all masks of a switch that fit to a child; see FltCompleteSwitch::shows().

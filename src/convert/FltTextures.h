@@ -13,9 +13,9 @@
 /// Makes the texture nodes of a conversion.
 ///
 /// The toolkit opens the file of a texture when the node gets its name, and each node has a copy of the
-/// pixels of its own. So that names in a database can neither stop the conversion nor fill the memory, the toolkit
-/// gets no file that our own decoders haven't accepted; the node has the name alone then. And nodes whose names
-/// lead to one file share the pixels from the second on.
+/// pixels of its own. So that names in a database can neither stop the conversion nor fill the memory, the
+/// toolkit gets no file that our own decoders haven't accepted; the node has the name alone then. And nodes
+/// whose names lead to one file share the pixels from the second on.
 class FltTextures
 {
 public:

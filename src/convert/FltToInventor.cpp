@@ -17,7 +17,6 @@
 namespace
 {
 
-
 /// A null entry after the last record while the records are walked: the end of all walks.
 class NullEntryAtEnd
 {

@@ -85,9 +85,9 @@ public:
     /// Whether to look for records again after damage. The exact conversion never does.
     bool salvage = true;
 
-    /// Called now and then during a load, at least once a file. A log that the complete conversion is asked for
-    /// has a pass of its own, which tells all files beforehand. What the function throws ends the load and
-    /// comes out of load() as it is.
+    /// Called now and then during a load, at least once a file. A log that the complete conversion is asked
+    /// for has a pass of its own, which tells all files beforehand. What the function throws ends the load
+    /// and comes out of load() as it is.
     Progress progress;
 
     /// The largest file to read, in bytes. A larger database is refused, and a larger external file is left

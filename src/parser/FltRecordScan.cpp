@@ -10,8 +10,8 @@
 #include "records/FltRecordHeader.h"
 #include "records/FltRecordJson.h"
 #include "records/FltRecordTable.h"
-#include "records/FltRevision.h"
 #include "records/FltRecordTexturePattern.h"
+#include "records/FltRevision.h"
 
 #include <cerrno>
 #include <cstring>

@@ -12,8 +12,8 @@ namespace
 class KeptHead
 {
 public:
-    /// The one place for an opcode and a length, whatever stands there now. A new one is of no category, which
-    /// nothing is kept of: a class of no category names it itself.
+    /// The one place for an opcode and a length, whatever stands there now. A new one is of no category,
+    /// which nothing is kept of: a class of no category names it itself.
     static KeptHead& of(int opcode, unsigned int length)
     {
         static KeptHead heads[256];

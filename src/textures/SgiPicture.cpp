@@ -31,8 +31,8 @@ void copyRow(PictureBytes const& file, std::size_t at, std::size_t bytesOfValue,
         row.to[x * row.step] = static_cast<unsigned char>(file.byte(at + x * bytesOfValue));
 }
 
-/// Reads a row in runs, each of which begins with a value that holds how many follow, and whether they differ.
-/// A run of none ends the row, as does the end of its bytes.
+/// Reads a row in runs, each of which begins with a value that holds how many follow, and whether they
+/// differ. A run of none ends the row, as does the end of its bytes.
 /// @return whether it is a run of none
 bool unpackRow(PictureBytes const& runs, std::size_t bytesOfValue, Row row)
 {

@@ -5,8 +5,8 @@
 /// Room on the disk beyond the end of a file that grows to an unknown size. The file system then books large
 /// pieces and no single pages; the size of the file stays what was written.
 ///
-/// Room is only a wish: where the system has none to give (no space, a quota, a pipe, a file system that can't)
-/// writing goes on without it.
+/// Room is only a wish: where the system has none to give (no space, a quota, a pipe, a file system that
+/// can't) writing goes on without it.
 class ReservedRoom
 {
 public:

@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
-/// A decoded picture, as the toolkit's fields of images want it: the bottom row first, and nothing between the
-/// rows. It may belong to several nodes.
+/// A decoded picture, as the toolkit's fields of images want it: the bottom row first, and nothing between
+/// the rows. It may belong to several nodes.
 struct SoSharedPixels {
     SbVec2s size;       ///< In pixels.
     int components = 0; ///< Bytes of a pixel: 1 grey, 2 grey and alpha, 3 RGB, 4 RGBA.

@@ -65,8 +65,8 @@ std::string nameOf(testing::TestParamInfo<Mode> const& test)
                                             : "");
 }
 
-/// A database in a folder "inside" that refers to two others in it, one of them large, and to one outside; and
-/// to textures of both folders.
+/// A database in a folder "inside" that refers to two others in it, one of them large, and to one outside;
+/// and to textures of both folders.
 class SafetyOptionsTest : public testing::TestWithParam<Mode>
 {
 protected:

@@ -3,10 +3,10 @@
 //     structures DATABASES [PART OF]
 //     structures --only NUMBER
 //
-// Of the DATABASES databases this process does the part PART of OF; with --only it does the one of that number,
-// and leaves its files in the directory structures-NUMBER. Prints how far it is on a terminal, and figures in
-// the end, which Ctrl-C brings about early. The number of the database that ends a process stays in
-// structures-PART.txt. One that takes too much processor time ends it, too.
+// Of the DATABASES databases this process does the part PART of OF; with --only it does the one of that
+// number, and leaves its files in the directory structures-NUMBER. Prints how far it is on a terminal, and
+// figures in the end, which Ctrl-C brings about early. The number of the database that ends a process stays
+// in structures-PART.txt. One that takes too much processor time ends it, too.
 
 #include "robustness/Endurance.h"
 #include "robustness/EveryDoor.h"

@@ -16,5 +16,6 @@ int countTriangles(SoNode* root);
 /// binary format, reads both again and uses what it gets. The scene is made plain for that; see SceneWriter.
 void useScene(SoNode* root);
 
-/// Reads a scene that was written, and uses what it gets. @param written as text, in the binary format, or VRML
+/// Reads a scene that was written, and uses what it gets. @param written as text, in the binary format, or
+/// VRML
 void useWritten(std::string const& written);

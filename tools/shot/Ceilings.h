@@ -18,8 +18,8 @@ public:
     };
 
     /// @param who begins the message on standard error when time, memory or the stack runs out: "fltshot:
-    ///            town.flt". The process ends with the exit code for a failure then. Memory that runs out in this
-    ///            project's own code shows as std::bad_alloc; other libraries may not survive it.
+    ///            town.flt". The process ends with the exit code for a failure then. Memory that runs out in
+    ///            this project's own code shows as std::bad_alloc; other libraries may not survive it.
     Ceilings(Limits const& limits, std::string const& who);
     ~Ceilings();
 

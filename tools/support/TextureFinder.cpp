@@ -41,10 +41,10 @@ std::vector<std::string> TextureFinder::candidates(std::string const& name,
                                                    std::string const& referring) const
 {
     std::vector<std::string> found;
-    search->find(name, {databaseDirectory, directoryOf(referring)}, [&found](std::string const& path) {
-        if (isFile(path))
-            found.push_back(path);
-        return false;
-    });
+    search->find(name, {databaseDirectory, directoryOf(referring)},
+                 [&found](std::string const& path, OpenFile const& /*file*/) {
+                     found.push_back(path);
+                     return false;
+                 });
     return found;
 }

@@ -35,7 +35,8 @@ void measure(TextureList::Texture& texture)
     texture.height = size[1];
 }
 
-/// Gives a node a picture and its name, without having the toolkit open the file. What is written is the name.
+/// Gives a node a picture and its name, without having the toolkit open the file. What is written is the
+/// name.
 void show(SoTexture2& node, SoSharedPixels const& pixels, std::string const& path)
 {
     node.image.setValue(pixels.size, pixels.components, pixels.bytes.data());
