@@ -4,8 +4,8 @@
 # compiler by itself shows more: whatever it makes of the standard library's templates. Calls among the functions
 # that are shown go straight to them.
 #
-# Names of C++ are matched as they stand in the object files: demangled, a template's function may begin with the name
-# of a class, as its result.
+# Names of C++ are matched as object files hold them: for people, the name of a template's function begins with its
+# result, which may be one of these classes.
 function(export_only target)
   cmake_parse_arguments(PARSE_ARGV 1 shown "" "" "CLASSES;FUNCTIONS")
   set(names ${shown_FUNCTIONS})

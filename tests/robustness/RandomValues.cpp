@@ -3,7 +3,6 @@
 #include "writer/FltLayouts.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 #include <vector>
 
@@ -28,9 +27,8 @@ constexpr double oddNumbersOfAll[] = {Limits::quiet_NaN(),
                                       0.0};
 constexpr double scales[] = {0.001, 0.1, 1, 1, 1, 100, 1e6};
 constexpr double wholeNumbersAtLimits[] = {-1, -2, 127, 255, 32767, -32768, 65535, 2147483647, -2147483648.0};
-constexpr std::array<char const*, 12> names = {"g1",   "tower", "flt_switch", "db",
-                                               "",     " ",     "a b\nc",     "\xc3\xa4\xff",
-                                               "%s%n", "../",   "\x1b[1m",    "<b>&amp;"};
+constexpr char const* names[] = {"g1",     "tower",        "flt_switch", "db",  "",        " ",
+                                 "a b\nc", "\xc3\xa4\xff", "%s%n",       "../", "\x1b[1m", "<b>&amp;"};
 
 } // namespace
 
@@ -44,7 +42,8 @@ double RandomValues::number()
 {
     if (oddNumbers != 0 && oneIn(oddNumbers))
         return oneOf(oddNumbersOfAll);
-    return (below(2001) - 1000.0) / 100 * oneOf(scales);
+    double const size = (below(2001) - 1000.0) / 100;
+    return size * oneOf(scales);
 }
 
 double RandomValues::wholeNumber(unsigned bits)

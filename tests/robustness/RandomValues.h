@@ -7,6 +7,7 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Values for the fields of records, the same for the same number on every machine.
 class RandomValues
@@ -22,8 +23,8 @@ public:
     {
         return values[below(static_cast<unsigned>(count))];
     }
-    template <class Values>
-    auto const& oneOf(Values const& values)
+    template <class Value>
+    Value const& oneOf(std::vector<Value> const& values)
     {
         return values[below(static_cast<unsigned>(values.size()))];
     }

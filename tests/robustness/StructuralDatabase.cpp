@@ -34,17 +34,21 @@ std::vector<std::string> referencesOf(unsigned file, unsigned files, RandomValue
 StructuralDatabase::StructuralDatabase(unsigned number) : wasDamaged(number % 3 == 0)
 {
     RandomValues random(number);
-    bool const isChain = random.oneIn(25);
+    bool const isChain = random.oneIn(40);
+    // Deep ones are rare: what they become takes time in the square of the levels, for the indentation alone.
+    unsigned const deepest = random.oneIn(8) ? 1500 : 150;
     unsigned const files = isChain ? 2 + random.below(longestChain) : 1 + random.below(4);
     for (unsigned file = 0; file < files; ++file) {
         StructuralFile::Extent extent;
         extent.nodes = isChain ? 3 : 5 + random.below(60);
         extent.levels = 2 + random.below(20);
-        if (isChain || random.oneIn(20))
-            extent.nest = random.below(isChain ? 250 : 1500);
-        extent.refers = isChain;
+        if (isChain || random.oneIn(40))
+            extent.nest = random.below(isChain ? deepest / 5 : deepest);
+        if (isChain)
+            extent.next = nameOf(file + 1);
+        // Two references to the next file would double what it holds, from file to file.
         std::vector<std::string> const references =
-            isChain ? std::vector{nameOf(file + 1)} : referencesOf(file, files, random);
+            isChain ? std::vector<std::string>{"missing.flt"} : referencesOf(file, files, random);
         int const revision = random.oneOf(changingRevisions);
         allFiles.push_back({nameOf(file), StructuralFile(random, revision, references, extent).write()});
     }

@@ -4,6 +4,7 @@
 
 #include "records/FltOpcode.h"
 
+#include <map>
 #include <utility>
 
 namespace
@@ -53,18 +54,18 @@ constexpr int opcodesWithoutLayout[] = {FltOpcode::continuation,
 
 std::vector<FltTopic> const& topicsOf(int revision)
 {
-    static std::vector<std::pair<int, std::vector<FltTopic>>> made;
-    for (auto const& [known, topics] : made)
-        if (known == revision)
-            return topics;
-    return made.emplace_back(revision, everyTopicInBrief(revision)).second;
+    static std::map<int, std::vector<FltTopic>> made;
+    auto const [place, isNew] = made.try_emplace(revision);
+    if (isNew)
+        place->second = everyTopicInBrief(revision);
+    return place->second;
 }
 
 } // namespace
 
 StructuralFile::StructuralFile(RandomValues& random, int revision, std::vector<std::string> references,
                                Extent extent)
-    : random(random), references(std::move(references)), extent(extent),
+    : random(random), references(std::move(references)), extent(std::move(extent)),
       flt(revision, {{"multiplierDiviserUnit", random.oneIn(8) ? random.wholeNumber(16) : 1.0},
                      {"vertexCoordinateUnits", random.oneIn(2) ? 0.0 : random.wholeNumber(8)},
                      {"flags", random.oneIn(3) ? 0x40000000U : 0U},
@@ -82,8 +83,8 @@ std::string StructuralFile::write()
         add(random.oneOf(nested));
         flt.push();
     }
-    if (extent.refers)
-        addReference();
+    if (!extent.next.empty())
+        add("ExternalReference", {{"asciiPath", extent.next}});
     addLevel(0);
     for (unsigned level = 0; level < extent.nest; ++level)
         flt.pop();
@@ -278,34 +279,36 @@ void StructuralFile::addFace(unsigned depth)
     flt.pop();
 }
 
+std::string StructuralFile::vertexPool(unsigned count, unsigned mask)
+{
+    std::string pool = FltWriter::big32(static_cast<long>(count));
+    pool += FltWriter::big32(static_cast<long>(mask));
+    auto const isThere = [mask](int bit) { return (mask & 0x80000000U >> bit) != 0; };
+    for (; count > 0; --count) {
+        for (int i = 0; isThere(0) && i < 3; ++i) // a place
+            pool += FltWriter::bigDouble(random.number());
+        for (int bit = 1; bit <= 2; ++bit) // colours by index and packed
+            if (isThere(bit))
+                pool += FltWriter::big32(static_cast<long>(random.wholeNumber(16)));
+        for (int bit = 3; bit < 12; ++bit) // the normal, and texture coordinates of eight layers
+            for (int i = 0; isThere(bit) && i < (bit == 3 ? 3 : 2); ++i)
+                pool += FltWriter::bigFloat(random.number());
+    }
+    return pool;
+}
+
 void StructuralFile::addMesh()
 {
     static constexpr unsigned masks[] = {0x80000000, 0xa0000000, 0xc8000000, 0xd8000000,
                                          0xff800000, 0x10000000, 0};
-    unsigned const mask = random.oneOf(masks);
     unsigned const vertexCount = random.below(12);
-    std::string pool =
-        FltWriter::big32(static_cast<long>(vertexCount)) + FltWriter::big32(static_cast<long>(mask));
-    for (unsigned vertex = 0; vertex < vertexCount; ++vertex)
-        for (unsigned bit = 0; bit < 12; ++bit) {
-            bool const isThere = (mask & 0x80000000U >> bit) != 0;
-            unsigned const doubles = isThere && bit == 0 ? 3 : 0;
-            unsigned const words = isThere && (bit == 1 || bit == 2) ? 1 : 0;
-            unsigned const floats = !isThere ? 0 : bit == 3 ? 3 : bit > 3 ? 2 : 0;
-            for (unsigned i = 0; i < doubles; ++i)
-                pool += FltWriter::bigDouble(random.number());
-            for (unsigned i = 0; i < words; ++i)
-                pool += FltWriter::big32(static_cast<long>(random.wholeNumber(16)));
-            for (unsigned i = 0; i < floats; ++i)
-                pool += FltWriter::bigFloat(random.number());
-        }
     std::string body = random.bytes(80);
     body.replace(26, 4, std::string(4, random.oneIn(2) ? '\xff' : '\0')); // texture and material
     flt.addRaw(FltOpcode::mesh, body);
     if (!random.oneIn(8))
-        flt.addRaw(FltOpcode::localVertexPool, pool);
+        flt.addRaw(FltOpcode::localVertexPool, vertexPool(vertexCount, random.oneOf(masks)));
     flt.push();
-    for (unsigned count = 1 + random.below(3); count > 0; --count)
+    for (unsigned primitives = 1 + random.below(3); primitives > 0; --primitives)
         addPrimitive(vertexCount);
     flt.pop();
 }

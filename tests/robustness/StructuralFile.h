@@ -16,7 +16,7 @@ public:
         unsigned nodes = 40;  ///< At most, and those of one level besides.
         unsigned levels = 12; ///< At most, below the nest.
         unsigned nest = 0;    ///< Levels of one node each, around all others.
-        bool refers = false;  ///< Whether a reference to another file is the first in them.
+        std::string next;     ///< A file that is referred to from the innermost of them; empty for none.
     };
 
     /// @param references names that external references bear
@@ -48,6 +48,7 @@ private:
 
     void addFaces(unsigned depth);
     void addFace(unsigned depth);
+    std::string vertexPool(unsigned count, unsigned mask);
     void addMesh();
     void addPrimitive(unsigned vertexCount);
     void addOldFace();
