@@ -130,6 +130,6 @@ TEST(StructuralDatabaseTest, HoldsEveryStructureOfTheFormatInSomeOfThem)
         EXPECT_EQ(opcodes.count(static_cast<unsigned>(opcode)), 1U) << opcode;
     EXPECT_EQ(revisions.size(), std::size(changingRevisions));
     EXPECT_GT(mostFiles, 32U);
-    EXPECT_GT(deepest, 1200);
+    EXPECT_GT(deepest, 200);
     EXPECT_TRUE(hasOdd);
 }
