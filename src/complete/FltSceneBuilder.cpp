@@ -470,7 +470,7 @@ FltScenePart const& FltSceneBuilder::buildDefinition(Number number)
 /// A light has no children: where its name is cut, a group bears that name, and holds it whole.
 FltScenePart FltSceneBuilder::buildLight(Number number)
 {
-    FltScenePart const light = FltLightNodes::make(model.tree.recordOf(number), model.palettes);
+    FltScenePart light = FltLightNodes::make(model.tree.recordOf(number), model.palettes);
     if (light.node.get() == nullptr)
         return light;
     std::string const name = nameOf(number);

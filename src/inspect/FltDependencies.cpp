@@ -2,9 +2,12 @@
 
 #include "messages/FltLimits.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordExternalReference.h"
+#include "records/FltRecordTexturePattern.h"
 #include "toolkit/StackSpace.h"
 
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <stdexcept>
 #include <system_error>
@@ -34,6 +37,12 @@ bool isFile(std::string const& path)
 {
     std::error_code ignored;
     return fs::is_regular_file(path, ignored);
+}
+
+template <std::size_t size>
+std::string textOf(char const (&characters)[size])
+{
+    return {characters, ::strnlen(characters, size)};
 }
 
 /// The path that a stored name means when it is taken as it stands.
@@ -81,6 +90,14 @@ void FltDependencies::takeLevels(FltInventory const& inventory, std::uint32_t le
         std::find_if(inventory.nodes.begin(), inventory.nodes.end(),
                      [&](FltInventory::Node const& node) { return levelsAbove + node.depth >= mostLevels; });
     allDeepLevels.push_back({inventory.path(), first->offset, first->opcode});
+}
+
+std::string FltDependencies::nameIn(FltRecordScan const& scan)
+{
+    if (auto const* const texture = dynamic_cast<FltRecordTexturePattern const*>(scan.record()))
+        return textOf(texture->fileName);
+    auto const* const reference = dynamic_cast<FltRecordExternalReference const*>(scan.record());
+    return reference != nullptr ? textOf(reference->asciiPath) : "";
 }
 
 std::string FltDependencies::pathOf(std::string const& database, std::string const& reference)

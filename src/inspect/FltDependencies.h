@@ -60,6 +60,10 @@ public:
     /// The paths of all files that were found, without the database itself, each once.
     std::vector<std::string> files() const;
 
+    /// The name that the present record gives a texture or a referenced database, byte for byte; empty for
+    /// other records.
+    static std::string nameIn(FltRecordScan const& scan);
+
     /// The file that a reference names, as conversions look for it.
     static std::string pathOf(std::string const& database, std::string const& reference);
 

@@ -129,3 +129,15 @@ TEST_F(FltDependenciesTest, tellsOfLevelsBelowASecondReferenceToAFile)
     EXPECT_EQ(dependencies.deepLevels()[0].database, chain.folder / "main.flt");
     EXPECT_EQ(dependencies.deepLevels()[0].offset, dependencies.references().back().offset);
 }
+
+TEST_F(FltDependenciesTest, tellsTheNamesInRecordsByteForByte)
+{
+    FltWriter flt(1570);
+    flt.add("TexturePattern", {{"fileName", "gr\xfcn.rgb"}, {"patternIndex", 0}}).push();
+    flt.add("ExternalReference", {{"asciiPath", "h\xe4user.flt"}}).add("Group", {{"idASCII", "g1"}}).pop();
+    std::vector<std::string> names;
+    for (FltRecordScan scan(folder.write("latin.flt", flt.bytes())); scan.next();)
+        if (std::string const name = FltDependencies::nameIn(scan); !name.empty())
+            names.push_back(name);
+    EXPECT_EQ(names, (std::vector<std::string>{"gr\xfcn.rgb", "h\xe4user.flt"}));
+}

@@ -7,10 +7,7 @@
 #include "loader/FltLoader.h"
 #include "parser/FltRecordScan.h"
 #include "records/FltOpcode.h"
-#include "records/FltRecordExternalReference.h"
-#include "records/FltRecordTexturePattern.h"
 
-#include <cstring>
 #include <filesystem>
 #include <stdexcept>
 #include <system_error>
@@ -64,12 +61,6 @@ private:
     std::unordered_set<std::string> known;
 };
 
-template <std::size_t size>
-std::string textOf(char const (&characters)[size])
-{
-    return {characters, ::strnlen(characters, size)};
-}
-
 /// What a load finds, also after a damaged place.
 void addFilesOfLoad(std::string const& database, ReferenceCount& references, TextureNames& textures)
 {
@@ -96,15 +87,11 @@ try {
     TextureNames textures(scan.textureNames);
     std::vector<std::string> stored;
     FltRecordScan records(database);
-    while (records.next()) {
-        FltRecord const* const record = records.record();
-        if (record == nullptr)
-            continue;
+    while (records.next())
         if (records.opcode() == FltOpcode::texturePattern)
-            textures.add(textOf(static_cast<FltRecordTexturePattern const*>(record)->fileName));
+            textures.add(FltDependencies::nameIn(records));
         else if (records.opcode() == FltOpcode::externalReference)
-            stored.push_back(textOf(static_cast<FltRecordExternalReference const*>(record)->asciiPath));
-    }
+            stored.push_back(FltDependencies::nameIn(records));
     if (records.fault() != FltFraming::Fault::none)
         addFilesOfLoad(database, references, textures);
     else
