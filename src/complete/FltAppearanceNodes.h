@@ -2,7 +2,7 @@
 
 #include "complete/FltAppearance.h"
 #include "complete/FltGroupBuilder.h"
-#include "complete/FltPaletteSet.h"
+#include "model/FltPaletteSet.h"
 #include "toolkit/SoNodeRef.h"
 
 #include <Inventor/nodes/SoTexture2.h>

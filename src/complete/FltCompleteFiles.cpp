@@ -1,8 +1,8 @@
 #include "complete/FltCompleteFiles.h"
 
-#include "complete/FltModelReader.h"
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "model/FltModelReader.h"
 #include "records/FltRevision.h"
 #include "toolkit/RegularFile.h"
 #include "toolkit/SoSilentField.h"

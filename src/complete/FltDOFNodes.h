@@ -2,7 +2,7 @@
 
 #include "complete/FltCompleteScene.h"
 #include "complete/FltGroupBuilder.h"
-#include "complete/FltRecordView.h"
+#include "model/FltRecordView.h"
 
 /// Makes the nodes of a degree of freedom.
 class FltDOFNodes

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "complete/FltLeftOut.h"
-#include "complete/FltModel.h"
 #include "complete/FltPolygonCutter.h"
 #include "complete/FltShapeBatch.h"
+#include "model/FltLeftOut.h"
+#include "model/FltModel.h"
 #include "records/FltRecordFace.h"
 
 #include <unordered_map>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "complete/FltGroupBuilder.h"
-#include "complete/FltRecordView.h"
+#include "model/FltRecordView.h"
 
 #include <vector>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "complete/FltPaletteSet.h"
 #include "complete/FltScenePart.h"
+#include "model/FltPaletteSet.h"
 
 /// Makes the nodes of light sources.
 class FltLightNodes

@@ -2,8 +2,8 @@
 
 #include "complete/FltAppearance.h"
 #include "complete/FltAppearanceNodes.h"
-#include "complete/FltPaletteSet.h"
 #include "complete/FltScenePart.h"
+#include "model/FltPaletteSet.h"
 
 #include <Inventor/SbColor.h>
 #include <Inventor/SbVec2f.h>

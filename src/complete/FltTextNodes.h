@@ -1,7 +1,7 @@
 #pragma once
 
 #include "complete/FltGroupBuilder.h"
-#include "complete/FltPaletteSet.h"
+#include "model/FltPaletteSet.h"
 
 #include <string>
 

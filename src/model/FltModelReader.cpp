@@ -1,4 +1,4 @@
-#include "complete/FltModelReader.h"
+#include "model/FltModelReader.h"
 
 #include "records/FltOpcodeName.h"
 #include "records/FltOpcodeTable.h"

@@ -1,4 +1,4 @@
-#include "complete/FltModelRecordReader.h"
+#include "model/FltModelRecordReader.h"
 
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltOpcodeTable.h"

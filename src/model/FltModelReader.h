@@ -1,7 +1,7 @@
 #pragma once
 
-#include "complete/FltLeftOut.h"
-#include "complete/FltModel.h"
+#include "model/FltLeftOut.h"
+#include "model/FltModel.h"
 
 #include <functional>
 

@@ -1,4 +1,4 @@
-#include "complete/FltPaletteSet.h"
+#include "model/FltPaletteSet.h"
 
 #include "records/FltOpcode.h"
 #include "records/FltRecordMaterial.h"

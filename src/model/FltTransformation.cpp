@@ -1,4 +1,4 @@
-#include "complete/FltTransformation.h"
+#include "model/FltTransformation.h"
 
 #include "records/FltOpcode.h"
 

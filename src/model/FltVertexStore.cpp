@@ -1,4 +1,4 @@
-#include "complete/FltVertexStore.h"
+#include "model/FltVertexStore.h"
 
 #include "records/FltOpcode.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "complete/FltColors.h"
-#include "complete/FltRecordView.h"
-#include "complete/FltVertex.h"
+#include "model/FltColors.h"
+#include "model/FltRecordView.h"
+#include "model/FltVertex.h"
 
 #include <cstddef>
 #include <cstdint>

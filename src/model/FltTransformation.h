@@ -1,6 +1,6 @@
 #pragma once
 
-#include "complete/FltModelTree.h"
+#include "model/FltModelTree.h"
 
 #include <Inventor/SbMatrix.h>
 #include <vector>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "complete/FltModelRecordReader.h"
-#include "complete/FltModelTree.h"
-#include "complete/FltPaletteSet.h"
-#include "complete/FltVertexStore.h"
+#include "model/FltModelRecordReader.h"
+#include "model/FltModelTree.h"
+#include "model/FltPaletteSet.h"
+#include "model/FltVertexStore.h"
 #include "records/FltRecordHeader.h"
 
 #include <cstdint>

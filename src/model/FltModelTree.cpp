@@ -1,4 +1,4 @@
-#include "complete/FltModelTree.h"
+#include "model/FltModelTree.h"
 
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"

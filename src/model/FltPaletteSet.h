@@ -1,7 +1,7 @@
 #pragma once
 
-#include "complete/FltColors.h"
-#include "complete/FltRecordView.h"
+#include "model/FltColors.h"
+#include "model/FltRecordView.h"
 
 #include <cstdint>
 #include <map>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "complete/FltRecordView.h"
+#include "model/FltRecordView.h"
 
 #include <cstdint>
 #include <vector>

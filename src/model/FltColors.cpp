@@ -1,4 +1,4 @@
-#include "complete/FltColors.h"
+#include "model/FltColors.h"
 
 #include "records/FltRecordColorPalette.h"
 

@@ -1,4 +1,4 @@
-#include "complete/FltModelRecordReader.h"
+#include "model/FltModelRecordReader.h"
 
 #include "support/StreamCapture.h"
 #include "writer/FltWriter.h"
