@@ -4,8 +4,8 @@
 #include "loader/FltLoader.h"
 #include "loader/FltMessageCollector.h"
 #include "loader/FltSceneContent.h"
+#include "loader/FltSceneTextures.h"
 #include "records/FltRecordHeader.h"
-#include "search/FltSceneTextures.h"
 
 #include <exception>
 #include <map>

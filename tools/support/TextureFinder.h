@@ -1,6 +1,6 @@
 #pragma once
 
-#include "search/FltTextureSearch.h"
+#include "textures/FltTextureSearch.h"
 
 #include <memory>
 #include <string>

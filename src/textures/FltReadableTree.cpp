@@ -1,4 +1,4 @@
-#include "search/FltReadableTree.h"
+#include "textures/FltReadableTree.h"
 
 #include "toolkit/RegularFile.h"
 

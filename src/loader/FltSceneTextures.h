@@ -1,6 +1,6 @@
 #pragma once
 
-#include "search/FltTextureSearch.h"
+#include "textures/FltTextureSearch.h"
 #include "textures/Picture.h"
 #include "toolkit/SoNodeRef.h"
 #include "toolkit/SoSharedTexture.h"

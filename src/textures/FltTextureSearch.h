@@ -1,6 +1,6 @@
 #pragma once
 
-#include "search/FltReadableTree.h"
+#include "textures/FltReadableTree.h"
 #include "toolkit/VelloReaderExport.h"
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "search/FltSceneTextures.h"
+#include "loader/FltSceneTextures.h"
 
 #include "support/ExchangedFolders.h"
 #include "support/ScratchFolder.h"

@@ -1,4 +1,4 @@
-#include "search/FltSceneTextures.h"
+#include "loader/FltSceneTextures.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "search/FltReadableTree.h"
+#include "textures/FltReadableTree.h"
 
 #include "support/ExchangedFolders.h"
 #include "support/OpenWatch.h"

@@ -1,4 +1,4 @@
-#include "search/FltTextureSearch.h"
+#include "textures/FltTextureSearch.h"
 
 #include "toolkit/ImageSearch.h"
 
