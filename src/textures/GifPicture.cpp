@@ -1,6 +1,5 @@
-#include "textures/GifPicture.h"
-
 #include "textures/PictureBytes.h"
+#include "textures/PictureFormats.h"
 
 #include <algorithm>
 #include <array>
@@ -172,7 +171,7 @@ private:
 
 } // namespace
 
-DecodedPicture GifPicture::decode(PictureBytes const& file)
+DecodedPicture PictureFormats::decodeGif(PictureBytes const& file)
 {
     return Decoder(file).decode();
 }

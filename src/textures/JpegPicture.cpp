@@ -1,6 +1,5 @@
-#include "textures/JpegPicture.h"
-
 #include "textures/PictureBytes.h"
+#include "textures/PictureFormats.h"
 
 #include <algorithm>
 #include <array>
@@ -166,7 +165,7 @@ private:
 
 } // namespace
 
-DecodedPicture JpegPicture::decode(PictureBytes const& file)
+DecodedPicture PictureFormats::decodeJpeg(PictureBytes const& file)
 {
     return Decoder(file).decode();
 }

@@ -1,13 +1,7 @@
 #include "textures/Picture.h"
 
-#include "textures/DecodedPicture.h"
-#include "textures/GifPicture.h"
-#include "textures/JpegPicture.h"
 #include "textures/PictureBytes.h"
-#include "textures/PngPicture.h"
-#include "textures/SgiPicture.h"
-#include "textures/TgaPicture.h"
-#include "textures/TiffPicture.h"
+#include "textures/PictureFormats.h"
 #include "toolkit/RegularFile.h"
 
 #include <algorithm>
@@ -30,16 +24,16 @@ struct Format {
 };
 
 constexpr Format formats[] = {
-    {"\x89PNG\r\n\x1a\n"sv, PngPicture::decode},
-    {"\xff\xd8\xff"sv, JpegPicture::decode},
-    {"\x01\xda"sv, SgiPicture::decode},
-    {"II*\0"sv, TiffPicture::decode},
-    {"MM\0*"sv, TiffPicture::decode},
-    {"GIF87a"sv, GifPicture::decode},
-    {"GIF89a"sv, GifPicture::decode},
+    {"\x89PNG\r\n\x1a\n"sv, PictureFormats::decodePng},
+    {"\xff\xd8\xff"sv, PictureFormats::decodeJpeg},
+    {"\x01\xda"sv, PictureFormats::decodeSgi},
+    {"II*\0"sv, PictureFormats::decodeTiff},
+    {"MM\0*"sv, PictureFormats::decodeTiff},
+    {"GIF87a"sv, PictureFormats::decodeGif},
+    {"GIF89a"sv, PictureFormats::decodeGif},
 };
 
-constexpr Format tga = {"", TgaPicture::decode};
+constexpr Format tga = {"", PictureFormats::decodeTga};
 
 /// What people give for textures, and what isn't read, so that the message can name it.
 constexpr std::pair<std::string_view, char const*> unread[] = {
@@ -64,7 +58,7 @@ Format const& formatOf(PictureBytes const& head, std::string const& name)
     for (auto const& [begin, format] : unread)
         if (head.begins(begin))
             throw PictureProblem(std::string("is a ") + format + " picture, which isn't read");
-    if (TgaPicture::isNamed(name))
+    if (PictureFormats::isNamedTga(name))
         return tga;
     throw PictureProblem(head.size() == 0 ? "is empty" : "is no picture of a kind that is read");
 }

@@ -1,6 +1,5 @@
-#include "textures/PngPicture.h"
-
 #include "textures/PictureBytes.h"
+#include "textures/PictureFormats.h"
 
 #include <algorithm>
 #include <array>
@@ -117,7 +116,7 @@ private:
 
 } // namespace
 
-DecodedPicture PngPicture::decode(PictureBytes const& file)
+DecodedPicture PictureFormats::decodePng(PictureBytes const& file)
 {
     return Decoder(file).decode();
 }

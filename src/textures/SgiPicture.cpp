@@ -1,6 +1,5 @@
-#include "textures/SgiPicture.h"
-
 #include "textures/PictureBytes.h"
+#include "textures/PictureFormats.h"
 
 #include <string>
 
@@ -57,7 +56,7 @@ bool unpackRow(PictureBytes const& runs, std::size_t bytesOfValue, Row row)
 
 } // namespace
 
-DecodedPicture SgiPicture::decode(PictureBytes const& file)
+DecodedPicture PictureFormats::decodeSgi(PictureBytes const& file)
 {
     bool const isPacked = file.byte(2) == 1;
     std::size_t const bytesOfValue = file.byte(3);

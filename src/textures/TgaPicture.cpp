@@ -1,6 +1,5 @@
-#include "textures/TgaPicture.h"
-
 #include "textures/PictureBytes.h"
+#include "textures/PictureFormats.h"
 
 #include <algorithm>
 #include <array>
@@ -131,7 +130,7 @@ private:
 
 } // namespace
 
-bool TgaPicture::isNamed(std::string const& name)
+bool PictureFormats::isNamedTga(std::string const& name)
 {
     constexpr std::string_view ending = ".tga";
     auto const isSame = [](char a, char b) { return a == std::tolower(static_cast<unsigned char>(b)); };
@@ -139,7 +138,7 @@ bool TgaPicture::isNamed(std::string const& name)
            std::equal(ending.begin(), ending.end(), name.end() - std::ptrdiff_t(ending.size()), isSame);
 }
 
-DecodedPicture TgaPicture::decode(PictureBytes const& file)
+DecodedPicture PictureFormats::decodeTga(PictureBytes const& file)
 {
     Head const head(file);
     std::size_t const components = head.components();

@@ -1,6 +1,5 @@
-#include "textures/TiffPicture.h"
-
 #include "textures/PictureBytes.h"
+#include "textures/PictureFormats.h"
 
 #include <algorithm>
 #include <array>
@@ -188,7 +187,7 @@ void narrow(SoSharedPixels& pixels, bool isGrey, bool hasAlpha)
 
 } // namespace
 
-DecodedPicture TiffPicture::decode(PictureBytes const& file)
+DecodedPicture PictureFormats::decodeTiff(PictureBytes const& file)
 {
     Source source{file};
     Tiff const tiff = open(source);
