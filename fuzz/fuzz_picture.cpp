@@ -42,8 +42,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     Picture const picture = Picture::decode(PictureBytes(bytes), name);
     if (picture.pixels == nullptr)
         return 0;
-    SoSharedPixels const& pixels = *picture.pixels;
-    bool const isWhole = pixels.bytes.size() == std::size_t(pixels.size[0]) * std::size_t(pixels.size[1]) *
+    PicturePixels const& pixels = *picture.pixels;
+    bool const isWhole = pixels.bytes.size() == std::size_t(pixels.width) * std::size_t(pixels.height) *
                                                     std::size_t(pixels.components);
     volatile unsigned sum = std::accumulate(pixels.bytes.begin(), pixels.bytes.end(), 0U);
     static_cast<void>(sum);

@@ -3,6 +3,7 @@
 #include "messages/FltWarningMessageConsole.h"
 #include "textures/Picture.h"
 #include "toolkit/ImageSearch.h"
+#include "toolkit/SoSharedTexture.h"
 
 #include <sys/stat.h>
 
@@ -21,6 +22,19 @@ SoNodeRef<SoTexture2> makeByName(std::string const& name)
     SoNodeRef<SoTexture2> texture(new SoTexture2);
     SoSharedTexture::nameSilently(*texture, name);
     return texture;
+}
+
+/// Null if there are no pixels.
+std::shared_ptr<PicturePixels const> copyOf(SoSFImage const& image)
+{
+    SbVec2s size;
+    int components = 0;
+    unsigned char const* const bytes = image.getValue(size, components);
+    if (bytes == nullptr)
+        return nullptr;
+    std::ptrdiff_t const count = std::ptrdiff_t(size[0]) * size[1] * components;
+    return std::make_shared<PicturePixels const>(
+        PicturePixels{size[0], size[1], components, {bytes, bytes + count}});
 }
 
 /// Why a file isn't given to the toolkit; empty if it is.
@@ -50,7 +64,7 @@ SoNodeRef<SoTexture2> FltTextures::make(std::string const& name)
         return makeByName(name);
     }
     if (file.isMet && file.pixels == nullptr)
-        file.pixels = SoSharedPixels::copyOf(makeByToolkit(name)->image);
+        file.pixels = copyOf(makeByToolkit(name)->image);
     if (file.pixels == nullptr) {
         file.isMet = true;
         return makeByToolkit(name);

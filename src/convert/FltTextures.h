@@ -1,7 +1,7 @@
 #pragma once
 
+#include "textures/PicturePixels.h"
 #include "toolkit/SoNodeRef.h"
-#include "toolkit/SoSharedTexture.h"
 
 #include <Inventor/nodes/SoTexture2.h>
 #include <map>
@@ -26,8 +26,8 @@ private:
     /// A file that was decoded once.
     struct File {
         bool isMet = false;
-        std::string problem;                          ///< Why it isn't read.
-        std::shared_ptr<SoSharedPixels const> pixels; ///< Of the second node on.
+        std::string problem;                         ///< Why it isn't read.
+        std::shared_ptr<PicturePixels const> pixels; ///< Of the second node on.
     };
 
     std::map<std::pair<dev_t, ino_t>, File> files;

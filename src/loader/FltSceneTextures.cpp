@@ -59,7 +59,7 @@ FltSceneTextures::Texture
 FltSceneTextures::resolveOne(Made const& made, std::function<void(std::string const& path)> const& onImage)
 {
     Texture texture{made.name, made.database, {}, {}, {}, {}};
-    std::shared_ptr<SoSharedPixels const> pixels;
+    std::shared_ptr<PicturePixels const> pixels;
     FltTextureSearch::Result result = search.find(made.name, {databaseDirectory, directoryOf(made.database)},
                                                   [&](std::string const& path, OpenFile const& file) {
                                                       onImage(path);

@@ -23,7 +23,8 @@ DecodedPicture::DecodedPicture(std::uint64_t width, std::uint64_t height, std::u
                                PictureBytes const& file)
 {
     checkSize(width, height, components, file);
-    pixels.size = SbVec2s(static_cast<short>(width), static_cast<short>(height));
+    pixels.width = static_cast<int>(width);
+    pixels.height = static_cast<int>(height);
     pixels.components = static_cast<int>(components);
     pixels.bytes.resize(static_cast<std::size_t>(width * height * components));
 }

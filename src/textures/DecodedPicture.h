@@ -1,7 +1,8 @@
 #pragma once
 
-#include "toolkit/SoSharedPixels.h"
+#include "textures/PicturePixels.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <stdexcept>
 
@@ -16,7 +17,7 @@ public:
 
 /// The pixels of a picture while they are decoded.
 struct DecodedPicture {
-    SoSharedPixels pixels;
+    PicturePixels pixels;
 
     /// Whether the toolkit's image library can be given the file without harm.
     bool isSafeForToolkit = true;
@@ -28,8 +29,8 @@ struct DecodedPicture {
     DecodedPicture(std::uint64_t width, std::uint64_t height, std::uint64_t components,
                    PictureBytes const& file);
 
-    std::size_t width() const { return static_cast<std::size_t>(pixels.size[0]); }
-    std::size_t height() const { return static_cast<std::size_t>(pixels.size[1]); }
+    std::size_t width() const { return static_cast<std::size_t>(pixels.width); }
+    std::size_t height() const { return static_cast<std::size_t>(pixels.height); }
     std::size_t rowSize() const { return width() * static_cast<std::size_t>(pixels.components); }
 
     /// Where a row begins, counted from the bottom.

@@ -96,7 +96,7 @@ std::size_t sizeOf(int descriptor)
 Picture asPicture(DecodedPicture&& decoded)
 {
     Picture picture;
-    picture.pixels = std::make_shared<SoSharedPixels const>(std::move(decoded.pixels));
+    picture.pixels = std::make_shared<PicturePixels const>(std::move(decoded.pixels));
     picture.isSafeForToolkit = decoded.isSafeForToolkit;
     return picture;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "toolkit/SoSharedPixels.h"
+#include "textures/PicturePixels.h"
 #include "toolkit/VelloReaderExport.h"
 
 #include <memory>
@@ -31,7 +31,7 @@ public:
     static Picture decode(PictureBytes const& bytes, std::string const& name);
 
     /// Null if there is a problem.
-    std::shared_ptr<SoSharedPixels const> pixels;
+    std::shared_ptr<PicturePixels const> pixels;
 
     /// The end of a sentence that begins with the file, as "is a DDS picture, which isn't read"; or empty.
     std::string problem;

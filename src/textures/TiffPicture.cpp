@@ -169,7 +169,7 @@ bool isSafeForToolkit(TIFF* tiff)
 }
 
 /// Keeps some of the four bytes of each pixel.
-void narrow(SoSharedPixels& pixels, bool isGrey, bool hasAlpha)
+void narrow(PicturePixels& pixels, bool isGrey, bool hasAlpha)
 {
     std::vector<std::size_t> kept = isGrey ? std::vector<std::size_t>{0} : std::vector<std::size_t>{0, 1, 2};
     if (hasAlpha)

@@ -2,13 +2,12 @@
 
 #include "toolkit/SoSilentField.h"
 
-#include <utility>
-
-void SoSharedTexture::setPixels(std::shared_ptr<SoSharedPixels const> pixels)
+void SoSharedTexture::share(SbVec2s size, int components, unsigned char const* bytes,
+                            std::shared_ptr<void const> owner)
 {
-    std::shared_ptr<SoSharedPixels const> const before = std::exchange(kept, std::move(pixels));
+    std::shared_ptr<void const> const before = std::exchange(kept, std::move(owner));
     image.enableNotify(FALSE);
-    image.setValue(kept->size, kept->components, kept->bytes.data(), SoSFImage::NO_COPY);
+    image.setValue(size, components, bytes, SoSFImage::NO_COPY);
     image.enableNotify(TRUE);
     image.setDefault(TRUE); // the name is written, not the pixels
     setReadStatus(1);

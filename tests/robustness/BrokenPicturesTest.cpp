@@ -24,7 +24,7 @@ protected:
         ++taken;
         auto const& pixels = *picture.pixels;
         EXPECT_EQ(pixels.bytes.size(),
-                  std::size_t(pixels.size[0]) * std::size_t(pixels.size[1]) * std::size_t(pixels.components));
+                  std::size_t(pixels.width) * std::size_t(pixels.height) * std::size_t(pixels.components));
         EXPECT_GE(std::accumulate(pixels.bytes.begin(), pixels.bytes.end(), std::uint64_t(0)), 0U);
     }
 

@@ -1,15 +1,16 @@
 #include "toolkit/SoSharedTexture.h"
 
 #include "support/SceneText.h"
+#include "textures/PicturePixels.h"
 
 #include <gtest/gtest.h>
 
 namespace
 {
 
-std::shared_ptr<SoSharedPixels const> pixel(unsigned char grey)
+std::shared_ptr<PicturePixels const> pixel(unsigned char grey)
 {
-    return std::make_shared<SoSharedPixels const>(SoSharedPixels{SbVec2s(1, 1), 1, {grey}});
+    return std::make_shared<PicturePixels const>(PicturePixels{1, 1, 1, {grey}});
 }
 
 unsigned char const* bytesOf(SoTexture2 const& texture)
@@ -33,8 +34,8 @@ TEST(SoSharedTexture, HasANameThatOpensNoFile)
 
 TEST(SoSharedTexture, SharesPixelsThatLiveAsLongAsItself)
 {
-    std::shared_ptr<SoSharedPixels const> pixels = pixel(7);
-    std::weak_ptr<SoSharedPixels const> const watched = pixels;
+    std::shared_ptr<PicturePixels const> pixels = pixel(7);
+    std::weak_ptr<PicturePixels const> const watched = pixels;
     SoSharedTexture* const textures[] = {new SoSharedTexture, new SoSharedTexture};
     for (SoSharedTexture* const texture : textures) {
         texture->ref();

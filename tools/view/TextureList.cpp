@@ -37,9 +37,10 @@ void measure(TextureList::Texture& texture)
 
 /// Gives a node a picture and its name, without having the toolkit open the file. What is written is the
 /// name.
-void show(SoTexture2& node, SoSharedPixels const& pixels, std::string const& path)
+void show(SoTexture2& node, PicturePixels const& pixels, std::string const& path)
 {
-    node.image.setValue(pixels.size, pixels.components, pixels.bytes.data());
+    SbVec2s const size(static_cast<short>(pixels.width), static_cast<short>(pixels.height));
+    node.image.setValue(size, pixels.components, pixels.bytes.data());
     node.image.setDefault(TRUE);
     SoSilentField::set(node.filename, path.c_str());
 }
