@@ -59,7 +59,9 @@ std::uint64_t sizeOf(FltInput const& file)
 FltLoadHost::FltLoadHost(FltLoader const& options, std::string const& path, FltScene::Content& content,
                          FltMessageCollector& messages)
     : options(options), path(path), content(content), messages(messages), readable(options.onlyBelow),
-      textures(FltDatabaseFile::withDirectory(path), options.texturePath, options.textureNamesFrom, readable)
+      textureFiles(FltDatabaseFile::withDirectory(path), options.texturePath, options.textureNamesFrom,
+                   readable),
+      textures(textureFiles)
 {
 }
 
@@ -200,11 +202,11 @@ void FltLoadHost::finishTextures()
         bool const isThere = ::stat(image.c_str(), &status) == 0;
         report(image, 0, isThere ? static_cast<std::uint64_t>(status.st_size) : 0);
     };
-    for (FltSceneTextures::Texture& texture : textures.resolve(onImage))
-        addTexture(std::move(texture));
+    for (FltFoundTexture const& texture : textures.resolve(onImage))
+        addTexture(texture);
 }
 
-void FltLoadHost::addTexture(FltSceneTextures::Texture&& texture)
+void FltLoadHost::addTexture(FltFoundTexture const& texture)
 {
     if (texture.path.empty()) {
         std::string text;
@@ -219,6 +221,5 @@ void FltLoadHost::addTexture(FltSceneTextures::Texture&& texture)
         }
         messages.add({FltMessage::Level::warning, text, texture.database});
     }
-    content.textures.push_back({std::move(texture.name), std::move(texture.database), std::move(texture.path),
-                                std::move(texture.tried)});
+    content.textures.push_back({texture.name, texture.database, texture.path, texture.tried});
 }

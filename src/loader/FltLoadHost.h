@@ -64,13 +64,14 @@ private:
 
     void reportNowAndThen(FltInput const& file, std::uint64_t bytesDone);
     void reportLeftOut(std::string const& why, std::string const& path);
-    void addTexture(FltSceneTextures::Texture&& texture);
+    void addTexture(FltFoundTexture const& texture);
 
     FltLoader const& options;
     std::string path;
     FltScene::Content& content;
     FltMessageCollector& messages;
     FltReadableTree readable;
+    FltTextureFiles textureFiles;
     FltSceneTextures textures;
     FltInput const* database = nullptr;   ///< The top-level file, once it is read.
     std::map<int, std::uint64_t> records; ///< How many there are of each opcode, in all files.

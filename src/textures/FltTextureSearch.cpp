@@ -2,8 +2,6 @@
 
 #include "toolkit/ImageSearch.h"
 
-#include <Inventor/SoInput.h>
-#include <Inventor/lists/SbStringList.h>
 #include <algorithm>
 #include <cctype>
 #include <climits>
@@ -87,9 +85,8 @@ void addOnce(std::vector<std::string>& list, std::string text)
 FltTextureSearch::FltTextureSearch(std::vector<std::string> directories, FltReadableTree readable)
     : directories(std::move(directories)), readable(std::move(readable))
 {
-    SbStringList const& toolkits = SoInput::getDirectories();
-    for (int i = 0; i < toolkits.getLength(); ++i)
-        this->directories.emplace_back(toolkits[i]->getString());
+    for (std::string& directory : ImageSearch::directories())
+        this->directories.push_back(std::move(directory));
 }
 
 FltTextureSearch::Result FltTextureSearch::find(std::string const& name,

@@ -1,9 +1,10 @@
 #include "toolkit/ImageSearch.h"
 
+#include <Inventor/SoDB.h>
 #include <Inventor/SoInput.h>
 #include <Inventor/lists/SbStringList.h>
 #include <unistd.h>
-#include <vector>
+#include <utility>
 
 namespace
 {
@@ -28,14 +29,24 @@ std::string ImageSearch::find(std::string const& name)
     return findIf(name, isReadable);
 }
 
+std::vector<std::string> ImageSearch::directories()
+{
+    std::vector<std::string> names;
+    if (!SoDB::isInitialized())
+        return names; // the list itself isn't there
+    SbStringList const& toolkits = SoInput::getDirectories();
+    for (int i = 0; i < toolkits.getLength(); ++i)
+        names.emplace_back(toolkits[i]->getString());
+    return names;
+}
+
 std::string ImageSearch::findIf(std::string const& name, std::function<bool(std::string const&)> const& take)
 {
     if (take(name))
         return name;
-    SbStringList const& directories = SoInput::getDirectories();
     std::vector<std::string> folders;
-    for (int i = 0; i < directories.getLength(); ++i)
-        folders.push_back(withSlash(directories[i]->getString()));
+    for (std::string& directory : directories())
+        folders.push_back(withSlash(std::move(directory)));
 
     // A colon counts as a separator where there is no backslash, and a name with one isn't looked for whole.
     bool const hasBackslash = name.find('\\') != std::string::npos;

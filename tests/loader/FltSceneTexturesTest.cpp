@@ -1,6 +1,5 @@
 #include "loader/FltSceneTextures.h"
 
-#include "support/ExchangedFolders.h"
 #include "support/ScratchFolder.h"
 #include "support/SmallPictures.h"
 
@@ -9,8 +8,6 @@
 namespace
 {
 
-using Texture = FltSceneTextures::Texture;
-
 unsigned char const* bytesOf(SoTexture2 const& texture)
 {
     SbVec2s size;
@@ -18,17 +15,29 @@ unsigned char const* bytesOf(SoTexture2 const& texture)
     return texture.image.getValue(size, components);
 }
 
+std::string nameOf(SoTexture2 const& texture)
+{
+    return texture.filename.getValue().getString();
+}
+
+class FltSceneTexturesTest : public testing::Test
+{
+protected:
+    ScratchFolder const folder;
+    std::string const database = folder / "a.flt";
+    FltTextureFiles files{database};
+    FltSceneTextures textures{files};
+};
+
 } // namespace
 
-TEST(FltSceneTextures, LooksForThoseAloneThatSomebodyHolds)
+TEST_F(FltSceneTexturesTest, LooksForThoseAloneThatSomebodyHolds)
 {
-    ScratchFolder const folder;
     folder.write("tree.rgb", SmallPictures::plainSgi(4));
-    FltSceneTextures textures(folder / "a.flt", {});
-    SoNodeRef<SoTexture2> const used = textures.make("tree.rgb", folder / "a.flt");
-    static_cast<void>(textures.make("none.rgb", folder / "a.flt"));
+    SoNodeRef<SoTexture2> const used = textures.make("tree.rgb", database);
+    static_cast<void>(textures.make("none.rgb", database));
     std::vector<std::string> read;
-    std::vector<Texture> const found =
+    std::vector<FltFoundTexture> const found =
         textures.resolve([&](std::string const& path) { read.push_back(path); });
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found[0].name, "tree.rgb");
@@ -37,74 +46,45 @@ TEST(FltSceneTextures, LooksForThoseAloneThatSomebodyHolds)
     EXPECT_NE(bytesOf(*used), nullptr);
 }
 
-TEST(FltSceneTextures, ReadsAnImageOnceHoweverManyNamesItHas)
+TEST_F(FltSceneTexturesTest, LooksForNoneWithoutAName)
 {
-    ScratchFolder const folder;
+    SoNodeRef<SoTexture2> const node = textures.make("", database);
+    EXPECT_TRUE(textures.resolve({}).empty());
+    EXPECT_EQ(nameOf(*node), "");
+}
+
+TEST_F(FltSceneTexturesTest, GivesAllNodesOfAPictureThePixelsOfOne)
+{
     folder.write("tree.rgb", SmallPictures::plainSgi(4));
-    FltSceneTextures textures(folder / "a.flt", {});
     std::vector<SoNodeRef<SoTexture2>> nodes;
     for (char const* const name : {"tree.rgb", "./tree.rgb", "TREE.RGB", "tree.rgb", "x/tree.png"})
-        nodes.push_back(textures.make(name, folder / "a.flt"));
-    EXPECT_EQ(textures.resolve([](std::string const&) {}).size(), 4U) << "two nodes have the same name";
+        nodes.push_back(textures.make(name, database));
+    EXPECT_EQ(textures.resolve({}).size(), 4U) << "two nodes have the same name";
+    ASSERT_NE(bytesOf(*nodes[0]), nullptr);
     for (SoNodeRef<SoTexture2> const& node : nodes)
         EXPECT_EQ(bytesOf(*node), bytesOf(*nodes[0]));
 }
 
-TEST(FltSceneTextures, ReadsNoPictureThatItsFileCantHold)
+TEST_F(FltSceneTexturesTest, NamesThePictureAsItIsToBeWritten)
 {
-    ScratchFolder const folder;
-    std::string bytes = SmallPictures::plainSgi(2);
-    bytes.replace(6, 4, "\xff\xff\xff\xff");
-    folder.write("huge.rgb", bytes);
-    FltSceneTextures textures(folder / "a.flt", {});
-    SoNodeRef<SoTexture2> const huge = textures.make("huge.rgb", folder / "a.flt");
-    std::vector<Texture> const found = textures.resolve([](std::string const&) {});
-    ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found[0].unreadable, folder / "huge.rgb");
-    EXPECT_EQ(bytesOf(*huge), nullptr);
+    folder.write("images/tree.rgb", SmallPictures::plainSgi(4));
+    FltTextureFiles namedFromAbove(database, {}, folder / "scenes");
+    FltSceneTextures others(namedFromAbove);
+    SoNodeRef<SoTexture2> const asFound = textures.make("tree.rgb", database);
+    SoNodeRef<SoTexture2> const fromAbove = others.make("tree.rgb", database);
+    textures.resolve({});
+    others.resolve({});
+    EXPECT_EQ(nameOf(*asFound), folder / "images/tree.rgb");
+    EXPECT_EQ(nameOf(*fromAbove), "../images/tree.rgb");
 }
 
-TEST(FltSceneTextures, KeepsTheNameOfWhatIsMissingOrNoImage)
+TEST_F(FltSceneTexturesTest, KeepsTheNameOfWhatIsMissingOrNoPicture)
 {
-    ScratchFolder const folder;
-    std::string const text = folder.write("text.rgb", "no image");
-    FltSceneTextures textures(folder / "a.flt", {});
-    SoNodeRef<SoTexture2> const missing = textures.make("none.rgb", folder / "a.flt");
-    SoNodeRef<SoTexture2> const bad = textures.make("text.rgb", folder / "a.flt");
-    std::vector<Texture> const found = textures.resolve([](std::string const&) {});
-    ASSERT_EQ(found.size(), 2U);
-    EXPECT_EQ(found[0].path, "");
-    EXPECT_FALSE(found[0].tried.empty());
-    EXPECT_EQ(found[0].unreadable, "");
-    EXPECT_EQ(found[1].path, "");
-    EXPECT_EQ(found[1].unreadable, text);
-    EXPECT_STREQ(missing->filename.getValue().getString(), "none.rgb");
-    EXPECT_STREQ(bad->filename.getValue().getString(), "text.rgb");
-}
-
-TEST(FltSceneTextures, TakesAnotherFormatWhereTheStoredOneCannotBeRead)
-{
-    ScratchFolder const folder;
-    folder.write("tree.dds", "a format that is not known");
-    folder.write("tree.rgb", SmallPictures::plainSgi(4));
-    FltSceneTextures textures(folder / "a.flt", {});
-    SoNodeRef<SoTexture2> const node = textures.make("tree.dds", folder / "a.flt");
-    std::vector<Texture> const found = textures.resolve([](std::string const&) {});
-    EXPECT_EQ(found.at(0).path, folder / "tree.rgb");
-    EXPECT_EQ(found.at(0).unreadable, "");
-    EXPECT_NE(bytesOf(*node), nullptr);
-}
-
-TEST(FltSceneTextures, ReadsTheImageThatItFoundWhateverTakesItsNameMeanwhile)
-{
-    ExchangedFolders const folders;
-    folders.folder.write("tree/part/tree.rgb", SmallPictures::plainSgi(4));
-    folders.folder.write("outside/tree.rgb", SmallPictures::plainSgi(8));
-    FltSceneTextures textures(folders.tree() + "/a.flt", {}, std::nullopt, FltReadableTree(folders.tree()));
-    SoNodeRef<SoTexture2> const node = textures.make("part/tree.rgb", folders.tree() + "/a.flt");
-    textures.resolve([&](std::string const&) { folders.exchange(); });
-    SbVec2s size;
-    int components;
-    EXPECT_NE(node->image.getValue(size, components), nullptr);
-    EXPECT_EQ(size, SbVec2s(4, 4));
+    folder.write("text.rgb", "no picture");
+    SoNodeRef<SoTexture2> const missing = textures.make("none.rgb", database);
+    SoNodeRef<SoTexture2> const bad = textures.make("text.rgb", database);
+    EXPECT_EQ(textures.resolve({}).size(), 2U);
+    EXPECT_EQ(nameOf(*missing), "none.rgb");
+    EXPECT_EQ(nameOf(*bad), "text.rgb");
+    EXPECT_EQ(bytesOf(*bad), nullptr);
 }

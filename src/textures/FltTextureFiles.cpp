@@ -1,0 +1,80 @@
+#include "textures/FltTextureFiles.h"
+
+#include <filesystem>
+
+namespace
+{
+
+std::string directoryOf(std::string const& file)
+{
+    return file.substr(0, file.rfind('/') + 1);
+}
+
+/// The name of a file as seen from a directory.
+std::string relativeName(std::string const& path, std::string const& directory)
+{
+    std::error_code problem;
+    std::filesystem::path const name =
+        std::filesystem::proximate(path, directory.empty() ? "." : directory, problem);
+    return problem || name.empty() ? path : name.string();
+}
+
+} // namespace
+
+FltTextureFiles::FltTextureFiles(std::string const& database, std::vector<std::string> directories,
+                                 std::optional<std::string> namesFrom, FltReadableTree readable)
+    : databaseDirectory(directoryOf(database)), search(std::move(directories), std::move(readable)),
+      namesFrom(std::move(namesFrom))
+{
+}
+
+FltFoundTexture const& FltTextureFiles::resolve(std::string const& name, std::string const& database,
+                                                OnPicture const& onPicture)
+{
+    std::pair<std::string, std::string> key(name, database);
+    auto known = textures.find(key);
+    if (known == textures.end())
+        known = textures.emplace(std::move(key), look(name, database, onPicture)).first;
+    return known->second;
+}
+
+FltFoundTexture FltTextureFiles::look(std::string const& name, std::string const& database,
+                                      OnPicture const& onPicture)
+{
+    FltFoundTexture texture;
+    texture.name = name;
+    texture.database = database;
+    texture.written = name;
+    auto const isRead = [&](std::string const& path, OpenFile const& file) {
+        if (onPicture)
+            onPicture(path);
+        Picture const& picture = pictureOf(path, file);
+        texture.pixels = picture.pixels;
+        if (texture.pixels == nullptr && texture.unreadable.empty()) {
+            texture.unreadable = path;
+            texture.problem = picture.problem;
+        }
+        return texture.pixels != nullptr;
+    };
+    FltTextureSearch::Result result = search.find(name, {databaseDirectory, directoryOf(database)}, isRead);
+    texture.path = std::move(result.path);
+    texture.tried = std::move(result.tried);
+    if (texture.pixels == nullptr)
+        return texture;
+    texture.unreadable.clear();
+    texture.problem.clear();
+    texture.written = namesFrom ? relativeName(texture.path, *namesFrom) : texture.path;
+    return texture;
+}
+
+Picture const& FltTextureFiles::pictureOf(std::string const& path, OpenFile const& file)
+{
+    static Picture const none;
+    std::optional<OpenFile::Identity> const identity = file.identity();
+    if (!identity)
+        return none;
+    auto const [known, isNew] = pictures.try_emplace(*identity);
+    if (isNew)
+        known->second = Picture::read(file.descriptor(), path);
+    return known->second;
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "textures/FltFoundTexture.h"
+#include "textures/FltTextureSearch.h"
+#include "textures/Picture.h"
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// The pictures of the textures that databases name. Each is looked for once, and each file is decoded once,
+/// whatever names lead to it.
+///
+/// The toolkit needn't be started. Where it isn't, its search directories aren't looked into.
+class FltTextureFiles
+{
+public:
+    /// Called before a picture is read.
+    using OnPicture = std::function<void(std::string const& path)>;
+
+    /// @param database    the top-level file
+    /// @param directories to search besides those of the databases
+    /// @param namesFrom   a directory from which the pictures that are found shall be named; without one they
+    ///                    are named by their paths as they were found
+    /// @param readable    no other picture is read
+    explicit FltTextureFiles(std::string const& database, std::vector<std::string> directories = {},
+                             std::optional<std::string> namesFrom = std::nullopt,
+                             FltReadableTree readable = FltReadableTree());
+
+    /// What is known of a texture. A picture of another format is taken where the stored one can't be read.
+    /// @param name      as stored
+    /// @param database  the file that names it
+    /// @param onPicture not called where the texture was asked for before
+    /// @return lives as long as this object
+    FltFoundTexture const& resolve(std::string const& name, std::string const& database,
+                                   OnPicture const& onPicture = {});
+
+private:
+    FltFoundTexture look(std::string const& name, std::string const& database, OnPicture const& onPicture);
+    Picture const& pictureOf(std::string const& path, OpenFile const& file);
+
+    std::string databaseDirectory;
+    FltTextureSearch search;
+    std::optional<std::string> namesFrom;
+    std::map<std::pair<std::string, std::string>, FltFoundTexture> textures; ///< By name and database.
+    std::map<OpenFile::Identity, Picture> pictures;
+};
