@@ -18,14 +18,14 @@ endif()
 # What a host includes. Include paths are those of the sources: "plugin/Plugin.h".
 set(public_headers
     convert/FltRecordDeclarations.h convert/FltToInventor.h convert/FltToObject.h
-    host/FltDegreeOfFreedom.h host/FltSwitch.h
     parser/FltCreationVisitor.h parser/FltFileInput.h parser/FltInput.h parser/FltObserver.h parser/FltParser.h
     messages/FltWarningMessage.h messages/FltWarningMessageConsole.h
     plugin/Plugin.h plugin/SoInputFltReader.h
     records/FltRecord.h records/FltRecordCategory.h records/FltRecordMemory.h records/FltVersion.h
     statistics/FltStatisticsTool.h
     toolkit/SbFileHelper.h toolkit/SideFile.h toolkit/SoInputQueries.h toolkit/SoInputReader.h toolkit/SoRefCounter.h
-    toolkit/VelloReaderExport.h)
+    toolkit/VelloReaderExport.h
+    visual/FltDegreeOfFreedom.h visual/FltSwitch.h)
 foreach(header IN LISTS public_headers)
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VelloReader/${folder})

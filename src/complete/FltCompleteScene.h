@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/FltDegreeOfFreedom.h"
-#include "host/FltSwitch.h"
 #include "toolkit/SoNodeRef.h"
+#include "visual/FltDegreeOfFreedom.h"
+#include "visual/FltSwitch.h"
 
 #include <Inventor/nodes/SoSwitch.h>
 #include <Inventor/nodes/SoTransform.h>

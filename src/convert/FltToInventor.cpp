@@ -1,7 +1,7 @@
 #include "convert/FltToInventor.h"
 
+#include "convert/FltConversionHost.h"
 #include "convert/FltToInventorState.h"
-#include "host/FltConversionHost.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltCreationVisitor.h"
 #include "parser/FltFileInput.h"

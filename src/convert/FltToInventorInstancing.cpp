@@ -1,7 +1,7 @@
 // Nodes that stand in more than one place, or come from another file.
 
+#include "convert/FltConversionHost.h"
 #include "convert/FltToInventorState.h"
-#include "host/FltConversionHost.h"
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"

@@ -1,8 +1,8 @@
 // The tables of colours, materials, textures, line styles and names.
 
+#include "convert/FltConversionHost.h"
 #include "convert/FltMaterialFields.h"
 #include "convert/FltToInventorState.h"
-#include "host/FltConversionHost.h"
 #include "parser/FltParser.h"
 #include "records/FltRecordLineStyle.h"
 #include "records/FltRecordMaterial.h"

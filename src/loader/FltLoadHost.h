@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/FltConversionHost.h"
+#include "convert/FltConversionHost.h"
 #include "loader/FltLoader.h"
 #include "loader/FltMessageCollector.h"
 #include "loader/FltSceneContent.h"

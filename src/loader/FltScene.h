@@ -1,9 +1,9 @@
 #pragma once
 
 #include "FltMessage.h"
-#include "host/FltDegreeOfFreedom.h"
-#include "host/FltSwitch.h"
 #include "toolkit/VelloReaderExport.h"
+#include "visual/FltDegreeOfFreedom.h"
+#include "visual/FltSwitch.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -7,7 +7,7 @@
 #include <iosfwd>
 #include <vector>
 
-class FltConversionHost;
+class FltParseHost;
 class FltCreationVisitor;
 class FltInput;
 class FltRawData;
@@ -70,7 +70,7 @@ public:
 
     /// Sets who learns of each record; null by default. With a host, a record that can't be made is left out
     /// and reported, rather than thrown out of run(). The host isn't owned.
-    void setHost(FltConversionHost* newHost) { host = newHost; }
+    void setHost(FltParseHost* newHost) { host = newHost; }
 
     /// Reads the whole input.
     /// @return 0, or 1 if the input isn't OpenFlight
@@ -93,5 +93,5 @@ private:
     bool allFltRecordsCreated = false;
     unsigned long numberOfFltRawData = 0;
     std::vector<FltRecordObserver*> observers;
-    FltConversionHost* host = nullptr;
+    FltParseHost* host = nullptr;
 };

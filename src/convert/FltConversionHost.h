@@ -1,5 +1,6 @@
 #pragma once
 
+#include "parser/FltParseHost.h"
 #include "toolkit/OpenFile.h"
 #include "toolkit/SoNodeRef.h"
 
@@ -7,25 +8,14 @@
 #include <cstddef>
 #include <string>
 
-class FltInput;
-class FltRecord;
-
 /// Takes part in a conversion: learns what happens in it, and decides what is left to the caller. One object
 /// serves the conversion of a file and of all that it refers to. Without one a conversion does what the
 /// plug-in does.
 ///
 /// Each function may throw, which ends the conversion.
-class FltConversionHost
+class FltConversionHost : public FltParseHost
 {
 public:
-    virtual ~FltConversionHost() = default;
-
-    /// A file was read and is going to be parsed.
-    virtual void beginFile(FltInput const& file) = 0;
-
-    /// A record was made of the bytes at an offset. It lives until the file is converted.
-    virtual void takeRecord(FltInput const& file, FltRecord const& record, std::size_t offset) = 0;
-
     /// So many of the records of a file are converted. Comes once in a while.
     virtual void takeConverted(FltInput const& file, std::size_t records, std::size_t inAll) = 0;
 
