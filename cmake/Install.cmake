@@ -30,9 +30,15 @@ foreach(header IN LISTS public_headers)
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VelloReader/${folder})
 endforeach()
-foreach(header FltLoadError FltLoader FltMessage FltRecordReader FltScene)
-  install(FILES src/loader/${header}.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VelloReader)
+set(loader_headers loader/FltLoadError.h loader/FltLoader.h loader/FltMessage.h loader/FltRecordReader.h
+    loader/FltScene.h)
+foreach(header IN LISTS loader_headers)
+  install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VelloReader)
 endforeach()
+set(documented_headers ${public_headers} ${loader_headers})
+list(TRANSFORM documented_headers PREPEND ${PROJECT_SOURCE_DIR}/src/)
+list(JOIN documented_headers " " documented_headers)
+configure_file(lint/Doxyfile.in Doxyfile @ONLY)
 
 # find_package(VelloReader) and pkg-config
 configure_package_config_file(cmake/VelloReaderConfig.cmake.in VelloReaderConfig.cmake

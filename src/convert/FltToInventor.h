@@ -47,7 +47,7 @@ public:
     /// @return non-zero
     static int internalInit();
 
-    FltToInventor();
+    FltToInventor(); ///< No parser, no result, and empty tables.
 
     /// Frees the parsers that setFltInputToconvert() made, closes the log, and lets the tables and their
     /// nodes go.
@@ -56,10 +56,13 @@ public:
     FltToInventor(FltToInventor const&) = delete;
     FltToInventor& operator=(FltToInventor const&) = delete;
 
+    /// Does nothing: the records are visited when all of them are there.
     void update(FltRecord const* record) override;
 
     /// Sets the root; null makes a new one. Takes no reference.
     void setResult(SoSeparator* root) override;
+
+    /// The root of the scene graph; null before there is one. It takes no reference.
     SoSeparator* getResult() const override;
 
     /// Takes a parser that belongs to the caller, and attaches itself to it as an observer.
@@ -78,7 +81,7 @@ public:
     /// Sets who takes part in the conversion, also in that of external files; null by default. Not owned.
     void setHost(FltConversionHost* host);
 
-    virtual bool isAllFltRecordsVisited() const;
+    virtual bool isAllFltRecordsVisited() const; ///< Whether visitAllFltRecords() has come to its end.
 
     /// Builds the scene graph below the result from the parser's records.
     virtual void visitAllFltRecords();
@@ -86,8 +89,9 @@ public:
     /// Deletes the parser's records, each once. The vector keeps its size and its entries, which then dangle.
     virtual void destroyAllFltRecords();
 
+    /// What is put before the names of textures: empty, or a directory with a slash.
     std::string const& getRelativePath() const;
-    void setRelativePath(std::string& path);
+    void setRelativePath(std::string& path); ///< Sets it.
 
     /// Sends std::cout into a new file at @p path. If the file can't be made, the output is lost silently.
     void enableFileLogging(char const* path);
@@ -106,35 +110,59 @@ public:
     /// Handlers that take an iterator expect it on the record to handle and leave it on the last one
     /// consumed, or on the null entry at the vector's end.
     /// @{
+
+    /// Makes the nodes of a primary record, of the records that belong to it, and of the level below it.
     void visitPrimaryRecord(RecordIterator& iterator);
+
+    /// Does nothing: ancillary records are applied with the node that they follow.
     void visitAncillaryRecord(FltRecord* record);
+
+    /// Opens or closes a level, or defines or places an instance.
     void visitControlRecord(FltRecord* record);
+
+    /// Takes an entry of a palette, a vertex among them, into the tables.
     void visitPaletteRecord(FltRecord* record);
-    void visitUnknownCategoryFltRecord(FltRecord* record);
+    void visitUnknownCategoryFltRecord(FltRecord* record); ///< Does nothing.
+
+    /// Opens a level below the node that was made last. The first one ends the vertex palette.
     void visitPushLevel();
-    void visitPopLevel();
+    void visitPopLevel(); ///< Closes a level. With none open that is reported.
 
     /// Applies the run of ancillary records at the iterator to @p group, and leaves the iterator on the first
     /// record after the run.
     void visitAncillaryRecords(RecordIterator& iterator, SoGroup* group);
+
+    /// Appends the run of ancillary records at the iterator, and leaves it on the first record after them.
     void iterator2VectorOfAncillaryElements(std::vector<FltRecord*>& out, RecordIterator& iterator);
 
     /// Converts the level at the iterator; with no level there, the one record.
     void visitGroupChildren(RecordIterator& iterator);
+
+    /// Names the root, takes a reference to it, and gives it the scale to metres and what all shapes share.
     void visitHeader(FltRecordHeader const* record);
     /// @}
 
     /// @name Vertex palette
     /// @{
+
+    /// Does nothing: the vertices come as records of their own.
     void visitVertexPalette(FltRecordVertexPalette const* record);
-    void visitVertexColor(FltRecordVertexColor const* record);
+    void visitVertexColor(FltRecordVertexColor const* record); ///< Adds a vertex with a colour.
+
+    /// Adds a vertex with a colour and a normal.
     void visitVertexColorNormal(FltRecordVertexColorNormal const* record);
+
+    /// Adds a vertex with a colour and texture coordinates.
     void visitVertexColorUV(FltRecordVertexColorUv const* record);
+
+    /// Adds a vertex with a colour, a normal and texture coordinates.
     void visitVertexColorNormalUV(FltRecordVertexColorNormalUv const* record);
 
     /// Looks a vertex up by its byte offset in the palette. An unknown offset enters the map with zeros.
     int getIndexVertexFromOffset(unsigned long offset);
-    int getSizeVertexFromOffset(unsigned long offset);
+    int getSizeVertexFromOffset(unsigned long offset); ///< The bytes of the record of that vertex.
+
+    /// The node that holds that vertex.
     SoVertexProperty* getSoVertexPropertyFromOffset(unsigned long offset);
 
     /// 1 to 4 in the order colour, colour-normal, colour-UV, colour-normal-UV. Another id gives the first,
@@ -154,14 +182,30 @@ public:
 
     /// @name Hierarchy nodes
     /// @{
+
+    /// A separator, and in it the level.
     void visitGroup(FltRecordGroup const* record, RecordIterator& iterator);
+
+    /// A separator, and in it the faces.
     void visitObject(FltRecordObject const* record, RecordIterator& iterator);
+
+    /// An SoLOD: the level between two empty labels, for the eye too near and too far.
     void visitLOD(FltRecordLOD const* record, RecordIterator& iterator);
+
+    /// The same for the old form of the record.
     void visitOLDLOD(FltRecordOLDLOD const* record, RecordIterator& iterator);
+
+    /// A separator whose name marks a switch, its masks as an SoInfo, and in it the level.
     void visitSwitch(FltRecordSwitch const* record, RecordIterator& iterator);
+
+    /// A separator, and in it the level. Nothing moves.
     void visitDOF(FltRecordDOF const* record, RecordIterator& iterator);
+
+    /// A separator with the clip planes.
     void visitClipRegion(FltRecordClipRegion const* record, RecordIterator& iterator);
-    void visitText(FltRecordText const* record, RecordIterator& iterator);
+    void visitText(FltRecordText const* record, RecordIterator& iterator); ///< A separator without the text.
+
+    /// A separator that tells of the record by its name alone.
     void visitUnknownPrimaryRecord(FltRecordUnknown const* record, RecordIterator& iterator);
 
     /// Faces that stand outside an Object.
@@ -171,25 +215,37 @@ public:
     /// @param transparency of the Object, in the file's units from 0 to 65535
     void visitObjectFaceRecords(RecordIterator& iterator, float const& transparency, SoGroup*& destination);
 
+    /// Adds an SoInfo for each line, with the text from there on.
     void visitComment(FltRecordComment const* record, SoGroup* group);
-    void visitLongID(FltRecordLongID const* record, SoNode* node);
-    void visitMatrix(FltRecordMatrix const* record, SoGroup* group);
+    void visitLongID(FltRecordLongID const* record, SoNode* node);   ///< Names the node.
+    void visitMatrix(FltRecordMatrix const* record, SoGroup* group); ///< Adds an SoMatrixTransform.
+
+    /// Does nothing: the matrix holds it.
     void visitTranslate(FltRecordTranslate const* record, SoGroup* group);
+
+    /// Does nothing: the matrix holds it.
     void visitScaleNonUniform(FltRecordScaleNonUniform const* record, SoGroup* group);
+
+    /// Does nothing: the matrix holds it.
     void visitRotateAboutPoint(FltRecordRotateAboutPoint const* record, SoGroup* group);
-    void visitBoundingBox(FltRecordOldBoundingBox const* record);
-    void visitBoundingBox(FltRecordBoundingBox const* record);
-    void visitBoundingVolumeSphere(FltRecordBoundingVolumeSphere const* record);
-    void visitBoundingVolumeCylinder(FltRecordBoundingVolumeCylinder const* record);
-    void visitBoundingVolumeCenter(FltRecordBoundingVolumeCenter const* record);
-    void visitBoundingVolumeOrientation(FltRecordBoundingVolumeOrientation const* record);
+    void visitBoundingBox(FltRecordOldBoundingBox const* record);                          ///< Does nothing.
+    void visitBoundingBox(FltRecordBoundingBox const* record);                             ///< Does nothing.
+    void visitBoundingVolumeSphere(FltRecordBoundingVolumeSphere const* record);           ///< Does nothing.
+    void visitBoundingVolumeCylinder(FltRecordBoundingVolumeCylinder const* record);       ///< Does nothing.
+    void visitBoundingVolumeCenter(FltRecordBoundingVolumeCenter const* record);           ///< Does nothing.
+    void visitBoundingVolumeOrientation(FltRecordBoundingVolumeOrientation const* record); ///< Does nothing.
 
     /// Hangs a node below the top of the stack; below a converted switch, in a SoSwitch of its own. With no
     /// level open the node isn't attached, and goes with this object.
     void addSoGroupToNodesStackTop(SoGroup* node);
 
+    /// Writes the masks of a switch into the text of a node.
     void setFltSwitchPropertiesToSoInfo(SoInfo*& info, FltRecordSwitch const* record);
+
+    /// That text of a converted switch; "No_SoInfo_switch_found" if it has none.
     char const* getInfoStringFromAConvertedFltSwitch(SoGroup* group) const;
+
+    /// How many children a converted switch has got so far.
     int currentNumberOfSwitchChildren(SoGroup* group) const;
 
     /// Whether the next child of a converted switch is to be drawn, by the text of its masks.
@@ -198,24 +254,39 @@ public:
 
     /// @name Instancing, replication, external references
     /// @{
+
+    /// A separator under a number, for what stands in the level after it.
     void visitInstanceDefinition(FltRecordInstanceDefinition const* record);
+
+    /// Adds the separator of that number to the level; nothing if there is none yet.
     void visitInstanceReference(FltRecordInstanceReference const* record);
+
+    /// Adds a node several more times, each behind the second of the next two matrices.
+    /// @param ancillary   on the record; left on the last one used, or at the end
+    /// @param ancillaries all that belong to the node
+    /// @param iterator    goes on by one for each time
     void visitReplicate(FltRecordReplicate const* record, SoNode* node,
                         std::vector<FltRecord*>::iterator& ancillary, std::vector<FltRecord*>& ancillaries,
                         RecordIterator& iterator);
+
+    /// A separator with the root of another file, which is converted here and now, once.
     void visitExternalReference(FltRecordExternalReference const* record, RecordIterator& iterator);
     /// @}
 
     /// @name Palettes
     /// @{
-    void visitColorPalette(FltRecordColorPalette const* record);
-    void visitMaterial(FltRecordMaterial const* record);
+    void visitColorPalette(FltRecordColorPalette const* record); ///< Replaces the colours of indices.
+    void visitMaterial(FltRecordMaterial const* record);         ///< Sets the material of an index.
+
+    /// Sets all 64 materials of the old form.
     void visitOLDMaterialPalette(FltRecordOLDMaterialPalette const* record);
-    void visitTexturePattern(FltRecordTexturePattern const* record);
+    void visitTexturePattern(FltRecordTexturePattern const* record); ///< Makes the texture of an index.
+
+    /// Makes the line style of an index, which no node has.
     void visitLineStylePalette(FltRecordLineStylePalette const* record);
-    void visitNamePalette(FltRecordNamePalette const* record);
-    void visitLightSourcePalette(FltRecordLightSourcePalette const* record);
-    void visitTextureMapping(FltRecordTextureMappingPalette const* record);
+    void visitNamePalette(FltRecordNamePalette const* record); ///< Replaces the names, which nobody reads.
+    void visitLightSourcePalette(FltRecordLightSourcePalette const* record); ///< Does nothing.
+    void visitTextureMapping(FltRecordTextureMappingPalette const* record);  ///< Does nothing.
     /// @}
 
 private:

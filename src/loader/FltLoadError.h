@@ -11,6 +11,7 @@
 class VELLOREADER_API FltLoadError : public std::runtime_error
 {
 public:
+    /// Why it couldn't be loaded.
     enum class Kind {
         cannotOpen,    ///< There is no such file, no permission, or it isn't a regular file.
         notOpenFlight, ///< It doesn't begin with a header record.
@@ -27,10 +28,10 @@ public:
     FltLoadError(Kind kind, std::string file, std::string const& text, std::int64_t offset = -1,
                  int systemError = 0);
     ~FltLoadError() override;
-    FltLoadError(FltLoadError const&);
-    FltLoadError& operator=(FltLoadError const&);
+    FltLoadError(FltLoadError const&);            ///< A copy.
+    FltLoadError& operator=(FltLoadError const&); ///< The same.
 
-    Kind kind() const noexcept { return whatKind; }
+    Kind kind() const noexcept { return whatKind; } ///< Why it couldn't be loaded, for programs.
 
     /// The name of the file as it was given.
     std::string const& file() const noexcept { return fileName; }

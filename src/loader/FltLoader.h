@@ -75,9 +75,9 @@ public:
     /// is replaced if it is such a listing; another one is left alone, and the load is refused.
     std::optional<std::string> log;
 
-    References references = References::follow;
-    LevelsOfDetail levelsOfDetail = LevelsOfDetail::all;
-    Units units = Units::metres;
+    References references = References::follow;          ///< What becomes of external files.
+    LevelsOfDetail levelsOfDetail = LevelsOfDetail::all; ///< Which levels of detail the scene has.
+    Units units = Units::metres;                         ///< The unit of the scene's coordinates.
 
     /// Whether to convert as the plug-in does, with all its rules, rather than to show as much as possible.
     bool exact = false;

@@ -19,8 +19,10 @@ public:
     /// @throw FltLoadError as FltLoader::load() does
     explicit FltRecordReader(std::string const& path);
     ~FltRecordReader();
+
+    /// Takes the place in the file over. The other one may only be destroyed or assigned to.
     FltRecordReader(FltRecordReader&& other) noexcept;
-    FltRecordReader& operator=(FltRecordReader&& other) noexcept;
+    FltRecordReader& operator=(FltRecordReader&& other) noexcept; ///< The same.
     FltRecordReader(FltRecordReader const&) = delete;
     FltRecordReader& operator=(FltRecordReader const&) = delete;
 
@@ -31,7 +33,7 @@ public:
     /// @name The record
     /// Ask once next() has said that there is one.
     /// @{
-    int opcode() const;
+    int opcode() const;           ///< What kind of record it is, as the file says.
     std::uint64_t offset() const; ///< Of its first byte in the file.
     unsigned length() const;      ///< Bytes, with the four of opcode and length.
 

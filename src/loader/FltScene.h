@@ -70,8 +70,8 @@ class VELLOREADER_API FltScene
 public:
     FltScene();
     ~FltScene();
-    FltScene(FltScene&& other) noexcept;
-    FltScene& operator=(FltScene&& other) noexcept;
+    FltScene(FltScene&& other) noexcept;            ///< Takes the scene over.
+    FltScene& operator=(FltScene&& other) noexcept; ///< The same; an earlier scene goes.
     FltScene(FltScene const&) = delete;
     FltScene& operator=(FltScene const&) = delete;
 
@@ -91,11 +91,12 @@ public:
     /// @name What can be moved
     /// The exact conversion knows of none.
     /// @{
-    std::vector<FltSwitch> switches() const;
+    std::vector<FltSwitch> switches() const; ///< All switches, as they are at present.
 
     /// Has all switches of a name show a mask. @return whether there is one that has it
     bool chooseMask(std::string const& switchName, int mask);
 
+    /// All degrees of freedom, as they are at present.
     std::vector<FltDegreeOfFreedom> degreesOfFreedom() const;
 
     /// Moves the degree of freedom at a place in the list to the current values of @p values.
@@ -105,7 +106,7 @@ public:
 
     /// What a scene is made of; for the loader.
     struct Content;
-    explicit FltScene(std::unique_ptr<Content> content);
+    explicit FltScene(std::unique_ptr<Content> content); ///< Takes the content over; for the loader.
 
 private:
     std::unique_ptr<Content> content;

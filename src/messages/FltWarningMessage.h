@@ -4,6 +4,6 @@
 class FltWarningMessage
 {
 public:
-    char const* message;
-    int level;
+    char const* message; ///< The text, with a zero after it.
+    int level;           ///< 1 for a remark on the data, 2 for a damaged file that can go on, 3 for an error.
 };

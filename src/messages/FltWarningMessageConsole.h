@@ -33,8 +33,8 @@ public:
 
     /// @name A level for hosts. Nothing here reads it.
     /// @{
-    static void setWarningLevel(int level);
-    static void setDefaultWarningLevel();
+    static void setWarningLevel(int level); ///< Sets it.
+    static void setDefaultWarningLevel();   ///< Sets it to 2.
     /// @}
 
     /// A copy of @p text that lives as long as the process; equal texts share one copy.
@@ -95,9 +95,9 @@ public:
 
     /// A place in a file.
     struct Place {
-        std::string fileName;
-        std::size_t byteOffset = 0;
-        int opcode = 0;
+        std::string fileName;       ///< As it was opened.
+        std::size_t byteOffset = 0; ///< Of the record's first byte.
+        int opcode = 0;             ///< Of that record.
     };
 
     /// Gets messages instead of the console.
@@ -119,7 +119,7 @@ public:
     static Listener* setListener(Listener* listener);
 
     static std::vector<FltWarningMessage> setOfMessages; ///< All messages of the process.
-    static int currentWarningLevel;
+    static int currentWarningLevel;                      ///< What setWarningLevel() has set.
 
 private:
     static FltWarningMessageConsole* instance;

@@ -15,7 +15,7 @@ class OpenFile;
 class VELLOREADER_API FltFileInput : public FltInput
 {
 public:
-    explicit FltFileInput(char const* fileName);
+    explicit FltFileInput(char const* fileName); ///< Reads a file.
 
     /// Reads a file that the library has opened already, whatever stands under its name by now.
     /// @param fileName what it is called

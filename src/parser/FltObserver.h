@@ -7,7 +7,7 @@ template <class Subject>
 class FltObserver
 {
 public:
-    virtual void update(Subject const* subject) = 0;
+    virtual void update(Subject const* subject) = 0; ///< Called with each subject.
     virtual ~FltObserver() = default;
 };
 
@@ -21,9 +21,9 @@ template <class Subject, class Observer>
 class FltObservable
 {
 public:
-    virtual void attachFltObserver(Observer* observer) = 0;
-    virtual void detachFltObserver(Observer* observer) = 0;
-    virtual void notify(Subject const* subject) = 0;
+    virtual void attachFltObserver(Observer* observer) = 0; ///< Adds an observer.
+    virtual void detachFltObserver(Observer* observer) = 0; ///< Removes an observer.
+    virtual void notify(Subject const* subject) = 0;        ///< Tells the observers of a subject.
 
 protected:
     ~FltObservable() = default;

@@ -25,8 +25,8 @@ class FltRecordHeader;
 class VELLOREADER_API FltParser : public FltRecordObservable
 {
 public:
-    FltParser();
-    explicit FltParser(FltInput* input);
+    FltParser();                         ///< Has the default factory, and no input yet.
+    explicit FltParser(FltInput* input); ///< Has the default factory.
 
     /// Frees the factory and, if it is a FltFileInput, the input; neither the records nor any other input.
     /// Give the input back first with setInput(nullptr) if it belongs to somebody else.
@@ -35,17 +35,26 @@ public:
     FltParser(FltParser const&) = delete;
     FltParser& operator=(FltParser const&) = delete;
 
+    /// Adds an observer after those that are there.
     void attachFltObserver(FltRecordObserver* observer) override;
-    void detachFltObserver(FltRecordObserver* observer) override;
-    void notify(FltRecord const* record) override;
 
-    FltInput* getInput() const { return input; }
+    /// Removes an observer where it stands first. One that isn't there is no fault.
+    void detachFltObserver(FltRecordObserver* observer) override;
+    void notify(FltRecord const* record) override; ///< Shows all observers a record, in their order.
+
+    FltInput* getInput() const { return input; } ///< What is parsed; null if nothing is set.
+
+    /// Sets what is parsed. An earlier input isn't freed.
     void setInput(FltInput* newInput) { input = newInput; }
-    FltCreationVisitor* getFltCreationVisitor() const { return creationVisitor; }
+    FltCreationVisitor* getFltCreationVisitor() const { return creationVisitor; } ///< The factory.
 
     /// Sets the factory. An earlier one isn't freed.
     void setFltCreationVisitor(FltCreationVisitor* visitor) { creationVisitor = visitor; }
+
+    /// Makes a Flt_15_7_CreationVisitor the factory. An earlier one isn't freed.
     void setDefaultFltCreationVisitor();
+
+    /// Keeps a copy of a directory's name, which nothing here reads.
     void setAdditionalDirPath(char const* path);
 
     /// Records of the file so far. Two sound palettes that share an object count as two.

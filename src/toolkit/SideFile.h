@@ -8,8 +8,9 @@
 class VELLOREADER_API SideFile
 {
 public:
+    /// What came of opening a file.
     enum class Outcome {
-        opened,
+        opened,  ///< It is open for writing.
         failed,  ///< It can't be opened for writing: a directory, no permission, no folder to make it in.
         refused, ///< There is something else than a plain file with this name alone.
     };
@@ -28,7 +29,7 @@ public:
     SideFile(SideFile const&) = delete;
     SideFile& operator=(SideFile const&) = delete;
 
-    Outcome getOutcome() const { return outcome; }
+    Outcome getOutcome() const { return outcome; } ///< What came of opening this one.
 
     /// Gives the open file to the caller.
     /// @return its descriptor, or -1

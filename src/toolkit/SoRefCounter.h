@@ -12,7 +12,7 @@ public:
     SoRefCounter(SoRefCounter const&) = delete;
     SoRefCounter& operator=(SoRefCounter const&) = delete;
 
-    void ref() const;
+    void ref() const; ///< Takes a reference.
 
     /// Gives a reference back, and deletes the object if that was the last.
     void unref() const;
@@ -20,7 +20,7 @@ public:
     /// Gives a reference back, but keeps the object, even if that was the last.
     void unrefNoDelete() const;
 
-    int getRefCount() const { return references; }
+    int getRefCount() const { return references; } ///< How many references there are.
 
 protected:
     SoRefCounter() = default;

@@ -6,14 +6,14 @@
 struct FltDegreeOfFreedom {
     /// Distances are in the database's units, angles in degrees.
     struct Range {
-        double minimum = 0;
-        double maximum = 0;
-        double current = 0;
-        double step = 0;
+        double minimum = 0;     ///< The lower end of where it may go.
+        double maximum = 0;     ///< The upper end.
+        double current = 0;     ///< Where it is.
+        double step = 0;        ///< How far it goes at a time, as the modeller means it.
         bool isLimited = false; ///< Whether it may not leave what lies between minimum and maximum.
     };
 
-    std::string name;
+    std::string name;     ///< Of the record; several may have it.
     Range translation[3]; ///< Along x, y and z of its own frame.
     Range pitch;          ///< About x.
     Range roll;           ///< About y.
