@@ -1,21 +1,19 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <cstdint>
 
 /// The box around a node in whole numbers, as old files have it.
-class FltRecordOldBoundingBox : public AncillaryFltRecord
+class FltRecordOldBoundingBox : public FltRecordOf<FltRecordOldBoundingBox, AncillaryFltRecord>
 {
 public:
-    using AncillaryFltRecord::AncillaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::oldBoundingBox; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::oldBoundingBox;
+    static constexpr std::string_view title = "\n OLD BOUNDING BOX ";
 
     std::int32_t XcoordinateLowestCorner = 0;
     std::int32_t YcoordinateLowestCorner = 0;
@@ -37,15 +35,13 @@ public:
 };
 
 /// The box around a node.
-class FltRecordBoundingBox : public AncillaryFltRecord
+class FltRecordBoundingBox : public FltRecordOf<FltRecordBoundingBox, AncillaryFltRecord>
 {
 public:
-    using AncillaryFltRecord::AncillaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::boundingBox; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::boundingBox;
+    static constexpr std::string_view title = "\n BOUNDING BOX ";
 
     std::int32_t reserved = 0;
     double XcoordinateLowestCorner = 0;
@@ -69,15 +65,13 @@ public:
 };
 
 /// The sphere around a node.
-class FltRecordBoundingVolumeSphere : public AncillaryFltRecord
+class FltRecordBoundingVolumeSphere : public FltRecordOf<FltRecordBoundingVolumeSphere, AncillaryFltRecord>
 {
 public:
-    using AncillaryFltRecord::AncillaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::boundingVolumeSphere; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::boundingVolumeSphere;
+    static constexpr std::string_view title = "\n BOUNDING VOLUME SPHERE ";
 
     std::int32_t reserved = 0;
     double radius = 0;
@@ -91,15 +85,14 @@ public:
 };
 
 /// The cylinder around a node.
-class FltRecordBoundingVolumeCylinder : public AncillaryFltRecord
+class FltRecordBoundingVolumeCylinder
+    : public FltRecordOf<FltRecordBoundingVolumeCylinder, AncillaryFltRecord>
 {
 public:
-    using AncillaryFltRecord::AncillaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::boundingVolumeCylinder; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::boundingVolumeCylinder;
+    static constexpr std::string_view title = "\n BOUNDING VOLUME CYLINDER ";
 
     std::int32_t reserved = 0;
     double radius = 0;
@@ -115,15 +108,13 @@ public:
 };
 
 /// The centre of the bounding volume that stands before it.
-class FltRecordBoundingVolumeCenter : public AncillaryFltRecord
+class FltRecordBoundingVolumeCenter : public FltRecordOf<FltRecordBoundingVolumeCenter, AncillaryFltRecord>
 {
 public:
-    using AncillaryFltRecord::AncillaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::boundingVolumeCenter; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::boundingVolumeCenter;
+    static constexpr std::string_view title = "\n BOUNDING VOLUME CENTER ";
 
     std::int32_t reserved = 0;
     double XcoordinateCenter = 0;
@@ -141,15 +132,14 @@ public:
 };
 
 /// The orientation of the bounding volume that stands before it.
-class FltRecordBoundingVolumeOrientation : public AncillaryFltRecord
+class FltRecordBoundingVolumeOrientation
+    : public FltRecordOf<FltRecordBoundingVolumeOrientation, AncillaryFltRecord>
 {
 public:
-    using AncillaryFltRecord::AncillaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::boundingVolumeOrientation; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::boundingVolumeOrientation;
+    static constexpr std::string_view title = "\n BOUNDING VOLUME ORIENTATION ";
 
     std::int32_t reserved = 0;
     double yawAngle = 0;   ///< In degrees.

@@ -1,21 +1,19 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <cstdint>
 
 /// A node that cuts with up to five planes.
-class FltRecordClipRegion : public PrimaryFltRecord
+class FltRecordClipRegion : public FltRecordOf<FltRecordClipRegion, PrimaryFltRecord>
 {
 public:
-    using PrimaryFltRecord::PrimaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::clipRegion; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::clipRegion;
+    static constexpr std::string_view title = "\n CLIP REGION RECORD ";
 
     /// Whether the flag of a plane is exactly 1. Any other value, and a plane without a flag, is false.
     bool isEnabledClipPlane(int plane) const;

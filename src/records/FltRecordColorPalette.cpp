@@ -2,6 +2,7 @@
 
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltFields.h"
+#include "records/FltRecordDefinition.h"
 
 #include <cstddef>
 #include <cstring>
@@ -60,21 +61,6 @@ void FltColorEntry::getPropertiesFromDataThenDecal(char*& cursor)
     cursor = decoder.place();
 }
 
-std::ostream& FltRecordColorPalette::nameOpcodeAndLength(std::ostream& os) const
-{
-    return titleOpcodeAndLength(os, "\n COLOR PALETTE RECORD ");
-}
-
-void FltRecordColorPalette::getPropertiesFromData(char* data)
-{
-    FltFields::decode(*this, data);
-}
-
-std::ostream& FltRecordColorPalette::properties(std::ostream& os) const
-{
-    return FltFields::dump(*this, os);
-}
-
 void FltRecordColorPalette::getRampsFromData(FltFieldDecoder& decoder)
 {
     std::uint32_t* out = color;
@@ -125,3 +111,5 @@ void FltRecordColorPalette::dumpColors(FltFieldDump& fields) const
         FltColorEntry::fields(entry, fields);
     }
 }
+
+template class FltRecordOf<FltRecordColorPalette, PaletteFltRecord>;

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 #include "records/FltVersion.h"
 
 #include <cstdint>
@@ -59,15 +59,13 @@ public:
 ///
 /// The names end where the record does, whatever their number says: an entry that doesn't fit, or says that
 /// it is shorter than its own head, ends the reading and is reported as damage.
-class FltRecordColorPalette : public PaletteFltRecord, public FltVersion
+class FltRecordColorPalette : public FltRecordOf<FltRecordColorPalette, PaletteFltRecord>, public FltVersion
 {
 public:
-    using PaletteFltRecord::PaletteFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::colorPalette; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::colorPalette;
+    static constexpr std::string_view title = "\n COLOR PALETTE RECORD ";
 
     /// Colours that the largest layout has: 32 ramps of 128 shades and 56 fixed colours.
     static constexpr int colorCount = 32 * 128 + 56;

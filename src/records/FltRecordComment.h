@@ -1,21 +1,19 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <memory>
 
 /// A comment on the record before.
-class FltRecordComment : public AncillaryFltRecord
+class FltRecordComment : public FltRecordOf<FltRecordComment, AncillaryFltRecord>
 {
 public:
-    using AncillaryFltRecord::AncillaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::comment; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::comment;
+    static constexpr std::string_view title = "\n COMMENT RECORD ";
 
     /// The text with a zero after it; null before the record is decoded. Zeros inside the text are kept.
     std::unique_ptr<char[]> textDescription;

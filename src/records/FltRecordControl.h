@@ -3,6 +3,7 @@
 #include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <cstdint>
 
@@ -13,9 +14,6 @@ class AbstractControlRecord : public ControlFltRecord
 public:
     explicit AbstractControlRecord(unsigned int length);
 
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
-
     template <class Self, class Visitor>
     static void fields(Self& /*self*/, Visitor& /*visit*/)
     {
@@ -23,39 +21,39 @@ public:
 };
 
 /// Opens a level: what follows stands below the record before.
-class FltRecordPushLevel : public AbstractControlRecord
+class FltRecordPushLevel : public FltRecordOf<FltRecordPushLevel, AbstractControlRecord>
 {
 public:
-    using AbstractControlRecord::AbstractControlRecord;
-    int getOpcode() const override { return FltOpcode::pushLevel; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+    using FltRecordOf::FltRecordOf;
+    static constexpr int opcode = FltOpcode::pushLevel;
+    static constexpr std::string_view title = "\n PUSH LEVEL RECORD ";
 };
 
 /// Closes a level.
-class FltRecordPopLevel : public AbstractControlRecord
+class FltRecordPopLevel : public FltRecordOf<FltRecordPopLevel, AbstractControlRecord>
 {
 public:
-    using AbstractControlRecord::AbstractControlRecord;
-    int getOpcode() const override { return FltOpcode::popLevel; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+    using FltRecordOf::FltRecordOf;
+    static constexpr int opcode = FltOpcode::popLevel;
+    static constexpr std::string_view title = "\n POP LEVEL RECORD ";
 };
 
 /// Opens a level of faces that lie upon the face before.
-class FltRecordPushSubface : public AbstractControlRecord
+class FltRecordPushSubface : public FltRecordOf<FltRecordPushSubface, AbstractControlRecord>
 {
 public:
-    using AbstractControlRecord::AbstractControlRecord;
-    int getOpcode() const override { return FltOpcode::pushSubface; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+    using FltRecordOf::FltRecordOf;
+    static constexpr int opcode = FltOpcode::pushSubface;
+    static constexpr std::string_view title = "\n PUSH SUBFACE RECORD ";
 };
 
 /// Closes a sub-face level.
-class FltRecordPopSubface : public AbstractControlRecord
+class FltRecordPopSubface : public FltRecordOf<FltRecordPopSubface, AbstractControlRecord>
 {
 public:
-    using AbstractControlRecord::AbstractControlRecord;
-    int getOpcode() const override { return FltOpcode::popSubface; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+    using FltRecordOf::FltRecordOf;
+    static constexpr int opcode = FltOpcode::popSubface;
+    static constexpr std::string_view title = "\n POP SUBFACE RECORD ";
 };
 
 /// A control record of an extension.
@@ -66,9 +64,6 @@ class AbstractExtensionControlRecord : public ControlFltRecord
 {
 public:
     explicit AbstractExtensionControlRecord(unsigned int length);
-
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
 
     char reserved1[8] = {};
     char reserved2[8] = {};
@@ -86,21 +81,21 @@ public:
 };
 
 /// Opens a level of extension records.
-class FltRecordPushExtension : public AbstractExtensionControlRecord
+class FltRecordPushExtension : public FltRecordOf<FltRecordPushExtension, AbstractExtensionControlRecord>
 {
 public:
-    using AbstractExtensionControlRecord::AbstractExtensionControlRecord;
-    int getOpcode() const override { return FltOpcode::pushExtension; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+    using FltRecordOf::FltRecordOf;
+    static constexpr int opcode = FltOpcode::pushExtension;
+    static constexpr std::string_view title = "\n PUSH EXTENSION RECORD ";
 };
 
 /// Closes a level of extension records.
-class FltRecordPopExtension : public AbstractExtensionControlRecord
+class FltRecordPopExtension : public FltRecordOf<FltRecordPopExtension, AbstractExtensionControlRecord>
 {
 public:
-    using AbstractExtensionControlRecord::AbstractExtensionControlRecord;
-    int getOpcode() const override { return FltOpcode::popExtension; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+    using FltRecordOf::FltRecordOf;
+    static constexpr int opcode = FltOpcode::popExtension;
+    static constexpr std::string_view title = "\n POP EXTENSION RECORD ";
 };
 
 /// A record of the instancing of a subtree.
@@ -108,9 +103,6 @@ class AbstractInstanceRecord : public ControlFltRecord
 {
 public:
     using ControlFltRecord::ControlFltRecord;
-
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
 
     std::int16_t spare = 0;
     std::int16_t instanceDefinitionNumber = 0; ///< Which definition is meant.
@@ -124,19 +116,19 @@ public:
 };
 
 /// Places what an instance definition holds.
-class FltRecordInstanceReference : public AbstractInstanceRecord
+class FltRecordInstanceReference : public FltRecordOf<FltRecordInstanceReference, AbstractInstanceRecord>
 {
 public:
-    using AbstractInstanceRecord::AbstractInstanceRecord;
-    int getOpcode() const override { return FltOpcode::instanceReference; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+    using FltRecordOf::FltRecordOf;
+    static constexpr int opcode = FltOpcode::instanceReference;
+    static constexpr std::string_view title = "\n INSTANCE REFERENCE RECORD ";
 };
 
 /// Gives the level after it a number, under which references find it.
-class FltRecordInstanceDefinition : public AbstractInstanceRecord
+class FltRecordInstanceDefinition : public FltRecordOf<FltRecordInstanceDefinition, AbstractInstanceRecord>
 {
 public:
-    using AbstractInstanceRecord::AbstractInstanceRecord;
-    int getOpcode() const override { return FltOpcode::instanceDefinition; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+    using FltRecordOf::FltRecordOf;
+    static constexpr int opcode = FltOpcode::instanceDefinition;
+    static constexpr std::string_view title = "\n INSTANCE DEFINITION RECORD ";
 };

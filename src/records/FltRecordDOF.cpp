@@ -1,18 +1,5 @@
 #include "records/FltRecordDOF.h"
 
-#include "records/FltFields.h"
+#include "records/FltRecordDefinition.h"
 
-std::ostream& FltRecordDOF::nameOpcodeAndLength(std::ostream& os) const
-{
-    return titleOpcodeAndLength(os, "\n DOF RECORD ");
-}
-
-void FltRecordDOF::getPropertiesFromData(char* data)
-{
-    FltFields::decode(*this, data);
-}
-
-std::ostream& FltRecordDOF::properties(std::ostream& os) const
-{
-    return FltFields::dump(*this, os);
-}
+template class FltRecordOf<FltRecordDOF, PrimaryFltRecord>;

@@ -1,23 +1,21 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <cstdint>
 
 /// A node with a coordinate system of its own, in which it may be moved, turned and scaled between limits.
 ///
 /// Lengths are in database units, angles in degrees.
-class FltRecordDOF : public PrimaryFltRecord
+class FltRecordDOF : public FltRecordOf<FltRecordDOF, PrimaryFltRecord>
 {
 public:
-    using PrimaryFltRecord::PrimaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::dof; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::dof;
+    static constexpr std::string_view title = "\n DOF RECORD ";
 
     char idASCII[8] = {}; ///< Not terminated when it fills its eight characters.
     std::int32_t reserved = 0;

@@ -1,23 +1,21 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <memory>
 
 /// An attribute that the format itself doesn't know.
-class FltRecordExtensionAttribute : public AncillaryFltRecord
+class FltRecordExtensionAttribute : public FltRecordOf<FltRecordExtensionAttribute, AncillaryFltRecord>
 {
 public:
-    using AncillaryFltRecord::AncillaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::extensionAttribute; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::extensionAttribute;
+    static constexpr std::string_view title = "\n EXTENSION ATTRIBUTE RECORD ";
 
     /// Bytes of extensionData.
     unsigned int getExtensionSize() const { return std::max(length, 24U) - 24; }

@@ -1,18 +1,5 @@
 #include "records/FltRecordExternalReference.h"
 
-#include "records/FltFields.h"
+#include "records/FltRecordDefinition.h"
 
-std::ostream& FltRecordExternalReference::nameOpcodeAndLength(std::ostream& os) const
-{
-    return titleOpcodeAndLength(os, "\n EXTERNAL REFERENCE RECORD ");
-}
-
-void FltRecordExternalReference::getPropertiesFromData(char* data)
-{
-    FltFields::decode(*this, data);
-}
-
-std::ostream& FltRecordExternalReference::properties(std::ostream& os) const
-{
-    return FltFields::dump(*this, os);
-}
+template class FltRecordOf<FltRecordExternalReference, PrimaryFltRecord>;

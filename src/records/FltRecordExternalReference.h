@@ -1,21 +1,19 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <cstdint>
 
 /// A node whose content stands in another file.
-class FltRecordExternalReference : public PrimaryFltRecord
+class FltRecordExternalReference : public FltRecordOf<FltRecordExternalReference, PrimaryFltRecord>
 {
 public:
-    using PrimaryFltRecord::PrimaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::externalReference; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::externalReference;
+    static constexpr std::string_view title = "\n EXTERNAL REFERENCE RECORD ";
 
     char asciiPath[200] = {}; ///< Not terminated when it fills its two hundred characters.
     std::int32_t reserved1 = 0;

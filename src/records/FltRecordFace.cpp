@@ -1,6 +1,7 @@
 #include "records/FltRecordFace.h"
 
 #include "records/FltFields.h"
+#include "records/FltRecordDefinition.h"
 
 #include <algorithm>
 
@@ -14,21 +15,6 @@ std::size_t entryCount(unsigned int length)
 }
 
 } // namespace
-
-std::ostream& FltRecordFace::nameOpcodeAndLength(std::ostream& os) const
-{
-    return titleOpcodeAndLength(os, "\n FACE RECORD ");
-}
-
-void FltRecordFace::getPropertiesFromData(char* data)
-{
-    FltFields::decode(*this, data);
-}
-
-std::ostream& FltRecordFace::properties(std::ostream& os) const
-{
-    return FltFields::dump(*this, os);
-}
 
 std::ostream& FltRecordVertexList::nameOpcodeAndLength(std::ostream& os) const
 {
@@ -89,3 +75,5 @@ std::ostream& FltRecordMorphVertexList::properties(std::ostream& os) const
     dump.endLine();
     return os;
 }
+
+template class FltRecordOf<FltRecordFace, PrimaryFltRecord>;

@@ -3,6 +3,7 @@
 #include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 #include "records/FltVersion.h"
 
 #include <cstddef>
@@ -14,15 +15,13 @@
 /// A polygon: its appearance. Its vertices stand in the list of the level below.
 ///
 /// Before revision 1500 `textureMappingIndex` is -1 and both colour indices are `colorNameIndex`.
-class FltRecordFace : public PrimaryFltRecord, public FltVersion
+class FltRecordFace : public FltRecordOf<FltRecordFace, PrimaryFltRecord>, public FltVersion
 {
 public:
-    using PrimaryFltRecord::PrimaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::face; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::face;
+    static constexpr std::string_view title = "\n FACE RECORD ";
 
     char idField[9] = {}; ///< Eight characters of the file, and a zero.
     std::int32_t IRColorCode = 0;

@@ -1,22 +1,20 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 #include "records/FltVersion.h"
 
 #include <cstdint>
 
 /// A node that gathers the nodes of the level below it.
-class FltRecordGroup : public PrimaryFltRecord, public FltVersion
+class FltRecordGroup : public FltRecordOf<FltRecordGroup, PrimaryFltRecord>, public FltVersion
 {
 public:
-    using PrimaryFltRecord::PrimaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::group; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::group;
+    static constexpr std::string_view title = "\n GROUP RECORD ";
 
     /// Not terminated when it fills its eight characters. Aligned so that the member after it follows
     /// without a gap.
@@ -55,15 +53,13 @@ public:
 };
 
 /// A node that holds faces. In the dump the flags come after the transparency.
-class FltRecordObject : public PrimaryFltRecord
+class FltRecordObject : public FltRecordOf<FltRecordObject, PrimaryFltRecord>
 {
 public:
-    using PrimaryFltRecord::PrimaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::object; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::object;
+    static constexpr std::string_view title = "\n OBJECT RECORD ";
 
     char idASCII[8] = {}; ///< Not terminated when it fills its eight characters.
     std::uint32_t flags = 0;

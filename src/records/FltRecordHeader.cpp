@@ -1,18 +1,5 @@
 #include "records/FltRecordHeader.h"
 
-#include "records/FltFields.h"
+#include "records/FltRecordDefinition.h"
 
-std::ostream& FltRecordHeader::nameOpcodeAndLength(std::ostream& os) const
-{
-    return titleOpcodeAndLength(os, "\n HEADER RECORD ");
-}
-
-void FltRecordHeader::getPropertiesFromData(char* data)
-{
-    FltFields::decode(*this, data);
-}
-
-std::ostream& FltRecordHeader::properties(std::ostream& os) const
-{
-    return FltFields::dump(*this, os);
-}
+template class FltRecordOf<FltRecordHeader, PrimaryFltRecord>;

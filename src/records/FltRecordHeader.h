@@ -1,8 +1,8 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <cstdint>
 
@@ -10,15 +10,13 @@
 /// wrote it.
 ///
 /// It gates its own decoding on the revision that it reads.
-class FltRecordHeader : public PrimaryFltRecord
+class FltRecordHeader : public FltRecordOf<FltRecordHeader, PrimaryFltRecord>
 {
 public:
-    using PrimaryFltRecord::PrimaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::header; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::header;
+    static constexpr std::string_view title = "\n HEADER RECORD ";
 
     char id[8] = {}; ///< Name of the database, not dumped.
     std::int32_t formatRevisionLevel = 0;

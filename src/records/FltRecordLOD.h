@@ -1,22 +1,20 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <cstdint>
 
 /// A level of detail: what stands below it is shown at some distances only, from the switch-in distance
 /// inwards and down to the switch-out distance. Distances and centre are in database units.
-class FltRecordLOD : public PrimaryFltRecord
+class FltRecordLOD : public FltRecordOf<FltRecordLOD, PrimaryFltRecord>
 {
 public:
-    using PrimaryFltRecord::PrimaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::lod; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::lod;
+    static constexpr std::string_view title = "\n LEVEL_OF_DETAIL (LOD) RECORD ";
 
     char idASCII[8] = {}; ///< Not terminated when it fills its eight characters.
     std::int32_t reserved = 0;
@@ -50,15 +48,13 @@ public:
 };
 
 /// A level of detail in its old form: distances and centre in whole database units.
-class FltRecordOLDLOD : public PrimaryFltRecord
+class FltRecordOLDLOD : public FltRecordOf<FltRecordOLDLOD, PrimaryFltRecord>
 {
 public:
-    using PrimaryFltRecord::PrimaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::oldLOD; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::oldLOD;
+    static constexpr std::string_view title = "\n OLD LEVEL_OF_DETAIL (LOD) RECORD (OBSOLETE) ";
 
     char idASCII[8] = {}; ///< Not terminated when it fills its eight characters.
     std::uint32_t switchInDistance = 0;

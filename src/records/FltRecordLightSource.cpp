@@ -1,6 +1,6 @@
 #include "records/FltRecordLightSource.h"
 
-#include "records/FltFields.h"
+#include "records/FltRecordDefinition.h"
 
 namespace
 {
@@ -12,51 +12,6 @@ float asFraction(std::uint8_t colorByte)
 
 } // namespace
 
-std::ostream& FltRecordLightSource::nameOpcodeAndLength(std::ostream& os) const
-{
-    return titleOpcodeAndLength(os, "\n LIGHT SOURCE RECORD ");
-}
-
-void FltRecordLightSource::getPropertiesFromData(char* data)
-{
-    FltFields::decode(*this, data);
-}
-
-std::ostream& FltRecordLightSource::properties(std::ostream& os) const
-{
-    return FltFields::dump(*this, os);
-}
-
-std::ostream& FltRecordLightSourcePalette::nameOpcodeAndLength(std::ostream& os) const
-{
-    return titleOpcodeAndLength(os, "\n LIGHT SOURCE PALETTE RECORD ");
-}
-
-void FltRecordLightSourcePalette::getPropertiesFromData(char* data)
-{
-    FltFields::decode(*this, data);
-}
-
-std::ostream& FltRecordLightSourcePalette::properties(std::ostream& os) const
-{
-    return FltFields::dump(*this, os);
-}
-
-std::ostream& FltRecordLightPoint::nameOpcodeAndLength(std::ostream& os) const
-{
-    return titleOpcodeAndLength(os, "\n LIGHT POINT RECORD ");
-}
-
-void FltRecordLightPoint::getPropertiesFromData(char* data)
-{
-    FltFields::decode(*this, data);
-}
-
-std::ostream& FltRecordLightPoint::properties(std::ostream& os) const
-{
-    return FltFields::dump(*this, os);
-}
-
 /// The last byte first.
 void FltRecordLightPoint::dumpBackColor(FltDump& dump) const
 {
@@ -64,3 +19,7 @@ void FltRecordLightPoint::dumpBackColor(FltDump& dump) const
                           asFraction(backColor[0])};
     dump.list("backColor (ABGR) : ", abgr, 4, " ");
 }
+
+template class FltRecordOf<FltRecordLightSource, PrimaryFltRecord>;
+template class FltRecordOf<FltRecordLightSourcePalette, PaletteFltRecord>;
+template class FltRecordOf<FltRecordLightPoint, PrimaryFltRecord>;

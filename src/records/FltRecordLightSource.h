@@ -1,8 +1,8 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <cstdint>
 #include <iterator>
@@ -12,15 +12,13 @@ class FltDump;
 /// A light in the hierarchy, of a kind that the light source palette holds.
 ///
 /// The flags stand in the last of their four bytes: bit 7 enabled, 6 global, 4 export.
-class FltRecordLightSource : public PrimaryFltRecord
+class FltRecordLightSource : public FltRecordOf<FltRecordLightSource, PrimaryFltRecord>
 {
 public:
-    using PrimaryFltRecord::PrimaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::lightSource; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::lightSource;
+    static constexpr std::string_view title = "\n LIGHT SOURCE RECORD ";
 
     char idASCII[8] = {};
     std::int32_t reserved1 = 0;
@@ -56,15 +54,13 @@ public:
 
 /// One entry of the light source table.
 ///
-class FltRecordLightSourcePalette : public PaletteFltRecord
+class FltRecordLightSourcePalette : public FltRecordOf<FltRecordLightSourcePalette, PaletteFltRecord>
 {
 public:
-    using PaletteFltRecord::PaletteFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::lightSourcePalette; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::lightSourcePalette;
+    static constexpr std::string_view title = "\n LIGHT SOURCE PALETTE RECORD ";
 
     std::int32_t paletteIndex = 0; ///< Slot in the light source table.
     char reserved1[8] = {};
@@ -133,15 +129,13 @@ public:
 };
 
 /// Points of light that are drawn and light nothing.
-class FltRecordLightPoint : public PrimaryFltRecord
+class FltRecordLightPoint : public FltRecordOf<FltRecordLightPoint, PrimaryFltRecord>
 {
 public:
-    using PrimaryFltRecord::PrimaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::lightPoint; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::lightPoint;
+    static constexpr std::string_view title = "\n LIGHT POINT RECORD ";
 
     char idASCII[8] = {};
     std::int16_t surfaceMaterial = 0;

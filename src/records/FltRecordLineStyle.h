@@ -1,21 +1,19 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <cstdint>
 
 /// One entry of the line style table.
-class FltRecordLineStylePalette : public PaletteFltRecord
+class FltRecordLineStylePalette : public FltRecordOf<FltRecordLineStylePalette, PaletteFltRecord>
 {
 public:
-    using PaletteFltRecord::PaletteFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::lineStylePalette; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::lineStylePalette;
+    static constexpr std::string_view title = "\n LINE STYLE PALETTE RECORD ";
 
     std::int16_t lineStyleIndex = 0; ///< Slot in the line style table.
     std::int16_t patternMask = 0;    ///< A bit for each pixel of the pattern. Printed as a signed number.

@@ -1,21 +1,19 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <memory>
 
 /// The full name of the node before, where the eight characters of its own record don't hold it.
-class FltRecordLongID : public AncillaryFltRecord
+class FltRecordLongID : public FltRecordOf<FltRecordLongID, AncillaryFltRecord>
 {
 public:
-    using AncillaryFltRecord::AncillaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::longID; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::longID;
+    static constexpr std::string_view title = "\n LONG_ID RECORD ";
 
     /// The name with a zero after it; null before the record is decoded. Zeros inside the name are kept.
     std::unique_ptr<char[]> idASCII;

@@ -1,23 +1,21 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 #include "records/FltVersion.h"
 
 #include <cstdint>
 #include <iterator>
 
 /// One entry of the material table.
-class FltRecordMaterial : public PaletteFltRecord
+class FltRecordMaterial : public FltRecordOf<FltRecordMaterial, PaletteFltRecord>
 {
 public:
-    using PaletteFltRecord::PaletteFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::material; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::material;
+    static constexpr std::string_view title = "\n MATERIAL PALETTE RECORD ";
 
     /// Bit 31 of the flags: set, the dump says that the material isn't used.
     bool isNotUsed() const { return (flags & INT32_MIN) != 0; }
@@ -53,15 +51,14 @@ public:
 
 /// The whole material table of an old file. Below revision 14 a material has no name: its first byte is zero
 /// after decoding.
-class FltRecordOLDMaterialPalette : public PaletteFltRecord, public FltVersion
+class FltRecordOLDMaterialPalette : public FltRecordOf<FltRecordOLDMaterialPalette, PaletteFltRecord>,
+                                    public FltVersion
 {
 public:
-    using PaletteFltRecord::PaletteFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::oldMaterialPalette; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::oldMaterialPalette;
+    static constexpr std::string_view title = "\n OLD MATERIAL PALETTE RECORD (OBSOLETE)";
 
     /// One material. The fields mean what they do in FltRecordMaterial, but for the flag.
     struct Entry {

@@ -1,6 +1,7 @@
 #include "records/FltRecordMultitexture.h"
 
 #include "records/FltFields.h"
+#include "records/FltRecordDefinition.h"
 
 #include <bitset>
 
@@ -42,24 +43,9 @@ FltRecordUVList::UV readUV(FltRecordUVList::VertexType type, FltFieldDecoder& de
 
 } // namespace
 
-std::ostream& FltRecordMultitexture::nameOpcodeAndLength(std::ostream& os) const
-{
-    return titleOpcodeAndLength(os, "\n MULTI TEXTURE RECORD ");
-}
-
 bool FltRecordMultitexture::hasLayerN(int n) const
 {
     return hasLayer(attributeMask, n);
-}
-
-void FltRecordMultitexture::getPropertiesFromData(char* data)
-{
-    FltFields::decode(*this, data);
-}
-
-std::ostream& FltRecordMultitexture::properties(std::ostream& os) const
-{
-    return FltFields::dump(*this, os);
 }
 
 std::ostream& FltRecordUVList::nameOpcodeAndLength(std::ostream& os) const
@@ -137,3 +123,5 @@ void FltRecordUVList::dumpLayers(FltDump& dump) const
         dump.line("  : ", n);
     }
 }
+
+template class FltRecordOf<FltRecordMultitexture, AncillaryFltRecord>;

@@ -3,6 +3,7 @@
 #include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -15,15 +16,13 @@ class FltFieldDecoder;
 ///
 /// Bit n of the mask, the least significant being 0, is layer n; bits 8 to 31 have no effect. Layers that
 /// aren't there take no room in the file.
-class FltRecordMultitexture : public AncillaryFltRecord
+class FltRecordMultitexture : public FltRecordOf<FltRecordMultitexture, AncillaryFltRecord>
 {
 public:
-    using AncillaryFltRecord::AncillaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::multitexture; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::multitexture;
+    static constexpr std::string_view title = "\n MULTI TEXTURE RECORD ";
 
     /// Whether layer @p n is there. Any number is taken modulo 32.
     bool hasLayerN(int n) const;

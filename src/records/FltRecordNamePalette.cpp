@@ -2,6 +2,7 @@
 
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltFields.h"
+#include "records/FltRecordDefinition.h"
 
 namespace
 {
@@ -10,21 +11,6 @@ constexpr int headSize = 10;
 constexpr int entryHeadSize = 6;
 
 } // namespace
-
-std::ostream& FltRecordNamePalette::nameOpcodeAndLength(std::ostream& os) const
-{
-    return titleOpcodeAndLength(os, "\n NAME PALETTE RECORD ");
-}
-
-void FltRecordNamePalette::getPropertiesFromData(char* data)
-{
-    FltFields::decode(*this, data);
-}
-
-std::ostream& FltRecordNamePalette::properties(std::ostream& os) const
-{
-    return FltFields::dump(*this, os);
-}
 
 void FltRecordNamePalette::getNamesFromData(FltFieldDecoder& decoder)
 {
@@ -46,3 +32,5 @@ void FltRecordNamePalette::getNamesFromData(FltFieldDecoder& decoder)
         decoder.skip(static_cast<int>(room));
     }
 }
+
+template class FltRecordOf<FltRecordNamePalette, PaletteFltRecord>;

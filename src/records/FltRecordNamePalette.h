@@ -1,8 +1,8 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <cstdint>
 #include <map>
@@ -14,15 +14,13 @@ class FltFieldDecoder;
 ///
 /// The entries end where the record does, whatever their number says: one that doesn't fit, or says that it
 /// is shorter than its own head, ends the reading and is reported as damage.
-class FltRecordNamePalette : public PaletteFltRecord
+class FltRecordNamePalette : public FltRecordOf<FltRecordNamePalette, PaletteFltRecord>
 {
 public:
-    using PaletteFltRecord::PaletteFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::namePalette; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::namePalette;
+    static constexpr std::string_view title = "\n NAME PALETTE RECORD ";
 
     std::int32_t numberOfNames = 0; ///< As in the file, also where fewer entries fit into the record.
     std::uint16_t nextAvailableIndex = 0;

@@ -1,21 +1,19 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <cstdint>
 
 /// How many times the node before is repeated.
-class FltRecordReplicate : public AncillaryFltRecord
+class FltRecordReplicate : public FltRecordOf<FltRecordReplicate, AncillaryFltRecord>
 {
 public:
-    using AncillaryFltRecord::AncillaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::replicate; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::replicate;
+    static constexpr std::string_view title = "\n REPLICATE RECORD ";
 
     std::int32_t numberOfReplications = 0;
     std::int32_t reserved = 0;

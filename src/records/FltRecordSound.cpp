@@ -2,6 +2,7 @@
 
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltFields.h"
+#include "records/FltRecordDefinition.h"
 
 #include <algorithm>
 
@@ -24,21 +25,6 @@ std::int32_t bounded(std::int32_t count, int room, char const* damage)
 }
 
 } // namespace
-
-std::ostream& FltRecordSound::nameOpcodeAndLength(std::ostream& os) const
-{
-    return titleOpcodeAndLength(os, "\n SOUND RECORD ");
-}
-
-void FltRecordSound::getPropertiesFromData(char* data)
-{
-    FltFields::decode(*this, data);
-}
-
-std::ostream& FltRecordSound::properties(std::ostream& os) const
-{
-    return FltFields::dump(*this, os);
-}
 
 std::ostream& FltRecordSoundPalette::nameOpcodeAndLength(std::ostream& os) const
 {
@@ -100,3 +86,5 @@ std::ostream& FltRecordSoundPalette::properties(std::ostream& os) const
     }
     return os;
 }
+
+template class FltRecordOf<FltRecordSound, PrimaryFltRecord>;

@@ -3,6 +3,7 @@
 #include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <cstdint>
 #include <map>
@@ -11,15 +12,13 @@
 class FltFieldDecoder;
 
 /// A source of sound.
-class FltRecordSound : public PrimaryFltRecord
+class FltRecordSound : public FltRecordOf<FltRecordSound, PrimaryFltRecord>
 {
 public:
-    using PrimaryFltRecord::PrimaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::sound; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::sound;
+    static constexpr std::string_view title = "\n SOUND RECORD ";
 
     char idASCII[8] = {};
     std::int32_t reserved1 = 0;

@@ -1,26 +1,11 @@
 #include "records/FltRecordSwitch.h"
 
 #include "messages/FltWarningMessageConsole.h"
-#include "records/FltFields.h"
+#include "records/FltRecordDefinition.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <new>
-
-std::ostream& FltRecordSwitch::nameOpcodeAndLength(std::ostream& os) const
-{
-    return titleOpcodeAndLength(os, "\n SWITCH RECORD ");
-}
-
-void FltRecordSwitch::getPropertiesFromData(char* data)
-{
-    FltFields::decode(*this, data);
-}
-
-std::ostream& FltRecordSwitch::properties(std::ostream& os) const
-{
-    return FltFields::dump(*this, os);
-}
 
 /// The words that the counts promise, as far as the record holds them.
 void FltRecordSwitch::makeRoomForMasks()
@@ -46,3 +31,5 @@ void FltRecordSwitch::dumpMasks(FltDump& dump) const
         dump.bits(static_cast<std::uint32_t>(masks[static_cast<std::size_t>(k)]));
     }
 }
+
+template class FltRecordOf<FltRecordSwitch, PrimaryFltRecord>;

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <cstdint>
 #include <memory>
@@ -15,15 +15,13 @@ class FltDump;
 /// many words there are. Words that the counts promise and the record's length doesn't hold are reported as
 /// damage. The product of the counts wraps around in 32 bits; a negative one throws
 /// std::bad_array_new_length.
-class FltRecordSwitch : public PrimaryFltRecord
+class FltRecordSwitch : public FltRecordOf<FltRecordSwitch, PrimaryFltRecord>
 {
 public:
-    using PrimaryFltRecord::PrimaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::switchNode; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::switchNode;
+    static constexpr std::string_view title = "\n SWITCH RECORD ";
 
     char idASCII[8] = {}; ///< Not terminated when it fills its eight characters.
     std::int32_t reserved = 0;

@@ -1,18 +1,5 @@
 #include "records/FltRecordText.h"
 
-#include "records/FltFields.h"
+#include "records/FltRecordDefinition.h"
 
-std::ostream& FltRecordText::nameOpcodeAndLength(std::ostream& os) const
-{
-    return titleOpcodeAndLength(os, "\n TEXT RECORD ");
-}
-
-void FltRecordText::getPropertiesFromData(char* data)
-{
-    FltFields::decode(*this, data);
-}
-
-std::ostream& FltRecordText::properties(std::ostream& os) const
-{
-    return FltFields::dump(*this, os);
-}
+template class FltRecordOf<FltRecordText, PrimaryFltRecord>;

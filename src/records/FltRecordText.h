@@ -1,23 +1,21 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <cstdint>
 
 /// A text that stands in the scene.
 ///
 /// The text itself stands after these fields and is not read.
-class FltRecordText : public PrimaryFltRecord
+class FltRecordText : public FltRecordOf<FltRecordText, PrimaryFltRecord>
 {
 public:
-    using PrimaryFltRecord::PrimaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::text; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::text;
+    static constexpr std::string_view title = "\n TEXT RECORD ";
 
     char idASCII[8] = {};
     std::int32_t reserved1[2] = {};

@@ -1,21 +1,19 @@
 #pragma once
 
-#include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <cstdint>
 
 /// One entry of the texture table. The record's length says which of two forms it has:
-class FltRecordTexturePattern : public PaletteFltRecord
+class FltRecordTexturePattern : public FltRecordOf<FltRecordTexturePattern, PaletteFltRecord>
 {
 public:
-    using PaletteFltRecord::PaletteFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::texturePattern; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::texturePattern;
+    static constexpr std::string_view title = "\n TEXTURE_PATTERN RECORD ";
 
     /// Length of a record with a short file name.
     static constexpr unsigned int shortFormLength = 96;

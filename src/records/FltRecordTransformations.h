@@ -3,6 +3,7 @@
 #include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 
 #include <cstdint>
 
@@ -11,9 +12,6 @@ class AbstractMatrixRecord : public AncillaryFltRecord
 {
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
-
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
 
     float matrix[4][4] = {}; ///< Row after row, for row vectors: the last row is the translation.
 
@@ -25,33 +23,31 @@ public:
 };
 
 /// The matrix that places the node before: the product of all its single steps.
-class FltRecordMatrix : public AbstractMatrixRecord
+class FltRecordMatrix : public FltRecordOf<FltRecordMatrix, AbstractMatrixRecord>
 {
 public:
-    using AbstractMatrixRecord::AbstractMatrixRecord;
-    int getOpcode() const override { return FltOpcode::matrix; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+    using FltRecordOf::FltRecordOf;
+    static constexpr int opcode = FltOpcode::matrix;
+    static constexpr std::string_view title = "\n MATRIX RECORD ";
 };
 
 /// A matrix as one of the single steps.
-class FltRecordGeneralMatrix : public AbstractMatrixRecord
+class FltRecordGeneralMatrix : public FltRecordOf<FltRecordGeneralMatrix, AbstractMatrixRecord>
 {
 public:
-    using AbstractMatrixRecord::AbstractMatrixRecord;
-    int getOpcode() const override { return FltOpcode::generalMatrix; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
+    using FltRecordOf::FltRecordOf;
+    static constexpr int opcode = FltOpcode::generalMatrix;
+    static constexpr std::string_view title = "\n GENERAL_MATRIX RECORD ";
 };
 
 /// A direction for the node before.
-class FltRecordVector : public AncillaryFltRecord
+class FltRecordVector : public FltRecordOf<FltRecordVector, AncillaryFltRecord>
 {
 public:
-    using AncillaryFltRecord::AncillaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::vector; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::vector;
+    static constexpr std::string_view title = "\n VECTOR RECORD ";
 
     float i = 0;
     float j = 0;
@@ -68,15 +64,13 @@ public:
 };
 
 /// A turn about the line through two points. The angle is in degrees.
-class FltRecordRotateAboutEdge : public AncillaryFltRecord
+class FltRecordRotateAboutEdge : public FltRecordOf<FltRecordRotateAboutEdge, AncillaryFltRecord>
 {
 public:
-    using AncillaryFltRecord::AncillaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::rotateAboutEdge; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::rotateAboutEdge;
+    static constexpr std::string_view title = "\n ROTATE ABOUT EDGE RECORD ";
 
     std::int32_t reserved = 0;
     double XCenter1 = 0;
@@ -102,15 +96,13 @@ public:
 };
 
 /// A move: a reference point and how far it goes.
-class FltRecordTranslate : public AncillaryFltRecord
+class FltRecordTranslate : public FltRecordOf<FltRecordTranslate, AncillaryFltRecord>
 {
 public:
-    using AncillaryFltRecord::AncillaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::translate; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::translate;
+    static constexpr std::string_view title = "\n TRANSLATE RECORD ";
 
     std::int32_t reserved = 0;
     double x = 0;
@@ -136,15 +128,13 @@ public:
 };
 
 /// A scale about a centre, with a factor for each axis.
-class FltRecordScaleNonUniform : public AncillaryFltRecord
+class FltRecordScaleNonUniform : public FltRecordOf<FltRecordScaleNonUniform, AncillaryFltRecord>
 {
 public:
-    using AncillaryFltRecord::AncillaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::scaleNonUniform; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::scaleNonUniform;
+    static constexpr std::string_view title = "\n SCALE NON UNIFORM RECORD ";
 
     std::int32_t reserved = 0;
     double XCenter = 0;
@@ -168,15 +158,13 @@ public:
 };
 
 /// A turn about an axis through a point. The angle is in degrees.
-class FltRecordRotateAboutPoint : public AncillaryFltRecord
+class FltRecordRotateAboutPoint : public FltRecordOf<FltRecordRotateAboutPoint, AncillaryFltRecord>
 {
 public:
-    using AncillaryFltRecord::AncillaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::rotateAboutPoint; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::rotateAboutPoint;
+    static constexpr std::string_view title = "\n ROTATE ABOUT POINT RECORD ";
 
     std::int32_t reserved = 0;
     double XCenterOfRotation = 0;
@@ -204,15 +192,13 @@ public:
 /// A move of three points, origin, alignment and track, onto three others. The angle is in degrees.
 ///
 /// The factory never makes one: it reads records of this opcode as FltRecordRotateAboutEdge.
-class FltRecordPutTransform : public AncillaryFltRecord
+class FltRecordPutTransform : public FltRecordOf<FltRecordPutTransform, AncillaryFltRecord>
 {
 public:
-    using AncillaryFltRecord::AncillaryFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::putTransform; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::putTransform;
+    static constexpr std::string_view title = "\n PUT TRANSFORM RECORD ";
 
     std::int32_t reserved = 0;
     double XFromOrigin = 0;

@@ -3,20 +3,19 @@
 #include "records/AbstractFltRecord.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordOf.h"
 #include "records/FltVersion.h"
 
 #include <cstdint>
 
 /// The head of the vertex palette: the vertex records of the whole file follow it.
-class FltRecordVertexPalette : public PaletteFltRecord
+class FltRecordVertexPalette : public FltRecordOf<FltRecordVertexPalette, PaletteFltRecord>
 {
 public:
-    using PaletteFltRecord::PaletteFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::vertexPalette; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::vertexPalette;
+    static constexpr std::string_view title = "\n VERTEX PALETTE RECORD ";
 
     std::uint32_t vertexPaletteTotalLength = 0;
 
@@ -46,15 +45,15 @@ protected:
 /// All shapes begin and end alike: what is in between differs. The colour's index is read from revision 1540
 /// on and -1 before. Where the flags say no colour, that wins over packed colour; a vertex that has neither
 /// flag takes its colour from `vertexColorIndex`.
-class FltRecordVertexColor : public PaletteFltRecord, public FltVersion, protected FltTextureFields
+class FltRecordVertexColor : public FltRecordOf<FltRecordVertexColor, PaletteFltRecord>,
+                             public FltVersion,
+                             protected FltTextureFields
 {
 public:
-    using PaletteFltRecord::PaletteFltRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::vertexColor; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::vertexColor;
+    static constexpr std::string_view title = "\n VERTEX COLOR RECORD ";
 
     /// Writes what all shapes begin with. @return @p os
     std::ostream& properties1(std::ostream& os) const;
@@ -123,15 +122,13 @@ protected:
 };
 
 /// A vertex with a colour and a normal; see FltRecordVertexColor.
-class FltRecordVertexColorNormal : public FltRecordVertexColor
+class FltRecordVertexColorNormal : public FltRecordOf<FltRecordVertexColorNormal, FltRecordVertexColor>
 {
 public:
-    using FltRecordVertexColor::FltRecordVertexColor;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::vertexColorNormal; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::vertexColorNormal;
+    static constexpr std::string_view title = "\n VERTEX COLOR NORMAL RECORD ";
 
     float vertexNormal[3] = {}; ///< i, j, k.
     std::int32_t reserved = 0;
@@ -147,15 +144,13 @@ public:
 };
 
 /// A vertex with a colour, a normal and texture coordinates; see FltRecordVertexColor.
-class FltRecordVertexColorNormalUv : public FltRecordVertexColor
+class FltRecordVertexColorNormalUv : public FltRecordOf<FltRecordVertexColorNormalUv, FltRecordVertexColor>
 {
 public:
-    using FltRecordVertexColor::FltRecordVertexColor;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::vertexColorNormalUv; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::vertexColorNormalUv;
+    static constexpr std::string_view title = "\n VERTEX COLOR NORMAL UV RECORD ";
 
     float vertexNormal[3] = {}; ///< i, j, k.
     float texture[2] = {};      ///< u, v.
@@ -173,15 +168,13 @@ public:
 };
 
 /// A vertex with a colour and texture coordinates; see FltRecordVertexColor.
-class FltRecordVertexColorUv : public FltRecordVertexColor
+class FltRecordVertexColorUv : public FltRecordOf<FltRecordVertexColorUv, FltRecordVertexColor>
 {
 public:
-    using FltRecordVertexColor::FltRecordVertexColor;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::vertexColorUv; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::vertexColorUv;
+    static constexpr std::string_view title = "\n VERTEX COLOR UV (TEXTURE) RECORD ";
 
     float texture[2] = {}; ///< u, v.
 
@@ -216,16 +209,14 @@ protected:
 };
 
 /// An old vertex without a colour of its own.
-class FltRecordOldVertex : public AbstractOldVertexRecord
+class FltRecordOldVertex : public FltRecordOf<FltRecordOldVertex, AbstractOldVertexRecord>
 {
 public:
-    using AbstractOldVertexRecord::AbstractOldVertexRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::oldVertex; }
+    static constexpr int opcode = FltOpcode::oldVertex;
+    static constexpr std::string_view title = "\n OLD VERTEX RECORD (OBSOLETE)";
     unsigned int getLength() const override { return length; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
 
     /// Whether the record holds `texture`: its length is exactly 24.
     bool hasTexture() const { return length == 24; }
@@ -262,15 +253,13 @@ protected:
 };
 
 /// An old vertex with a colour.
-class FltRecordOldVertexColor : public AbstractOldVertexColorRecord
+class FltRecordOldVertexColor : public FltRecordOf<FltRecordOldVertexColor, AbstractOldVertexColorRecord>
 {
 public:
-    using AbstractOldVertexColorRecord::AbstractOldVertexColorRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::oldVertexColor; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::oldVertexColor;
+    static constexpr std::string_view title = "\n OLD VERTEX COLOR RECORD (OBSOLETE)";
 
     /// Whether the record holds `texture`: its length is exactly 28.
     bool hasTexture() const { return length == 28; }
@@ -288,15 +277,14 @@ public:
 };
 
 /// An old vertex with a colour and a normal.
-class FltRecordOldVertexColorNormal : public AbstractOldVertexColorRecord
+class FltRecordOldVertexColorNormal
+    : public FltRecordOf<FltRecordOldVertexColorNormal, AbstractOldVertexColorRecord>
 {
 public:
-    using AbstractOldVertexColorRecord::AbstractOldVertexColorRecord;
+    using FltRecordOf::FltRecordOf;
 
-    int getOpcode() const override { return FltOpcode::oldVertexColorNormal; }
-    std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
-    std::ostream& properties(std::ostream& os) const override;
-    void getPropertiesFromData(char* data) override;
+    static constexpr int opcode = FltOpcode::oldVertexColorNormal;
+    static constexpr std::string_view title = "\n OLD VERTEX COLOR NORMAL RECORD (OBSOLETE)";
 
     /// Whether the record holds `texture`: its length is exactly 40.
     bool hasTexture() const { return length == 40; }
