@@ -4,17 +4,19 @@
 #include "BenchDatabase.h"
 #include "BenchOptions.h"
 #include "BenchTime.h"
-#include "complete/FltCompleteConversion.h"
 #include "convert/FltToInventor.h"
 #include "dump/FltDumpOutput.h"
 #include "parser/FltFileInput.h"
+#include "scene/FltSceneMaker.h"
 #include "support/ScratchFolder.h"
+#include "visual/FltVisualConversion.h"
 
 #include <Inventor/SoDB.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <cstdio>
 #include <exception>
 #include <stdexcept>
+#include <utility>
 
 namespace
 {
@@ -38,10 +40,10 @@ void convertExactly(std::string const& path)
 void convertCompletely(std::string const& path)
 {
     Silence const silence;
-    FltCompleteConversion::Result result = FltCompleteConversion::convert(path, {});
-    if (result.root.get() == nullptr)
+    FltVisualConversion::Result visual = FltVisualConversion::convert(path, {});
+    if (visual.root == nullptr)
         throw std::runtime_error("the complete conversion failed");
-    result.names.give();
+    FltSceneMaker::make(std::move(visual.root), visual.textures).names.give();
 }
 
 } // namespace

@@ -23,15 +23,17 @@ set(public_headers
     plugin/Plugin.h plugin/SoInputFltReader.h
     records/FltRecord.h records/FltRecordCategory.h records/FltRecordMemory.h records/FltVersion.h
     statistics/FltStatisticsTool.h
+    textures/FltTexture.h textures/PicturePixels.h
     toolkit/SbFileHelper.h toolkit/SideFile.h toolkit/SoInputQueries.h toolkit/SoInputReader.h toolkit/SoRefCounter.h
     toolkit/VelloReaderExport.h
-    visual/FltDegreeOfFreedom.h visual/FltSwitch.h)
+    visual/FltDegreeOfFreedom.h visual/FltJointMotion.h visual/FltMesh.h visual/FltOmission.h visual/FltReference.h visual/FltSwitch.h
+    visual/FltVisualNode.h visual/FltVisualOptions.h visual/FltVisualSwitch.h)
 foreach(header IN LISTS public_headers)
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VelloReader/${folder})
 endforeach()
-set(loader_headers loader/FltLoadError.h loader/FltLoader.h loader/FltMessage.h loader/FltRecordReader.h
-    loader/FltScene.h)
+set(loader_headers loader/FltDatabaseInfo.h loader/FltLoadError.h loader/FltLoader.h loader/FltLoadReport.h
+    loader/FltMessage.h loader/FltRecordReader.h loader/FltScene.h loader/FltVisual.h)
 foreach(header IN LISTS loader_headers)
   install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VelloReader)
 endforeach()

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <set>
 #include <sys/stat.h>
 #include <utility>
 
@@ -56,12 +57,12 @@ std::uint64_t sizeOf(FltInput const& file)
 
 } // namespace
 
-FltLoadHost::FltLoadHost(FltLoader const& options, std::string const& path, FltScene::Content& content,
+FltLoadHost::FltLoadHost(FltLoader const& options, std::string const& path, FltLoadReport& told,
                          FltMessageCollector& messages)
-    : options(options), path(path), content(content), messages(messages), readable(options.onlyBelow),
+    : options(options), path(path), told(told), messages(messages), readable(options.onlyBelow),
       textureFiles(FltDatabaseFile::withDirectory(path), options.texturePath, options.textureNamesFrom,
                    readable),
-      textures(textureFiles)
+      textureNodes(textureFiles)
 {
 }
 
@@ -95,7 +96,7 @@ void FltLoadHost::beginFile(FltInput const& file)
 {
     if (database == nullptr) {
         database = &file;
-        content.info.bytes = sizeOf(file);
+        told.info.bytes = sizeOf(file);
     }
     messages.setFile(file.getFileName());
     reportedFile = nullptr;
@@ -106,9 +107,9 @@ void FltLoadHost::takeRecord(FltInput const& file, FltRecord const& record, std:
 {
     ++records[record.getOpcode()];
     if (&file == database) {
-        if (content.info.records++ == 0)
+        if (told.info.records++ == 0)
             if (auto const* const header = dynamic_cast<FltRecordHeader const*>(&record))
-                fill(content.info, *header);
+                fill(told.info, *header);
     }
     if (options.progress)
         reportNowAndThen(file, offset / 2);
@@ -131,24 +132,19 @@ void FltLoadHost::endFile(FltInput const& file)
 
 SoNodeRef<SoTexture2> FltLoadHost::makeTexture(FltInput const& file, std::string const& name)
 {
-    return makeTexture(std::string(file.getFileName()), name);
-}
-
-SoNodeRef<SoTexture2> FltLoadHost::makeTexture(std::string const& file, std::string const& name)
-{
-    return textures.make(name, file);
+    return textureNodes.make(name, file.getFileName());
 }
 
 void FltLoadHost::takeHeader(FltRecordHeader const& header)
 {
-    fill(content.info, header);
+    fill(told.info, header);
 }
 
 bool FltLoadHost::beginReference(FltInput const& file, std::string const& name, std::string const& target,
                                  bool isThere)
 {
-    openReferences.push_back({content.references.size(), messages.getFile(), {}});
-    content.references.push_back({name, file.getFileName(), isThere ? target : "", false});
+    openReferences.push_back({told.references.size(), messages.getFile(), {}});
+    told.references.push_back({name, file.getFileName(), isThere ? target : "", false});
     if (!isThere || options.references == FltLoader::References::skip)
         return false;
     std::optional<OpenFile> opened = openReferenced(FltExternalFiles::nameOf(target));
@@ -164,7 +160,7 @@ OpenFile FltLoadHost::takeReferencedFile()
 
 void FltLoadHost::endReference(bool isLoaded)
 {
-    content.references[openReferences.back().position].isLoaded = isLoaded;
+    told.references[openReferences.back().position].isLoaded = isLoaded;
     messages.setFile(openReferences.back().file);
     openReferences.pop_back();
 }
@@ -189,24 +185,35 @@ void FltLoadHost::reportLeftOut(std::string const& why, std::string const& targe
     messages.add({FltMessage::Level::warning, why + ": " + target, messages.getFile()});
 }
 
-void FltLoadHost::finish()
+void FltLoadHost::reportPicture(std::string const& picture) const
 {
-    finishTextures();
-    content.omissions = FltOmissionKinds::ofExactConversion(records);
+    struct stat status = {};
+    bool const isThere = ::stat(picture.c_str(), &status) == 0;
+    report(picture, 0, isThere ? static_cast<std::uint64_t>(status.st_size) : 0);
 }
 
-void FltLoadHost::finishTextures()
+void FltLoadHost::finishScene()
 {
-    auto const onImage = [this](std::string const& image) {
-        struct stat status = {};
-        bool const isThere = ::stat(image.c_str(), &status) == 0;
-        report(image, 0, isThere ? static_cast<std::uint64_t>(status.st_size) : 0);
-    };
-    for (FltFoundTexture const& texture : textures.resolve(onImage))
+    auto const onPicture = [this](std::string const& picture) { reportPicture(picture); };
+    for (FltTexture const& texture : textureNodes.resolve(onPicture))
         addTexture(texture);
+    told.omissions = FltOmissionKinds::ofExactConversion(records);
 }
 
-void FltLoadHost::addTexture(FltFoundTexture const& texture)
+void FltLoadHost::findTextures(std::vector<FltTexture>& textures)
+{
+    std::set<std::pair<std::string, std::string>> listed;
+    auto const onPicture = [this](std::string const& picture) { reportPicture(picture); };
+    for (FltTexture& texture : textures) {
+        if (texture.name.empty())
+            continue;
+        texture = textureFiles.resolve(texture.name, texture.database, onPicture);
+        if (listed.emplace(texture.name, texture.database).second)
+            addTexture(texture);
+    }
+}
+
+void FltLoadHost::addTexture(FltTexture const& texture)
 {
     if (texture.path.empty()) {
         std::string text;
@@ -221,5 +228,5 @@ void FltLoadHost::addTexture(FltFoundTexture const& texture)
         }
         messages.add({FltMessage::Level::warning, text, texture.database});
     }
-    content.textures.push_back({texture.name, texture.database, texture.path, texture.tried});
+    told.textures.push_back(texture);
 }

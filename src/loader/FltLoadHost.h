@@ -1,9 +1,9 @@
 #pragma once
 
 #include "convert/FltConversionHost.h"
+#include "loader/FltLoadReport.h"
 #include "loader/FltLoader.h"
 #include "loader/FltMessageCollector.h"
-#include "loader/FltSceneContent.h"
 #include "loader/FltSceneTextures.h"
 #include "records/FltRecordHeader.h"
 
@@ -12,7 +12,7 @@
 #include <optional>
 #include <vector>
 
-/// What a load does for a conversion, whichever it is: it fills the lists of the scene, asks the callback
+/// What a load does for a conversion, whichever it is: it fills the lists of the result, asks the callback
 /// whether to go on, and decides about textures and external files.
 class FltLoadHost : public FltConversionHost
 {
@@ -23,13 +23,12 @@ public:
     };
 
     /// All of them have to outlive this object.
-    FltLoadHost(FltLoader const& options, std::string const& path, FltScene::Content& content,
+    FltLoadHost(FltLoader const& options, std::string const& path, FltLoadReport& told,
                 FltMessageCollector& messages);
 
     /// @name For a conversion that has no records of its own to hand over
     /// @{
     void takeHeader(FltRecordHeader const& header);
-    SoNodeRef<SoTexture2> makeTexture(std::string const& file, std::string const& name);
     void report(std::string const& file, std::uint64_t bytesDone, std::uint64_t bytesInAll) const;
 
     /// Opens an external file.
@@ -38,11 +37,11 @@ public:
     std::optional<OpenFile> openReferenced(std::string const& path);
     /// @}
 
-    /// Gives the textures of the finished scene their images, and completes the lists.
-    void finish();
+    /// Finds the textures of a finished visual, and lists each.
+    void findTextures(std::vector<FltTexture>& textures);
 
-    /// The same but for what isn't shown, which the conversion knows itself.
-    void finishTextures();
+    /// Gives the nodes of textures of a finished exact scene their pictures, and completes the lists.
+    void finishScene();
 
     void beginFile(FltInput const& file) override;
     void takeRecord(FltInput const& file, FltRecord const& record, std::size_t offset) override;
@@ -64,15 +63,16 @@ private:
 
     void reportNowAndThen(FltInput const& file, std::uint64_t bytesDone);
     void reportLeftOut(std::string const& why, std::string const& path);
-    void addTexture(FltFoundTexture const& texture);
+    void reportPicture(std::string const& path) const;
+    void addTexture(FltTexture const& texture);
 
     FltLoader const& options;
     std::string path;
-    FltScene::Content& content;
+    FltLoadReport& told;
     FltMessageCollector& messages;
     FltReadableTree readable;
     FltTextureFiles textureFiles;
-    FltSceneTextures textures;
+    FltSceneTextures textureNodes;        ///< Of the exact conversion.
     FltInput const* database = nullptr;   ///< The top-level file, once it is read.
     std::map<int, std::uint64_t> records; ///< How many there are of each opcode, in all files.
     std::vector<OpenReference> openReferences;

@@ -1,6 +1,5 @@
 #include "loader/FltLoader.h"
 
-#include "complete/FltCompleteConversion.h"
 #include "convert/FltToInventor.h"
 #include "dump/FltDumpOutput.h"
 #include "loader/FltDatabaseFile.h"
@@ -11,7 +10,9 @@
 #include "loader/FltSceneContent.h"
 #include "parser/FltFileInput.h"
 #include "parser/Flt_15_7_CreationVisitor.h"
+#include "scene/FltSceneMaker.h"
 #include "toolkit/SoReferencesGivenBack.h"
+#include "visual/FltVisualConversion.h"
 
 #include <Inventor/SoDB.h>
 #include <new>
@@ -34,6 +35,12 @@ void refuseWhatIsForTheCompleteConversion(FltLoader const& loader, std::string c
         refuse("levels of detail");
     if (loader.units != FltLoader::Units::metres)
         refuse("units");
+}
+
+void startToolkit()
+{
+    if (!SoDB::isInitialized())
+        SoDB::init();
 }
 
 /// A database that can be converted.
@@ -94,98 +101,114 @@ std::unique_ptr<FltScene::Content> loadExactly(FltLoader const& options, FltData
     FltMessageCollector messages;
     FltLoadHost host(options, database.getPath(), *content, messages);
     convertAndLog(options, database, host, content->root.get(), messages);
-    host.finish();
+    host.finishScene();
     content->messages = std::move(messages.messages());
     return content;
-}
-
-FltCompleteConversion::Options completeOptions(FltLoader const& options, FltLoadHost& host)
-{
-    using Complete = FltCompleteConversion;
-    FltCompleteConversion::Options complete;
-    complete.lod = options.levelsOfDetail == FltLoader::LevelsOfDetail::highest  ? Complete::Lod::highest
-                   : options.levelsOfDetail == FltLoader::LevelsOfDetail::lowest ? Complete::Lod::lowest
-                                                                                 : Complete::Lod::stored;
-    complete.units =
-        options.units == FltLoader::Units::stored ? Complete::Units::stored : Complete::Units::metres;
-    complete.references = options.references == FltLoader::References::asFile ? Complete::References::file
-                          : options.references == FltLoader::References::skip ? Complete::References::skipped
-                                                                              : Complete::References::inlined;
-    complete.salvage = options.salvage;
-    complete.makeTexture = [&host](std::string const& stored, std::string const& file) {
-        return host.makeTexture(file, stored);
-    };
-    complete.open = [&host](std::string const& file) { return host.openReferenced(file); };
-    if (options.progress)
-        complete.progress = [&host](std::string const& file, std::size_t done, std::size_t all) {
-            host.report(file, done, all);
-            return true;
-        };
-    return complete;
 }
 
 /// Writes the log that is asked for, as the exact conversion does. Its scene and what it tells are dropped.
 /// @param messages get to know if the log isn't whole
 void writeLog(FltLoader const& options, FltDatabaseFile const& database, FltMessageCollector& messages)
 {
-    FltScene::Content dropped;
+    startToolkit();
+    FltLoadReport dropped;
     SoNodeRef<SoSeparator> const root(new SoSeparator);
     FltMessageCollector unheard;
     FltLoadHost host(options, database.getPath(), dropped, unheard);
     convertAndLog(options, database, host, root.get(), messages);
 }
 
+FltVisualConversion::Options visualOptions(FltLoader const& options, FltLoadHost& host)
+{
+    FltVisualConversion::Options visual{options, {}, {}};
+    visual.open = [&host](std::string const& file) { return host.openReferenced(file); };
+    if (options.progress)
+        visual.progress = [&host](std::string const& file, std::size_t done, std::size_t all) {
+            host.report(file, done, all);
+            return true;
+        };
+    return visual;
+}
+
 /// Loads by the complete conversion.
-std::unique_ptr<FltScene::Content> loadCompletely(FltLoader const& options, FltDatabaseFile const& database)
+/// @param told gets what is to be known besides
+FltVisualConversion::Result loadCompletely(FltLoader const& options, FltDatabaseFile const& database,
+                                           FltLoadReport& told)
 {
     FltMessageCollector messages;
     if (options.log)
         writeLog(options, database, messages);
-    auto content = std::make_unique<FltScene::Content>();
-    FltLoadHost host(options, database.getPath(), *content, messages);
+    FltLoadHost host(options, database.getPath(), told, messages);
     messages.setFile(database.getPath());
-    FltCompleteConversion::Result result = FltCompleteConversion::convert(
-        database.getPathWithDirectory(), database.open(), completeOptions(options, host));
-    if (result.outcome == FltCompleteConversion::Outcome::cannotOpen)
+    FltVisualConversion::Result result = FltVisualConversion::convert(
+        database.getPathWithDirectory(), database.open(), visualOptions(options, host));
+    if (result.outcome == FltVisualConversion::Outcome::cannotOpen)
         throw notReadable(database);
-    if (result.outcome != FltCompleteConversion::Outcome::converted)
+    if (result.outcome != FltVisualConversion::Outcome::converted)
         throw database.whyNotConverted();
-    content->root = result.root;
     if (result.header != nullptr)
         host.takeHeader(*result.header);
-    content->info.records = result.records;
-    content->info.bytes = result.bytes;
-    for (FltCompleteConversion::Reference& reference : result.references)
-        content->references.push_back({std::move(reference.stored), std::move(reference.from),
-                                       std::move(reference.found), reference.isLoaded});
+    told.info.records = result.records;
+    told.info.bytes = result.bytes;
+    told.references = std::move(result.references);
     for (auto const& [kind, count] : result.leftOut)
-        content->omissions.push_back({kind, static_cast<std::uint64_t>(count)});
-    content->switches = std::move(result.switches);
-    content->dofs = std::move(result.dofs);
-    host.finishTextures();
-    content->messages = std::move(messages.messages());
-    result.names.give(); // the last that is done, when nothing can fail any more
+        told.omissions.push_back({kind, static_cast<std::uint64_t>(count)});
+    host.findTextures(result.textures);
+    told.messages = std::move(messages.messages());
+    return result;
+}
+
+/// Makes the scene of a visual.
+std::unique_ptr<FltScene::Content> sceneOf(FltVisualConversion::Result&& visual, FltLoadReport&& told)
+{
+    auto content = std::make_unique<FltScene::Content>();
+    static_cast<FltLoadReport&>(*content) = std::move(told);
+    content->files = std::move(visual.files);
+    FltMadeScene scene = FltSceneMaker::make(std::move(visual.root), visual.textures);
+    content->root = std::move(scene.root);
+    content->records = std::move(scene.records);
+    content->switches = std::move(scene.switches);
+    content->joints = std::move(scene.joints);
+    scene.names.give(); // the last that is done, when nothing can fail any more
     return content;
 }
 
 FltScene loadScene(FltLoader const& options, std::string const& path)
 {
     FltDatabaseFile const database = open(options, path);
-    if (!SoDB::isInitialized())
-        SoDB::init();
-    if (!options.exact)
-        return FltScene(loadCompletely(options, database));
-    refuseWhatIsForTheCompleteConversion(options, path);
-    return FltScene(loadExactly(options, database));
+    startToolkit();
+    if (options.exact) {
+        refuseWhatIsForTheCompleteConversion(options, path);
+        return FltScene(loadExactly(options, database));
+    }
+    FltLoadReport told;
+    FltVisualConversion::Result visual = loadCompletely(options, database, told);
+    return FltScene(sceneOf(std::move(visual), std::move(told)));
+}
+
+FltVisual loadVisual(FltLoader const& options, std::string const& path)
+{
+    FltDatabaseFile const database = open(options, path);
+    if (options.exact)
+        throw FltLoadError(Kind::refused, path,
+                           "the exact conversion makes scenes only. Load without that option.");
+    FltVisual visual;
+    FltVisualConversion::Result result = loadCompletely(options, database, visual);
+    visual.root = std::move(result.root);
+    visual.files = std::move(result.files);
+    visual.textures = std::move(result.textures);
+    return visual;
 }
 
 /// Made beforehand, for when there isn't even the memory to say so; copying it takes none.
 FltLoadError const noMemoryForWords(Kind::outOfMemory, "", "the memory doesn't suffice.");
 
-FltScene loadOrExplain(FltLoader const& options, std::string const& path)
+/// Calls a function that loads, and tells whatever goes wrong as a FltLoadError.
+template <class Load>
+auto loadOrExplain(FltLoader const& options, std::string const& path, Load load)
 {
     try {
-        return loadScene(options, path);
+        return load(options, path);
     } catch (FltLoadError const&) {
         throw;
     } catch (std::bad_alloc const&) {
@@ -195,18 +218,30 @@ FltScene loadOrExplain(FltLoader const& options, std::string const& path)
     }
 }
 
-} // namespace
-
-FltScene FltLoader::load(std::string const& path) const
+/// The same as the only load in the process.
+template <class Load>
+auto loadAlone(FltLoader const& options, std::string const& path, Load load)
 {
     FltLoadLock const lock;
     try {
-        return loadOrExplain(*this, path);
+        return loadOrExplain(options, path, load);
     } catch (FltLoadHost::CallbackFailure const& failure) {
         std::rethrow_exception(failure.reason);
     } catch (std::bad_alloc const&) {
         throw FltLoadError(noMemoryForWords);
     }
+}
+
+} // namespace
+
+FltScene FltLoader::load(std::string const& path) const
+{
+    return loadAlone(*this, path, loadScene);
+}
+
+FltVisual FltLoader::loadVisual(std::string const& path) const
+{
+    return loadAlone(*this, path, ::loadVisual);
 }
 
 bool FltLoader::canLoad(std::string const& path)

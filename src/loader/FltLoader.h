@@ -3,7 +3,9 @@
 #include "FltLoadError.h"
 #include "FltMessage.h"
 #include "FltScene.h"
+#include "FltVisual.h"
 #include "toolkit/VelloReaderExport.h"
+#include "visual/FltVisualOptions.h"
 
 #include <cstdint>
 #include <functional>
@@ -24,30 +26,9 @@
 ///
 /// Loads from several threads wait for each other (setWait()). A callback may load another database. Debian's
 /// toolkit isn't built for several threads: while one thread loads, no other may use the toolkit.
-class VELLOREADER_API FltLoader
+class VELLOREADER_API FltLoader : public FltVisualOptions
 {
 public:
-    /// What becomes of the files that a database refers to.
-    enum class References {
-        follow, ///< Their scenes become part of the scene.
-        skip,   ///< Their places stay empty.
-        asFile, ///< An SoFile names each, and opens it once the scene is written and read again. The complete
-                ///< conversion only.
-    };
-
-    /// What becomes of levels of detail.
-    enum class LevelsOfDetail {
-        all,     ///< The toolkit chooses by the distance from the eye.
-        highest, ///< The finest of each group of ranges that meet. The complete conversion only.
-        lowest,  ///< The coarsest. The complete conversion only.
-    };
-
-    /// The unit of the scene's coordinates.
-    enum class Units {
-        metres, ///< One unit is a metre, whatever the database stores.
-        stored, ///< As the database stores them. The complete conversion only.
-    };
-
     /// For FltLoader::log: the name of the database with ".log" after it.
     static constexpr char const* besideDatabase = "";
 
@@ -59,7 +40,7 @@ public:
         std::function<bool(std::string const& file, std::uint64_t bytesDone, std::uint64_t bytesInAll)>;
 
     /// @name Options
-    /// Each has the value that most people want.
+    /// These, and those of FltVisualOptions. Each has the value that most people want.
     /// @{
 
     /// Directories in which textures are looked for, besides that of the database and of the file that names
@@ -75,15 +56,8 @@ public:
     /// is replaced if it is such a listing; another one is left alone, and the load is refused.
     std::optional<std::string> log;
 
-    References references = References::follow;          ///< What becomes of external files.
-    LevelsOfDetail levelsOfDetail = LevelsOfDetail::all; ///< Which levels of detail the scene has.
-    Units units = Units::metres;                         ///< The unit of the scene's coordinates.
-
     /// Whether to convert as the plug-in does, with all its rules, rather than to show as much as possible.
     bool exact = false;
-
-    /// Whether to look for records again after damage. The exact conversion never does.
-    bool salvage = true;
 
     /// Called now and then during a load, at least once a file. A log that the complete conversion is asked
     /// for has a pass of its own, which tells all files beforehand. What the function throws ends the load
@@ -105,6 +79,12 @@ public:
     /// @param path "airfield.flt", relative to the current directory or absolute
     /// @throw FltLoadError and nothing else; no scene and no storage is left then
     FltScene load(std::string const& path) const;
+
+    /// Loads a database as plain data, from which any form of it can be made. The toolkit isn't started, unless
+    /// a log is asked for; options, messages and lists are those of load(). The exact conversion has no such
+    /// form: where it is asked for, the load is refused.
+    /// @throw FltLoadError as load() does
+    FltVisual loadVisual(std::string const& path) const;
 
     /// Whether a file begins like a database that load() takes, by its first 16 bytes. False for a file that
     /// can't be opened.

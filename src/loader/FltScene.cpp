@@ -55,23 +55,6 @@ std::vector<FltOmission> const& FltScene::omissions() const
     return content != nullptr ? content->omissions : nothing().omissions;
 }
 
-char const* FltDatabaseInfo::nameOf(Unit unit)
-{
-    switch (unit) {
-    case Unit::kilometres:
-        return "kilometres";
-    case Unit::feet:
-        return "feet";
-    case Unit::inches:
-        return "inches";
-    case Unit::nauticalMiles:
-        return "nautical miles";
-    case Unit::metres:
-        break;
-    }
-    return "metres";
-}
-
 FltDatabaseInfo const& FltScene::info() const
 {
     return content != nullptr ? content->info : nothing().info;
@@ -85,27 +68,32 @@ std::vector<FltSwitch> FltScene::switches() const
 
 bool FltScene::chooseMask(std::string const& switchName, int mask)
 {
-    return content != nullptr && FltCompleteSwitch::choose(content->switches, switchName, mask);
+    bool isChosen = false;
+    if (content != nullptr)
+        for (FltSceneSwitch& each : content->switches)
+            if (each.name == switchName)
+                isChosen = each.choose(mask) || isChosen;
+    return isChosen;
 }
 
 std::vector<FltDegreeOfFreedom> FltScene::degreesOfFreedom() const
 {
-    auto const& dofs = (content != nullptr ? *content : nothing()).dofs;
-    return {dofs.begin(), dofs.end()};
+    auto const& joints = (content != nullptr ? *content : nothing()).joints;
+    return {joints.begin(), joints.end()};
 }
 
 bool FltScene::move(std::size_t index, FltDegreeOfFreedom const& values)
 {
-    if (content == nullptr || index >= content->dofs.size())
+    if (content == nullptr || index >= content->joints.size())
         return false;
-    FltCompleteDOF& dof = content->dofs[index];
-    for (int axis = 0; axis < 3; ++axis) {
-        dof.translation[axis].current = values.translation[axis].current;
-        dof.scale[axis].current = values.scale[axis].current;
-    }
-    dof.pitch.current = values.pitch.current;
-    dof.roll.current = values.roll.current;
-    dof.yaw.current = values.yaw.current;
-    dof.apply();
+    content->joints[index].move(values);
     return true;
+}
+
+std::optional<FltRecordPlace> FltScene::recordOf(SoNode const& node) const
+{
+    FltVisualNode::Record const* const record = content != nullptr ? content->records.find(node) : nullptr;
+    if (record == nullptr)
+        return std::nullopt;
+    return FltRecordPlace{content->files[record->file], record->offset};
 }

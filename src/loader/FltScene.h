@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FltMessage.h"
+#include "FltLoadReport.h"
 #include "toolkit/VelloReaderExport.h"
 #include "visual/FltDegreeOfFreedom.h"
 #include "visual/FltSwitch.h"
@@ -8,57 +8,18 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+class SoNode;
 class SoSeparator;
 
-/// What the header record says about a database.
-struct FltDatabaseInfo {
-    /// The unit of the coordinates as they are stored.
-    enum class Unit { metres = 0, kilometres = 1, feet = 4, inches = 5, nauticalMiles = 8 };
-
-    std::string name;              ///< The id of the header, mostly "db".
-    int revision = 0;              ///< Of the format: 1570 is 15.7.
-    Unit unit = Unit::metres;      ///< One that the format doesn't know counts as metres.
-    int unitMultiplier = 1;        ///< As stored.
-    std::string lastChange;        ///< Date and time as the tool wrote them.
-    int projection = 0;            ///< Number of the map projection; 0 is a flat earth.
-    int ellipsoid = 0;             ///< Number of the earth model; 0 is WGS 1984.
-    double originLatitude = 0;     ///< Degrees, of the database's origin.
-    double originLongitude = 0;    ///< Degrees.
-    double southWestLatitude = 0;  ///< Degrees, of the extents.
-    double southWestLongitude = 0; ///< Degrees.
-    double northEastLatitude = 0;  ///< Degrees.
-    double northEastLongitude = 0; ///< Degrees.
-    std::uint64_t records = 0;     ///< In the file itself, without those that it refers to.
-    std::uint64_t bytes = 0;       ///< The size of the file.
-
-    /// A unit as people read it, such as "nautical miles".
-    VELLOREADER_API static char const* nameOf(Unit unit);
-};
-
-/// A texture that a face of the scene uses.
-struct FltTexture {
-    std::string name;     ///< As the database names it.
-    std::string database; ///< The file that names it.
-    std::string path;     ///< Where it was found; empty if it wasn't.
-    std::vector<std::string>
-        tried; ///< If it wasn't found: the files that were looked for, the likeliest first.
-};
-
-/// A file that the database, or another external file, refers to.
-struct FltReference {
-    std::string name;      ///< As the database names it.
-    std::string database;  ///< The file that names it.
-    std::string path;      ///< Where it was found; empty if it wasn't.
-    bool isLoaded = false; ///< Whether its scene is a part of this one.
-};
-
-/// What a database holds and the scene doesn't show.
-struct FltOmission {
-    std::string kind;        ///< What it is, such as "sound".
-    std::uint64_t count = 0; ///< How many of them there are.
+/// Where a record stands.
+struct FltRecordPlace {
+    std::string file; ///< The database, or a file that it refers to.
+    std::uint64_t offset =
+        0; ///< Of the first byte in the file. The hierarchy of a file as a whole counts as its header.
 };
 
 /// A loaded database: its scene graph, and what is to be known about it.
@@ -87,6 +48,11 @@ public:
     std::vector<FltReference> const& references() const; ///< In the order of the records.
     std::vector<FltOmission> const& omissions() const;   ///< What the scene doesn't show, by kind.
     FltDatabaseInfo const& info() const;                 ///< From the header of the top-level file.
+
+    /// The record that a node of the scene comes from. A node that no record stands for, such as a material,
+    /// has that of the nearest node above it, and a part that stands at several places that of its definition.
+    /// The exact conversion knows of none. Don't ask for a node that was added later, or taken out.
+    std::optional<FltRecordPlace> recordOf(SoNode const& node) const;
 
     /// @name What can be moved
     /// The exact conversion knows of none.

@@ -1,19 +1,17 @@
 #pragma once
 
-#include "complete/FltCompleteScene.h"
 #include "loader/FltScene.h"
-#include "toolkit/SoNodeRef.h"
+#include "scene/FltNodeRecords.h"
+#include "scene/FltSceneJoint.h"
+#include "scene/FltSceneSwitch.h"
 
 #include <Inventor/nodes/SoSeparator.h>
 
 /// What a loaded scene holds.
-struct FltScene::Content {
+struct FltScene::Content : FltLoadReport {
     SoNodeRef<SoSeparator> root;
-    std::vector<FltMessage> messages;
-    std::vector<FltTexture> textures;
-    std::vector<FltReference> references;
-    std::vector<FltOmission> omissions;
-    FltDatabaseInfo info;
-    std::vector<FltCompleteSwitch> switches;
-    std::vector<FltCompleteDOF> dofs;
+    std::vector<std::string> files; ///< That records come from.
+    FltNodeRecords records;
+    std::vector<FltSceneSwitch> switches;
+    std::vector<FltSceneJoint> joints;
 };

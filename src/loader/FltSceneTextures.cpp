@@ -5,7 +5,7 @@
 namespace
 {
 
-void show(SoSharedTexture& node, FltFoundTexture const& texture)
+void show(SoSharedTexture& node, FltTexture const& texture)
 {
     if (texture.pixels == nullptr)
         return;
@@ -26,9 +26,9 @@ SoNodeRef<SoTexture2> FltSceneTextures::make(std::string const& name, std::strin
     return SoNodeRef<SoTexture2>(node.get());
 }
 
-std::vector<FltFoundTexture> FltSceneTextures::resolve(FltTextureFiles::OnPicture const& onPicture)
+std::vector<FltTexture> FltSceneTextures::resolve(FltTextureFiles::OnPicture const& onPicture)
 {
-    std::vector<FltFoundTexture> found;
+    std::vector<FltTexture> found;
     for (Made& made : textures) {
         auto const isUnused = [](SoNodeRef<SoSharedTexture> const& node) { return node->getRefCount() == 1; };
         made.nodes.erase(std::remove_if(made.nodes.begin(), made.nodes.end(), isUnused), made.nodes.end());

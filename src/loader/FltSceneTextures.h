@@ -24,7 +24,7 @@ public:
 
     /// Gives each node the pixels and the name of its picture. One whose picture isn't found keeps its name.
     /// @return each texture of the scene once, in the order in which they were made
-    std::vector<FltFoundTexture> resolve(FltTextureFiles::OnPicture const& onPicture);
+    std::vector<FltTexture> resolve(FltTextureFiles::OnPicture const& onPicture);
 
 private:
     struct Made {

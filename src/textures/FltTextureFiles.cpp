@@ -28,7 +28,7 @@ FltTextureFiles::FltTextureFiles(std::string const& database, std::vector<std::s
 {
 }
 
-FltFoundTexture const& FltTextureFiles::resolve(std::string const& name, std::string const& database,
+FltTexture const& FltTextureFiles::resolve(std::string const& name, std::string const& database,
                                                 OnPicture const& onPicture)
 {
     std::pair<std::string, std::string> key(name, database);
@@ -38,10 +38,10 @@ FltFoundTexture const& FltTextureFiles::resolve(std::string const& name, std::st
     return known->second;
 }
 
-FltFoundTexture FltTextureFiles::look(std::string const& name, std::string const& database,
+FltTexture FltTextureFiles::look(std::string const& name, std::string const& database,
                                       OnPicture const& onPicture)
 {
-    FltFoundTexture texture;
+    FltTexture texture;
     texture.name = name;
     texture.database = database;
     texture.written = name;

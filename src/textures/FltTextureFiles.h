@@ -1,6 +1,6 @@
 #pragma once
 
-#include "textures/FltFoundTexture.h"
+#include "textures/FltTexture.h"
 #include "textures/FltTextureSearch.h"
 #include "textures/Picture.h"
 
@@ -35,16 +35,16 @@ public:
     /// @param database  the file that names it
     /// @param onPicture not called where the texture was asked for before
     /// @return lives as long as this object
-    FltFoundTexture const& resolve(std::string const& name, std::string const& database,
+    FltTexture const& resolve(std::string const& name, std::string const& database,
                                    OnPicture const& onPicture = {});
 
 private:
-    FltFoundTexture look(std::string const& name, std::string const& database, OnPicture const& onPicture);
+    FltTexture look(std::string const& name, std::string const& database, OnPicture const& onPicture);
     Picture const& pictureOf(std::string const& path, OpenFile const& file);
 
     std::string databaseDirectory;
     FltTextureSearch search;
     std::optional<std::string> namesFrom;
-    std::map<std::pair<std::string, std::string>, FltFoundTexture> textures; ///< By name and database.
+    std::map<std::pair<std::string, std::string>, FltTexture> textures; ///< By name and database.
     std::map<OpenFile::Identity, Picture> pictures;
 };

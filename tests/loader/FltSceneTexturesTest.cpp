@@ -37,7 +37,7 @@ TEST_F(FltSceneTexturesTest, LooksForThoseAloneThatSomebodyHolds)
     SoNodeRef<SoTexture2> const used = textures.make("tree.rgb", database);
     static_cast<void>(textures.make("none.rgb", database));
     std::vector<std::string> read;
-    std::vector<FltFoundTexture> const found =
+    std::vector<FltTexture> const found =
         textures.resolve([&](std::string const& path) { read.push_back(path); });
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found[0].name, "tree.rgb");

@@ -1,14 +1,16 @@
 #pragma once
 
-#include "complete/FltCompleteConversion.h"
+#include "scene/FltSceneMaker.h"
 #include "support/DrawnScene.h"
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
+#include "visual/FltVisualConversion.h"
 #include "writer/FltWriter.h"
 
 #include <iostream>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// A database for tests of the complete conversion: it has a vertex palette, and what is added stands below
@@ -65,24 +67,45 @@ public:
         return *this;
     }
 
-    /// Converts what there is. What it reports is kept in messages.
-    FltCompleteConversion::Result convert(FltCompleteConversion::Options const& options = {})
+    /// A converted database and its scene.
+    struct Converted : FltVisualConversion::Result, FltMadeScene {
+        SoNodeRef<SoSeparator> root; ///< Null unless it was converted. Its nodes have their names.
+    };
+
+    /// What is to be seen of what there is. What is reported is kept in messages.
+    FltVisualConversion::Result see(FltVisualConversion::Options const& options = {})
     {
         StreamCapture const out(std::cout);
         StreamCapture const err(std::cerr);
-        FltCompleteConversion::Result result =
-            FltCompleteConversion::convert(folder.write("model.flt", writer.bytes()), options);
-        result.names.give();
+        FltVisualConversion::Result result =
+            FltVisualConversion::convert(folder.write("model.flt", writer.bytes()), options);
         messages = err.str();
         output = out.str();
         return result;
     }
 
-    /// What is drawn of it.
-    DrawnScene draw(FltCompleteConversion::Options const& options = {})
+    /// The same as a scene.
+    Converted convert(FltVisualConversion::Options const& options = {}) { return sceneOf(see(options)); }
+
+    /// The scene of what is to be seen.
+    static Converted sceneOf(FltVisualConversion::Result&& visual)
     {
-        FltCompleteConversion::Result const result = convert(options);
-        return DrawnScene(result.root.get());
+        Converted converted;
+        static_cast<FltVisualConversion::Result&>(converted) = std::move(visual);
+        if (std::shared_ptr<FltVisualNode> top = std::move(converted.FltVisualConversion::Result::root)) {
+            static_cast<FltMadeScene&>(converted) = FltSceneMaker::make(std::move(top), converted.textures);
+            converted.names.give();
+            converted.root = converted.FltMadeScene::root;
+            converted.FltMadeScene::root = {};
+        }
+        return converted;
+    }
+
+    /// What is drawn of it.
+    DrawnScene draw(FltVisualConversion::Options const& options = {})
+    {
+        Converted const converted = convert(options);
+        return DrawnScene(converted.root.get());
     }
 
     /// Begins the hierarchy. Vertices stand before it.

@@ -13,7 +13,7 @@ namespace
 class FltTextureFilesTest : public testing::Test
 {
 protected:
-    FltFoundTexture const& resolve(std::string const& name)
+    FltTexture const& resolve(std::string const& name)
     {
         return files.resolve(name, database, [this](std::string const& path) { read.push_back(path); });
     }
@@ -29,7 +29,7 @@ protected:
 TEST_F(FltTextureFilesTest, TellsWhereAPictureIsAndWhatItShows)
 {
     folder.write("tree.rgb", SmallPictures::plainSgi(4, 77));
-    FltFoundTexture const& found = resolve("tree.rgb");
+    FltTexture const& found = resolve("tree.rgb");
     EXPECT_EQ(found.name, "tree.rgb");
     EXPECT_EQ(found.database, database);
     EXPECT_EQ(found.path, folder / "tree.rgb");
@@ -45,8 +45,8 @@ TEST_F(FltTextureFilesTest, TellsWhereAPictureIsAndWhatItShows)
 TEST_F(FltTextureFilesTest, LooksForATextureOnce)
 {
     folder.write("tree.rgb", SmallPictures::plainSgi(4));
-    FltFoundTexture const* const first = &resolve("tree.rgb");
-    FltFoundTexture const* const missing = &resolve("none.rgb");
+    FltTexture const* const first = &resolve("tree.rgb");
+    FltTexture const* const missing = &resolve("none.rgb");
     EXPECT_EQ(&resolve("tree.rgb"), first);
     EXPECT_EQ(&resolve("none.rgb"), missing);
     EXPECT_EQ(read, std::vector<std::string>{folder / "tree.rgb"});
@@ -76,7 +76,7 @@ TEST_F(FltTextureFilesTest, ReadsNoPictureThatItsFileCantHold)
     std::string bytes = SmallPictures::plainSgi(2);
     bytes.replace(6, 4, "\xff\xff\xff\xff");
     folder.write("huge.rgb", bytes);
-    FltFoundTexture const& huge = resolve("huge.rgb");
+    FltTexture const& huge = resolve("huge.rgb");
     EXPECT_EQ(huge.unreadable, folder / "huge.rgb");
     EXPECT_EQ(huge.pixels, nullptr);
 }
@@ -84,12 +84,12 @@ TEST_F(FltTextureFilesTest, ReadsNoPictureThatItsFileCantHold)
 TEST_F(FltTextureFilesTest, KeepsTheNameOfWhatIsMissingOrNoPicture)
 {
     std::string const text = folder.write("text.rgb", "no picture");
-    FltFoundTexture const& missing = resolve("none.rgb");
+    FltTexture const& missing = resolve("none.rgb");
     EXPECT_EQ(missing.path, "");
     EXPECT_FALSE(missing.tried.empty());
     EXPECT_EQ(missing.unreadable, "");
     EXPECT_EQ(missing.written, "none.rgb");
-    FltFoundTexture const& bad = resolve("text.rgb");
+    FltTexture const& bad = resolve("text.rgb");
     EXPECT_EQ(bad.path, "");
     EXPECT_EQ(bad.unreadable, text);
     EXPECT_EQ(bad.problem, "is no picture of a kind that is read");
@@ -100,7 +100,7 @@ TEST_F(FltTextureFilesTest, TakesAnotherFormatWhereTheStoredOneCannotBeRead)
 {
     folder.write("tree.dds", "a format that is not known");
     folder.write("tree.rgb", SmallPictures::plainSgi(4));
-    FltFoundTexture const& found = resolve("tree.dds");
+    FltTexture const& found = resolve("tree.dds");
     EXPECT_EQ(found.path, folder / "tree.rgb");
     EXPECT_EQ(found.unreadable, "");
     EXPECT_EQ(found.problem, "");
@@ -121,7 +121,7 @@ TEST_F(FltTextureFilesTest, ReadsThePictureThatItFoundWhateverTakesItsNameMeanwh
     folders.folder.write("outside/tree.rgb", SmallPictures::plainSgi(8));
     std::string const inTree = folders.tree() + "/a.flt";
     FltTextureFiles limited(inTree, {}, std::nullopt, FltReadableTree(folders.tree()));
-    FltFoundTexture const& found =
+    FltTexture const& found =
         limited.resolve("part/tree.rgb", inTree, [&](std::string const&) { folders.exchange(); });
     ASSERT_NE(found.pixels, nullptr);
     EXPECT_EQ(found.pixels->width, 4);

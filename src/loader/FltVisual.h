@@ -1,0 +1,17 @@
+#pragma once
+
+#include "FltLoadReport.h"
+#include "visual/FltVisualNode.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+/// A loaded database as plain data, from which any form of it can be made; the toolkit needn't be started.
+///
+/// Meshes name textures by their numbers in the list, and records name files by theirs. In a list of textures
+/// one may stand several times.
+struct FltVisual : FltLoadReport {
+    std::shared_ptr<FltVisualNode const> root; ///< In the unit that was asked for, unless a scale says so.
+    std::vector<std::string> files;            ///< The database first, then those that it refers to.
+};

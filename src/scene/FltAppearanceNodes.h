@@ -1,0 +1,36 @@
+#pragma once
+
+#include "textures/FltTexture.h"
+#include "toolkit/SoNodeRef.h"
+#include "visual/FltMesh.h"
+
+#include <Inventor/nodes/SoGroup.h>
+#include <Inventor/nodes/SoTexture2.h>
+#include <cstdint>
+#include <map>
+#include <utility>
+#include <vector>
+
+/// Makes the nodes of how meshes look, each once for all meshes that have it in common.
+class FltAppearanceNodes
+{
+public:
+    /// @param textures that meshes name. They have to outlive this object.
+    explicit FltAppearanceNodes(std::vector<FltTexture> const& textures) : textures(textures) {}
+
+    /// Adds all nodes of a mesh's appearance but its material.
+    void addTo(SoGroup& group, FltMesh const& mesh);
+
+private:
+    SoTexture2* textureOf(std::int32_t number);
+    void addLayers(SoGroup& group, FltMesh const& mesh);
+
+    std::vector<FltTexture> const& textures;
+    std::map<std::int32_t, SoNodeRef<SoTexture2>> textureNodes;
+    std::map<int, SoNodeRef<SoNode>> offsets;
+    std::map<int, SoNodeRef<SoNode>> hints;
+    std::map<int, SoNodeRef<SoNode>> blendings;
+    std::map<int, SoNodeRef<SoNode>> lightModels;
+    std::map<int, SoNodeRef<SoNode>> units;
+    std::map<std::pair<FltMesh::Kind, float>, SoNodeRef<SoNode>> drawStyles;
+};

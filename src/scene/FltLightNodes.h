@@ -1,0 +1,13 @@
+#pragma once
+
+#include "visual/FltVisualNode.h"
+
+#include <Inventor/nodes/SoLight.h>
+
+/// Makes the nodes of lights.
+namespace FltLightNodes
+{
+
+SoLight* make(FltVisualLight const& light);
+
+} // namespace FltLightNodes

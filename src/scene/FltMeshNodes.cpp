@@ -1,0 +1,115 @@
+#include "scene/FltMeshNodes.h"
+
+#include <Inventor/nodes/SoIndexedFaceSet.h>
+#include <Inventor/nodes/SoIndexedLineSet.h>
+#include <Inventor/nodes/SoMaterial.h>
+#include <Inventor/nodes/SoPointSet.h>
+#include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoSwitch.h>
+#include <Inventor/nodes/SoTextureCoordinate2.h>
+#include <Inventor/nodes/SoTextureUnit.h>
+#include <Inventor/nodes/SoVertexProperty.h>
+#include <algorithm>
+
+namespace
+{
+
+template <class Field, class Value>
+void setAll(Field& field, std::vector<Value> const& values)
+{
+    field.setNum(static_cast<int>(values.size()));
+    std::copy(values.begin(), values.end(), field.startEditing());
+    field.finishEditing();
+}
+
+/// The units of further textures take their coordinates by the same indices as the first.
+void addLayerCoordinates(SoGroup& group, FltMesh const& mesh)
+{
+    if (mesh.layers.empty())
+        return;
+    for (FltMesh::Layer const& layer : mesh.layers) {
+        auto* const unit = new SoTextureUnit;
+        unit->unit = layer.number;
+        auto* const coordinates = new SoTextureCoordinate2;
+        setAll(coordinates->point, layer.uvs);
+        group.addChild(unit);
+        group.addChild(coordinates);
+    }
+    group.addChild(new SoTextureUnit);
+}
+
+SoMaterial* makeMaterial(FltMesh const& mesh)
+{
+    auto* const node = new SoMaterial;
+    SbColor diffuse;
+    float transparency;
+    diffuse.setPackedValue(mesh.colors.empty() ? ~0U : mesh.colors.front(), transparency);
+    node->diffuseColor = diffuse;
+    node->transparency = transparency;
+    if (mesh.isLit)
+        node->ambientColor = mesh.material.ambient;
+    node->shininess = mesh.material.shininess;
+    if (mesh.material.isFromPalette) {
+        node->specularColor = mesh.material.specular;
+        node->emissiveColor = mesh.material.emissive;
+    }
+    return node;
+}
+
+SoVertexProperty* makeVertexProperty(FltMesh const& mesh)
+{
+    auto* const property = new SoVertexProperty;
+    setAll(property->vertex, mesh.positions);
+    if (!mesh.normals.empty())
+        setAll(property->normal, mesh.normals);
+    if (!mesh.uvs.empty())
+        setAll(property->texCoord, mesh.uvs);
+    auto const ofCorners = mesh.kind == FltMesh::Kind::points ? SoVertexProperty::PER_VERTEX
+                                                              : SoVertexProperty::PER_VERTEX_INDEXED;
+    property->normalBinding = ofCorners;
+    if (mesh.colors.size() > 1)
+        setAll(property->orderedRGBA, mesh.colors);
+    property->materialBinding = mesh.colors.size() > 1 ? ofCorners : SoVertexProperty::OVERALL;
+    return property;
+}
+
+template <class Shape>
+SoNode* makeIndexedShape(FltMesh const& mesh)
+{
+    auto* const shape = new Shape;
+    shape->vertexProperty = makeVertexProperty(mesh);
+    setAll(shape->coordIndex, mesh.indices);
+    return shape;
+}
+
+SoNode* makeShape(FltMesh const& mesh)
+{
+    switch (mesh.kind) {
+    case FltMesh::Kind::faces:
+        return makeIndexedShape<SoIndexedFaceSet>(mesh);
+    case FltMesh::Kind::lines:
+        return makeIndexedShape<SoIndexedLineSet>(mesh);
+    case FltMesh::Kind::points:
+        break;
+    }
+    auto* const points = new SoPointSet;
+    points->vertexProperty = makeVertexProperty(mesh);
+    return points;
+}
+
+} // namespace
+
+SoGroup* FltMeshNodes::make(FltMesh const& mesh, FltAppearanceNodes& appearances)
+{
+    auto* const group = new SoSeparator;
+    appearances.addTo(*group, mesh);
+    addLayerCoordinates(*group, mesh);
+    group->addChild(makeMaterial(mesh));
+    group->addChild(makeShape(mesh));
+    if (!mesh.isHidden)
+        return group;
+    auto* const closed = new SoSwitch;
+    closed->setName("hidden");
+    closed->addChild(group);
+    return closed;
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "scene/FltAppearanceNodes.h"
+#include "scene/FltNodeNames.h"
+#include "scene/FltNodeRecords.h"
+#include "scene/FltSceneJoint.h"
+#include "scene/FltSceneSwitch.h"
+#include "visual/FltVisualNode.h"
+
+#include <Inventor/nodes/SoSeparator.h>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+/// A visual as nodes of the toolkit, and what belongs to them.
+struct FltMadeScene {
+    SoNodeRef<SoSeparator> root;
+    FltNodeNames names; ///< Of its nodes, which have none yet.
+    FltNodeRecords records;
+    std::vector<FltSceneSwitch> switches; ///< In the order of their numbers.
+    std::vector<FltSceneJoint> joints;    ///< In the order of their numbers.
+};
+
+/// Makes the nodes of a visual: the toolkit's own, so that the scene survives copying, writing and reading
+/// back. The toolkit must be started.
+class FltSceneMaker
+{
+public:
+    /// @param textures that meshes name. They have to outlive this object.
+    explicit FltSceneMaker(std::vector<FltTexture> const& textures) : appearances(textures) {}
+
+    /// @param root a group or a scale. All that nobody else holds is given away as soon as its nodes are made.
+    static FltMadeScene make(std::shared_ptr<FltVisualNode> root, std::vector<FltTexture> const& textures);
+
+private:
+    /// Nodes of a part that stands at several places.
+    struct Shared {
+        std::shared_ptr<FltVisualNode> visual; ///< So that no other one gets its address.
+        SoNodeRef<SoNode> node;
+    };
+
+    SoNodeRef<SoNode> nodeOf(std::shared_ptr<FltVisualNode> visual);
+    SoNodeRef<SoNode> makeNode(FltVisualNode& visual);
+    SoNodeRef<SoNode> makeGroup(FltVisualNode& visual, SoGroup* group);
+    SoNodeRef<SoNode> makeSwitch(FltVisualNode& visual);
+    SoNodeRef<SoNode> makeLevels(FltVisualNode& visual);
+    SoNodeRef<SoNode> makeTurning(FltVisualNode& visual);
+    SoNodeRef<SoNode> makeCopies(FltVisualNode& visual);
+    SoNodeRef<SoNode> makeScale(FltVisualNode& visual);
+    SoNodeRef<SoNode> makeLight(FltVisualNode& visual);
+    void begin(FltVisualNode const& visual, SoGroup& group);
+    void addJoint(FltVisualJoint const& joint, SoGroup& group);
+    void addChildren(FltVisualNode& visual, SoGroup& group);
+    void addMeshes(FltVisualNode& visual, SoGroup& group);
+    void name(SoNode* node, FltVisualNode const& visual);
+
+    FltMadeScene scene;
+    FltAppearanceNodes appearances;
+    std::unordered_map<FltVisualNode const*, Shared> sharedNodes;
+};

@@ -1,0 +1,284 @@
+#include "visual/FltFaceCollector.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace
+{
+
+constexpr std::uint32_t noColorFlag = 0x40000000;
+constexpr std::uint32_t noAlternateColorFlag = 0x20000000;
+constexpr std::uint32_t packedColorFlag = 0x10000000;
+constexpr std::uint32_t hiddenFlag = 0x04000000;
+
+constexpr float lightPointSize = 3;
+
+/// A face whose area is a smaller part of its size squared isn't one.
+constexpr double degenerate = 1e-12;
+
+enum DrawType : std::int8_t {
+    bothSides = 1,
+    closedOutline = 2,
+    openOutline = 3,
+    solidWithOutline = 4,
+    omnidirectionalLight = 8,
+    bidirectionalLight = 10,
+};
+
+enum LightMode : std::uint8_t { faceColor = 0, vertexColor = 1, litFaceColor = 2, litVertexColor = 3 };
+
+std::uint32_t wordOf(std::uint8_t const (&packed)[4])
+{
+    return std::uint32_t(packed[3]) << 24 | std::uint32_t(packed[2]) << 16 | std::uint32_t(packed[1]) << 8 |
+           0xffU;
+}
+
+float clamped(float value)
+{
+    return value >= 0 ? std::min(value, 1.0F) : 0.0F;
+}
+
+std::uint32_t withAlpha(std::uint32_t color, float alpha)
+{
+    return (color & ~0xffU) | static_cast<std::uint32_t>(std::lround(clamped(alpha) * 255));
+}
+
+float channelOf(std::uint32_t color, int channel)
+{
+    return static_cast<float>(color >> (24 - 8 * channel) & 0xff) / 255.0F;
+}
+
+std::uint32_t multiplied(std::uint32_t color, float const (&factors)[3])
+{
+    std::uint32_t result = color & 0xff;
+    for (int i = 0; i < 3; ++i)
+        result |= static_cast<std::uint32_t>(std::lround(channelOf(color, i) * clamped(factors[i]) * 255))
+                  << (24 - 8 * i);
+    return result;
+}
+
+SbColor ambientOf(std::uint32_t color, FltMaterialValues const* material)
+{
+    SbColor ambient;
+    for (int i = 0; i < 3; ++i)
+        ambient[i] = channelOf(color, i) * (material != nullptr ? clamped(material->ambient[i]) : 1.0F);
+    return ambient;
+}
+
+SbVec3f narrow(SbVec3d const& point)
+{
+    return {static_cast<float>(point[0]), static_cast<float>(point[1]), static_cast<float>(point[2])};
+}
+
+} // namespace
+
+void FltFaceCollector::add(FltFaceInput const& input)
+{
+    FltRecordFace const& record = input.record;
+    collectPoints(input);
+    Look const look = lookOf(input);
+    bool const isLights = record.drawType >= omnidirectionalLight && record.drawType <= bidirectionalLight;
+    if (points.empty()) {
+        ++tools.leftOut["face without vertices"];
+    } else if (input.isLightPoints || isLights || points.size() == 1) {
+        addPoints(input, look);
+    } else if (points.size() == 2) {
+        addLines(input, lineLookOf(look, input, false), false);
+    } else if (record.drawType == closedOutline || record.drawType == openOutline) {
+        addLines(input, lineLookOf(look, input, false), record.drawType == closedOutline);
+    } else {
+        addFaces(input, look);
+        if (record.drawType == solidWithOutline)
+            addLines(input, lineLookOf(look, input, true), true);
+    }
+}
+
+void FltFaceCollector::collectPoints(FltFaceInput const& input)
+{
+    points.clear();
+    for (std::uint32_t const number : input.vertices) {
+        double const* const position = tools.model.vertices[number].position;
+        SbVec3d const point(position[0], position[1], position[2]);
+        points.push_back(input.placement != nullptr ? input.placement->place(point) : point);
+    }
+    normal = FltPolygonCutter::normalOf(points);
+    SbVec3d unit = normal;
+    unitNormal = unit.normalize() > 0 ? narrow(unit) : SbVec3f(0, 0, 1);
+}
+
+FltFaceCollector::Look FltFaceCollector::lookOf(FltFaceInput const& input) const
+{
+    FltRecordFace const& record = input.record;
+    FltPaletteSet const& palettes = tools.model.palettes;
+    Look look;
+    FltAppearance& appearance = look.appearance;
+    appearance.isLit = record.lightMode == litFaceColor || record.lightMode == litVertexColor;
+    appearance.isTwoSided = record.drawType == bothSides;
+    appearance.isHidden = (record.flags & hiddenFlag) != 0;
+    appearance.isOutlined = record.drawType == solidWithOutline;
+    appearance.level = static_cast<std::uint8_t>(std::min(input.level, 100));
+    if (tools.textures.has(record.texturePatternIndex))
+        appearance.texture = record.texturePatternIndex;
+    bool const isTextured = appearance.texture != FltAppearance::none;
+    if (isTextured && !input.layers.empty())
+        appearance.layers = tools.textures.layersNumber(input.layers);
+
+    float alpha = (1 - static_cast<float>(record.transparency) / 65535.0F) * (1 - input.objectTransparency);
+    auto const found = palettes.materials->find(record.materialIndex);
+    if (appearance.isLit && record.materialIndex >= 0 && found != palettes.materials->end()) {
+        appearance.material = record.materialIndex;
+        look.material = &found->second;
+        alpha *= clamped(look.material->alpha);
+    }
+    look.color = withAlpha(faceColor(record, isTextured), alpha);
+    look.usesVertexColors = (record.lightMode == vertexColor || record.lightMode == litVertexColor) &&
+                            !(isTextured && record.textureWhite != 0);
+    bool const usesTextureAlpha = isTextured && record.templateBillboard != 0;
+    appearance.isBlended = (look.color & 0xff) != 0xff || usesTextureAlpha;
+    appearance.ignoresTextureAlpha = isTextured && !appearance.isBlended;
+    return look;
+}
+
+std::uint32_t FltFaceCollector::faceColor(FltRecordFace const& record, bool isTextured) const
+{
+    if ((record.flags & noColorFlag) != 0 || (isTextured && record.textureWhite != 0))
+        return FltColors::white;
+    if ((record.flags & packedColorFlag) != 0)
+        return wordOf(record.packedColor);
+    return tools.model.palettes.colors->atIndex(record.primaryColorIndex);
+}
+
+std::uint32_t FltFaceCollector::alternateColor(FltRecordFace const& record) const
+{
+    if ((record.flags & noAlternateColorFlag) != 0)
+        return FltColors::white;
+    if ((record.flags & packedColorFlag) != 0)
+        return wordOf(record.alternatePackedColor);
+    return tools.model.palettes.colors->atIndex(record.alternateColorIndex);
+}
+
+/// Lines have no side and no normal: they show their colour.
+FltFaceCollector::Look FltFaceCollector::lineLookOf(Look const& look, FltFaceInput const& input,
+                                                    bool isAlternate) const
+{
+    Look line;
+    line.color = look.color;
+    line.usesVertexColors = look.usesVertexColors;
+    line.material = look.material;
+    line.appearance.kind = FltAppearance::Kind::lines;
+    line.appearance.isLit = false;
+    line.appearance.isHidden = look.appearance.isHidden;
+    line.appearance.isBlended = (look.color & 0xff) != 0xff;
+    if (isAlternate) {
+        line.color = (alternateColor(input.record) & ~0xffU) | (look.color & 0xff);
+        line.usesVertexColors = false;
+        line.material = nullptr;
+    }
+    return line;
+}
+
+void FltFaceCollector::addFaces(FltFaceInput const& input, Look const& look)
+{
+    double size = 0;
+    for (SbVec3d const& point : points)
+        size = std::max(size, (point - points[0]).sqrLength());
+    if (!(normal.length() > degenerate * size)) {
+        ++tools.leftOut["degenerate face"];
+        return;
+    }
+    std::vector<int> const& pieces = tools.cutter.cut(points, normal);
+    Batch& batch = batchOf(look);
+    corners.clear();
+    for (std::size_t i = 0; i < input.vertices.size(); ++i)
+        corners.push_back(cornerOf(batch, input, i, look));
+    for (int const piece : pieces)
+        batch.mesh.addIndex(piece == FltPolygonCutter::end ? FltMesh::end
+                                                           : corners[static_cast<std::size_t>(piece)]);
+}
+
+void FltFaceCollector::addLines(FltFaceInput const& input, Look const& look, bool isClosed)
+{
+    Batch& batch = batchOf(look);
+    std::int32_t first = 0;
+    for (std::size_t i = 0; i < input.vertices.size(); ++i) {
+        std::int32_t const corner = cornerOf(batch, input, i, look);
+        first = i == 0 ? corner : first;
+        batch.mesh.addIndex(corner);
+    }
+    if (isClosed)
+        batch.mesh.addIndex(first);
+    batch.mesh.addIndex(FltMesh::end);
+}
+
+void FltFaceCollector::addPoints(FltFaceInput const& input, Look const& faceLook)
+{
+    bool const isLights = input.isLightPoints || input.record.drawType >= omnidirectionalLight;
+    Look look = lineLookOf(faceLook, input, false);
+    look.appearance.kind = FltAppearance::Kind::points;
+    look.appearance.size = input.pointSize > 0 ? input.pointSize : isLights ? lightPointSize : 0;
+    Batch& batch = batchOf(look);
+    for (std::size_t i = 0; i < input.vertices.size(); ++i) {
+        // Each point is drawn as often as it is there, so none is shared.
+        tools.stampOf(input.vertices[i]).batch = 0;
+        cornerOf(batch, input, i, look);
+    }
+}
+
+FltFaceCollector::Batch& FltFaceCollector::batchOf(Look const& look)
+{
+    if (!batches.empty() && batches.back().mesh.getAppearance() == look.appearance)
+        return batches.back();
+    auto const [place, isNew] = numbers.emplace(look.appearance, batches.size());
+    if (isNew) {
+        batches.emplace_back(look.appearance, ++tools.batchCount);
+        batches.back().material = look.material;
+    }
+    return batches[place->second];
+}
+
+/// The number of a vertex in a batch. A vertex that several faces share becomes one corner, as long as it
+/// looks the same in them.
+std::int32_t FltFaceCollector::cornerOf(Batch& batch, FltFaceInput const& input, std::size_t which,
+                                        Look const& look)
+{
+    std::uint32_t const number = input.vertices[which];
+    FltVertex const& vertex = tools.model.vertices[number];
+    FltMeshBuilder::Corner corner;
+    std::uint32_t color = look.color;
+    if (look.usesVertexColors && vertex.has(FltVertex::hasColor))
+        color = (vertex.color & ~0xffU) | (look.color & 0xff);
+    SbColor const ambient = ambientOf(color, look.material);
+    corner.color = look.material != nullptr ? multiplied(color, look.material->diffuse) : color;
+    corner.uv = SbVec2f(vertex.uv);
+    corner.normal = unitNormal;
+    if (look.appearance.isLit && vertex.has(FltVertex::hasNormal)) {
+        SbVec3f own(vertex.normal);
+        if (input.placement != nullptr)
+            own = narrow(input.placement->turn(SbVec3d(own[0], own[1], own[2])));
+        if (own.normalize() > 0)
+            corner.normal = own;
+    }
+    FltMeshTools::Stamp& stamp = tools.stampOf(number);
+    bool const hasLayers = look.appearance.layers != FltAppearance::none;
+    if (stamp.batch == batch.stamp && !hasLayers && batch.mesh.looksAlike(stamp.corner, corner))
+        return stamp.corner;
+    corner.position = narrow(points[which]);
+    stamp = {batch.stamp, batch.mesh.addCorner(corner, ambient)};
+    for (std::size_t layer = 0; hasLayers && layer < input.layerUvs.size(); ++layer)
+        batch.mesh.addLayerUv(layer, which < input.layerUvs[layer].size() ? input.layerUvs[layer][which]
+                                                                          : SbVec2f(0, 0));
+    return stamp.corner;
+}
+
+void FltFaceCollector::finish(FltNodeBuilder& node)
+{
+    for (Batch& batch : batches) {
+        FltAppearance const appearance = batch.mesh.getAppearance();
+        FltMesh mesh = batch.mesh.finish(batch.material);
+        tools.textures.nameThem(mesh, appearance);
+        node.addMesh(std::move(mesh));
+    }
+    batches.clear();
+    numbers.clear();
+}

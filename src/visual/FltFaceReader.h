@@ -1,0 +1,60 @@
+#pragma once
+
+#include "visual/FltFaceCollector.h"
+
+/// Reads faces, meshes and light points with all that stands below them, and hands them to a collector.
+class FltFaceReader
+{
+public:
+    explicit FltFaceReader(FltMeshTools& tools) : tools(tools) {}
+
+    /// Whether a record is one that this class reads.
+    static bool reads(std::uint32_t opcode);
+
+    /// Adds a face or mesh and all faces that lie on it.
+    /// @param objectTransparency of the Object around it, from 0 to 1
+    void read(FltModelTree::Number number, FltFaceCollector& collector, float objectTransparency,
+              FltPlacement const* placement = nullptr);
+
+    /// How a face or mesh turns to the eye.
+    enum class Turning { none, aboutAxis, aboutPoint };
+    Turning turningOf(FltModelTree::Number number) const;
+
+    /// The places of all vertices of a face or mesh, without those of faces that lie on it.
+    std::vector<SbVec3d> pointsOf(FltModelTree::Number number);
+
+private:
+    struct Context {
+        FltFaceCollector& collector;
+        float objectTransparency;
+        FltPlacement const* placement;
+    };
+    struct MeshPool {
+        std::vector<std::uint32_t> vertices;
+        std::vector<std::vector<SbVec2f>> layerUvs; ///< Of each texture layer, for each vertex.
+        std::uint32_t mask = 0;
+    };
+
+    void decode(FltModelTree::Number number, FltRecordFace& face) const;
+    FltFaceInput read(FltRecordFace& face, FltModelTree::Number number, Context const& context,
+                      int level) const;
+    void readFace(FltModelTree::Number number, Context const& context, int level);
+    void readMesh(FltModelTree::Number number, Context const& context, int level);
+    void readLightPoints(FltModelTree::Number number, Context const& context);
+    void readFacesOn(FltModelTree::Number number, Context const& context, int level);
+    bool readVertices(FltModelTree::Number number, FltFaceInput& input);
+    void readVertexList(FltModelTree::Number list, std::size_t entrySize, FltFaceInput& input);
+    void addVertex(std::uint32_t vertex, FltFaceInput& input);
+    void readLayers(FltModelTree::Number number, FltFaceInput& input) const;
+    void readLayerUvs(FltModelTree::Number list, bool isMorph, FltFaceInput& input) const;
+    MeshPool const& poolOf(FltModelTree::Number mesh);
+    void readPool(FltRecordView const& record, MeshPool& pool);
+    void readPrimitive(FltRecordView const& record, MeshPool const& vertices, FltFaceInput& input,
+                       FltFaceCollector& collector);
+    void addMeshVertex(std::uint32_t index, MeshPool const& vertices, FltFaceInput& input) const;
+
+    FltMeshTools& tools;
+    MeshPool pool;
+    FltModelTree::Number poolMesh = FltModelTree::none;
+    std::size_t missingVertices = 0; ///< Of the face that is being read.
+};

@@ -1,0 +1,98 @@
+#include "visual/FltLODChains.h"
+
+#include "records/FltOpcode.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+namespace
+{
+
+constexpr std::uint32_t freezeCenterFlag = 0x20000000;
+
+/// Distances meet if they differ by less than this part of them.
+constexpr double meeting = 1e-6;
+
+} // namespace
+
+bool FltLODChains::add(FltRecordView const& record, FltVisualPart const& part)
+{
+    bool const isOld = record.opcode == FltOpcode::oldLOD;
+    auto const numberAt = [&](std::size_t at) { return static_cast<double>(record.int32At(at)); };
+    double const farthest = isOld ? numberAt(12) : record.doubleAt(16);
+    double const nearest = isOld ? numberAt(16) : record.doubleAt(24);
+    if (!(nearest >= 0) || !(farthest > nearest))
+        return false;
+    std::uint32_t const flags = record.word32At(isOld ? 24 : 36);
+    SbVec3f center;
+    for (std::size_t i = 0; i < 3; ++i)
+        center[static_cast<int>(i)] =
+            static_cast<float>(isOld ? numberAt(28 + 4 * i) : record.doubleAt(40 + 8 * i));
+    bool const isFinite = std::isfinite(center.sqrLength());
+    bool const hasCenter = isFinite && (center != SbVec3f(0, 0, 0) || (flags & freezeCenterFlag) != 0);
+    levels.push_back({nearest, farthest, center, hasCenter, part});
+    return true;
+}
+
+void FltLODChains::finish(FltNodeBuilder& parent)
+{
+    std::stable_sort(levels.begin(), levels.end(),
+                     [](Level const& left, Level const& right) { return left.nearest < right.nearest; });
+    std::multimap<double, Level const*> waiting;
+    for (Level const& level : levels)
+        waiting.emplace(level.nearest, &level);
+    while (!waiting.empty()) {
+        Chain chain;
+        auto next = waiting.begin();
+        while (next != waiting.end()) {
+            chain.push_back(next->second);
+            waiting.erase(next);
+            double const end = chain.back()->farthest;
+            next = waiting.lower_bound(end * (1 - meeting));
+            if (next != waiting.end() && next->first > end * (1 + meeting))
+                next = waiting.end();
+        }
+        addChain(chain, parent);
+    }
+    levels.clear();
+}
+
+void FltLODChains::addChain(Chain const& chain, FltNodeBuilder& parent) const
+{
+    switch (choice) {
+    case Choice::all:
+        addLevels(chain, parent);
+        break;
+    case Choice::highest:
+        parent.add(chain.front()->part);
+        break;
+    case Choice::lowest:
+        parent.add(chain.back()->part);
+        break;
+    }
+}
+
+/// Nearer than the first level and farther than the last one nothing is drawn.
+void FltLODChains::addLevels(Chain const& chain, FltNodeBuilder& parent) const
+{
+    FltNodeBuilder builder;
+    FltVisualLevels& node = builder->become<FltVisualLevels>();
+    FltVisualPart const nothing;
+    if (chain.front()->nearest > 0) {
+        builder.addPlace(nothing);
+        node.distances.push_back(chain.front()->nearest * worldPerUnit);
+    }
+    for (Level const* level : chain) {
+        builder.addPlace(level->part);
+        node.distances.push_back(level->farthest * worldPerUnit);
+    }
+    builder.addPlace(nothing);
+    auto const stored =
+        std::find_if(chain.begin(), chain.end(), [](Level const* level) { return level->hasCenter; });
+    if (stored != chain.end())
+        node.center = (*stored)->center;
+    else if (!builder.getBox().isEmpty())
+        node.center = builder.getBox().getCenter();
+    parent.add(builder.finish());
+}

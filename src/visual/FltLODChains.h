@@ -1,0 +1,41 @@
+#pragma once
+
+#include "model/FltRecordView.h"
+#include "visual/FltNodeBuilder.h"
+#include "visual/FltVisualOptions.h"
+
+#include <vector>
+
+/// Collects the levels of detail of one parent. Those whose distances meet become one node of levels.
+class FltLODChains
+{
+public:
+    using Choice = FltVisualOptions::LevelsOfDetail;
+
+    /// @param worldPerUnit what distances are multiplied with, since they are told in the world
+    FltLODChains(Choice choice, double worldPerUnit) : choice(choice), worldPerUnit(worldPerUnit) {}
+
+    /// Adds a level of detail.
+    /// @return false if it is drawn at any distance, and is no business of this class
+    bool add(FltRecordView const& record, FltVisualPart const& part);
+
+    /// Adds the nodes of all levels to their parent.
+    void finish(FltNodeBuilder& parent);
+
+private:
+    struct Level {
+        double nearest;
+        double farthest;
+        SbVec3f center;
+        bool hasCenter;
+        FltVisualPart part;
+    };
+    using Chain = std::vector<Level const*>;
+
+    void addChain(Chain const& chain, FltNodeBuilder& parent) const;
+    void addLevels(Chain const& chain, FltNodeBuilder& parent) const;
+
+    Choice choice;
+    double worldPerUnit;
+    std::vector<Level> levels;
+};

@@ -1,0 +1,60 @@
+#include "visual/FltLightReader.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace
+{
+
+constexpr std::uint32_t enabledFlag = 1U << 31;
+constexpr float radiansPerDegree = 0.017453292519943295F;
+constexpr float exponentOfFullDropoff = 128;
+
+SbVec3d positionOf(FltRecordView const& record)
+{
+    return {record.doubleAt(32), record.doubleAt(40), record.doubleAt(48)};
+}
+
+/// At no yaw and no pitch a light shines along y; the yaw turns it about z, the pitch lifts it.
+SbVec3f directionOf(FltRecordView const& record)
+{
+    float const yaw = record.floatAt(56) * radiansPerDegree;
+    float const pitch = record.floatAt(60) * radiansPerDegree;
+    SbVec3f const direction(-std::sin(yaw) * std::cos(pitch), std::cos(yaw) * std::cos(pitch),
+                            std::sin(pitch));
+    return std::isfinite(direction.sqrLength()) ? direction : SbVec3f(0, 0, -1);
+}
+
+FltVisualLight::Kind kindOf(std::int32_t type)
+{
+    using Kind = FltVisualLight::Kind;
+    return type == FltLightValues::local  ? Kind::local
+           : type == FltLightValues::spot ? Kind::spot
+                                          : Kind::infinite;
+}
+
+float partOfOne(float value)
+{
+    return value >= 0 ? std::min(value, 1.0F) : 0.0F;
+}
+
+} // namespace
+
+std::optional<FltVisualLight> FltLightReader::read(FltRecordView const& record, FltPaletteSet const& palettes)
+{
+    if ((record.word32At(24) & enabledFlag) == 0)
+        return std::nullopt;
+    auto const found = palettes.lights->find(record.int32At(16));
+    FltLightValues const values = found != palettes.lights->end() ? found->second : FltLightValues();
+    FltVisualLight light;
+    light.kind = kindOf(values.type);
+    light.position = positionOf(record);
+    light.direction = directionOf(record);
+    light.color.setValue(partOfOne(values.diffuse[0]), partOfOne(values.diffuse[1]),
+                         partOfOne(values.diffuse[2]));
+    light.cutOffAngle = std::clamp(values.cutoffAngle, 0.0F, 90.0F) * radiansPerDegree;
+    light.dropOffRate = std::clamp(values.dropoff / exponentOfFullDropoff, 0.0F, 1.0F);
+    std::copy(std::begin(values.attenuation), std::end(values.attenuation), light.attenuation);
+    return light;
+}

@@ -1,0 +1,90 @@
+#include "visual/FltTextReader.h"
+
+#include "messages/FltText.h"
+#include "records/FltRecordText.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+/// Widths of a letter in parts of its height: text whose height isn't known takes it from its width.
+constexpr float letterWidth = 0.6F;
+
+std::vector<std::string> linesOf(std::string const& text)
+{
+    std::vector<std::string> lines(1);
+    for (char const character : text) {
+        if (character == '\n')
+            lines.emplace_back();
+        else if (character != '\r')
+            lines.back() += character;
+    }
+    return lines;
+}
+
+std::size_t longestOf(std::vector<std::string> const& lines)
+{
+    std::size_t longest = 1;
+    for (std::string const& line : lines)
+        longest = std::max(longest, line.size());
+    return longest;
+}
+
+/// The letters stand upright between the corners, or lie if the corners do.
+struct Layout {
+    Layout(FltRecordText const& text, std::vector<std::string> const& lines)
+        : place(static_cast<float>(text.XlowerLeftCorner), static_cast<float>(text.YlowerLeftCorner),
+                static_cast<float>(text.ZlowerLeftCorner))
+    {
+        float const width = static_cast<float>(std::abs(text.XupperRightCorner - text.XlowerLeftCorner));
+        float const depth = static_cast<float>(std::abs(text.YupperRightCorner - text.YlowerLeftCorner));
+        float const upright = static_cast<float>(std::abs(text.ZupperRightCorner - text.ZlowerLeftCorner));
+        isLying = !(upright > 0) && depth > 0;
+        float const height = isLying ? depth : upright;
+        size = height > 0 ? height / static_cast<float>(lines.size())
+                          : width / (letterWidth * static_cast<float>(longestOf(lines)));
+        if (!std::isfinite(size) || !(size > 0))
+            size = 1;
+        if (!std::isfinite(place.sqrLength()))
+            place = SbVec3f(0, 0, 0);
+        box = SbBox3f(place,
+                      place + SbVec3f(width, isLying ? depth : 0, isLying ? 0 : std::max(size, upright)));
+    }
+
+    SbVec3f place;
+    float size = 1;
+    bool isLying = false;
+    SbBox3f box;
+};
+
+FltVisualText::Alignment alignmentOf(FltRecordText const& text)
+{
+    using Alignment = FltVisualText::Alignment;
+    return text.justification == 1   ? Alignment::right
+           : text.justification == 2 ? Alignment::center
+                                     : Alignment::left;
+}
+
+} // namespace
+
+void FltTextReader::addTo(FltNodeBuilder& node, FltRecordView const& record, std::string const& text,
+                          FltPaletteSet const& palettes)
+{
+    if (text.empty())
+        return;
+    FltRecordText values(record.classLength());
+    record.decodeTo(values);
+    std::vector<std::string> const lines = linesOf(text);
+    Layout const layout(values, lines);
+    FltVisualText& written = node->become<FltVisualText>();
+    for (std::string const& line : lines)
+        written.lines.push_back(FltText::utf8(line));
+    written.place = layout.place;
+    written.size = layout.size;
+    written.isLying = layout.isLying;
+    written.alignment = alignmentOf(values);
+    written.color = palettes.colors->atIndex(values.color);
+    node.addBox(layout.box);
+}

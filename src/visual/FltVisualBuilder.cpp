@@ -1,0 +1,381 @@
+#include "visual/FltVisualBuilder.h"
+
+#include "messages/FltLimits.h"
+#include "messages/FltWarningMessageConsole.h"
+#include "model/FltNodeWords.h"
+#include "model/FltTransformation.h"
+#include "records/FltOpcode.h"
+#include "records/FltOpcodeName.h"
+#include "toolkit/StackSpace.h"
+#include "visual/FltJointMotion.h"
+#include "visual/FltJointReader.h"
+#include "visual/FltLightReader.h"
+#include "visual/FltSwitchReader.h"
+#include "visual/FltTextReader.h"
+#include "visual/FltTurningFace.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace
+{
+
+/// A copy below so many levels counts twice, below twice as many five times, and so on: whatever is written
+/// of it is indented by them.
+constexpr int levelsOfWeight = 16;
+
+/// The shortest record of the hierarchy that says anything: a reference to an instance.
+constexpr std::size_t shortestRecord = 8;
+
+/// Where the frame of a degree of freedom begins. A record that ends before it has nothing that moves.
+constexpr std::size_t frameOfDof = 16;
+
+/// Nodes of the toolkit around a face that turns.
+constexpr int nodesAroundATurningFace = 2;
+
+/// Nodes between two calls of the progress function.
+constexpr int childrenPerProgress = 1024;
+
+} // namespace
+
+FltVisualBuilder::FltVisualBuilder(FltModel& model, FltVisualSetting& setting, double worldPerUnit)
+    : model(model), setting(setting), worldPerUnit(worldPerUnit),
+      file(static_cast<std::uint32_t>(setting.files.size())), tools(model, setting.textures, setting.leftOut),
+      faces(tools), definitions(model.tree)
+{
+    setting.files.push_back(model.fileName);
+}
+
+FltVisualPart FltVisualBuilder::build()
+{
+    FltNodeBuilder node;
+    node->record = {0, file};
+    addContents(FltModelTree::root, node, 0);
+    return node.finish();
+}
+
+FltVisualPart FltVisualBuilder::buildNode(Number number, float objectTransparency)
+{
+    FltRecordView const& record = model.tree.recordOf(number);
+    if (!hasRoomFor(record))
+        return {};
+    if (record.size < shortestRecord && isAlone(number))
+        return {}; // nothing is drawn, and nobody can look for it: it only takes memory
+    ++setting.levels;
+    FltVisualPart part;
+    switch (record.opcode) {
+    case FltOpcode::switchNode:
+        part = buildSwitch(number, objectTransparency);
+        break;
+    case FltOpcode::externalReference:
+        part = buildReference(number);
+        break;
+    case FltOpcode::instanceReference:
+        part = buildInstance(number);
+        break;
+    case FltOpcode::instanceDefinition:
+        break; // it is drawn where references to it stand
+    case FltOpcode::lightSource:
+        part = buildLight(number);
+        break;
+    case FltOpcode::object:
+        part = buildGroup(number, static_cast<float>(record.word16At(18)) / 65535.0F);
+        break;
+    default:
+        part = buildGroup(number, objectTransparency);
+        break;
+    }
+    --setting.levels;
+    return part;
+}
+
+/// Whether one more level may be opened for a record. Instances of instances may be deeper than the file.
+bool FltVisualBuilder::hasRoomFor(FltRecordView const& record)
+{
+    if (setting.levels < FltLimits::hierarchyDepth && StackSpace::holds(FltLimits::stackForALevel))
+        return true;
+    model.tree.leaveOutFrom(record);
+    return false;
+}
+
+/// Whether nothing stands below a node, and no record tells more of it.
+bool FltVisualBuilder::isAlone(Number number) const
+{
+    return model.tree[number].firstChild == FltModelTree::none &&
+           model.tree.ancillaryBegin(number) == model.tree.ancillaryEnd(number);
+}
+
+/// An empty node for a record, with what people wrote at it.
+FltNodeBuilder FltVisualBuilder::begin(Number number) const
+{
+    FltNodeBuilder node;
+    node->name = FltNodeWords::nameOf(model.tree, number);
+    node->comments = FltNodeWords::commentsOf(model.tree, number);
+    node->record = {model.tree.recordOf(number).offset, file};
+    return node;
+}
+
+FltVisualPart FltVisualBuilder::buildGroup(Number number, float objectTransparency)
+{
+    FltRecordView const& record = model.tree.recordOf(number);
+    countLeftOut(record);
+    FltNodeBuilder node = begin(number);
+    if (record.opcode == FltOpcode::lod && record.holds(72, 8))
+        node->become<FltVisualLevel>({record.doubleAt(72)});
+    if (record.opcode == FltOpcode::dof && record.size > frameOfDof) {
+        FltVisualJoint& joint = node->become<FltVisualJoint>(FltJointReader::read(record));
+        joint.name = node->name;
+        joint.number = setting.joints++;
+        SbMatrix const frame = joint.frame.value_or(SbMatrix::identity());
+        node.stackMatrix(frame);
+        node.stackMatrix(FltJointMotion(joint).matrix());
+        node.stackMatrix(frame.inverse());
+    }
+    addContents(number, node, objectTransparency);
+    return node.finish();
+}
+
+/// Adds what stands below a node, in its transformation.
+void FltVisualBuilder::addContents(Number number, FltNodeBuilder& node, float objectTransparency)
+{
+    FltTransformation const transformation(model.tree, number);
+    if (transformation.getReplications() > 0) {
+        FltNodeBuilder content;
+        addChildren(number, content, objectTransparency);
+        addReplications(node, content.finish(), transformation.getStep(), transformation.getReplications());
+        return;
+    }
+    for (SbMatrix const& matrix : transformation.getMatrices())
+        node.addMatrix(matrix);
+    FltRecordView const* const record = number != FltModelTree::root ? &model.tree.recordOf(number) : nullptr;
+    if (record != nullptr && record->opcode == FltOpcode::text)
+        FltTextReader::addTo(node, *record, FltNodeWords::textOf(model.tree, number), model.palettes);
+    addChildren(number, node, objectTransparency);
+}
+
+/// Adds a part, and as many copies of it as there may be, each moved on by a step.
+void FltVisualBuilder::addReplications(FltNodeBuilder& node, FltVisualPart const& content,
+                                       SbMatrix const& step, int count)
+{
+    std::int64_t const visitsOfACopy = content.visits + 1;
+    std::int64_t const steps = setting.levels / levelsOfWeight;
+    std::int64_t const weight = 1 + steps * steps;
+    std::int64_t const most = std::min(setting.copiesLeft / weight, setting.visitsLeft / visitsOfACopy);
+    if (count > most)
+        FltWarningMessageConsole::notifyGuard("Too many replications: further ones are left out");
+    std::int64_t const made = std::min<std::int64_t>(count, most);
+    setting.copiesLeft -= made * weight;
+    setting.visitsLeft -= made * visitsOfACopy;
+    if (made > 0)
+        node.addCopies(content, FltTransformation::placesOf(step, static_cast<int>(made)));
+    else
+        node.add(content);
+}
+
+/// Whether a part that stands elsewhere too may stand at one more place.
+bool FltVisualBuilder::mayShare(FltVisualPart const& part)
+{
+    if (part.visits > setting.visitsLeft) {
+        FltWarningMessageConsole::notifyGuard(
+            "A part of the database is left out, because the scene would become too large");
+        return false;
+    }
+    setting.visitsLeft -= part.visits;
+    return true;
+}
+
+void FltVisualBuilder::addChildren(Number number, FltNodeBuilder& node, float objectTransparency)
+{
+    FltModelTree const& tree = model.tree;
+    Collected collected(*this);
+    // Lights shine on what comes after them.
+    for (Number child = tree[number].firstChild; child != FltModelTree::none; child = tree[child].nextSibling)
+        if (tree.recordOf(child).opcode == FltOpcode::lightSource)
+            node.add(buildNode(child, objectTransparency));
+    for (Number child = tree[number].firstChild; child != FltModelTree::none; child = tree[child].nextSibling)
+        addChild(child, node, objectTransparency, collected);
+    collected.finish(node);
+}
+
+void FltVisualBuilder::addChild(Number child, FltNodeBuilder& node, float objectTransparency,
+                                Collected& collected)
+{
+    FltRecordView const& record = model.tree.recordOf(child);
+    if (setting.progress && --childrenUntilProgress < 0) {
+        setting.progress(model, record.offset);
+        childrenUntilProgress = childrenPerProgress;
+    }
+    switch (record.opcode) {
+    case FltOpcode::lightSource:
+    case FltOpcode::vertexList:
+    case FltOpcode::morphVertexList:
+    case FltOpcode::oldVertex:
+    case FltOpcode::oldVertexColor:
+    case FltOpcode::oldVertexColorNormal:
+    case FltOpcode::meshPrimitive:
+        return;
+    case FltOpcode::lod:
+    case FltOpcode::oldLOD: {
+        FltVisualPart const part = buildNode(child, objectTransparency);
+        if (part.node != nullptr && !collected.levels.add(record, part))
+            node.add(part);
+        return;
+    }
+    default:
+        break;
+    }
+    if (!FltFaceReader::reads(record.opcode))
+        node.add(buildNode(child, objectTransparency));
+    else if (faces.turningOf(child) != FltFaceReader::Turning::none)
+        node.add(buildBillboard(child, objectTransparency));
+    else
+        faces.read(child, collected.faces, objectTransparency);
+    if (record.opcode == FltOpcode::lightPoint)
+        addBelowLightPoint(child, node, objectTransparency, collected);
+}
+
+/// Objects may stand below light points, beside the vertices.
+void FltVisualBuilder::addBelowLightPoint(Number number, FltNodeBuilder& node, float objectTransparency,
+                                          Collected& collected)
+{
+    FltModelTree const& tree = model.tree;
+    if (!hasRoomFor(tree.recordOf(number)))
+        return;
+    ++setting.levels;
+    for (Number child = tree[number].firstChild; child != FltModelTree::none; child = tree[child].nextSibling)
+        addChild(child, node, objectTransparency, collected);
+    --setting.levels;
+}
+
+/// A face that turns to the eye.
+FltVisualPart FltVisualBuilder::buildBillboard(Number number, float objectTransparency)
+{
+    std::vector<SbVec3d> const points = faces.pointsOf(number);
+    FltFaceCollector collector(tools);
+    FltNodeBuilder node;
+    node->record = {model.tree.recordOf(number).offset, file};
+    if (points.size() < 3) {
+        faces.read(number, collector, objectTransparency);
+        collector.finish(node);
+        return node.finish();
+    }
+    FltTurningFace const face(points, faces.turningOf(number) == FltFaceReader::Turning::aboutPoint);
+    node->become<FltVisualTurning>(face.turning());
+    faces.read(number, collector, objectTransparency, &face.placement);
+    collector.finish(node);
+    FltVisualPart part = node.finish();
+    part.box = face.box;
+    part.depth += nodesAroundATurningFace;
+    return part;
+}
+
+FltVisualPart FltVisualBuilder::buildSwitch(Number number, float objectTransparency)
+{
+    FltModelTree const& tree = model.tree;
+    FltNodeBuilder node = begin(number);
+    FltTransformation const transformation(tree, number);
+    for (SbMatrix const& matrix : transformation.getMatrices())
+        node.addMatrix(matrix);
+    FltVisualSwitch& choice = node->become<FltVisualSwitch>(FltSwitchReader::read(tree, number));
+    choice.name = node->name;
+    for (Number child = tree[number].firstChild; child != FltModelTree::none; child = tree[child].nextSibling)
+        node.addPlace(buildSwitchChild(child, objectTransparency));
+    choice.number = setting.switches++;
+    return node.finish();
+}
+
+/// Each child of a switch stands by itself, and no other one's faces or levels are joined with it.
+FltVisualPart FltVisualBuilder::buildSwitchChild(Number child, float objectTransparency)
+{
+    FltRecordView const& record = model.tree.recordOf(child);
+    if (record.opcode == FltOpcode::lightSource)
+        return buildNode(child, objectTransparency);
+    FltNodeBuilder node;
+    Collected collected(*this);
+    addChild(child, node, objectTransparency, collected);
+    collected.finish(node);
+    return node.finish();
+}
+
+FltVisualPart FltVisualBuilder::buildReference(Number number)
+{
+    FltRecordView const& record = model.tree.recordOf(number);
+    return wrapped(number, setting.refer ? setting.refer(model, record.textAt(4, 200), record.word32At(208))
+                                         : FltVisualPart());
+}
+
+FltVisualPart FltVisualBuilder::buildInstance(Number number)
+{
+    Number const definition = definitions.find(number);
+    if (definition != FltModelTree::none)
+        return wrapped(number, buildDefinition(definition));
+    FltRecordView const& record = model.tree.recordOf(number);
+    FltWarningMessageConsole::setPosition(record.offset, static_cast<int>(record.opcode));
+    FltWarningMessageConsole::notifyDamage("An instance refers to a definition that isn't there",
+                                           ": number " +
+                                               std::to_string(FltInstanceDefinitions::numberIn(record)));
+    ++setting.leftOut["instance without a definition"];
+    return wrapped(number, {});
+}
+
+/// A shared part below the name and the transformation of the record that refers to it.
+FltVisualPart FltVisualBuilder::wrapped(Number number, FltVisualPart const& content)
+{
+    FltNodeBuilder node = begin(number);
+    FltTransformation const transformation(model.tree, number);
+    bool const isReplicated = transformation.getReplications() > 0;
+    if (!isReplicated)
+        for (SbMatrix const& matrix : transformation.getMatrices())
+            node.addMatrix(matrix);
+    bool const isAdded = mayShare(content);
+    if (isAdded && isReplicated)
+        addReplications(node, content, transformation.getStep(), transformation.getReplications());
+    else if (isAdded)
+        node.add(content);
+    addChildren(number, node, 0);
+    return node.finish();
+}
+
+FltVisualPart const& FltVisualBuilder::buildDefinition(Number number)
+{
+    static FltVisualPart const nothing;
+    auto const found = builtDefinitions.find(number);
+    if (found != builtDefinitions.end())
+        return found->second;
+    if (std::find(definitionsInWork.begin(), definitionsInWork.end(), number) != definitionsInWork.end()) {
+        FltWarningMessageConsole::notifyGuard("An instance definition refers to itself");
+        return nothing;
+    }
+    definitionsInWork.push_back(number);
+    FltVisualPart part = buildGroup(number, 0);
+    definitionsInWork.pop_back();
+    return builtDefinitions[number] = std::move(part);
+}
+
+FltVisualPart FltVisualBuilder::buildLight(Number number)
+{
+    std::optional<FltVisualLight> light = FltLightReader::read(model.tree.recordOf(number), model.palettes);
+    if (!light)
+        return {};
+    FltNodeBuilder node = begin(number);
+    node->become<FltVisualLight>(std::move(*light));
+    return node.finish();
+}
+
+void FltVisualBuilder::countLeftOut(FltRecordView const& record)
+{
+    switch (record.opcode) {
+    case FltOpcode::group:
+    case FltOpcode::object:
+    case FltOpcode::dof:
+    case FltOpcode::lod:
+    case FltOpcode::oldLOD:
+    case FltOpcode::text:
+    case FltOpcode::instanceDefinition:
+    case FltOpcode::lightPointSystem:
+        return;
+    default:
+        break;
+    }
+    ++setting.leftOut[FltOpcodeName::of(static_cast<int>(record.opcode))];
+}

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "model/FltInstanceDefinitions.h"
+#include "visual/FltFaceReader.h"
+#include "visual/FltLODChains.h"
+#include "visual/FltVisualSetting.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+/// Builds the visual of one database.
+class FltVisualBuilder
+{
+public:
+    /// @param worldPerUnit how long a unit of the file is in the world of the visual
+    FltVisualBuilder(FltModel& model, FltVisualSetting& setting, double worldPerUnit);
+
+    /// The whole visual, in the units of the file.
+    FltVisualPart build();
+
+private:
+    using Number = FltModelTree::Number;
+
+    /// What children of one node are collected in.
+    struct Collected {
+        explicit Collected(FltVisualBuilder& builder)
+            : faces(builder.tools), levels(builder.setting.levelsOfDetail, builder.worldPerUnit)
+        {
+        }
+
+        /// Levels and meshes stand behind all other children.
+        void finish(FltNodeBuilder& node)
+        {
+            levels.finish(node);
+            faces.finish(node);
+        }
+
+        FltFaceCollector faces;
+        FltLODChains levels;
+    };
+
+    FltVisualPart buildNode(Number number, float objectTransparency);
+    bool hasRoomFor(FltRecordView const& record);
+    bool isAlone(Number number) const;
+    FltVisualPart buildGroup(Number number, float objectTransparency);
+    FltVisualPart buildSwitch(Number number, float objectTransparency);
+    FltVisualPart buildSwitchChild(Number child, float objectTransparency);
+    FltVisualPart buildReference(Number number);
+    FltVisualPart buildInstance(Number number);
+    FltVisualPart buildLight(Number number);
+    FltVisualPart buildBillboard(Number number, float objectTransparency);
+    FltVisualPart const& buildDefinition(Number number);
+    FltVisualPart wrapped(Number number, FltVisualPart const& content);
+    FltNodeBuilder begin(Number number) const;
+    void addContents(Number number, FltNodeBuilder& node, float objectTransparency);
+    void addChildren(Number number, FltNodeBuilder& node, float objectTransparency);
+    void addChild(Number child, FltNodeBuilder& node, float objectTransparency, Collected& collected);
+    void addBelowLightPoint(Number number, FltNodeBuilder& node, float objectTransparency,
+                            Collected& collected);
+    void addReplications(FltNodeBuilder& node, FltVisualPart const& content, SbMatrix const& step, int count);
+    bool mayShare(FltVisualPart const& part);
+    void countLeftOut(FltRecordView const& record);
+
+    FltModel& model;
+    FltVisualSetting& setting;
+    double worldPerUnit;
+    std::uint32_t file; ///< Its number in the visual.
+    FltMeshTools tools;
+    FltFaceReader faces;
+    FltInstanceDefinitions definitions;
+    std::map<Number, FltVisualPart> builtDefinitions;
+    std::vector<Number> definitionsInWork;
+    int childrenUntilProgress = 0;
+};

@@ -1,0 +1,135 @@
+#pragma once
+
+#include "visual/FltDegreeOfFreedom.h"
+#include "visual/FltMesh.h"
+#include "visual/FltVisualSwitch.h"
+
+#include <Inventor/SbMatrix.h>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+/// What the record of a level of detail says besides its distances.
+struct FltVisualLevel {
+    double significantSize = 0;
+};
+
+/// Levels of detail, the nearest first. A child is drawn as long as the eye is nearer than its distance, and
+/// not nearer than that of the child before. A null one draws nothing.
+struct FltVisualLevels {
+    std::vector<double> distances; ///< In the world's units: one less than children, the last has no end.
+    std::optional<SbVec3f> center; ///< What distances count from; the origin without it.
+};
+
+/// A part that can be moved. All children and meshes stand below frame⁻¹, the motion, and frame, which act in
+/// this order. The motion is, in this order: a scale, a roll about y, a pitch about x, a yaw about z, a
+/// translation; each has its current value. The node's own transform acts before all of them.
+struct FltVisualJoint : FltDegreeOfFreedom {
+    std::optional<SbMatrix> frame; ///< Rows of axes and the origin; without it the node's own.
+    std::size_t number = 0;        ///< Orders all joints of a database.
+};
+
+/// The only child stands at several places.
+struct FltVisualCopies {
+    std::vector<SbMatrix> places; ///< The first is that of the child itself.
+};
+
+/// The meshes turn to the eye: their x goes to the right, and their -y to the eye.
+struct FltVisualTurning {
+    SbVec3d foot;      ///< Where the origin of the meshes stands.
+    bool isAboutPoint; ///< It turns any way; otherwise about z alone.
+    double rows[3][3] = {
+        {1, 0, 0}, {0, 1, 0}, {0, 0, 1}}; ///< What turned the stored directions into the meshes'.
+};
+
+/// The only child is in another unit.
+struct FltVisualScale {
+    double factor = 1;
+};
+
+/// A light, which shines on what comes after it in its parent and in all that stands below that.
+struct FltVisualLight {
+    enum class Kind { infinite, local, spot };
+
+    Kind kind = Kind::infinite;
+    SbVec3d position{0, 0, 0};   ///< Of a local light or a spot.
+    SbVec3f direction{0, 0, -1}; ///< In which it shines; of an infinite light or a spot.
+    SbColor color{1, 1, 1};
+    float cutOffAngle = 0;            ///< Of a spot: half its cone, in radians.
+    float dropOffRate = 0;            ///< Of a spot: from 0 (even) to 1 (narrow).
+    float attenuation[3] = {1, 0, 0}; ///< Constant, linear and quadratic.
+};
+
+/// Text that stands upright along x, or lies.
+struct FltVisualText {
+    enum class Alignment { left, right, center };
+
+    std::vector<std::string> lines; ///< In UTF-8, the highest first.
+    SbVec3f place{0, 0, 0};         ///< Where the lowest line begins.
+    float size = 1;                 ///< From line to line.
+    bool isLying = false;           ///< In the plane of x and y; otherwise of x and z.
+    Alignment alignment = Alignment::left;
+    std::uint32_t color = ~0U; ///< Red, green, blue and 255, red highest.
+};
+
+/// Another file stands here, which whoever reads the result opens.
+struct FltVisualFile {
+    std::string path;
+};
+
+/// A node of what is to be seen of a database: plain data, from which any form of it can be made.
+///
+/// A visual is a tree in which parts may be shared: a node may stand below several parents. What stands in a
+/// node is drawn in this order: content (a text), children, meshes. Units are those of the file that the node
+/// comes from, unless FltVisualScale stands above.
+struct FltVisualNode {
+    using Content = std::variant<std::monostate, // a group
+                                 std::unique_ptr<FltVisualLevel>, std::unique_ptr<FltVisualLevels>,
+                                 std::unique_ptr<FltVisualSwitch>, std::unique_ptr<FltVisualJoint>,
+                                 std::unique_ptr<FltVisualCopies>, std::unique_ptr<FltVisualTurning>,
+                                 std::unique_ptr<FltVisualScale>, std::unique_ptr<FltVisualLight>,
+                                 std::unique_ptr<FltVisualText>, std::unique_ptr<FltVisualFile>>;
+
+    /// The record that a node comes from.
+    struct Record {
+        static constexpr std::uint64_t none = ~std::uint64_t(0);
+
+        std::uint64_t offset = none; ///< Of its first byte in the file.
+        std::uint32_t file = 0;      ///< In the list of files.
+    };
+
+    std::string name;                  ///< As the database has it; empty for a node that no record names.
+    std::vector<std::string> comments; ///< Of the database's people.
+    Record record;
+    std::vector<SbMatrix> transform; ///< Of children and meshes: the last matrix acts first.
+    Content content;
+    std::vector<std::shared_ptr<FltVisualNode>> children; ///< Null only in a switch and in levels.
+    std::vector<FltMesh> meshes;
+
+    /// What the node is besides a group.
+    /// @return null if it is something else
+    /// @{
+    template <class Part>
+    Part const* as() const
+    {
+        auto const* const part = std::get_if<std::unique_ptr<Part>>(&content);
+        return part != nullptr ? part->get() : nullptr;
+    }
+    template <class Part>
+    Part* as()
+    {
+        return const_cast<Part*>(static_cast<FltVisualNode const*>(this)->as<Part>());
+    }
+    /// @}
+
+    /// Makes the node something else than a group.
+    template <class Part>
+    Part& become(Part part = {})
+    {
+        return *content.emplace<std::unique_ptr<Part>>(std::make_unique<Part>(std::move(part)));
+    }
+};

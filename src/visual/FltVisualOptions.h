@@ -1,0 +1,33 @@
+#pragma once
+
+/// What a visual of a database is made of.
+struct FltVisualOptions {
+    /// What becomes of the files that a database refers to.
+    enum class References {
+        follow, ///< Their scenes become part of the scene.
+        skip,   ///< Their places stay empty.
+        asFile, ///< An SoFile names each, and opens it once the scene is written and read again. The complete
+                ///< conversion only.
+    };
+
+    /// What becomes of levels of detail.
+    enum class LevelsOfDetail {
+        all,     ///< The toolkit chooses by the distance from the eye.
+        highest, ///< The finest of each group of ranges that meet. The complete conversion only.
+        lowest,  ///< The coarsest. The complete conversion only.
+    };
+
+    /// The unit of the scene's coordinates.
+    enum class Units {
+        metres, ///< One unit is a metre, whatever the database stores.
+        stored, ///< As the database stores them; external files are brought to its unit. The complete
+                ///< conversion only.
+    };
+
+    References references = References::follow;          ///< What becomes of external files.
+    LevelsOfDetail levelsOfDetail = LevelsOfDetail::all; ///< Which levels of detail there are.
+    Units units = Units::metres;                         ///< The unit of the coordinates.
+
+    /// Whether to look for records again after damage. The exact conversion never does.
+    bool salvage = true;
+};

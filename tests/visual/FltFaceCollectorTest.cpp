@@ -1,0 +1,205 @@
+#include "visual/FltFaceCollector.h"
+
+#include "support/CompleteDatabase.h"
+
+#include <Inventor/actions/SoSearchAction.h>
+#include <Inventor/nodes/SoIndexedFaceSet.h>
+#include <Inventor/nodes/SoPolygonOffset.h>
+#include <Inventor/nodes/SoSwitch.h>
+#include <Inventor/nodes/SoTransparencyType.h>
+#include <gtest/gtest.h>
+
+using Fields = FltWriter::Fields;
+
+namespace
+{
+
+/// A square with other fields than the usual ones.
+DrawnScene drawnSquare(Fields const& fields, std::vector<double> const& color = CompleteDatabase::red)
+{
+    CompleteDatabase database;
+    std::vector<double> const offsets = database.square();
+    database.writer.add("Material",
+                        {{"index", 2}, {"diffuse", {0.5, 1, 1}}, {"alpha", 0.5}, {"emissive", {0, 0, 1}}});
+    database.writer.add("Material", {{"index", 3}, {"alpha", 1}});
+    database.begin();
+    database.object(offsets, CompleteDatabase::face(fields, color));
+    return database.draw();
+}
+
+int countNodes(SoNode* root, SoType type)
+{
+    SoSearchAction search;
+    search.setType(type);
+    search.setInterest(SoSearchAction::ALL);
+    search.setSearchingAll(TRUE);
+    search.apply(root);
+    return search.getPaths().getLength();
+}
+
+} // namespace
+
+TEST(FltFaceCollector, colorsFacesByTheirLightMode)
+{
+    struct Case {
+        int lightMode;
+        char const* color;
+        bool isLit;
+    };
+    for (Case const& each : {Case{0, "255 0 0 255", false}, Case{1, "255 255 255 255", false},
+                             Case{2, "255 0 0 255", true}, Case{3, "255 255 255 255", true}}) {
+        DrawnScene const drawn = drawnSquare({{"lightMode", each.lightMode}});
+        ASSERT_EQ(drawn.triangles.size(), 2U);
+        EXPECT_EQ(drawn.triangles[0].color(), each.color) << each.lightMode;
+        EXPECT_EQ(drawn.triangles[0].isLit, each.isLit) << each.lightMode;
+        EXPECT_EQ(drawn.triangles[0].normals[0], SbVec3f(0, 0, 1));
+    }
+}
+
+TEST(FltFaceCollector, multipliesWithTheMaterialWhereFacesAreLitAlone)
+{
+    DrawnScene const lit = drawnSquare({{"materialIndex", 2}});
+    EXPECT_EQ(lit.triangles[0].color(), "128 0 0 128");
+    EXPECT_EQ(lit.triangles[0].emission, SbVec3f(0, 0, 1));
+    EXPECT_EQ(drawnSquare({{"materialIndex", 2}, {"lightMode", 0}}).triangles[0].color(), "255 0 0 255");
+    EXPECT_EQ(drawnSquare({{"materialIndex", 3}, {"lightMode", 0}}).triangles[0].color(), "255 0 0 255");
+    EXPECT_EQ(drawnSquare({{"materialIndex", 77}}).triangles[0].color(), "255 0 0 255");
+}
+
+TEST(FltFaceCollector, countsTransparencyOfTheFaceAndOfItsObject)
+{
+    CompleteDatabase database;
+    std::vector<double> const offsets = database.square();
+    database.begin().add("Object", {{"transparency", 32768}}).push();
+    database.writer.face(offsets, CompleteDatabase::face({{"transparency", 32768}}));
+    CompleteDatabase::Converted const result = database.convert();
+    EXPECT_EQ(DrawnScene(result.root.get()).triangles[0].color(), "255 255 255 64");
+    EXPECT_EQ(countNodes(result.root.get(), SoTransparencyType::getClassTypeId()), 1);
+}
+
+TEST(FltFaceCollector, takesAFaceWithoutColorForWhiteAndAVertexWithoutColorForItsFace)
+{
+    EXPECT_EQ(drawnSquare({{"flags", 0x40000000}}).triangles[0].color(), "255 255 255 255");
+    CompleteDatabase database;
+    std::vector<double> offsets;
+    for (int i = 0; i < 3; ++i)
+        offsets.push_back(
+            database.writer.vertex("VertexColor", i % 2, i == 2 ? 1 : 0, 0, {{"flags", 0x2000}}));
+    database.begin();
+    database.object(offsets, CompleteDatabase::face({{"lightMode", 1}}, CompleteDatabase::green));
+    EXPECT_EQ(database.draw().triangles[0].color(), "0 255 0 255");
+}
+
+TEST(FltFaceCollector, drawsOnlyTheFrontUnlessBothSidesAreWanted)
+{
+    EXPECT_FALSE(drawnSquare({{"drawType", 0}}).triangles[0].isTwoSided);
+    EXPECT_TRUE(drawnSquare({{"drawType", 1}}).triangles[0].isTwoSided);
+}
+
+TEST(FltFaceCollector, drawsOutlines)
+{
+    EXPECT_EQ(drawnSquare({{"drawType", 2}}).lines.size(), 4U);
+    EXPECT_EQ(drawnSquare({{"drawType", 2}}).triangles.size(), 0U);
+    EXPECT_EQ(drawnSquare({{"drawType", 3}}).lines.size(), 3U);
+    DrawnScene const both = drawnSquare({{"drawType", 4}, {"alternatePackedColor", CompleteDatabase::green}});
+    EXPECT_EQ(both.triangles.size(), 2U);
+    ASSERT_EQ(both.lines.size(), 4U);
+    EXPECT_EQ(both.lines[0].color(), "0 255 0 255");
+    EXPECT_EQ(both.triangles[0].color(), "255 0 0 255");
+}
+
+TEST(FltFaceCollector, drawsLightPoints)
+{
+    for (int const drawType : {8, 9, 10})
+        EXPECT_EQ(drawnSquare({{"drawType", drawType}}).points.size(), 4U) << drawType;
+}
+
+TEST(FltFaceCollector, drawsFacesOfOneOrTwoVerticesAndAllOthersBesideThem)
+{
+    CompleteDatabase database;
+    std::vector<double> const point = database.polygon({{5, 0, 0}});
+    std::vector<double> const line = database.polygon({{6, 0, 0}, {7, 0, 0}});
+    std::vector<double> const square = database.square();
+    database.begin().add("Object").push();
+    database.writer.face(point, CompleteDatabase::face()).face(line, CompleteDatabase::face());
+    database.writer.face(square, CompleteDatabase::face());
+    DrawnScene const drawn = database.draw();
+    EXPECT_EQ(drawn.points.size(), 1U);
+    EXPECT_EQ(drawn.lines.size(), 1U);
+    EXPECT_EQ(drawn.triangles.size(), 2U);
+}
+
+TEST(FltFaceCollector, leavesDegenerateFacesOutAndCountsThem)
+{
+    CompleteDatabase database;
+    std::vector<double> const flat = database.polygon({{0, 0, 0}, {1, 0, 0}, {2, 0, 0}});
+    database.begin();
+    database.object(flat);
+    database.object({});
+    CompleteDatabase::Converted const result = database.convert();
+    EXPECT_EQ(DrawnScene(result.root.get()).extent(), "nothing");
+    EXPECT_EQ(result.leftOut.at("degenerate face"), 1);
+    EXPECT_EQ(result.leftOut.at("face without vertices"), 1);
+}
+
+TEST(FltFaceCollector, hidesHiddenFacesBehindASwitchThatAHostCanOpen)
+{
+    CompleteDatabase database;
+    std::vector<double> const offsets = database.square();
+    database.begin();
+    database.object(offsets, CompleteDatabase::face({{"flags", 0x14000000}}));
+    CompleteDatabase::Converted const result = database.convert();
+    EXPECT_EQ(DrawnScene(result.root.get()).extent(), "nothing");
+    auto* const hidden = static_cast<SoSwitch*>(SoNode::getByName("hidden"));
+    ASSERT_NE(hidden, nullptr);
+    hidden->whichChild = SO_SWITCH_ALL;
+    EXPECT_EQ(DrawnScene(result.root.get()).extent(), "0 0 0 to 1 1 0");
+}
+
+TEST(FltFaceCollector, drawsFacesThatLookAlikeAsOneShapeAndSharesTheirVertices)
+{
+    CompleteDatabase database;
+    std::vector<double> const grid =
+        database.polygon({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {2, 0, 0}, {2, 1, 0}});
+    database.begin().add("Object").push();
+    database.writer.face({grid[0], grid[1], grid[2], grid[3]}, CompleteDatabase::face());
+    database.writer.face({grid[1], grid[4], grid[5], grid[2]}, CompleteDatabase::face());
+    CompleteDatabase::Converted const result = database.convert();
+    SoSearchAction search;
+    search.setType(SoIndexedFaceSet::getClassTypeId());
+    search.setInterest(SoSearchAction::ALL);
+    search.apply(result.root.get());
+    ASSERT_EQ(search.getPaths().getLength(), 1);
+    auto const* faces = static_cast<SoIndexedFaceSet*>(search.getPaths()[0]->getTail());
+    EXPECT_EQ(static_cast<SoVertexProperty*>(faces->vertexProperty.getValue())->vertex.getNum(), 6);
+    EXPECT_EQ(faces->coordIndex.getNum(), 10);
+}
+
+TEST(FltFaceCollector, keepsFacesOfDifferentMaterialsApart)
+{
+    CompleteDatabase database;
+    std::vector<double> const a = database.square();
+    std::vector<double> const b = database.square(2);
+    database.writer.add("Material", {{"index", 1}, {"emissive", {1, 0, 0}}, {"alpha", 1}});
+    database.writer.add("Material", {{"index", 2}, {"emissive", {0, 1, 0}}, {"alpha", 1}});
+    database.begin().add("Object").push();
+    database.writer.face(a, CompleteDatabase::face({{"materialIndex", 1}}));
+    database.writer.face(b, CompleteDatabase::face({{"materialIndex", 2}}));
+    DrawnScene const drawn = database.draw();
+    ASSERT_EQ(drawn.triangles.size(), 4U);
+    EXPECT_EQ(drawn.triangles[0].emission, SbVec3f(1, 0, 0));
+    EXPECT_EQ(drawn.triangles[2].emission, SbVec3f(0, 1, 0));
+}
+
+TEST(FltFaceCollector, bringsFacesThatLieOnOthersNearerToTheEye)
+{
+    CompleteDatabase database;
+    std::vector<double> const below = database.square();
+    std::vector<double> const above = database.polygon({{0, 0, 0}, {0.5, 0, 0}, {0.5, 0.5, 0}});
+    database.begin().add("Object").push();
+    database.writer.face(below, CompleteDatabase::face()).add("PushSubface");
+    database.writer.face(above, CompleteDatabase::face({}, CompleteDatabase::red)).add("PopSubface");
+    CompleteDatabase::Converted const result = database.convert();
+    EXPECT_EQ(DrawnScene(result.root.get()).triangles.size(), 3U);
+    EXPECT_EQ(countNodes(result.root.get(), SoPolygonOffset::getClassTypeId()), 1);
+}
