@@ -28,8 +28,8 @@ DecodedPicture decodeSgi(PictureBytes const& file);
 /// True colours of 16, 24 or 32 bits, palettes of them and grey, plain or in runs; from any corner.
 DecodedPicture decodeTga(PictureBytes const& file);
 
-/// By libtiff. The first picture of a file: grey, grey and alpha, RGB or RGBA. Palettes, inks and other spaces
-/// of colours become RGB, and numbers of other sizes bytes.
+/// By libtiff. The first picture of a file: grey, grey and alpha, RGB or RGBA. Palettes, inks and other
+/// spaces of colours become RGB, and numbers of other sizes bytes.
 DecodedPicture decodeTiff(PictureBytes const& file);
 
 /// Whether a file has the name of a TGA picture; its bytes don't tell.
