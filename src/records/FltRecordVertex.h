@@ -55,11 +55,13 @@ public:
     static constexpr int opcode = FltOpcode::vertexColor;
     static constexpr std::string_view title = "\n VERTEX COLOR RECORD ";
 
+    // Parts of properties(), which override nothing. NOLINTBEGIN(bugprone-virtual-near-miss)
     /// Writes what all shapes begin with. @return @p os
     std::ostream& properties1(std::ostream& os) const;
 
     /// Writes the colour, with which all shapes end. @return @p os
     std::ostream& properties2(std::ostream& os) const;
+    // NOLINTEND(bugprone-virtual-near-miss)
 
     std::uint16_t colorNameIndex = 0;
     std::uint16_t flags = 0;

@@ -61,9 +61,12 @@ std::string ImageSearch::findIf(std::string const& name, std::function<bool(std:
     for (std::string const& folder : folders) {
         if (take(folder + last))
             return folder + last;
-        for (char const* const images : foldersOfImages)
-            if (take(folder + images + last))
-                return folder + images + last;
+        for (char const* const images : foldersOfImages) {
+            std::string path = folder;
+            path.append(images).append(last);
+            if (take(path))
+                return path;
+        }
     }
     return {};
 }
