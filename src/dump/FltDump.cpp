@@ -140,18 +140,6 @@ void FltDump::bits(std::uint32_t word)
     endLine();
 }
 
-void FltDump::pointer(std::string_view label, std::int32_t word)
-{
-    *this << label;
-    pointer(word).endLine();
-}
-
-void FltDump::pointer(std::string_view label, void const* address)
-{
-    *this << label;
-    pointer(address).endLine();
-}
-
 FltDump& FltDump::pointer(void const* address)
 {
     char* to = roomFor(longestNumber);
@@ -197,9 +185,4 @@ void FltDump::text(std::string_view label, std::string_view text)
 {
     *this << label << text;
     endLine();
-}
-
-void FltDump::textWithoutEnd(std::string_view label, char const* text, void const* end)
-{
-    *this << label << upToZero(text, end);
 }

@@ -93,10 +93,6 @@ public:
     /// All 32 bits of a word as 0 or 1, the most significant first.
     void bits(std::uint32_t word);
 
-    /// A word in the stream's form of a pointer, sign-extended: hexadecimal after "0x", and "0" for zero.
-    void pointer(std::string_view label, std::int32_t word);
-    void pointer(std::string_view label, void const* address);
-
     /// A colour byte as a fraction of 255, worked out in single precision.
     template <std::size_t size>
     void colorByte(char const (&label)[size], std::uint8_t value)
@@ -114,9 +110,6 @@ public:
     /// Text that a zero ends. Null prints as an empty text.
     void text(std::string_view label, char const* text);
     void text(std::string_view label, std::string_view text);
-
-    /// Text as above up to @p end, with no end of line after it.
-    void textWithoutEnd(std::string_view label, char const* text, void const* end);
 
     /// Several values on a line, @p separator between them and @p closing after them.
     template <class Number>
@@ -162,6 +155,8 @@ public:
     FltDump& operator<<(std::uint32_t value) { return number(value); }
     FltDump& operator<<(std::uint64_t value) { return number(value); }
     FltDump& operator<<(double value) { return number(value); }
+
+    /// The stream's form of a pointer: hexadecimal after "0x", and "0" for zero.
     FltDump& pointer(void const* address);
     FltDump& pointer(std::uint32_t word); ///< Zero-extended to an address.
     FltDump& pointer(std::int32_t word);  ///< Sign-extended.

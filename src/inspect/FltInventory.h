@@ -83,7 +83,6 @@ public:
     struct Face : Surface {
         std::uint32_t firstVertex = 0; ///< In faceVertices.
         std::uint32_t vertexCount = 0;
-        bool isMorphing = false;
     };
 
     /// A primitive of a mesh.

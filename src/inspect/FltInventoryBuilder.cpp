@@ -215,10 +215,8 @@ void FltInventoryBuilder::takeVertexList()
 
 void FltInventoryBuilder::takeMorphVertexList()
 {
-    std::uint32_t const face = currentFace();
-    if (face == none)
+    if (currentFace() == none)
         return;
-    inventory.faces[face].isMorphing = true;
     for (std::size_t place = 4; place + 8 <= reader.length(); place += 8)
         addFaceVertex(static_cast<std::int32_t>(word32At(place + 4)));
 }

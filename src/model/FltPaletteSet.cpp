@@ -117,6 +117,5 @@ void FltPaletteSet::takeLightPoint(FltRecordView const& record)
 {
     FltLightPointValues& values = (*lightPoints)[record.int32At(264)];
     values.backColor = FltColors::fromPacked(record.word32At(272));
-    values.directions = record.int32At(304);
     values.pixelSize = record.floatAt(320);
 }

@@ -33,7 +33,6 @@ struct FltLightValues {
 struct FltLightPointValues {
     std::uint32_t backColor = FltColors::white;
     float pixelSize = 0;
-    std::int32_t directions = 0;
 };
 
 /// The file names of a texture palette, and the file that they count from.

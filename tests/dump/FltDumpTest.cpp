@@ -198,7 +198,7 @@ TEST(FltDumpTest, BitsPrintTheMostSignificantFirst)
 TEST(FltDumpTest, PointerFormIsHexadecimalSignExtendedAnd0ForZero)
 {
     auto const text = [](std::int32_t word) {
-        return written([&](std::ostream& os) { FltDump(os).pointer("p: ", word); });
+        return written([&](std::ostream& os) { (FltDump(os) << "p: ").pointer(word).endLine(); });
     };
     EXPECT_EQ(text(0), "p: 0\n");
     EXPECT_EQ(text(0x1f), "p: 0x1f\n");
@@ -212,7 +212,8 @@ TEST(FltDumpTest, PointerFormOfAnAddressIsTheStreamsOwn)
     int object = 0;
     std::ostringstream expected;
     expected << "p: " << static_cast<void const*>(&object) << '\n';
-    EXPECT_EQ(written([&](std::ostream& os) { FltDump(os).pointer("p: ", &object); }), expected.str());
+    EXPECT_EQ(written([&](std::ostream& os) { (FltDump(os) << "p: ").pointer(&object).endLine(); }),
+              expected.str());
 }
 
 TEST(FltDumpTest, ColorByteIsAFractionOf255InSinglePrecision)
@@ -242,16 +243,6 @@ TEST(FltDumpTest, NullTextPrintsAsAnEmptyOne)
 {
     EXPECT_EQ(written([](std::ostream& os) { FltDump(os).text("t: ", nullptr); }), "t: \n");
     EXPECT_EQ(written([](std::ostream& os) { FltDump(os).text("t: ", "abc"); }), "t: abc\n");
-}
-
-TEST(FltDumpTest, TextWithoutEndLeavesTheLineOpen)
-{
-    char const text[] = "abc";
-    EXPECT_EQ(written([&](std::ostream& os) {
-                  FltDump(os).textWithoutEnd("t: ", text, text + sizeof text);
-                  FltDump(os).line("n: ", 1);
-              }),
-              "t: abcn: 1\n");
 }
 
 TEST(FltDumpTest, ListsHaveSeparatorsBetweenAndAClosingAtTheEnd)
@@ -308,7 +299,7 @@ TEST(FltDumpTest, EveryLineEndsWithOneFlush)
     }
     FltDump(os).rows(matrix, 2, 2);
     EXPECT_EQ(buffer.flushes(), 5);
-    FltDump(os).textWithoutEnd("t: ", "x", nullptr);
+    FltDump(os) << "t: x";
     EXPECT_EQ(buffer.flushes(), 5);
 }
 
@@ -329,7 +320,7 @@ void dumpShapes(std::ostream& os)
     FltDump(os).list("l: (", doubles, 4, ",", ")");
     FltDump(os).rows(doubles, 2, 2);
     FltDump(os).flag("g: ", 1, 0);
-    FltDump(os).pointer("p: ", 0x12345);
+    (FltDump(os) << "p: ").pointer(0x12345).endLine();
     FltDump(os).colorByte("c: ", 77);
     FltDump(os).line("");
 }
