@@ -50,8 +50,9 @@ public:
     FltDatabaseInfo const& info() const;                 ///< From the header of the top-level file.
 
     /// The record that a node of the scene comes from. A node that no record stands for, such as a material,
-    /// has that of the nearest node above it, and a part that stands at several places that of its definition.
-    /// The exact conversion knows of none. Don't ask for a node that was added later, or taken out.
+    /// has that of the nearest node above it, and a part that stands at several places that of its
+    /// definition. The exact conversion knows of none. Don't ask for a node that was added later, or taken
+    /// out.
     std::optional<FltRecordPlace> recordOf(SoNode const& node) const;
 
     /// @name What can be moved

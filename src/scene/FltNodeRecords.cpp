@@ -17,7 +17,8 @@ bool isBefore(Entry const& entry, SoNode const* node)
     return std::less<>()(entry.first, node);
 }
 
-/// The node that holds another one as its child or in a field; null for whatever else wants to know of changes.
+/// The node that holds another one as its child or in a field; null for whatever else wants to know of
+/// changes.
 SoNode const* holderOf(SoAuditorList const& auditors, int index)
 {
     if (auditors.getType(index) == SoNotRec::PARENT)

@@ -30,7 +30,8 @@ public:
     /// @param textures that meshes name. They have to outlive this object.
     explicit FltSceneMaker(std::vector<FltTexture> const& textures) : appearances(textures) {}
 
-    /// @param root a group or a scale. All that nobody else holds is given away as soon as its nodes are made.
+    /// @param root a group or a scale. All that nobody else holds is given away as soon as its nodes are
+    ///             made.
     static FltMadeScene make(std::shared_ptr<FltVisualNode> root, std::vector<FltTexture> const& textures);
 
 private:

@@ -29,7 +29,7 @@ FltTextureFiles::FltTextureFiles(std::string const& database, std::vector<std::s
 }
 
 FltTexture const& FltTextureFiles::resolve(std::string const& name, std::string const& database,
-                                                OnPicture const& onPicture)
+                                           OnPicture const& onPicture)
 {
     std::pair<std::string, std::string> key(name, database);
     auto known = textures.find(key);
@@ -39,7 +39,7 @@ FltTexture const& FltTextureFiles::resolve(std::string const& name, std::string 
 }
 
 FltTexture FltTextureFiles::look(std::string const& name, std::string const& database,
-                                      OnPicture const& onPicture)
+                                 OnPicture const& onPicture)
 {
     FltTexture texture;
     texture.name = name;

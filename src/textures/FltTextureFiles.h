@@ -36,7 +36,7 @@ public:
     /// @param onPicture not called where the texture was asked for before
     /// @return lives as long as this object
     FltTexture const& resolve(std::string const& name, std::string const& database,
-                                   OnPicture const& onPicture = {});
+                              OnPicture const& onPicture = {});
 
 private:
     FltTexture look(std::string const& name, std::string const& database, OnPicture const& onPicture);

@@ -9,10 +9,11 @@
 
 /// Faces, lines or points that look alike, and are drawn together.
 ///
-/// A corner is a vertex as it is drawn: each list of corners is as long as positions, or empty. Colours are as
-/// the modeller saw them: what a material and the transparencies of face, Object and material say is worked
-/// in.
+/// A corner is a vertex as it is drawn: each list of corners is as long as positions, or empty. Colours are
+/// as the modeller saw them: what a material and the transparencies of face, Object and material say is
+/// worked in.
 struct FltMesh {
+    /// What is drawn.
     enum class Kind : std::uint8_t { faces, lines, points };
 
     /// In place of the number of a texture.
@@ -30,16 +31,16 @@ struct FltMesh {
 
     /// How light is given back, in parts from 0 to 1. Only where the mesh is lit.
     struct Material {
-        SbColor ambient{1, 1, 1}; ///< Of all corners, in the mean: their colour is worked in.
-        SbColor specular{0, 0, 0};
-        SbColor emissive{0, 0, 0};
-        float shininess = 0; ///< Of an exponent of 128.
+        SbColor ambient{1, 1, 1};  ///< Of all corners, in the mean: their colour is worked in.
+        SbColor specular{0, 0, 0}; ///< Of the shine.
+        SbColor emissive{0, 0, 0}; ///< Without any light.
+        float shininess = 0;       ///< Of an exponent of 128.
         bool isFromPalette =
             false; ///< Otherwise nobody gave a material, and specular and emissive are black.
     };
 
-    Kind kind = Kind::faces;
-    bool isLit = true;
+    Kind kind = Kind::faces;          ///< What is drawn.
+    bool isLit = true;                ///< Otherwise the colours are what is seen, whatever light there is.
     bool isTwoSided = false;          ///< Otherwise faces are seen from where their corners go to the left.
     bool isBlended = false;           ///< It lets what is behind it through, by its colours or its texture.
     bool ignoresTextureAlpha = false; ///< The alpha of the picture doesn't count.
@@ -49,7 +50,7 @@ struct FltMesh {
     float size = 0;                   ///< Of points or lines in pixels; 0 for the usual one.
     std::int32_t texture = none;      ///< The first texture, in the list of textures.
 
-    Material material;
+    Material material;                 ///< Of all corners.
     SbVec3d origin{0, 0, 0};           ///< What positions count from, in the units of the node.
     std::vector<SbVec3f> positions;    ///< In the units of the node.
     std::vector<SbVec3f> normals;      ///< Of length 1; empty unless it is lit.

@@ -20,8 +20,8 @@ public:
     /// @return whether it was added
     bool add(FltVisualPart const& part);
 
-    /// Adds the place of a part that isn't always shown. Without a part, or with one that is left out, nothing
-    /// is shown there.
+    /// Adds the place of a part that isn't always shown. Without a part, or with one that is left out,
+    /// nothing is shown there.
     void addPlace(FltVisualPart const& part);
 
     /// Adds a part that stands at several places.

@@ -28,7 +28,8 @@ public:
         /// @return whether the conversion goes on
         std::function<bool(std::string const& file, std::size_t done, std::size_t all)> progress;
 
-        /// Opens an external file that is read, or named in the visual; without it any regular file is opened.
+        /// Opens an external file that is read, or named in the visual; without it any regular file is
+        /// opened.
         /// @return nothing if it isn't to be read, which this function reports; a file that isn't open if it
         ///         can't be opened
         std::function<std::optional<OpenFile>(std::string const& file)> open;

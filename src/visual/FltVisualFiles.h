@@ -26,8 +26,8 @@ public:
     };
 
 private:
-    /// The visual of an external file, and the length of its unit. Without a node the file can't be read, or may
-    /// not be.
+    /// The visual of an external file, and the length of its unit. Without a node the file can't be read, or
+    /// may not be.
     struct Converted {
         FltVisualPart visual;
         double metresPerUnit = 1;

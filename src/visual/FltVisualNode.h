@@ -15,7 +15,7 @@
 
 /// What the record of a level of detail says besides its distances.
 struct FltVisualLevel {
-    double significantSize = 0;
+    double significantSize = 0; ///< As stored.
 };
 
 /// Levels of detail, the nearest first. A child is drawn as long as the eye is nearer than its distance, and
@@ -48,17 +48,18 @@ struct FltVisualTurning {
 
 /// The only child is in another unit.
 struct FltVisualScale {
-    double factor = 1;
+    double factor = 1; ///< All lengths below are multiplied by it.
 };
 
 /// A light, which shines on what comes after it in its parent and in all that stands below that.
 struct FltVisualLight {
+    /// Where it shines from.
     enum class Kind { infinite, local, spot };
 
-    Kind kind = Kind::infinite;
-    SbVec3d position{0, 0, 0};   ///< Of a local light or a spot.
-    SbVec3f direction{0, 0, -1}; ///< In which it shines; of an infinite light or a spot.
-    SbColor color{1, 1, 1};
+    Kind kind = Kind::infinite;       ///< Where it shines from.
+    SbVec3d position{0, 0, 0};        ///< Of a local light or a spot.
+    SbVec3f direction{0, 0, -1};      ///< In which it shines; of an infinite light or a spot.
+    SbColor color{1, 1, 1};           ///< Of all of its light.
     float cutOffAngle = 0;            ///< Of a spot: half its cone, in radians.
     float dropOffRate = 0;            ///< Of a spot: from 0 (even) to 1 (narrow).
     float attenuation[3] = {1, 0, 0}; ///< Constant, linear and quadratic.
@@ -66,19 +67,20 @@ struct FltVisualLight {
 
 /// Text that stands upright along x, or lies.
 struct FltVisualText {
+    /// Which end of a line stands at the place.
     enum class Alignment { left, right, center };
 
-    std::vector<std::string> lines; ///< In UTF-8, the highest first.
-    SbVec3f place{0, 0, 0};         ///< Where the lowest line begins.
-    float size = 1;                 ///< From line to line.
-    bool isLying = false;           ///< In the plane of x and y; otherwise of x and z.
-    Alignment alignment = Alignment::left;
-    std::uint32_t color = ~0U; ///< Red, green, blue and 255, red highest.
+    std::vector<std::string> lines;        ///< In UTF-8, the highest first.
+    SbVec3f place{0, 0, 0};                ///< Where the lowest line begins.
+    float size = 1;                        ///< From line to line.
+    bool isLying = false;                  ///< In the plane of x and y; otherwise of x and z.
+    Alignment alignment = Alignment::left; ///< Of all lines.
+    std::uint32_t color = ~0U;             ///< Red, green, blue and 255, red highest.
 };
 
 /// Another file stands here, which whoever reads the result opens.
 struct FltVisualFile {
-    std::string path;
+    std::string path; ///< What to open.
 };
 
 /// A node of what is to be seen of a database: plain data, from which any form of it can be made.
@@ -87,6 +89,7 @@ struct FltVisualFile {
 /// node is drawn in this order: content (a text), children, meshes. Units are those of the file that the node
 /// comes from, unless FltVisualScale stands above.
 struct FltVisualNode {
+    /// What a node is besides a group.
     using Content = std::variant<std::monostate, // a group
                                  std::unique_ptr<FltVisualLevel>, std::unique_ptr<FltVisualLevels>,
                                  std::unique_ptr<FltVisualSwitch>, std::unique_ptr<FltVisualJoint>,
@@ -96,6 +99,7 @@ struct FltVisualNode {
 
     /// The record that a node comes from.
     struct Record {
+        /// In place of an offset, for a node that no record made.
         static constexpr std::uint64_t none = ~std::uint64_t(0);
 
         std::uint64_t offset = none; ///< Of its first byte in the file.
@@ -104,27 +108,27 @@ struct FltVisualNode {
 
     std::string name;                  ///< As the database has it; empty for a node that no record names.
     std::vector<std::string> comments; ///< Of the database's people.
-    Record record;
-    std::vector<SbMatrix> transform; ///< Of children and meshes: the last matrix acts first.
-    Content content;
+    Record record;                     ///< The record that it comes from.
+    std::vector<SbMatrix> transform;   ///< Of children and meshes: the last matrix acts first.
+    Content content;                   ///< What it is besides a group.
     std::vector<std::shared_ptr<FltVisualNode>> children; ///< Null only in a switch and in levels.
-    std::vector<FltMesh> meshes;
+    std::vector<FltMesh> meshes;                          ///< Of its own, drawn after its children.
 
     /// What the node is besides a group.
     /// @return null if it is something else
-    /// @{
     template <class Part>
     Part const* as() const
     {
         auto const* const part = std::get_if<std::unique_ptr<Part>>(&content);
         return part != nullptr ? part->get() : nullptr;
     }
+
+    /// The same, to be changed.
     template <class Part>
     Part* as()
     {
         return const_cast<Part*>(static_cast<FltVisualNode const*>(this)->as<Part>());
     }
-    /// @}
 
     /// Makes the node something else than a group.
     template <class Part>

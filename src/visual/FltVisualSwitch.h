@@ -9,9 +9,10 @@
 /// A switch with its masks. Each child of its node is one of its children; a null one draws nothing.
 struct FltVisualSwitch : FltSwitch {
     std::vector<std::uint32_t> masks; ///< The words of all masks, one mask after the other.
-    std::size_t wordsPerMask = 0;
-    std::size_t number = 0; ///< Orders all switches of a database.
+    std::size_t wordsPerMask = 0;     ///< Of 32 children each; the lowest bit is the first.
+    std::size_t number = 0;           ///< Orders all switches of a database.
 
+    /// How many masks there are.
     int getMaskCount() const { return wordsPerMask == 0 ? 0 : static_cast<int>(masks.size() / wordsPerMask); }
 
     /// Whether a mask shows a child. A mask that isn't there shows none.
