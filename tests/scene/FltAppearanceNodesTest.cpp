@@ -1,0 +1,117 @@
+#include "scene/FltAppearanceNodes.h"
+
+#include "support/SceneText.h"
+
+#include <Inventor/nodes/SoPolygonOffset.h>
+#include <Inventor/nodes/SoSeparator.h>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+class FltAppearanceNodesTest : public testing::Test
+{
+protected:
+    SoNodeRef<SoSeparator> groupOf(FltMesh const& mesh)
+    {
+        SoNodeRef<SoSeparator> group(new SoSeparator);
+        nodes.addTo(*group, mesh);
+        return group;
+    }
+
+    bool has(FltMesh const& mesh, char const* line)
+    {
+        return sceneText(groupOf(mesh).get()).find(line) != std::string::npos;
+    }
+
+    float offsetOf(FltMesh const& mesh)
+    {
+        SoNodeRef<SoSeparator> const group = groupOf(mesh);
+        for (int i = 0; i < group->getNumChildren(); ++i)
+            if (group->getChild(i)->isOfType(SoPolygonOffset::getClassTypeId()))
+                return static_cast<SoPolygonOffset*>(group->getChild(i))->factor.getValue();
+        return 0;
+    }
+
+    std::vector<FltTexture> textures{2};
+    FltAppearanceNodes nodes{textures};
+};
+
+} // namespace
+
+TEST_F(FltAppearanceNodesTest, SharesNodesOfWhatMeshesHaveInCommon)
+{
+    FltMesh mesh;
+    mesh.isLit = false;
+    mesh.isBlended = true;
+    mesh.level = 1;
+    mesh.texture = 1;
+    SoNodeRef<SoSeparator> const first = groupOf(mesh), second = groupOf(mesh);
+    ASSERT_EQ(first->getNumChildren(), 5);
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(first->getChild(i), second->getChild(i)) << i;
+}
+
+TEST_F(FltAppearanceNodesTest, ShowsOneSideOrBoth)
+{
+    FltMesh mesh;
+    EXPECT_TRUE(has(mesh, "shapeType SOLID"));
+    EXPECT_TRUE(has(mesh, "vertexOrdering COUNTERCLOCKWISE"));
+    mesh.isTwoSided = true;
+    EXPECT_TRUE(has(mesh, "shapeType UNKNOWN_SHAPE_TYPE"));
+    mesh.kind = FltMesh::Kind::lines;
+    EXPECT_FALSE(has(mesh, "ShapeHints"));
+}
+
+TEST_F(FltAppearanceNodesTest, BringsFacesOnFacesNearerAndTheirLinesNearest)
+{
+    FltMesh mesh;
+    EXPECT_EQ(offsetOf(mesh), 0);
+    mesh.isOutlined = true;
+    EXPECT_EQ(offsetOf(mesh), 1);
+    mesh.level = 2;
+    EXPECT_EQ(offsetOf(mesh), -3);
+    mesh.isOutlined = false;
+    EXPECT_EQ(offsetOf(mesh), -4);
+    mesh.kind = FltMesh::Kind::lines;
+    EXPECT_EQ(offsetOf(mesh), 0);
+}
+
+TEST_F(FltAppearanceNodesTest, BlendsOrPassesOverTheAlphaOfThePicture)
+{
+    FltMesh mesh;
+    EXPECT_FALSE(has(mesh, "TransparencyType"));
+    mesh.ignoresTextureAlpha = true;
+    EXPECT_TRUE(has(mesh, "value NONE"));
+    mesh.isBlended = true;
+    EXPECT_TRUE(has(mesh, "value SORTED_OBJECT_BLEND"));
+}
+
+TEST_F(FltAppearanceNodesTest, SetsTheSizeOfLinesAndPointsButNotOfFaces)
+{
+    FltMesh mesh;
+    mesh.size = 4;
+    EXPECT_FALSE(has(mesh, "DrawStyle"));
+    mesh.kind = FltMesh::Kind::lines;
+    EXPECT_TRUE(has(mesh, "lineWidth 4"));
+    mesh.kind = FltMesh::Kind::points;
+    EXPECT_TRUE(has(mesh, "pointSize 4"));
+    mesh.size = 0;
+    EXPECT_FALSE(has(mesh, "DrawStyle"));
+}
+
+TEST_F(FltAppearanceNodesTest, GivesTexturesTheirPictures)
+{
+    textures[1].written = "tree.png";
+    textures[1].pixels = std::make_shared<PicturePixels const>(PicturePixels{1, 1, 3, {1, 2, 3}});
+    FltMesh mesh;
+    mesh.texture = 1;
+    SoNodeRef<SoSeparator> const group = groupOf(mesh);
+    auto* const texture = static_cast<SoTexture2*>(group->getChild(group->getNumChildren() - 1));
+    EXPECT_STREQ(texture->filename.getValue().getString(), "tree.png");
+    SbVec2s size;
+    int components = 0;
+    ASSERT_NE(texture->image.getValue(size, components), nullptr);
+    EXPECT_EQ(size, SbVec2s(1, 1));
+    EXPECT_EQ(components, 3);
+}

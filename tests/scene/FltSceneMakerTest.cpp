@@ -1,0 +1,237 @@
+#include "scene/FltSceneMaker.h"
+
+#include "support/SceneText.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+std::shared_ptr<FltVisualNode> node(std::string const& name = "")
+{
+    auto made = std::make_shared<FltVisualNode>();
+    made->name = name;
+    return made;
+}
+
+/// The scene of a node below a root.
+FltMadeScene sceneOf(std::shared_ptr<FltVisualNode> content)
+{
+    auto root = node();
+    root->children.push_back(std::move(content));
+    FltMadeScene scene = FltSceneMaker::make(std::move(root), {});
+    scene.names.give();
+    return scene;
+}
+
+std::string textOf(std::shared_ptr<FltVisualNode> content)
+{
+    return sceneText(sceneOf(std::move(content)).root->getChild(0));
+}
+
+} // namespace
+
+TEST(FltSceneMaker, makesAGroupWithItsNameCommentsAndTransformation)
+{
+    auto const group = node("house");
+    group->comments = {"a comment"};
+    SbMatrix matrix;
+    matrix.setTranslate(SbVec3f(1, 2, 3));
+    group->transform = {matrix};
+    group->children = {node("below")};
+    EXPECT_EQ(textOf(group), R"(DEF house Separator {
+  Info {
+    string "a comment"
+  }
+  MatrixTransform {
+    matrix 1 0 0 0
+      0 1 0 0
+      0 0 1 0
+      1 2 3 1
+  }
+  DEF below Separator {
+  }
+}
+)");
+}
+
+TEST(FltSceneMaker, keepsANameThatIsTooLongInAnInfo)
+{
+    std::string const name(300, 'n');
+    EXPECT_NE(textOf(node(name)).find("Info {"), std::string::npos);
+    FltVisualLight const light;
+    auto const lamp = node(name);
+    lamp->become<FltVisualLight>();
+    EXPECT_EQ(textOf(lamp).substr(0, 4), "DEF ");
+    EXPECT_NE(textOf(lamp).find("Group {"), std::string::npos);
+    EXPECT_NE(textOf(lamp).find("DirectionalLight {"), std::string::npos);
+}
+
+TEST(FltSceneMaker, makesTheNodesOfASharedPartOnce)
+{
+    auto const shared = node("shared");
+    auto const group = node();
+    group->children = {shared, shared};
+    SoNodeRef<SoSeparator> const root = sceneOf(group).root;
+    auto const* const made = static_cast<SoSeparator*>(root->getChild(0));
+    EXPECT_EQ(made->getChild(0), made->getChild(1));
+}
+
+TEST(FltSceneMaker, usesUpWhatNobodyElseHolds)
+{
+    auto group = node();
+    std::weak_ptr<FltVisualNode> const watched = group;
+    sceneOf(std::move(group));
+    EXPECT_TRUE(watched.expired());
+}
+
+TEST(FltSceneMaker, turnsASwitchIntoOneDoorAChild)
+{
+    auto const group = node("sock");
+    FltVisualSwitch& choice = group->become<FltVisualSwitch>();
+    choice.wordsPerMask = 1;
+    choice.masks = {5};
+    auto lamp = node("lamp");
+    lamp->become<FltVisualLight>();
+    group->children = {node(), nullptr, lamp};
+    EXPECT_EQ(textOf(group), R"(DEF sock Separator {
+  Info {
+    string "currentMask 0
+wordsPerMask 1
+mask 5"
+  }
+  Switch {
+    whichChild -3
+    Group {
+    }
+  }
+  Switch {
+    whichChild -1
+  }
+  Switch {
+    whichChild -3
+    DEF lamp DirectionalLight {
+      color 1 1 1
+      direction 0 0 -1
+    }
+  }
+}
+)");
+}
+
+TEST(FltSceneMaker, listsSwitchesAndJointsByTheirNumbers)
+{
+    auto const group = node();
+    for (std::size_t const number : {std::size_t{1}, std::size_t{0}}) {
+        group->children.push_back(node());
+        FltVisualSwitch& choice = group->children.back()->become<FltVisualSwitch>();
+        choice.number = number;
+        choice.name = "switch " + std::to_string(number);
+        group->children.push_back(node());
+        FltVisualJoint& joint = group->children.back()->become<FltVisualJoint>();
+        joint.number = number;
+        joint.name = "joint " + std::to_string(number);
+    }
+    FltMadeScene const scene = sceneOf(group);
+    ASSERT_EQ(scene.switches.size(), 2U);
+    EXPECT_EQ(scene.switches[0].name, "switch 0");
+    ASSERT_EQ(scene.joints.size(), 2U);
+    EXPECT_EQ(scene.joints[0].name, "joint 0");
+}
+
+TEST(FltSceneMaker, movesAJointBetweenItsFrameAndBack)
+{
+    auto const group = node("door");
+    FltVisualJoint& joint = group->become<FltVisualJoint>();
+    joint.name = "door";
+    joint.translation[2].current = 3;
+    joint.frame.emplace();
+    joint.frame->setTranslate(SbVec3f(1, 0, 0));
+    std::string const text = textOf(group);
+    std::size_t const frame = text.find("MatrixTransform");
+    std::size_t const motion = text.find("translation 0 0 3");
+    std::size_t const back = text.find("MatrixTransform", motion);
+    EXPECT_LT(frame, motion);
+    EXPECT_LT(motion, back);
+    EXPECT_NE(back, std::string::npos);
+}
+
+TEST(FltSceneMaker, makesLevelsWithNothingWhereNothingIsDrawn)
+{
+    auto const group = node();
+    FltVisualLevels& levels = group->become<FltVisualLevels>();
+    levels.distances = {10, 20};
+    levels.center = SbVec3f(1, 2, 3);
+    group->children = {nullptr, node("near"), nullptr};
+    EXPECT_EQ(textOf(group), R"(LOD {
+  center 1 2 3
+  range [ 10, 20 ]
+  Info {
+    string "nothing"
+  }
+  DEF near Separator {
+  }
+  Info {
+    string "nothing"
+  }
+}
+)");
+}
+
+TEST(FltSceneMaker, standsFacesThatTurnOnTheirFeet)
+{
+    auto const group = node();
+    FltVisualTurning& turning = group->become<FltVisualTurning>();
+    turning.foot = SbVec3d(1, 2, 3);
+    turning.isAboutPoint = false;
+    EXPECT_EQ(textOf(group), R"(Separator {
+  Translation {
+    translation 1 2 3
+  }
+  Rotation {
+    rotation 1 0 0  1.5707963
+  }
+  VRMLBillboard {
+    axisOfRotation 0 1 0
+    children 
+      DEF _+0 Separator {
+        Rotation {
+          rotation -1 -0 -0  1.5707963
+        }
+      }
+  }
+}
+)");
+    turning.isAboutPoint = true;
+    EXPECT_NE(textOf(group).find("axisOfRotation 0 0 0"), std::string::npos);
+}
+
+TEST(FltSceneMaker, makesCopiesScalesAndFiles)
+{
+    auto const copies = node();
+    copies->become<FltVisualCopies>().places.resize(2, SbMatrix::identity());
+    copies->children = {node("copied")};
+    EXPECT_EQ(textOf(copies).substr(0, 14), "MultipleCopy {");
+    auto const scale = node();
+    scale->become<FltVisualScale>().factor = 0.3048;
+    scale->children = {node("scaled")};
+    EXPECT_NE(textOf(scale).find("scaleFactor 0.3048 0.3048 0.3048"), std::string::npos);
+    auto const file = node();
+    file->become<FltVisualFile>().path = "other.flt";
+    EXPECT_NE(textOf(file).find("name \"other.flt\""), std::string::npos);
+}
+
+TEST(FltSceneMaker, tellsTheRecordsOfNodes)
+{
+    auto const group = node("g");
+    group->record = {120, 1};
+    FltMesh mesh;
+    mesh.positions = {SbVec3f(0, 0, 0)};
+    group->meshes.push_back(mesh);
+    FltMadeScene const scene = sceneOf(group);
+    auto* const made = static_cast<SoSeparator*>(scene.root->getChild(0));
+    FltVisualNode::Record const* const own = scene.records.find(*made);
+    ASSERT_NE(own, nullptr);
+    EXPECT_EQ(own->offset, 120U);
+    EXPECT_EQ(own->file, 1U);
+}

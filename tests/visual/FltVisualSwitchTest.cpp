@@ -1,0 +1,47 @@
+#include "visual/FltVisualSwitch.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+FltVisualSwitch twoMasksOfTwoWords()
+{
+    FltVisualSwitch choice;
+    choice.wordsPerMask = 2;
+    choice.masks = {1, 0x80000000, 2, 1};
+    return choice;
+}
+
+} // namespace
+
+TEST(FltVisualSwitch, countsWholeMasks)
+{
+    FltVisualSwitch choice = twoMasksOfTwoWords();
+    EXPECT_EQ(choice.getMaskCount(), 2);
+    choice.masks.pop_back();
+    EXPECT_EQ(choice.getMaskCount(), 1);
+    choice.wordsPerMask = 0;
+    EXPECT_EQ(choice.getMaskCount(), 0);
+}
+
+TEST(FltVisualSwitch, showsTheChildrenWhoseBitsAreSet)
+{
+    FltVisualSwitch const choice = twoMasksOfTwoWords();
+    EXPECT_TRUE(choice.shows(0, 0));
+    EXPECT_FALSE(choice.shows(0, 1));
+    EXPECT_FALSE(choice.shows(0, 31));
+    EXPECT_FALSE(choice.shows(0, 32));
+    EXPECT_TRUE(choice.shows(0, 63));
+    EXPECT_TRUE(choice.shows(1, 1));
+    EXPECT_TRUE(choice.shows(1, 32));
+}
+
+TEST(FltVisualSwitch, showsNothingForMasksAndChildrenThatArentThere)
+{
+    FltVisualSwitch const choice = twoMasksOfTwoWords();
+    EXPECT_FALSE(choice.shows(-1, 0));
+    EXPECT_FALSE(choice.shows(2, 0));
+    EXPECT_FALSE(choice.shows(0, 64));
+    EXPECT_FALSE(FltVisualSwitch().shows(0, 0));
+}
