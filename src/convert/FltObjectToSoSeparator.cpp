@@ -11,7 +11,6 @@
 
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
-#include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoMaterialBinding.h>
 #include <Inventor/nodes/SoPolygonOffset.h>
 #include <Inventor/nodes/SoSeparator.h>
@@ -33,16 +32,6 @@ void closePolygon(std::vector<int>& indices)
 } // namespace
 
 FltObjectToSoSeparator::FltObjectToSoSeparator() = default;
-
-FltObjectToSoSeparator::~FltObjectToSoSeparator()
-{
-    for (Batch const& batch : batches)
-        if (batch.material != nullptr)
-            batch.material->unref();
-    for (OldVertexSet const* set : {&oldVertexColorNormal, &oldVertexColor, &oldVertex})
-        if (set->property != nullptr)
-            set->property->unref();
-}
 
 void FltObjectToSoSeparator::setCurrentIterator(RecordIterator& iterator)
 {
@@ -104,19 +93,7 @@ void FltObjectToSoSeparator::visitAllFaces()
         if (*iterator != nullptr)
             ++iterator;
     }
-    finishNodes();
-}
-
-void FltObjectToSoSeparator::finishNodes()
-{
-    for (Batch const& batch : batches)
-        if (batch.material != nullptr)
-            batch.materialSlots.writeTo(*batch.material);
-    for (OldVertexSet const* set : {&oldVertexColorNormal, &oldVertexColor, &oldVertex})
-        if (set->property != nullptr) {
-            set->property->enableNotify(TRUE);
-            set->property->touch();
-        }
+    finishProperty(oldVertex);
 }
 
 void FltObjectToSoSeparator::getAllRecordsFromFltObject(RecordIterator& iterator,
@@ -161,15 +138,7 @@ void FltObjectToSoSeparator::visitFace(FltRecordFace const* face, RecordIterator
 
 FltObjectToSoSeparator::Batch& FltObjectToSoSeparator::batchOf(int id, int subFaceLevel)
 {
-    bool const isSubFace = subFaceLevel != 0;
-    Batch& batch = batches[id - 1 + (isSubFace ? formCount : 0)];
-    if (batch.material == nullptr) {
-        batch.material = new SoMaterial;
-        batch.material->ref();
-        FltVertexPalette::Form const& form = resources->vertices.getForm(id);
-        batch.material->setName(isSubFace ? form.subFaceMaterialSetName : form.materialSetName);
-    }
-    return batch;
+    return batches[id - 1 + (subFaceLevel != 0 ? formCount : 0)];
 }
 
 /// The list is never emptied: each further face that comes here adds a face set with all of it.
@@ -354,38 +323,28 @@ void FltObjectToSoSeparator::addOldVertexToSoVertexProperty(FltRecordOldVertex c
 {
     if (vertex == nullptr)
         return;
-    addOldVertex(oldVertex, "OLD_VERTEX", *vertex);
-    oldVertex.property->texCoord.set1Value(oldVertex.count - 1,
-                                           SbVec2f(vertex->texture[0], vertex->texture[1]));
+    addOldVertex(oldVertex, *vertex);
+    oldVertex.texCoords.emplace_back(vertex->texture[0], vertex->texture[1]);
 }
 
 void FltObjectToSoSeparator::addOldVertexColorToSoVertexProperty(FltRecordOldVertexColor const*& vertex)
 {
     if (vertex != nullptr)
-        addOldVertex(oldVertexColor, "OLD_VERTEX_COLOR", *vertex);
+        addOldVertex(oldVertexColor, *vertex);
 }
 
 void FltObjectToSoSeparator::addOldVertexColorNormalToSoVertexProperty(
     FltRecordOldVertexColorNormal const*& vertex)
 {
     if (vertex != nullptr)
-        addOldVertex(oldVertexColorNormal, "OLD_VERTEX_COLOR_NORMAL", *vertex);
+        addOldVertex(oldVertexColorNormal, *vertex);
 }
 
-void FltObjectToSoSeparator::addOldVertex(OldVertexSet& set, char const* name,
-                                          AbstractOldVertexRecord const& vertex)
+void FltObjectToSoSeparator::addOldVertex(OldVertexSet& set, AbstractOldVertexRecord const& vertex)
 {
-    if (set.property == nullptr) {
-        set.property = new SoVertexProperty;
-        set.property->ref();
-        set.property->setName(name);
-        set.property->enableNotify(FALSE); // face sets in the scene may hold it already
-    }
-    set.property->vertex.set1Value(set.count, static_cast<float>(vertex.Xcoordinate),
-                                   static_cast<float>(vertex.Ycoordinate),
-                                   static_cast<float>(vertex.Zcoordinate));
-    set.indices.push_back(set.count);
-    ++set.count;
+    set.indices.push_back(static_cast<int>(set.places.size()));
+    set.places.emplace_back(static_cast<float>(vertex.Xcoordinate), static_cast<float>(vertex.Ycoordinate),
+                            static_cast<float>(vertex.Zcoordinate));
 }
 
 void FltObjectToSoSeparator::addPolygonOffset(float first, float second)

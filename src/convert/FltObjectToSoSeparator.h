@@ -4,9 +4,13 @@
 #include "convert/FltRecordDeclarations.h"
 #include "convert/FltVertexPalette.h"
 #include "records/FltVersion.h"
+#include "toolkit/SoNodeRef.h"
 
 #include <Inventor/SbColor.h>
 #include <Inventor/SbName.h>
+#include <Inventor/SbVec2f.h>
+#include <Inventor/SbVec3f.h>
+#include <Inventor/nodes/SoVertexProperty.h>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -17,7 +21,6 @@ class FltToInventor;
 class SoGroup;
 class SoIndexedFaceSet;
 class SoMaterial;
-class SoVertexProperty;
 struct FltFaceResources;
 
 /// Turns the records of one Object, or of one run of faces outside any Object, into geometry below one group.
@@ -43,19 +46,19 @@ public:
         std::vector<int> textureIndices;  ///< One for each face, -1 for no texture.
         std::vector<int> materialIndices; ///< One for each face: its slot in the material.
         int faceCounter = -1;             ///< The last face.
-        SoMaterial* material = nullptr;   ///< Owned; made with the first face.
-        FltMaterialSlots materialSlots;   ///< What it gets when the last face is known.
+        FltMaterialSlots materialSlots;   ///< One for each face.
     };
 
     /// The vertices of one obsolete form.
     struct OldVertexSet {
         std::vector<int> indices;             ///< Running positions in the property; -1 closes a polygon.
-        SoVertexProperty* property = nullptr; ///< Owned; made with the first vertex.
-        int count = 0;                        ///< Vertices so far.
+        std::vector<SbVec3f> places;          ///< Of the vertices so far.
+        std::vector<SbVec2f> texCoords;       ///< The same, where the form has any.
+        SoNodeRef<SoVertexProperty> property; ///< Made with the first face set.
     };
 
     FltObjectToSoSeparator();
-    virtual ~FltObjectToSoSeparator();
+    virtual ~FltObjectToSoSeparator() = default;
 
     FltObjectToSoSeparator(FltObjectToSoSeparator const&) = delete;
     FltObjectToSoSeparator& operator=(FltObjectToSoSeparator const&) = delete;
@@ -192,9 +195,9 @@ private:
 
     Batch& batchOf(int id, int subFaceLevel);
     void promoteToColorNormalUV(std::vector<int>& indices, std::size_t begin);
-    void addOldVertex(OldVertexSet& set, char const* name, AbstractOldVertexRecord const& vertex);
+    static void addOldVertex(OldVertexSet& set, AbstractOldVertexRecord const& vertex);
     void addOldVertexFaceSet(FltRecordFace const& face);
-    void finishNodes();
+    static void finishProperty(OldVertexSet& set);
 
     /// @name The six values of a face, for each of the operations above
     /// None where the slot is to be left alone.
@@ -211,12 +214,12 @@ private:
     float paletteTransparency(FltRecordFace const& face, float transparency) const;
 
     SbName faceSetNameOf(SoVertexProperty const* property) const;
-    void addBatch(Batch const& batch, SoVertexProperty*& property);
+    void addBatch(Batch const& batch, SbName const& materialName, SoVertexProperty*& property);
     void addTexture(SoGroup& group, int textureIndex);
-    void addFaceSetOf(OldVertexSet const& set, char const* name);
+    void addFaceSetOf(OldVertexSet& set, char const* name);
     static void fillFaceSet(SoIndexedFaceSet& faceSet, SbName const& name, SoVertexProperty* property,
                             std::vector<int> const& indices);
-    static SoIndexedFaceSet* makeOldVertexFaceSet(char const* name, OldVertexSet const& set);
+    static SoIndexedFaceSet* makeOldVertexFaceSet(char const* name, OldVertexSet& set);
 
     bool isBuilt = false;
     bool iteratorIsSet = false;

@@ -88,11 +88,11 @@ void FltObjectToSoSeparator::traverseObjectPrimaryRecords()
         // Sub-faces lie upon base faces: without any, they have no place.
         if (base.indices.empty())
             continue;
-        addBatch(base, property);
+        addBatch(base, form.materialSetName, property);
         if (subFace.indices.empty())
             continue;
         addPolygonOffset(-1.0F, -30.0F);
-        addBatch(subFace, property);
+        addBatch(subFace, form.subFaceMaterialSetName, property);
     }
     // Vertices with colour alone are drawn beside vertices with colour and normal only.
     if (!oldVertexColorNormal.indices.empty()) {
@@ -101,9 +101,13 @@ void FltObjectToSoSeparator::traverseObjectPrimaryRecords()
     }
 }
 
-void FltObjectToSoSeparator::addBatch(Batch const& batch, SoVertexProperty*& property)
+void FltObjectToSoSeparator::addBatch(Batch const& batch, SbName const& materialName,
+                                      SoVertexProperty*& property)
 {
-    destination->addChild(batch.material);
+    auto* const material = new SoMaterial;
+    material->setName(materialName);
+    batch.materialSlots.writeTo(*material);
+    destination->addChild(material);
     buildAndAddIndexedFaceSetFromIndicesVector(batch.indices, batch.materialIndices, batch.textureIndices,
                                                property);
 }
@@ -211,10 +215,12 @@ void FltObjectToSoSeparator::buildAndAddIndexedFaceSetFromOldVertex()
     addFaceSetOf(oldVertex, "OLD_VERTEX");
 }
 
-void FltObjectToSoSeparator::addFaceSetOf(OldVertexSet const& set, char const* name)
+void FltObjectToSoSeparator::addFaceSetOf(OldVertexSet& set, char const* name)
 {
-    if (!set.indices.empty())
-        destination->addChild(makeOldVertexFaceSet(name, set));
+    if (set.indices.empty())
+        return;
+    destination->addChild(makeOldVertexFaceSet(name, set));
+    finishProperty(set);
 }
 
 void FltObjectToSoSeparator::addFaceSetFromVertexListNoGlobalSoVertexProperty(FltRecordVertexList const* list)
@@ -253,9 +259,25 @@ void FltObjectToSoSeparator::fillFaceSet(SoIndexedFaceSet& faceSet, SbName const
     setFieldValues(faceSet.coordIndex, indices);
 }
 
-SoIndexedFaceSet* FltObjectToSoSeparator::makeOldVertexFaceSet(char const* name, OldVertexSet const& set)
+SoIndexedFaceSet* FltObjectToSoSeparator::makeOldVertexFaceSet(char const* name, OldVertexSet& set)
 {
+    if (set.property.get() == nullptr) {
+        set.property = SoNodeRef<SoVertexProperty>(new SoVertexProperty);
+        set.property->setName(name);
+        set.property->enableNotify(FALSE); // until the last face set in the scene holds it
+    }
     auto* const faceSet = new OldVertexFaceSet;
-    fillFaceSet(*faceSet, name, set.property, set.indices);
+    fillFaceSet(*faceSet, name, set.property.get(), set.indices);
     return faceSet;
+}
+
+void FltObjectToSoSeparator::finishProperty(OldVertexSet& set)
+{
+    if (set.property.get() == nullptr)
+        return;
+    setFieldValues(set.property->vertex, set.places);
+    if (!set.texCoords.empty())
+        setFieldValues(set.property->texCoord, set.texCoords);
+    set.property->enableNotify(TRUE);
+    set.property->touch();
 }

@@ -907,8 +907,6 @@ TEST_F(FltObjectToSoSeparatorWalkTest, AddedFaceMovesTheCounterAndFillsAllListsO
     auto const face = decodeLastAs<FltRecordFace>(
         FltWriter().add("Face", {{"texturePatternIndex", -2}, {"flags", 0x40000000}}));
     FltObjectToSoSeparator::Batch batch;
-    batch.material = new SoMaterial;
-    batch.material->ref();
     EXPECT_EQ(batch.faceCounter, -1);
     object.addFaceToVector(face.get(), {4, 5, 6}, batch);
     object.addFaceToVector(face.get(), {7}, batch);
@@ -917,8 +915,6 @@ TEST_F(FltObjectToSoSeparatorWalkTest, AddedFaceMovesTheCounterAndFillsAllListsO
     EXPECT_EQ(batch.materialIndices, (std::vector<int>{0, 1}));
     EXPECT_EQ(batch.faceCounter, 1);
     EXPECT_EQ(batch.materialSlots.getNum(), 2);
-    EXPECT_EQ(batch.material->shininess.getNum(), 1); // until the last face is known
-    batch.material->unref();
 }
 
 } // namespace
