@@ -84,9 +84,9 @@ bool isBitSet(std::vector<std::int32_t> const& numbers, int switchChildren)
 
 } // namespace
 
-bool FltConvertedSwitch::isMarked(SoGroup const* group)
+bool FltConvertedSwitch::isMarked(std::string const& name)
 {
-    return std::strstr(group->getName().getString(), mark) != nullptr;
+    return name.find(mark) != std::string::npos;
 }
 
 std::string FltConvertedSwitch::markedName(std::string const& name)

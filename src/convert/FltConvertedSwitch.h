@@ -13,8 +13,8 @@ class SoInfo;
 class FltConvertedSwitch
 {
 public:
-    /// Whether a group bears the mark in its name.
-    static bool isMarked(SoGroup const* group);
+    /// Whether the name of a group bears the mark.
+    static bool isMarked(std::string const& name);
 
     /// A name with the mark.
     static std::string markedName(std::string const& name);

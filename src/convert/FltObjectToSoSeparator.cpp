@@ -145,7 +145,7 @@ FltObjectToSoSeparator::Batch& FltObjectToSoSeparator::batchOf(int id, int subFa
 void FltObjectToSoSeparator::addOldVertexFaceSet(FltRecordFace const& face)
 {
     FltAllowance& allowance = resources->oldVertexIndices;
-    if (allowance.isExceeded())
+    if (destination == nullptr || allowance.isExceeded())
         return;
     if (!allowance.spend(static_cast<std::int64_t>(oldVertex.indices.size()))) {
         FltWarningMessageConsole::notifyMessage(
@@ -275,7 +275,8 @@ void FltObjectToSoSeparator::visitVertexList(FltRecordVertexList const* list, st
         id = vertexIds.front();
     } else if (std::all_of(vertexIds.begin(), vertexIds.end(), hasUV)) {
         id = colorNormalUVPropertyId;
-        promoteToColorNormalUV(indices, begin);
+        if (resources->vertices.hasNodes())
+            promoteToColorNormalUV(indices, begin);
     } else {
         FltWarningMessageConsole::notifyMessage("WARNING ! Remove a face having heterogeneous vertices", 1,
                                                 true);

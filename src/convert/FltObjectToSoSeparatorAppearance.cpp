@@ -189,7 +189,9 @@ SbColor FltObjectToSoSeparator::materialModulation(FltRecordFace const& face) co
 /// A position that the palette doesn't have gives the values of a default material.
 FltMaterialFields FltObjectToSoSeparator::paletteMaterial(FltRecordFace const& face) const
 {
-    return FltMaterialFields::readFrom(*resources->palettes.materialPalette, face.materialIndex);
+    SoMaterial const* const palette = resources->palettes.materialPalette.get();
+    return palette != nullptr ? FltMaterialFields::readFrom(*palette, face.materialIndex)
+                              : FltMaterialFields();
 }
 
 /// Face and Object together bring a material's transparency towards nothing.

@@ -11,6 +11,9 @@
 
 /// The tables of one file that its faces refer to by index, as its palette records fill them.
 struct FltPalettes {
+    /// @param makesNodes if not, there are no materials
+    explicit FltPalettes(bool makesNodes = true) : materialPalette(makesNodes ? new SoMaterial : nullptr) {}
+
     /// The texture at an index, or null.
     SoTexture2* findTexture(int index) const
     {
@@ -19,7 +22,7 @@ struct FltPalettes {
     }
 
     FltColorPalette colorPalette;
-    SoNodeRef<SoMaterial> materialPalette{new SoMaterial}; ///< Each field is a table by material index.
+    SoNodeRef<SoMaterial> materialPalette; ///< Each field is a table by material index.
     std::map<int, SoNodeRef<SoTexture2>> texturePalette;
     std::map<int, void*> reservedMap; ///< Nothing fills it.
     std::map<int, std::string> namePalette;

@@ -5,6 +5,8 @@
 
 FltSilencedScene::Order FltSilencedScene::silence(SoNode* node)
 {
+    if (node == nullptr)
+        return silencedNodes.size();
     node->enableNotify(FALSE);
     silencedNodes.push_back(node);
     return silencedNodes.size() - 1;

@@ -18,7 +18,7 @@ public:
     /// The place of a node among the others, in the order in which they were silenced.
     using Order = std::size_t;
 
-    /// Silences a node, which has to live until end().
+    /// Silences a node, which has to live until end(). May be null.
     Order silence(SoNode* node);
 
     /// Notes that a box was taken of a subtree: of the node at @p first, and of all that came after it.

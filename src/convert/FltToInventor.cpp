@@ -90,13 +90,17 @@ SoSeparator* FltToInventor::convertFromFile(char const* fileName)
     return root;
 }
 
-FltToInventor::FltToInventor() : FltToInventor(std::make_unique<State>()) {}
-
-FltToInventor::FltToInventor(std::unique_ptr<State> state) : state(std::move(state))
+int FltToInventor::list(FltInput& input, FltConversionHost& host)
 {
-    this->state->minRangeLabel->label = "MinRangeLimitForLOD";
-    this->state->maxRangeLabel->label = "MaxRangeLimitForLOD";
+    FltToInventor lister(std::make_unique<State>(false));
+    lister.setFltInputToconvert(&input);
+    lister.setHost(&host);
+    return lister.convert() != 0 || lister.state->parser.get()->getFltRecords().empty() ? 1 : 0;
 }
+
+FltToInventor::FltToInventor() : FltToInventor(std::make_unique<State>(true)) {}
+
+FltToInventor::FltToInventor(std::unique_ptr<State> state) : state(std::move(state)) {}
 
 FltToInventor::~FltToInventor()
 {
@@ -142,7 +146,7 @@ void FltToInventor::setHost(FltConversionHost* host)
 int FltToInventor::convert()
 {
     if (state->result == nullptr)
-        state->result = new SoSeparator;
+        state->result = state->make<SoSeparator>();
     FltParser* const parser = state->parser.get();
     if (parser == nullptr) {
         FltWarningMessageConsole::notifyMessage("ERROR ! The field fltParser is NULL", 3, true);

@@ -40,6 +40,12 @@ public:
     /// @return the root of the scene graph; null for an empty name
     static SoSeparator* convertFromFile(char const* fileName);
 
+    /// Does what the conversion of an input does, external files included, but makes no node: the same
+    /// records are dumped in the same order, and the host learns of all but textures. Of what is wrong it
+    /// reports what concerns records. The toolkit needn't have been started.
+    /// @return 0, or 1 where convert() gives 1, or no record is whole
+    static int list(FltInput& input, FltConversionHost& host);
+
     static char const* getProductNameString(); ///< "VelloReader"
     static char const* getVersionString();     ///< "9.6.1"
 
@@ -292,7 +298,7 @@ public:
 private:
     struct VELLOREADER_INNER State;
 
-    /// For the conversion of an external file.
+    /// For the conversion of an external file, or without a scene.
     explicit FltToInventor(std::unique_ptr<State> state);
 
     std::unique_ptr<State> state;

@@ -294,12 +294,15 @@ void FltToInventor::visitGroupChildren(RecordIterator& iterator)
 
 void FltToInventor::visitHeader(FltRecordHeader const* record)
 {
+    state->rgbMode = (record->flags >> 30 & 1) != 0;
     if (state->result == nullptr)
-        state->result = new SoSeparator;
+        state->result = state->make<SoSeparator>();
     SoSeparator* const result = state->result;
+    state->current = {result, {}, state->scene.silence(result)};
+    if (result == nullptr)
+        return;
     result->ref();
     result->setName("root");
-    state->current = {result, {}, state->scene.silence(result)};
 
     double const scale = scaleOf(*record);
     if (scale != 1.0) {
@@ -318,7 +321,6 @@ void FltToInventor::visitHeader(FltRecordHeader const* record)
     auto* const normalBinding = new SoNormalBinding;
     normalBinding->value = SoNormalBinding::PER_VERTEX_INDEXED;
     result->addChild(normalBinding);
-    state->rgbMode = (record->flags >> 30 & 1) != 0;
 }
 
 // Kept for the records that the scene has no use for: one operation each, so that a use has its place.

@@ -33,6 +33,8 @@ void FltToInventor::visitNextSuccessiveFaces(RecordIterator& iterator)
         records.push_back(*iterator);
         previousOpcode = opcode;
     }
+    if (!state->shared.makesNodes && !state->isLevelOpen())
+        return; // no scene would have a place for them
     records.push_back(&pop);
     records.push_back(nullptr);
     SoGroup* destination = state->stackTop();
@@ -54,7 +56,10 @@ void FltToInventor::visitObjectFaceRecords(RecordIterator& iterator, float const
         object.setCurrentFltObjectTransparency(transparency);
         object.setDestination(destination);
         object.setFltToInventor(this);
-        object.buildFinalSoSeparator();
+        if (state->shared.makesNodes)
+            object.buildFinalSoSeparator();
+        else
+            object.visitAllFaces();
     }
     if (*iterator == nullptr)
         return;

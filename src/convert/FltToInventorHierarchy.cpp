@@ -35,14 +35,6 @@ std::string textOf(char const (&id)[size])
     return {id, ::strnlen(id, size)};
 }
 
-template <class Node>
-Node* named(std::string const& name)
-{
-    auto* const node = new Node;
-    SoNodeName::give(*node, name);
-    return node;
-}
-
 SbVec3f centreOf(FltRecordLOD const& record)
 {
     return {static_cast<float>(record.XcenterCoordinate), static_cast<float>(record.YcenterCoordinate),
@@ -73,24 +65,52 @@ void forEachCommentLine(std::string text, Action action)
 
 } // namespace
 
-void FltToInventor::State::openNode(FltToInventor& converter, SoGroup* attached, SoGroup* receiver,
+void FltToInventor::State::giveName(SoNode* node, std::string const& name)
+{
+    if (node != nullptr)
+        SoNodeName::give(*node, name);
+    else
+        current.isSwitch = FltConvertedSwitch::isMarked(SoNodeName::given(name));
+}
+
+void FltToInventor::State::hang(SoGroup* parent, SoNode* child)
+{
+    if (parent != nullptr)
+        parent->addChild(child);
+}
+
+SoLabel* FltToInventor::State::makeLabel(std::string const& text) const
+{
+    auto* const label = make<SoLabel>();
+    if (label != nullptr)
+        label->label = text.c_str();
+    return label;
+}
+
+void FltToInventor::State::openNode(FltToInventor& converter, SoGroup* group, RecordIterator& iterator)
+{
+    current.group = group;
+    converter.addSoGroupToNodesStackTop(group);
+    ++iterator;
+    converter.visitAncillaryRecords(iterator, group);
+}
+
+void FltToInventor::State::openNode(FltToInventor& converter, SoGroup* outer, SoGroup* inner,
                                     RecordIterator& iterator)
 {
-    current.group = receiver;
-    converter.addSoGroupToNodesStackTop(attached);
-    if (receiver != attached) {
-        current.order = scene.silence(receiver);
-        ++current.place.depth;
-    }
+    current.group = inner;
+    converter.addSoGroupToNodesStackTop(outer);
+    current.order = scene.silence(inner);
+    ++current.place.depth;
     ++iterator;
-    converter.visitAncillaryRecords(iterator, receiver);
+    converter.visitAncillaryRecords(iterator, inner);
 }
 
 void FltToInventor::addSoGroupToNodesStackTop(SoGroup* node)
 {
     state->current.order = state->scene.silence(node);
     SoGroup* const top = state->stackTop();
-    if (top == nullptr)
+    if (!state->isLevelOpen())
         return state->keepUnattached(node);
     bool const isInSwitch = state->isTopSwitch();
     FltInstanceAccount::Place place = state->nodesStack.top().place;
@@ -98,10 +118,8 @@ void FltToInventor::addSoGroupToNodesStackTop(SoGroup* node)
     if (!state->instances.addNode(place))
         return state->keepUnattached(node);
     state->current.place = place;
-    if (!isInSwitch) {
-        top->addChild(node);
-        return;
-    }
+    if (!isInSwitch || top == nullptr)
+        return State::hang(top, node);
     auto* const wrapper = new SoSwitch;
     state->nameAsChildOf(*top, *wrapper);
     wrapper->whichChild = isSoSwitchTraverseHisChildren(top) ? SO_SWITCH_ALL : SO_SWITCH_NONE;
@@ -113,9 +131,9 @@ void FltToInventor::addSoGroupToNodesStackTop(SoGroup* node)
 bool FltToInventor::State::isTopSwitch()
 {
     OpenLevel& level = nodesStack.top();
-    if (!level.isSwitch || !visitsRecords)
-        level.isSwitch = FltConvertedSwitch::isMarked(level.group);
-    return *level.isSwitch;
+    if (shared.makesNodes && (!level.isSwitch || !visitsRecords))
+        level.isSwitch = FltConvertedSwitch::isMarked(level.group->getName().getString());
+    return level.isSwitch == true;
 }
 
 /// A long id may make the name of a switch long, and each child repeats it.
@@ -134,6 +152,11 @@ void FltToInventor::State::keepUnattached(SoNode* node)
     current.place = instances.openUnattachedScope();
 }
 
+bool FltToInventor::State::isLevelOpen() const
+{
+    return !nodesStack.empty() && (!shared.makesNodes || nodesStack.top().group != nullptr);
+}
+
 SoGroup* FltToInventor::State::stackTop()
 {
     if (nodesStack.empty())
@@ -144,22 +167,22 @@ SoGroup* FltToInventor::State::stackTop()
 
 void FltToInventor::visitGroup(FltRecordGroup const* record, RecordIterator& iterator)
 {
-    auto* const group = named<SoSeparator>(textOf(record->idASCII));
-    state->openNode(*this, group, group, iterator);
+    auto* const group = state->makeNamed<SoSeparator>(textOf(record->idASCII));
+    state->openNode(*this, group, iterator);
     visitGroupChildren(iterator);
 }
 
 void FltToInventor::visitDOF(FltRecordDOF const* record, RecordIterator& iterator)
 {
-    auto* const group = named<SoSeparator>(textOf(record->idASCII));
-    state->openNode(*this, group, group, iterator);
+    auto* const group = state->makeNamed<SoSeparator>(textOf(record->idASCII));
+    state->openNode(*this, group, iterator);
     visitGroupChildren(iterator);
 }
 
 void FltToInventor::visitObject(FltRecordObject const* record, RecordIterator& iterator)
 {
-    SoGroup* object = named<SoSeparator>(textOf(record->idASCII));
-    state->openNode(*this, object, object, iterator);
+    SoGroup* object = state->makeNamed<SoSeparator>(textOf(record->idASCII));
+    state->openNode(*this, object, iterator);
     if (*iterator != nullptr && (*iterator)->getOpcode() == FltOpcode::popLevel)
         --iterator; // an empty object: the Pop closes the level around it
     else
@@ -168,20 +191,22 @@ void FltToInventor::visitObject(FltRecordObject const* record, RecordIterator& i
 
 void FltToInventor::visitText(FltRecordText const* record, RecordIterator& iterator)
 {
-    auto* const group = named<SoSeparator>(textOf(record->idASCII));
-    state->openNode(*this, group, group, iterator);
+    auto* const group = state->makeNamed<SoSeparator>(textOf(record->idASCII));
+    state->openNode(*this, group, iterator);
 }
 
 void FltToInventor::visitUnknownPrimaryRecord(FltRecordUnknown const* /*record*/, RecordIterator& iterator)
 {
-    auto* const group = named<SoSeparator>("UnknownPrimaryRecord");
-    state->openNode(*this, group, group, iterator);
+    auto* const group = state->makeNamed<SoSeparator>("UnknownPrimaryRecord");
+    state->openNode(*this, group, iterator);
 }
 
 void FltToInventor::visitClipRegion(FltRecordClipRegion const* record, RecordIterator& iterator)
 {
-    auto* const group = named<SoSeparator>(textOf(record->idASCII));
-    state->openNode(*this, group, group, iterator);
+    auto* const group = state->makeNamed<SoSeparator>(textOf(record->idASCII));
+    state->openNode(*this, group, iterator);
+    if (group == nullptr)
+        return;
     for (int i = 0; i < FltRecordClipRegion::getUsedFlags(); ++i) {
         auto const coefficient = [&](int which) {
             return static_cast<float>(record->clipRegionCoefs[which][i]);
@@ -196,17 +221,19 @@ void FltToInventor::visitClipRegion(FltRecordClipRegion const* record, RecordIte
 void FltToInventor::visitLOD(FltRecordLOD const* record, RecordIterator& iterator)
 {
     std::string const name = textOf(record->idASCII);
-    auto* const lod = named<SoLOD>(name);
-    lod->center = centreOf(*record);
-    // Nearer than the switch-out distance and beyond the switch-in distance an empty label is drawn.
-    lod->range.set1Value(0, static_cast<float>(record->switchOutDistance));
-    lod->range.set1Value(1, static_cast<float>(record->switchInDistance));
-    SoNodeRef<SoSeparator> const children(named<SoSeparator>(name));
+    auto* const lod = state->makeNamed<SoLOD>(name);
+    SoNodeRef<SoSeparator> const children(state->makeNamed<SoSeparator>(name));
     std::int64_t const nodesBefore = state->instances.getGraph().getNodes();
     RecordIterator const begin = iterator;
     state->openNode(*this, lod, children.get(), iterator);
     FltSilencedScene::Order const order = state->current.order;
     visitGroupChildren(iterator);
+    if (lod == nullptr)
+        return;
+    // Nearer than the switch-out distance and beyond the switch-in distance an empty label is drawn.
+    lod->center = centreOf(*record);
+    lod->range.set1Value(0, static_cast<float>(record->switchOutDistance));
+    lod->range.set1Value(1, static_cast<float>(record->switchInDistance));
     lod->addChild(state->minRangeLabel.get());
     lod->addChild(children.get());
     SbVec3f const centre = lod->center.getValue();
@@ -231,12 +258,14 @@ void FltToInventor::visitOLDLOD(FltRecordOLDLOD const* record, RecordIterator& i
 
 void FltToInventor::visitSwitch(FltRecordSwitch const* record, RecordIterator& iterator)
 {
-    auto* const group = named<SoSeparator>(textOf(record->idASCII));
-    SoNodeName::give(*group, FltConvertedSwitch::markedName(group->getName().getString()));
-    auto* info = new SoInfo;
-    setFltSwitchPropertiesToSoInfo(info, record);
-    group->addChild(info);
-    state->openNode(*this, group, group, iterator);
+    std::string const name = SoNodeName::given(textOf(record->idASCII));
+    auto* const group = state->makeNamed<SoSeparator>(FltConvertedSwitch::markedName(name));
+    if (group != nullptr) {
+        auto* info = new SoInfo;
+        setFltSwitchPropertiesToSoInfo(info, record);
+        group->addChild(info);
+    }
+    state->openNode(*this, group, iterator);
     visitGroupChildren(iterator);
 }
 
@@ -267,6 +296,8 @@ bool FltToInventor::isSoSwitchTraverseHisChildren(SoGroup* group) const
 
 void FltToInventor::visitComment(FltRecordComment const* record, SoGroup* group)
 {
+    if (group == nullptr)
+        return;
     forEachCommentLine(record->textDescription.get(), [this, group](char const* line) {
         // Every line holds the whole rest of its comment, so a long one multiplies.
         if (state->shared.allowances.commentText.isExceeded())
@@ -280,11 +311,13 @@ void FltToInventor::visitComment(FltRecordComment const* record, SoGroup* group)
 
 void FltToInventor::visitLongID(FltRecordLongID const* record, SoNode* node)
 {
-    SoNodeName::give(*node, record->idASCII.get());
+    state->giveName(node, record->idASCII.get());
 }
 
 void FltToInventor::visitMatrix(FltRecordMatrix const* record, SoGroup* group)
 {
+    if (group == nullptr)
+        return;
     SbMatrix matrix;
     matrix.setValue(&record->matrix[0][0]);
     auto* const transform = new SoMatrixTransform;

@@ -29,12 +29,17 @@ std::int64_t sizeOf(std::string const& path)
     return ::stat(path.c_str(), &status) == 0 ? status.st_size : 0;
 }
 
-/// Whether a group has got the scene of a file since it had so many children.
-bool hasGotScene(SoGroup const& group, int childrenBefore)
+int countChildren(SoGroup const* group)
 {
-    int const last = group.getNumChildren() - 1;
+    return group != nullptr ? group->getNumChildren() : 0;
+}
+
+/// Whether a group has got the scene of a file since it had so many children.
+bool hasGotScene(SoGroup const* group, int childrenBefore)
+{
+    int const last = countChildren(group) - 1;
     return last >= childrenBefore &&
-           static_cast<SoSeparator const*>(group.getChild(last))->getNumChildren() > 0;
+           static_cast<SoSeparator const*>(group->getChild(last))->getNumChildren() > 0;
 }
 
 } // namespace
@@ -42,8 +47,7 @@ bool hasGotScene(SoGroup const& group, int childrenBefore)
 void FltToInventor::visitInstanceDefinition(FltRecordInstanceDefinition const* record)
 {
     int const number = record->instanceDefinitionNumber;
-    auto* const definition = new SoSeparator;
-    definition->setName(("InstanceDefinition_" + std::to_string(number)).c_str());
+    auto* const definition = state->makeNamed<SoSeparator>("InstanceDefinition_" + std::to_string(number));
     State::OpenLevel& current = state->current;
     current.group = definition;
     addSoGroupToNodesStackTop(definition);
@@ -55,12 +59,12 @@ void FltToInventor::visitInstanceReference(FltRecordInstanceReference const* rec
 {
     auto const* const definition = state->instances.findDefinition(record->instanceDefinitionNumber);
     SoGroup* const top = state->stackTop();
-    if (definition == nullptr || top == nullptr)
+    if (definition == nullptr || !state->isLevelOpen())
         return;
     FltInstanceAccount::Place place = state->nodesStack.top().place;
     ++place.depth;
     if (state->instances.place(definition->scope, place))
-        top->addChild(definition->node.get());
+        State::hang(top, definition->node.get());
 }
 
 void FltToInventor::visitReplicate(FltRecordReplicate const* record, SoNode* node,
@@ -68,13 +72,14 @@ void FltToInventor::visitReplicate(FltRecordReplicate const* record, SoNode* nod
                                    std::vector<FltRecord*>& ancillaries, RecordIterator& iterator)
 {
     SoGroup* const top = state->stackTop();
-    if (top == nullptr)
+    if (!state->isLevelOpen())
         return;
     State::OpenLevel& current = state->current;
-    auto* const replications = new SoSeparator;
-    replications->setName("Replications");
+    auto* const replications = state->make<SoSeparator>();
+    if (replications != nullptr)
+        replications->setName("Replications");
     state->scene.silence(replications);
-    top->addChild(replications);
+    State::hang(top, replications);
 
     FltInstanceAccount::Place place = state->nodesStack.top().place;
     place.depth += 2;
@@ -94,18 +99,17 @@ void FltToInventor::visitReplicate(FltRecordReplicate const* record, SoNode* nod
         if (!state->instances.place(current.place.scope, place))
             return;
         visitMatrix(matrix, replications);
-        replications->addChild(node);
+        State::hang(replications, node);
     }
 }
 
 void FltToInventor::visitExternalReference(FltRecordExternalReference const* record, RecordIterator& iterator)
 {
     std::string const path(record->asciiPath, ::strnlen(record->asciiPath, sizeof record->asciiPath));
-    auto* const group = new SoSeparator;
-    auto* const label = new SoLabel;
-    label->label = ("From OpenFlight File:  " + path).c_str();
-    group->addChild(label);
-    state->openNode(*this, group, group, iterator);
+    auto* const group = state->make<SoSeparator>();
+    state->current.isSwitch.reset(); // it has no name
+    State::hang(group, state->makeLabel("From OpenFlight File:  " + path));
+    state->openNode(*this, group, iterator);
     if (path.empty()) {
         --iterator;
         return;
@@ -115,7 +119,7 @@ void FltToInventor::visitExternalReference(FltRecordExternalReference const* rec
     FltInput const* const input = parser != nullptr ? parser->getInput() : nullptr;
     char const* const directory = input != nullptr ? input->getDirName() : nullptr;
     std::string const fullPath = directory != nullptr ? FltExternalFiles::pathOf(directory, path) : "";
-    int const childrenBefore = group->getNumChildren();
+    int const childrenBefore = countChildren(group);
     bool const isThere = RegularFile::isReadable(fullPath.c_str());
     FltConversionHost* const host = input != nullptr ? state->shared.host : nullptr;
     bool const isFollowed = host == nullptr || host->beginReference(*input, path, fullPath, isThere);
@@ -128,7 +132,7 @@ void FltToInventor::visitExternalReference(FltRecordExternalReference const* rec
         --iterator;
     }
     if (host != nullptr)
-        host->endReference(hasGotScene(*group, childrenBefore));
+        host->endReference(hasGotScene(group, childrenBefore));
 }
 
 void FltToInventor::State::convertExternalFile(std::string const& path, std::string const& fullPath,
@@ -147,7 +151,7 @@ void FltToInventor::State::convertExternalFile(std::string const& path, std::str
     if (FltExternalFiles::File const* const known = externalFiles.find(name)) {
         FltFileInput::reportOpening(name.c_str(), known->isOpen);
         if (instances.place(known->scope, place))
-            parent->addChild(known->root);
+            hang(parent, known->root);
         return;
     }
     FltInstanceGraph::Surroundings const surroundings = instances.getGraph().surroundingsOf(place);
@@ -168,8 +172,8 @@ void FltToInventor::State::convertExternalFile(std::string const& path, std::str
     input.dropBytesWhenParsed();
     if (shared.files.read(identity, input.getSize()))
         shared.allowances.growBy(input.getSize());
-    SoNodeRef<SoSeparator> const root(new SoSeparator);
-    parent->addChild(root.get());
+    SoNodeRef<SoSeparator> const root(make<SoSeparator>());
+    hang(parent, root.get());
     FltExternalFiles::File& file = externalFiles.add(name, root.get());
     file.isOpen = input.isInFlowCreated();
 
@@ -180,7 +184,7 @@ void FltToInventor::State::convertExternalFile(std::string const& path, std::str
         FltToInventor nested(std::make_unique<State>(shared, surroundings, hierarchyDepth + 1));
         nested.state->relativePath = FltExternalFiles::relativePathOf(relativePath, path);
         nested.setFltInputToconvert(&input);
-        nested.setResult(root.get());
+        nested.state->result = root.get();
         nested.convert();
         FltInstanceGraph const& part = nested.state->instances.getGraph();
         scene.depth = part.getDepth();
@@ -201,7 +205,7 @@ void FltToInventor::State::placeFinishedFile(std::string const& name, std::strin
     std::optional<int> const scope = instances.placeFinished(place, scene.depth, scene.nodes);
     if (!scope)
         return;
-    parent->addChild(scene.root.get());
+    hang(parent, scene.root.get());
     FltExternalFiles::File& file = externalFiles.add(name, scene.root.get());
     file.isOpen = true;
     file.scope = *scope;

@@ -28,6 +28,9 @@ void FltToInventor::visitMaterial(FltRecordMaterial const* record)
 {
     if (record->index < 0 || record->index >= FltLimits::materialPaletteSize)
         return; // no face can name it
+    SoMaterial* const palette = state->palettes.materialPalette.get();
+    if (palette == nullptr)
+        return;
     FltMaterialFields fields;
     fields.ambientColor = SbColor(record->ambient);
     fields.diffuseColor = SbColor(record->diffuse);
@@ -35,7 +38,7 @@ void FltToInventor::visitMaterial(FltRecordMaterial const* record)
     fields.emissiveColor = SbColor(record->emissive);
     fields.shininess = record->shininess * shininessScale;
     fields.transparency = 1.0F - record->alpha;
-    fields.writeTo(*state->palettes.materialPalette, record->index);
+    fields.writeTo(*palette, record->index);
 }
 
 void FltToInventor::visitOLDMaterialPalette(FltRecordOLDMaterialPalette const* record)
@@ -72,6 +75,8 @@ void FltToInventor::visitTexturePattern(FltRecordTexturePattern const* record)
 
 SoNodeRef<SoTexture2> FltToInventor::State::makeTexture(std::string const& fileName)
 {
+    if (!shared.makesNodes)
+        return {};
     FltInput const* const input = parser.get() != nullptr ? parser.get()->getInput() : nullptr;
     return shared.host != nullptr && input != nullptr ? shared.host->makeTexture(*input, fileName)
                                                       : shared.textures.make(relativePath + fileName);
@@ -79,7 +84,9 @@ SoNodeRef<SoTexture2> FltToInventor::State::makeTexture(std::string const& fileN
 
 void FltToInventor::visitLineStylePalette(FltRecordLineStylePalette const* record)
 {
-    SoNodeRef<SoDrawStyle> const style(new SoDrawStyle);
+    SoNodeRef<SoDrawStyle> const style(state->make<SoDrawStyle>());
+    if (style.get() == nullptr)
+        return;
     style->lineWidth = static_cast<float>(record->lineWidth);
     style->linePattern = static_cast<unsigned short>(record->patternMask);
     state->palettes.lineStylePalette[record->lineStyleIndex] = style;

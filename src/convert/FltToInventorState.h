@@ -41,6 +41,9 @@ struct FltToInventor::State {
 
     /// What the conversions of a file and of all that it refers to have in common.
     struct Shared {
+        explicit Shared(bool makesNodes) : makesNodes(makesNodes) {}
+
+        bool const makesNodes; ///< If not, the same is walked, read and told, and every node is null.
         FltReferenceChain chain;
         FltConvertedFiles files;
         FltAllowances allowances;
@@ -48,11 +51,15 @@ struct FltToInventor::State {
         FltConversionHost* host = nullptr;
     };
 
-    State() : shared(ownShared), instances(warnings, shared.allowances) {}
+    explicit State(bool makesNodes)
+        : ownShared(makesNodes), shared(ownShared), instances(warnings, shared.allowances)
+    {
+    }
 
     /// For the conversion of an external file.
     State(Shared& shared, FltInstanceGraph::Surroundings const& surroundings, int hierarchyDepth)
-        : shared(shared), instances(warnings, shared.allowances, surroundings), hierarchyDepth(hierarchyDepth)
+        : ownShared(false), shared(shared), instances(warnings, shared.allowances, surroundings),
+          hierarchyDepth(hierarchyDepth)
     {
     }
 
@@ -62,9 +69,34 @@ struct FltToInventor::State {
     /// Whether this is no conversion of an external file.
     bool isTopLevel() const { return &shared == &ownShared; }
 
-    /// Hangs @p attached below the top of the stack, makes @p receiver, which is the same node or a child of
-    /// it, the group that the next Push opens, and applies the ancillary records after the record to it.
-    void openNode(FltToInventor& converter, SoGroup* attached, SoGroup* receiver, RecordIterator& iterator);
+    /// A new node.
+    template <class Node>
+    Node* make() const
+    {
+        return shared.makesNodes ? new Node : nullptr;
+    }
+
+    /// A new group that bears a name, and is to be opened next.
+    template <class Node>
+    Node* makeNamed(std::string const& name)
+    {
+        Node* const node = make<Node>();
+        giveName(node, name);
+        return node;
+    }
+
+    /// Gives the group that is opened next, or was opened last, its name.
+    void giveName(SoNode* node, std::string const& name);
+
+    /// Hangs a node below a group.
+    static void hang(SoGroup* parent, SoNode* child);
+
+    /// Hangs a group below the top of the stack, makes it the one that the next Push opens, and applies the
+    /// ancillary records after the record to it.
+    void openNode(FltToInventor& converter, SoGroup* group, RecordIterator& iterator);
+
+    /// The same for a group whose child, which isn't hung yet, is the one that the next Push opens.
+    void openNode(FltToInventor& converter, SoGroup* outer, SoGroup* inner, RecordIterator& iterator);
 
     /// Lets the host know, once in a while, how far the conversion is.
     void reportProgress(RecordIterator const& iterator)
@@ -77,12 +109,17 @@ struct FltToInventor::State {
     /// The node of a texture that the file at hand names.
     SoNodeRef<SoTexture2> makeTexture(std::string const& fileName);
 
+    /// Whether a level is open.
+    bool isLevelOpen() const;
+
     /// The group that takes what comes next, or null with no level open. What the toolkit remembers of a box
     /// around it is forgotten: that happens when a level is opened again below a finished level of detail.
     SoGroup* stackTop();
 
     /// Whether the top of the stack, which has to be there, is a converted switch.
     bool isTopSwitch();
+
+    SoLabel* makeLabel(std::string const& text) const;
 
     void nameAsChildOf(SoGroup const& group, SoSwitch& child);
 
@@ -108,11 +145,11 @@ struct FltToInventor::State {
     bool visitsRecords = false; ///< While the nodes of a whole file are built.
     bool rgbMode = false;
     std::string relativePath;
-    SoNodeRef<SoLabel> minRangeLabel{new SoLabel};
-    SoNodeRef<SoLabel> maxRangeLabel{new SoLabel};
+    SoNodeRef<SoLabel> minRangeLabel{makeLabel("MinRangeLimitForLOD")};
+    SoNodeRef<SoLabel> maxRangeLabel{makeLabel("MaxRangeLimitForLOD")};
 
-    FltPalettes palettes;
-    FltVertexPalette vertices{palettes.colorPalette};
+    FltPalettes palettes{shared.makesNodes};
+    FltVertexPalette vertices{palettes.colorPalette, shared.makesNodes};
     FltFaceResources faceResources{vertices, palettes, shared.allowances.oldVertexIndices};
 
     std::stack<OpenLevel> nodesStack; ///< The open levels of the hierarchy.

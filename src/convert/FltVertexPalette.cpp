@@ -81,8 +81,11 @@ std::array<Form, FltVertexPalette::formCount> const& FltVertexPalette::standardF
     return standard;
 }
 
-FltVertexPalette::FltVertexPalette(FltColorPalette const& colors) : colors(colors), forms(standardForms())
+FltVertexPalette::FltVertexPalette(FltColorPalette const& colors, bool makesNodes)
+    : colors(colors), makesNodes(makesNodes), forms(standardForms())
 {
+    if (!makesNodes)
+        return;
     for (Form& form : forms) {
         form.property = SoNodeRef<SoVertexProperty>(new SoVertexProperty);
         SoVertexProperty& property = *form.property;
@@ -106,6 +109,8 @@ void FltVertexPalette::add(Position position, FltRecordVertexColor const& record
     unsigned int const size = record.getLength();
     offsetToVertexEntryMap.add(nextVertexOffset, {index, static_cast<std::int32_t>(size), form.id});
     nextVertexOffset += size;
+    if (!makesNodes)
+        return;
     if (index >= form.fields.vertex.getNum())
         grow(form);
 
@@ -194,7 +199,7 @@ VertexEntry FltVertexPalette::entryAt(unsigned long offset)
 FltVertexPalette::Form const* FltVertexPalette::findForm(SoVertexProperty const* property) const
 {
     for (Form const& form : forms)
-        if (form.property.get() == property)
+        if (property != nullptr && form.property.get() == property)
             return &form;
     return nullptr;
 }
@@ -237,6 +242,9 @@ void FltVertexPalette::noteIndex(int id, int index)
 
 void FltVertexPalette::cut(SoGroup* root)
 {
+    vertexPropertiesFinalized = true;
+    if (!makesNodes)
+        return;
     SoNodeRef<SoSwitch> const palette(new SoSwitch);
     palette->setName("vertexPropertyPalette");
     palette->whichChild = SO_SWITCH_NONE;
@@ -249,11 +257,12 @@ void FltVertexPalette::cut(SoGroup* root)
     }
     if (palette->getNumChildren() > 0 && root != nullptr)
         root->addChild(palette.get());
-    vertexPropertiesFinalized = true;
 }
 
 void FltVertexPalette::close()
 {
+    if (!makesNodes)
+        return;
     for (Form& form : forms) {
         if (!vertexPropertiesFinalized) {
             if (form.count > 0) // the scene may hold it

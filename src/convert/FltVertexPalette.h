@@ -64,7 +64,8 @@ public:
         Position coordinates = {}; ///< The form into whose property the coordinates go now.
     };
 
-    explicit FltVertexPalette(FltColorPalette const& colors);
+    /// @param makesNodes if not, the palette only knows at which offsets vertices begin, and of which form
+    explicit FltVertexPalette(FltColorPalette const& colors, bool makesNodes = true);
     ~FltVertexPalette() = default;
 
     FltVertexPalette(FltVertexPalette const&) = delete;
@@ -73,6 +74,8 @@ public:
     /// Adds the next vertex of the file.
     /// @param normal, texture null where the form has none
     void add(Position form, FltRecordVertexColor const& record, float const* normal, float const* texture);
+
+    bool hasNodes() const { return makesNodes; }
 
     /// Adds a vertex of the form with normal and UV, made of a vertex of any form and a normal. All colours
     /// of that form are dropped.
@@ -134,6 +137,7 @@ private:
     std::uint32_t packedColorOf(Position form, FltRecordVertexColor const& record) const;
 
     FltColorPalette const& colors;
+    bool makesNodes;
     FltVertexOffsets offsetToVertexEntryMap;
     unsigned long nextVertexOffset = 8; ///< Offsets count from the head of the palette, which is that long.
     bool vertexPropertiesFinalized = false;

@@ -76,10 +76,11 @@ void convertExactly(FltDatabaseFile const& database, FltInput& input, FltLoadHos
         throw database.whyNotConverted();
 }
 
-/// The same with the log that is asked for.
+/// Gives the file to an action that reads all its records, and keeps the log that is asked for meanwhile.
 /// @param messages get to know if the log isn't whole
-void convertAndLog(FltLoader const& options, FltDatabaseFile const& database, FltLoadHost& host,
-                   SoSeparator* root, FltMessageCollector& messages)
+template <class Read>
+void readAndLog(FltLoader const& options, FltDatabaseFile const& database, FltMessageCollector& messages,
+                Read read)
 {
     Flt_15_7_CreationVisitor::Session const factory;
     FltFileInput input = readFile(database);
@@ -87,7 +88,7 @@ void convertAndLog(FltLoader const& options, FltDatabaseFile const& database, Fl
         throw notReadable(database);
     input.dropBytesWhenParsed();
     FltLoadLog log(options.log, database.getPath());
-    convertExactly(database, input, host, root);
+    read(input);
     if (!log.close())
         messages.add(
             {FltMessage::Level::error, "the log isn't whole. Check the space on the disk.", log.getPath()});
@@ -100,22 +101,24 @@ std::unique_ptr<FltScene::Content> loadExactly(FltLoader const& options, FltData
     content->root = SoNodeRef<SoSeparator>(new SoSeparator);
     FltMessageCollector messages;
     FltLoadHost host(options, database.getPath(), *content, messages);
-    convertAndLog(options, database, host, content->root.get(), messages);
+    readAndLog(options, database, messages,
+               [&](FltInput& input) { convertExactly(database, input, host, content->root.get()); });
     host.finishScene();
     content->messages = std::move(messages.messages());
     return content;
 }
 
-/// Writes the log that is asked for, as the exact conversion does. Its scene and what it tells are dropped.
+/// Writes the log that is asked for, as the exact conversion does. What it tells is dropped.
 /// @param messages get to know if the log isn't whole
 void writeLog(FltLoader const& options, FltDatabaseFile const& database, FltMessageCollector& messages)
 {
-    startToolkit();
     FltLoadReport dropped;
-    SoNodeRef<SoSeparator> const root(new SoSeparator);
     FltMessageCollector unheard;
     FltLoadHost host(options, database.getPath(), dropped, unheard);
-    convertAndLog(options, database, host, root.get(), messages);
+    readAndLog(options, database, messages, [&](FltInput& input) {
+        if (FltToInventor::list(input, host) != 0)
+            throw database.whyNotConverted();
+    });
 }
 
 FltVisualConversion::Options visualOptions(FltLoader const& options, FltLoadHost& host)

@@ -37,6 +37,9 @@ public:
     /// beyond its memory for such a name.
     static void give(SoNode& node, std::string const& name);
 
+    /// The name that a node bears which was given one.
+    static std::string given(std::string const& name) { return uncut(name.substr(0, mostOfToolkit)); }
+
 private:
     static constexpr std::size_t mostOfToolkit = 65'502;
 };

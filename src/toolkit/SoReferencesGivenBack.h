@@ -7,10 +7,14 @@
 class SoReferencesGivenBack
 {
 public:
-    explicit SoReferencesGivenBack(SoNode* node) : node(node), before(node->getRefCount()) {}
+    /// @param node may be null
+    explicit SoReferencesGivenBack(SoNode* node)
+        : node(node), before(node != nullptr ? node->getRefCount() : 0)
+    {
+    }
     ~SoReferencesGivenBack()
     {
-        while (node->getRefCount() > before)
+        while (node != nullptr && node->getRefCount() > before)
             node->unrefNoDelete();
     }
 

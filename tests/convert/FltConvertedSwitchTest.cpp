@@ -46,12 +46,12 @@ protected:
 
 TEST_F(FltConvertedSwitchTest, TheNameAloneMarksASwitch)
 {
-    EXPECT_FALSE(FltConvertedSwitch::isMarked(group));
+    EXPECT_FALSE(FltConvertedSwitch::isMarked(group->getName().getString()));
     group->setName(FltConvertedSwitch::markedName("lamp").c_str());
     EXPECT_EQ(group->getName(), SbName("lamp_(flt_switch)"));
-    EXPECT_TRUE(FltConvertedSwitch::isMarked(group));
+    EXPECT_TRUE(FltConvertedSwitch::isMarked(group->getName().getString()));
     group->setName("my_flt_switch_here");
-    EXPECT_TRUE(FltConvertedSwitch::isMarked(group));
+    EXPECT_TRUE(FltConvertedSwitch::isMarked(group->getName().getString()));
 }
 
 TEST_F(FltConvertedSwitchTest, TheInfoNodeHoldsNumbersAndBitsInTheirOrder)

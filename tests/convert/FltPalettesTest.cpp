@@ -36,4 +36,9 @@ TEST(FltPalettesTest, TheTablesHoldTheirNodesAndLetGoOfThoseThatAreReplaced)
     EXPECT_EQ(material->getRefCount(), 1);
 }
 
+TEST(FltPalettesTest, WithoutNodesThereAreNoMaterials)
+{
+    EXPECT_EQ(FltPalettes(false).materialPalette.get(), nullptr);
+}
+
 } // namespace

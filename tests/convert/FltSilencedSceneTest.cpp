@@ -179,4 +179,12 @@ TEST_F(FltSilencedSceneTest, ABoxTakesTheBoxesWithinItIntoItself)
     EXPECT_EQ(centreOf(outer), 15);
 }
 
+TEST_F(FltSilencedSceneTest, ANodeThatIsNullIsPassedOver)
+{
+    scene.silence(nullptr);
+    scene.silence(root);
+    scene.end();
+    EXPECT_TRUE(root->isNotifyEnabled());
+}
+
 } // namespace

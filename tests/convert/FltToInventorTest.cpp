@@ -1,5 +1,7 @@
 #include "convert/FltToInventor.h"
 
+#include "convert/FltConversionHost.h"
+#include "dump/FltDumpOutput.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
 #include "parser/FltParser.h"
@@ -10,15 +12,20 @@
 #include "support/MemoryInput.h"
 #include "support/OpenWatch.h"
 #include "support/ProcessUsage.h"
+#include "support/RecordText.h"
+#include "support/SameText.h"
 #include "support/ScratchFolder.h"
+#include "writer/EveryRecord.h"
 
 #include <Inventor/SbViewportRegion.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/nodes/SoLOD.h>
 #include <Inventor/sensors/SoNodeSensor.h>
+#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <sstream>
 #include <sys/stat.h>
 
 namespace
@@ -32,6 +39,69 @@ std::string const header1570 =
 SbVec3f centreOf(ConvertedScene const& scene, char const* levelOfDetail)
 {
     return static_cast<SoLOD*>(scene.find(levelOfDetail))->center.getValue();
+}
+
+/// Follows every reference, and would see a texture.
+struct ListingHost : FltConversionHost {
+    void beginFile(FltInput const& /*file*/) override { ++files; }
+    void takeRecord(FltInput const& /*file*/, FltRecord const& /*record*/, std::size_t /*offset*/) override
+    {
+        ++records;
+    }
+    void takeConverted(FltInput const& /*file*/, std::size_t /*records*/, std::size_t /*inAll*/) override {}
+    void endFile(FltInput const& /*file*/) override { --files; }
+    SoNodeRef<SoTexture2> makeTexture(FltInput const& /*file*/, std::string const& /*name*/) override
+    {
+        ADD_FAILURE() << "a texture was asked for";
+        return {};
+    }
+    bool beginReference(FltInput const& /*file*/, std::string const& /*name*/, std::string const& target,
+                        bool isThere) override
+    {
+        path = target;
+        return isThere;
+    }
+    OpenFile takeReferencedFile() override { return OpenFile(::open(path.c_str(), O_RDONLY)); }
+    void endReference(bool isLoaded) override { EXPECT_FALSE(isLoaded); }
+
+    int files = 0;
+    int records = 0;
+    std::string path;
+};
+
+TEST(FltToInventorTest, AListingMakesNoNodeAndNoTexture)
+{
+    ScratchFolder const folder;
+    everyRecord(1570).save(folder.path("other.flt"));
+    FltWriter flt = everyRecord(1570);
+    flt.push().add("ExternalReference", {{"asciiPath", "other.flt"}}).pop();
+    std::string const path = folder.write("a.flt", flt.bytes());
+    ConvertedFile const scene(path);
+    std::stringstream listing;
+    ListingHost host;
+    {
+        FltDumpOutput::Redirect const redirect(nullptr);
+        FltFileInput input(path.c_str());
+        FltDumpOutput::Redirect const toListing(&listing);
+        SbUniqueId const before = SoNode::getNextNodeId();
+        EXPECT_EQ(FltToInventor::list(input, host), 0);
+        EXPECT_EQ(SoNode::getNextNodeId(), before);
+    }
+    expectSameText(withoutAddress(listing.str()), withoutAddress(contentsOf(path + ".log")));
+    EXPECT_EQ(host.files, 0);
+    EXPECT_GT(host.records, 200);
+}
+
+TEST(FltToInventorTest, AListingOfNoWholeRecordOrOfAnOldRevisionFails)
+{
+    for (std::string const& bytes :
+         {FltWriter(10).bytes(), FltWriter().bytes().substr(0, 20), std::string()}) {
+        MemoryInput input(bytes);
+        ListingHost host;
+        FltDumpOutput::Redirect const noDump(nullptr);
+        StreamCapture const err(std::cerr);
+        EXPECT_EQ(FltToInventor::list(input, host), 1) << bytes.size();
+    }
 }
 
 TEST(FltToInventorTest, NamesTheProductAndItsVersion)

@@ -348,4 +348,21 @@ TEST_F(FltVertexPaletteTest, TheMapIsShownUpToALimit)
     EXPECT_EQ(out.str().substr(out.str().rfind("offset")), "offset: 88  index: 2  size: 40  SOVP: 2\n");
 }
 
+TEST_F(FltVertexPaletteTest, WithoutNodesItKnowsWhereVerticesBeginAndOfWhichFormTheyAre)
+{
+    FltVertexPalette listed(colors, false);
+    FltRecordVertexColor const record(40);
+    listed.add(FltVertexPalette::colorUV, record, nullptr, nullptr);
+    EXPECT_EQ(listed.placeAt(8).id, 3);
+    EXPECT_EQ(listed.placeAt(9).id, 0);
+    EXPECT_FALSE(listed.hasNodes());
+    EXPECT_FALSE(listed.isCut());
+    listed.cut(root);
+    EXPECT_TRUE(listed.isCut());
+    listed.close();
+    EXPECT_EQ(root->getNumChildren(), 0);
+    StreamCapture const err(std::cerr);
+    EXPECT_EQ(listed.getId(nullptr), FltVertexPalette::undefinedPropertyId);
+}
+
 } // namespace

@@ -100,3 +100,10 @@ TEST(SoNodeNameTest, CutsNamesThatTheTableOfTheToolkitHasNoRoomFor)
         EXPECT_EQ(borne(name).size(), 65'503U) << size; // with the character before the digit
     }
 }
+
+TEST(SoNodeNameTest, KnowsTheNameThatANodeBearsAfterItWasGivenOne)
+{
+    for (std::string const& name : {std::string("a flt.switch"), std::string("5"), std::string(),
+                                    std::string("gr\xfc\xdf"), std::string(65'600, 'a')})
+        EXPECT_EQ(SoNodeName::given(name), borne(name));
+}
