@@ -336,7 +336,7 @@ constexpr SceneCase cases[] = {
     {"levels of detail in one another", built<nestedLevelsOfDetail>, 1000},
     {"instance references", built<instanceReferences>, 3000},
     {"damaged records", built<damagedRecords>, 20000},
-    {"records shorter than their layout", built<shortRecords>, 300},
+    {"records shorter than their layout", built<shortRecords>, 3000},
     {"references to missing files", built<referencesToMissingFiles>, 3000},
     {"pops with no level open", built<popsWithNoLevelOpen>, 10000},
     {"groups beyond the deepest level", built<groupsInOneAnother>, 10000},
