@@ -75,4 +75,5 @@ TEST_P(LogAloneOfStructuresTest, LogOfADatabaseOfRandomStructureIsTheSame)
     static_cast<void>(expectSameLog(database.save(folder / "top")));
 }
 
-INSTANTIATE_TEST_SUITE_P(Number, LogAloneOfStructuresTest, testing::Range<std::size_t>(0, 200));
+// The last one is nested deeper than a conversion goes.
+INSTANTIATE_TEST_SUITE_P(Number, LogAloneOfStructuresTest, testing::Range<std::size_t>(820, 1020));
