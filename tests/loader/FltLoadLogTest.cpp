@@ -80,8 +80,8 @@ void openSwitchAndReference(FltWriter& flt)
     flt.add("Switch").push().add("ExternalReference", {{"asciiPath", ""}}).push();
 }
 
-/// Adds two copies to a node. Each takes one record behind the node's decorations, the second if there is room
-/// for the first.
+/// Adds two copies to a node. Each takes one record behind the node's decorations, the second if there is
+/// room for the first.
 void replicate(FltWriter& flt)
 {
     flt.add("Replicate", {{"numberOfReplications", 2}});
