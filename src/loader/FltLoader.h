@@ -80,9 +80,9 @@ public:
     /// @throw FltLoadError and nothing else; no scene and no storage is left then
     FltScene load(std::string const& path) const;
 
-    /// Loads a database as plain data, from which any form of it can be made. The toolkit isn't started,
-    /// unless a log is asked for; options, messages and lists are those of load(). The exact conversion has
-    /// no such form: where it is asked for, the load is refused.
+    /// Loads a database as plain data, from which any form of it can be made. The toolkit isn't started;
+    /// options, messages and lists are those of load(). The exact conversion has no such form: where it is
+    /// asked for, the load is refused.
     /// @throw FltLoadError as load() does
     FltVisual loadVisual(std::string const& path) const;
 
