@@ -10,6 +10,8 @@
 #include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <utility>
 
 namespace
 {
@@ -65,31 +67,65 @@ protected:
         fs::last_write_time(file, fs::last_write_time(other) + std::chrono::seconds(seconds));
     }
 
-    /// Runs it on "models" with one worker that never ends, and ends it by a signal after a few conversions.
-    /// Returns when its workers are gone, too.
-    void runAndKill(std::string const& signal, std::string const& haltingName) const
+    /// Makes an output at which a worker waits for a reader.
+    std::string waitingOutput(std::string const& name) const
     {
-        std::string const script =
-            folder.write("kill.sh", "'" VELLOREADER_PROGRAMS "flt2iv' -j 2 --halt-at " + haltingName +
-                                        " -o '" + out + "' '" + (folder / "models") +
-                                        "' >/dev/null 2>&1 &\n"
-                                        "run=$!\n"
-                                        "until [ \"$(ls '" +
-                                        out +
-                                        "' 2>/dev/null | wc -l)\" -gt 5 ]; do sleep 0.01; done\n"
-                                        "workers=$(cat /proc/$run/task/$run/children)\n"
-                                        "kill -" +
-                                        signal +
-                                        " $run\n"
-                                        "for worker in $workers; do\n"
-                                        "  while grep -qs '^State:.[^Z]' /proc/$worker/status; do\n"
-                                        "    sleep 0.01\n"
-                                        "  done\n"
-                                        "done\n"
-                                        "set -- $workers\n"
-                                        "exit $#\n");
-        int const status = std::system(("bash " + script + " 2>/dev/null").c_str());
-        EXPECT_EQ(WEXITSTATUS(status), 2) << "workers";
+        std::string pipe = folder.path("out/" + name);
+        EXPECT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+        return pipe;
+    }
+
+    /// Runs it on "models" with two workers, and a script of the shell beside it, which finds its number in $run.
+    /// @return the exit code of the script, and what the run wrote to standard error
+    std::pair<int, std::string> runBeside(std::string const& script) const
+    {
+        std::string const errors = folder / "errors";
+        std::string const file = folder.write(
+            "beside.sh", "'" VELLOREADER_PROGRAMS "flt2iv' -j 2 -o '" + out + "' '" + (folder / "models") +
+                             "' >/dev/null 2>'" + errors + "' &\nrun=$!\n" + script);
+        int const status = std::system(("bash " + file + " 2>/dev/null").c_str());
+        return {WEXITSTATUS(status), contentsOf(errors)};
+    }
+
+    /// Has the worker die that writes a database, and the run go on.
+    std::pair<int, std::string> runAndKillWorker(std::string const& waitingName) const
+    {
+        std::string const pipe = waitingOutput(waitingName);
+        auto result = runBeside("exec 3<'" + pipe +
+                                "' # until a worker writes into it\n"
+                                "for worker in $(cat /proc/$run/task/$run/children); do\n"
+                                "  case $(readlink /proc/$worker/fd/*) in\n"
+                                "  *" +
+                                waitingName +
+                                "*) kill -KILL $worker ;;\n"
+                                "  esac\n"
+                                "done\n"
+                                "wait $run\n");
+        fs::remove(pipe);
+        return result;
+    }
+
+    /// Has one worker wait for ever, and ends the run by a signal after a few conversions. Returns when its
+    /// workers are gone, too.
+    void runAndKill(std::string const& signal, std::string const& waitingName) const
+    {
+        std::string const pipe = waitingOutput(waitingName);
+        int const workers = runBeside("until [ \"$(ls '" + out +
+                                      "' | wc -l)\" -gt 6 ]; do sleep 0.01; done\n"
+                                      "workers=$(cat /proc/$run/task/$run/children)\n"
+                                      "kill -" +
+                                      signal +
+                                      " $run\n"
+                                      "for worker in $workers; do\n"
+                                      "  while grep -qs '^State:.[^Z]' /proc/$worker/status; do\n"
+                                      "    sleep 0.01\n"
+                                      "  done\n"
+                                      "done\n"
+                                      "set -- $workers\n"
+                                      "exit $#\n")
+                                .first;
+        EXPECT_EQ(workers, 2);
+        fs::remove(pipe);
     }
 
     ScratchFolder folder;
@@ -160,22 +196,26 @@ TEST_F(Flt2ivMany, convertsAThousandButThoseThatCanNotBe)
     databases(997);
     fs::create_symlink("nowhere", folder / "models/unreadable.flt");
     static_cast<void>(folder.write("models/broken.flt", SmallDatabase().bytes().substr(0, 3)));
-    database("deadly.flt");
+    FltWriter moreThanAPipeHolds;
+    moreThanAPipeHolds.push();
+    for (int i = 0; i < 3000; ++i)
+        moreThanAPipeHolds.add("Object", {{"idASCII", "o" + std::to_string(i)}});
+    moreThanAPipeHolds.pop();
+    static_cast<void>(folder.write("models/deadly.flt", moreThanAPipeHolds.bytes()));
     std::string const bytes = SmallDatabase().bytes();
     static_cast<void>(folder.write("models/m500.flt", bytes.substr(0, bytes.size() - 2))); // loses its end
-    ProgramRun const all = run("--jobs 2 --die-at deadly.flt");
-    EXPECT_EQ(all.exitCode, 1);
-    EXPECT_EQ(all.output, "");
+    auto const [exitCode, errors] = runAndKillWorker("deadly.iv");
+    EXPECT_EQ(exitCode, 1);
     EXPECT_EQ(outputs(), 997U);
-    EXPECT_TRUE(holds(all.errors, "flt2iv: 997 of 1000 databases converted\n"));
-    EXPECT_TRUE(holds(all.errors, "not converted: " + (folder / "models/unreadable.flt") +
-                                      ": cannot open: No such file or directory"));
-    EXPECT_TRUE(holds(all.errors, "not converted: " + (folder / "models/broken.flt") + ": "));
-    EXPECT_TRUE(holds(all.errors, "not converted: " + (folder / "models/deadly.flt") +
-                                      ": its conversion ended by signal 9 (Killed)"));
-    EXPECT_TRUE(holds(all.errors, "warning: " + (folder / "models/m500.flt") + ": "))
+    EXPECT_TRUE(holds(errors, "flt2iv: 997 of 1000 databases converted\n"));
+    EXPECT_TRUE(holds(errors, "not converted: " + (folder / "models/unreadable.flt") +
+                                  ": cannot open: No such file or directory"));
+    EXPECT_TRUE(holds(errors, "not converted: " + (folder / "models/broken.flt") + ": "));
+    EXPECT_TRUE(holds(errors, "not converted: " + (folder / "models/deadly.flt") +
+                                  ": its conversion ended by signal 9 (Killed)"));
+    EXPECT_TRUE(holds(errors, "warning: " + (folder / "models/m500.flt") + ": "))
         << "the damaged file is converted as far as it goes";
-    EXPECT_EQ(std::count(all.errors.begin(), all.errors.end(), '\n'), 5) << all.errors;
+    EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 5) << errors;
     for (int i = 0; i < 997; i += 100)
         EXPECT_EQ(trianglesIn(output(numbered(i) + ".iv")), 1) << i;
 }
@@ -330,7 +370,7 @@ TEST_F(Flt2ivMany, goesOnWhereAKilledRunWas)
     std::string const whole = ProgramRun("flt2iv", folder / "models/m000.flt").output;
     for (char const* const signal : {"KILL", "TERM"}) {
         fs::remove_all(out);
-        runAndKill(signal, "m003.flt");
+        runAndKill(signal, "m003.iv");
         std::size_t const before = outputs();
         EXPECT_GT(before, 5U);
         EXPECT_LT(before, static_cast<std::size_t>(count));

@@ -8,13 +8,11 @@
 
 #include <algorithm>
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <new>
 #include <numeric>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 namespace
@@ -126,13 +124,6 @@ ConversionRun::Fields ConversionRun::convert(Fields const& request, WorkerProces
     Conversion conversion{request.at(1), request.at(2), {}};
     for (std::size_t i = 3; i + 1 < request.size(); i += 2)
         conversion.referenceOutputs[request[i]] = request[i + 1];
-    auto const isNamed = [&conversion](std::string const& name) {
-        return !name.empty() && std::filesystem::path(conversion.input).filename() == name;
-    };
-    if (isNamed(options.dieAt))
-        std::raise(SIGKILL);
-    while (isNamed(options.haltAt))
-        ::pause();
     auto const makeFolder = [&conversion] { makeFolderOf(conversion.output); };
     Fields reply = converter.convert(conversion, teller(conversion.input, tell), makeFolder).fields();
     reply.insert(reply.begin(), done);

@@ -25,8 +25,6 @@ public:
             false;              ///< Whether outputs are passed over that are newer than all they are made of.
         bool summarises = true; ///< Whether to end with a count.
         ProgressLine::Start progress = ProgressLine::Start::afterASecond;
-        std::string dieAt;  ///< For tests: the name of the database at which a worker dies.
-        std::string haltAt; ///< For tests: the name of the database at which a worker stops for ever.
     };
 
     /// Keeps all of them by reference. Nothing has started the toolkit yet.

@@ -238,8 +238,6 @@ int main(int argc, char** argv)
                  "Pass over databases whose result is newer than they are, and than all that they refer to.");
     program.flag("--stat", conversion.measures,
                  "Print a table: nodes, triangles, textures, bytes and seconds.");
-    program.hiddenValue("--die-at", options.run.dieAt);
-    program.hiddenValue("--halt-at", options.run.haltAt);
     program.hiddenFlag("--progress-at-once", options.showsProgressAtOnce);
     LoaderOptions const loaderOptions(program);
     program.inputs(options.inputs);

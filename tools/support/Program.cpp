@@ -99,11 +99,6 @@ void Program::hiddenFlag(std::string const& name, bool& isSet)
     app->add_flag(name, isSet);
 }
 
-void Program::hiddenValue(std::string const& name, std::string& value)
-{
-    app->add_option(name, value);
-}
-
 void Program::values(std::string const& names, std::vector<std::string>& list, std::string const& placeholder,
                      std::string const& text, std::string const& fileEnding)
 {

@@ -80,9 +80,6 @@ public:
     /// A flag for tests, which the help doesn't tell.
     void hiddenFlag(std::string const& name, bool& isSet);
 
-    /// An option with a value for tests, which the help doesn't tell.
-    void hiddenValue(std::string const& name, std::string& value);
-
     /// --color, which colours() obeys.
     void colourOption();
 
