@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 #include <iostream>
+#include <string>
+#include <vector>
 
 namespace
 {
@@ -55,6 +57,47 @@ TEST(FltMessageCollector, CountsEqualOnesAndThoseThatWereNotReportedOneByOne)
     EXPECT_EQ(collector.messages()[0].count, 100);
     EXPECT_EQ(collector.messages()[1].count, 50);
     EXPECT_EQ(collector.messages()[1].text, "further ones of this kind: Too much");
+}
+
+TEST(FltMessageCollector, JoinsTheLinesOfAMessageAndLeavesTheConsolesWordsOut)
+{
+    FltMessageCollector collector;
+    for (char const* const text :
+         {"WARNING ! One line\nand another\n\n", "ERROR ! One", "ERROR! Two", "An ERROR ! in it", "\n"})
+        Console::notifyMessage(text, 1, false);
+    std::vector<std::string> texts;
+    for (FltMessage const& message : collector.messages())
+        texts.push_back(message.text);
+    EXPECT_EQ(texts,
+              (std::vector<std::string>{"One line and another", "One", "Two", "An ERROR ! in it", ""}));
+}
+
+TEST(FltMessageCollector, JoinsMessagesThatAreTheSameInEverything)
+{
+    FltMessageCollector collector;
+    FltMessage const first{FltMessage::Level::warning, "Text", "a.flt", 10, 5, 2};
+    FltMessage otherLevel = first, otherText = first, otherFile = first, otherPlace = first;
+    otherLevel.level = FltMessage::Level::error;
+    otherText.text = "Texts";
+    otherFile.file = "b.flt";
+    otherPlace.offset = 11;
+    for (FltMessage const& message : {first, otherLevel, otherText, otherFile, otherPlace, first, otherPlace})
+        collector.add(message);
+    std::vector<int> counts;
+    for (FltMessage const& message : collector.messages())
+        counts.push_back(message.count);
+    EXPECT_EQ(counts, (std::vector<int>{4, 2, 2, 2, 4}));
+}
+
+TEST(FltMessageCollector, KnowsThreeLevels)
+{
+    FltMessageCollector collector;
+    for (int const level : {-1, 0, 1, 2, 3, 4})
+        Console::notifyMessage(Console::keepText("Level " + std::to_string(level)), level, false);
+    std::vector<int> levels;
+    for (FltMessage const& message : collector.messages())
+        levels.push_back(static_cast<int>(message.level));
+    EXPECT_EQ(levels, (std::vector<int>{1, 1, 1, 2, 3, 3}));
 }
 
 TEST(FltMessageCollector, KeepsToItselfWhatComesWhileItStandsInAnother)

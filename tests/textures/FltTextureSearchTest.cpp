@@ -2,6 +2,7 @@
 
 #include "support/ScratchFolder.h"
 
+#include <algorithm>
 #include <climits>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -67,6 +68,18 @@ protected:
         return result.path.compare(0, root.size(), root) == 0 ? result.path.substr(root.size()) : result.path;
     }
 
+    /// The files that are tried for a name, in order, while none will do.
+    std::vector<std::string> offeredFor(std::string const& name) const
+    {
+        std::vector<std::string> paths;
+        FltTextureSearch({}).find(name, {folder / "db/"}, [&paths](std::string const& path, OpenFile const&) {
+            if (std::find(paths.begin(), paths.end(), path) == paths.end())
+                paths.push_back(path);
+            return false;
+        });
+        return paths;
+    }
+
     void make(std::string const& name) const { folder.write(name, "image"); }
 
     ScratchFolder folder;
@@ -107,6 +120,15 @@ TEST_F(FltTextureSearchTest, FindsTheLongestTailUnderAnyDirectory)
     EXPECT_EQ(find("/other/tree.rgb", {"lib"}), "lib/tree.rgb");
 }
 
+TEST_F(FltTextureSearchTest, BeginsNoTailWithAWayUp)
+{
+    make("tex/tree.rgb");
+    EXPECT_EQ(find("nowhere/../tex/tree.rgb", {"lib"}), "") << "it isn't below the directory";
+    make("lib/tex/tree.rgb");
+    EXPECT_EQ(find("nowhere/../tex/tree.rgb", {"lib"}), "lib/tex/tree.rgb") << "the rest of the name is";
+    EXPECT_EQ(find("../nowhere/C:/../tex/tree.rgb", {"lib"}), "lib/tex/tree.rgb");
+}
+
 TEST_F(FltTextureSearchTest, PrefersTheOwnDirectoryAndThenTheOrderOfTheOthers)
 {
     make("a/tree.rgb");
@@ -129,6 +151,38 @@ TEST_F(FltTextureSearchTest, DisregardsCaseIfNothingElseFits)
     EXPECT_EQ(find("tex/tree.rgb"), "db/Tex/TREE.RGB");
     make("db/tex/tree.rgb");
     EXPECT_EQ(find("tex/tree.rgb"), "db/tex/tree.rgb");
+}
+
+TEST_F(FltTextureSearchTest, TriesSpellingsInTheOrderOfTheirLettersOnEveryMachine)
+{
+    std::vector<std::string> sorted;
+    for (char const* const name :
+         {"TREE.RGB", "TREE.rgb", "TRee.rgb", "Tree.RGB", "Tree.rgb", "tREE.rgb", "treE.rgb"}) {
+        make("db/" + std::string(name));
+        sorted.push_back(folder / ("db/" + std::string(name)));
+    }
+    EXPECT_EQ(offeredFor("tree.rgb"), sorted);
+}
+
+TEST_F(FltTextureSearchTest, PrefersTheCaseAsStoredThenTheEndingAsStored)
+{
+    std::vector<std::string> ordered;
+    for (char const* const name : {"tree.tif", "TREE.TIF", "tree.png", "TREE.PNG"}) {
+        make("db/" + std::string(name));
+        ordered.push_back(folder / ("db/" + std::string(name)));
+    }
+    EXPECT_EQ(offeredFor("tree.tif"), ordered);
+}
+
+TEST_F(FltTextureSearchTest, TriesEndingsInTheOrderOfTheirUse)
+{
+    std::vector<std::string> ordered;
+    for (char const* const ending : {".rgb", ".rgba", ".png", ".jpg", ".jpeg", ".int", ".inta", ".sgi",
+                                     ".tif", ".tiff", ".bw", ".dds"}) {
+        make("db/tree" + std::string(ending));
+        ordered.push_back(folder / ("db/tree" + std::string(ending)));
+    }
+    EXPECT_EQ(offeredFor("tree.pic"), ordered);
 }
 
 TEST_F(FltTextureSearchTest, TriesOtherEndingsLast)

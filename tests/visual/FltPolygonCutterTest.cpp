@@ -86,6 +86,29 @@ TEST(FltPolygonCutter, cutsAPolygonThatIsBentIntoTriangles)
     EXPECT_EQ(cut(bent).size(), 4U * 4U);
 }
 
+TEST(FltPolygonCutter, takesACornerForAnInnerOneThatBendsByMoreThanATenMillionth)
+{
+    auto const bentBy = [](double sine) {
+        return Corners{{0, 0, 0}, {1, sine / 2, 0}, {2, 0, 0}, {2, 2, 0}};
+    };
+    EXPECT_EQ(cut(bentBy(0.9e-7)), (std::vector<int>{0, 1, 2, 3, end}));
+    EXPECT_EQ(cut(bentBy(1.1e-7)), (std::vector<int>{1, 2, 3, 0, end}));
+    EXPECT_EQ(cut(bentBy(-1.1e-7)), (std::vector<int>{0, 1, 2, 3, end}));
+}
+
+TEST(FltPolygonCutter, takesAPolygonForFlatThatIsBentByLessThanAThousandthOfItsSize)
+{
+    auto const wave = [](double height) {
+        Corners corners;
+        for (int i = 0; i < 6; ++i)
+            corners.emplace_back(5 * std::cos(i * 1.04719755119660), 5 * std::sin(i * 1.04719755119660),
+                                 i % 2 == 0 ? 0 : height);
+        return corners;
+    };
+    EXPECT_EQ(cut(wave(0.0099)), (std::vector<int>{0, 1, 2, 3, 4, 5, end}));
+    EXPECT_EQ(cut(wave(0.0101)).size(), 4U * 4U);
+}
+
 TEST(FltPolygonCutter, endsWithWhateverCrossesItself)
 {
     Corners pentagram;
