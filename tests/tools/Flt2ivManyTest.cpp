@@ -75,7 +75,7 @@ protected:
         return pipe;
     }
 
-    /// Runs it on "models" with two workers, and a script of the shell beside it, which finds its number in $run.
+    /// Runs it on "models" with two workers, and beside it a script of the shell that has its number in $run.
     /// @return the exit code of the script, and what the run wrote to standard error
     std::pair<int, std::string> runBeside(std::string const& script) const
     {
