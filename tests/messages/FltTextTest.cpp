@@ -28,6 +28,22 @@ TEST(FltTextTest, WhatIsNotUtf8ReadsAsLatin1)
     EXPECT_EQ(FltText::utf8("\xf8\x88\x80\x80\x80"), "\u00f8\u0088\u0080\u0080\u0080");
 }
 
+TEST(FltTextTest, TheFirstByteSaysHowManyFollow)
+{
+    for (std::string const text :
+         {"\x7f", "\u0080", "\u07ff", "\u0800", "\ud7ff", "\ue000", "\uffff", "\U00010000"})
+        EXPECT_EQ(FltText::utf8(text), text);
+    EXPECT_EQ(FltText::utf8("\x80"), "\u0080") << "one that only follows";
+    EXPECT_EQ(FltText::utf8("\x80\x80\x80\x80"), "\u0080\u0080\u0080\u0080");
+    EXPECT_EQ(FltText::utf8("\xc1\xbf"), "\u00c1\u00bf");
+    EXPECT_EQ(FltText::utf8("\xf5\x80\x80\x80"), "\u00f5\u0080\u0080\u0080");
+    EXPECT_EQ(FltText::utf8("\xf8\x88\x80\x80"), "\u00f8\u0088\u0080\u0080");
+    EXPECT_EQ(FltText::utf8("\xe2\x82"
+                            "A"),
+              "\u00e2\u0082A")
+        << "a third byte that doesn't follow";
+}
+
 TEST(FltTextTest, PrintableTextStaysAsItIs)
 {
     EXPECT_EQ(FltText::printable("plain ~ Gr\u00fc\u00dfe \u20ac"), "plain ~ Gr\u00fc\u00dfe \u20ac");

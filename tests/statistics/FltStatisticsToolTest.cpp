@@ -5,6 +5,7 @@
 #include "parser/FltParser.h"
 #include "records/FltRecord.h"
 #include "records/FltRecordUnknown.h"
+#include "support/ClosedInput.h"
 #include "support/ConvertedRoot.h"
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
@@ -130,6 +131,14 @@ TEST_F(FltStatisticsToolTest, passesOverAFileThatCantBeOpenedAndStartsWithoutNam
     unset.writeFltStatisticsHeader();
     EXPECT_EQ(err.str(), "");
     EXPECT_EQ(written(), "");
+}
+
+TEST_F(FltStatisticsToolTest, writesWhereStandardInputIsClosed)
+{
+    ClosedInput const input;
+    records.clear();
+    tool.makeStatistics();
+    EXPECT_EQ(written(), header);
 }
 
 TEST_F(FltStatisticsToolTest, leavesALinkAndWhatItNamesAloneAndReportsThatOnce)

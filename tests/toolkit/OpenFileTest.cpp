@@ -1,5 +1,6 @@
 #include "toolkit/OpenFile.h"
 
+#include "support/ClosedInput.h"
 #include "support/ProcessUsage.h"
 #include "support/ScratchFolder.h"
 
@@ -50,6 +51,15 @@ TEST_F(OpenFileTest, KnowsItsSizeAndWhatItIs)
     EXPECT_EQ(file.identity(), OpenFile::Identity(status.st_dev, status.st_ino));
     EXPECT_EQ(file.copy().identity(), file.identity());
     EXPECT_NE(file.copy().descriptor(), file.descriptor());
+}
+
+TEST_F(OpenFileTest, MayHaveTheNumberOfStandardInput)
+{
+    ClosedInput const input;
+    OpenFile const file = open("a");
+    ASSERT_EQ(file.descriptor(), 0);
+    EXPECT_TRUE(file.isOpen());
+    EXPECT_EQ(file.size(), 4U);
 }
 
 TEST_F(OpenFileTest, NoneHasNeither)
