@@ -14,7 +14,7 @@ import time
 from collections.abc import Callable, Iterable, Iterator
 
 # Whatever a change does, it mustn't take all memory, fill the disk or spend its time on core files.
-LIMITS = ("prlimit", "--core=0", "--as=16000000000", "--fsize=2000000000")
+LIMITS = ("prlimit", "--core=0", "--as=16000000000", "--fsize=8000000000")
 
 
 @dataclasses.dataclass
