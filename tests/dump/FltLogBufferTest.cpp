@@ -51,8 +51,10 @@ public:
             return __real_write(file, bytes, size);
         WriteAnswer const answer = planned.back();
         planned.pop_back();
+        if (answer.error == 0)
+            return __real_write(file, bytes, std::min(size, answer.most)); // errno stays as it was
         errno = answer.error;
-        return answer.error != 0 ? -1 : __real_write(file, bytes, std::min(size, answer.most));
+        return -1;
     }
 
 private:
@@ -305,6 +307,18 @@ TEST(FltLogBufferTest, WriteThatFailsOrTakesNothingIsToldByClose)
         EXPECT_FALSE(log.buffer.close()) << answer.error;
         EXPECT_EQ(contentsOf(directory.path("a.log")), "") << answer.error;
     }
+}
+
+TEST(FltLogBufferTest, WriteThatTakesNothingAfterASignalIsNotTriedAgain)
+{
+    ScratchFolder const directory;
+    FltLogStream log;
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
+    log << "lost";
+    PlannedWrites const writes({{0, EINTR}, {0, 0}});
+    EXPECT_FALSE(log.buffer.close());
+    EXPECT_TRUE(PlannedWrites::areDone());
+    EXPECT_EQ(contentsOf(directory.path("a.log")), "");
 }
 
 TEST(FltLogBufferTest, BufferOpensAgainAfterAFailure)
