@@ -16,6 +16,8 @@ public:
     static constexpr bool dumps = false;
     static constexpr bool lists = false;
 
+    static constexpr std::size_t head = 4; ///< Bytes of opcode and length.
+
     /// @param knowsRevision whether the gates of revisions stand as the record's own revision has them
     explicit FltFieldReach(bool knowsRevision) : knowsRevision(knowsRevision) {}
 
@@ -72,6 +74,6 @@ public:
 
 private:
     bool knowsRevision;
-    std::size_t at = 4; // opcode and length
-    std::size_t farthest = 4;
+    std::size_t at = head;
+    std::size_t farthest = head;
 };

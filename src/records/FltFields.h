@@ -2,6 +2,7 @@
 
 #include "records/FltFieldDecoder.h"
 #include "records/FltFieldDump.h"
+#include "records/FltFieldPlace.h"
 #include "records/FltFieldReach.h"
 #include "records/FltVersion.h"
 
@@ -23,8 +24,9 @@
 /// The type of the member is the type of the field: integers and floats are big-endian, char arrays and
 /// characters are copied as they stand, an array is its values one after the other.
 ///
-/// Four visitors go over it: FltFieldDecoder reads the fields, FltFieldDump writes them, FltFieldReach counts
-/// the bytes that a decoder may read, and FltFieldJson lists names and values. Where a layout needs code of
+/// Five visitors go over it: FltFieldDecoder reads the fields, FltFieldDump writes them, FltFieldReach counts
+/// the bytes that a decoder may read, FltFieldPlace tells where a field stands, and FltFieldJson lists names
+/// and values. What only the complete conversion reads has a layout without a class of the factory. Where a layout needs code of
 /// its own for one of them, it asks for it by `if constexpr (Visitor::decodes)`, `Visitor::dumps` or
 /// `Visitor::lists`. Besides fields, a layout may say:
 ///
@@ -50,14 +52,21 @@
 namespace FltFields
 {
 
-/// Decodes a record. All of its layout becomes one function, so that the place in the data stays in a
-/// register.
+/// Decodes a layout. All of it becomes one function, so that the place in the data stays in a register.
+/// @param first the first field
+template <class Layout>
+[[gnu::flatten]] void decodeFrom(Layout& layout, char* first)
+{
+    FltFieldDecoder decoder(first);
+    Layout::fields(layout, decoder);
+}
+
+/// Decodes a record.
 /// @param data the record's first byte
 template <class Record>
 [[gnu::flatten]] void decode(Record& record, char* data)
 {
-    FltFieldDecoder decoder(data + 4);
-    Record::fields(record, decoder);
+    decodeFrom(record, data + 4);
 }
 
 /// Dumps a record's frame and all its fields. @return @p os
@@ -70,6 +79,34 @@ std::ostream& dump(Record const& record, std::ostream& os)
     return os;
 }
 
+/// Bytes of a layout as these very values have it, after opcode and length.
+template <class Layout>
+std::size_t sizeOf(Layout const& layout)
+{
+    FltFieldPlace place(nullptr);
+    Layout::fields(layout, place);
+    return place.place() - FltFieldReach::head;
+}
+
+/// Bytes that the decoder of this very record reads at the most, from the record's first byte on.
+template <class Record>
+std::size_t bytesReadBy(Record const& record)
+{
+    FltFieldReach reach(std::is_base_of_v<FltVersion, Record>);
+    Record::fields(record, reach);
+    return reach.getReach();
+}
+
+/// Where a field of this very record ends, counted from the record's first byte; 0 if the layout doesn't have
+/// it at the record's revision.
+template <class Record>
+std::size_t endOf(Record const& record, void const* field)
+{
+    FltFieldPlace place(field);
+    Record::fields(record, place);
+    return place.getEnd();
+}
+
 /// How many bytes the decoder of a class reads in a file of a revision, counted from the record's first byte,
 /// whatever the record's length says. A class that doesn't take the revision from the file reads as far as
 /// any revision does.
@@ -79,9 +116,7 @@ std::size_t reachOf([[maybe_unused]] int revision)
     Record record(4);
     if constexpr (std::is_base_of_v<FltVersion, Record>)
         record.revision = revision;
-    FltFieldReach reach(std::is_base_of_v<FltVersion, Record>);
-    Record::fields(record, reach);
-    return reach.getReach();
+    return bytesReadBy(record);
 }
 
 } // namespace FltFields

@@ -58,7 +58,19 @@ public:
     template <class Self, class Visitor>
     static void fields(Self& self, Visitor& visit)
     {
+        idFields(self, visit);
+        surfaceFields(self, visit);
+    }
+
+protected:
+    template <class Self, class Visitor>
+    static void idFields(Self& self, Visitor& visit)
+    {
         visit.first(8, "idField", self.idField, dumpAs::text(std::end(self.idField)));
+    }
+    template <class Self, class Visitor>
+    static void surfaceFields(Self& self, Visitor& visit)
+    {
         visit("IRColorCode", self.IRColorCode);
         visit("relativePriority", self.relativePriority);
         visit("drawType", self.drawType);

@@ -12,6 +12,11 @@ float asFraction(std::uint8_t colorByte)
 
 } // namespace
 
+void FltRecordWholeLightSourcePalette::getPropertiesFromData(char* data)
+{
+    FltFields::decode(*this, data);
+}
+
 /// The last byte first.
 void FltRecordLightPoint::dumpBackColor(FltDump& dump) const
 {

@@ -53,7 +53,6 @@ public:
 };
 
 /// One entry of the light source table.
-///
 class FltRecordLightSourcePalette : public FltRecordOf<FltRecordLightSourcePalette, PaletteFltRecord>
 {
 public:
@@ -93,6 +92,14 @@ public:
     template <class Self, class Visitor>
     static void fields(Self& self, Visitor& visit)
     {
+        fieldsWith(10, self, visit);
+    }
+
+protected:
+    /// @param reservedSize bytes that the file has of reserved3
+    template <class Self, class Visitor>
+    static void fieldsWith(int reservedSize, Self& self, Visitor& visit)
+    {
         visit("paletteIndex", self.paletteIndex, " paletteIndex: ");
         visit("reserved1", self.reserved1, dumpAs::nothing);
         visit("lightSourceName", self.lightSourceName,
@@ -111,7 +118,7 @@ public:
         visit("specularBlue", self.specularBlue, " specularBlue: ");
         visit("specularAlpha", self.specularAlpha, " specularAlpha: ");
         visit("lightType", self.lightType, " lightType: ");
-        visit.first(10, "reserved3", self.reserved3, dumpAs::nothing);
+        visit.first(reservedSize, "reserved3", self.reserved3, dumpAs::nothing);
         visit("spotExponentialDropoffTerm", self.spotExponentialDropoffTerm,
               " spotExponentialDropoffTerm : ");
         visit("spotCutoffAngle", self.spotCutoffAngle, " spotCutoffAngle: ");
@@ -125,6 +132,22 @@ public:
               " quadraticAttenuationCoefficient: ");
         visit("modelingLight", self.modelingLight, " modelingLight: ");
         visit("reserved4", self.reserved4, dumpAs::nothing);
+    }
+};
+
+/// One entry of the light source table as files hold it, with all bytes of reserved3. The factory never makes
+/// one.
+class FltRecordWholeLightSourcePalette : public FltRecordLightSourcePalette
+{
+public:
+    using FltRecordLightSourcePalette::FltRecordLightSourcePalette;
+
+    void getPropertiesFromData(char* data) override;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        fieldsWith(sizeof self.reserved3, self, visit);
     }
 };
 

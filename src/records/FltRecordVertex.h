@@ -220,8 +220,10 @@ public:
     static constexpr std::string_view title = "\n OLD VERTEX RECORD (OBSOLETE)";
     unsigned int getLength() const override { return length; }
 
+    static constexpr unsigned int texturedLength = 24;
+
     /// Whether the record holds `texture`: its length is exactly 24.
-    bool hasTexture() const { return length == 24; }
+    bool hasTexture() const { return length == texturedLength; }
 
     float texture[2] = {}; ///< u, v; zero in a record without them.
 
@@ -263,8 +265,10 @@ public:
     static constexpr int opcode = FltOpcode::oldVertexColor;
     static constexpr std::string_view title = "\n OLD VERTEX COLOR RECORD (OBSOLETE)";
 
+    static constexpr unsigned int texturedLength = 28;
+
     /// Whether the record holds `texture`: its length is exactly 28.
-    bool hasTexture() const { return length == 28; }
+    bool hasTexture() const { return length == texturedLength; }
 
     float texture[2] = {}; ///< u, v; without meaning in a record without them.
 
@@ -288,8 +292,10 @@ public:
     static constexpr int opcode = FltOpcode::oldVertexColorNormal;
     static constexpr std::string_view title = "\n OLD VERTEX COLOR NORMAL RECORD (OBSOLETE)";
 
+    static constexpr unsigned int texturedLength = 40;
+
     /// Whether the record holds `texture`: its length is exactly 40.
-    bool hasTexture() const { return length == 40; }
+    bool hasTexture() const { return length == texturedLength; }
 
     float vertexNormalScaled[3] = {}; ///< i, j, k.
     float texture[2] = {};            ///< u, v; without meaning in a record without them.

@@ -260,6 +260,23 @@ TEST(FltRecordLightSourcePaletteTest, AShortRecordReadsOnIntoWhatFollowsIt)
     expectShortRecordsToReadOn(FltWriter().add("LightSourcePalette", paletteFields));
 }
 
+TEST(FltRecordWholeLightSourcePaletteTest, HasWhatFollowsTheReservedBlockAfterAllOfItsFortyBytes)
+{
+    std::string body(240 - 4, '\0');
+    body.replace(88 - 4, 4, FltWriter::big32(2));
+    body.replace(132 - 4, 8, FltWriter::bigFloat(3) + FltWriter::bigFloat(4));
+    body.replace(148 - 4, 12, FltWriter::bigFloat(5) + FltWriter::bigFloat(6) + FltWriter::bigFloat(7));
+    std::string bytes = FltWriter::big16(102) + FltWriter::big16(240) + body;
+    FltRecordWholeLightSourcePalette light(240);
+    light.getPropertiesFromData(bytes.data());
+    EXPECT_EQ(light.lightType, 2);
+    EXPECT_EQ(light.spotExponentialDropoffTerm, 3);
+    EXPECT_EQ(light.spotCutoffAngle, 4);
+    EXPECT_EQ(light.constantAttenuationCoefficient, 5);
+    EXPECT_EQ(light.linearAttenuationCoefficient, 6);
+    EXPECT_EQ(light.quadraticAttenuationCoefficient, 7);
+}
+
 TEST(FltRecordLightPointTest, DecodesEveryField)
 {
     auto const record = decodeLastAs<FltRecordLightPoint>(FltWriter().add("LightPoint", pointFields));

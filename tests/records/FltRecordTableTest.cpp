@@ -1,5 +1,6 @@
 #include "records/FltRecordTable.h"
 
+#include "records/FltOpcode.h"
 #include "records/FltRecord.h"
 
 #include <gtest/gtest.h>
@@ -70,6 +71,14 @@ TEST(FltRecordTableTest, EveryRowMakesARecordOfItsOwnOpcode)
         EXPECT_EQ(row->className.substr(0, 9), "FltRecord");
     }
     EXPECT_EQ(rows, 61);
+}
+
+TEST(FltRecordTableTest, WhatOnlyTheCompleteConversionReadsHasNoClassHere)
+{
+    for (int const opcode :
+         {FltOpcode::uvList, FltOpcode::mesh, FltOpcode::localVertexPool, FltOpcode::meshPrimitive,
+          FltOpcode::lightPointAppearancePalette, FltOpcode::indexedLightPoint, FltOpcode::indexedString})
+        EXPECT_EQ(FltRecordTable::find(opcode), nullptr) << opcode;
 }
 
 } // namespace
