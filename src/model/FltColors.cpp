@@ -21,9 +21,7 @@ std::uint32_t scaled(std::uint32_t color, std::uint32_t intensity)
 
 void FltColors::assign(FltRecordView const& record, int revision)
 {
-    FltRecordColorPalette palette(record.classLength());
-    palette.revision = revision;
-    record.decodeTo(palette);
+    FltDecoded<FltRecordColorPalette> const palette(record, revision);
     colors.clear();
     for (int i = 0; i < FltRecordColorPalette::colorCount; ++i)
         colors.push_back(palette.getPackedColor(i) | 0xffU);

@@ -17,10 +17,11 @@ public:
     /// The colour of an index, at its intensity; white for an index that the palette doesn't hold.
     std::uint32_t atIndex(std::int32_t index) const;
 
-    /// The colour of a packed word of the format, which is alpha, blue, green and red.
-    static std::uint32_t fromPacked(std::uint32_t word)
+    /// The colour of packed bytes of the format, which are alpha, blue, green and red.
+    static std::uint32_t fromPacked(std::uint8_t const (&bytes)[4])
     {
-        return word << 24 | (word & 0xff00U) << 8 | (word >> 8 & 0xff00U) | 0xffU;
+        return std::uint32_t(bytes[3]) << 24 | std::uint32_t(bytes[2]) << 16 | std::uint32_t(bytes[1]) << 8 |
+               0xffU;
     }
 
 private:

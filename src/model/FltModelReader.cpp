@@ -15,11 +15,10 @@ constexpr int recordsPerCall = 4096;
 
 void readHeader(FltModel& model, FltRecordView const& header)
 {
-    auto const record = std::make_shared<FltRecordHeader>(FltOpcode::header);
-    header.decodeTo(*record);
+    auto const record = std::make_shared<FltDecoded<FltRecordHeader>>(header);
     model.header = record;
-    model.revision = header.int32At(12);
-    model.metresPerUnit = FltModelReader::metresPerUnit(header, model.revision);
+    model.revision = record->formatRevisionLevel;
+    model.metresPerUnit = FltModelReader::metresPerUnit(*record);
 }
 
 /// Records that say nothing about what is to be seen.
@@ -39,11 +38,11 @@ bool isSilent(std::uint32_t opcode)
 
 } // namespace
 
-double FltModelReader::metresPerUnit(FltRecordView const& header, int revision)
+double FltModelReader::metresPerUnit(FltRecordHeader const& header)
 {
-    double scale = FltUnits::metresIn(header.byteAt(62));
-    auto const multiplier = static_cast<std::int16_t>(header.word16At(60));
-    if (revision <= FltRevision::lastWithMultiplier && multiplier != 0)
+    double scale = FltUnits::metresIn(header.vertexCoordinateUnits);
+    int const multiplier = header.multiplierDiviserUnit;
+    if (header.formatRevisionLevel <= FltRevision::lastWithMultiplier && multiplier != 0)
         scale = multiplier < 0 ? scale / -multiplier : scale * multiplier;
     return scale;
 }

@@ -15,5 +15,5 @@ public:
     static void read(FltModel& model, FltLeftOut& leftOut, Progress const& progress);
 
     /// How many metres the unit of a header is.
-    static double metresPerUnit(FltRecordView const& header, int revision);
+    static double metresPerUnit(FltRecordHeader const& header);
 };

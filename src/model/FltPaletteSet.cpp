@@ -1,10 +1,13 @@
 #include "model/FltPaletteSet.h"
 
 #include "records/FltOpcode.h"
+#include "records/FltRecordLightPointPalette.h"
+#include "records/FltRecordLightSource.h"
 #include "records/FltRecordMaterial.h"
 #include "records/FltRecordTexturePattern.h"
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 
 FltPaletteSet::FltPaletteSet(std::string const& file)
@@ -66,8 +69,7 @@ void FltPaletteSet::overrideBy(FltPaletteSet const& parent, std::uint32_t flags)
 
 void FltPaletteSet::takeMaterial(FltRecordView const& record)
 {
-    FltRecordMaterial material(record.classLength());
-    record.decodeTo(material);
+    FltDecoded<FltRecordMaterial> const material(record);
     FltMaterialValues& values = (*materials)[material.index];
     std::copy(std::begin(material.ambient), std::end(material.ambient), values.ambient);
     std::copy(std::begin(material.diffuse), std::end(material.diffuse), values.diffuse);
@@ -79,9 +81,7 @@ void FltPaletteSet::takeMaterial(FltRecordView const& record)
 
 void FltPaletteSet::takeOldMaterials(FltRecordView const& record, int revision)
 {
-    auto const palette = std::make_unique<FltRecordOLDMaterialPalette>(record.classLength());
-    palette->revision = revision;
-    record.decodeTo(*palette);
+    auto const palette = std::make_unique<FltDecoded<FltRecordOLDMaterialPalette>>(record, revision);
     for (int i = 0; i < FltRecordOLDMaterialPalette::entryCount; ++i) {
         FltRecordOLDMaterialPalette::Entry const& entry = palette->entries[i];
         (*materials)[i] = {{entry.ambientRed, entry.ambientGreen, entry.ambientBlue},
@@ -93,29 +93,29 @@ void FltPaletteSet::takeOldMaterials(FltRecordView const& record, int revision)
     }
 }
 
+/// A record that is shorter than the form with a short file name has that one's layout.
 void FltPaletteSet::takeTexture(FltRecordView const& record)
 {
-    bool const isShort = record.size <= FltRecordTexturePattern::shortFormLength;
-    std::size_t const room = isShort ? 80 : 200;
-    textures->names[record.int32At(4 + room)] = record.textAt(4, room);
+    FltRecordTexturePattern texture(std::max(record.classLength(), FltRecordTexturePattern::shortFormLength));
+    record.decodeTo(texture);
+    textures->names[texture.patternIndex] = {texture.fileName,
+                                             ::strnlen(texture.fileName, sizeof texture.fileName)};
 }
 
-/// The record's class reads ten bytes of the forty that are reserved after the type, so it isn't asked here.
 void FltPaletteSet::takeLight(FltRecordView const& record)
 {
-    FltLightValues& light = (*lights)[record.int32At(4)];
-    for (std::size_t i = 0; i < 3; ++i) {
-        light.diffuse[i] = record.floatAt(56 + 4 * i);
-        light.attenuation[i] = record.floatAt(148 + 4 * i);
-    }
-    light.type = record.int32At(88);
-    light.dropoff = record.floatAt(132);
-    light.cutoffAngle = record.floatAt(136);
+    FltDecoded<FltRecordWholeLightSourcePalette> const light(record);
+    (*lights)[light.paletteIndex] = {light.lightType,
+                                     {light.diffuseRed, light.diffuseGreen, light.diffuseBlue},
+                                     light.spotExponentialDropoffTerm,
+                                     light.spotCutoffAngle,
+                                     {light.constantAttenuationCoefficient,
+                                      light.linearAttenuationCoefficient,
+                                      light.quadraticAttenuationCoefficient}};
 }
 
 void FltPaletteSet::takeLightPoint(FltRecordView const& record)
 {
-    FltLightPointValues& values = (*lightPoints)[record.int32At(264)];
-    values.backColor = FltColors::fromPacked(record.word32At(272));
-    values.pixelSize = record.floatAt(320);
+    FltDecoded<FltRecordLightPointAppearancePalette> const entry(record);
+    (*lightPoints)[entry.paletteIndex] = {FltColors::fromPacked(entry.backColor), entry.actualPixelSize};
 }

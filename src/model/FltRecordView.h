@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/FltFields.h"
+#include "records/FltRecord.h"
 #include "records/FltUtils.h"
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 /// The bytes of one record, its continuations included. They belong to the reader. What is asked for after
@@ -55,30 +57,75 @@ struct FltRecordView {
         return std::string(rest.substr(0, rest.find('\0')));
     }
 
-    /// Decodes the record by its class. A record that is shorter than its layout is filled up with zeros.
+    /// Decodes the record by its class, or by a layout that is none. A record that is shorter than its layout
+    /// is filled up with zeros.
     template <class Record>
     void decodeTo(Record& record) const
     {
-        static std::size_t const reach = farthestReach<Record>();
-        if (size >= reach) {
-            record.getPropertiesFromData(const_cast<char*>(data)); // decoders only read
-            return;
-        }
-        std::vector<char> whole(reach, '\0');
-        std::copy(data, data + size, whole.begin());
-        record.getPropertiesFromData(whole.data());
+        withRoomFor(FltFields::bytesReadBy(record), [&](char* bytes) {
+            if constexpr (std::is_base_of_v<FltRecord, Record>)
+                record.getPropertiesFromData(bytes);
+            else
+                FltFields::decode(record, bytes);
+        });
+    }
+
+    /// The same without a virtual call, for records of which there are millions.
+    template <class Record>
+    void decodeFieldsTo(Record& record) const
+    {
+        withRoomFor(FltFields::bytesReadBy(record), [&](char* bytes) { FltFields::decode(record, bytes); });
+    }
+
+    /// Whether a field of a record that was decoded stands in the bytes, rather than being filled up.
+    template <class Record, class Member>
+    bool holdsField(Record const& record, Member const& field) const
+    {
+        std::size_t const end = FltFields::endOf(record, &field);
+        return end != 0 && end <= size;
     }
 
     /// The length that a record's class is made with.
-    unsigned int classLength() const { return std::min<std::uint32_t>(size, 65535); }
+    unsigned int classLength() const { return size; }
 
 private:
-    template <class Record>
-    static std::size_t farthestReach()
+    /// Calls an action with so many bytes of the record. It only reads them.
+    template <class Action>
+    void withRoomFor(std::size_t count, Action action) const
     {
-        std::size_t reach = 0;
-        for (int const revision : {0, 14, 1421, 1500, 1540, 1570, 1580, 1600})
-            reach = std::max(reach, FltFields::reachOf<Record>(revision));
-        return reach;
+        if (count <= size)
+            return action(const_cast<char*>(data));
+        char few[512] = {};
+        std::vector<char> many(count > sizeof few ? count : 0);
+        char* const whole = many.empty() ? few : many.data();
+        std::copy(data, data + size, whole);
+        action(whole);
+    }
+};
+
+/// A record that is decoded by its class, or a layout that is none.
+template <class Record>
+struct FltDecoded : Record {
+    /// @param revision of the file, for classes whose layout goes by it
+    explicit FltDecoded(FltRecordView const& record, int revision = 0)
+        : FltDecoded(record, revision, std::is_constructible<Record, unsigned int>())
+    {
+    }
+
+private:
+    FltDecoded(FltRecordView const& record, int revision, std::true_type /*takesLength*/)
+        : Record(record.classLength())
+    {
+        decode(record, revision);
+    }
+    FltDecoded(FltRecordView const& record, int revision, std::false_type /*takesLength*/)
+    {
+        decode(record, revision);
+    }
+    void decode(FltRecordView const& record, [[maybe_unused]] int revision)
+    {
+        if constexpr (std::is_base_of_v<FltVersion, Record>)
+            this->revision = revision;
+        record.decodeTo<Record>(*this);
     }
 };

@@ -1,33 +1,31 @@
 #include "model/FltTransformation.h"
 
 #include "records/FltOpcode.h"
+#include "records/FltRecordReplicate.h"
+#include "records/FltRecordTransformations.h"
 
 #include <Inventor/SbRotation.h>
 #include <Inventor/SbVec3d.h>
 #include <Inventor/SbVec3f.h>
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace
 {
 
 constexpr float radiansPerDegree = 0.017453292519943295F;
 
-SbVec3f vectorAt(FltRecordView const& record, std::size_t at)
+SbVec3f floats(double x, double y, double z)
 {
-    return {static_cast<float>(record.doubleAt(at)), static_cast<float>(record.doubleAt(at + 8)),
-            static_cast<float>(record.doubleAt(at + 16))};
+    return {static_cast<float>(x), static_cast<float>(y), static_cast<float>(z)};
 }
 
-SbVec3f floatsAt(FltRecordView const& record, std::size_t at)
-{
-    return {record.floatAt(at), record.floatAt(at + 4), record.floatAt(at + 8)};
-}
-
-SbMatrix matrixAt(FltRecordView const& record, std::size_t at)
+SbMatrix matrixOf(AbstractMatrixRecord const& record)
 {
     SbMat values;
-    for (std::size_t i = 0; i < 16; ++i)
-        values[i / 4][i % 4] = record.floatAt(at + 4 * i);
+    for (int row = 0; row < 4; ++row)
+        std::copy(std::begin(record.matrix[row]), std::end(record.matrix[row]), values[row]);
     return SbMatrix(values);
 }
 
@@ -76,10 +74,40 @@ SbMatrix frameOf(SbVec3f const& origin, SbVec3f const& align, SbVec3f const& tra
                     origin[2], 1);
 }
 
-SbMatrix putOf(FltRecordView const& record)
+SbMatrix stepOf(FltRecordTranslate const& record)
 {
-    SbMatrix result = frameOf(vectorAt(record, 8), vectorAt(record, 32), vectorAt(record, 56)).inverse();
-    result.multRight(frameOf(vectorAt(record, 80), vectorAt(record, 104), vectorAt(record, 128)));
+    return translationBy(floats(record.deltaX, record.deltaY, record.deltaZ));
+}
+
+SbMatrix stepOf(FltRecordScaleNonUniform const& record)
+{
+    return scaleAround(floats(record.XCenter, record.YCenter, record.ZCenter),
+                       {record.XScaleFactor, record.YScaleFactor, record.ZScaleFactor});
+}
+
+SbMatrix stepOf(FltRecordRotateAboutPoint const& record)
+{
+    return rotationAround(
+        floats(record.XCenterOfRotation, record.YCenterOfRotation, record.ZCenterOfRotation),
+        {record.IAxisOfRotation, record.JAxisOfRotation, record.KAxisOfRotation}, record.angleToRotate);
+}
+
+SbMatrix stepOf(FltRecordRotateAboutEdge const& record)
+{
+    SbVec3f const first = floats(record.XCenter1, record.YCenter1, record.ZCenter1);
+    SbVec3f const second = floats(record.XCenter2, record.YCenter2, record.ZCenter2);
+    return rotationAround(first, second - first, record.angleToRotate);
+}
+
+SbMatrix stepOf(FltRecordPutTransform const& record)
+{
+    SbMatrix result = frameOf(floats(record.XFromOrigin, record.YFromOrigin, record.ZFromOrigin),
+                              floats(record.XFromAlign, record.YFromAlign, record.ZFromAlign),
+                              floats(record.XFromTrack, record.YFromTrack, record.ZFromTrack))
+                          .inverse();
+    result.multRight(frameOf(floats(record.XToOrigin, record.YToOrigin, record.ZToOrigin),
+                             floats(record.XToAlign, record.YToAlign, record.ZToAlign),
+                             floats(record.XToTrack, record.YToTrack, record.ZToTrack)));
     return result;
 }
 
@@ -98,11 +126,11 @@ FltTransformation::FltTransformation(FltModelTree const& tree, FltModelTree::Num
     FltRecordView const* const end = tree.ancillaryEnd(number);
     for (FltRecordView const* record = tree.ancillaryBegin(number); record != end; ++record) {
         if (record->opcode == FltOpcode::matrix) {
-            SbMatrix const matrix = matrixAt(*record, 4);
+            SbMatrix const matrix = matrixOf(FltDecoded<FltRecordMatrix>(*record));
             if (isFinite(matrix))
                 matrices.push_back(matrix);
         } else if (record->opcode == FltOpcode::replicate) {
-            replications = record->int32At(4);
+            replications = FltDecoded<FltRecordReplicate>(*record).numberOfReplications;
         } else {
             takeStep(*record);
         }
@@ -132,23 +160,22 @@ void FltTransformation::takeStep(FltRecordView const& record)
     SbMatrix step;
     switch (record.opcode) {
     case FltOpcode::generalMatrix:
-        step = matrixAt(record, 4);
+        step = matrixOf(FltDecoded<FltRecordGeneralMatrix>(record));
         break;
     case FltOpcode::translate:
-        step = translationBy(vectorAt(record, 32));
+        step = stepOf(FltDecoded<FltRecordTranslate>(record));
         break;
     case FltOpcode::scaleNonUniform:
-        step = scaleAround(vectorAt(record, 8), floatsAt(record, 32));
+        step = stepOf(FltDecoded<FltRecordScaleNonUniform>(record));
         break;
     case FltOpcode::rotateAboutPoint:
-        step = rotationAround(vectorAt(record, 8), floatsAt(record, 32), record.floatAt(44));
+        step = stepOf(FltDecoded<FltRecordRotateAboutPoint>(record));
         break;
     case FltOpcode::rotateAboutEdge:
-        step = rotationAround(vectorAt(record, 8), vectorAt(record, 32) - vectorAt(record, 8),
-                              record.floatAt(56));
+        step = stepOf(FltDecoded<FltRecordRotateAboutEdge>(record));
         break;
     case FltOpcode::putTransform:
-        step = putOf(record);
+        step = stepOf(FltDecoded<FltRecordPutTransform>(record));
         break;
     default:
         return;

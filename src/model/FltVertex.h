@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
 
 /// One vertex of a database, of whatever form it was.
 struct FltVertex {
@@ -17,4 +19,20 @@ struct FltVertex {
     std::uint8_t flags = 0;
 
     bool has(Flag flag) const { return (flags & flag) != 0; }
+
+    void setNormal(float const (&value)[3])
+    {
+        std::copy(std::begin(value), std::end(value), normal);
+        flags |= hasNormal;
+    }
+    void setUv(float const (&value)[2])
+    {
+        std::copy(std::begin(value), std::end(value), uv);
+        flags |= hasUv;
+    }
+    void setColor(std::uint32_t value)
+    {
+        color = value;
+        flags |= hasColor;
+    }
 };

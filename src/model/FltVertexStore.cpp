@@ -1,6 +1,11 @@
 #include "model/FltVertexStore.h"
 
 #include "records/FltOpcode.h"
+#include "records/FltRecordVertex.h"
+
+#include <algorithm>
+#include <iterator>
+#include <type_traits>
 
 namespace
 {
@@ -14,80 +19,88 @@ constexpr std::size_t paletteHeadSize = 8;
 constexpr std::uint16_t noColorFlag = 0x2000;
 constexpr std::uint16_t packedColorFlag = 0x1000;
 
-constexpr int firstRevisionWithColorIndex = 1540;
-
-void readColor(FltVertex& vertex, FltRecordView const& record, std::size_t at, FltColors const& colors,
-               int revision)
+template <class Record>
+FltVertex vertexOf(FltRecordView const& record, FltColors const& colors, int revision)
 {
-    unsigned const flags = record.word16At(6);
-    if ((flags & noColorFlag) != 0)
-        return;
-    if ((flags & packedColorFlag) != 0)
-        vertex.color = FltColors::fromPacked(record.word32At(at));
-    else if (revision >= firstRevisionWithColorIndex && record.holds(at + 4, 4))
-        vertex.color = colors.atIndex(record.int32At(at + 4));
-    else
-        return;
-    vertex.flags |= FltVertex::hasColor;
+    constexpr bool hasBoth = std::is_same_v<Record, FltRecordVertexColorNormalUv>;
+    Record values(record.classLength());
+    values.revision = revision;
+    record.decodeFieldsTo(values);
+    FltVertex vertex;
+    vertex.position[0] = values.Xcoordinate;
+    vertex.position[1] = values.Ycoordinate;
+    vertex.position[2] = values.Zcoordinate;
+    if constexpr (hasBoth || std::is_same_v<Record, FltRecordVertexColorNormal>)
+        vertex.setNormal(values.vertexNormal);
+    if constexpr (hasBoth || std::is_same_v<Record, FltRecordVertexColorUv>)
+        vertex.setUv(values.texture);
+    if ((values.flags & noColorFlag) != 0)
+        return vertex;
+    if ((values.flags & packedColorFlag) != 0)
+        vertex.setColor(FltColors::fromPacked(values.packedColor));
+    else if (record.holdsField(values, values.vertexColorIndex))
+        vertex.setColor(colors.atIndex(values.vertexColorIndex));
+    return vertex;
 }
 
-std::size_t readNormal(FltVertex& vertex, FltRecordView const& record, std::size_t at)
+/// A vertex of the old forms may be longer than the form with texture coordinates, which it has then too.
+template <class Record>
+FltVertex oldVertexOf(FltRecordView const& record, [[maybe_unused]] FltColors const& colors)
 {
-    for (int i = 0; i < 3; ++i)
-        vertex.normal[i] = record.floatAt(at + 4 * i);
-    vertex.flags |= FltVertex::hasNormal;
-    return at + 12;
+    Record values(std::min(record.classLength(), Record::texturedLength));
+    record.decodeFieldsTo(values);
+    FltVertex vertex;
+    vertex.position[0] = values.Xcoordinate;
+    vertex.position[1] = values.Ycoordinate;
+    vertex.position[2] = values.Zcoordinate;
+    if constexpr (!std::is_same_v<Record, FltRecordOldVertex>)
+        vertex.setColor(colors.atIndex(values.colorIndex));
+    if constexpr (std::is_same_v<Record, FltRecordOldVertexColorNormal>)
+        vertex.setNormal(values.vertexNormalScaled);
+    if (values.hasTexture())
+        vertex.setUv(values.texture);
+    return vertex;
 }
 
-std::size_t readUv(FltVertex& vertex, FltRecordView const& record, std::size_t at)
+FltVertex paletteVertexOf(FltRecordView const& record, FltColors const& colors, int revision)
 {
-    for (int i = 0; i < 2; ++i)
-        vertex.uv[i] = record.floatAt(at + 4 * i);
-    vertex.flags |= FltVertex::hasUv;
-    return at + 8;
+    switch (record.opcode) {
+    case FltOpcode::vertexColorNormal:
+        return vertexOf<FltRecordVertexColorNormal>(record, colors, revision);
+    case FltOpcode::vertexColorNormalUv:
+        return vertexOf<FltRecordVertexColorNormalUv>(record, colors, revision);
+    case FltOpcode::vertexColorUv:
+        return vertexOf<FltRecordVertexColorUv>(record, colors, revision);
+    default:
+        return vertexOf<FltRecordVertexColor>(record, colors, revision);
+    }
 }
 
 } // namespace
 
 void FltVertexStore::addPaletteVertex(FltRecordView const& record, FltColors const& colors, int revision)
 {
-    FltVertex vertex;
-    for (int i = 0; i < 3; ++i)
-        vertex.position[i] = record.doubleAt(8 + 8 * i);
-    std::size_t at = 32;
-    if (record.opcode == FltOpcode::vertexColorNormal || record.opcode == FltOpcode::vertexColorNormalUv)
-        at = readNormal(vertex, record, at);
-    if (record.opcode == FltOpcode::vertexColorUv || record.opcode == FltOpcode::vertexColorNormalUv)
-        at = readUv(vertex, record, at);
-    readColor(vertex, record, at, colors, revision);
-
     if (!hasPalette && paletteBegin == 0)
         paletteBegin = record.offset - std::min(record.offset, paletteHeadSize);
     hasPalette = true;
     std::size_t const offset = record.offset - paletteBegin;
     if (!starts.empty() && offset <= starts.back().offset)
         return; // a second palette: offsets go on meaning the first
-    starts.push_back({static_cast<std::uint32_t>(offset), add(vertex)});
+    starts.push_back({static_cast<std::uint32_t>(offset), add(paletteVertexOf(record, colors, revision))});
     if (buckets.size() <= offset >> bucketBits)
         buckets.resize((offset >> bucketBits) + 1, static_cast<std::uint32_t>(starts.size() - 1));
 }
 
 std::uint32_t FltVertexStore::addOldVertex(FltRecordView const& record, FltColors const& colors)
 {
-    FltVertex vertex;
-    for (int i = 0; i < 3; ++i)
-        vertex.position[i] = record.int32At(4 + 4 * i);
-    std::size_t at = 16;
-    if (record.opcode != FltOpcode::oldVertex) {
-        vertex.color = colors.atIndex(record.word16At(18));
-        vertex.flags |= FltVertex::hasColor;
-        at = 20;
+    switch (record.opcode) {
+    case FltOpcode::oldVertex:
+        return add(oldVertexOf<FltRecordOldVertex>(record, colors));
+    case FltOpcode::oldVertexColorNormal:
+        return add(oldVertexOf<FltRecordOldVertexColorNormal>(record, colors));
+    default:
+        return add(oldVertexOf<FltRecordOldVertexColor>(record, colors));
     }
-    if (record.opcode == FltOpcode::oldVertexColorNormal)
-        at = readNormal(vertex, record, at);
-    if (record.holds(at, 8))
-        readUv(vertex, record, at);
-    return add(vertex);
 }
 
 std::uint32_t FltVertexStore::add(FltVertex const& vertex)

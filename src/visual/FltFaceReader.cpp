@@ -2,13 +2,18 @@
 
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "model/FltRecordEntries.h"
 #include "records/FltOpcode.h"
+#include "records/FltRecordLightPointPalette.h"
 #include "records/FltRecordLightSource.h"
+#include "records/FltRecordTextureLayers.h"
+#include "records/FltVertexListEntry.h"
 #include "toolkit/StackSpace.h"
 
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
+#include <iterator>
 #include <numeric>
 
 using Number = FltModelTree::Number;
@@ -16,28 +21,9 @@ using Number = FltModelTree::Number;
 namespace
 {
 
-/// Bytes of a face record that a mesh has a reserved word in front of.
-constexpr std::size_t meshGap = 12;
-constexpr std::size_t meshGapSize = 4;
+using Vertex = FltRecordLocalVertexPool::Vertex;
 
-/// In masks of texture layers bit 31 is layer 1, down to bit 25 for layer 7.
-constexpr int layerCount = 7;
-std::uint32_t layerBit(int layer)
-{
-    return 1U << (32 - layer);
-}
-
-/// In the mask of a mesh's vertices, from the top.
-enum PoolBit : std::uint32_t {
-    poolPosition = 1U << 31,
-    poolColorIndex = 1U << 30,
-    poolPackedColor = 1U << 29,
-    poolNormal = 1U << 28,
-    poolFirstUv = 1U << 27,
-};
-constexpr int poolLayerCount = 8;
-
-enum PrimitiveType : std::int16_t { triangleStrip = 1, triangleFan = 2, quadStrip = 3, polygon = 4 };
+constexpr int layerCount = FltTextureLayerMask::layerCount;
 
 bool isFinite(double const (&position)[3])
 {
@@ -45,32 +31,30 @@ bool isFinite(double const (&position)[3])
                        [](double part) { return std::abs(part) < 1e30; });
 }
 
-std::vector<std::uint32_t> indicesOf(FltRecordView const& record)
+std::vector<std::uint32_t> indicesOf(FltRecordView const& record, FltRecordMeshPrimitive const& primitive)
 {
-    std::size_t const size = record.word16At(6);
     std::vector<std::uint32_t> indices;
-    if (size != 1 && size != 2 && size != 4)
+    if (!primitive.hasIndices())
         return indices;
-    std::size_t const count =
-        std::min<std::size_t>(record.word32At(8), (record.size - std::min(record.size, 12U)) / size);
-    for (std::size_t i = 0; i < count; ++i) {
-        std::size_t const at = 12 + size * i;
-        indices.push_back(size == 1   ? record.byteAt(at)
-                          : size == 2 ? record.word16At(at)
-                                      : record.word32At(at));
+    FltRecordMeshPrimitive::Index index;
+    index.size = primitive.indexSize;
+    FltRecordEntries const entries(record, index, primitive);
+    indices.resize(std::min<std::size_t>(primitive.indexCount, entries.countWhole()));
+    for (std::size_t i = 0; i < indices.size(); ++i) {
+        entries.decode(i, index);
+        indices[i] = index.value();
     }
     return indices;
 }
 
-std::size_t poolVertexSize(std::uint32_t mask)
+/// The record of an opcode that says more about a node; null if there is none.
+FltRecordView const* ancillaryOf(FltModelTree const& tree, Number number, std::uint32_t opcode)
 {
-    std::size_t size = (mask & poolPosition) != 0 ? 24 : 0;
-    size += (mask & poolColorIndex) != 0 ? 4 : 0;
-    size += (mask & poolPackedColor) != 0 ? 4 : 0;
-    size += (mask & poolNormal) != 0 ? 12 : 0;
-    for (int layer = 0; layer < poolLayerCount; ++layer)
-        size += (mask & poolFirstUv >> layer) != 0 ? 8 : 0;
-    return size;
+    FltRecordView const* const end = tree.ancillaryEnd(number);
+    FltRecordView const* const found =
+        std::find_if(tree.ancillaryBegin(number), end,
+                     [&](FltRecordView const& record) { return record.opcode == opcode; });
+    return found != end ? found : nullptr;
 }
 
 /// Calls an action for each face of a primitive, with the places of its vertices in the list of indices.
@@ -83,19 +67,19 @@ void forEachFace(int type, std::size_t count, Action action)
         action(face);
     };
     switch (type) {
-    case triangleStrip:
+    case FltRecordMeshPrimitive::triangleStrip:
         for (std::size_t i = 0; i + 2 < count; ++i)
             call({i + i % 2, i + 1 - i % 2, i + 2});
         break;
-    case triangleFan:
+    case FltRecordMeshPrimitive::triangleFan:
         for (std::size_t i = 1; i + 1 < count; ++i)
             call({0, i, i + 1});
         break;
-    case quadStrip:
+    case FltRecordMeshPrimitive::quadStrip:
         for (std::size_t i = 0; i + 3 < count; i += 2)
             call({i, i + 1, i + 3, i + 2});
         break;
-    case polygon:
+    case FltRecordMeshPrimitive::polygon:
         face.resize(count);
         std::iota(face.begin(), face.end(), std::size_t(0));
         action(face);
@@ -130,22 +114,15 @@ void FltFaceReader::read(Number number, FltFaceCollector& collector, float objec
     }
 }
 
-/// A mesh is a face with a reserved word after its id.
-void FltFaceReader::decode(Number number, FltRecordFace& face) const
+/// Decodes a face, which is the part of a mesh's record that both have, or a mesh.
+void FltFaceReader::decode(Number number, FltRecordMesh& surface) const
 {
     FltRecordView const& record = tools.model.tree.recordOf(number);
-    face.revision = tools.model.revision;
-    if (record.opcode == FltOpcode::face) {
-        record.decodeTo(face);
-        return;
-    }
-    std::vector<char> bytes(record.data, record.data + record.size);
-    bytes.erase(bytes.begin() + std::min<std::ptrdiff_t>(meshGap, std::ptrdiff_t(bytes.size())),
-                bytes.begin() +
-                    std::min<std::ptrdiff_t>(meshGap + meshGapSize, std::ptrdiff_t(bytes.size())));
-    FltRecordView const asFace{bytes.data(), static_cast<std::uint32_t>(bytes.size()), FltOpcode::face,
-                               record.offset};
-    asFace.decodeTo(face);
+    surface.revision = tools.model.revision;
+    if (record.opcode == FltOpcode::mesh)
+        record.decodeFieldsTo(surface);
+    else
+        record.decodeFieldsTo<FltRecordFace>(surface);
 }
 
 FltFaceReader::Turning FltFaceReader::turningOf(Number number) const
@@ -153,15 +130,16 @@ FltFaceReader::Turning FltFaceReader::turningOf(Number number) const
     FltRecordView const& record = tools.model.tree.recordOf(number);
     if (record.opcode != FltOpcode::face && record.opcode != FltOpcode::mesh)
         return Turning::none;
-    int const templateBillboard = record.byteAt(record.opcode == FltOpcode::face ? 25 : 29);
-    return templateBillboard == 2   ? Turning::aboutAxis
-           : templateBillboard == 4 ? Turning::aboutPoint
-                                    : Turning::none;
+    FltRecordMesh surface(record.classLength());
+    decode(number, surface);
+    return surface.templateBillboard == 2   ? Turning::aboutAxis
+           : surface.templateBillboard == 4 ? Turning::aboutPoint
+                                            : Turning::none;
 }
 
 std::vector<SbVec3d> FltFaceReader::pointsOf(Number number)
 {
-    FltRecordFace face(80);
+    FltRecordMesh face(0);
     FltFaceInput input(face);
     if (tools.model.tree.recordOf(number).opcode == FltOpcode::mesh)
         input.vertices = poolOf(number).vertices;
@@ -174,7 +152,7 @@ std::vector<SbVec3d> FltFaceReader::pointsOf(Number number)
 }
 
 /// Reads what a face and a mesh have in common.
-FltFaceInput FltFaceReader::read(FltRecordFace& face, Number number, Context const& context, int level) const
+FltFaceInput FltFaceReader::read(FltRecordMesh& face, Number number, Context const& context, int level) const
 {
     decode(number, face);
     FltFaceInput input(face);
@@ -187,7 +165,7 @@ FltFaceInput FltFaceReader::read(FltRecordFace& face, Number number, Context con
 
 void FltFaceReader::readFace(Number number, Context const& context, int level)
 {
-    FltRecordFace face(80);
+    FltRecordMesh face(0);
     FltFaceInput input = read(face, number, context, level);
     if (readVertices(number, input))
         context.collector.add(input);
@@ -218,11 +196,11 @@ bool FltFaceReader::readVertices(Number number, FltFaceInput& input)
         FltRecordView const& record = tree.recordOf(child);
         switch (record.opcode) {
         case FltOpcode::vertexList:
-            readVertexList(child, 4, input);
+            readVertexList<FltVertexListEntry>(child, input);
             readLayerUvs(child, false, input);
             break;
         case FltOpcode::morphVertexList:
-            readVertexList(child, 8, input);
+            readVertexList<FltMorphVertexListEntry>(child, input);
             readLayerUvs(child, true, input);
             break;
         case FltOpcode::oldVertex:
@@ -243,12 +221,15 @@ bool FltFaceReader::readVertices(Number number, FltFaceInput& input)
     return false;
 }
 
-/// A list of offsets. Of an entry with two of them the second one counts, which is what a morph ends at.
-void FltFaceReader::readVertexList(Number list, std::size_t entrySize, FltFaceInput& input)
+template <class Entry>
+void FltFaceReader::readVertexList(Number list, FltFaceInput& input)
 {
     FltRecordView const& record = tools.model.tree.recordOf(list);
-    for (std::size_t at = entrySize; at + 4 <= record.size; at += entrySize) {
-        std::int32_t const offset = record.int32At(at);
+    Entry entry;
+    FltRecordEntries const entries(record, entry);
+    for (std::size_t i = 0; i < entries.countWhole(); ++i) {
+        entries.decode(i, entry);
+        std::int32_t const offset = entry.offset;
         std::uint32_t const vertex = tools.model.vertices.find(offset);
         if (vertex == FltVertexStore::none) {
             FltWarningMessageConsole::setPosition(record.offset, static_cast<int>(record.opcode));
@@ -274,15 +255,10 @@ void FltFaceReader::readLayers(Number number, FltFaceInput& input) const
     for (FltRecordView const* record = tree.ancillaryBegin(number); record != end; ++record) {
         if (record->opcode != FltOpcode::multitexture)
             continue;
-        std::size_t at = 8;
-        for (int layer = 1; layer <= layerCount; ++layer) {
-            if ((record->word32At(4) & layerBit(layer)) == 0)
-                continue;
-            std::int32_t const texture = record->word16At(at);
-            if (tools.textures.has(texture))
-                input.layers.push_back({layer, texture});
-            at += 8;
-        }
+        FltDecoded<FltRecordTextureLayers> const layers(*record);
+        for (int layer = 1; layer <= layerCount; ++layer)
+            if (layers.hasLayer(layer) && tools.textures.has(layers.layer(layer).texture))
+                input.layers.push_back({layer, layers.layer(layer).texture});
     }
     input.layerUvs.resize(input.layers.size());
 }
@@ -292,30 +268,24 @@ void FltFaceReader::readLayerUvs(Number list, bool isMorph, FltFaceInput& input)
 {
     if (input.layers.empty())
         return;
-    FltModelTree const& tree = tools.model.tree;
-    FltRecordView const* const end = tree.ancillaryEnd(list);
-    FltRecordView const* record = tree.ancillaryBegin(list);
-    while (record != end && record->opcode != FltOpcode::uvList)
-        ++record;
-    if (record == end)
+    FltRecordView const* const record = ancillaryOf(tools.model.tree, list, FltOpcode::uvList);
+    if (record == nullptr)
         return;
-    std::size_t const entrySize = isMorph ? 16 : 8;
-    std::size_t at = 8;
-    for (std::size_t vertex = 0; vertex < input.vertices.size() && at < record->size; ++vertex)
-        for (int layer = 1; layer <= layerCount; ++layer) {
-            if ((record->word32At(4) & layerBit(layer)) == 0)
-                continue;
-            for (std::size_t i = 0; i < input.layers.size(); ++i)
-                if (input.layers[i].number == layer)
-                    input.layerUvs[i].emplace_back(record->floatAt(at + entrySize - 8),
-                                                   record->floatAt(at + entrySize - 4));
-            at += entrySize;
-        }
+    FltDecoded<FltRecordLayerUVs> const head(*record);
+    FltRecordLayerUVs::Entry entry(head, isMorph);
+    FltRecordEntries const entries(*record, entry, head);
+    std::size_t const count = std::min(input.vertices.size(), entries.countBegun());
+    for (std::size_t vertex = 0; vertex < count; ++vertex) {
+        entries.decode(vertex, entry);
+        for (std::size_t i = 0; i < input.layers.size(); ++i)
+            if (int const layer = input.layers[i].number; entry.hasLayer(layer))
+                input.layerUvs[i].emplace_back(entry.to[layer - 1]);
+    }
 }
 
 void FltFaceReader::readMesh(Number number, Context const& context, int level)
 {
-    FltRecordFace face(80);
+    FltRecordMesh face(0);
     FltFaceInput input = read(face, number, context, level);
     MeshPool const& vertices = poolOf(number);
     FltModelTree const& tree = tools.model.tree;
@@ -342,45 +312,29 @@ FltFaceReader::MeshPool const& FltFaceReader::poolOf(Number mesh)
 
 void FltFaceReader::readPool(FltRecordView const& record, MeshPool& pool)
 {
-    pool.mask = record.word32At(8);
-    std::size_t const vertexSize = poolVertexSize(pool.mask);
-    if ((pool.mask & poolPosition) == 0 || record.size < 12)
+    FltDecoded<FltRecordLocalVertexPool> const head(record);
+    Vertex stored;
+    stored.mask = head.attributeMask;
+    if (!stored.has(Vertex::hasPosition))
         return;
-    std::size_t const count = std::min<std::size_t>(record.word32At(4), (record.size - 12) / vertexSize);
-    pool.layerUvs.resize(poolLayerCount);
+    FltRecordEntries const entries(record, stored, head);
+    std::size_t const count = std::min<std::size_t>(head.numberOfVertices, entries.countWhole());
+    pool.layerUvs.resize(Vertex::layerCount);
     for (std::size_t i = 0; i < count; ++i) {
-        std::size_t at = 12 + vertexSize * i;
+        entries.decode(i, stored);
         FltVertex vertex;
-        for (int axis = 0; axis < 3; ++axis, at += 8)
-            vertex.position[axis] = record.doubleAt(at);
-        if ((pool.mask & poolColorIndex) != 0) {
-            vertex.color = tools.model.palettes.colors->atIndex(record.int32At(at));
-            vertex.flags |= FltVertex::hasColor;
-            at += 4;
-        }
-        if ((pool.mask & poolPackedColor) != 0) {
-            vertex.color = FltColors::fromPacked(record.word32At(at));
-            vertex.flags |= FltVertex::hasColor;
-            at += 4;
-        }
-        if ((pool.mask & poolNormal) != 0) {
-            for (int axis = 0; axis < 3; ++axis, at += 4)
-                vertex.normal[axis] = record.floatAt(at);
-            vertex.flags |= FltVertex::hasNormal;
-        }
-        for (int layer = 0; layer < poolLayerCount; ++layer) {
-            if ((pool.mask & poolFirstUv >> layer) == 0)
-                continue;
-            pool.layerUvs[static_cast<std::size_t>(layer)].emplace_back(record.floatAt(at),
-                                                                        record.floatAt(at + 4));
-            at += 8;
-        }
-        if ((pool.mask & poolFirstUv) != 0) {
-            SbVec2f const& uv = pool.layerUvs[0].back();
-            vertex.uv[0] = uv[0];
-            vertex.uv[1] = uv[1];
-            vertex.flags |= FltVertex::hasUv;
-        }
+        std::copy(std::begin(stored.position), std::end(stored.position), vertex.position);
+        if (stored.has(Vertex::hasColorIndex))
+            vertex.setColor(tools.model.palettes.colors->atIndex(stored.colorIndex));
+        if (stored.has(Vertex::hasPackedColor))
+            vertex.setColor(FltColors::fromPacked(stored.packedColor));
+        if (stored.has(Vertex::hasNormal))
+            vertex.setNormal(stored.normal);
+        if (stored.has(Vertex::hasFirstUv))
+            vertex.setUv(stored.uv[0]);
+        for (int layer = 0; layer < Vertex::layerCount; ++layer)
+            if (stored.hasLayer(layer))
+                pool.layerUvs[static_cast<std::size_t>(layer)].emplace_back(stored.uv[layer]);
         pool.vertices.push_back(tools.model.vertices.add(vertex));
     }
 }
@@ -388,8 +342,9 @@ void FltFaceReader::readPool(FltRecordView const& record, MeshPool& pool)
 void FltFaceReader::readPrimitive(FltRecordView const& record, MeshPool const& vertices, FltFaceInput& input,
                                   FltFaceCollector& collector)
 {
-    std::vector<std::uint32_t> const indices = indicesOf(record);
-    int const type = static_cast<std::int16_t>(record.word16At(4));
+    FltDecoded<FltRecordMeshPrimitive> const primitive(record);
+    int const type = primitive.primitiveType;
+    std::vector<std::uint32_t> const indices = indicesOf(record, primitive);
     forEachFace(type, indices.size(), [&](std::vector<std::size_t> const& face) {
         input.vertices.clear();
         for (std::vector<SbVec2f>& uvs : input.layerUvs)
@@ -398,7 +353,8 @@ void FltFaceReader::readPrimitive(FltRecordView const& record, MeshPool const& v
             addMeshVertex(indices[place], vertices, input);
         if (input.vertices.size() < face.size())
             ++tools.leftOut["mesh index without a vertex"];
-        if (input.vertices.size() == face.size() || (type == polygon && input.vertices.size() >= 3))
+        if (input.vertices.size() == face.size() ||
+            (type == FltRecordMeshPrimitive::polygon && input.vertices.size() >= 3))
             collector.add(input);
     });
 }
@@ -418,7 +374,7 @@ void FltFaceReader::addMeshVertex(std::uint32_t index, MeshPool const& vertices,
 void FltFaceReader::readLightPoints(Number number, Context const& context)
 {
     FltRecordView const& record = tools.model.tree.recordOf(number);
-    FltRecordFace face(80);
+    FltRecordMesh face(0);
     face.flags = 0x30000000; // a packed colour
     face.lightMode = 1;      // that of the vertices
     face.materialIndex = -1;
@@ -429,12 +385,10 @@ void FltFaceReader::readLightPoints(Number number, Context const& context)
     input.placement = context.placement;
     std::fill(std::begin(face.packedColor), std::end(face.packedColor), std::uint8_t(255));
     if (record.opcode == FltOpcode::lightPoint) {
-        FltRecordLightPoint point(record.classLength());
-        record.decodeTo(point);
-        input.pointSize = point.actualPixelSize;
+        input.pointSize = FltDecoded<FltRecordLightPoint>(record).actualPixelSize;
     } else {
         auto const& values = *tools.model.palettes.lightPoints;
-        auto const found = values.find(record.int32At(12));
+        auto const found = values.find(FltDecoded<FltRecordIndexedLightPoint>(record).appearanceIndex);
         input.pointSize = found != values.end() ? found->second.pixelSize : 0;
     }
     input.pointSize = std::isfinite(input.pointSize) ? std::min(input.pointSize, 64.0F) : 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "records/FltRecordMesh.h"
 #include "visual/FltFaceCollector.h"
 
 /// Reads faces, meshes and light points with all that stands below them, and hands them to a collector.
@@ -32,18 +33,18 @@ private:
     struct MeshPool {
         std::vector<std::uint32_t> vertices;
         std::vector<std::vector<SbVec2f>> layerUvs; ///< Of each texture layer, for each vertex.
-        std::uint32_t mask = 0;
     };
 
-    void decode(FltModelTree::Number number, FltRecordFace& face) const;
-    FltFaceInput read(FltRecordFace& face, FltModelTree::Number number, Context const& context,
+    void decode(FltModelTree::Number number, FltRecordMesh& surface) const;
+    FltFaceInput read(FltRecordMesh& face, FltModelTree::Number number, Context const& context,
                       int level) const;
     void readFace(FltModelTree::Number number, Context const& context, int level);
     void readMesh(FltModelTree::Number number, Context const& context, int level);
     void readLightPoints(FltModelTree::Number number, Context const& context);
     void readFacesOn(FltModelTree::Number number, Context const& context, int level);
     bool readVertices(FltModelTree::Number number, FltFaceInput& input);
-    void readVertexList(FltModelTree::Number list, std::size_t entrySize, FltFaceInput& input);
+    template <class Entry>
+    void readVertexList(FltModelTree::Number list, FltFaceInput& input);
     void addVertex(std::uint32_t vertex, FltFaceInput& input);
     void readLayers(FltModelTree::Number number, FltFaceInput& input) const;
     void readLayerUvs(FltModelTree::Number list, bool isMorph, FltFaceInput& input) const;

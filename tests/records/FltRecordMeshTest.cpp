@@ -20,7 +20,7 @@ void decode(Layout& layout, std::string body)
 TEST(FltRecordMesh, isAFaceWithAReservedWordAfterItsId)
 {
     std::string body = "mesh one" + FltWriter::big32(99) + FltWriter::big32(7) + FltWriter::big16(2);
-    body += std::string(52, '\0') + FltWriter::big32(5) + FltWriter::big32(6) + std::string(4, '\0');
+    body += std::string(50, '\0') + FltWriter::big32(5) + FltWriter::big32(6) + std::string(4, '\0');
     std::string bytes = FltWriter::big16(FltOpcode::mesh) + FltWriter::big16(84) + body;
     FltRecordMesh mesh(84);
     mesh.revision = 1570;
