@@ -4,6 +4,7 @@
 #include "messages/FltLimits.h"
 #include "records/FltOpcode.h"
 #include "records/FltOpcodeName.h"
+#include "records/FltOpcodeTable.h"
 
 #include <algorithm>
 #include <cmath>
@@ -612,21 +613,12 @@ void FltCheck::checkExactInstances()
 
 void FltCheck::checkExactOpcodes()
 {
-    static constexpr std::pair<int, int> losses[] = {{FltOpcode::replicate, 806},
-                                                     {FltOpcode::dof, 810},
-                                                     {FltOpcode::lightSource, 811},
-                                                     {FltOpcode::lightPoint, 812},
-                                                     {FltOpcode::text, 812},
-                                                     {FltOpcode::rotateAboutEdge, 815},
-                                                     {FltOpcode::translate, 815},
-                                                     {FltOpcode::scaleNonUniform, 815},
-                                                     {FltOpcode::rotateAboutPoint, 815}};
     bool const hasMatrices = inventory.opcodes.count(FltOpcode::matrix) != 0;
-    for (auto const& [opcode, number] : losses) {
-        auto const facts = inventory.opcodes.find(opcode);
-        if (facts == inventory.opcodes.end() || (number == 815 && hasMatrices))
+    for (auto const& [opcode, facts] : inventory.opcodes) {
+        FltOpcodeRow const* const row = FltOpcodeTable::find(opcode);
+        if (row == nullptr || row->finding == 0 || (row->finding == 815 && hasMatrices))
             continue;
-        addHere(number, static_cast<std::int64_t>(facts->second.first), opcode, FltOpcodeName::of(opcode),
-                facts->second.count);
+        addHere(row->finding, static_cast<std::int64_t>(facts.first), opcode, FltOpcodeName::of(opcode),
+                facts.count);
     }
 }

@@ -21,21 +21,6 @@ void readHeader(FltModel& model, FltRecordView const& header)
     model.metresPerUnit = FltModelReader::metresPerUnit(*record);
 }
 
-/// Records that say nothing about what is to be seen.
-bool isSilent(std::uint32_t opcode)
-{
-    switch (opcode) {
-    case FltOpcode::header:
-    case FltOpcode::vertexPalette:
-    case FltOpcode::eyePointTrackPlane:
-    case FltOpcode::namePalette:
-    case FltOpcode::textureMappingPalette:
-        return true;
-    default:
-        return false;
-    }
-}
-
 } // namespace
 
 double FltModelReader::metresPerUnit(FltRecordHeader const& header)
@@ -67,7 +52,8 @@ void FltModelReader::read(FltModel& model, FltLeftOut& leftOut, Progress const& 
         case Part::palette:
             if (record.opcode == FltOpcode::vertexPalette)
                 model.vertices.beginPalette(record);
-            else if (!model.palettes.take(record, model.revision) && !isSilent(record.opcode))
+            else if (!model.palettes.take(record, model.revision) &&
+                     !FltOpcodeTable::isSilent(static_cast<int>(record.opcode)))
                 ++leftOut[FltOpcodeName::of(static_cast<int>(record.opcode))];
             break;
         default:

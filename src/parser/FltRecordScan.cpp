@@ -10,7 +10,6 @@
 #include "records/FltRecordHeader.h"
 #include "records/FltRecordJson.h"
 #include "records/FltRecordTable.h"
-#include "records/FltRecordTexturePattern.h"
 #include "records/FltRevision.h"
 
 #include <cerrno>
@@ -21,8 +20,6 @@
 
 namespace
 {
-
-constexpr int firstRevisionOfColorNames = 1421;
 
 /// Takes the library's messages while it lives.
 class Listening : private FltWarningMessageConsole::Listener
@@ -134,28 +131,7 @@ void FltRecordScan::decode()
 
 std::size_t FltRecordScan::leastLength() const
 {
-    // Tools write headers of several lengths at the same revision; the list of colour names may be left out;
-    // and the short form of a texture pattern is one of two.
-    constexpr std::size_t header = 16;
-    constexpr std::size_t colorCount = 4;
-    constexpr std::size_t head = 4;
-    bool const hasFixedLayout = FltRecordTable::find(opcode()) != nullptr &&
-                                opcode() != FltOpcode::morphVertexList &&
-                                opcode() != FltOpcode::multitexture && opcode() != FltOpcode::soundPalette &&
-                                opcode() != FltOpcode::textureMappingPalette;
-    if (!hasFixedLayout)
-        return head;
-    std::size_t const whole = FltRecordTable::reachOf(opcode(), 0, formatRevision);
-    switch (opcode()) {
-    case FltOpcode::header:
-        return header;
-    case FltOpcode::colorPalette:
-        return whole - (formatRevision >= firstRevisionOfColorNames ? colorCount : 0);
-    case FltOpcode::texturePattern:
-        return FltRecordTexturePattern::shortFormLength;
-    default:
-        return whole;
-    }
+    return FltRecordTable::leastOf(opcode(), formatRevision);
 }
 
 nlohmann::ordered_json FltRecordScan::json() const

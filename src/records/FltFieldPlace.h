@@ -10,7 +10,11 @@ class FltFieldPlace : public FltFieldReach
 {
 public:
     /// @param wanted the field: a member of the record
-    explicit FltFieldPlace(void const* wanted) : FltFieldReach(true), wanted(wanted) {}
+    /// @param knowsRevision as FltFieldReach has it
+    explicit FltFieldPlace(void const* wanted, bool knowsRevision = true)
+        : FltFieldReach(knowsRevision), wanted(wanted)
+    {
+    }
 
     /// Bytes from the record's first one up to the field's end; 0 if the layout doesn't have the field.
     std::size_t getEnd() const { return end; }

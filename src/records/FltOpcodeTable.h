@@ -20,12 +20,20 @@ struct FltOpcodeRow {
         popExtension,
     };
 
+    /// In bytes, opcode and length included.
+    struct Lengths {
+        unsigned int shortest; ///< Of a record that isn't taken for something else.
+        unsigned int longest;
+        unsigned int least = 0; ///< What a whole record has at least; 0 for all that its class reads.
+    };
+
     int opcode;
     std::string_view name; ///< "vertex palette"; empty for an opcode that the format keeps to itself.
     Part part;
-    unsigned int shortest; ///< The lengths in bytes of a record that isn't taken for something else.
-    unsigned int longest;
+    Lengths lengths;
     std::string_view absence; ///< What a scene of the exact conversion lacks for it; empty if nothing.
+    int finding = 0;          ///< Number of the finding with which a check tells of that; 0 for none.
+    bool isSilent = false; ///< Whether a complete scene lacks nothing where it shows nothing of the record.
 };
 
 /// The rows of all opcodes that occur.
@@ -40,6 +48,9 @@ FltOpcodeRow const* find(int opcode);
 
 /// @return unknown for an opcode that no record has
 FltOpcodeRow::Part partOf(int opcode);
+
+/// Whether nothing is missing where the complete conversion shows nothing of a record.
+bool isSilent(int opcode);
 
 /// Whether a record of the opcode may have the length; false for opcodes that no record has.
 bool isPlausible(int opcode, unsigned int length);

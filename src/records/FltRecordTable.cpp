@@ -3,6 +3,7 @@
 #include "records/FltFieldJson.h"
 #include "records/FltFields.h"
 #include "records/FltOpcode.h"
+#include "records/FltOpcodeTable.h"
 #include "records/FltRecordBoundingVolume.h"
 #include "records/FltRecordClipRegion.h"
 #include "records/FltRecordColorPalette.h"
@@ -31,9 +32,10 @@
 #include "records/FltRecordTransformations.h"
 #include "records/FltRecordUnknown.h"
 #include "records/FltRecordVertex.h"
+#include "records/FltRowIndex.h"
 
 #include <array>
-#include <cstdint>
+#include <iterator>
 #include <type_traits>
 
 namespace
@@ -49,6 +51,18 @@ FltRecord* make(unsigned int length, [[maybe_unused]] int revision)
     return record;
 }
 
+/// Bytes of the shortest record that holds its class's layout.
+template <class Record>
+std::size_t least([[maybe_unused]] int revision)
+{
+    Record record(FltFieldReach::head);
+    if constexpr (std::is_base_of_v<FltVersion, Record>)
+        record.revision = revision;
+    FltFieldPlace place(nullptr, std::is_base_of_v<FltVersion, Record>);
+    Record::fields(record, place);
+    return place.getReach();
+}
+
 template <class Record>
 bool list(FltRecord const& record, FltFieldJson& fields)
 {
@@ -61,7 +75,8 @@ bool list(FltRecord const& record, FltFieldJson& fields)
 template <class Record>
 constexpr FltRecordRow row(int opcode, std::string_view className)
 {
-    return {opcode, className, make<Record>, FltFields::reachOf<Record>, sizeof(Record), list<Record>};
+    return {opcode,        className,      make<Record>, FltFields::reachOf<Record>,
+            least<Record>, sizeof(Record), list<Record>};
 }
 
 constexpr FltRecordRow rows[] = {
@@ -130,71 +145,68 @@ constexpr FltRecordRow rows[] = {
     row<FltRecordNamePalette>(FltOpcode::namePalette, "FltRecordNamePalette"),
 };
 
-constexpr bool isAscending()
-{
-    int before = 0;
-    for (FltRecordRow const& row : rows) {
-        if (row.opcode <= before || row.opcode > FltOpcode::last)
-            return false;
-        before = row.opcode;
-    }
-    return true;
-}
-static_assert(isAscending(), "the rows stand in the order of their opcodes, each once, none above the last");
+using Index = FltRowIndex<FltOpcode::last, FltRecordRow, std::size(rows)>;
+static_assert(Index::isInOrder(rows),
+              "the rows stand in the order of their opcodes, each once, none above the last");
+constexpr Index rowIndex(rows);
 
-/// The row of each opcode, or -1.
-constexpr std::array<std::int8_t, FltOpcode::last + 1> makeRowIndex()
-{
-    std::array<std::int8_t, FltOpcode::last + 1> index{};
-    for (std::int8_t& entry : index)
-        entry = -1;
-    std::int8_t position = 0;
-    for (FltRecordRow const& row : rows)
-        index[static_cast<std::size_t>(row.opcode)] = position++;
-    return index;
-}
-constexpr auto rowIndex = makeRowIndex();
-
-/// The reaches of all rows at one revision. They are worked out anew for a file of another revision than that
-/// of the file before.
-class Reaches
+/// What all rows reach and need at one revision. It is worked out anew for a file of another revision than
+/// that of the file before.
+class Extents
 {
 public:
-    std::size_t at(FltRecordRow const& row, int ofRevision)
+    struct Extent {
+        std::size_t reach;
+        std::size_t least;
+    };
+
+    Extent const& at(FltRecordRow const& row, int ofRevision)
     {
         if (ofRevision != revision || !known) {
             for (std::size_t i = 0; i < std::size(rows); ++i)
-                reaches[i] = rows[i].reach(ofRevision);
+                extents[i] = {rows[i].reach(ofRevision), rows[i].least(ofRevision)};
             revision = ofRevision;
             known = true;
         }
-        return reaches[static_cast<std::size_t>(&row - rows)];
+        return extents[static_cast<std::size_t>(&row - rows)];
+    }
+
+    static Extents& kept()
+    {
+        static Extents extents;
+        return extents;
     }
 
 private:
     int revision = 0;
     bool known = false;
-    std::array<std::size_t, std::size(rows)> reaches{};
+    std::array<Extent, std::size(rows)> extents{};
 };
 
 } // namespace
 
 FltRecordRow const* FltRecordTable::find(int opcode)
 {
-    if (opcode < 0 || opcode > FltOpcode::last || rowIndex[static_cast<std::size_t>(opcode)] < 0)
-        return nullptr;
-    return &rows[rowIndex[static_cast<std::size_t>(opcode)]];
+    return rowIndex.find(opcode);
 }
 
 std::size_t FltRecordTable::reachOf(int opcode, unsigned int length, int revision)
 {
-    static Reaches reaches;
     FltRecordRow const* const row = find(opcode);
     if (row == nullptr)
         return length;
     if (opcode == FltOpcode::morphVertexList)
         return FltRecordMorphVertexList::getReach(length);
-    return reaches.at(*row, revision);
+    return Extents::kept().at(*row, revision).reach;
+}
+
+std::size_t FltRecordTable::leastOf(int opcode, int revision)
+{
+    FltOpcodeRow const* const facts = FltOpcodeTable::find(opcode);
+    if (facts != nullptr && facts->lengths.least != 0)
+        return facts->lengths.least;
+    FltRecordRow const* const row = find(opcode);
+    return row != nullptr ? Extents::kept().at(*row, revision).least : FltFieldReach::head;
 }
 
 std::size_t FltRecordTable::objectSizeOf(int opcode)

@@ -17,6 +17,9 @@ struct FltRecordRow {
     /// Bytes from the record's first one that its decoder may read whatever the record's length says.
     std::size_t (*reach)(int revision);
 
+    /// Bytes of the shortest record that holds all of its class's layout.
+    std::size_t (*least)(int revision);
+
     /// Bytes of the object, what it allocates aside.
     std::size_t objectSize;
 
@@ -33,6 +36,9 @@ public:
 
     /// The reach of a record of an opcode. An opcode without a class is read up to its length.
     static std::size_t reachOf(int opcode, unsigned int length, int revision);
+
+    /// Bytes that a whole record of an opcode has at least.
+    static std::size_t leastOf(int opcode, int revision);
 
     /// The size of an opcode's object; 0 without a class.
     static std::size_t objectSizeOf(int opcode);

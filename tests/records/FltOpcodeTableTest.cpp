@@ -76,3 +76,20 @@ TEST(FltOpcodeTable, NamesRecordsAndThoseWithoutANameByTheirOpcode)
     EXPECT_FALSE(FltOpcodeName::isKnown(65));
     EXPECT_FALSE(FltOpcodeName::isKnown(6));
 }
+
+TEST(FltOpcodeTable, TellsWhatACompleteSceneDoesNotLack)
+{
+    for (int const opcode : {FltOpcode::header, FltOpcode::vertexPalette, FltOpcode::namePalette,
+                             FltOpcode::group, FltOpcode::lightPointSystem})
+        EXPECT_TRUE(FltOpcodeTable::isSilent(opcode)) << opcode;
+    for (int const opcode :
+         {int(FltOpcode::soundPalette), int(FltOpcode::sound), int(FltOpcode::face), 65, 6, -1})
+        EXPECT_FALSE(FltOpcodeTable::isSilent(opcode)) << opcode;
+}
+
+TEST(FltOpcodeTable, TellsWhichFindingTellsOfALoss)
+{
+    EXPECT_EQ(FltOpcodeTable::find(FltOpcode::replicate)->finding, 806);
+    EXPECT_EQ(FltOpcodeTable::find(FltOpcode::translate)->finding, 815);
+    EXPECT_EQ(FltOpcodeTable::find(FltOpcode::group)->finding, 0);
+}

@@ -81,4 +81,18 @@ TEST(FltRecordTableTest, WhatOnlyTheCompleteConversionReadsHasNoClassHere)
         EXPECT_EQ(FltRecordTable::find(opcode), nullptr) << opcode;
 }
 
+TEST(FltRecordTableTest, AWholeRecordHasAtLeastWhatItsLayoutHasWithoutWhatMayBeLeftOut)
+{
+    EXPECT_EQ(FltRecordTable::leastOf(FltOpcode::face, 1499), 64U);
+    EXPECT_EQ(FltRecordTable::leastOf(FltOpcode::face, 1500), 80U);
+    EXPECT_EQ(FltRecordTable::leastOf(FltOpcode::oldVertex, 13), 16U);
+    EXPECT_EQ(FltRecordTable::leastOf(FltOpcode::colorPalette, 1421), 4228U); // without the colours' names
+    EXPECT_EQ(FltRecordTable::leastOf(FltOpcode::colorPalette, 14), 2052U);
+    EXPECT_EQ(FltRecordTable::leastOf(FltOpcode::header, 1570), 16U);         // tools write several lengths
+    EXPECT_EQ(FltRecordTable::leastOf(FltOpcode::texturePattern, 1570), 96U); // the shorter one of two
+    EXPECT_EQ(FltRecordTable::leastOf(FltOpcode::multitexture, 1570), 4U);
+    EXPECT_EQ(FltRecordTable::leastOf(FltOpcode::mesh, 1570), 4U);
+    EXPECT_EQ(FltRecordTable::leastOf(6, 1570), 4U);
+}
+
 } // namespace
