@@ -342,6 +342,8 @@ void FltCheck::checkLevels()
         else
             addHere(503, offset, FltOpcode::pushLevel, "");
     }
+    for (FltInventory::Stray const& stray : inventory.strays)
+        addHere(511, static_cast<std::int64_t>(stray.offset), stray.opcode, FltOpcodeName::of(stray.opcode));
     for (std::uint32_t i = 0; i < inventory.nodes.size(); ++i) {
         FltInventory::Node const& node = inventory.nodes[i];
         if (node.depth == FltLimits::hierarchyDepth)

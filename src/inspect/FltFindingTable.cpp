@@ -140,6 +140,9 @@ constexpr FltFindingKind kinds[] = {
     {510, error, "Levels are nested too deep",
      "What is deeper is left out, to protect programs that go through the scene.",
      "Flatten the hierarchy."},
+    {511, warning, "A record belongs to no node",
+     "It follows the end of a level, which ends all that belongs to a node: it has no effect.",
+     "Put it right after the node that it is about."},
 
     {601, warning, "A level of detail has an empty range",
      "Its switch-in distance isn't above its switch-out distance: by the format it is never seen.",

@@ -171,6 +171,12 @@ public:
         std::uint64_t offset = 0;
     };
 
+    /// A record that says more about a node, and follows none: a Pop ends what belongs to one.
+    struct Stray {
+        std::uint64_t offset = 0;
+        int opcode = 0;
+    };
+
     struct Complaint {
         std::uint64_t offset = 0;
         int opcode = 0;
@@ -213,6 +219,7 @@ public:
     std::vector<Instance> lightSources; ///< With the index in the palette as number.
     std::vector<Matrix> matrices;
     std::vector<Imbalance> imbalances;
+    std::vector<Stray> strays;
     std::vector<Complaint> complaints;
     std::vector<ShortRecord> shortRecords;
 

@@ -100,7 +100,9 @@ void FltInventoryBuilder::count()
 void FltInventoryBuilder::take()
 {
     int const opcode = reader.opcode();
-    if (isPush(opcode))
+    if (isStray())
+        inventory.strays.push_back({reader.offset(), opcode});
+    else if (isPush(opcode))
         push();
     else if (isPop(opcode))
         pop();
@@ -125,6 +127,23 @@ void FltInventoryBuilder::take()
         takePalette();
     else
         takeAncillary();
+}
+
+/// Whether a record says more about a node, and follows none. What stands in an extension is no matter of
+/// nodes.
+bool FltInventoryBuilder::isStray()
+{
+    int const opcode = reader.opcode();
+    Part const part = FltOpcodeTable::partOf(opcode);
+    if (part == Part::pushExtension)
+        ++extensionLevels;
+    else if (part == Part::popExtension && extensionLevels > 0)
+        --extensionLevels;
+    if (extensionLevels > 0 || opcode == FltOpcode::continuation)
+        return false;
+    if (part == Part::node || part == Part::component || part == Part::push || part == Part::pop)
+        isAfterPop = part == Part::pop;
+    return isAfterPop && part == Part::ancillary;
 }
 
 void FltInventoryBuilder::takePalette()

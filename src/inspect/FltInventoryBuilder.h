@@ -43,6 +43,7 @@ private:
     void takePalette();
     void takeNode();
     void takeAncillary();
+    bool isStray();
     void takeMeshPart();
 
     void takeHeader(FltRecordHeader const& record);
@@ -88,6 +89,8 @@ private:
     Owner last;       ///< Of the record before, for ancillary records and a Push.
     Owner lastClosed; ///< Whose level was closed last.
     std::uint32_t subfaceLevels = 0;
+    std::uint32_t extensionLevels = 0;
+    bool isAfterPop = false;
     std::vector<std::pair<std::uint32_t, std::uint32_t>>
         palette;               ///< Offsets, ascending, with their vertices.
     std::size_t nextGuess = 0; ///< In palette.

@@ -21,6 +21,20 @@ void readHeader(FltModel& model, FltRecordView const& header)
     model.metresPerUnit = FltModelReader::metresPerUnit(*record);
 }
 
+/// Why a record isn't shown; null if it is.
+char const* absenceIn(FltModelTree::Place place)
+{
+    switch (place) {
+    case FltModelTree::Place::leftOut:
+        return "record in an extension or too deep a level";
+    case FltModelTree::Place::nowhere:
+        return "record that belongs to no node";
+    case FltModelTree::Place::taken:
+        break;
+    }
+    return nullptr;
+}
+
 } // namespace
 
 double FltModelReader::metresPerUnit(FltRecordHeader const& header)
@@ -57,8 +71,8 @@ void FltModelReader::read(FltModel& model, FltLeftOut& leftOut, Progress const& 
                 ++leftOut[FltOpcodeName::of(static_cast<int>(record.opcode))];
             break;
         default:
-            if (!model.tree.add(record))
-                ++leftOut["record in an extension or too deep a level"];
+            if (char const* const why = absenceIn(model.tree.add(record)))
+                ++leftOut[why];
             break;
         }
     }

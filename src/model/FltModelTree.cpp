@@ -6,34 +6,31 @@
 
 using Part = FltOpcodeRow::Part;
 
-bool FltModelTree::add(FltRecordView const& record)
+FltModelTree::Place FltModelTree::add(FltRecordView const& record)
 {
     Part const part = FltOpcodeTable::partOf(static_cast<int>(record.opcode));
     if (part == Part::pushExtension || part == Part::popExtension) {
         extensions = std::max(0, extensions + (part == Part::pushExtension ? 1 : -1));
-        return true;
+        return Place::taken;
     }
     if (extensions > 0)
-        return false;
-    switch (part) {
-    case Part::push:
+        return Place::leftOut;
+    if (part == Part::push) {
         push(record);
-        return true;
-    case Part::pop:
+    } else if (part == Part::pop) {
         pop();
-        return true;
-    default:
-        break;
-    }
-    if (tooDeep > 0)
-        return false;
-    if (part == Part::ancillary) {
-        // Only what follows a node directly says something about it.
+    } else if (tooDeep > 0) {
+        return Place::leftOut;
+    } else if (part != Part::ancillary) {
+        addNode(record);
+    } else if (isAfterPop) {
+        return Place::nowhere;
+    } else {
         records.push_back(record);
-        return true;
+        return Place::taken;
     }
-    addNode(record);
-    return true;
+    isAfterPop = part == Part::pop;
+    return Place::taken;
 }
 
 void FltModelTree::addNode(FltRecordView const& record)

@@ -26,9 +26,15 @@ public:
     /// @param levelsAbove the levels that lead to the file, in those that refer to it
     explicit FltModelTree(int levelsAbove) : nodes(1), open{root}, levelsAbove(levelsAbove) {}
 
+    /// What became of a record.
+    enum class Place {
+        taken,
+        leftOut, ///< It stands in an extension, or in a level that is nested too deeply.
+        nowhere, ///< It says more about a node, and follows none: a Pop ends what belongs to a node.
+    };
+
     /// Adds a record that isn't a palette's or a vertex of one.
-    /// @return whether it is part of the hierarchy; false if it stands in an extension
-    bool add(FltRecordView const& record);
+    Place add(FltRecordView const& record);
 
     Node const& operator[](Number number) const { return nodes[static_cast<std::size_t>(number)]; }
     FltRecordView const& recordOf(Number number) const
@@ -61,6 +67,7 @@ private:
     std::vector<Number> open; ///< The nodes whose levels are open, the root first.
     std::vector<bool> openSubfaces{false};
     Number last = root; ///< The node that a level would belong to.
+    bool isAfterPop = false;
     int levelsAbove;
     int extensions = 0;
     int tooDeep = 0;

@@ -306,11 +306,9 @@ std::vector<FaultyDatabase> const& faultyDatabases()
         database(102, [] { return with([](FltWriter& flt) { flt.addRaw(2).claimLength(100); }); }),
         database(103, [] { return with([](FltWriter& flt) { flt.addBytes("abc"); }); }),
         database(104, shorterThanItsHead),
-        database(105,
-                 [] {
-                     return inObject(
-                         [](FltWriter& flt) { flt.add("Comment").add("Replicate").resizeLast(6); });
-                 }),
+        database(
+            105,
+            [] { return withNode("Group", {}, [](FltWriter& flt) { flt.add("Replicate").resizeLast(6); }); }),
         database(106,
                  [] {
                      return withNode("Switch", switchOf(0, {1}), [](FltWriter& flt) {
@@ -409,9 +407,7 @@ std::vector<FaultyDatabase> const& faultyDatabases()
                      begun.object();
                      return begun.flt;
                  }),
-        database(
-            503,
-            [] { return inObject([](FltWriter& flt) { flt.add("Comment").push().push().pop().pop(); }); }),
+        database(503, [] { return inObject([](FltWriter& flt) { flt.push().push().pop().pop(); }); }),
         database(504, [] { return inObject([](FltWriter& flt) {
                                flt.add("Group", {{"idASCII", "g1"}});
                            }); }),
@@ -434,6 +430,7 @@ std::vector<FaultyDatabase> const& faultyDatabases()
                  }),
         database(509, instanceOfItself),
         database(510, deepGroups),
+        database(511, [] { return inObject([](FltWriter& flt) { flt.add("Matrix"); }); }),
         database(601,
                  [] {
                      return withNode("LOD", {{"switchInDistance", 10}, {"switchOutDistance", 20}});
