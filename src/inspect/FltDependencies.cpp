@@ -1,6 +1,7 @@
 #include "inspect/FltDependencies.h"
 
 #include "messages/FltLimits.h"
+#include "model/FltReferencedFile.h"
 #include "records/FltOpcode.h"
 #include "records/FltRecordExternalReference.h"
 #include "records/FltRecordTexturePattern.h"
@@ -102,11 +103,7 @@ std::string FltDependencies::nameIn(FltRecordScan const& scan)
 
 std::string FltDependencies::pathOf(std::string const& database, std::string const& reference)
 {
-    std::string const name = slashed(reference.substr(0, reference.find('<')));
-    std::string const directory = fs::path(slashed(database)).parent_path().string();
-    std::string const path =
-        (directory.empty() ? "" : directory + "/") + (name.compare(0, 2, "./") == 0 ? name.substr(2) : name);
-    return isFile(path) || !isFile(name) ? path : name;
+    return FltReferencedFile::pathOf(database, reference);
 }
 
 /// @return the levels below the reference

@@ -3,6 +3,7 @@
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "model/FltModelReader.h"
+#include "model/FltReferencedFile.h"
 #include "records/FltRevision.h"
 #include "toolkit/RegularFile.h"
 
@@ -18,22 +19,6 @@ namespace
 
 /// How often all files together may be read again with other palettes.
 constexpr std::int64_t repetitions = 16;
-
-std::string directoryOf(std::string const& fileName)
-{
-    return fileName.substr(0, fileName.rfind('/') + 1);
-}
-
-/// The name of an external file, from the directory of the one that refers to it. A node of the file that is
-/// named in angle brackets doesn't matter: the whole file is meant.
-std::string resolved(FltModel const& from, std::string path)
-{
-    std::replace(path.begin(), path.end(), '\\', '/');
-    if (!path.empty() && path.back() == '>')
-        path.erase(path.rfind('<') != std::string::npos ? path.rfind('<') : path.size());
-    bool const isAbsolute = !path.empty() && path.front() == '/';
-    return isAbsolute ? path : directoryOf(from.fileName) + path;
-}
 
 std::string identityOf(std::string const& name)
 {
@@ -141,7 +126,7 @@ FltVisualPart FltVisualFiles::scaled(FltVisualPart const& content, double scale)
 FltVisualPart FltVisualFiles::refer(FltModel const& from, std::string const& path, std::uint32_t overrides)
 {
     using References = FltVisualOptions::References;
-    std::string const name = resolved(from, path);
+    std::string const name = FltReferencedFile::pathOf(from.fileName, path);
     bool const isThere = !identityOf(name).empty();
     result.references.push_back({path, from.fileName, isThere ? name : std::string(), false});
     std::size_t const entry = result.references.size() - 1;

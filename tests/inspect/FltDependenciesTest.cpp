@@ -67,6 +67,19 @@ TEST_F(FltDependenciesTest, takesBackslashesAsSlashesAndLeavesOutTheNodeOfARefer
     EXPECT_EQ(of("main.flt").references()[0].path, folder / "sub/a.flt");
 }
 
+/// Such a file was found where the program ran, and no conversion looks for it there.
+TEST_F(FltDependenciesTest, findsNoFileThatLiesWhereTheProgramRuns)
+{
+    save("main/town.flt", {"here.flt", "sub/a<b.flt"});
+    save("here.flt", {});
+    save("main/sub/a<b.flt", {});
+    auto const before = std::filesystem::current_path();
+    std::filesystem::current_path(folder / "");
+    std::vector<State> const states = statesOf("main/town.flt");
+    std::filesystem::current_path(before);
+    EXPECT_EQ(states, (std::vector<State>{State::missing, State::found}));
+}
+
 TEST_F(FltDependenciesTest, tellsMissingFilesFromThoseThatCantBeRead)
 {
     save("main.flt", {"nowhere.flt", "text.flt", "text.flt"});
