@@ -1,5 +1,7 @@
 #include "inspect/FltFaceShape.h"
 
+#include "model/FltFaceArea.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -74,8 +76,12 @@ FltFaceShape FltFaceShape::of(std::vector<Vector> const& corners)
     Vector normal = areaNormal(corners);
     double const length = std::sqrt(dot(normal, normal));
     double const size = sizeOf(corners);
-    // Coordinates far from the origin have lost digits, so what lies on a line hardly ever does so exactly.
-    shape.hasArea = length > 1e-10 * size * size && size > 0;
+    double farthest = 0;
+    for (Vector const& corner : corners) {
+        Vector const way = difference(corner, corners[0]);
+        farthest = std::max(farthest, dot(way, way));
+    }
+    shape.hasArea = FltFaceArea::isDrawn(length, farthest);
     if (!shape.hasArea || !std::isfinite(length))
         return shape;
     for (double& component : normal)

@@ -1,5 +1,7 @@
 #include "visual/FltFaceCollector.h"
 
+#include "model/FltFaceArea.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -13,9 +15,6 @@ constexpr std::uint32_t packedColorFlag = 0x10000000;
 constexpr std::uint32_t hiddenFlag = 0x04000000;
 
 constexpr float lightPointSize = 3;
-
-/// A face whose area is a smaller part of its size squared isn't one.
-constexpr double degenerate = 1e-12;
 
 enum DrawType : std::int8_t {
     bothSides = 1,
@@ -183,7 +182,7 @@ void FltFaceCollector::addFaces(FltFaceInput const& input, Look const& look)
     double size = 0;
     for (SbVec3d const& point : points)
         size = std::max(size, (point - points[0]).sqrLength());
-    if (!(normal.length() > degenerate * size)) {
+    if (!FltFaceArea::isDrawn(normal.length(), size)) {
         ++tools.leftOut["degenerate face"];
         return;
     }

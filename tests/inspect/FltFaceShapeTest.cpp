@@ -25,6 +25,14 @@ TEST(FltFaceShape, takesALineAndAPointAsWithoutArea)
     EXPECT_FALSE(FltFaceShape::of({{7, 7, 7}, {7, 7, 7}, {7, 7, 7}}).hasArea);
 }
 
+/// It is drawn, and was said to have no area.
+TEST(FltFaceShape, takesASliverAsAreaAsFarAsItIsDrawn)
+{
+    EXPECT_TRUE(FltFaceShape::of({{0, 0, 0}, {1, 0, 0}, {1, 1e-11, 0}}).hasArea);
+    EXPECT_FALSE(FltFaceShape::of({{0, 0, 0}, {1, 0, 0}, {1, 1e-13, 0}}).hasArea);
+    EXPECT_TRUE(FltFaceShape::of({{0, 0, 0}, {1e6, 0, 0}, {1e6, 1e-5, 0}}).hasArea);
+}
+
 TEST(FltFaceShape, toleratesARepeatedCorner)
 {
     FltFaceShape const shape = FltFaceShape::of({{0, 0, 0}, {1, 0, 0}, {1, 0, 0}, {0, 1, 0}});
