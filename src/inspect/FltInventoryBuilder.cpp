@@ -1,22 +1,26 @@
 #include "inspect/FltInventoryBuilder.h"
 
 #include "messages/FltText.h"
+#include "model/FltRecordEntries.h"
 #include "records/FltOpcodeTable.h"
 #include "records/FltRecordControl.h"
 #include "records/FltRecordDOF.h"
 #include "records/FltRecordExternalReference.h"
 #include "records/FltRecordFace.h"
 #include "records/FltRecordHeader.h"
+#include "records/FltRecordId.h"
 #include "records/FltRecordLOD.h"
 #include "records/FltRecordLightSource.h"
 #include "records/FltRecordLineStyle.h"
 #include "records/FltRecordLongID.h"
 #include "records/FltRecordMaterial.h"
+#include "records/FltRecordMesh.h"
 #include "records/FltRecordSwitch.h"
+#include "records/FltRecordTextureLayers.h"
 #include "records/FltRecordTextureMapping.h"
 #include "records/FltRecordTexturePattern.h"
 #include "records/FltRecordTransformations.h"
-#include "records/FltUtils.h"
+#include "records/FltVertexListEntry.h"
 
 #include <algorithm>
 #include <cstring>
@@ -25,9 +29,6 @@ namespace
 {
 
 using Part = FltOpcodeRow::Part;
-
-constexpr std::size_t idPlace = 4;
-constexpr std::size_t idSize = 8;
 
 std::string textOf(char const* characters, std::size_t room)
 {
@@ -52,15 +53,18 @@ bool isPop(int opcode)
     return part == Part::pop || part == Part::popExtension;
 }
 
-/// Bytes of a vertex in a pool whose mask says what each vertex holds.
-std::size_t pooledVertexSize(std::uint32_t mask)
+void takeSurface(FltInventory::Surface& surface, FltRecordFace const& record)
 {
-    constexpr std::size_t position = 24, color = 4, normal = 12, uv = 8;
-    std::size_t size = (mask >> 31 & 1) * position + (mask >> 30 & 1) * color + (mask >> 29 & 1) * color +
-                       (mask >> 28 & 1) * normal;
-    for (unsigned bit = 20; bit <= 27; ++bit)
-        size += (mask >> bit & 1) * uv;
-    return size;
+    surface.color = record.primaryColorIndex;
+    surface.texture = record.texturePatternIndex;
+    surface.detailTexture = record.detailTexturePatternIndex;
+    surface.material = record.materialIndex;
+    surface.mapping = record.textureMappingIndex;
+    surface.flags = record.flags;
+    surface.drawType = record.drawType;
+    surface.templateMode = static_cast<std::uint8_t>(record.templateBillboard);
+    surface.lightMode = record.lightMode;
+    surface.lineStyle = record.lineStyleIndex;
 }
 
 double determinantOf(float const (&matrix)[4][4])
@@ -224,20 +228,29 @@ void FltInventoryBuilder::addFaceVertex(std::int64_t offset)
     ++inventory.faces[face].vertexCount;
 }
 
+template <class Entry>
+void FltInventoryBuilder::takeFaceVertices()
+{
+    FltRecordView const record = view();
+    Entry entry;
+    FltRecordEntries const entries(record, entry);
+    for (std::size_t i = 0; i < entries.countWhole(); ++i) {
+        entries.decode(i, entry);
+        addFaceVertex(entry.offset);
+    }
+}
+
 void FltInventoryBuilder::takeVertexList()
 {
-    if (currentFace() == none)
-        return;
-    for (std::size_t place = 4; place + 4 <= reader.length(); place += 4)
-        addFaceVertex(static_cast<std::int32_t>(word32At(place)));
+    if (currentFace() != none)
+        takeFaceVertices<FltVertexListEntry>();
 }
 
 void FltInventoryBuilder::takeMorphVertexList()
 {
     if (currentFace() == none)
         return;
-    for (std::size_t place = 4; place + 8 <= reader.length(); place += 8)
-        addFaceVertex(static_cast<std::int32_t>(word32At(place + 4)));
+    takeFaceVertices<FltMorphVertexListEntry>();
 }
 
 void FltInventoryBuilder::takeNode()
@@ -247,8 +260,9 @@ void FltInventoryBuilder::takeNode()
         last = {}; // one of too many that are hardly there
         return;
     }
+    FltDecoded<FltRecordId> const id(view());
     std::string name =
-        reader.length() >= idPlace + idSize ? textOf(reader.bytes().data() + idPlace, idSize) : "";
+        view().holdsField<FltRecordId>(id, id.idASCII) ? textOf(id.idASCII, sizeof id.idASCII) : "";
     if (auto const* const reference = dynamic_cast<FltRecordExternalReference const*>(record)) {
         std::string path = textOf(reference->asciiPath, sizeof reference->asciiPath);
         std::uint32_t const node = addNode(path);
@@ -359,20 +373,10 @@ void FltInventoryBuilder::takeFace()
     auto const* const decoded = dynamic_cast<FltRecordFace const*>(reader.record());
     if (decoded == nullptr)
         return;
-    FltRecordFace const& record = *decoded;
     FltInventory::Face face;
     face.offset = reader.offset();
     face.node = parent();
-    face.color = record.primaryColorIndex;
-    face.texture = record.texturePatternIndex;
-    face.detailTexture = record.detailTexturePatternIndex;
-    face.material = record.materialIndex;
-    face.mapping = record.textureMappingIndex;
-    face.flags = record.flags;
-    face.drawType = record.drawType;
-    face.templateMode = static_cast<std::uint8_t>(record.templateBillboard);
-    face.lightMode = record.lightMode;
-    face.lineStyle = record.lineStyleIndex;
+    takeSurface(face, *decoded);
     face.isSubface = subfaceLevels > 0;
     face.firstVertex = static_cast<std::uint32_t>(inventory.faceVertices.size());
     use(face);
@@ -410,18 +414,10 @@ void FltInventoryBuilder::takeMesh()
     FltInventory::Mesh made;
     made.offset = reader.offset();
     made.node = parent();
-    if (reader.length() >= idPlace + idSize)
-        made.name = textOf(reader.bytes().data() + idPlace, idSize);
-    made.drawType = static_cast<std::int8_t>(byteAt(22));
-    made.templateMode = byteAt(29);
-    made.detailTexture = int16At(30);
-    made.texture = int16At(32);
-    made.material = int16At(34);
-    made.lineStyle = byteAt(47);
-    made.flags = word32At(48);
-    made.lightMode = byteAt(52);
-    made.mapping = int16At(68);
-    made.color = static_cast<std::int32_t>(word32At(72));
+    FltDecoded<FltRecordMesh> const record(view(), reader.revision());
+    if (view().holdsField<FltRecordMesh>(record, record.idField))
+        made.name = textOf(record.idField, sizeof record.idField);
+    takeSurface(made, record);
     made.isSubface = subfaceLevels > 0;
     use(made);
     last = {none, none, static_cast<std::uint32_t>(inventory.meshes.size())};
@@ -432,19 +428,22 @@ void FltInventoryBuilder::takeMesh()
 
 void FltInventoryBuilder::takeLocalVertexPool()
 {
-    constexpr std::size_t headSize = 12;
     if (inventory.meshes.empty())
         return;
     FltInventory::Mesh& owner = inventory.meshes.back();
+    std::size_t const body = reader.length() - std::min<std::size_t>(reader.length(), FltFieldReach::head);
     if (reader.opcode() == FltOpcode::localVertexPool) {
+        FltDecoded<FltRecordLocalVertexPool> const head(view());
         owner.hasPool = true;
-        owner.poolVertices = word32At(4);
-        owner.poolMask = word32At(8);
-        poolBytes = reader.length() > headSize ? reader.length() - headSize : 0;
+        owner.poolVertices = head.numberOfVertices;
+        owner.poolMask = head.attributeMask;
+        poolBytes = body - std::min(body, FltFields::sizeOf<FltRecordLocalVertexPool>(head));
     } else if (owner.hasPool) {
-        poolBytes += reader.length() - std::min(reader.length(), 4U);
+        poolBytes += body;
     }
-    std::size_t const size = pooledVertexSize(owner.poolMask);
+    FltRecordLocalVertexPool::Vertex vertex;
+    vertex.mask = owner.poolMask;
+    std::size_t const size = FltFields::sizeOf(vertex);
     owner.wholeVertices =
         size == 0 ? 0
                   : static_cast<std::uint32_t>(std::min<std::uint64_t>(owner.poolVertices, poolBytes / size));
@@ -452,28 +451,27 @@ void FltInventoryBuilder::takeLocalVertexPool()
 
 void FltInventoryBuilder::takePrimitive()
 {
-    constexpr std::size_t headSize = 12;
     if (inventory.meshes.empty())
         return;
     FltInventory::Mesh& owner = inventory.meshes.back();
+    FltRecordView const record = view();
+    FltDecoded<FltRecordMeshPrimitive> const head(record);
     FltInventory::Primitive primitive;
     primitive.offset = reader.offset();
-    primitive.type = int16At(4);
-    auto const indexSize = static_cast<std::size_t>(int16At(6));
-    std::uint32_t const promised = word32At(8);
-    if ((indexSize == 1 || indexSize == 2 || indexSize == 4) && reader.length() > headSize) {
+    primitive.type = head.primitiveType;
+    if (head.hasIndices()) {
+        FltRecordMeshPrimitive::Index index;
+        index.size = head.indexSize;
+        FltRecordEntries const entries(record, index, static_cast<FltRecordMeshPrimitive const&>(head));
         primitive.indexCount =
-            std::min(promised, static_cast<std::uint32_t>((reader.length() - headSize) / indexSize));
+            static_cast<std::uint32_t>(std::min<std::size_t>(head.indexCount, entries.countWhole()));
         for (std::uint32_t i = 0; i < primitive.indexCount; ++i) {
-            std::size_t const place = headSize + i * indexSize;
-            std::uint32_t const index = indexSize == 1   ? byteAt(place)
-                                        : indexSize == 2 ? static_cast<std::uint16_t>(int16At(place))
-                                                         : word32At(place);
-            if (index >= owner.wholeVertices)
+            entries.decode(i, index);
+            if (index.value() >= owner.wholeVertices)
                 ++primitive.badIndices;
         }
     }
-    primitive.badIndices += promised - primitive.indexCount;
+    primitive.badIndices += head.indexCount - primitive.indexCount;
     owner.primitives.push_back(primitive);
 }
 
@@ -500,18 +498,15 @@ void FltInventoryBuilder::keepMatrix(float const (&matrix)[4][4])
     inventory.matrices.push_back({reader.offset(), node, determinantOf(matrix)});
 }
 
-/// Bit 31 of the mask is layer 1, and so on down to bit 25.
 void FltInventoryBuilder::takeMultitexture()
 {
-    std::uint32_t const mask = word32At(4);
-    std::size_t place = 8;
-    for (unsigned bit = 31; bit >= 25; --bit) {
-        if ((mask >> bit & 1) == 0)
-            continue;
-        auto const entry = inventory.textures.find(int16At(place));
-        if (entry != inventory.textures.end() && place + 8 <= reader.length())
+    FltDecoded<FltRecordTextureLayers> const layers(view());
+    for (int number = 1; number <= FltTextureLayerMask::layerCount; ++number) {
+        auto const entry = layers.hasLayer(number) ? inventory.textures.find(layers.layer(number).texture)
+                                                   : inventory.textures.end();
+        if (entry != inventory.textures.end() &&
+            view().holdsField<FltRecordTextureLayers>(layers, layers.layer(number).data))
             ++entry->second.uses;
-        place += 8;
     }
 }
 
@@ -579,19 +574,8 @@ std::uint32_t FltInventoryBuilder::currentFace() const
     return last.face != none ? last.face : levels.empty() ? none : levels.back().owner.face;
 }
 
-std::int32_t FltInventoryBuilder::int16At(std::size_t place) const
+FltRecordView FltInventoryBuilder::view() const
 {
-    return place + 2 <= reader.length()
-               ? static_cast<std::int16_t>(FltUtils::word16At(reader.bytes().data() + place))
-               : 0;
-}
-
-std::uint32_t FltInventoryBuilder::word32At(std::size_t place) const
-{
-    return place + 4 <= reader.length() ? FltUtils::word32At(reader.bytes().data() + place) : 0;
-}
-
-std::uint8_t FltInventoryBuilder::byteAt(std::size_t place) const
-{
-    return place < reader.length() ? static_cast<std::uint8_t>(reader.bytes()[place]) : 0;
+    return {reader.bytes().data(), reader.length(), static_cast<std::uint32_t>(reader.opcode()),
+            reader.offset()};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "inspect/FltInventory.h"
+#include "model/FltRecordView.h"
 
 #include <cstdint>
 #include <utility>
@@ -53,6 +54,8 @@ private:
     void takeFace();
     void takeVertexList();
     void takeMorphVertexList();
+    template <class Entry>
+    void takeFaceVertices();
     void takeMesh();
     void takeLocalVertexPool();
     void takePrimitive();
@@ -76,12 +79,8 @@ private:
     std::uint32_t currentFace() const;
     std::uint64_t recordEnd() const { return reader.offset() + reader.length(); }
 
-    /// @name Numbers of the record, by their place in its bytes; 0 where it is shorter
-    /// @{
-    std::int32_t int16At(std::size_t place) const;
-    std::uint32_t word32At(std::size_t place) const;
-    std::uint8_t byteAt(std::size_t place) const;
-    /// @}
+    /// The record's own bytes.
+    FltRecordView view() const;
 
     FltInventory& inventory;
     FltRecordScan& reader;

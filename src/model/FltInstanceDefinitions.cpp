@@ -1,6 +1,7 @@
 #include "model/FltInstanceDefinitions.h"
 
 #include "records/FltOpcode.h"
+#include "records/FltRecordControl.h"
 
 #include <algorithm>
 #include <iterator>
@@ -28,5 +29,5 @@ Number FltInstanceDefinitions::find(Number reference) const
 
 int FltInstanceDefinitions::numberIn(FltRecordView const& record)
 {
-    return static_cast<std::int16_t>(record.word16At(6));
+    return FltDecoded<FltRecordInstanceReference>(record).instanceDefinitionNumber; // both have one layout
 }

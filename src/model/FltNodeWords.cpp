@@ -1,8 +1,13 @@
 #include "model/FltNodeWords.h"
 
 #include "records/FltOpcode.h"
+#include "records/FltRecordComment.h"
+#include "records/FltRecordExternalReference.h"
+#include "records/FltRecordId.h"
+#include "records/FltRecordLongID.h"
 
 #include <algorithm>
+#include <cstring>
 
 using Number = FltModelTree::Number;
 
@@ -14,11 +19,23 @@ bool hasId(FltRecordView const& record)
     return record.opcode != FltOpcode::instanceReference && record.opcode != FltOpcode::instanceDefinition;
 }
 
+/// The characters up to the first zero, or all of them.
+template <std::size_t size>
+std::string textIn(char const (&characters)[size])
+{
+    return {characters, ::strnlen(characters, size)};
+}
+
+std::string commentIn(FltRecordView const& record)
+{
+    return FltDecoded<FltRecordComment>(record).textDescription.get();
+}
+
 std::string shortNameOf(FltRecordView const& record)
 {
     if (record.opcode != FltOpcode::externalReference)
-        return record.textAt(4, 8);
-    std::string name = record.textAt(4, 200);
+        return textIn(FltDecoded<FltRecordId>(record).idASCII);
+    std::string name = textIn(FltDecoded<FltRecordExternalReference>(record).asciiPath);
     name.erase(0, name.find_last_of("/\\") + 1);
     return name.substr(0, name.rfind('.'));
 }
@@ -38,7 +55,7 @@ FltRecordView const* find(FltModelTree const& tree, Number number, std::uint32_t
 std::string FltNodeWords::nameOf(FltModelTree const& tree, Number number)
 {
     if (FltRecordView const* const longId = find(tree, number, FltOpcode::longID))
-        return longId->textAt(4);
+        return FltDecoded<FltRecordLongID>(*longId).idASCII.get();
     FltRecordView const& record = tree.recordOf(number);
     return hasId(record) ? shortNameOf(record) : std::string();
 }
@@ -51,12 +68,12 @@ std::vector<std::string> FltNodeWords::commentsOf(FltModelTree const& tree, Numb
     FltRecordView const* const end = tree.ancillaryEnd(number);
     for (FltRecordView const* each = tree.ancillaryBegin(number); each != end; ++each)
         if (each->opcode == FltOpcode::comment)
-            comments.push_back(each->textAt(4));
+            comments.push_back(commentIn(*each));
     return comments;
 }
 
 std::string FltNodeWords::textOf(FltModelTree const& tree, Number number)
 {
     FltRecordView const* const comment = find(tree, number, FltOpcode::comment);
-    return comment != nullptr ? comment->textAt(4) : std::string();
+    return comment != nullptr ? commentIn(*comment) : std::string();
 }
