@@ -47,6 +47,22 @@ public:
     }
 };
 
+/// The same with what newer revisions have after it. No record of the factory.
+class FltRecordLongLOD : public FltRecordLOD
+{
+public:
+    using FltRecordLOD::FltRecordLOD;
+
+    double significantSize = 0;
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        FltRecordLOD::fields(self, visit);
+        visit("significantSize", self.significantSize);
+    }
+};
+
 /// A level of detail in its old form: distances and centre in whole database units.
 class FltRecordOLDLOD : public FltRecordOf<FltRecordOLDLOD, PrimaryFltRecord>
 {

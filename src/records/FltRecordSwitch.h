@@ -34,11 +34,7 @@ public:
     template <class Self, class Visitor>
     static void fields(Self& self, Visitor& visit)
     {
-        visit("idASCII", self.idASCII, dumpAs::text(&self + 1));
-        visit("reserved", self.reserved, dumpAs::nothing);
-        visit("indexOfCurrentMask", self.indexOfCurrentMask);
-        visit("numberOfMasks", self.numberOfMasks);
-        visit("numberOf32BitWordsPerMask", self.numberOf32BitWordsPerMask);
+        headFields(self, visit);
         if constexpr (Visitor::decodes)
             self.makeRoomForMasks();
         visit.values("masks", self.masks.get(), self.maskWordCount);
@@ -46,7 +42,44 @@ public:
             self.dumpMasks(visit.dump);
     }
 
+protected:
+    /// What stands before the masks.
+    template <class Self, class Visitor>
+    static void headFields(Self& self, Visitor& visit)
+    {
+        visit("idASCII", self.idASCII, dumpAs::text(&self + 1));
+        visit("reserved", self.reserved, dumpAs::nothing);
+        visit("indexOfCurrentMask", self.indexOfCurrentMask);
+        visit("numberOfMasks", self.numberOfMasks);
+        visit("numberOf32BitWordsPerMask", self.numberOf32BitWordsPerMask);
+    }
+
 private:
     void makeRoomForMasks();
     void dumpMasks(FltDump& dump) const;
+};
+
+/// The head of a switch alone: its masks follow as words, as many as are there. For readers that have to go on
+/// whatever the counts say. No record of the factory.
+class FltRecordSwitchHead : public FltRecordSwitch
+{
+public:
+    using FltRecordSwitch::FltRecordSwitch;
+
+    /// A word of a mask. Bit 0 of the first is the first child.
+    struct MaskWord {
+        std::uint32_t bits = 0;
+
+        template <class Self, class Visitor>
+        static void fields(Self& self, Visitor& visit)
+        {
+            visit("bits", self.bits);
+        }
+    };
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        headFields(self, visit);
+    }
 };

@@ -1,6 +1,7 @@
 #include "visual/FltLODChains.h"
 
 #include "records/FltOpcode.h"
+#include "records/FltRecordLOD.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,23 +15,40 @@ constexpr std::uint32_t freezeCenterFlag = 0x20000000;
 /// Distances meet if they differ by less than this part of them.
 constexpr double meeting = 1e-6;
 
+/// A distance of the old form. One below zero is none.
+double signedNumber(std::uint32_t stored)
+{
+    return static_cast<std::int32_t>(stored);
+}
+
 } // namespace
 
 bool FltLODChains::add(FltRecordView const& record, FltVisualPart const& part)
 {
-    bool const isOld = record.opcode == FltOpcode::oldLOD;
-    auto const numberAt = [&](std::size_t at) { return static_cast<double>(record.int32At(at)); };
-    double const farthest = isOld ? numberAt(12) : record.doubleAt(16);
-    double const nearest = isOld ? numberAt(16) : record.doubleAt(24);
+    if (record.opcode == FltOpcode::lod)
+        return addLevel(FltDecoded<FltRecordLOD>(record), part);
+    FltDecoded<FltRecordOLDLOD> old(record);
+    FltRecordLOD level(record.classLength());
+    level.switchInDistance = signedNumber(old.switchInDistance);
+    level.switchOutDistance = signedNumber(old.switchOutDistance);
+    level.flags = old.flags;
+    level.XcenterCoordinate = old.XcenterCoordinate;
+    level.YcenterCoordinate = old.YcenterCoordinate;
+    level.ZcenterCoordinate = old.ZcenterCoordinate;
+    return addLevel(level, part);
+}
+
+bool FltLODChains::addLevel(FltRecordLOD const& record, FltVisualPart const& part)
+{
+    double const farthest = record.switchInDistance;
+    double const nearest = record.switchOutDistance;
     if (!(nearest >= 0) || !(farthest > nearest))
         return false;
-    std::uint32_t const flags = record.word32At(isOld ? 24 : 36);
-    SbVec3f center;
-    for (std::size_t i = 0; i < 3; ++i)
-        center[static_cast<int>(i)] =
-            static_cast<float>(isOld ? numberAt(28 + 4 * i) : record.doubleAt(40 + 8 * i));
+    SbVec3f const center(static_cast<float>(record.XcenterCoordinate),
+                         static_cast<float>(record.YcenterCoordinate),
+                         static_cast<float>(record.ZcenterCoordinate));
     bool const isFinite = std::isfinite(center.sqrLength());
-    bool const hasCenter = isFinite && (center != SbVec3f(0, 0, 0) || (flags & freezeCenterFlag) != 0);
+    bool const hasCenter = isFinite && (center != SbVec3f(0, 0, 0) || (record.flags & freezeCenterFlag) != 0);
     levels.push_back({nearest, farthest, center, hasCenter, part});
     return true;
 }

@@ -6,6 +6,8 @@
 
 #include <vector>
 
+class FltRecordLOD;
+
 /// Collects the levels of detail of one parent. Those whose distances meet become one node of levels.
 class FltLODChains
 {
@@ -23,6 +25,8 @@ public:
     void finish(FltNodeBuilder& parent);
 
 private:
+    bool addLevel(FltRecordLOD const& record, FltVisualPart const& part);
+
     struct Level {
         double nearest;
         double farthest;

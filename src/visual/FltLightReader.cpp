@@ -1,5 +1,7 @@
 #include "visual/FltLightReader.h"
 
+#include "records/FltRecordLightSource.h"
+
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -7,20 +9,21 @@
 namespace
 {
 
-constexpr std::uint32_t enabledFlag = 1U << 31;
+constexpr unsigned enabledFlag = 0x80; // of the first byte
 constexpr float radiansPerDegree = 0.017453292519943295F;
 constexpr float exponentOfFullDropoff = 128;
 
-SbVec3d positionOf(FltRecordView const& record)
+SbVec3d positionOf(FltRecordLightSource const& record)
 {
-    return {record.doubleAt(32), record.doubleAt(40), record.doubleAt(48)};
+    return {record.localOrSpotPositionCoordinateX, record.localOrSpotPositionCoordinateY,
+            record.localOrSpotPositionCoordinateZ};
 }
 
 /// At no yaw and no pitch a light shines along y; the yaw turns it about z, the pitch lifts it.
-SbVec3f directionOf(FltRecordView const& record)
+SbVec3f directionOf(FltRecordLightSource const& record)
 {
-    float const yaw = record.floatAt(56) * radiansPerDegree;
-    float const pitch = record.floatAt(60) * radiansPerDegree;
+    float const yaw = record.infiniteOrSpotYaw * radiansPerDegree;
+    float const pitch = record.infiniteOrSpotPitch * radiansPerDegree;
     SbVec3f const direction(-std::sin(yaw) * std::cos(pitch), std::cos(yaw) * std::cos(pitch),
                             std::sin(pitch));
     return std::isfinite(direction.sqrLength()) ? direction : SbVec3f(0, 0, -1);
@@ -41,11 +44,12 @@ float partOfOne(float value)
 
 } // namespace
 
-std::optional<FltVisualLight> FltLightReader::read(FltRecordView const& record, FltPaletteSet const& palettes)
+std::optional<FltVisualLight> FltLightReader::read(FltRecordView const& bytes, FltPaletteSet const& palettes)
 {
-    if ((record.word32At(24) & enabledFlag) == 0)
+    FltDecoded<FltRecordLightSource> const record(bytes);
+    if ((record.flags[0] & enabledFlag) == 0)
         return std::nullopt;
-    auto const found = palettes.lights->find(record.int32At(16));
+    auto const found = palettes.lights->find(record.indexIntoLightPalette);
     FltLightValues const values = found != palettes.lights->end() ? found->second : FltLightValues();
     FltVisualLight light;
     light.kind = kindOf(values.type);

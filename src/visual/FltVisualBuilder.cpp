@@ -6,6 +6,9 @@
 #include "model/FltTransformation.h"
 #include "records/FltOpcode.h"
 #include "records/FltOpcodeName.h"
+#include "records/FltRecordExternalReference.h"
+#include "records/FltRecordGroupAndObject.h"
+#include "records/FltRecordLOD.h"
 #include "toolkit/StackSpace.h"
 #include "visual/FltJointMotion.h"
 #include "visual/FltJointReader.h"
@@ -15,6 +18,7 @@
 #include "visual/FltTurningFace.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace
@@ -35,6 +39,21 @@ constexpr int nodesAroundATurningFace = 2;
 
 /// Nodes between two calls of the progress function.
 constexpr int childrenPerProgress = 1024;
+
+/// Of all that stands in an Object, from 0 to 1.
+float transparencyOf(FltRecordView const& object)
+{
+    return static_cast<float>(FltDecoded<FltRecordObject>(object).transparency) / 65535.0F;
+}
+
+/// What the record of a level of detail says after what every revision has.
+void addSignificantSize(FltRecordView const& record, FltVisualNode& node)
+{
+    FltRecordLongLOD level(record.classLength());
+    record.decodeFieldsTo(level);
+    if (record.holdsField(level, level.significantSize))
+        node.become<FltVisualLevel>({level.significantSize});
+}
 
 } // namespace
 
@@ -79,7 +98,7 @@ FltVisualPart FltVisualBuilder::buildNode(Number number, float objectTransparenc
         part = buildLight(number);
         break;
     case FltOpcode::object:
-        part = buildGroup(number, static_cast<float>(record.word16At(18)) / 65535.0F);
+        part = buildGroup(number, transparencyOf(record));
         break;
     default:
         part = buildGroup(number, objectTransparency);
@@ -120,8 +139,8 @@ FltVisualPart FltVisualBuilder::buildGroup(Number number, float objectTransparen
     FltRecordView const& record = model.tree.recordOf(number);
     countLeftOut(record);
     FltNodeBuilder node = begin(number);
-    if (record.opcode == FltOpcode::lod && record.holds(72, 8))
-        node->become<FltVisualLevel>({record.doubleAt(72)});
+    if (record.opcode == FltOpcode::lod)
+        addSignificantSize(record, *node);
     if (record.opcode == FltOpcode::dof && record.size > frameOfDof) {
         FltVisualJoint& joint = node->become<FltVisualJoint>(FltJointReader::read(record));
         joint.name = node->name;
@@ -299,9 +318,11 @@ FltVisualPart FltVisualBuilder::buildSwitchChild(Number child, float objectTrans
 
 FltVisualPart FltVisualBuilder::buildReference(Number number)
 {
-    FltRecordView const& record = model.tree.recordOf(number);
-    return wrapped(number, setting.refer ? setting.refer(model, record.textAt(4, 200), record.word32At(208))
-                                         : FltVisualPart());
+    if (!setting.refer)
+        return wrapped(number, {});
+    FltDecoded<FltRecordExternalReference> const record(model.tree.recordOf(number));
+    std::string const path(record.asciiPath, ::strnlen(record.asciiPath, sizeof record.asciiPath));
+    return wrapped(number, setting.refer(model, path, record.Flags));
 }
 
 FltVisualPart FltVisualBuilder::buildInstance(Number number)
