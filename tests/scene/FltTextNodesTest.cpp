@@ -28,7 +28,27 @@ std::string textOf(FltVisualText const& text)
 
 TEST(FltTextNodes, standUprightWithTheFirstLineAbove)
 {
-    EXPECT_EQ(textOf(twoLines()), "");
+    EXPECT_EQ(textOf(twoLines()), R"(Separator {
+  Transform {
+    translation 1 2 5
+    rotation 1 0 0  1.5707963
+  }
+  Font {
+    size 2
+  }
+  LightModel {
+    model BASE_COLOR
+  }
+  Material {
+    diffuseColor 1 0 0
+  }
+  AsciiText {
+    string [ "Gate 7",
+        "open" ]
+    justification LEFT
+  }
+}
+)");
 }
 
 TEST(FltTextNodes, lieWithTheFirstLineFartherAlongY)

@@ -90,9 +90,9 @@ TEST(FltLODChains, countsDistancesFromTheStoredCentre)
 {
     CompleteDatabase database;
     database.begin().add("LOD", {{"switchInDistance", 10},
-                                 {"XcoordinateCenter", 1},
-                                 {"YcoordinateCenter", 2},
-                                 {"ZcoordinateCenter", 3}});
+                                 {"XcenterCoordinate", 1},
+                                 {"YcenterCoordinate", 2},
+                                 {"ZcenterCoordinate", 3}});
     FltVisualLevels const stored = onlyLevels(*see(database));
     ASSERT_TRUE(stored.center.has_value());
     EXPECT_EQ(*stored.center, SbVec3f(1, 2, 3));
