@@ -1,9 +1,30 @@
 #include "loader/FltSceneContent.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace
 {
+
+/// Has the records know all nodes of the scene. The first call does it, from whatever thread.
+void noteParts(FltScene::Content& content)
+{
+    std::call_once(content.partsNoted, [&content] {
+        if (content.root.get() != nullptr && !content.records.isEmpty())
+            content.records.addParts(*content.root);
+    });
+}
+
+/// The place of what a node stands for in a list of switches or joints.
+template <class Part>
+std::optional<std::size_t> placeOf(SoNode const& node, std::vector<Part> const& parts)
+{
+    auto const found =
+        std::find_if(parts.begin(), parts.end(), [&](Part const& part) { return part.node == &node; });
+    if (found == parts.end())
+        return std::nullopt;
+    return static_cast<std::size_t>(found - parts.begin());
+}
 
 FltScene::Content const& nothing()
 {
@@ -31,6 +52,7 @@ SoSeparator* FltScene::release()
     if (root == nullptr)
         return nullptr;
     root->ref();
+    noteParts(*content);
     content->root = {};
     return root;
 }
@@ -76,6 +98,16 @@ bool FltScene::chooseMask(std::string const& switchName, int mask)
     return isChosen;
 }
 
+bool FltScene::show(std::size_t index, int mask)
+{
+    return content != nullptr && index < content->switches.size() && content->switches[index].choose(mask);
+}
+
+std::optional<std::size_t> FltScene::switchOf(SoNode const& node) const
+{
+    return placeOf(node, (content != nullptr ? *content : nothing()).switches);
+}
+
 std::vector<FltDegreeOfFreedom> FltScene::degreesOfFreedom() const
 {
     auto const& joints = (content != nullptr ? *content : nothing()).joints;
@@ -90,10 +122,18 @@ bool FltScene::move(std::size_t index, FltDegreeOfFreedom const& values)
     return true;
 }
 
+std::optional<std::size_t> FltScene::degreeOfFreedomOf(SoNode const& node) const
+{
+    return placeOf(node, (content != nullptr ? *content : nothing()).joints);
+}
+
 std::optional<FltRecordPlace> FltScene::recordOf(SoNode const& node) const
 {
-    FltVisualNode::Record const* const record = content != nullptr ? content->records.find(node) : nullptr;
-    if (record == nullptr)
+    if (content == nullptr)
         return std::nullopt;
-    return FltRecordPlace{content->files[record->file], record->offset};
+    noteParts(*content);
+    FltNodeRecords::Entry const* const entry = content->records.find(node);
+    if (entry == nullptr)
+        return std::nullopt;
+    return FltRecordPlace{content->files[entry->second.file], entry->second.offset, entry->first == &node};
 }

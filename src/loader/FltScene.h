@@ -15,11 +15,15 @@
 class SoNode;
 class SoSeparator;
 
-/// Where a record stands.
+/// Where the record of a node stands.
 struct FltRecordPlace {
     std::string file; ///< The database, or a file that it refers to.
-    std::uint64_t offset =
-        0; ///< Of the first byte in the file. The hierarchy of a file as a whole counts as its header.
+
+    /// Of the first byte in the file. The hierarchy of a file as a whole counts as its header.
+    std::uint64_t offset = 0;
+
+    /// Whether the node stands for the record. Otherwise it is a part of the node that does.
+    bool isOwn = true;
 };
 
 /// A loaded database: its scene graph, and what is to be known about it.
@@ -50,9 +54,11 @@ public:
     FltDatabaseInfo const& info() const;                 ///< From the header of the top-level file.
 
     /// The record that a node of the scene comes from. A node that no record stands for, such as a material,
-    /// has that of the nearest node above it, and a part that stands at several places that of its
-    /// definition. The exact conversion knows of none. Don't ask for a node that was added later, or taken
-    /// out.
+    /// has that of the nearest node above it (above one of its places if it has several), and a part that
+    /// stands at several places that of its definition. FltRecordReader::goTo() leads to the record.
+    ///
+    /// The exact conversion knows of none. A node that was added later has none either; don't ask for one
+    /// that doesn't live any more. It works after release() too.
     std::optional<FltRecordPlace> recordOf(SoNode const& node) const;
 
     /// @name What can be moved
@@ -63,12 +69,21 @@ public:
     /// Has all switches of a name show a mask. @return whether there is one that has it
     bool chooseMask(std::string const& switchName, int mask);
 
+    /// Has the switch at a place in the list show a mask. @return whether there is one that has it
+    bool show(std::size_t index, int mask);
+
+    /// The place in the list of the switch that a node stands for; none if it isn't the node of a switch.
+    std::optional<std::size_t> switchOf(SoNode const& node) const;
+
     /// All degrees of freedom, as they are at present.
     std::vector<FltDegreeOfFreedom> degreesOfFreedom() const;
 
     /// Moves the degree of freedom at a place in the list to the current values of @p values.
     /// @return whether there is one
     bool move(std::size_t index, FltDegreeOfFreedom const& values);
+
+    /// The place in the list of the degree of freedom that a node stands for; none for other nodes.
+    std::optional<std::size_t> degreeOfFreedomOf(SoNode const& node) const;
     /// @}
 
     /// What a scene is made of; for the loader.

@@ -6,6 +6,7 @@
 #include "scene/FltSceneSwitch.h"
 
 #include <Inventor/nodes/SoSeparator.h>
+#include <mutex>
 
 /// What a loaded scene holds.
 struct FltScene::Content : FltLoadReport {
@@ -14,4 +15,5 @@ struct FltScene::Content : FltLoadReport {
     FltNodeRecords records;
     std::vector<FltSceneSwitch> switches;
     std::vector<FltSceneJoint> joints;
+    std::once_flag partsNoted; ///< Whether the records know all nodes of the scene.
 };

@@ -1,76 +1,88 @@
 #include "scene/FltNodeRecords.h"
 
-#include <Inventor/fields/SoField.h>
-#include <Inventor/fields/SoFieldContainer.h>
-#include <Inventor/lists/SoAuditorList.h>
+#include <Inventor/misc/SoChildList.h>
+#include <Inventor/nodes/SoVertexProperty.h>
+#include <Inventor/nodes/SoVertexShape.h>
 #include <algorithm>
 #include <functional>
-#include <set>
+#include <unordered_set>
 
 namespace
 {
 
-using Entry = std::pair<SoNode const*, FltVisualNode::Record>;
+constexpr std::uint32_t none = ~std::uint32_t(0);
 
-bool isBefore(Entry const& entry, SoNode const* node)
+template <class Pair>
+void sortByAddress(std::vector<Pair>& pairs)
 {
-    return std::less<>()(entry.first, node);
+    std::sort(pairs.begin(), pairs.end(),
+              [](Pair const& left, Pair const& right) { return std::less<>()(left.first, right.first); });
+    pairs.shrink_to_fit();
 }
 
-/// The node that holds another one as its child or in a field; null for whatever else wants to know of
-/// changes.
-SoNode const* holderOf(SoAuditorList const& auditors, int index)
+template <class Pair>
+Pair const* findAddress(std::vector<Pair> const& pairs, SoNode const* node)
 {
-    if (auditors.getType(index) == SoNotRec::PARENT)
-        return static_cast<SoNode const*>(auditors.getObject(index));
-    if (auditors.getType(index) != SoNotRec::FIELD)
-        return nullptr;
-    SoFieldContainer const* const container =
-        static_cast<SoField const*>(auditors.getObject(index))->getContainer();
-    return container != nullptr && container->isOfType(SoNode::getClassTypeId())
-               ? static_cast<SoNode const*>(container)
-               : nullptr;
+    auto const place =
+        std::lower_bound(pairs.begin(), pairs.end(), node, [](Pair const& pair, SoNode const* address) {
+            return std::less<>()(pair.first, address);
+        });
+    return place != pairs.end() && place->first == node ? &*place : nullptr;
+}
+
+/// Calls a function with every node right below another one, the last first.
+template <class Function>
+void forEachBelow(SoNode const& node, Function function)
+{
+    if (node.isOfType(SoVertexShape::getClassTypeId()))
+        if (SoNode const* const held = static_cast<SoVertexShape const&>(node).vertexProperty.getValue())
+            function(held);
+    SoChildList const* const children = node.getChildren();
+    for (int i = children != nullptr ? children->getLength() : 0; i > 0; --i)
+        function((*children)[i - 1]);
 }
 
 } // namespace
 
-void FltNodeRecords::add(SoNode const* node, FltVisualNode::Record const& record)
+void FltNodeRecords::add(SoNode const* node, Record const& record)
 {
-    if (record.offset != FltVisualNode::Record::none)
+    if (record.offset != Record::none)
         records.emplace_back(node, record);
 }
 
 void FltNodeRecords::finish()
 {
-    std::sort(records.begin(), records.end(),
-              [](Entry const& left, Entry const& right) { return isBefore(left, right.first); });
-    records.shrink_to_fit();
+    sortByAddress(records);
 }
 
-FltVisualNode::Record const* FltNodeRecords::ownOf(SoNode const* node) const
+std::uint32_t FltNodeRecords::numberOf(SoNode const* node) const
 {
-    auto const place = std::lower_bound(records.begin(), records.end(), node, isBefore);
-    return place != records.end() && place->first == node ? &place->second : nullptr;
+    Entry const* const entry = findAddress(records, node);
+    return entry != nullptr ? static_cast<std::uint32_t>(entry - records.data()) : none;
 }
 
-/// Looks upwards in steps, so that the nearest one is found first.
-FltVisualNode::Record const* FltNodeRecords::find(SoNode const& node) const
+void FltNodeRecords::addParts(SoNode const& root)
 {
-    std::vector<SoNode const*> level{&node};
-    std::set<SoNode const*> seen{&node};
-    while (!level.empty()) {
-        std::vector<SoNode const*> above;
-        for (SoNode const* const each : level) {
-            if (FltVisualNode::Record const* const own = ownOf(each))
-                return own;
-            SoAuditorList const& auditors = each->getAuditors();
-            for (int i = 0; i < auditors.getLength(); ++i) {
-                SoNode const* const holder = holderOf(auditors, i);
-                if (holder != nullptr && seen.insert(holder).second)
-                    above.push_back(holder);
-            }
-        }
-        level = std::move(above);
+    std::unordered_set<SoNode const*> shared; // what only one node holds is met once
+    std::vector<Part> waiting{{&root, none}};
+    while (!waiting.empty()) {
+        auto const [node, above] = waiting.back();
+        waiting.pop_back();
+        if (node->getRefCount() > 1 && !shared.insert(node).second)
+            continue;
+        std::uint32_t const own = numberOf(node);
+        std::uint32_t const number = own != none ? own : above;
+        if (own == none && number != none)
+            parts.emplace_back(node, number);
+        forEachBelow(*node, [&](SoNode const* below) { waiting.emplace_back(below, number); });
     }
-    return nullptr;
+    sortByAddress(parts);
+}
+
+FltNodeRecords::Entry const* FltNodeRecords::find(SoNode const& node) const
+{
+    if (Entry const* const own = findAddress(records, &node))
+        return own;
+    Part const* const part = findAddress(parts, &node);
+    return part != nullptr ? &records[part->second] : nullptr;
 }

@@ -3,6 +3,7 @@
 #include "visual/FltVisualNode.h"
 
 #include <Inventor/nodes/SoNode.h>
+#include <cstdint>
 #include <utility>
 #include <vector>
 
@@ -11,18 +12,33 @@
 class FltNodeRecords
 {
 public:
+    using Record = FltVisualNode::Record;
+
+    /// What is known of a node: the record, and the node that stands for it.
+    using Entry = std::pair<SoNode const*, Record>;
+
     /// Notes the record of a node, which must not be noted twice.
-    void add(SoNode const* node, FltVisualNode::Record const& record);
+    void add(SoNode const* node, Record const& record);
 
     /// Has find() know what was noted.
     void finish();
 
-    /// The record of a node, or else that of the nearest node above it that has one.
-    /// @return null for a node that isn't of the scene
-    FltVisualNode::Record const* find(SoNode const& node) const;
+    bool isEmpty() const { return records.empty(); }
+
+    /// Has find() know the other nodes of a scene too. It is looked through whole, so it is done for those
+    /// who ask. The toolkit can't be asked what holds a node: SoBase::getAuditors() ends the process.
+    void addParts(SoNode const& root);
+
+    /// The record of a node, or else that of the nearest node above it that has one. Of several places of a
+    /// node without a record the first one counts.
+    /// @return null for a node that isn't known
+    Entry const* find(SoNode const& node) const;
 
 private:
-    FltVisualNode::Record const* ownOf(SoNode const* node) const;
+    using Part = std::pair<SoNode const*, std::uint32_t>;
 
-    std::vector<std::pair<SoNode const*, FltVisualNode::Record>> records; ///< By address.
+    std::uint32_t numberOf(SoNode const* node) const;
+
+    std::vector<Entry> records; ///< By address.
+    std::vector<Part> parts;    ///< By address: nodes without a record, and the number of the one above them.
 };

@@ -8,6 +8,7 @@
 
 /// A degree of freedom of a database in its scene.
 struct FltSceneJoint : FltDegreeOfFreedom {
+    SoNode const* node = nullptr; ///< That of the record.
     SoNodeRef<SoTransform> transform;
     std::size_t number = 0; ///< Orders all joints of a database.
 

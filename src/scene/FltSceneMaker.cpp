@@ -163,6 +163,7 @@ void FltSceneMaker::addJoint(FltVisualJoint const& joint, SoGroup& group)
     FltSceneJoint moved;
     static_cast<FltDegreeOfFreedom&>(moved) = joint;
     moved.number = joint.number;
+    moved.node = &group;
     moved.transform = SoNodeRef<SoTransform>(new SoTransform);
     moved.apply();
     group.addChild(info(FltNodeInfos::describe(joint)));
@@ -183,6 +184,7 @@ SoNodeRef<SoNode> FltSceneMaker::makeSwitch(FltVisualNode& visual)
     begin(visual, *group);
     FltSceneSwitch choice;
     static_cast<FltVisualSwitch&>(choice) = std::move(*visual.as<FltVisualSwitch>());
+    choice.node = group;
     for (std::shared_ptr<FltVisualNode>& child : visual.children) {
         auto* const door = new SoSwitch;
         choice.doors.emplace_back(door);
@@ -248,6 +250,7 @@ SoNodeRef<SoNode> FltSceneMaker::makeScale(FltVisualNode& visual)
 {
     auto* const group = new SoSeparator;
     SoNodeRef<SoNode> const made(group);
+    scene.records.add(group, visual.record);
     auto* const scale = new SoScale;
     auto const factor = static_cast<float>(visual.as<FltVisualScale>()->factor);
     scale->scaleFactor.setValue(factor, factor, factor);

@@ -8,6 +8,8 @@
 
 /// A switch of a database in its scene.
 struct FltSceneSwitch : FltVisualSwitch {
+    SoNode const* node = nullptr; ///< That of the record.
+
     /// One for each child of the record, in their order: it shows all below it, or nothing.
     std::vector<SoNodeRef<SoSwitch>> doors;
 

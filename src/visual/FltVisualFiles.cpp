@@ -116,6 +116,7 @@ FltVisualPart FltVisualFiles::scaled(FltVisualPart const& content, double scale)
         return content;
     FltNodeBuilder node;
     node->become<FltVisualScale>({scale});
+    node->record = content.node->record;
     SbMatrix matrix;
     matrix.setScale(static_cast<float>(scale));
     node.stackMatrix(matrix);

@@ -230,8 +230,9 @@ TEST(FltSceneMaker, tellsTheRecordsOfNodes)
     group->meshes.push_back(mesh);
     FltMadeScene const scene = sceneOf(group);
     auto* const made = static_cast<SoSeparator*>(scene.root->getChild(0));
-    FltVisualNode::Record const* const own = scene.records.find(*made);
+    FltNodeRecords::Entry const* const own = scene.records.find(*made);
     ASSERT_NE(own, nullptr);
-    EXPECT_EQ(own->offset, 120U);
-    EXPECT_EQ(own->file, 1U);
+    EXPECT_EQ(own->first, made);
+    EXPECT_EQ(own->second.offset, 120U);
+    EXPECT_EQ(own->second.file, 1U);
 }

@@ -1,13 +1,13 @@
-#include "visual/FltVisualSwitch.h"
+#include "visual/FltSwitch.h"
 
 #include <gtest/gtest.h>
 
 namespace
 {
 
-FltVisualSwitch twoMasksOfTwoWords()
+FltSwitch twoMasksOfTwoWords()
 {
-    FltVisualSwitch choice;
+    FltSwitch choice;
     choice.wordsPerMask = 2;
     choice.masks = {1, 0x80000000, 2, 1};
     return choice;
@@ -15,9 +15,9 @@ FltVisualSwitch twoMasksOfTwoWords()
 
 } // namespace
 
-TEST(FltVisualSwitch, countsWholeMasks)
+TEST(FltSwitch, countsWholeMasks)
 {
-    FltVisualSwitch choice = twoMasksOfTwoWords();
+    FltSwitch choice = twoMasksOfTwoWords();
     EXPECT_EQ(choice.getMaskCount(), 2);
     choice.masks.pop_back();
     EXPECT_EQ(choice.getMaskCount(), 1);
@@ -25,9 +25,9 @@ TEST(FltVisualSwitch, countsWholeMasks)
     EXPECT_EQ(choice.getMaskCount(), 0);
 }
 
-TEST(FltVisualSwitch, showsTheChildrenWhoseBitsAreSet)
+TEST(FltSwitch, showsTheChildrenWhoseBitsAreSet)
 {
-    FltVisualSwitch const choice = twoMasksOfTwoWords();
+    FltSwitch const choice = twoMasksOfTwoWords();
     EXPECT_TRUE(choice.shows(0, 0));
     EXPECT_FALSE(choice.shows(0, 1));
     EXPECT_FALSE(choice.shows(0, 31));
@@ -37,11 +37,11 @@ TEST(FltVisualSwitch, showsTheChildrenWhoseBitsAreSet)
     EXPECT_TRUE(choice.shows(1, 32));
 }
 
-TEST(FltVisualSwitch, showsNothingForMasksAndChildrenThatArentThere)
+TEST(FltSwitch, showsNothingForMasksAndChildrenThatArentThere)
 {
-    FltVisualSwitch const choice = twoMasksOfTwoWords();
+    FltSwitch const choice = twoMasksOfTwoWords();
     EXPECT_FALSE(choice.shows(-1, 0));
     EXPECT_FALSE(choice.shows(2, 0));
     EXPECT_FALSE(choice.shows(0, 64));
-    EXPECT_FALSE(FltVisualSwitch().shows(0, 0));
+    EXPECT_FALSE(FltSwitch().shows(0, 0));
 }
