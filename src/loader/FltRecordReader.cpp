@@ -4,6 +4,7 @@
 #include "loader/FltLoadLock.h"
 #include "messages/FltText.h"
 #include "parser/FltRecordScan.h"
+#include "records/FltOpcodeTable.h"
 
 #include <limits>
 #include <new>
@@ -37,8 +38,12 @@ FltRecordReader& FltRecordReader::operator=(FltRecordReader&& other) noexcept = 
 
 bool FltRecordReader::next()
 {
-    FltLoadLock const lock;
     return state->scan.next();
+}
+
+void FltRecordReader::goTo(std::uint64_t offset)
+{
+    state->scan.goTo(offset);
 }
 
 int FltRecordReader::opcode() const
@@ -56,8 +61,14 @@ unsigned FltRecordReader::length() const
     return state->scan.length();
 }
 
+bool FltRecordReader::isAncillary() const
+{
+    return FltOpcodeTable::partOf(opcode()) == FltOpcodeRow::Part::ancillary;
+}
+
 std::string FltRecordReader::json() const
 {
+    FltLoadLock const lock;
     nlohmann::ordered_json json = state->scan.json();
     if (json.is_null()) {
         json["opcode"] = opcode();

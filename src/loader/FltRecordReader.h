@@ -30,12 +30,18 @@ public:
     /// @return false after the last one
     bool next();
 
+    /// Has next() go on with the record that begins at a byte of the file, as offset() or
+    /// FltScene::recordOf() tell it. The file isn't read again, and what lies between isn't looked at. Any
+    /// other byte gives records that nobody wrote.
+    void goTo(std::uint64_t offset);
+
     /// @name The record
     /// Ask once next() has said that there is one.
     /// @{
     int opcode() const;           ///< What kind of record it is, as the file says.
     std::uint64_t offset() const; ///< Of its first byte in the file.
     unsigned length() const;      ///< Bytes, with the four of opcode and length.
+    bool isAncillary() const;     ///< Whether it says more about the record before it: long id, matrix.
 
     /// All of its fields as a JSON object in one line:
     ///

@@ -2,6 +2,8 @@
 
 #include "records/FltUtils.h"
 
+#include <algorithm>
+
 bool FltFraming::next()
 {
     if (fault != Fault::none)
@@ -23,6 +25,13 @@ bool FltFraming::next()
     else if (length > rest)
         fault = Fault::pastEnd;
     return fault == Fault::none;
+}
+
+void FltFraming::goTo(std::size_t newOffset)
+{
+    offset = std::min(newOffset, size);
+    length = 0;
+    fault = Fault::none;
 }
 
 std::string FltFraming::faultText() const

@@ -25,6 +25,9 @@ public:
     /// @return whether there is one
     bool next();
 
+    /// Has next() go on with the record that begins at a byte; with none if there is no such byte.
+    void goTo(std::size_t newOffset);
+
     /// @name The record
     /// @{
     char const* data() const { return begin + offset; }

@@ -77,10 +77,8 @@ std::unique_ptr<FltFileInput> open(std::string const& path)
 
 FltRecordScan::FltRecordScan(std::string const& path)
     : input(open(path)), content(input->getBuffer(), static_cast<std::size_t>(input->getSize())),
-      framing(content.data(), content.size())
+      framing(content.data(), content.size()), shortRecordBytesLeft(bytesOfShortRecords())
 {
-    shortRecordBytesLeft =
-        FltLimits::shortRecordBytes + FltLimits::shortRecordBytesPerFileByte * content.size();
     FltFraming first(content.data(), content.size());
     if (!first.next() || first.getOpcode() != FltOpcode::header)
         throw std::runtime_error(path + ": not an OpenFlight database: it doesn't begin with a whole header "
@@ -98,22 +96,39 @@ FltRecordScan::~FltRecordScan() = default;
 
 bool FltRecordScan::next()
 {
-    decoded.reset();
-    said.clear();
-    if (!framing.next())
-        return false;
-    decode();
-    return true;
+    looked = {};
+    return framing.next();
 }
 
-void FltRecordScan::decode()
+void FltRecordScan::goTo(std::uint64_t offset)
+{
+    looked = {};
+    framing.goTo(static_cast<std::size_t>(offset));
+    shortRecordBytesLeft = bytesOfShortRecords();
+    toldOfTooManyShortRecords = false;
+}
+
+std::size_t FltRecordScan::bytesOfShortRecords() const
+{
+    return FltLimits::shortRecordBytes + FltLimits::shortRecordBytesPerFileByte * content.size();
+}
+
+FltRecordScan::Look const& FltRecordScan::look() const
+{
+    if (!looked.isDone && framing.getLength() != 0 && fault() == FltFraming::Fault::none)
+        decode();
+    looked.isDone = true;
+    return looked;
+}
+
+void FltRecordScan::decode() const
 {
     FltStoredRecord const stored{framing.data(), content.data() + content.size(), opcode(), length(),
                                  formatRevision};
     std::size_t const cost = stored.borrowedBytes();
     if (cost > shortRecordBytesLeft) {
         if (!std::exchange(toldOfTooManyShortRecords, true))
-            said.emplace_back(
+            looked.said.emplace_back(
                 "Too many records are shorter than their layout: this one and further ones are left out");
         return;
     }
@@ -121,11 +136,11 @@ void FltRecordScan::decode()
 
     try {
         std::unique_ptr<FltRecord> record = makeSilently(stored);
-        Listening const listening(said);
+        Listening const listening(looked.said);
         stored.decodeTo(*record);
-        decoded = std::move(record);
+        looked.decoded = std::move(record);
     } catch (std::bad_alloc const&) { // of which a negative count is one
-        said.emplace_back("A count is negative, or larger than the memory: the record is left out");
+        looked.said.emplace_back("A count is negative, or larger than the memory: the record is left out");
     }
 }
 
@@ -136,5 +151,5 @@ std::size_t FltRecordScan::leastLength() const
 
 nlohmann::ordered_json FltRecordScan::json() const
 {
-    return decoded != nullptr ? FltRecordJson::of(*decoded, offset()) : nlohmann::ordered_json();
+    return record() != nullptr ? FltRecordJson::of(*record(), offset()) : nlohmann::ordered_json();
 }

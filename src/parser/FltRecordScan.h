@@ -20,8 +20,8 @@ class FltRecord;
 ///     for (FltRecordScan scan("airfield.flt"); scan.next();)
 ///         std::cout << scan.json() << '\n';
 ///
-/// It may stand anywhere: it keeps no state outside of itself, but for the length of a call of next(), in
-/// which it takes the library's messages.
+/// It may stand anywhere: it keeps no state outside of itself, but for the length of a call that decodes a
+/// record, in which it takes the library's messages. A record is decoded when it is looked into.
 class VELLOREADER_API FltRecordScan
 {
 public:
@@ -37,6 +37,10 @@ public:
     /// Goes on to the next record. @return whether there is one
     bool next();
 
+    /// Has next() go on with the record that begins at a byte. What records that are shorter than their
+    /// layouts may cost counts from here on.
+    void goTo(std::uint64_t offset);
+
     /// @name The record
     /// @{
     std::uint64_t offset() const { return framing.getOffset(); } ///< Of its first byte in the file.
@@ -47,10 +51,10 @@ public:
     std::string_view bytes() const { return {framing.data(), framing.getLength()}; }
 
     /// The decoded record. Null if it can't be decoded: an object of it would take memory out of proportion.
-    FltRecord const* record() const { return decoded.get(); }
+    FltRecord const* record() const { return look().decoded.get(); }
 
     /// What its decoder had to say, mostly a list that promises more than the record holds.
-    std::vector<std::string> const& complaints() const { return said; }
+    std::vector<std::string> const& complaints() const { return look().said; }
 
     /// Bytes that a record of its opcode has at least at the file's revision.
     std::size_t leastLength() const;
@@ -75,14 +79,22 @@ public:
     /// @}
 
 private:
-    void decode();
+    /// What looking into the record gave.
+    struct Look {
+        std::unique_ptr<FltRecord> decoded;
+        std::vector<std::string> said;
+        bool isDone = false;
+    };
+
+    Look const& look() const;
+    void decode() const;
+    std::size_t bytesOfShortRecords() const;
 
     std::unique_ptr<FltFileInput> input;
     std::string_view content;
     FltFraming framing;
     int formatRevision = 0;
-    std::size_t shortRecordBytesLeft = 0; ///< What the records that are shorter than their layouts may cost.
-    bool toldOfTooManyShortRecords = false;
-    std::unique_ptr<FltRecord> decoded;
-    std::vector<std::string> said;
+    mutable std::size_t shortRecordBytesLeft; ///< What those that are shorter than their layouts may cost.
+    mutable bool toldOfTooManyShortRecords = false;
+    mutable Look looked;
 };

@@ -60,3 +60,47 @@ TEST(FltRecordReader, RefusesWhatIsNoDatabase)
     EXPECT_THROW(FltRecordReader(folder / "none.flt"), FltLoadError);
     EXPECT_THROW(FltRecordReader(folder.write("a.flt", "nothing of the kind")), FltLoadError);
 }
+
+TEST(FltRecordReader, GoesToAnyRecordOfTheFile)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    flt.push().add("Group", {{"idASCII", "hangar"}});
+    std::size_t const group = flt.lastOffset();
+    flt.add("LongID", {{"idASCII", "the hangar"}}).pop().save(folder / "a.flt");
+    FltRecordReader records(folder / "a.flt");
+    while (records.next())
+        ;
+    for (int i = 0; i < 2; ++i) {
+        records.goTo(group);
+        ASSERT_TRUE(records.next());
+        EXPECT_EQ(records.offset(), group);
+        EXPECT_EQ(nlohmann::json::parse(records.json())["fields"]["idASCII"], "hangar");
+        EXPECT_FALSE(records.isAncillary());
+        ASSERT_TRUE(records.next());
+        EXPECT_TRUE(records.isAncillary());
+        EXPECT_EQ(nlohmann::json::parse(records.json())["fields"]["idASCII"], "the hangar");
+    }
+    records.goTo(0);
+    ASSERT_TRUE(records.next());
+    EXPECT_EQ(records.opcode(), 1);
+}
+
+TEST(FltRecordReader, FindsNoRecordWhereTheFileHasEnded)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    flt.add("Group").save(folder / "a.flt");
+    std::size_t const size = flt.bytes().size();
+    FltRecordReader records(folder / "a.flt");
+    for (std::uint64_t const offset : {std::uint64_t(size), std::uint64_t(size + 1), ~std::uint64_t(0)}) {
+        records.goTo(offset);
+        EXPECT_FALSE(records.next());
+        EXPECT_EQ(records.fault(), "");
+    }
+    for (std::uint64_t offset = 0; offset < size; ++offset) { // no byte makes it read outside of the file
+        records.goTo(offset);
+        while (records.next())
+            EXPECT_LE(records.offset() + records.length(), size);
+    }
+}

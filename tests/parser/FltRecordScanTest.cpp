@@ -60,3 +60,38 @@ TEST(FltRecordScan, decodesOnlySoManyRecordsThatAreShorterThanTheirLayout)
     EXPECT_GT(decoded, 100U);
     EXPECT_LT(decoded, 1000U);
 }
+
+TEST(FltRecordScan, decodesAsManyShortRecordsAgainAfterItWentBack)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    for (int i = 0; i < 30'000; ++i)
+        flt.addRaw(32);
+    flt.save(folder / "database.flt");
+    FltRecordScan scan(folder / "database.flt");
+    auto const decodeAll = [&] {
+        std::size_t decoded = 0;
+        while (scan.next())
+            decoded += scan.record() != nullptr ? 1 : 0;
+        return decoded;
+    };
+    std::size_t const first = decodeAll();
+    EXPECT_EQ(scan.record(), nullptr) << "there is none after the last";
+    scan.goTo(0);
+    EXPECT_EQ(decodeAll(), first);
+}
+
+TEST(FltRecordScan, spendsNothingOnRecordsThatNobodyLooksInto)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    for (int i = 0; i < 30'000; ++i)
+        flt.addRaw(32);
+    flt.save(folder / "database.flt");
+    FltRecordScan scan(folder / "database.flt");
+    for (int i = 0; i < 30'000; ++i)
+        ASSERT_TRUE(scan.next());
+    ASSERT_TRUE(scan.next());
+    EXPECT_NE(scan.record(), nullptr);
+    EXPECT_FALSE(scan.next());
+}
