@@ -149,6 +149,7 @@ FltVisualConversion::Result loadCompletely(FltLoader const& options, FltDatabase
         throw notReadable(database);
     if (result.outcome != FltVisualConversion::Outcome::converted)
         throw database.whyNotConverted();
+    result.files.at(0) = database.getPath(); // as the host names it
     if (result.header != nullptr)
         host.takeHeader(*result.header);
     told.info.records = result.records;

@@ -13,6 +13,7 @@
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoShapeHints.h>
 #include <Inventor/nodes/SoSwitch.h>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <stdexcept>
 #include <utility>
@@ -238,6 +239,16 @@ TEST_F(FltSceneTest, NamesTheOtherFileOfItsNodes)
     EXPECT_EQ(file.file, folder / "other.flt");
     EXPECT_EQ(file.offset, 0U);
     EXPECT_TRUE(file.isOwn);
+}
+
+TEST_F(FltSceneTest, NamesTheDatabaseAsTheHostDoes)
+{
+    writer.save(database);
+    std::filesystem::path const before = std::filesystem::current_path();
+    std::filesystem::current_path(folder / "");
+    scene = loader.load("a.flt");
+    std::filesystem::current_path(before);
+    EXPECT_EQ(placeOf(scene.root()).file, "a.flt");
 }
 
 TEST_F(FltSceneTest, GivesTheRootOfADatabaseInFeetItsHeader)
