@@ -41,8 +41,8 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "tools/iv": ("tools/support", "src/toolkit", "src/messages", "src/records", "src/parser", "src/inspect",
                  "src/loader"),
     "tools/shot": ("tools/support", "src/toolkit", "src/messages", "src/loader"),
-    "tools/view": ("tools/support", "src/toolkit", "src/textures", "src/dump", "src/messages", "src/records",
-                   "src/parser", "src/loader"),
+    "tools/view": ("tools/support", "src/toolkit", "src/textures", "src/messages", "src/records",
+                   "src/loader"),
     "writer": (),
     "examples": ("writer", "tools/support", "src/loader", "src/toolkit", "src/plugin"),
 }

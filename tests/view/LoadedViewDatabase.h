@@ -4,6 +4,8 @@
 #include "support/ScratchFolder.h"
 #include "view/LoadedScene.h"
 
+#include <Inventor/actions/SoSearchAction.h>
+#include <Inventor/nodes/SoSeparator.h>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -11,9 +13,8 @@
 class LoadedViewDatabase : public testing::Test
 {
 protected:
-    LoadedViewDatabase() : path(save(folder.path("yard.flt"))), loaded(exactly(), path) {}
+    LoadedViewDatabase() : path(save(folder.path("yard.flt"))), loaded(FltLoader(), path) {}
 
-    /// Records have nodes of their names in the exact conversion above all.
     static FltLoader exactly()
     {
         FltLoader loader;
@@ -27,23 +28,25 @@ protected:
         return path;
     }
 
-    /// The index of a record by its name; the test fails without it.
-    int entry(std::string const& name) const
+    /// The node of a name; the test ends without it.
+    static SoNode* nodeIn(LoadedScene const& scene, char const* name)
     {
-        auto const& outline = loaded.records.hierarchy();
-        for (std::size_t i = 0; i < outline.size(); ++i)
-            if (outline[i].name == name)
-                return static_cast<int>(i);
-        ADD_FAILURE() << "no record is named " << name;
-        return 0;
+        SoSearchAction search;
+        search.setName(name);
+        search.setSearchingAll(TRUE);
+        search.apply(scene.scene.root());
+        if (search.getPath() == nullptr)
+            throw std::runtime_error(std::string("no node is named ") + name);
+        return static_cast<SoFullPath*>(search.getPath())->getTail();
     }
 
-    HierarchyRecord const& record(std::string const& name) const
+    static FltRecordPlace placeIn(LoadedScene const& scene, char const* name)
     {
-        return loaded.records.hierarchy()[static_cast<std::size_t>(entry(name))];
+        return scene.scene.recordOf(*nodeIn(scene, name)).value();
     }
 
-    SoNode* node(std::string const& name) const { return loaded.match.nodeOf(entry(name)); }
+    SoNode* node(char const* name) const { return nodeIn(loaded, name); }
+    FltRecordPlace place(char const* name) const { return placeIn(loaded, name); }
 
     ScratchFolder folder;
     std::string path;

@@ -4,6 +4,7 @@
 
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoSeparator.h>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTreeWidget>
 #include <nlohmann/json.hpp>
@@ -30,7 +31,7 @@ protected:
 
 TEST_F(RecordPanelTest, ShowsAllFieldsOfARecordAndOfTheNode)
 {
-    panel.show(loaded.records.fieldsOf(record("door")), node("door"));
+    panel.show(loaded.records.fieldsOf(place("door")), node("door"));
     EXPECT_EQ("door", value("idASCII"));
     EXPECT_EQ("90", value("maxYaw").section('.', 0, 0));
     EXPECT_EQ("0x4000000", value("flags"));
@@ -41,12 +42,30 @@ TEST_F(RecordPanelTest, ShowsAllFieldsOfARecordAndOfTheNode)
 
 TEST_F(RecordPanelTest, LeavesWhatHoldsTheTextOfTheFilter)
 {
-    panel.show(loaded.records.fieldsOf(record("door")), nullptr);
+    panel.show(loaded.records.fieldsOf(place("door")), nullptr);
     panel.findChild<QLineEdit*>()->setText("yaw");
     EXPECT_NE("", value("maxYaw"));
     EXPECT_EQ("", value("maxPitch"));
     panel.findChild<QLineEdit*>()->clear();
     EXPECT_NE("", value("maxPitch"));
+}
+
+TEST_F(RecordPanelTest, SaysWhatIsToBeKnownBesides)
+{
+    QLabel const& note = *panel.findChild<QLabel*>("note");
+    EXPECT_TRUE(note.isHidden());
+    panel.show({}, node("door"), "<b>nobody</b> knows");
+    EXPECT_FALSE(note.isHidden());
+    EXPECT_EQ("<b>nobody</b> knows", note.text());
+    EXPECT_EQ(Qt::PlainText, note.textFormat());
+    panel.show({}, node("door"));
+    EXPECT_TRUE(note.isHidden());
+}
+
+TEST_F(RecordPanelTest, SaysWhyARecordHasNoFields)
+{
+    panel.show({{{"opcode", 96}, {"length", 28}, {"offset", 7}, {"error", "a count is negative"}}}, nullptr);
+    EXPECT_EQ("a count is negative", value("error"));
 }
 
 TEST_F(RecordPanelTest, CutsLongLists)

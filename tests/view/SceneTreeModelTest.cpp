@@ -13,7 +13,9 @@ namespace
 class SceneTreeModelTest : public LoadedViewDatabase
 {
 protected:
-    SceneTreeModelTest() { model.setScene(loaded.scene.root(), &loaded.records, &loaded.match); }
+    SceneTreeModelTest() { show(loaded); }
+
+    void show(LoadedScene& scene) { model.setScene(scene.scene.root(), &scene.scene, &scene.records); }
 
     QString kindOf(QModelIndex const& index) const
     {
@@ -33,7 +35,7 @@ protected:
 TEST_F(SceneTreeModelTest, IsAWellFormedModel)
 {
     QAbstractItemModelTester const tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
-    model.setScene(loaded.scene.root(), &loaded.records, &loaded.match);
+    show(loaded);
     EXPECT_TRUE(model.findNext("hut", {}).isValid());
     model.setScene(nullptr, nullptr, nullptr);
     EXPECT_EQ(0, model.rowCount());
@@ -104,8 +106,7 @@ TEST_F(SceneTreeModelTest, GivesSharedPartsAnItemForEachPlace)
     shared->addChild(new SoCube);
     root->addChild(shared);
     root->addChild(shared);
-    RecordMatch const nothing;
-    model.setScene(root, &loaded.records, &nothing);
+    model.setScene(root, nullptr, nullptr);
     QModelIndex const top = model.index(0, 0);
     ASSERT_EQ(2, model.rowCount(top));
     QModelIndex const second = model.index(1, 0, top);
@@ -115,6 +116,98 @@ TEST_F(SceneTreeModelTest, GivesSharedPartsAnItemForEachPlace)
     path->unref();
     model.setScene(nullptr, nullptr, nullptr);
     root->unref();
+}
+
+TEST_F(SceneTreeModelTest, KnowsTheRecordsBelowANodeThatIsNamedRoot)
+{
+    FltWriter flt;
+    flt.push().add("Group", {{"idASCII", "root"}});
+    std::size_t const root = flt.lastOffset();
+    flt.push().add("Object", {{"idASCII", "inner"}}).pop().pop();
+    flt.save(folder.path("root.flt"));
+    LoadedScene named(FltLoader(), folder.path("root.flt"));
+    show(named);
+    EXPECT_EQ("Group", kindOf(model.indexOfAddress("/root")));
+    EXPECT_EQ("Object", kindOf(model.indexOfAddress("/root/inner")));
+    EXPECT_EQ(root, model.record(model.indexOfAddress("/root")).value().offset);
+    model.setScene(nullptr, nullptr, nullptr);
+}
+
+TEST_F(SceneTreeModelTest, GivesAShapeTheRecordOfItsObjectButNotItsKind)
+{
+    QModelIndex const object = model.indexOfAddress("/base/floor");
+    QModelIndex const shape = model.index(0, 0, model.index(0, 0, object));
+    ASSERT_TRUE(shape.isValid());
+    EXPECT_EQ("IndexedFaceSet", kindOf(shape));
+    EXPECT_EQ("IndexedFaceSet", shape.data().toString());
+    EXPECT_EQ(place("floor").offset, model.record(shape).value().offset);
+    EXPECT_TRUE(model.record(object).value().isOwn);
+    EXPECT_FALSE(model.record(shape).value().isOwn);
+}
+
+TEST_F(SceneTreeModelTest, ShowsNamesAsTheFileHasThemAndFindsThemSo)
+{
+    FltWriter flt;
+    flt.push().add("Group", {{"idASCII", "1 {x}"}}).push().pop();
+    flt.add("Group", {{"idASCII", "1__y_"}}).add("LongID", {{"idASCII", std::string(300, 'n') + " 1"}});
+    flt.push().pop().pop();
+    flt.save(folder.path("names.flt"));
+    LoadedScene names(FltLoader(), folder.path("names.flt"));
+    show(names);
+    QModelIndex const root = model.index(0, 0);
+    EXPECT_EQ("1 {x}", model.index(0, 0, root).data().toString());
+    EXPECT_EQ(302, model.index(1, 0, root).data().toString().size());
+    EXPECT_EQ(model.index(0, 0, root), model.findNext(" {X", {}));
+    EXPECT_EQ(model.index(0, 0, root), model.findNext("1 {", {}));
+    EXPECT_EQ(model.index(1, 0, root), model.findNext("n 1", {}));
+    EXPECT_EQ(model.index(0, 0, root), model.indexOfAddress("/1 {x}"));
+    EXPECT_FALSE(model.findNext("1__", {}).isValid()) << "the file has no such name";
+    model.setScene(nullptr, nullptr, nullptr);
+}
+
+TEST_F(SceneTreeModelTest, ShowsTheRecordsOfOtherFiles)
+{
+    save(folder.path("other.flt"));
+    FltWriter flt;
+    flt.push().add("ExternalReference", {{"asciiPath", "other.flt"}}).add("Group", {{"idASCII", "base"}});
+    flt.push().pop().pop();
+    flt.save(folder.path("outer.flt"));
+    LoadedScene outer(FltLoader(), folder.path("outer.flt"));
+    show(outer);
+    QModelIndex const reference = model.indexOfAddress("/other");
+    EXPECT_EQ("External reference", kindOf(reference));
+    EXPECT_EQ("yard", model.index(0, 0, reference).data().toString());
+    EXPECT_EQ("Database", kindOf(model.index(0, 0, reference)));
+    QModelIndex const floor = model.indexOfAddress("/other/yard/base/floor");
+    EXPECT_EQ("Object, 1 face", kindOf(floor));
+    EXPECT_EQ(folder.path("other.flt"), model.record(floor).value().file);
+    EXPECT_EQ(folder.path("outer.flt"), model.record(model.indexOfAddress("/base")).value().file);
+    model.setScene(nullptr, nullptr, nullptr);
+}
+
+TEST_F(SceneTreeModelTest, ShowsADatabaseInFeetAsOne)
+{
+    FltWriter flt(1570, {{"id", "feet"}, {"vertexCoordinateUnits", 4}});
+    flt.push().add("Group", {{"idASCII", "g"}}).push().pop().pop();
+    flt.save(folder.path("feet.flt"));
+    LoadedScene feet(FltLoader(), folder.path("feet.flt"));
+    show(feet);
+    QModelIndex const root = model.index(0, 0);
+    EXPECT_EQ("feet", root.data().toString());
+    EXPECT_EQ("Database", kindOf(root));
+    EXPECT_EQ("Separator", kindOf(model.index(0, 0, root))) << "what is scaled";
+    model.setScene(nullptr, nullptr, nullptr);
+}
+
+TEST_F(SceneTreeModelTest, ShowsTheNodesAloneOfAnExactScene)
+{
+    LoadedScene exact(exactly(), path);
+    show(exact);
+    QModelIndex const door = model.indexOfAddress("/door");
+    ASSERT_TRUE(door.isValid());
+    EXPECT_EQ("Separator", kindOf(door));
+    EXPECT_FALSE(model.record(door));
+    model.setScene(nullptr, nullptr, nullptr);
 }
 
 TEST_F(SceneTreeModelTest, LooksAtAScenesManyWaysOnlyWhenTheyAreOpened)
@@ -128,8 +221,7 @@ TEST_F(SceneTreeModelTest, LooksAtAScenesManyWaysOnlyWhenTheyAreOpened)
         node = group;
     }
     node->ref();
-    RecordMatch const nothing;
-    model.setScene(node, &loaded.records, &nothing);
+    model.setScene(node, &loaded.scene, &loaded.records);
     EXPECT_EQ(2, model.rowCount(model.index(0, 0)));
     model.setScene(nullptr, nullptr, nullptr);
     node->unref();

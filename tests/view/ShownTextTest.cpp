@@ -72,11 +72,12 @@ TEST_F(ShownTextTest, ToolTipsOpenNoImageThatAnyPartOfTheWindowNames)
     LoadedScene loaded(FltLoader(), folder.path("a.flt"));
 
     SceneTreeModel model;
-    model.setScene(loaded.scene.root(), &loaded.records, &loaded.match);
+    model.setScene(loaded.scene.root(), &loaded.scene, &loaded.records);
     expectNothingIsOpened(model);
 
     RecordPanel fields;
-    fields.show(loaded.records.fieldsOf(loaded.records.hierarchy()[1]), loaded.match.nodeOf(1));
+    SoNode const* const group = loaded.scene.root()->getChild(0);
+    fields.show(loaded.records.fieldsOf(loaded.scene.recordOf(*group).value()), group);
     expectNothingIsOpened(*fields.findChild<QTreeWidget*>()->model());
 
     MessagePanel messages;

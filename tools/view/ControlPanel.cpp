@@ -1,6 +1,5 @@
 #include "view/ControlPanel.h"
 
-#include "records/FltOpcode.h"
 #include "view/DofControl.h"
 #include "view/LoadedScene.h"
 #include "view/LodControl.h"
@@ -8,21 +7,7 @@
 #include "view/SwitchControl.h"
 
 #include <Inventor/nodes/SoLOD.h>
-#include <Inventor/nodes/SoSwitch.h>
 #include <QLabel>
-#include <nlohmann/json.hpp>
-
-namespace
-{
-
-/// A child's own name stands in the node below the switch that shows or hides it.
-QString childName(SoSwitch const& child)
-{
-    SbName const name = child.getNumChildren() > 0 ? child.getChild(0)->getName() : child.getName();
-    return name.getLength() > 0 ? QString::fromUtf8(name.getString()) : QStringLiteral("(no name)");
-}
-
-} // namespace
 
 ControlPanel::ControlPanel(QWidget* parent)
     : QStackedWidget(parent),
@@ -57,31 +42,23 @@ void ControlPanel::show(LoadedScene& scene, SceneTreeModel const& tree, QModelIn
 
 bool ControlPanel::showDof(LoadedScene& scene, SceneTreeModel const& tree, QModelIndex const& index)
 {
-    HierarchyRecord const* const record = tree.record(index);
-    if (record == nullptr || record->opcode != FltOpcode::dof || scene.moverOf(*record) == nullptr)
+    SoNode const* const node = tree.node(index);
+    auto const joint = node != nullptr ? scene.scene.degreeOfFreedomOf(*node) : std::nullopt;
+    if (!joint)
         return false;
-    auto const fields = scene.records.fieldsOf(*record);
-    if (fields.empty())
-        return false;
-    dof->show(DofTransform(fields.front()["fields"]), scene.moverOf(*record),
-              scene.isAtCurrentValues(*record));
+    dof->show(scene.scene, *joint, scene.storedJoints.at(*joint));
     setCurrentWidget(dof);
     return true;
 }
 
 bool ControlPanel::showSwitch(LoadedScene& scene, SceneTreeModel const& tree, QModelIndex const& index)
 {
-    HierarchyRecord const* const record = tree.record(index);
-    if (record == nullptr || record->opcode != FltOpcode::switchNode)
+    SoNode* const node = tree.node(index);
+    auto const choice = node != nullptr ? scene.scene.switchOf(*node) : std::nullopt;
+    if (!choice)
         return false;
-    auto const fields = scene.records.fieldsOf(*record);
-    auto const children = SwitchMasks::childrenOf(*tree.node(index));
-    if (fields.empty() || children.empty())
-        return false;
-    QStringList names;
-    for (SoSwitch const* child : children)
-        names << childName(*child);
-    switches->show(SwitchMasks(fields.front()["fields"]), children, names);
+    switches->show(scene.scene, *choice, *static_cast<SoGroup*>(node),
+                   scene.storedSwitches.at(*choice).currentMask);
     setCurrentWidget(switches);
     return true;
 }

@@ -1,6 +1,5 @@
 #include "view/DofControl.h"
 
-#include <Inventor/nodes/SoMatrixTransform.h>
 #include <QDoubleSpinBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -16,19 +15,47 @@ namespace
 constexpr int sliderSteps = 1000;
 constexpr double farthestNumber = 1e9;
 
+constexpr char const* names[] = {"x", "y", "z", "pitch", "roll", "yaw", "x scale", "y scale", "z scale"};
+
+bool isAngle(std::size_t which)
+{
+    return which >= 3 && which < 6;
+}
+
+bool isScale(std::size_t which)
+{
+    return which >= 6;
+}
+
+/// The range of one of the nine values, in the order of their names.
+FltDegreeOfFreedom::Range& rangeOf(FltDegreeOfFreedom& joint, std::size_t which)
+{
+    FltDegreeOfFreedom::Range* const turns[] = {&joint.pitch, &joint.roll, &joint.yaw};
+    return isScale(which)   ? joint.scale[which - 6]
+           : isAngle(which) ? *turns[which - 3]
+                            : joint.translation[which];
+}
+
+/// A scale of 0 counts as 1.
+double currentOf(FltDegreeOfFreedom& joint, std::size_t which)
+{
+    double const current = rangeOf(joint, which).current;
+    return isScale(which) && current == 0 ? 1 : current;
+}
+
 /// What a slider covers: the limits where there are any, else a range around the stored value that suits its
 /// kind.
-void chooseRange(DofValue const& value, std::size_t which, double& least, double& most)
+void chooseRange(FltDegreeOfFreedom& stored, std::size_t which, double& least, double& most)
 {
-    least = std::min(value.least, value.most);
-    most = std::max(value.least, value.most);
+    FltDegreeOfFreedom::Range const& range = rangeOf(stored, which);
+    least = std::min(range.minimum, range.maximum);
+    most = std::max(range.minimum, range.maximum);
     if (most > least && std::isfinite(most - least))
         return;
-    bool const isAngle = which >= 3 && which < 6;
-    double const current = std::isfinite(value.current) ? value.current : 0;
-    double const reach = isAngle ? 180 : value.isScale ? 0 : std::max(10.0, 2 * std::abs(current));
-    least = value.isScale ? 0.1 : current - reach;
-    most = value.isScale ? std::max(4.0, 2 * current) : current + reach;
+    double const current = currentOf(stored, which);
+    double const reach = isAngle(which) ? 180 : std::max(10.0, 2 * std::abs(current));
+    least = isScale(which) ? 0.1 : current - reach;
+    most = isScale(which) ? std::max(4.0, 2 * current) : current + reach;
 }
 
 } // namespace
@@ -48,16 +75,16 @@ DofControl::DofControl(QWidget* parent) : QWidget(parent)
     layout->addWidget(neutral, static_cast<int>(rows.size()), 2);
     layout->setRowStretch(static_cast<int>(rows.size()) + 1, 1);
     connect(stored, &QPushButton::clicked, this, [this] {
-        if (dof != nullptr)
-            setAll(dof->current());
+        std::array<double, valueCount> all;
+        for (std::size_t i = 0; i < all.size(); ++i)
+            all[i] = currentOf(this->stored, i);
+        setAll(all);
     });
     connect(neutral, &QPushButton::clicked, this, [this] { setAll({0, 0, 0, 0, 0, 0, 1, 1, 1}); });
 }
 
 void DofControl::addRow(QGridLayout& layout, std::size_t which)
 {
-    static constexpr char const* names[] = {"x",   "y",       "z",       "pitch",  "roll",
-                                            "yaw", "x scale", "y scale", "z scale"};
     Row& row = rows[which];
     auto* const label = new QLabel(names[which]);
     row.slider = new QSlider(Qt::Horizontal);
@@ -76,36 +103,32 @@ void DofControl::addRow(QGridLayout& layout, std::size_t which)
             [this, which](double value) { takeNumber(which, value); });
 }
 
-void DofControl::show(DofTransform const& newDof, SoMatrixTransform* newMover, bool isAtCurrentValues)
+void DofControl::show(FltScene& newScene, std::size_t index, FltDegreeOfFreedom const& newStored)
 {
-    dof = std::make_unique<DofTransform>(newDof);
-    mover = newMover;
-    startsAtCurrentValues = isAtCurrentValues;
-    values = dof->current();
+    scene = &newScene;
+    joint = index;
+    values = scene->degreesOfFreedom().at(index);
+    stored = newStored;
     for (std::size_t i = 0; i < rows.size(); ++i)
-        showRow(i, dof->values()[i], values[i]);
+        showRow(i);
 }
 
-void DofControl::clear()
-{
-    dof.reset();
-    mover = nullptr;
-}
-
-void DofControl::showRow(std::size_t which, DofValue const& value, double shown)
+void DofControl::showRow(std::size_t which)
 {
     Row& row = rows[which];
+    FltDegreeOfFreedom::Range const& range = rangeOf(stored, which);
+    double const shown = currentOf(values, which);
     QSignalBlocker const noNumber(row.number);
-    chooseRange(value, which, row.least, row.most);
-    row.number->setSuffix(value.unit);
-    row.number->setSingleStep(value.step > 0 && std::isfinite(value.step) ? value.step
+    chooseRange(stored, which, row.least, row.most);
+    row.number->setSuffix(isAngle(which) ? "°" : "");
+    row.number->setSingleStep(range.step > 0 && std::isfinite(range.step) ? range.step
                                                                           : (row.most - row.least) / 100);
     row.number->setValue(shown);
-    bool const isFixed = value.isLimited && !(value.least < value.most);
+    bool const isFixed = range.isLimited && !(range.minimum < range.maximum);
     row.slider->setEnabled(!isFixed);
     row.number->setEnabled(!isFixed);
     QString const limits =
-        value.isLimited ? tr("limited to %1 … %2").arg(value.least).arg(value.most) : tr("not limited");
+        range.isLimited ? tr("limited to %1 … %2").arg(range.minimum).arg(range.maximum) : tr("not limited");
     row.slider->setToolTip(limits);
     row.number->setToolTip(limits);
     QSignalBlocker const noSlider(row.slider);
@@ -119,36 +142,32 @@ void DofControl::takeSlider(std::size_t which, int position)
     double const value = row.least + (row.most - row.least) * position / sliderSteps;
     QSignalBlocker const noNumber(row.number);
     row.number->setValue(value);
-    values[which] = value;
+    rangeOf(values, which).current = value;
     apply();
 }
 
 void DofControl::takeNumber(std::size_t which, double value)
 {
-    if (dof == nullptr)
+    if (scene == nullptr)
         return;
-    values[which] = value;
-    showRow(which, dof->values()[which], value);
+    rangeOf(values, which).current = value;
+    showRow(which);
     apply();
 }
 
-void DofControl::setAll(DofTransform::Values const& newValues)
+void DofControl::setAll(std::array<double, valueCount> const& newValues)
 {
-    if (dof == nullptr)
+    if (scene == nullptr)
         return;
-    values = newValues;
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        showRow(i, dof->values()[i], values[i]);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        rangeOf(values, i).current = newValues[i];
+        showRow(i);
+    }
     apply();
 }
 
 void DofControl::apply()
 {
-    if (mover == nullptr || dof == nullptr)
-        return;
-    SbMatrix matrix = dof->matrix(values);
-    if (startsAtCurrentValues)
-        matrix.multLeft(dof->matrix(dof->current()).inverse());
-    mover->matrix = matrix;
-    emit moved();
+    if (scene != nullptr && scene->move(joint, values))
+        emit moved();
 }

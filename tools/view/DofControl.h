@@ -1,15 +1,14 @@
 #pragma once
 
-#include "view/DofTransform.h"
+#include "loader/FltScene.h"
 
 #include <QWidget>
 #include <array>
-#include <memory>
+#include <cstddef>
 
 class QDoubleSpinBox;
 class QGridLayout;
 class QSlider;
-class SoMatrixTransform;
 
 /// Sliders for the nine values of a degree of freedom.
 class DofControl : public QWidget
@@ -19,18 +18,20 @@ class DofControl : public QWidget
 public:
     explicit DofControl(QWidget* parent = nullptr);
 
-    /// @param dof               what the record says
-    /// @param mover             is moved; it belongs to the scene
-    /// @param isAtCurrentValues whether the scene moves by the stored values already
-    void show(DofTransform const& dof, SoMatrixTransform* mover, bool isAtCurrentValues);
+    /// @param scene  is moved, and stays the caller's
+    /// @param index  of the degree of freedom in the scene's list
+    /// @param stored the same as the file has it
+    void show(FltScene& scene, std::size_t index, FltDegreeOfFreedom const& stored);
 
-    /// Forgets the record and its transformation.
-    void clear();
+    /// Forgets the scene.
+    void clear() { scene = nullptr; }
 
 signals:
     void moved();
 
 private:
+    static constexpr std::size_t valueCount = 9;
+
     /// One value: the number and the slider say the same.
     struct Row {
         QSlider* slider = nullptr;
@@ -40,15 +41,15 @@ private:
     };
 
     void addRow(QGridLayout& layout, std::size_t which);
-    void showRow(std::size_t which, DofValue const& value, double shown);
+    void showRow(std::size_t which);
     void takeSlider(std::size_t which, int position);
     void takeNumber(std::size_t which, double value);
-    void setAll(DofTransform::Values const& values);
+    void setAll(std::array<double, valueCount> const& values);
     void apply();
 
-    std::array<Row, DofTransform::valueCount> rows;
-    DofTransform::Values values = {};
-    std::unique_ptr<DofTransform> dof;
-    SoMatrixTransform* mover = nullptr;
-    bool startsAtCurrentValues = false;
+    std::array<Row, valueCount> rows;
+    FltScene* scene = nullptr;
+    std::size_t joint = 0;
+    FltDegreeOfFreedom values; ///< As they are at present.
+    FltDegreeOfFreedom stored;
 };

@@ -2,16 +2,13 @@
 
 #include "loader/FltLoader.h"
 #include "view/LevelsOfDetail.h"
-#include "view/RecordFile.h"
-#include "view/RecordMatch.h"
+#include "view/SceneRecords.h"
 #include "view/SceneStatistics.h"
 #include "view/TextureList.h"
 
 #include <chrono>
-#include <map>
 #include <string>
-
-class SoMatrixTransform;
+#include <vector>
 
 /// A database as the viewer has it: its scene, its records, and what belongs to both.
 class LoadedScene
@@ -22,37 +19,23 @@ public:
     LoadedScene(LoadedScene const&) = delete;
     LoadedScene& operator=(LoadedScene const&) = delete;
 
-    std::string const& path() const { return records.path(); }
+    std::string const& path() const { return databasePath; }
 
 private:
+    std::string databasePath;
     std::chrono::steady_clock::time_point start;
 
 public:
     FltScene scene;
     double seconds; ///< That loading took.
-    RecordFile records;
-    RecordMatch match;
+    bool isExact;   ///< Whether nobody knows which record a node comes from, and what can be moved.
+    SceneRecords records;
+    std::vector<FltSwitch> storedSwitches;        ///< As the file has them.
+    std::vector<FltDegreeOfFreedom> storedJoints; ///< As the file has them.
     TextureList textures;
     LevelsOfDetail levelsOfDetail;
     SceneStatistics statistics;
 
-    /// The transformation by which the node of a degree of freedom is moved; null if it has none. It comes on
-    /// top of what the scene does with the values that the record stores.
-    SoMatrixTransform* moverOf(HierarchyRecord const& record) const;
-
-    /// Whether the scene itself shows a degree of freedom at the values that the record stores.
-    bool isAtCurrentValues(HierarchyRecord const& record) const;
-
     /// "15.7", "feet" and the like, for a person.
     std::string describe() const;
-
-private:
-    struct Mover {
-        SoMatrixTransform* transform = nullptr;
-        bool isAtCurrentValues = false;
-    };
-
-    void addMovers();
-
-    std::map<std::size_t, Mover> movers; ///< By the position of the record.
 };

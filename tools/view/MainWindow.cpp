@@ -34,9 +34,13 @@
 #include <algorithm>
 #include <cstdio>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 namespace
 {
+
+/// Of one record, in the panel.
+constexpr std::size_t mostFaces = 100;
 
 QString const fileFilter = QObject::tr("OpenFlight databases (*.flt *.FLT);;All files (*)");
 
@@ -254,7 +258,7 @@ void MainWindow::take(std::unique_ptr<LoadedScene> loaded, bool isSameAgain)
     controls->clear();
     records->show({}, nullptr);
     view->setScene(loaded->scene.root(), isSameAgain);
-    model->setScene(loaded->scene.root(), &loaded->records, &loaded->match);
+    model->setScene(loaded->scene.root(), &loaded->scene, &loaded->records);
     std::swap(scene, loaded); // the old one goes at the end, when nobody looks at it
     QString const path = QString::fromStdString(scene->path());
     print((isSameAgain ? "reloaded " : "loaded ") + ShownText::printable(path));
@@ -335,15 +339,33 @@ void MainWindow::takeTreeSelection(QModelIndex const& index)
     if (scene == nullptr)
         return;
     view->select(model->path(index));
-    HierarchyRecord const* const record = model->record(index);
-    records->show(record != nullptr ? scene->records.fieldsOf(*record)
-                                    : std::vector<nlohmann::ordered_json>(),
-                  model->node(index));
+    showRecords(index);
     controls->show(*scene, *model, index);
     printSelection(index);
     printBox();
     if (isPrintingWidgets)
         QTimer::singleShot(200, this, &MainWindow::printWidgets); // when they have their places
+}
+
+void MainWindow::showRecords(QModelIndex const& index)
+{
+    std::optional<FltRecordPlace> const place = model->record(index);
+    std::vector<nlohmann::ordered_json> shown;
+    QStringList notes;
+    if (scene->isExact)
+        notes << tr("The exact conversion doesn't know which record a node comes from.");
+    if (place) {
+        shown = scene->records.fieldsOf(*place);
+        QString const file = QString::fromStdString(place->file);
+        if (shown.empty())
+            notes << tr("%1 can't be read any more.").arg(ShownText::title(file));
+        else if (place->file != scene->path())
+            notes << tr("In %1:").arg(ShownText::title(file));
+        if (!place->isOwn)
+            for (auto& face : scene->records.facesOf(*place, mostFaces))
+                shown.push_back(std::move(face));
+    }
+    records->show(shown, model->node(index), notes.join('\n'));
 }
 
 void MainWindow::takeChange()
@@ -362,10 +384,11 @@ void MainWindow::print(QString const& line) const
 
 void MainWindow::printSelection(QModelIndex const& index) const
 {
-    HierarchyRecord const* const record = model->record(index);
+    std::optional<FltRecordPlace> const record = model->record(index);
     QString const kind = index.sibling(index.row(), SceneTreeModel::kindColumn).data().toString();
-    QString const place =
-        record != nullptr ? "\t" + QString::number(scene->records.offsetOf(*record)) : QString();
+    QString place = record ? "\t" + QString::number(record->offset) : QString();
+    if (record && record->file != scene->path())
+        place += "\t" + ShownText::printable(QString::fromStdString(record->file));
     print("selected " + ShownText::printable(model->address(index)) + "\t" + kind + place);
 }
 

@@ -72,6 +72,7 @@ private:
     void askForFile();
     void savePicture();
     void takeTreeSelection(QModelIndex const& index);
+    void showRecords(QModelIndex const& index);
     void takePick(SoPath* path, bool frames);
     void frameSelection();
     void takeChange();

@@ -7,6 +7,7 @@
 #include <Inventor/fields/SoMField.h>
 #include <Inventor/lists/SoFieldList.h>
 #include <Inventor/nodes/SoNode.h>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -116,12 +117,18 @@ bool filterItem(QTreeWidgetItem& item, QString const& text)
 
 } // namespace
 
-RecordPanel::RecordPanel(QWidget* parent) : QWidget(parent), search(new QLineEdit), tree(new QTreeWidget)
+RecordPanel::RecordPanel(QWidget* parent)
+    : QWidget(parent), search(new QLineEdit), noteLine(ShownText::label()), tree(new QTreeWidget)
 {
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(search);
+    layout->addWidget(noteLine);
     layout->addWidget(tree);
+    noteLine->setObjectName("note");
+    noteLine->setWordWrap(true);
+    noteLine->setMargin(4);
+    noteLine->hide();
     search->setPlaceholderText(tr("Filter the fields"));
     search->setClearButtonEnabled(true);
     tree->setHeaderLabels({tr("Field"), tr("Value")});
@@ -131,10 +138,12 @@ RecordPanel::RecordPanel(QWidget* parent) : QWidget(parent), search(new QLineEdi
     connect(search, &QLineEdit::textChanged, this, &RecordPanel::filter);
 }
 
-void RecordPanel::show(std::vector<Json> const& records, SoNode const* node)
+void RecordPanel::show(std::vector<Json> const& records, SoNode const* node, QString const& note)
 {
     tree->setUpdatesEnabled(false);
     tree->clear();
+    noteLine->setText(note);
+    noteLine->setVisible(!note.isEmpty());
     for (Json const& record : records)
         addRecord(record);
     if (node != nullptr)
@@ -149,8 +158,11 @@ void RecordPanel::addRecord(Json const& record)
         new QTreeWidgetItem(tree, {textOf(record["class"]), "opcode " + textOf(record["opcode"]) + ", " +
                                                                 textOf(record["length"]) + " bytes at " +
                                                                 textOf(record["offset"])});
-    for (auto const& [name, value] : record["fields"].items())
-        addValue(item, QString::fromStdString(name), value);
+    if (auto const error = record.find("error"); error != record.end())
+        addLine(item, tr("error"), textOf(*error));
+    if (auto const fields = record.find("fields"); fields != record.end())
+        for (auto const& [name, value] : fields->items())
+            addValue(item, QString::fromStdString(name), value);
     item->setExpanded(true);
 }
 

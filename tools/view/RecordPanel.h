@@ -4,6 +4,7 @@
 #include <nlohmann/json_fwd.hpp>
 #include <vector>
 
+class QLabel;
 class QLineEdit;
 class QTreeWidget;
 class QTreeWidgetItem;
@@ -17,8 +18,11 @@ class RecordPanel : public QWidget
 public:
     explicit RecordPanel(QWidget* parent = nullptr);
 
-    /// @param records as RecordFile::fieldsOf() gives them @param node null for none
-    void show(std::vector<nlohmann::ordered_json> const& records, SoNode const* node);
+    /// @param records as SceneRecords::fieldsOf() gives them
+    /// @param node    null for none
+    /// @param note    what is to be known besides; empty for nothing
+    void show(std::vector<nlohmann::ordered_json> const& records, SoNode const* node,
+              QString const& note = {});
 
 private:
     void addRecord(nlohmann::ordered_json const& record);
@@ -26,5 +30,6 @@ private:
     void filter(QString const& text);
 
     QLineEdit* search;
+    QLabel* noteLine;
     QTreeWidget* tree;
 };

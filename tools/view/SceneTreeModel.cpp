@@ -1,5 +1,9 @@
 #include "view/SceneTreeModel.h"
 
+#include "records/FltOpcode.h"
+#include "records/FltOpcodeName.h"
+#include "toolkit/SoNodeName.h"
+#include "view/SceneRecords.h"
 #include "view/ShownText.h"
 #include "view/Visibility.h"
 
@@ -12,6 +16,7 @@
 #include <Inventor/nodes/SoVertexProperty.h>
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace
 {
@@ -69,6 +74,28 @@ QString faceCount(int faces)
     return faces == 1 ? QStringLiteral("1 face") : QString::number(faces) + " faces";
 }
 
+QString typeNameOf(SoNode const* node)
+{
+    return QString::fromUtf8(node->getTypeId().getName().getString());
+}
+
+/// What a record is to a person: "Group", "Level of detail".
+QString kindOf(SceneRecords::Summary const& record)
+{
+    QString kind = record.opcode == FltOpcode::header
+                       ? QStringLiteral("database")
+                       : QString::fromStdString(FltOpcodeName::of(record.opcode));
+    kind[0] = kind[0].toUpper();
+    return record.faces > 0 ? kind + ", " + faceCount(record.faces) : kind;
+}
+
+/// The part of a name with the characters that a node bears for it.
+QString asInNodes(std::string const& part)
+{
+    std::string const noBeginning = "a"; // a name may not begin with every character
+    return QString::fromStdString(SoNodeName::uncut(noBeginning + part).substr(noBeginning.size()));
+}
+
 } // namespace
 
 struct SceneTreeModel::Item {
@@ -81,6 +108,10 @@ struct SceneTreeModel::Item {
     bool isCollected = false;
     std::vector<std::unique_ptr<Item>> children;
 
+    bool isDescribed = false;
+    QString name; ///< Empty if it has none.
+    QString kind;
+
     /// The group that holds the first node on the way here.
     SoNode* group() const { return parent->node; }
 };
@@ -88,24 +119,40 @@ struct SceneTreeModel::Item {
 SceneTreeModel::SceneTreeModel(QObject* parent) : QAbstractItemModel(parent) {}
 SceneTreeModel::~SceneTreeModel() = default;
 
-void SceneTreeModel::setScene(SoNode* scene, RecordFile const* newFile, RecordMatch const* newMatch)
+void SceneTreeModel::setScene(SoNode* newRoot, FltScene const* newScene, SceneRecords* newRecords)
 {
     beginResetModel();
     root.reset();
-    file = newFile;
-    match = newMatch;
-    if (scene != nullptr) {
+    scene = newScene;
+    records = newRecords;
+    if (newRoot != nullptr) {
         root = std::make_unique<Item>();
-        root->node = scene;
+        root->node = newRoot;
     }
     endResetModel();
 }
 
-bool SceneTreeModel::hasItem(SoNode const* node) const
+std::optional<FltRecordPlace> SceneTreeModel::placeOf(SoNode const* node) const
+{
+    return scene != nullptr ? scene->recordOf(*node) : std::nullopt;
+}
+
+/// The record that a node stands for, unless the item above does already: the header's may be two.
+std::optional<FltRecordPlace> SceneTreeModel::ownPlaceOf(Item const* parent, SoNode const* node) const
+{
+    std::optional<FltRecordPlace> const place = placeOf(node);
+    if (!place || !place->isOwn)
+        return std::nullopt;
+    std::optional<FltRecordPlace> const above = parent != nullptr ? placeOf(parent->node) : std::nullopt;
+    bool const isSame = above && above->offset == place->offset && above->file == place->file;
+    return isSame ? std::nullopt : place;
+}
+
+bool SceneTreeModel::hasItem(Item const& parent, SoNode const* node) const
 {
     if (isWrapper(node))
         return false;
-    return match->recordOf(node) >= 0 || isSeen(node) || holdsAnything(node);
+    return isSeen(node) || holdsAnything(node) || ownPlaceOf(&parent, node);
 }
 
 void SceneTreeModel::collect(Item& parent, SoNode* node, std::vector<int>& steps) const
@@ -113,7 +160,7 @@ void SceneTreeModel::collect(Item& parent, SoNode* node, std::vector<int>& steps
     for (int i = 0; i < childCount(node); ++i) {
         SoNode* const child = Visibility::child(node, i);
         steps.push_back(i);
-        if (hasItem(child)) {
+        if (hasItem(parent, child)) {
             auto item = std::make_unique<Item>();
             item->node = child;
             item->parent = &parent;
@@ -154,11 +201,10 @@ SoNode* SceneTreeModel::node(QModelIndex const& index) const
     return item != nullptr ? item->node : nullptr;
 }
 
-HierarchyRecord const* SceneTreeModel::record(QModelIndex const& index) const
+std::optional<FltRecordPlace> SceneTreeModel::record(QModelIndex const& index) const
 {
     Item const* const item = itemOf(index);
-    int const record = item != nullptr ? match->recordOf(item->node) : -1;
-    return record >= 0 ? &file->hierarchy()[static_cast<std::size_t>(record)] : nullptr;
+    return item != nullptr ? placeOf(item->node) : std::nullopt;
 }
 
 SoPath* SceneTreeModel::path(QModelIndex const& index) const
@@ -207,8 +253,8 @@ QModelIndex SceneTreeModel::indexOf(SoPath const& path) const
 QString SceneTreeModel::address(QModelIndex const& index) const
 {
     QString text;
-    for (Item const* item = itemOf(index); item != nullptr && item->parent != nullptr; item = item->parent)
-        text.prepend("/" + nameOf(item->node));
+    for (Item* item = itemOf(index); item != nullptr && item->parent != nullptr; item = item->parent)
+        text.prepend("/" + nameOf(*item));
     return text;
 }
 
@@ -219,8 +265,9 @@ QModelIndex SceneTreeModel::indexOfAddress(QString const& address) const
         if (item == nullptr)
             break;
         auto const& children = childrenOf(*item);
-        auto const found = std::find_if(children.begin(), children.end(),
-                                        [&](auto const& child) { return nameOf(child->node) == name; });
+        auto const found = std::find_if(children.begin(), children.end(), [&](auto const& child) {
+            return mayBeNamed(*child, name) && nameOf(*child) == name;
+        });
         item = found != children.end() ? found->get() : nullptr;
     }
     return indexOfItem(item);
@@ -246,7 +293,7 @@ QModelIndex SceneTreeModel::findNext(QString const& text, QModelIndex const& fro
     Item* item = start;
     for (int looked = 0; looked < longestSearch; ++looked) {
         item = next(item);
-        if (ownNameOf(item->node).contains(text, Qt::CaseInsensitive))
+        if (mayBeNamed(*item, text) && ownNameOf(*item).contains(text, Qt::CaseInsensitive))
             return indexOfItem(item);
         if (item == start)
             break;
@@ -281,37 +328,58 @@ int SceneTreeModel::columnCount(QModelIndex const& /*parent*/) const
     return columns;
 }
 
-QString SceneTreeModel::ownNameOf(SoNode const* node) const
+/// Reads the record, which is done for those that somebody looks at.
+void SceneTreeModel::describe(Item& item) const
 {
-    int const record = match->recordOf(node);
-    if (record >= 0 && !file->hierarchy()[static_cast<std::size_t>(record)].name.empty())
-        return QString::fromStdString(file->hierarchy()[static_cast<std::size_t>(record)].name);
-    return QString::fromUtf8(node->getName().getString());
+    if (std::exchange(item.isDescribed, true))
+        return;
+    std::string const borne = SoNodeName::wholeOf(*item.node);
+    item.name = QString::fromStdString(borne);
+    item.kind = typeNameOf(item.node);
+    std::optional<FltRecordPlace> const place = ownPlaceOf(item.parent, item.node);
+    SceneRecords::Summary const record = place ? records->summaryOf(*place) : SceneRecords::Summary();
+    if (record.opcode == 0)
+        return;
+    item.kind = ::kindOf(record);
+    bool const isBorne = SoNodeName::uncut(record.name) == SoNodeName::uncut(borne);
+    if (isBorne || (record.opcode == FltOpcode::header && !record.name.empty()))
+        item.name = QString::fromStdString(record.name);
 }
 
-QString SceneTreeModel::nameOf(SoNode const* node) const
+/// Whether the name of an item can hold a text, by what its node bears. Its record isn't read for that.
+bool SceneTreeModel::mayBeNamed(Item const& item, QString const& part) const
 {
-    QString const name = ownNameOf(node);
-    return name.isEmpty() ? QString::fromUtf8(node->getTypeId().getName().getString()) : name;
+    std::string const borne = SoNodeName::wholeOf(*item.node);
+    bool const isNamedByTheHeader = item.parent == nullptr;
+    return borne.empty() || isNamedByTheHeader ||
+           asInNodes(borne).contains(asInNodes(part.toStdString()), Qt::CaseInsensitive);
 }
 
-QString SceneTreeModel::kindOf(SoNode const* node) const
+QString const& SceneTreeModel::ownNameOf(Item& item) const
 {
-    int const index = match->recordOf(node);
-    if (index < 0)
-        return QString::fromUtf8(node->getTypeId().getName().getString());
-    HierarchyRecord const& record = file->hierarchy()[static_cast<std::size_t>(index)];
-    QString const kind = RecordFile::kindOf(record.opcode);
-    return record.faces > 0 ? kind + ", " + faceCount(record.faces) : kind;
+    describe(item);
+    return item.name;
+}
+
+QString SceneTreeModel::nameOf(Item& item) const
+{
+    QString const& name = ownNameOf(item);
+    return name.isEmpty() ? typeNameOf(item.node) : name;
+}
+
+QString const& SceneTreeModel::kindOf(Item& item) const
+{
+    describe(item);
+    return item.kind;
 }
 
 QVariant SceneTreeModel::data(QModelIndex const& index, int role) const
 {
-    Item const* const item = itemOf(index);
+    Item* const item = itemOf(index);
     if (item == nullptr)
         return {};
     if (role == Qt::DisplayRole)
-        return index.column() == nameColumn ? nameOf(item->node) : kindOf(item->node);
+        return index.column() == nameColumn ? nameOf(*item) : kindOf(*item);
     if (role == Qt::ToolTipRole)
         return ShownText::toolTip(address(index));
     if (role == Qt::CheckStateRole && index.column() == nameColumn && item->parent != nullptr)

@@ -1,16 +1,17 @@
 #pragma once
 
-#include "view/RecordFile.h"
-#include "view/RecordMatch.h"
+#include "loader/FltScene.h"
 
 #include <Inventor/SoPath.h>
 #include <QAbstractItemModel>
 #include <memory>
+#include <optional>
 #include <vector>
 
+class SceneRecords;
 class SoNode;
 
-/// The scene as a tree: groups and shapes, each under the name of its record if one was found.
+/// The scene as a tree: groups and shapes, each under the name of its record if it stands for one.
 ///
 /// Shared parts of the scene stand in the tree once for each place, so items are made when they are looked
 /// at. Nodes that only set properties, and switches with a single child that the conversion puts around the
@@ -25,14 +26,16 @@ public:
     explicit SceneTreeModel(QObject* parent = nullptr);
     ~SceneTreeModel() override;
 
-    /// Shows a scene. All of these stay the caller's, and have to live until the next call. @param root null
-    /// for an empty tree
-    void setScene(SoNode* root, RecordFile const* file, RecordMatch const* match);
+    /// Shows a scene. All of these stay the caller's, and have to live until the next call.
+    /// @param root    null for an empty tree
+    /// @param scene   knows the records of nodes below the root; null if nobody does
+    /// @param records reads them; null only together with the scene
+    void setScene(SoNode* root, FltScene const* scene, SceneRecords* records);
 
     SoNode* node(QModelIndex const& index) const;
 
-    /// The record of a node. Null if it has none.
-    HierarchyRecord const* record(QModelIndex const& index) const;
+    /// The record that a node stands for, or else that of the nearest one above it; none if nobody knows.
+    std::optional<FltRecordPlace> record(QModelIndex const& index) const;
 
     /// The place in the scene, from its root on. Null for no index. Not yet referenced.
     SoPath* path(QModelIndex const& index) const;
@@ -66,13 +69,17 @@ private:
     QModelIndex indexOfItem(Item const* item) const;
     std::vector<std::unique_ptr<Item>>& childrenOf(Item& item) const;
     void collect(Item& parent, SoNode* node, std::vector<int>& steps) const;
-    bool hasItem(SoNode const* node) const;
+    bool hasItem(Item const& parent, SoNode const* node) const;
     Item* next(Item* item) const;
-    QString ownNameOf(SoNode const* node) const; ///< Empty if it has none.
-    QString nameOf(SoNode const* node) const;    ///< Else that of its type.
-    QString kindOf(SoNode const* node) const;
+    std::optional<FltRecordPlace> placeOf(SoNode const* node) const;
+    std::optional<FltRecordPlace> ownPlaceOf(Item const* parent, SoNode const* node) const;
+    void describe(Item& item) const;
+    QString const& ownNameOf(Item& item) const; ///< Empty if it has none.
+    QString nameOf(Item& item) const;           ///< Else that of its type.
+    QString const& kindOf(Item& item) const;
+    bool mayBeNamed(Item const& item, QString const& part) const;
 
     std::unique_ptr<Item> root;
-    RecordFile const* file = nullptr;
-    RecordMatch const* match = nullptr;
+    FltScene const* scene = nullptr;
+    SceneRecords* records = nullptr;
 };

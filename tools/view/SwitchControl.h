@@ -1,14 +1,16 @@
 #pragma once
 
-#include "view/SwitchMasks.h"
+#include "loader/FltScene.h"
 
 #include <QWidget>
-#include <memory>
+#include <cstddef>
 #include <vector>
 
 class QComboBox;
 class QListWidget;
 class QListWidgetItem;
+class SoGroup;
+class SoSwitch;
 
 /// The masks of a switch to choose from, and its children to show or hide one by one.
 class SwitchControl : public QWidget
@@ -18,8 +20,11 @@ class SwitchControl : public QWidget
 public:
     explicit SwitchControl(QWidget* parent = nullptr);
 
-    /// @param children of the switch; they belong to the scene @param names of the children
-    void show(SwitchMasks const& masks, std::vector<SoSwitch*> const& children, QStringList const& names);
+    /// @param scene  is changed, and stays the caller's
+    /// @param index  of the switch in the scene's list
+    /// @param node   that stands for it
+    /// @param stored the mask that the file has it show
+    void show(FltScene& scene, std::size_t index, SoGroup& node, int stored);
     void clear();
 
 signals:
@@ -29,11 +34,15 @@ private:
     void takeMask(int mask);
     void takeChild(QListWidgetItem* item);
 
+    bool showsWhatIsShown(int mask) const;
+
     /// The mask that shows what is shown; -1 if there is none.
     int shownMask() const;
 
-    std::unique_ptr<SwitchMasks> masks;
-    std::vector<SoSwitch*> children;
+    FltScene* scene = nullptr;
+    std::size_t index = 0;
+    FltSwitch masks;
+    std::vector<SoSwitch*> children; ///< The nodes that show a child or nothing.
     QComboBox* maskChoice;
     QListWidget* childList;
 };

@@ -41,8 +41,8 @@ ViewOptions::ViewOptions(Program& program) : loaderOptions(program)
     program.value("--size", sizeText, "WxH", "Width and height of the window in pixels.");
     program.flag(
         "--print", prints,
-        "Print a line on standard output for whatever gets loaded or selected, with its kind and byte "
-        "offset, and for the box around the selection when it changes.");
+        "Print a line on standard output for whatever gets loaded or selected, with its kind and the "
+        "place of its record, and for the box around the selection when it changes.");
     program.hiddenFlag("--print-widgets", printsWidgets);
     program.inputs(inputs, false);
 }
