@@ -59,8 +59,8 @@ private:
     void dumpMasks(FltDump& dump) const;
 };
 
-/// The head of a switch alone: its masks follow as words, as many as are there. For readers that have to go on
-/// whatever the counts say. No record of the factory.
+/// The head of a switch alone: its masks follow as words, as many as are there. For readers that have to go
+/// on whatever the counts say. No record of the factory.
 class FltRecordSwitchHead : public FltRecordSwitch
 {
 public:
