@@ -2,13 +2,12 @@
 
 #include "loader/FltDatabaseFile.h"
 #include "loader/FltLoadLock.h"
-#include "messages/FltText.h"
 #include "parser/FltRecordScan.h"
+#include "records/FltJsonText.h"
 #include "records/FltOpcodeTable.h"
 
 #include <limits>
 #include <new>
-#include <nlohmann/json.hpp>
 #include <stdexcept>
 
 struct FltRecordReader::State {
@@ -69,16 +68,23 @@ bool FltRecordReader::isAncillary() const
 std::string FltRecordReader::json() const
 {
     FltLoadLock const lock;
-    nlohmann::ordered_json json = state->scan.json();
-    if (json.is_null()) {
-        json["opcode"] = opcode();
-        json["length"] = length();
-        json["offset"] = offset();
-        json["error"] = state->scan.complaints().empty() ? "too many records are shorter than their layout"
-                                                         : state->scan.complaints().back();
-    }
-    return FltText::printableJson(
-        json.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
+    std::string text = state->scan.json();
+    if (!text.empty())
+        return text;
+    FltJsonText json(text);
+    json.open('{');
+    json.key("opcode");
+    json.value(opcode());
+    json.key("length");
+    json.value(length());
+    json.key("offset");
+    json.value(offset());
+    json.key("error");
+    json.value(std::string_view(state->scan.complaints().empty()
+                                    ? "too many records are shorter than their layout"
+                                    : state->scan.complaints().back()));
+    json.close('}');
+    return text;
 }
 
 std::string FltRecordReader::fault() const

@@ -14,7 +14,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <utility>
 
@@ -149,7 +148,7 @@ std::size_t FltRecordScan::leastLength() const
     return FltRecordTable::leastOf(opcode(), formatRevision);
 }
 
-nlohmann::ordered_json FltRecordScan::json() const
+std::string FltRecordScan::json() const
 {
-    return record() != nullptr ? FltRecordJson::of(*record(), offset()) : nlohmann::ordered_json();
+    return record() != nullptr ? FltRecordJson::of(*record(), offset()) : std::string();
 }

@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -59,8 +58,8 @@ public:
     /// Bytes that a record of its opcode has at least at the file's revision.
     std::size_t leastLength() const;
 
-    /// The record as JSON; see FltRecordJson. Null if it can't be decoded.
-    nlohmann::ordered_json json() const;
+    /// The record as JSON; see FltRecordJson. Empty if it can't be decoded.
+    std::string json() const;
     /// @}
 
     /// @name The file

@@ -1,48 +1,9 @@
 #include "records/FltFieldJson.h"
 
-#include "messages/FltText.h"
-
-#include <charconv>
-#include <cmath>
-#include <cstdlib>
 #include <cstring>
-#include <nlohmann/json.hpp>
 
 namespace
 {
-
-using Json = nlohmann::ordered_json;
-
-Json numberOf(double value)
-{
-    if (std::isnan(value))
-        return "NaN";
-    if (std::isinf(value))
-        return value < 0 ? "-Infinity" : "Infinity";
-    return value;
-}
-
-/// The number of fewest digits that is this float: 0.1 rather than 0.10000000149011612.
-Json numberOf(float value)
-{
-    if (!std::isfinite(value))
-        return numberOf(static_cast<double>(value));
-    char text[32] = {};
-    std::to_chars(text, text + sizeof text, value);
-    return std::strtod(text, nullptr);
-}
-
-std::string hexOf(std::string_view bytes)
-{
-    constexpr char digits[] = "0123456789abcdef";
-    std::string text;
-    text.reserve(2 * bytes.size());
-    for (char const byte : bytes) {
-        text += digits[static_cast<unsigned char>(byte) >> 4];
-        text += digits[static_cast<unsigned char>(byte) & 15];
-    }
-    return text;
-}
 
 bool beginsWith(std::string_view text, std::string_view beginning)
 {
@@ -56,63 +17,65 @@ bool holdsFlags(std::string_view name)
 
 } // namespace
 
-void FltFieldJson::putInteger(char const* name, std::int64_t value)
-{
-    here()[name] = value;
-    if (holdsFlags(name))
-        flagWord = name;
-}
-
-void FltFieldJson::put(char const* name, float value)
-{
-    here()[name] = numberOf(value);
-}
-
-void FltFieldJson::put(char const* name, double value)
-{
-    here()[name] = numberOf(value);
-}
-
-void FltFieldJson::addInteger(std::int64_t value)
-{
-    here().push_back(value);
-}
-
-void FltFieldJson::add(float value)
-{
-    here().push_back(numberOf(value));
-}
-
-void FltFieldJson::add(double value)
-{
-    here().push_back(numberOf(value));
-}
-
 void FltFieldJson::begin(char const* name)
 {
-    Json& array = here()[name] = Json::array();
-    levels.push_back(&array);
+    json.key(name);
     if (holdsFlags(name))
-        flagWord = name;
+        flags = {json.size(), 0, false};
 }
 
-void FltFieldJson::beginRow()
+void FltFieldJson::end(char const* name)
 {
-    here().push_back(Json::array());
-    levels.push_back(&here().back());
+    if (holdsFlags(name))
+        flags.end = json.size();
+}
+
+/// Flags may be named when further fields are there already: their value stands where it stood, and becomes an
+/// object.
+void FltFieldJson::flag(char const* name, std::uint32_t word, int bit, char const* /*label*/)
+{
+    if (!flags.areNamed) {
+        constexpr std::string_view head = "{\"word\":";
+        json.insert(flags.end, "}");
+        json.insert(flags.begin, head);
+        flags = {flags.begin, flags.end + head.size() + 1, true};
+    }
+    std::string named = ",\"";
+    named += name;
+    named += (word >> bit & 1) != 0 ? "\":true" : "\":false";
+    json.insert(flags.end - 1, named);
+    flags.end += named.size();
 }
 
 void FltFieldJson::open(char const* name)
 {
-    Json& object = here()[name] = Json::object();
-    levels.push_back(&object);
+    json.key(name);
+    json.open('{');
+    levels += '}';
 }
 
+/// Blocks of one name that follow one another are elements of one array.
 void FltFieldJson::openElement(char const* name)
 {
-    Json& array = here()[name];
-    array.push_back(Json::object());
-    levels.push_back(&array.back());
+    if (elementEnd == json.size() && lastElement == name) {
+        json.reopen();
+    } else {
+        json.key(name);
+        json.open('[');
+    }
+    json.open('{');
+    lastElement = name;
+    levels += ']';
+}
+
+void FltFieldJson::close()
+{
+    json.close('}');
+    if (levels.back() == ']') {
+        json.close(']');
+        elementEnd = json.size();
+    }
+    levels.pop_back();
 }
 
 void FltFieldJson::characters(char const* name, char const* characters, int size)
@@ -137,19 +100,14 @@ void FltFieldJson::text(char const* name, char const* characters, int count)
 
 void FltFieldJson::text(char const* name, std::string_view characters)
 {
-    here()[name] = FltText::utf8(characters);
+    json.key(name);
+    json.value(characters);
 }
 
 void FltFieldJson::bytes(char const* name, char const* characters, unsigned int count)
 {
-    if (characters != nullptr)
-        here()[name] = hexOf({characters, count});
-}
-
-void FltFieldJson::flag(char const* name, std::uint32_t word, int bit, char const* /*label*/)
-{
-    Json& flags = here()[flagWord];
-    if (!flags.is_object())
-        flags = Json::object({{"word", flags}});
-    flags[name] = (word >> bit & 1) != 0;
+    if (characters == nullptr)
+        return;
+    json.key(name);
+    json.hexadecimal({characters, count});
 }

@@ -1,18 +1,17 @@
 #pragma once
 
 #include "records/FltDumpStyles.h"
+#include "records/FltJsonText.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
 #include <type_traits>
-#include <vector>
 
-/// Lists a record's fields by name with their values, as a JSON object. See FltFields.h, and FltRecordJson
-/// for the form of the values.
+/// Lists a record's fields by name with their values, as members of a JSON object. See FltFields.h, and
+/// FltRecordJson for the form of the values.
 class FltFieldJson
 {
 public:
@@ -20,8 +19,8 @@ public:
     static constexpr bool dumps = false;
     static constexpr bool lists = true;
 
-    /// @param fields the object that gets the fields, which has to outlive this one
-    explicit FltFieldJson(nlohmann::ordered_json& fields) : levels{&fields} {}
+    /// @param json in the object that gets the fields. It has to outlive this one.
+    explicit FltFieldJson(FltJsonText& json) : json(json) {}
 
     template <class Member, class... Style>
     void operator()(char const* name, Member const& member, Style const&... /*style*/)
@@ -37,9 +36,11 @@ public:
     void values(char const* name, Value const* values, int count)
     {
         begin(name);
+        json.open('[');
         for (int i = 0; i < count; ++i)
             add(values[i]);
-        close();
+        json.close(']');
+        end(name);
     }
     void values(char const* name, char const* bytes, int count) { characters(name, bytes, count); }
     void rest(char const* name, std::unique_ptr<char[]> const& text, unsigned int length);
@@ -54,7 +55,7 @@ public:
 
     void open(char const* name);
     void openElement(char const* name);
-    void close() { levels.pop_back(); }
+    void close();
 
     template <class Member, class Value>
     void preset(Member const& /*member*/, Value /*value*/)
@@ -72,12 +73,12 @@ public:
 
 private:
     template <class Number>
-    std::enable_if_t<std::is_integral_v<Number>> put(char const* name, Number value)
+    std::enable_if_t<std::is_arithmetic_v<Number>> put(char const* name, Number value)
     {
-        putInteger(name, value);
+        begin(name);
+        json.value(value);
+        end(name);
     }
-    void put(char const* name, float value);
-    void put(char const* name, double value);
     template <std::size_t size>
     void put(char const* name, char const (&text)[size])
     {
@@ -86,39 +87,41 @@ private:
     template <class Value, std::size_t size>
     void put(char const* name, Value const (&values)[size])
     {
-        begin(name);
-        for (Value const& value : values)
-            add(value);
-        close();
+        this->values(name, values, static_cast<int>(size));
     }
     template <class Number>
-    std::enable_if_t<std::is_integral_v<Number>> add(Number value)
+    std::enable_if_t<std::is_arithmetic_v<Number>> add(Number value)
     {
-        addInteger(value);
+        json.value(value);
     }
-    void add(float value);
-    void add(double value);
     template <class Value, std::size_t size>
     void add(Value const (&row)[size])
     {
-        beginRow();
+        json.open('[');
         for (Value const& value : row)
             add(value);
-        close();
+        json.close(']');
     }
-
-    void putInteger(char const* name, std::int64_t value);
-    void addInteger(std::int64_t value);
 
     /// A char array: text, but for reserved bytes.
     void characters(char const* name, char const* text, int size);
 
-    /// An array under a name, until close().
+    /// Before and after a value that may hold flags.
+    /// @{
     void begin(char const* name);
-    void beginRow();
+    void end(char const* name);
+    /// @}
 
-    nlohmann::ordered_json& here() { return *levels.back(); }
+    /// Where the value of the last field with flags stands in the text, and whether it has named bits yet.
+    struct Flags {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+        bool areNamed = false;
+    };
 
-    std::vector<nlohmann::ordered_json*> levels; ///< The open objects and arrays, the innermost last.
-    std::string flagWord;                        ///< The name of the last field that holds flags.
+    FltJsonText& json;
+    Flags flags;
+    std::string levels;         ///< The open blocks: '}' of a lone one, ']' of one of several.
+    std::string lastElement;    ///< The name of the blocks that ended last,
+    std::size_t elementEnd = 0; ///< and where they ended.
 };

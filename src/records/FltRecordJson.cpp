@@ -4,27 +4,31 @@
 #include "records/FltRecordTable.h"
 #include "records/FltRecordUnknown.h"
 
-#include <nlohmann/json.hpp>
-
-namespace
+std::string FltRecordJson::of(FltRecord const& record, std::uint64_t byteOffset)
 {
-
-using Json = nlohmann::ordered_json;
-
-} // namespace
-
-nlohmann::ordered_json FltRecordJson::of(FltRecord const& record, std::uint64_t byteOffset)
-{
-    FltRecordRow const* const row = FltRecordTable::find(record.getOpcode());
-    Json fields = Json::object();
-    FltFieldJson visitor(fields);
-    bool const listed = row != nullptr && row->list(record, visitor);
-    if (auto const* const unknown = dynamic_cast<FltRecordUnknown const*>(&record))
-        FltRecordUnknown::fields(*unknown, visitor);
-    return {{"opcode", record.getOpcode()},
-            {"class", listed ? row->className : "FltRecordUnknown"},
-            {"category", record.getRecordCategory()},
-            {"length", record.getLength()},
-            {"offset", byteOffset},
-            {"fields", std::move(fields)}};
+    auto const* const unknown = dynamic_cast<FltRecordUnknown const*>(&record);
+    FltRecordRow const* const row = unknown == nullptr ? FltRecordTable::find(record.getOpcode()) : nullptr;
+    std::string text;
+    FltJsonText json(text);
+    json.open('{');
+    json.key("opcode");
+    json.value(record.getOpcode());
+    json.key("class");
+    json.value(std::string_view(row != nullptr ? row->className : "FltRecordUnknown"));
+    json.key("category");
+    json.value(std::string_view(record.getRecordCategory()));
+    json.key("length");
+    json.value(record.getLength());
+    json.key("offset");
+    json.value(byteOffset);
+    json.key("fields");
+    json.open('{');
+    FltFieldJson fields(json);
+    if (row != nullptr)
+        row->list(record, fields);
+    else if (unknown != nullptr)
+        FltRecordUnknown::fields(*unknown, fields);
+    json.close('}');
+    json.close('}');
+    return text;
 }

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <cstdint>
-#include <nlohmann/json_fwd.hpp>
+#include <string>
 
 class FltRecord;
 
-/// Any record as a JSON object:
+/// Any record as a JSON object, in one line:
 ///
 ///     {"opcode": 5, "class": "FltRecordFace", "category": "PRIMARY_RECORD", "length": 80, "offset": 1204,
 ///      "fields": {"idField": "f1", "drawType": 0, "flags": {"word": 0, "terrain": false, ...}, ...}}
@@ -26,6 +26,7 @@ class FltRecord;
 class FltRecordJson
 {
 public:
+    /// What a terminal would obey is escaped in it.
     /// @param byteOffset where the record begins in its file
-    static nlohmann::ordered_json of(FltRecord const& record, std::uint64_t byteOffset);
+    static std::string of(FltRecord const& record, std::uint64_t byteOffset);
 };

@@ -64,12 +64,10 @@ std::size_t least([[maybe_unused]] int revision)
 }
 
 template <class Record>
-bool list(FltRecord const& record, FltFieldJson& fields)
+void list(FltRecord const& record, FltFieldJson& fields)
 {
-    auto const* const typed = dynamic_cast<Record const*>(&record);
-    if (typed != nullptr)
+    if (auto const* const typed = dynamic_cast<Record const*>(&record))
         Record::fields(*typed, fields);
-    return typed != nullptr;
 }
 
 template <class Record>

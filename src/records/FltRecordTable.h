@@ -23,8 +23,8 @@ struct FltRecordRow {
     /// Bytes of the object, what it allocates aside.
     std::size_t objectSize;
 
-    /// Lists the fields of a record of this class. @return false if it is of another one
-    bool (*list)(FltRecord const& record, FltFieldJson& fields);
+    /// Lists the fields of a record of this class; none of a record of another one.
+    void (*list)(FltRecord const& record, FltFieldJson& fields);
 };
 
 /// All opcodes that have a class.

@@ -26,7 +26,7 @@ using Json = nlohmann::ordered_json;
 /// The last record of a database as JSON, written and read again.
 Json jsonOf(FltWriter const& flt)
 {
-    return Json::parse(FltRecordJson::of(*decodeLast(flt), flt.lastOffset()).dump());
+    return Json::parse(FltRecordJson::of(*decodeLast(flt), flt.lastOffset()));
 }
 
 Json fieldsOf(FltWriter const& flt)
@@ -312,8 +312,8 @@ TEST(FltRecordJsonTest, ListsOfTextureCoordinatesTellVertexAndLayer)
     FltRecordUVList list(16);
     list.getPropertiesFromData(record.data());
     // The factory makes no such record, so its opcode has no class.
-    EXPECT_EQ(FltRecordJson::of(list, 0)["class"], "FltRecordUnknown");
-    EXPECT_EQ(FltRecordJson::of(list, 0)["fields"], Json::object());
+    EXPECT_EQ(Json::parse(FltRecordJson::of(list, 0))["class"], "FltRecordUnknown");
+    EXPECT_EQ(Json::parse(FltRecordJson::of(list, 0))["fields"], Json::object());
 }
 
 TEST(FltRecordJsonTest, ColourPalettesHaveTheColoursOfTheirLayout)
@@ -360,7 +360,7 @@ TEST(FltRecordJsonTest, BothHalvesOfASoundPaletteAreListed)
     FltRecordSoundPalette palette(44);
     palette.getPropertiesFromData(table.data());
     palette.getPropertiesFromData(names.data());
-    Json const fields = FltRecordJson::of(palette, 0)["fields"];
+    Json const fields = Json::parse(FltRecordJson::of(palette, 0))["fields"];
     EXPECT_EQ(fields["maxNumber"], 4);
     EXPECT_EQ(fields["actualNumber"], 1);
     EXPECT_EQ(fields["totalLength"], 99);
