@@ -26,8 +26,9 @@ set(public_headers
     textures/FltTexture.h textures/PicturePixels.h
     toolkit/SbFileHelper.h toolkit/SideFile.h toolkit/SoInputQueries.h toolkit/SoInputReader.h toolkit/SoRefCounter.h
     toolkit/VelloReaderExport.h
-    visual/FltDegreeOfFreedom.h visual/FltJointMotion.h visual/FltMesh.h visual/FltOmission.h visual/FltReference.h visual/FltSwitch.h
-    visual/FltVisualNode.h visual/FltVisualOptions.h visual/FltVisualSwitch.h)
+    visual/FltDegreeOfFreedom.h visual/FltJointMotion.h visual/FltMesh.h visual/FltMeshIndices.h
+    visual/FltOmission.h visual/FltReference.h visual/FltSwitch.h visual/FltVisualControls.h visual/FltVisualNode.h
+    visual/FltVisualOptions.h visual/FltVisualSwitch.h visual/FltVisualWalk.h)
 foreach(header IN LISTS public_headers)
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VelloReader/${folder})

@@ -162,19 +162,18 @@ FltVisualConversion::Result loadCompletely(FltLoader const& options, FltDatabase
     return result;
 }
 
-/// Makes the scene of a visual.
-std::unique_ptr<FltScene::Content> sceneOf(FltVisualConversion::Result&& visual, FltLoadReport&& told)
+/// Puts nodes together with what is to be known of them.
+FltScene sceneOf(FltMadeScene&& made, FltLoadReport&& told, std::vector<std::string> files)
 {
     auto content = std::make_unique<FltScene::Content>();
     static_cast<FltLoadReport&>(*content) = std::move(told);
-    content->files = std::move(visual.files);
-    FltMadeScene scene = FltSceneMaker::make(std::move(visual.root), visual.textures);
-    content->root = std::move(scene.root);
-    content->records = std::move(scene.records);
-    content->switches = std::move(scene.switches);
-    content->joints = std::move(scene.joints);
-    scene.names.give(); // the last that is done, when nothing can fail any more
-    return content;
+    content->files = std::move(files);
+    content->root = std::move(made.root);
+    content->records = std::move(made.records);
+    content->switches = std::move(made.switches);
+    content->joints = std::move(made.joints);
+    made.names.give(); // the last that is done, when nothing can fail any more
+    return FltScene(std::move(content));
 }
 
 FltScene loadScene(FltLoader const& options, std::string const& path)
@@ -187,7 +186,8 @@ FltScene loadScene(FltLoader const& options, std::string const& path)
     }
     FltLoadReport told;
     FltVisualConversion::Result visual = loadCompletely(options, database, told);
-    return FltScene(sceneOf(std::move(visual), std::move(told)));
+    return sceneOf(FltSceneMaker::make(std::move(visual.root), visual.textures), std::move(told),
+                   std::move(visual.files));
 }
 
 FltVisual loadVisual(FltLoader const& options, std::string const& path)
@@ -204,15 +204,23 @@ FltVisual loadVisual(FltLoader const& options, std::string const& path)
     return visual;
 }
 
+FltScene makeScene(FltVisual const& visual)
+{
+    startToolkit();
+    FltLoadReport told = visual;
+    told.textures = visual.distinctTextures();
+    return sceneOf(FltSceneMaker::makeOfKept(visual.root, visual.textures), std::move(told), visual.files);
+}
+
 /// Made beforehand, for when there isn't even the memory to say so; copying it takes none.
 FltLoadError const noMemoryForWords(Kind::outOfMemory, "", "the memory doesn't suffice.");
 
 /// Calls a function that loads, and tells whatever goes wrong as a FltLoadError.
 template <class Load>
-auto loadOrExplain(FltLoader const& options, std::string const& path, Load load)
+auto loadOrExplain(std::string const& path, Load load)
 {
     try {
-        return load(options, path);
+        return load();
     } catch (FltLoadError const&) {
         throw;
     } catch (std::bad_alloc const&) {
@@ -224,11 +232,11 @@ auto loadOrExplain(FltLoader const& options, std::string const& path, Load load)
 
 /// The same as the only load in the process.
 template <class Load>
-auto loadAlone(FltLoader const& options, std::string const& path, Load load)
+auto loadAlone(std::string const& path, Load load)
 {
     FltLoadLock const lock;
     try {
-        return loadOrExplain(options, path, load);
+        return loadOrExplain(path, load);
     } catch (FltLoadHost::CallbackFailure const& failure) {
         std::rethrow_exception(failure.reason);
     } catch (std::bad_alloc const&) {
@@ -240,12 +248,17 @@ auto loadAlone(FltLoader const& options, std::string const& path, Load load)
 
 FltScene FltLoader::load(std::string const& path) const
 {
-    return loadAlone(*this, path, loadScene);
+    return loadAlone(path, [&] { return loadScene(*this, path); });
 }
 
 FltVisual FltLoader::loadVisual(std::string const& path) const
 {
-    return loadAlone(*this, path, ::loadVisual);
+    return loadAlone(path, [&] { return ::loadVisual(*this, path); });
+}
+
+FltScene FltLoader::makeScene(FltVisual const& visual)
+{
+    return loadAlone(visual.files.front(), [&] { return ::makeScene(visual); });
 }
 
 bool FltLoader::canLoad(std::string const& path)

@@ -86,6 +86,12 @@ public:
     /// @throw FltLoadError as load() does
     FltVisual loadVisual(std::string const& path) const;
 
+    /// Makes the scene of a visual, which stays as it is: the one that load() gives of the same database with
+    /// the same options. The toolkit is started if the host hasn't done so.
+    /// @param visual from loadVisual()
+    /// @throw FltLoadError as load() does
+    static FltScene makeScene(FltVisual const& visual);
+
     /// Whether a file begins like a database that load() takes, by its first 16 bytes. False for a file that
     /// can't be opened.
     static bool canLoad(std::string const& path);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "FltLoadReport.h"
+#include "toolkit/VelloReaderExport.h"
 #include "visual/FltVisualNode.h"
 
 #include <memory>
@@ -11,7 +12,10 @@
 ///
 /// Meshes name textures by their numbers in the list, and records name files by theirs. In a list of textures
 /// one may stand several times.
-struct FltVisual : FltLoadReport {
+struct VELLOREADER_API FltVisual : FltLoadReport {
     std::shared_ptr<FltVisualNode const> root; ///< In the unit that was asked for, unless a scale says so.
     std::vector<std::string> files;            ///< The database first, then those that it refers to.
+
+    /// Each texture of the list once.
+    std::vector<FltTexture> distinctTextures() const;
 };

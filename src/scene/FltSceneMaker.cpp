@@ -66,9 +66,18 @@ void sortByNumber(std::vector<Part>& parts)
 
 FltMadeScene FltSceneMaker::make(std::shared_ptr<FltVisualNode> root, std::vector<FltTexture> const& textures)
 {
-    FltSceneMaker maker(textures);
-    SoNodeRef<SoNode> const node = maker.nodeOf(std::move(root));
-    FltMadeScene& scene = maker.scene;
+    return FltSceneMaker(textures, false).madeOf(std::move(root));
+}
+
+FltMadeScene FltSceneMaker::makeOfKept(std::shared_ptr<FltVisualNode const> const& root,
+                                       std::vector<FltTexture> const& textures)
+{
+    return FltSceneMaker(textures, true).madeOf(std::const_pointer_cast<FltVisualNode>(root));
+}
+
+FltMadeScene FltSceneMaker::madeOf(std::shared_ptr<FltVisualNode> root)
+{
+    SoNodeRef<SoNode> const node = nodeOf(std::move(root));
     scene.root = SoNodeRef<SoSeparator>(static_cast<SoSeparator*>(node.get()));
     scene.names.add(scene.root.get(), "root");
     scene.records.finish();
@@ -79,7 +88,8 @@ FltMadeScene FltSceneMaker::make(std::shared_ptr<FltVisualNode> root, std::vecto
 
 SoNodeRef<SoNode> FltSceneMaker::nodeOf(std::shared_ptr<FltVisualNode> visual)
 {
-    if (visual.use_count() == 1)
+    bool const isShared = visual.use_count() > (keepsVisual ? 2 : 1);
+    if (!isShared)
         return makeNode(*visual);
     auto const known = sharedNodes.find(visual.get());
     if (known != sharedNodes.end())
@@ -87,6 +97,12 @@ SoNodeRef<SoNode> FltSceneMaker::nodeOf(std::shared_ptr<FltVisualNode> visual)
     SoNodeRef<SoNode> const node = makeNode(*visual);
     sharedNodes[visual.get()] = {visual, node};
     return node;
+}
+
+/// Of a child, which the parent gives away unless the visual is kept.
+SoNodeRef<SoNode> FltSceneMaker::nodeOfChild(std::shared_ptr<FltVisualNode>& child)
+{
+    return nodeOf(keepsVisual ? child : std::move(child));
 }
 
 SoNodeRef<SoNode> FltSceneMaker::makeNode(FltVisualNode& visual)
@@ -147,14 +163,15 @@ SoNodeRef<SoNode> FltSceneMaker::makeGroup(FltVisualNode& visual, SoGroup* group
 void FltSceneMaker::addChildren(FltVisualNode& visual, SoGroup& group)
 {
     for (std::shared_ptr<FltVisualNode>& child : visual.children)
-        group.addChild(nodeOf(std::move(child)).get());
+        group.addChild(nodeOfChild(child).get());
 }
 
 void FltSceneMaker::addMeshes(FltVisualNode& visual, SoGroup& group)
 {
     for (FltMesh& mesh : visual.meshes) {
         group.addChild(FltMeshNodes::make(mesh, appearances));
-        mesh = FltMesh();
+        if (!keepsVisual)
+            mesh = FltMesh();
     }
 }
 
@@ -183,14 +200,14 @@ SoNodeRef<SoNode> FltSceneMaker::makeSwitch(FltVisualNode& visual)
     SoNodeRef<SoNode> const made(group);
     begin(visual, *group);
     FltSceneSwitch choice;
-    static_cast<FltVisualSwitch&>(choice) = std::move(*visual.as<FltVisualSwitch>());
+    static_cast<FltVisualSwitch&>(choice) = *visual.as<FltVisualSwitch>();
     choice.node = group;
     for (std::shared_ptr<FltVisualNode>& child : visual.children) {
         auto* const door = new SoSwitch;
         choice.doors.emplace_back(door);
         door->whichChild = choice.shownBy(choice.doors.size() - 1);
         if (child != nullptr && child->as<FltVisualLight>() != nullptr)
-            door->addChild(nodeOf(std::move(child)).get());
+            door->addChild(nodeOfChild(child).get());
         else if (child != nullptr)
             door->addChild(makeGroup(*child, new SoGroup).get());
         group->addChild(door);
@@ -205,7 +222,7 @@ SoNodeRef<SoNode> FltSceneMaker::makeLevels(FltVisualNode& visual)
     SoNodeRef<SoNode> const made(lod);
     FltVisualLevels const& levels = *visual.as<FltVisualLevels>();
     for (std::shared_ptr<FltVisualNode>& child : visual.children)
-        lod->addChild(child != nullptr ? nodeOf(std::move(child)).get() : info("nothing"));
+        lod->addChild(child != nullptr ? nodeOfChild(child).get() : info("nothing"));
     for (std::size_t i = 0; i < levels.distances.size(); ++i)
         lod->range.set1Value(static_cast<int>(i), static_cast<float>(levels.distances[i]));
     if (levels.center)

@@ -27,21 +27,30 @@ struct FltMadeScene {
 class FltSceneMaker
 {
 public:
-    /// @param textures that meshes name. They have to outlive this object.
-    explicit FltSceneMaker(std::vector<FltTexture> const& textures) : appearances(textures) {}
-
-    /// @param root a group or a scale. All that nobody else holds is given away as soon as its nodes are
-    ///             made.
+    /// @param root     a group or a scale. All that nobody else holds is given away as soon as its nodes are
+    ///                 made.
+    /// @param textures that meshes name. They have to outlive this call.
     static FltMadeScene make(std::shared_ptr<FltVisualNode> root, std::vector<FltTexture> const& textures);
 
+    /// The same of a visual that stays as it is.
+    static FltMadeScene makeOfKept(std::shared_ptr<FltVisualNode const> const& root,
+                                   std::vector<FltTexture> const& textures);
+
 private:
+    FltSceneMaker(std::vector<FltTexture> const& textures, bool keepsVisual)
+        : keepsVisual(keepsVisual), appearances(textures)
+    {
+    }
+
     /// Nodes of a part that stands at several places.
     struct Shared {
         std::shared_ptr<FltVisualNode> visual; ///< So that no other one gets its address.
         SoNodeRef<SoNode> node;
     };
 
+    FltMadeScene madeOf(std::shared_ptr<FltVisualNode> root);
     SoNodeRef<SoNode> nodeOf(std::shared_ptr<FltVisualNode> visual);
+    SoNodeRef<SoNode> nodeOfChild(std::shared_ptr<FltVisualNode>& child);
     SoNodeRef<SoNode> makeNode(FltVisualNode& visual);
     SoNodeRef<SoNode> makeGroup(FltVisualNode& visual, SoGroup* group);
     SoNodeRef<SoNode> makeSwitch(FltVisualNode& visual);
@@ -57,6 +66,7 @@ private:
     void name(SoNode* node, FltVisualNode const& visual);
 
     FltMadeScene scene;
+    bool const keepsVisual;
     FltAppearanceNodes appearances;
     std::unordered_map<FltVisualNode const*, Shared> sharedNodes;
 };

@@ -47,6 +47,14 @@ FltMesh const* firstMesh(FltVisualNode const& node)
     return node.children.empty() ? nullptr : firstMesh(*node.children.front());
 }
 
+FltTexture named(std::string const& name, std::string const& database)
+{
+    FltTexture texture;
+    texture.name = name;
+    texture.database = database;
+    return texture;
+}
+
 } // namespace
 
 TEST_F(FltVisualTest, HoldsMeshesByAppearanceWithTheirTextures)
@@ -182,4 +190,14 @@ TEST_F(FltVisualTest, TellsWhatIsLeftOutAndWhatTheHeaderSays)
     EXPECT_EQ(visual.info.revision, 1570);
     EXPECT_EQ(visual.info.bytes, database.writer.bytes().size());
     EXPECT_GT(visual.info.records, 0U);
+}
+
+TEST_F(FltVisualTest, ListsEachTextureOnceWhereItFirstCame)
+{
+    FltVisual visual;
+    visual.textures = {named("b", "1"), named("", "1"), named("a", "1"), named("b", "1"), named("b", "2")};
+    std::vector<std::string> names;
+    for (FltTexture const& texture : visual.distinctTextures())
+        names.push_back(texture.name + texture.database);
+    EXPECT_EQ(names, (std::vector<std::string>{"b1", "a1", "b2"}));
 }
