@@ -22,8 +22,6 @@ struct Options {
     std::vector<std::string> inputs;
     std::string output = "-";
     std::string format;
-    std::string references = "inline";
-    std::string units = "metres";
     std::string jobs;
     bool showsProgressAtOnce = false;
     ConversionRun::Options run;
@@ -114,30 +112,29 @@ void chooseForm(Options& options)
         throw UsageError("VRML97 has no binary form: leave -b out, or take -z instead");
 }
 
-void chooseConversion(Options& options)
+void chooseConversion(Options& options, FltLoader const& loader)
 {
     ConversionOptions& conversion = options.run.conversion;
-    conversion.references = options.references == "file"   ? FltLoader::References::asFile
-                            : options.references == "skip" ? FltLoader::References::skip
-                                                           : FltLoader::References::follow;
-    conversion.units = options.units == "stored" ? FltLoader::Units::stored : FltLoader::Units::metres;
+    conversion.references = loader.references;
+    conversion.units = loader.units;
     options.run.jobs = jobsOf(options.jobs);
 }
 
 /// Refuses options that don't go together.
 void check(Options const& options, FltLoader const& loader)
 {
-    bool const namesReferences = options.references == "file";
+    bool const namesReferences = loader.references == FltLoader::References::asFile;
+    bool const keepsUnits = loader.units == FltLoader::Units::stored;
     if (goesToStream(options) && namesReferences)
         throw UsageError("--xref file writes several files: add -o FILE.iv or -o DIR/");
     if (goesToStream(options) && options.run.onlyIfNewer)
         throw UsageError("--if-newer needs a file to compare with: add -o FILE.iv or -o DIR/");
     if (goesToStream(options) && options.inputs.size() > 1)
         throw UsageError("several databases need a directory to go to: add -o DIR/");
-    if (namesReferences && options.units == "stored")
+    if (namesReferences && keepsUnits)
         throw UsageError("--xref file needs --units metres: files that include each other share their unit");
-    bool const isForComplete = namesReferences || options.units == "stored" ||
-                               loader.levelsOfDetail != FltLoader::LevelsOfDetail::all;
+    bool const isForComplete =
+        namesReferences || keepsUnits || loader.levelsOfDetail != FltLoader::LevelsOfDetail::all;
     if (loader.exact && isForComplete)
         throw UsageError("--exact has no choice of --xref file, --units stored and --lod");
     std::error_code ignored;
@@ -197,14 +194,16 @@ ExitCode convertMany(Program const& program, Options& options, LoaderOptions con
 
 ExitCode convert(Program const& program, Options& options, LoaderOptions const& loaderOptions)
 {
-    check(options, loaderOptions.makeLoader());
+    FltLoader const loader = loaderOptions.makeLoader();
+    check(options, loader);
     chooseForm(options);
-    chooseConversion(options);
+    chooseConversion(options, loader);
     if (program.isQuiet())
         options.run.progress = ProgressLine::Start::never;
     else if (options.showsProgressAtOnce)
         options.run.progress = ProgressLine::Start::atOnce;
-    bool const isMany = goesToDirectory(options) || options.run.onlyIfNewer || options.references == "file";
+    bool const isMany = goesToDirectory(options) || options.run.onlyIfNewer ||
+                        loader.references == FltLoader::References::asFile;
     return isMany ? convertMany(program, options, loaderOptions)
                   : convertOne(program, options, loaderOptions);
 }
@@ -226,11 +225,8 @@ int main(int argc, char** argv)
                  "Compress the result by gzip. The toolkit reads it as it is.");
     program.flag("--embed-textures", conversion.embedsTextures,
                  "Write the pixels of textures into the result instead of their names.");
-    program.choice("--xref", options.references, {"inline", "file", "skip"}, "HOW",
-                   "What becomes of databases that a database refers to: they become part of the result, or "
-                   "files of their own that the result names, or their places stay empty.");
-    program.choice("--units", options.units, {"metres", "stored"}, "UNIT",
-                   "The unit of the result: metres, or that of the database.");
+    LoaderOptions loaderOptions;
+    loaderOptions.add(program, LoaderOptions::Programs::converters);
     program.value("-j,--jobs", options.jobs, "N",
                   "How many databases to convert at a time, in processes of their own. By default as many as "
                   "there are processors.");
@@ -239,7 +235,7 @@ int main(int argc, char** argv)
     program.flag("--stat", conversion.measures,
                  "Print a table: nodes, triangles, textures, bytes and seconds.");
     program.hiddenFlag("--progress-at-once", options.showsProgressAtOnce);
-    LoaderOptions const loaderOptions(program);
+    loaderOptions.add(program, LoaderOptions::Programs::all);
     program.inputs(options.inputs);
     return program.run(argc, argv, [&] { return convert(program, options, loaderOptions); });
 }

@@ -3,53 +3,92 @@
 namespace
 {
 
+using Kind = FltLoaderOption::Kind;
+
 /// What --log without a name stands for: no file has this name.
 constexpr char besideDatabase[] = "/";
 
 } // namespace
 
-LoaderOptions::LoaderOptions(Program& program)
+void LoaderOptions::add(Program& program, Programs programs)
 {
-    program.values("--texture-path", texturePath, "DIR",
-                   "Look for textures in this directory too. May be given several times.", "/");
-    program.choice("--lod", levelsOfDetail, {"all", "highest", "lowest"}, "WHICH",
-                   "Levels of detail: all of them, one of which shows at each distance, or the finest or the "
-                   "coarsest alone.");
-    program.flag("--exact", isExact,
-                 "Convert by the rules of the plug-in, rather than show as much as possible.");
-    program.optionalValue(
-        "--log", log, besideDatabase, "PATH", [](std::string const&) { return false; },
-        "Write a listing of every record into PATH, or beside the database.");
+    for (FltLoaderOption const& option : FltLoaderOption::table())
+        if (option.programs == programs) {
+            givenOptions.push_back({option, false, {}, {}});
+            add(program, givenOptions.back());
+        }
+}
+
+void LoaderOptions::add(Program& program, Given& given)
+{
+    FltLoaderOption const& option = given.option;
+    std::string const flag(option.flag);
+    std::string const placeholder(option.placeholder);
+    std::string const help(option.help);
+    switch (option.kind) {
+    case Kind::flag:
+        program.flag(flag, given.isSet, help);
+        break;
+    case Kind::word: {
+        std::vector<std::string> words;
+        for (FltLoaderOption::Word const& word : option.words)
+            words.emplace_back(word.inPrograms);
+        given.value = option.defaultWord().inPrograms;
+        program.choice(flag, given.value, words, placeholder, help);
+        break;
+    }
+    case Kind::directories:
+        program.values(flag, given.values, placeholder, help + " May be given several times.", "/");
+        break;
+    case Kind::log:
+        program.optionalValue(
+            flag, given.value, besideDatabase, placeholder, [](std::string const&) { return false; }, help);
+        break;
+    case Kind::number:
+    case Kind::directory:
+        program.value(flag, given.value, placeholder, help, option.kind == Kind::directory ? "/" : "");
+        break;
+    }
+}
+
+void LoaderOptions::set(Given const& given, FltLoader& loader)
+{
+    FltLoaderOption const& option = given.option;
+    for (std::string const& value : given.values)
+        option.set(loader, value);
+    if (given.isSet)
+        option.set(loader, option.defaultNumber() == 0 ? "1" : "0");
+    if (!given.value.empty())
+        option.set(loader, option.kind == Kind::log && given.value == besideDatabase
+                               ? FltLoader::besideDatabase
+                               : given.value);
 }
 
 FltLoader LoaderOptions::makeLoader() const
 {
     FltLoader loader;
-    loader.texturePath = texturePath;
-    if (!log.empty())
-        loader.log = log == besideDatabase ? FltLoader::besideDatabase : log;
-    if (levelsOfDetail != "all")
-        loader.levelsOfDetail = levelsOfDetail == "highest" ? FltLoader::LevelsOfDetail::highest
-                                                            : FltLoader::LevelsOfDetail::lowest;
-    loader.exact = isExact;
+    for (Given const& given : givenOptions)
+        set(given, loader);
     return loader;
 }
 
 bool LoaderOptions::hasNamedLog() const
 {
-    return !log.empty() && log != besideDatabase;
+    FltLoader const loader = makeLoader();
+    return loader.log && *loader.log != FltLoader::besideDatabase;
 }
 
 std::string LoaderOptions::logOf(std::string const& database) const
 {
-    return log == besideDatabase ? database + ".log" : log;
+    FltLoader const loader = makeLoader();
+    return !loader.log ? "" : hasNamedLog() ? *loader.log : database + ".log";
 }
 
 std::vector<KeptFile> LoaderOptions::keptFiles(std::string const& database, FltScene const& scene) const
 {
     std::vector<KeptFile> kept = {{database, "the input"}};
-    if (!log.empty())
-        kept.push_back({logOf(database), "the log"});
+    if (std::string const log = logOf(database); !log.empty())
+        kept.push_back({log, "the log"});
     for (FltReference const& reference : scene.references())
         kept.push_back({reference.path, "a file that the database refers to"});
     for (FltTexture const& texture : scene.textures())

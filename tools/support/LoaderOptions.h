@@ -4,19 +4,28 @@
 #include "support/Program.h"
 
 #include "loader/FltLoader.h"
+#include "loader/FltLoaderOption.h"
 
+#include <list>
 #include <string>
 #include <vector>
 
-/// The options of the loader that every program offers by the same names.
+/// The options of the loader that programs offer, from the table of all its options.
 class LoaderOptions
 {
 public:
-    /// Adds --texture-path, --log, --exact and --lod.
-    explicit LoaderOptions(Program& program);
+    using Programs = FltLoaderOption::Programs;
+
+    LoaderOptions() = default;
+
+    /// Adds those that every program offers.
+    explicit LoaderOptions(Program& program) { add(program, Programs::all); }
 
     LoaderOptions(LoaderOptions const&) = delete;
     LoaderOptions& operator=(LoaderOptions const&) = delete;
+
+    /// Adds the options that such programs offer.
+    void add(Program& program, Programs programs);
 
     /// A loader with these options, once the command line was parsed.
     FltLoader makeLoader() const;
@@ -32,8 +41,16 @@ public:
     std::vector<KeptFile> keptFiles(std::string const& database, FltScene const& scene) const;
 
 private:
-    std::vector<std::string> texturePath;
-    std::string log;
-    std::string levelsOfDetail = "all";
-    bool isExact = false;
+    /// What the command line says of an option.
+    struct Given {
+        FltLoaderOption const& option;
+        bool isSet = false;
+        std::string value;
+        std::vector<std::string> values;
+    };
+
+    static void add(Program& program, Given& given);
+    static void set(Given const& given, FltLoader& loader);
+
+    std::list<Given> givenOptions; ///< The command line is bound to them.
 };
