@@ -55,10 +55,12 @@ file(RELATIVE_PATH prefix_from_pkgconfig /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(cmake/velloreader.pc.in velloreader.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/velloreader.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-# Python
-configure_file(python/velloreader/__init__.py python/velloreader/__init__.py @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/python/velloreader/__init__.py python/velloreader/py.typed
-        DESTINATION ${VELLOREADER_PYTHON_DIR}/velloreader)
+# Python, with what tells its tools of the package. It has no list of files, by which they would take it away.
+set(python_package_dir ${PROJECT_BINARY_DIR}/python)
+install_files_of(python_package ${python_package_dir}/velloreader/__init__.py ${PROJECT_SOURCE_DIR}/python/velloreader/py.typed
+                 DESTINATION ${VELLOREADER_PYTHON_DIR}/velloreader)
+install(FILES ${python_package_dir}/METADATA python/INSTALLER
+        DESTINATION ${VELLOREADER_PYTHON_DIR}/velloreader-${PROJECT_VERSION}.dist-info)
 install_target(velloreader_python LIBRARY DESTINATION ${VELLOREADER_PYTHON_DIR}/velloreader)
 
 # What the programs print as JSON

@@ -34,7 +34,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "src/loader": ("src/toolkit", "src/textures", "src/dump", "src/messages", "src/records",
                    "src/parser", "src/convert", "src/visual", "src/scene"),
     "src/filekit": ("src/toolkit", "src/loader"),
-    "python": ("src/toolkit", "src/loader"),
+    "python": ("src/toolkit", "src/visual", "src/loader"),
     "tools/support": ("src/toolkit", "src/textures", "src/messages", "src/loader"),
     "tools/info": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),
     "tools/check": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),

@@ -18,10 +18,12 @@ PyObject* Py_BuildValue(char const* format, ...);
 PyObject* PyObject_CallFunction(PyObject* callable, char const* format, ...);
 PyObject* PyUnicode_DecodeFSDefault(char const* text);
 PyObject* PyUnicode_DecodeUTF8(char const* text, std::ptrdiff_t size, char const* errors);
+PyObject* PyBool_FromLong(long value);
 int PyObject_IsTrue(PyObject* object);
 void Py_DecRef(PyObject* object);
 
 extern PyObject* PyExc_RuntimeError;
+extern PyObject* PyExc_ValueError;
 int PyErr_CheckSignals();
 PyObject* PyErr_NoMemory();
 PyObject* PyErr_Occurred();

@@ -2,9 +2,12 @@
 // use the toolkit meanwhile, except while a callback runs. A call gives an object that owns its result, or
 // raises an exception.
 
-#include "PythonApi.h"
+#include "LoadedVisual.h"
+#include "PythonObjects.h"
+#include "ReportJson.h"
 
 #include "loader/FltLoader.h"
+#include "loader/FltLoaderOption.h"
 #include "loader/FltRecordReader.h"
 #include "toolkit/SoNodeRef.h"
 #include "toolkit/VelloReaderExport.h"
@@ -14,7 +17,7 @@
 #include <dlfcn.h>
 #include <exception>
 #include <memory>
-#include <nlohmann/json.hpp>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -22,7 +25,10 @@
 namespace
 {
 
-using Json = nlohmann::ordered_json;
+using PythonObjects::owned;
+using PythonObjects::owning;
+using PythonObjects::textOf;
+using ReportJson::Json;
 using Root = SoNodeRef<SoSeparator>;
 
 char const* nameOf(FltLoadError::Kind kind)
@@ -48,83 +54,33 @@ char const* nameOf(FltLoadError::Kind kind)
     return "failed";
 }
 
-char const* nameOf(FltMessage::Level level)
+char const* nameOf(FltMesh::Kind kind)
 {
-    return level == FltMessage::Level::remark  ? "remark"
-           : level == FltMessage::Level::error ? "error"
-                                               : "warning";
+    return kind == FltMesh::Kind::faces ? "faces" : kind == FltMesh::Kind::lines ? "lines" : "points";
 }
 
-/// A number, or null for one that stands for "none".
-Json known(std::int64_t number)
+char const* nameOf(FltLoaderOption::Kind kind)
 {
-    return number >= 0 ? Json(number) : Json();
+    switch (kind) {
+    case FltLoaderOption::Kind::flag:
+        return "flag";
+    case FltLoaderOption::Kind::word:
+        return "word";
+    case FltLoaderOption::Kind::number:
+        return "number";
+    case FltLoaderOption::Kind::directory:
+        return "directory";
+    case FltLoaderOption::Kind::directories:
+        return "directories";
+    case FltLoaderOption::Kind::log:
+        break;
+    }
+    return "log";
 }
 
-Json textOrNull(std::string const& text)
+PyObject* jsonTextOf(Json const& json)
 {
-    return text.empty() ? Json() : Json(text);
-}
-
-Json contentOf(FltScene const& scene)
-{
-    Json json = {{"messages", Json::array()},
-                 {"textures", Json::array()},
-                 {"references", Json::array()},
-                 {"omissions", Json::object()},
-                 {"info", Json::object()}};
-    for (FltMessage const& message : scene.messages())
-        json["messages"].push_back({{"level", nameOf(message.level)},
-                                    {"text", message.text},
-                                    {"file", message.file},
-                                    {"offset", known(message.offset)},
-                                    {"opcode", known(message.opcode)},
-                                    {"times", message.count}});
-    for (FltTexture const& texture : scene.textures())
-        json["textures"].push_back({{"name", texture.name},
-                                    {"database", texture.database},
-                                    {"path", textOrNull(texture.path)},
-                                    {"tried", texture.tried}});
-    for (FltReference const& reference : scene.references())
-        json["references"].push_back({{"name", reference.name},
-                                      {"database", reference.database},
-                                      {"path", textOrNull(reference.path)},
-                                      {"loaded", reference.isLoaded}});
-    for (FltOmission const& omission : scene.omissions())
-        json["omissions"][omission.kind] = omission.count;
-    FltDatabaseInfo const& info = scene.info();
-    json["info"] = {{"name", info.name},
-                    {"revision", info.revision},
-                    {"unit", FltDatabaseInfo::nameOf(info.unit)},
-                    {"unit_multiplier", info.unitMultiplier},
-                    {"last_change", info.lastChange},
-                    {"projection", info.projection},
-                    {"ellipsoid", info.ellipsoid},
-                    {"origin", {info.originLatitude, info.originLongitude}},
-                    {"south_west", {info.southWestLatitude, info.southWestLongitude}},
-                    {"north_east", {info.northEastLatitude, info.northEastLongitude}},
-                    {"records", info.records},
-                    {"bytes", info.bytes}};
-    return json;
-}
-
-PyObject* textOf(std::string_view text)
-{
-    return PyUnicode_DecodeUTF8(text.data(), static_cast<std::ptrdiff_t>(text.size()), "replace");
-}
-
-/// Hands an object over to the interpreter, which deletes it with the last reference. No step of Python is in
-/// that, before which an exception could come.
-template <typename Object>
-PyObject* owning(std::unique_ptr<Object> object)
-{
-    auto const free = [](PyObject* capsule) {
-        delete static_cast<Object*>(PyCapsule_GetPointer(capsule, nullptr));
-    };
-    PyObject* const capsule = PyCapsule_New(object.get(), nullptr, free);
-    if (capsule != nullptr)
-        static_cast<void>(object.release());
-    return capsule;
+    return textOf(json.dump(-1, ' ', false, Json::error_handler_t::replace));
 }
 
 /// Calls a function, and has @p fail raise the error that it threw.
@@ -141,6 +97,8 @@ PyObject* guarded(PyObject* fail, Function const& function)
                                             PyUnicode_DecodeFSDefault(problem.file().c_str())));
     } catch (std::bad_alloc const&) {
         PyErr_NoMemory();
+    } catch (std::invalid_argument const& problem) {
+        PyErr_SetString(PyExc_ValueError, problem.what());
     } catch (std::exception const& problem) {
         PyErr_SetString(PyExc_RuntimeError, problem.what());
     }
@@ -197,24 +155,73 @@ bool goesOn(PyObject* progress, std::string const& file, std::uint64_t bytesDone
     return isTrue;
 }
 
+/// A walk over the meshes of a visual, which keeps it.
+struct MeshWalk {
+    explicit MeshWalk(std::shared_ptr<LoadedVisual> loaded)
+        : visual(std::move(loaded)), walk(visual->visual.root)
+    {
+    }
+
+    std::shared_ptr<LoadedVisual> visual;
+    FltVisualWalk walk;
+};
+
+PyObject* colorOf(SbColor const& color)
+{
+    return Py_BuildValue("(ddd)", static_cast<double>(color[0]), static_cast<double>(color[1]),
+                         static_cast<double>(color[2]));
+}
+
+/// What the class Material is made of.
+PyObject* materialOf(FltMesh const& mesh, LoadedVisual const& visual)
+{
+    FltMesh::Material const& material = mesh.material;
+    return Py_BuildValue("(NNNdNNNNNidi)", colorOf(material.ambient), colorOf(material.specular),
+                         colorOf(material.emissive), static_cast<double>(material.shininess),
+                         PyBool_FromLong(mesh.isLit), PyBool_FromLong(mesh.isTwoSided),
+                         PyBool_FromLong(mesh.isBlended), PyBool_FromLong(mesh.ignoresTextureAlpha),
+                         PyBool_FromLong(mesh.isOutlined), int(mesh.level), static_cast<double>(mesh.size),
+                         visual.textureOf(mesh.texture));
+}
+
+/// The number and the texture of each further layer.
+PyObject* layersOf(FltMesh const& mesh, LoadedVisual const& visual)
+{
+    Json layers = Json::array();
+    for (FltMesh::Layer const& layer : mesh.layers)
+        layers.push_back({layer.number, visual.textureOf(layer.texture)});
+    return jsonTextOf(layers);
+}
+
+/// What the class Mesh is made of.
+PyObject* meshOf(MeshWalk const& at)
+{
+    FltMesh const& mesh = at.walk.mesh();
+    FltVisualNode::Record const record = at.walk.record();
+    bool const isKnown = record.offset != FltVisualNode::Record::none;
+    std::string const& file = at.visual->visual.files[isKnown ? record.file : 0];
+    return Py_BuildValue("(NNNNsNN)", owning(std::make_unique<PlacedMesh>(at.visual, at.walk)),
+                         textOf(at.walk.name()), PyUnicode_DecodeFSDefault(file.c_str()),
+                         isKnown ? Py_BuildValue("K", static_cast<unsigned long long>(record.offset))
+                                 : PythonObjects::none(),
+                         nameOf(mesh.kind), materialOf(mesh, *at.visual), layersOf(mesh, *at.visual));
+}
+
 } // namespace
 
 extern "C" {
 
-/// Options of a load, as in FltLoader.
-struct VelloreaderOptions {
-    char const* log;                ///< Null for none.
-    char const* const* texturePath; ///< Ends with a null.
-    int references;
-    int exact;
-};
-
-/// Readies the library. Lets SoDB::readAll() and SoFile read databases: the toolkit doesn't find the module
-/// by itself where Python loaded it.
-/// @return 0, or -1 if the module isn't there
-VELLOREADER_API int velloreader_begin()
+/// Readies the library.
+VELLOREADER_API void velloreader_begin()
 {
     FltLoader::setWait(&withoutInterpreter);
+}
+
+/// Lets SoDB::readAll() and SoFile read databases, once the toolkit is started: it doesn't find the module by
+/// itself where Python loaded it.
+/// @return 0, or -1 if the module isn't there
+VELLOREADER_API int velloreader_register()
+{
     void* const module = ::dlopen("libSoFLTFileKit.so", RTLD_NOW);
     void* const function = module != nullptr ? ::dlsym(module, "_ZN12SoFLTFileKit9initClassEv") : nullptr;
     if (function == nullptr)
@@ -223,34 +230,105 @@ VELLOREADER_API int velloreader_begin()
     return 0;
 }
 
-/// Loads a database and adds the root of its scene to @p parent.
+/// @return the names of the loader's options and the kinds of their values, as JSON
+VELLOREADER_API PyObject* velloreader_options(PyObject* fail)
+{
+    return guarded(fail, [] {
+        Json options;
+        for (FltLoaderOption const& option : FltLoaderOption::table())
+            options[std::string(option.name)] = nameOf(option.kind);
+        return jsonTextOf(options);
+    });
+}
+
+/// @return a loader, for velloreader_set() and velloreader_load()
+VELLOREADER_API PyObject* velloreader_loader(PyObject* fail)
+{
+    return guarded(fail, [] { return owning(std::make_unique<FltLoader>()); });
+}
+
+/// Gives an option of a loader a value, as FltLoaderOption::set() does.
+VELLOREADER_API PyObject* velloreader_set(PyObject* loader, char const* option, char const* value,
+                                          PyObject* fail)
+{
+    return guarded(fail, [&] {
+        FltLoaderOption::named(option).set(owned<FltLoader>(loader), value);
+        return PythonObjects::none();
+    });
+}
+
+/// Loads a database.
+/// @param parent   gets the root of its scene; null for plain data
 /// @param progress called as FltLoader::progress; null for none
 /// @param fail     raises the exception for an error, from its kind, text, number of the system and file
-/// @return a tuple: the content as JSON, and an object that owns a reference to the root
-VELLOREADER_API PyObject* velloreader_load(SoGroup* parent, char const* path,
-                                           VelloreaderOptions const* options, PyObject* progress,
-                                           PyObject* fail)
+/// @return a tuple: the content as JSON, and an object that owns a reference to the root, or the plain data
+VELLOREADER_API PyObject* velloreader_load(PyObject* options, char const* path, SoGroup* parent,
+                                           PyObject* progress, PyObject* fail)
 {
     return guarded(fail, [&]() -> PyObject* {
-        FltLoader loader;
-        if (options->log != nullptr)
-            loader.log = options->log;
-        for (char const* const* directory = options->texturePath; *directory != nullptr; ++directory)
-            loader.texturePath.emplace_back(*directory);
-        loader.references = static_cast<FltLoader::References>(options->references);
-        loader.exact = options->exact != 0;
+        FltLoader loader = owned<FltLoader>(options);
         loader.progress = [&](std::string const& file, std::uint64_t bytesDone, std::uint64_t bytesInAll) {
             Return thread;
             bool const isWanted = goesOn(progress, file, bytesDone, bytesInAll);
             thread.isBack = true;
             return isWanted;
         };
+        if (parent == nullptr) {
+            FltVisual visual = loader.loadVisual(path);
+            Json const content = ReportJson::of(visual);
+            auto loaded = std::make_unique<std::shared_ptr<LoadedVisual>>(
+                std::make_shared<LoadedVisual>(std::move(visual)));
+            return Py_BuildValue("NN", jsonTextOf(content), owning(std::move(loaded)));
+        }
         FltScene const scene = loader.load(path);
         parent->addChild(scene.root());
         auto root = std::make_unique<Root>(scene.root());
-        PyObject* const content =
-            textOf(contentOf(scene).dump(-1, ' ', false, Json::error_handler_t::replace));
-        return Py_BuildValue("NN", content, owning(std::move(root)));
+        return Py_BuildValue("NN", jsonTextOf(ReportJson::of(scene)), owning(std::move(root)));
+    });
+}
+
+/// Makes the scene of plain data, and adds its root to @p parent.
+/// @return an object that owns a reference to the root
+VELLOREADER_API PyObject* velloreader_scene(PyObject* visual, SoGroup* parent, PyObject* fail)
+{
+    return guarded(fail, [&] {
+        std::shared_ptr<LoadedVisual> const loaded = owned<std::shared_ptr<LoadedVisual>>(visual);
+        FltScene const scene = FltLoader::makeScene(loaded->visual);
+        parent->addChild(scene.root());
+        return owning(std::make_unique<Root>(scene.root()));
+    });
+}
+
+/// Begins to go over the meshes of plain data.
+/// @return what velloreader_next_mesh() takes
+VELLOREADER_API PyObject* velloreader_meshes(PyObject* visual, PyObject* fail)
+{
+    return guarded(fail, [&] {
+        return owning(std::make_unique<MeshWalk>(owned<std::shared_ptr<LoadedVisual>>(visual)));
+    });
+}
+
+/// @return what the next mesh is made of, or None after the last one
+VELLOREADER_API PyObject* velloreader_next_mesh(PyObject* meshes, PyObject* fail)
+{
+    return guarded(fail, [&] {
+        auto& at = owned<MeshWalk>(meshes);
+        return at.walk.next() ? meshOf(at) : PythonObjects::none();
+    });
+}
+
+/// @param layer as in PlacedMesh::array()
+/// @return address, rows, columns (0 for a single row) and type of an array in the storage of a mesh; None if
+///         it has none
+VELLOREADER_API PyObject* velloreader_array(PyObject* mesh, char const* which, std::size_t layer,
+                                            PyObject* fail)
+{
+    return guarded(fail, [&] {
+        PlacedMesh::Array const array = owned<PlacedMesh>(mesh).array(which, layer);
+        return array.rows == 0 ? PythonObjects::none()
+                               : Py_BuildValue("(KKKs)", reinterpret_cast<unsigned long long>(array.first),
+                                               static_cast<unsigned long long>(array.rows),
+                                               static_cast<unsigned long long>(array.columns), array.type);
     });
 }
 
@@ -265,8 +343,8 @@ VELLOREADER_API PyObject* velloreader_records(char const* path, PyObject* fail)
 VELLOREADER_API PyObject* velloreader_next(PyObject* records, PyObject* fail)
 {
     return guarded(fail, [&] {
-        auto& reader = *static_cast<FltRecordReader*>(PyCapsule_GetPointer(records, nullptr));
-        return reader.next() ? textOf(reader.json()) : Py_BuildValue("");
+        auto& reader = owned<FltRecordReader>(records);
+        return reader.next() ? textOf(reader.json()) : PythonObjects::none();
     });
 }
 }

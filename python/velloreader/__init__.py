@@ -1,29 +1,50 @@
-"""OpenFlight scene databases (.flt) as Open Inventor scene graphs, for programs that use pivy.
+"""OpenFlight scene databases (.flt) as Open Inventor scene graphs, for programs that use pivy, and as arrays.
 
     >>> import velloreader
     >>> root = velloreader.load("airfield.flt")
     >>> root.getTypeId().getName().getString()
     'Separator'
+    >>> meshes = list(velloreader.Database("airfield.flt").meshes())
+    >>> meshes[0].positions.shape[1], meshes[0].positions.itemsize
+    (3, 4)
 
-From then on coin.SoDB.readAll() and SoFile read databases too.
+From then on coin.SoDB.readAll() and SoFile read databases too. Arrays need neither pivy nor the toolkit.
 """
 
 from __future__ import annotations
 
 import ctypes
+import functools
+import importlib
+import importlib.abc
 import json
+import math
+import operator
 import os
+import struct
+import sys
 import warnings
-from collections.abc import Callable, Iterable, Iterator
+from collections.abc import Callable, Iterable, Iterator, Sequence
 from typing import Any, Literal, NamedTuple, NoReturn, Union
 
-from pivy import coin
-
-__all__ = ["Database", "DatabaseWarning", "LoadCancelled", "Message", "Reference", "Texture", "load"]
+__all__ = [
+    "Database", "DatabaseWarning", "Joint", "Layer", "LoadCancelled", "Material", "Mesh", "Message", "Range",
+    "Reference", "Switch", "Texture", "load",
+]
 __version__ = "@PROJECT_VERSION@"
 
 Path = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
 Progress = Callable[[str, int, int], object]
+Paths = Iterable[Path]
+
+Array = Any
+"""A numpy.ndarray where numpy is installed, otherwise a memoryview. It can't be written to, and keeps what it
+shows alive."""
+
+Separator = Any
+"""A coin.SoSeparator."""
+
+Color = tuple[float, float, float]
 
 
 class DatabaseWarning(UserWarning):
@@ -73,32 +94,133 @@ class Reference(NamedTuple):
     """Whether its scene is a part of this one."""
 
 
-class _Options(ctypes.Structure):
-    _fields_ = [
-        ("log", ctypes.c_char_p),
-        ("texturePath", ctypes.POINTER(ctypes.c_char_p)),
-        ("references", ctypes.c_int),
-        ("exact", ctypes.c_int),
-    ]
+class Switch(NamedTuple):
+    """A part of a database that shows those of its children that a mask says."""
+
+    name: str
+    mask: int
+    """The number of the mask that it shows."""
+    masks: list[int]
+    """Of each mask, bit i says whether it shows child i."""
+    mask_names: list[str]
+    """By the numbers of the masks; empty where one has no name, and the list may be shorter."""
+
+
+class Range(NamedTuple):
+    """How far a joint may go: in the database's units, or degrees."""
+
+    minimum: float
+    maximum: float
+    current: float
+    step: float
+    limited: bool
+    """Whether it may not leave what lies between minimum and maximum."""
+
+
+class Joint(NamedTuple):
+    """A part of a database that can be moved, such as a door."""
+
+    name: str
+    translation: tuple[Range, Range, Range]
+    """Along x, y and z of its own frame."""
+    pitch: Range
+    """About x."""
+    roll: Range
+    """About y."""
+    yaw: Range
+    """About z."""
+    scale: tuple[Range, Range, Range]
+    """Along x, y and z. A current value of 0 counts as 1."""
+
+
+class Material(NamedTuple):
+    """How a mesh looks, besides the colours of its corners: parts of colours are from 0 to 1."""
+
+    ambient: Color
+    specular: Color
+    emissive: Color
+    shininess: float
+    """Of an exponent of 128."""
+    lit: bool
+    two_sided: bool
+    """Otherwise faces are seen from where their corners go to the left."""
+    blended: bool
+    """It lets what is behind it through, by its colours or its texture."""
+    ignores_texture_alpha: bool
+    outlined: bool
+    """Lines are drawn over it."""
+    level: int
+    """How many faces it lies on: it is drawn over them."""
+    size: float
+    """Of points or lines in pixels; 0 for the usual one."""
+    texture: Texture | None
+
+
+class Layer(NamedTuple):
+    """A further texture over the first."""
+
+    number: int
+    """From 1 to 7."""
+    texture: Texture | None
+    uvs: Array
+    """Of each corner: floats, n x 2."""
 
 
 # PyDLL keeps the interpreter's lock during a call: the toolkit is for one thread at a time. It also lets the
 # library raise exceptions, and give objects that own what they stand for, so that nothing comes between.
 _native = ctypes.PyDLL(os.path.join(os.path.dirname(os.path.abspath(__file__)), "libvelloreader_python.so"))
-_native.velloreader_load.argtypes = [
-    ctypes.c_void_p, ctypes.c_char_p, ctypes.POINTER(_Options), ctypes.py_object, ctypes.py_object
-]
-_native.velloreader_load.restype = ctypes.py_object
-_native.velloreader_records.argtypes = [ctypes.c_char_p, ctypes.py_object]
-_native.velloreader_records.restype = ctypes.py_object
-_native.velloreader_next.argtypes = [ctypes.py_object, ctypes.py_object]
-_native.velloreader_next.restype = ctypes.py_object
+_native.velloreader_begin.restype = None
+_FUNCTIONS: dict[str, list[Any]] = {
+    "options": [],
+    "loader": [],
+    "set": [ctypes.py_object, ctypes.c_char_p, ctypes.c_char_p],
+    "load": [ctypes.py_object, ctypes.c_char_p, ctypes.c_void_p, ctypes.py_object],
+    "scene": [ctypes.py_object, ctypes.c_void_p],
+    "meshes": [ctypes.py_object],
+    "next_mesh": [ctypes.py_object],
+    "array": [ctypes.py_object, ctypes.c_char_p, ctypes.c_size_t],
+    "records": [ctypes.c_char_p],
+    "next": [ctypes.py_object],
+}
+for _name, _arguments in _FUNCTIONS.items():
+    _function = getattr(_native, f"velloreader_{_name}")
+    _function.argtypes = [*_arguments, ctypes.py_object]  # the last raises the exceptions of the library
+    _function.restype = ctypes.py_object
 
-# The toolkit was loaded with private symbols and doesn't find the module for .flt files by itself.
-if _native.velloreader_begin() != 0:
-    warnings.warn("libSoFLTFileKit.so isn't installed: SoDB.readAll() and SoFile don't read .flt files")
 
-_REFERENCES = {"follow": 0, "skip": 1}
+def _register() -> None:
+    """Has the toolkit read databases. It was loaded with private symbols, and doesn't find the module for
+    .flt files by itself."""
+    if _native.velloreader_register() != 0:
+        warnings.warn("libSoFLTFileKit.so isn't installed: SoDB.readAll() and SoFile don't read .flt files")
+
+
+class _WhenPivyComes(importlib.abc.MetaPathFinder):
+    """Registers as soon as pivy has started the toolkit."""
+
+    def find_spec(self, name: str, path: Sequence[str] | None, target: Any = None) -> Any:
+        if name != "pivy.coin":
+            return None
+        for finder in sys.meta_path:
+            spec = None if finder is self else finder.find_spec(name, path, target)
+            if spec is not None and spec.loader is not None:
+                execute = spec.loader.exec_module
+
+                def execute_and_register(module: Any) -> None:
+                    execute(module)
+                    sys.meta_path.remove(self)
+                    _register()
+
+                setattr(spec.loader, "exec_module", execute_and_register)
+                return spec
+        return None
+
+
+_native.velloreader_begin()
+if "pivy.coin" in sys.modules:
+    _register()
+else:
+    sys.meta_path.insert(0, _WhenPivyComes())
 
 
 def _name_of(path: Path) -> bytes:
@@ -123,13 +245,166 @@ def _fail(kind: str, text: str, number: int, file: str) -> NoReturn:
     raise ValueError(text)
 
 
+_OPTIONS: dict[str, str] = json.loads(_native.velloreader_options(_fail))
+"""The kinds of the loader's options."""
+
+
+def _values_of(kind: str, value: Any) -> list[bytes]:
+    """The values of an option as the library takes them."""
+    if kind == "directories":
+        return [_name_of(directory) for directory in value]
+    if value is None:
+        return []
+    if kind == "flag":
+        return [b"1" if value else b"0"]
+    if kind == "number":
+        return [b"%d" % operator.index(value)]
+    if kind == "log" and value is True:
+        return [b""]
+    return [_name_of(value)]
+
+
+def _loader_with(options: dict[str, Any]) -> Any:
+    loader = _native.velloreader_loader(_fail)
+    for name, value in options.items():
+        if name not in _OPTIONS:
+            raise TypeError(f"there is no option {name!r}")
+        for one in _values_of(_OPTIONS[name], value):
+            _native.velloreader_set(loader, name.encode(), one, _fail)
+    return loader
+
+
+def _coin() -> Any:
+    return importlib.import_module("pivy.coin")
+
+
+@functools.lru_cache(maxsize=None)
+def _numpy() -> Any:
+    try:
+        return importlib.import_module("numpy")
+    except ImportError:
+        return None
+
+
+def _array(mesh: Any, which: str, layer: int = 0) -> Array:
+    """An array in the storage of a mesh, or None."""
+    place = _native.velloreader_array(mesh, which.encode(), layer, _fail)
+    if place is None:
+        return None
+    address, rows, columns, kind = place
+    size = rows * max(columns, 1) * struct.calcsize(kind)
+    storage = (ctypes.c_ubyte * size).from_address(address)
+    vars(storage)["_mesh"] = mesh
+    shape = [rows, columns] if columns else [rows]
+    view = memoryview(storage).cast("B").cast(kind, shape).toreadonly()
+    return view if _numpy() is None else _numpy().asarray(view)
+
+
+class Mesh:
+    """Faces, lines or points that look alike, at one place in the world.
+
+    Corner i stands where transform brings origin + positions[i]. Arrays show the library's own storage, which
+    the meshes of a part that stands at several places share.
+    """
+
+    def __init__(self, native: tuple[Any, ...], textures: Sequence[Texture]) -> None:
+        self._native, self.name, self.file, self.offset, self.kind, material, layers = native
+        *parts, texture = material
+
+        def texture_of(number: int) -> Texture | None:
+            return textures[number] if number >= 0 else None
+
+        self.material = Material._make([*parts, texture_of(texture)])
+        self._layers = [(number, texture_of(texture)) for number, texture in json.loads(layers)]
+
+    name: str
+    """Of the nearest node above it that has one; empty if there is none."""
+    file: str
+    """Whose record it comes from: the database, or a file that it refers to."""
+    offset: int | None
+    """Of the first byte of that node's record in the file."""
+    kind: Literal["faces", "lines", "points"]
+    material: Material
+
+    @functools.cached_property
+    def transform(self) -> Array:
+        """Brings a column of coordinates into the world, from the left: doubles, 4 x 4, the move in
+        the last column. Joints are at their current values."""
+        return _array(self._native, "transform")
+
+    @functools.cached_property
+    def origin(self) -> Array:
+        """What positions count from: 3 doubles."""
+        return _array(self._native, "origin")
+
+    @functools.cached_property
+    def positions(self) -> Array:
+        """Of each corner: floats, n x 3."""
+        return _array(self._native, "positions")
+
+    @functools.cached_property
+    def normals(self) -> Array | None:
+        """Of each corner, of length 1: floats, n x 3. None if the mesh isn't lit."""
+        return _array(self._native, "normals")
+
+    @functools.cached_property
+    def uvs(self) -> Array | None:
+        """Texture coordinates of each corner: floats, n x 2. None without a texture."""
+        return _array(self._native, "uvs")
+
+    @functools.cached_property
+    def layers(self) -> list[Layer]:
+        """Further textures over the first, in their order."""
+        return [Layer(number, texture, _array(self._native, "layer", place))
+                for place, (number, texture) in enumerate(self._layers)]
+
+    @functools.cached_property
+    def colors(self) -> Array:
+        """Red, green, blue and alpha of each corner, from 0 to 255: bytes, n x 4."""
+        return _array(self._native, "colors")
+
+    @functools.cached_property
+    def triangles(self) -> Array | None:
+        """The corners of each triangle: unsigned integers, n x 3. None for lines and points."""
+        return _array(self._native, "triangles")
+
+    @functools.cached_property
+    def lines(self) -> Array | None:
+        """The ends of each piece of a line: unsigned integers, n x 2. None for faces and points."""
+        return _array(self._native, "lines")
+
+    def __repr__(self) -> str:
+        return f"<Mesh {self.name!r}: {self.kind}>"
+
+
+def _range_of(values: list[Any]) -> Range:
+    return Range._make(math.nan if value is None else value for value in values)
+
+
+def _ranges_of(values: list[Any]) -> tuple[Range, Range, Range]:
+    x, y, z = map(_range_of, values)
+    return x, y, z
+
+
+def _joint_of(content: dict[str, Any]) -> Joint:
+    return Joint(content["name"], _ranges_of(content["translation"]), _range_of(content["pitch"]),
+                 _range_of(content["roll"]), _range_of(content["yaw"]), _ranges_of(content["scale"]))
+
+
+def _switch_of(content: dict[str, Any]) -> Switch:
+    masks = [int(mask, 16) for mask in content["masks"]]
+    return Switch(content["name"], content["mask"], masks, content["mask_names"])
+
+
 class Database:
-    """A loaded database: its scene, and what is to be known about it.
+    """A loaded database: its meshes, its scene, and what is to be known about it.
 
     The options are those of load(), which is all that most programs need. Nothing is warned about here: look
-    at the messages.
+    at the messages. The toolkit is started, by pivy, when the scene is first asked for.
 
         >>> database = Database("airfield.flt")
+        >>> database
+        Database('airfield.flt')
         >>> database.info["revision"], database.info["unit"]
         (1570, 'metres')
         >>> [message.text for message in database.messages]
@@ -140,8 +415,6 @@ class Database:
         [('airfield/terminal.flt', True)]
     """
 
-    scene: coin.SoSeparator
-    """The root of the scene graph, which keeps the whole scene alive."""
     messages: list[Message]
     textures: list[Texture]
     references: list[Reference]
@@ -150,37 +423,43 @@ class Database:
     info: dict[str, Any]
     """The header: name, revision, unit, unit_multiplier, last_change, projection, ellipsoid, origin,
     south_west, north_east (latitude and longitude in degrees), and the numbers of records and bytes."""
+    switches: list[Switch]
+    """The exact conversion knows of none."""
+    joints: list[Joint]
+    """The exact conversion knows of none."""
+
+    _is_scene_alone = False
+    _visual: Any = None
+    _scene: Separator = None
 
     def __init__(
         self,
         path: Path,
         *,
-        log: Path | Literal[True] | None = None,
-        textures: Iterable[Path] = (),
-        references: Literal["follow", "skip"] = "follow",
-        exact: bool = False,
         progress: Progress | None = None,
+        **options: Any,
     ) -> None:
         self._name = _name_of(path)
-        if references not in _REFERENCES:
-            raise ValueError(f"references: {references!r} is neither 'follow' nor 'skip'")
+        chosen: dict[str, Any] = dict(
+            **options,
+        )
+        loader = _loader_with(chosen)
 
         def goes_on(file: str, done: int, in_all: int) -> bool:
             return progress is None or progress(file, done, in_all) is not False
 
-        directories = [_name_of(directory) for directory in textures]
-        options = _Options(
-            log=None if log is None else b"" if log is True else _name_of(log),
-            texturePath=(ctypes.c_char_p * (len(directories) + 1))(*directories, None),
-            references=_REFERENCES[references],
-            exact=int(exact),
-        )
         watcher = ctypes.py_object() if progress is None else goes_on
-        parent = coin.SoGroup()
-        text, root = _native.velloreader_load(
-            int(parent.this), self._name, ctypes.byref(options), watcher, _fail
-        )
-        content = json.loads(text)
+        if self._is_scene_alone or chosen.get("exact"):
+            parent = _coin().SoGroup()
+            text, root = _native.velloreader_load(
+                loader, self._name, int(parent.this), watcher, _fail
+            )
+            self._keep_scene(parent, root)
+        else:
+            text, self._visual = _native.velloreader_load(loader, self._name, None, watcher, _fail)
+        self._keep_content(json.loads(text))
+
+    def _keep_content(self, content: dict[str, Any]) -> None:
         self.messages = [Message(**message) for message in content["messages"]]
         self.textures = [Texture(**texture) for texture in content["textures"]]
         self.references = [Reference(**reference) for reference in content["references"]]
@@ -188,11 +467,44 @@ class Database:
         self.info = content["info"]
         for place in ("origin", "south_west", "north_east"):
             self.info[place] = tuple(self.info[place])
+        self.switches = [_switch_of(switch) for switch in content["switches"]]
+        self.joints = [_joint_of(joint) for joint in content["joints"]]
+
+    def _keep_scene(self, parent: Any, root: Any) -> None:
         scene = parent.getChild(0)
         # The proxy of a child owns no reference: that of the library's object goes with it. Setting its
         # "thisown" instead makes pivy lose its classes after a few roots.
         vars(scene)["_root"] = root
-        self.scene = scene
+        self._scene = scene
+
+    @property
+    def scene(self) -> Separator:
+        """The root of the scene graph, which keeps the whole scene alive."""
+        if self._scene is None:
+            parent = _coin().SoGroup()
+            root = _native.velloreader_scene(self._visual, int(parent.this), _fail)
+            self._keep_scene(parent, root)
+        return self._scene
+
+    def meshes(self) -> Iterator[Mesh]:
+        """Goes over what is drawn, mesh by mesh, each at its place in the world: a part that stands at
+        several places comes once for each. Of levels of detail the finest is gone over, and of a switch
+        what its mask shows; faces that turn to the eye stand as they are stored. Raises ValueError after
+        the exact conversion, which makes scenes only.
+
+            >>> database = Database("airfield.flt")
+            >>> sum(len(mesh.triangles) for mesh in database.meshes() if mesh.kind == "faces") > 1000
+            True
+        """
+        if self._visual is None:
+            name = os.fsdecode(self._name)
+            raise ValueError(f"{name}: the exact conversion makes scenes only. Load without that option.")
+        return self._walk(_native.velloreader_meshes(self._visual, _fail), tuple(self.textures))
+
+    @staticmethod
+    def _walk(meshes: Any, textures: Sequence[Texture]) -> Iterator[Mesh]:
+        while (mesh := _native.velloreader_next_mesh(meshes, _fail)) is not None:
+            yield Mesh(mesh, textures)
 
     def records(self) -> Iterator[dict[str, Any]]:
         """Reads the records of the file one by one, each as a dictionary with its opcode, class, length,
@@ -208,16 +520,22 @@ class Database:
         while (text := _native.velloreader_next(records, _fail)) is not None:
             yield json.loads(text)
 
+    def __repr__(self) -> str:
+        return f"Database({os.fsdecode(self._name)!r})"
+
+
+class _SceneAlone(Database):
+    """A database whose meshes nobody asks for."""
+
+    _is_scene_alone = True
+
 
 def load(
     path: Path,
     *,
-    log: Path | Literal[True] | None = None,
-    textures: Iterable[Path] = (),
-    references: Literal["follow", "skip"] = "follow",
-    exact: bool = False,
     progress: Progress | None = None,
-) -> coin.SoSeparator:
+    **options: Any,
+) -> Separator:
     """Loads a database and returns the root of its scene graph, which keeps the whole scene alive.
 
     What is damaged or missing is reported as a DatabaseWarning; Database has it as data.
@@ -227,19 +545,18 @@ def load(
         True
 
     Options:
-        log         where to write a listing of all records, about ten times as long as the database: a file,
-                    or True for the name of the database with ".log" after it. By default there is none.
-        textures    directories in which textures are looked for, besides that of the database
-        references  "follow" loads the files that the database refers to, "skip" leaves their places empty
-        exact       converts as the plug-in does, with all its rules
-        progress    called now and then with the name of a file, the bytes done and the bytes in all; if it
-                    returns False, the load ends with LoadCancelled
+        **options
+        progress
+            Called now and then with the name of a file, the bytes done and the bytes in all; if it returns
+            False, the load ends with LoadCancelled.
 
     Raises OSError if the file can't be opened, ValueError if it isn't an OpenFlight database (revision 11 or
     newer) or is damaged beyond use, and MemoryError if it is too large.
     """
-    database = Database(
-        path, log=log, textures=textures, references=references, exact=exact, progress=progress
+    database = _SceneAlone(
+        path,
+        progress=progress,
+        **options,
     )
     name = os.fsdecode(_name_of(path))
     for message in database.messages:

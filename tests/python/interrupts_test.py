@@ -64,6 +64,16 @@ class StepsTest(SceneTest):
         steps = self.interrupt_each_step_of(lambda: velloreader.load(path_of("alpha"), progress=watch))
         self.assertGreater(steps, 100)
 
+    def test_leaves_no_scene_that_is_made_when_it_is_asked_for(self):
+        steps = self.interrupt_each_step_of(lambda: velloreader.Database(path_of("alpha")).scene)
+        self.assertGreater(steps, 100)
+
+    def test_leaves_no_plain_data(self):
+        for _ in range(2):
+            before = memory_in_use()
+            self.interrupt_each_step_of(lambda: list(velloreader.Database(path_of("alpha")).meshes()))
+        self.assertLess(memory_in_use() - before, 100 * os.path.getsize(path_of("alpha")))
+
     def test_leaves_no_reader_of_records(self):
         database = velloreader.Database(path_of("long"))
         for _ in range(2):

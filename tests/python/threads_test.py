@@ -51,6 +51,11 @@ class ThreadsTest(SceneTest):
         self.assertEqual([next(records)["opcode"] for _ in range(2)], [1, 10])
         self.assertEqual(next(records)["fields"]["idASCII"], name)
 
+    def make_scene_of_plain_data(self, name):
+        database = velloreader.Database(path_of(name))
+        self.assertEqual(list(database.meshes()), [])
+        self.assertEqual(name_of(database.scene), name)
+
     def read_by_the_toolkit(self, name):
         source = coin.SoInput()
         self.assertTrue(source.openFile(str(path_of(name))))
@@ -70,6 +75,9 @@ class ThreadsTest(SceneTest):
 
     def test_records_are_read_beside_loads(self):
         self.run_threads(self.read_records, self.load_watched, self.read_records, self.load)
+
+    def test_scenes_are_made_of_plain_data_beside_loads(self):
+        self.run_threads(self.make_scene_of_plain_data, self.load_watched, self.make_scene_of_plain_data)
 
     def test_the_toolkit_reads_a_database_when_the_load_of_another_thread_is_over(self):
         self.run_threads(self.read_by_the_toolkit, self.load_watched)
