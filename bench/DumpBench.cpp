@@ -90,9 +90,8 @@ void addAll()
     add("text", words, [](std::ostream& os, std::uint32_t) { FltDump(os).text("idASCII: ", "tower_12"); });
     add("flag", words,
         [](std::ostream& os, std::uint32_t word) { FltDump(os).flag("          No Color: ", word, 30); });
-    add("pointer", words, [](std::ostream& os, std::uint32_t word) {
-        FltDump(os).pointer("reserved: ", static_cast<std::int32_t>(word));
-    });
+    add("pointer", words,
+        [](std::ostream& os, std::uint32_t word) { FltDump(os).pointer(static_cast<std::int32_t>(word)); });
     add("colour byte", words, [](std::ostream& os, std::uint32_t word) {
         FltDump(os).colorByte("packedColor: alpha=", static_cast<std::uint8_t>(word));
     });

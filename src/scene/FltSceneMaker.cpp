@@ -66,18 +66,19 @@ void sortByNumber(std::vector<Part>& parts)
 
 FltMadeScene FltSceneMaker::make(std::shared_ptr<FltVisualNode> root, std::vector<FltTexture> const& textures)
 {
-    return FltSceneMaker(textures, false).madeOf(std::move(root));
+    std::shared_ptr<FltVisualNode> const givenAway = std::move(root);
+    return FltSceneMaker(textures, false).madeOf(*givenAway);
 }
 
 FltMadeScene FltSceneMaker::makeOfKept(std::shared_ptr<FltVisualNode const> const& root,
                                        std::vector<FltTexture> const& textures)
 {
-    return FltSceneMaker(textures, true).madeOf(std::const_pointer_cast<FltVisualNode>(root));
+    return FltSceneMaker(textures, true).madeOf(*std::const_pointer_cast<FltVisualNode>(root));
 }
 
-FltMadeScene FltSceneMaker::madeOf(std::shared_ptr<FltVisualNode> root)
+FltMadeScene FltSceneMaker::madeOf(FltVisualNode& root)
 {
-    SoNodeRef<SoNode> const node = nodeOf(std::move(root));
+    SoNodeRef<SoNode> const node = makeNode(root);
     scene.root = SoNodeRef<SoSeparator>(static_cast<SoSeparator*>(node.get()));
     scene.names.add(scene.root.get(), "root");
     scene.records.finish();
@@ -86,23 +87,24 @@ FltMadeScene FltSceneMaker::madeOf(std::shared_ptr<FltVisualNode> root)
     return std::move(scene);
 }
 
-SoNodeRef<SoNode> FltSceneMaker::nodeOf(std::shared_ptr<FltVisualNode> visual)
+/// The node of a child, which the parent gives away unless the visual is kept.
+SoNodeRef<SoNode> FltSceneMaker::nodeOf(std::shared_ptr<FltVisualNode>& child)
 {
-    bool const isShared = visual.use_count() > (keepsVisual ? 2 : 1);
-    if (!isShared)
-        return makeNode(*visual);
-    auto const known = sharedNodes.find(visual.get());
-    if (known != sharedNodes.end())
-        return known->second.node;
-    SoNodeRef<SoNode> const node = makeNode(*visual);
-    sharedNodes[visual.get()] = {visual, node};
+    bool const isShared = child.use_count() > 1;
+    SoNodeRef<SoNode> node = isShared ? sharedNodeOf(child) : makeNode(*child);
+    if (!keepsVisual)
+        child.reset();
     return node;
 }
 
-/// Of a child, which the parent gives away unless the visual is kept.
-SoNodeRef<SoNode> FltSceneMaker::nodeOfChild(std::shared_ptr<FltVisualNode>& child)
+SoNodeRef<SoNode> FltSceneMaker::sharedNodeOf(std::shared_ptr<FltVisualNode> const& visual)
 {
-    return nodeOf(keepsVisual ? child : std::move(child));
+    auto const known = sharedNodes.find(visual.get());
+    if (known != sharedNodes.end())
+        return known->second.node;
+    SoNodeRef<SoNode> node = makeNode(*visual);
+    sharedNodes[visual.get()] = {visual, node};
+    return node;
 }
 
 SoNodeRef<SoNode> FltSceneMaker::makeNode(FltVisualNode& visual)
@@ -151,7 +153,7 @@ void FltSceneMaker::begin(FltVisualNode const& visual, SoGroup& group)
 
 SoNodeRef<SoNode> FltSceneMaker::makeGroup(FltVisualNode& visual, SoGroup* group)
 {
-    SoNodeRef<SoNode> const made(group);
+    SoNodeRef<SoNode> made(group);
     begin(visual, *group);
     if (auto const* const text = visual.as<FltVisualText>())
         group->addChild(FltTextNodes::make(*text));
@@ -163,7 +165,7 @@ SoNodeRef<SoNode> FltSceneMaker::makeGroup(FltVisualNode& visual, SoGroup* group
 void FltSceneMaker::addChildren(FltVisualNode& visual, SoGroup& group)
 {
     for (std::shared_ptr<FltVisualNode>& child : visual.children)
-        group.addChild(nodeOfChild(child).get());
+        group.addChild(nodeOf(child).get());
 }
 
 void FltSceneMaker::addMeshes(FltVisualNode& visual, SoGroup& group)
@@ -197,7 +199,7 @@ void FltSceneMaker::addJoint(FltVisualJoint const& joint, SoGroup& group)
 SoNodeRef<SoNode> FltSceneMaker::makeSwitch(FltVisualNode& visual)
 {
     auto* const group = new SoSeparator;
-    SoNodeRef<SoNode> const made(group);
+    SoNodeRef<SoNode> made(group);
     begin(visual, *group);
     FltSceneSwitch choice;
     static_cast<FltVisualSwitch&>(choice) = *visual.as<FltVisualSwitch>();
@@ -207,7 +209,7 @@ SoNodeRef<SoNode> FltSceneMaker::makeSwitch(FltVisualNode& visual)
         choice.doors.emplace_back(door);
         door->whichChild = choice.shownBy(choice.doors.size() - 1);
         if (child != nullptr && child->as<FltVisualLight>() != nullptr)
-            door->addChild(nodeOfChild(child).get());
+            door->addChild(nodeOf(child).get());
         else if (child != nullptr)
             door->addChild(makeGroup(*child, new SoGroup).get());
         group->addChild(door);
@@ -219,10 +221,10 @@ SoNodeRef<SoNode> FltSceneMaker::makeSwitch(FltVisualNode& visual)
 SoNodeRef<SoNode> FltSceneMaker::makeLevels(FltVisualNode& visual)
 {
     auto* const lod = new SoLOD;
-    SoNodeRef<SoNode> const made(lod);
+    SoNodeRef<SoNode> made(lod);
     FltVisualLevels const& levels = *visual.as<FltVisualLevels>();
     for (std::shared_ptr<FltVisualNode>& child : visual.children)
-        lod->addChild(child != nullptr ? nodeOfChild(child).get() : info("nothing"));
+        lod->addChild(child != nullptr ? nodeOf(child).get() : info("nothing"));
     for (std::size_t i = 0; i < levels.distances.size(); ++i)
         lod->range.set1Value(static_cast<int>(i), static_cast<float>(levels.distances[i]));
     if (levels.center)
@@ -236,7 +238,7 @@ SoNodeRef<SoNode> FltSceneMaker::makeTurning(FltVisualNode& visual)
 {
     FltVisualTurning const& turning = *visual.as<FltVisualTurning>();
     auto* const group = new SoSeparator;
-    SoNodeRef<SoNode> const made(group);
+    SoNodeRef<SoNode> made(group);
     scene.records.add(group, visual.record);
     auto* const place = new SoTranslation;
     place->translation.setValue(static_cast<float>(turning.foot[0]), static_cast<float>(turning.foot[1]),
@@ -256,7 +258,7 @@ SoNodeRef<SoNode> FltSceneMaker::makeTurning(FltVisualNode& visual)
 SoNodeRef<SoNode> FltSceneMaker::makeCopies(FltVisualNode& visual)
 {
     auto* const copies = new SoMultipleCopy;
-    SoNodeRef<SoNode> const made(copies);
+    SoNodeRef<SoNode> made(copies);
     std::vector<SbMatrix> const& places = visual.as<FltVisualCopies>()->places;
     copies->matrix.setValues(0, static_cast<int>(places.size()), places.data());
     addChildren(visual, *copies);
@@ -266,7 +268,7 @@ SoNodeRef<SoNode> FltSceneMaker::makeCopies(FltVisualNode& visual)
 SoNodeRef<SoNode> FltSceneMaker::makeScale(FltVisualNode& visual)
 {
     auto* const group = new SoSeparator;
-    SoNodeRef<SoNode> const made(group);
+    SoNodeRef<SoNode> made(group);
     scene.records.add(group, visual.record);
     auto* const scale = new SoScale;
     auto const factor = static_cast<float>(visual.as<FltVisualScale>()->factor);

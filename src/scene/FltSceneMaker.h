@@ -48,9 +48,9 @@ private:
         SoNodeRef<SoNode> node;
     };
 
-    FltMadeScene madeOf(std::shared_ptr<FltVisualNode> root);
-    SoNodeRef<SoNode> nodeOf(std::shared_ptr<FltVisualNode> visual);
-    SoNodeRef<SoNode> nodeOfChild(std::shared_ptr<FltVisualNode>& child);
+    FltMadeScene madeOf(FltVisualNode& root);
+    SoNodeRef<SoNode> nodeOf(std::shared_ptr<FltVisualNode>& child);
+    SoNodeRef<SoNode> sharedNodeOf(std::shared_ptr<FltVisualNode> const& visual);
     SoNodeRef<SoNode> makeNode(FltVisualNode& visual);
     SoNodeRef<SoNode> makeGroup(FltVisualNode& visual, SoGroup* group);
     SoNodeRef<SoNode> makeSwitch(FltVisualNode& visual);
