@@ -186,7 +186,7 @@ void FltLoaderOption::set(FltLoader& loader, std::string const& value) const
 
 std::optional<std::uint64_t> FltLoaderOption::defaultNumber() const
 {
-    FltLoader const loader;
+    static FltLoader const loader;
     auto const take = [&](auto place) -> std::optional<std::uint64_t> {
         using Value = std::remove_cv_t<std::remove_reference_t<decltype(loader.*place)>>;
         if constexpr (std::is_integral_v<Value> || std::is_enum_v<Value>)

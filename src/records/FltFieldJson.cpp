@@ -30,7 +30,7 @@ void FltFieldJson::end(char const* name)
         flags.end = json.size();
 }
 
-/// Flags may be named when further fields are there already: their value stands where it stood, and becomes an
+/// Flags may be named when further fields are there already: their value stays where it is, and becomes an
 /// object.
 void FltFieldJson::flag(char const* name, std::uint32_t word, int bit, char const* /*label*/)
 {

@@ -3,6 +3,7 @@
 #include "records/FltFields.h"
 #include "records/FltRecordDefinition.h"
 
+// Parts of properties(), which override nothing. NOLINTBEGIN(bugprone-virtual-near-miss)
 std::ostream& FltRecordVertexColor::properties1(std::ostream& os) const
 {
     FltFieldDump dump(os);
@@ -16,6 +17,7 @@ std::ostream& FltRecordVertexColor::properties2(std::ostream& os) const
     colorFields(*this, dump);
     return os;
 }
+// NOLINTEND(bugprone-virtual-near-miss)
 
 template class FltRecordOf<FltRecordVertexPalette, PaletteFltRecord>;
 template class FltRecordOf<FltRecordVertexColor, PaletteFltRecord>;

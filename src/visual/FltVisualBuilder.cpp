@@ -375,11 +375,12 @@ FltVisualPart const& FltVisualBuilder::buildDefinition(Number number)
 
 FltVisualPart FltVisualBuilder::buildLight(Number number)
 {
-    std::optional<FltVisualLight> light = FltLightReader::read(model.tree.recordOf(number), model.palettes);
+    std::optional<FltVisualLight> const light =
+        FltLightReader::read(model.tree.recordOf(number), model.palettes);
     if (!light)
         return {};
     FltNodeBuilder node = begin(number);
-    node->become<FltVisualLight>(std::move(*light));
+    node->become<FltVisualLight>(*light);
     return node.finish();
 }
 
