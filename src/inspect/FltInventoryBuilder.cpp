@@ -145,7 +145,8 @@ bool FltInventoryBuilder::isStray()
         --extensionLevels;
     if (extensionLevels > 0 || opcode == FltOpcode::continuation)
         return false;
-    if (part == Part::node || part == Part::component || part == Part::push || part == Part::pop)
+    if (part == Part::node || part == Part::component || part == Part::corners || part == Part::push ||
+        part == Part::pop)
         isAfterPop = part == Part::pop;
     return isAfterPop && part == Part::ancillary;
 }

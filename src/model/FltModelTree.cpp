@@ -4,6 +4,8 @@
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltOpcodeTable.h"
 
+#include <algorithm>
+
 using Part = FltOpcodeRow::Part;
 
 FltModelTree::Place FltModelTree::add(FltRecordView const& record)
@@ -97,4 +99,14 @@ FltRecordView const* FltModelTree::ancillaryEnd(Number number) const
     while (record != end && FltOpcodeTable::partOf(static_cast<int>(record->opcode)) == Part::ancillary)
         ++record;
     return record;
+}
+
+FltRecordView const* FltModelTree::ancillary(Number number, int opcode) const
+{
+    FltRecordView const* const end = ancillaryEnd(number);
+    FltRecordView const* const found =
+        std::find_if(ancillaryBegin(number), end, [opcode](FltRecordView const& record) {
+            return static_cast<int>(record.opcode) == opcode;
+        });
+    return found != end ? found : nullptr;
 }

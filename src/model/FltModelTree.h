@@ -49,6 +49,9 @@ public:
     /// @{
     FltRecordView const* ancillaryBegin(Number number) const;
     FltRecordView const* ancillaryEnd(Number number) const;
+
+    /// The first one of an opcode; null if there is none.
+    FltRecordView const* ancillary(Number number, int opcode) const;
     /// @}
 
     /// Has levels left out from a record on, since they are nested too deeply. The first place is reported.

@@ -6,7 +6,6 @@
 #include "records/FltRecordId.h"
 #include "records/FltRecordLongID.h"
 
-#include <algorithm>
 #include <cstring>
 
 using Number = FltModelTree::Number;
@@ -40,21 +39,11 @@ std::string shortNameOf(FltRecordView const& record)
     return name.substr(0, name.rfind('.'));
 }
 
-/// The first record of an opcode that says more about a node; null if there is none.
-FltRecordView const* find(FltModelTree const& tree, Number number, std::uint32_t opcode)
-{
-    FltRecordView const* const end = tree.ancillaryEnd(number);
-    FltRecordView const* const found =
-        std::find_if(tree.ancillaryBegin(number), end,
-                     [opcode](FltRecordView const& record) { return record.opcode == opcode; });
-    return found != end ? found : nullptr;
-}
-
 } // namespace
 
 std::string FltNodeWords::nameOf(FltModelTree const& tree, Number number)
 {
-    if (FltRecordView const* const longId = find(tree, number, FltOpcode::longID))
+    if (FltRecordView const* const longId = tree.ancillary(number, FltOpcode::longID))
         return FltDecoded<FltRecordLongID>(*longId).idASCII.get();
     FltRecordView const& record = tree.recordOf(number);
     return hasId(record) ? shortNameOf(record) : std::string();
@@ -74,6 +63,6 @@ std::vector<std::string> FltNodeWords::commentsOf(FltModelTree const& tree, Numb
 
 std::string FltNodeWords::textOf(FltModelTree const& tree, Number number)
 {
-    FltRecordView const* const comment = find(tree, number, FltOpcode::comment);
+    FltRecordView const* const comment = tree.ancillary(number, FltOpcode::comment);
     return comment != nullptr ? commentIn(*comment) : std::string();
 }

@@ -11,6 +11,7 @@ struct FltOpcodeRow {
         unknown,
         node,      ///< Stands in the hierarchy, and may have a name and a level of its own.
         component, ///< Stands in the hierarchy too, as something that a node is made of: a face, a mesh.
+        corners,   ///< Stands below a component, and says where its corners are.
         ancillary, ///< Says more about the node before it.
         palette,   ///< Belongs to the whole file.
         vertex,    ///< Stands in the vertex palette.
@@ -32,7 +33,7 @@ struct FltOpcodeRow {
     Part part;
     Lengths lengths;
     std::string_view absence; ///< What a scene of the exact conversion lacks for it; empty if nothing.
-    int finding = 0;          ///< Number of the finding with which a check tells of that; 0 for none.
+    int finding = 0;          ///< With which a check tells of that, by FltFindingNumber; 0 for none.
     bool isSilent = false; ///< Whether a complete scene lacks nothing where it shows nothing of the record.
 };
 

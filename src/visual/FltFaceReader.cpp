@@ -47,16 +47,6 @@ std::vector<std::uint32_t> indicesOf(FltRecordView const& record, FltRecordMeshP
     return indices;
 }
 
-/// The record of an opcode that says more about a node; null if there is none.
-FltRecordView const* ancillaryOf(FltModelTree const& tree, Number number, std::uint32_t opcode)
-{
-    FltRecordView const* const end = tree.ancillaryEnd(number);
-    FltRecordView const* const found =
-        std::find_if(tree.ancillaryBegin(number), end,
-                     [&](FltRecordView const& record) { return record.opcode == opcode; });
-    return found != end ? found : nullptr;
-}
-
 /// Calls an action for each face of a primitive, with the places of its vertices in the list of indices.
 template <class Action>
 void forEachFace(int type, std::size_t count, Action action)
@@ -268,7 +258,7 @@ void FltFaceReader::readLayerUvs(Number list, bool isMorph, FltFaceInput& input)
 {
     if (input.layers.empty())
         return;
-    FltRecordView const* const record = ancillaryOf(tools.model.tree, list, FltOpcode::uvList);
+    FltRecordView const* const record = tools.model.tree.ancillary(list, FltOpcode::uvList);
     if (record == nullptr)
         return;
     FltDecoded<FltRecordLayerUVs> const head(*record);

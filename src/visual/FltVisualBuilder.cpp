@@ -6,6 +6,7 @@
 #include "model/FltTransformation.h"
 #include "records/FltOpcode.h"
 #include "records/FltOpcodeName.h"
+#include "records/FltOpcodeTable.h"
 #include "records/FltRecordExternalReference.h"
 #include "records/FltRecordGroupAndObject.h"
 #include "records/FltRecordLOD.h"
@@ -224,24 +225,14 @@ void FltVisualBuilder::addChild(Number child, FltNodeBuilder& node, float object
         setting.progress(model, record.offset);
         childrenUntilProgress = childrenPerProgress;
     }
-    switch (record.opcode) {
-    case FltOpcode::lightSource:
-    case FltOpcode::vertexList:
-    case FltOpcode::morphVertexList:
-    case FltOpcode::oldVertex:
-    case FltOpcode::oldVertexColor:
-    case FltOpcode::oldVertexColorNormal:
-    case FltOpcode::meshPrimitive:
+    if (record.opcode == FltOpcode::lightSource ||
+        FltOpcodeTable::partOf(static_cast<int>(record.opcode)) == FltOpcodeRow::Part::corners)
         return;
-    case FltOpcode::lod:
-    case FltOpcode::oldLOD: {
+    if (record.opcode == FltOpcode::lod || record.opcode == FltOpcode::oldLOD) {
         FltVisualPart const part = buildNode(child, objectTransparency);
         if (part.node != nullptr && !collected.levels.add(record, part))
             node.add(part);
         return;
-    }
-    default:
-        break;
     }
     if (!FltFaceReader::reads(record.opcode))
         node.add(buildNode(child, objectTransparency));
@@ -386,18 +377,7 @@ FltVisualPart FltVisualBuilder::buildLight(Number number)
 
 void FltVisualBuilder::countLeftOut(FltRecordView const& record)
 {
-    switch (record.opcode) {
-    case FltOpcode::group:
-    case FltOpcode::object:
-    case FltOpcode::dof:
-    case FltOpcode::lod:
-    case FltOpcode::oldLOD:
-    case FltOpcode::text:
-    case FltOpcode::instanceDefinition:
-    case FltOpcode::lightPointSystem:
-        return;
-    default:
-        break;
-    }
-    ++setting.leftOut[FltOpcodeName::of(static_cast<int>(record.opcode))];
+    auto const opcode = static_cast<int>(record.opcode);
+    if (!FltOpcodeTable::isSilent(opcode))
+        ++setting.leftOut[FltOpcodeName::of(opcode)];
 }

@@ -1,5 +1,7 @@
 #include "records/FltOpcodeTable.h"
 
+#include "messages/FltFindingNumber.h"
+
 #include "records/FltOpcodeName.h"
 #include "records/FltRecordTable.h"
 
@@ -40,6 +42,10 @@ TEST(FltOpcodeTable, TellsThePartsOfAHierarchyFromWhatTheyAreMadeOf)
     EXPECT_EQ(FltOpcodeTable::partOf(FltOpcode::separatingPlane), Part::node);
     EXPECT_EQ(FltOpcodeTable::partOf(FltOpcode::face), Part::component);
     EXPECT_EQ(FltOpcodeTable::partOf(FltOpcode::mesh), Part::component);
+    for (int const opcode :
+         {FltOpcode::vertexList, FltOpcode::morphVertexList, FltOpcode::oldVertex, FltOpcode::oldVertexColor,
+          FltOpcode::oldVertexColorNormal, FltOpcode::meshPrimitive})
+        EXPECT_EQ(FltOpcodeTable::partOf(opcode), Part::corners) << opcode;
     EXPECT_EQ(FltOpcodeTable::partOf(FltOpcode::matrix), Part::ancillary);
     EXPECT_EQ(FltOpcodeTable::partOf(FltOpcode::material), Part::palette);
     EXPECT_EQ(FltOpcodeTable::partOf(FltOpcode::vertexColorUv), Part::vertex);
@@ -79,8 +85,10 @@ TEST(FltOpcodeTable, NamesRecordsAndThoseWithoutANameByTheirOpcode)
 
 TEST(FltOpcodeTable, TellsWhatACompleteSceneDoesNotLack)
 {
-    for (int const opcode : {FltOpcode::header, FltOpcode::vertexPalette, FltOpcode::namePalette,
-                             FltOpcode::group, FltOpcode::lightPointSystem})
+    for (int const opcode :
+         {FltOpcode::header, FltOpcode::vertexPalette, FltOpcode::namePalette, FltOpcode::group,
+          FltOpcode::object, FltOpcode::dof, FltOpcode::lod, FltOpcode::oldLOD, FltOpcode::text,
+          FltOpcode::instanceDefinition, FltOpcode::lightPointSystem})
         EXPECT_TRUE(FltOpcodeTable::isSilent(opcode)) << opcode;
     for (int const opcode :
          {int(FltOpcode::soundPalette), int(FltOpcode::sound), int(FltOpcode::face), 65, 6, -1})
@@ -89,7 +97,7 @@ TEST(FltOpcodeTable, TellsWhatACompleteSceneDoesNotLack)
 
 TEST(FltOpcodeTable, TellsWhichFindingTellsOfALoss)
 {
-    EXPECT_EQ(FltOpcodeTable::find(FltOpcode::replicate)->finding, 806);
-    EXPECT_EQ(FltOpcodeTable::find(FltOpcode::translate)->finding, 815);
+    EXPECT_EQ(FltOpcodeTable::find(FltOpcode::replicate)->finding, FltFindingNumber::lostCopies);
+    EXPECT_EQ(FltOpcodeTable::find(FltOpcode::translate)->finding, FltFindingNumber::lostTransformation);
     EXPECT_EQ(FltOpcodeTable::find(FltOpcode::group)->finding, 0);
 }
