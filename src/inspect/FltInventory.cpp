@@ -1,11 +1,26 @@
 #include "inspect/FltInventory.h"
 
 #include "inspect/FltInventoryBuilder.h"
+#include "model/FltRecordView.h"
 #include "records/FltOpcode.h"
-#include "records/FltUtils.h"
+#include "records/FltRecordVertex.h"
 
 #include <algorithm>
-#include <cstring>
+
+namespace
+{
+
+/// All forms of the palette begin with the coordinates, and all old ones too.
+template <class Record>
+std::array<double, 3> positionIn(FltRecordView const& record)
+{
+    Record vertex(0);
+    record.decodeFieldsTo(vertex);
+    return {static_cast<double>(vertex.Xcoordinate), static_cast<double>(vertex.Ycoordinate),
+            static_cast<double>(vertex.Zcoordinate)};
+}
+
+} // namespace
 
 FltInventory::FltInventory(std::string const& path) : fileName(path), reader(path)
 {
@@ -31,22 +46,11 @@ char const* FltInventory::DegreeOfFreedom::nameOf(std::size_t range)
 std::array<double, 3> FltInventory::position(std::uint32_t vertex) const
 {
     Vertex const& one = vertices[vertex];
-    std::array<double, 3> result{};
-    if (!one.isWhole)
-        return result;
-    char const* const begin = reader.file().data() + one.record;
-    bool const isOld = one.opcode <= FltOpcode::oldVertexColorNormal;
-    for (std::size_t i = 0; i < 3; ++i) {
-        if (isOld) {
-            result[i] = static_cast<std::int32_t>(FltUtils::word32At(begin + 4 + 4 * i));
-            continue;
-        }
-        char const* const place = begin + 8 + 8 * i;
-        std::uint64_t const word =
-            std::uint64_t(FltUtils::word32At(place)) << 32 | FltUtils::word32At(place + 4);
-        std::memcpy(&result[i], &word, sizeof word);
-    }
-    return result;
+    std::string_view const rest = reader.file().substr(one.offset);
+    auto const room = static_cast<std::uint32_t>(std::min<std::size_t>(rest.size(), UINT16_MAX));
+    FltRecordView const record{rest.data(), room, one.opcode, one.offset};
+    return one.opcode <= FltOpcode::oldVertexColorNormal ? positionIn<FltRecordOldVertex>(record)
+                                                         : positionIn<FltRecordVertexColor>(record);
 }
 
 std::uint64_t FltInventory::triangles() const

@@ -53,11 +53,11 @@ public:
         bool hasLevel = false;      ///< Whether a Push follows it.
     };
 
+    /// A vertex of the palette, or one of the old forms, which stand below a face.
     struct Vertex {
-        std::uint64_t record = 0;        ///< Where its coordinates stand in the file, less 8 bytes.
-        std::uint32_t paletteOffset = 0; ///< By which vertex lists name it; 0 for one in no palette.
-        std::uint8_t opcode = 0;         ///< 68 to 71 in the palette, 7 to 9 below a face, 85 in a mesh.
-        bool isWhole = true;             ///< Whether the file holds all of its coordinates.
+        std::uint64_t offset = 0;
+        std::uint8_t opcode = 0;
+        bool isWhole = true; ///< Whether the file holds all of its coordinates.
     };
 
     /// What a face and a mesh have in common.
@@ -228,6 +228,7 @@ public:
     std::uint64_t faultOffset() const { return reader.offset(); }
 
     /// The position of a vertex in units of the database.
+    /// Of one that the file doesn't hold in whole, what is missing is zero.
     std::array<double, 3> position(std::uint32_t vertex) const;
 
     /// Triangles that faces and meshes make.

@@ -16,10 +16,12 @@
 #include "records/FltRecordMaterial.h"
 #include "records/FltRecordMesh.h"
 #include "records/FltRecordSwitch.h"
+#include "records/FltRecordTable.h"
 #include "records/FltRecordTextureLayers.h"
 #include "records/FltRecordTextureMapping.h"
 #include "records/FltRecordTexturePattern.h"
 #include "records/FltRecordTransformations.h"
+#include "records/FltRecordVertex.h"
 #include "records/FltVertexListEntry.h"
 
 #include <algorithm>
@@ -65,6 +67,17 @@ void takeSurface(FltInventory::Surface& surface, FltRecordFace const& record)
     surface.templateMode = static_cast<std::uint8_t>(record.templateBillboard);
     surface.lightMode = record.lightMode;
     surface.lineStyle = record.lineStyleIndex;
+}
+
+/// Bytes of a vertex up to the end of its coordinates.
+template <class Record>
+std::size_t endOfCoordinates()
+{
+    static std::size_t const end = [] {
+        Record const vertex(0);
+        return FltFields::endOf(vertex, &vertex.Zcoordinate);
+    }();
+    return end;
 }
 
 double determinantOf(float const (&matrix)[4][4])
@@ -154,7 +167,9 @@ bool FltInventoryBuilder::isStray()
 void FltInventoryBuilder::takePalette()
 {
     FltRecord const* const record = reader.record();
-    if (auto const* const texture = dynamic_cast<FltRecordTexturePattern const*>(record))
+    if (reader.opcode() == FltOpcode::vertexPalette)
+        beginVertexPalette();
+    else if (auto const* const texture = dynamic_cast<FltRecordTexturePattern const*>(record))
         enter(inventory.textures, texture->patternIndex, textOf(texture->fileName, sizeof texture->fileName));
     else if (auto const* const material = dynamic_cast<FltRecordMaterial const*>(record))
         enter(inventory.materials, material->index, textOf(material->name, sizeof material->name));
@@ -189,43 +204,47 @@ void FltInventoryBuilder::takeOldMaterials(FltRecordOLDMaterialPalette const& re
         enter(inventory.materials, index++, textOf(entry.name, sizeof entry.name));
 }
 
+void FltInventoryBuilder::beginVertexPalette()
+{
+    palette.beginPalette(view());
+    std::size_t const rest = reader.file().size() - reader.offset();
+    std::size_t const bytes =
+        std::min<std::size_t>(FltDecoded<FltRecordVertexPalette>(view()).vertexPaletteTotalLength, rest);
+    inventory.vertices.reserve(bytes / FltRecordTable::leastOf(FltOpcode::vertexColor, reader.revision()));
+}
+
 void FltInventoryBuilder::takeVertex()
 {
-    constexpr std::size_t coordinatesEnd = 32;
-    auto const position = static_cast<std::uint32_t>(inventory.vertices.size());
-    bool const isWhole = reader.offset() + coordinatesEnd <= reader.file().size();
-    inventory.vertices.push_back({reader.offset(), static_cast<std::uint32_t>(nextVertexOffset),
-                                  static_cast<std::uint8_t>(reader.opcode()), isWhole});
-    palette.emplace_back(static_cast<std::uint32_t>(nextVertexOffset), position);
-    nextVertexOffset += reader.length();
+    std::uint32_t const vertex = addVertex();
+    palette.add(reader.offset(), vertex);
 }
 
 void FltInventoryBuilder::takeOldVertex()
 {
-    constexpr std::size_t coordinatesEnd = 16;
     std::uint32_t const face = currentFace();
     if (face == none)
         return;
-    bool const isWhole = reader.offset() + coordinatesEnd <= reader.file().size();
-    inventory.faceVertices.push_back(static_cast<std::uint32_t>(inventory.vertices.size()));
-    inventory.vertices.push_back({reader.offset(), 0, static_cast<std::uint8_t>(reader.opcode()), isWhole});
+    inventory.faceVertices.push_back(addVertex());
     ++inventory.faces[face].vertexCount;
+}
+
+std::uint32_t FltInventoryBuilder::addVertex()
+{
+    bool const isOld = reader.opcode() <= FltOpcode::oldVertexColorNormal;
+    std::size_t const coordinatesEnd =
+        isOld ? endOfCoordinates<FltRecordOldVertex>() : endOfCoordinates<FltRecordVertexColor>();
+    bool const isWhole = reader.offset() + coordinatesEnd <= reader.file().size();
+    inventory.vertices.push_back({reader.offset(), static_cast<std::uint8_t>(reader.opcode()), isWhole});
+    return static_cast<std::uint32_t>(inventory.vertices.size() - 1);
 }
 
 void FltInventoryBuilder::addFaceVertex(std::int64_t offset)
 {
-    auto found = palette.begin() + static_cast<std::ptrdiff_t>(std::min(nextGuess, palette.size()));
-    if (found == palette.end() || found->first != offset)
-        found = std::lower_bound(palette.begin(), palette.end(), offset,
-                                 [](auto const& entry, std::int64_t wanted) { return entry.first < wanted; });
     std::uint32_t const face = currentFace();
-    if (found != palette.end() && found->first == offset) {
-        inventory.faceVertices.push_back(found->second);
-        nextGuess = static_cast<std::size_t>(found - palette.begin()) + 1;
-    } else {
-        inventory.faceVertices.push_back(none);
+    std::uint32_t const vertex = palette.find(offset);
+    inventory.faceVertices.push_back(vertex);
+    if (vertex == none)
         inventory.lostOffsets.push_back({reader.offset(), face, offset});
-    }
     ++inventory.faces[face].vertexCount;
 }
 

@@ -2,9 +2,9 @@
 
 #include "inspect/FltInventory.h"
 #include "model/FltRecordView.h"
+#include "model/FltVertexOffsets.h"
 
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 class FltRecordHeader;
@@ -49,7 +49,9 @@ private:
 
     void takeHeader(FltRecordHeader const& record);
     void takeOldMaterials(FltRecordOLDMaterialPalette const& record);
+    void beginVertexPalette();
     void takeVertex();
+    std::uint32_t addVertex();
     void takeOldVertex();
     void takeFace();
     void takeVertexList();
@@ -90,10 +92,7 @@ private:
     std::uint32_t subfaceLevels = 0;
     std::uint32_t extensionLevels = 0;
     bool isAfterPop = false;
-    std::vector<std::pair<std::uint32_t, std::uint32_t>>
-        palette;               ///< Offsets, ascending, with their vertices.
-    std::size_t nextGuess = 0; ///< In palette.
-    std::uint64_t nextVertexOffset = 8;
+    FltVertexOffsets palette;
     std::uint64_t poolBytes = 0; ///< Of the local vertex pool that may go on.
     int opcodeBefore = 0;
 };

@@ -4,17 +4,10 @@
 #include "records/FltRecordVertex.h"
 
 #include <algorithm>
-#include <iterator>
 #include <type_traits>
 
 namespace
 {
-
-/// Offsets are looked up in runs of so many bytes.
-constexpr int bucketBits = 5;
-
-/// Bytes of a palette's head, which a palette without one is taken to have.
-constexpr std::size_t paletteHeadSize = 8;
 
 constexpr std::uint16_t noColorFlag = 0x2000;
 constexpr std::uint16_t packedColorFlag = 0x1000;
@@ -80,15 +73,8 @@ FltVertex paletteVertexOf(FltRecordView const& record, FltColors const& colors, 
 
 void FltVertexStore::addPaletteVertex(FltRecordView const& record, FltColors const& colors, int revision)
 {
-    if (!hasPalette && paletteBegin == 0)
-        paletteBegin = record.offset - std::min(record.offset, paletteHeadSize);
-    hasPalette = true;
-    std::size_t const offset = record.offset - paletteBegin;
-    if (!starts.empty() && offset <= starts.back().offset)
-        return; // a second palette: offsets go on meaning the first
-    starts.push_back({static_cast<std::uint32_t>(offset), add(paletteVertexOf(record, colors, revision))});
-    if (buckets.size() <= offset >> bucketBits)
-        buckets.resize((offset >> bucketBits) + 1, static_cast<std::uint32_t>(starts.size() - 1));
+    if (offsets.add(record.offset, static_cast<std::uint32_t>(vertices.size())))
+        add(paletteVertexOf(record, colors, revision));
 }
 
 std::uint32_t FltVertexStore::addOldVertex(FltRecordView const& record, FltColors const& colors)
@@ -107,14 +93,4 @@ std::uint32_t FltVertexStore::add(FltVertex const& vertex)
 {
     vertices.push_back(vertex);
     return static_cast<std::uint32_t>(vertices.size() - 1);
-}
-
-std::uint32_t FltVertexStore::find(std::int64_t offset) const
-{
-    if (offset < 0 || static_cast<std::size_t>(offset >> bucketBits) >= buckets.size())
-        return none;
-    for (std::size_t i = buckets[static_cast<std::size_t>(offset >> bucketBits)]; i < starts.size(); ++i)
-        if (starts[i].offset >= offset)
-            return starts[i].offset == offset ? starts[i].number : none;
-    return none;
 }

@@ -3,8 +3,8 @@
 #include "model/FltColors.h"
 #include "model/FltRecordView.h"
 #include "model/FltVertex.h"
+#include "model/FltVertexOffsets.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -13,10 +13,10 @@
 class FltVertexStore
 {
 public:
-    static constexpr std::uint32_t none = ~0U;
+    static constexpr std::uint32_t none = FltVertexOffsets::none;
 
     /// Starts the vertex palette: offsets count from here on.
-    void beginPalette(FltRecordView const& head) { paletteBegin = head.offset; }
+    void beginPalette(FltRecordView const& head) { offsets.beginPalette(head); }
 
     /// Adds a vertex record of the palette.
     void addPaletteVertex(FltRecordView const& record, FltColors const& colors, int revision);
@@ -28,20 +28,12 @@ public:
     std::uint32_t add(FltVertex const& vertex);
 
     /// The number of the vertex that begins at an offset of the palette; none if no vertex does.
-    std::uint32_t find(std::int64_t offset) const;
+    std::uint32_t find(std::int64_t offset) const { return offsets.find(offset); }
 
     FltVertex const& operator[](std::uint32_t number) const { return vertices[number]; }
     std::size_t size() const { return vertices.size(); }
 
 private:
-    struct Start {
-        std::uint32_t offset;
-        std::uint32_t number;
-    };
-
     std::vector<FltVertex> vertices;
-    std::vector<Start> starts;          ///< By ascending offset.
-    std::vector<std::uint32_t> buckets; ///< For each run of offsets, the first start in or after it.
-    std::size_t paletteBegin = 0;
-    bool hasPalette = false;
+    FltVertexOffsets offsets;
 };

@@ -109,6 +109,42 @@ TEST_F(FltInventoryTest, keepsOffsetsThatHitNoVertex)
     EXPECT_EQ(inventory.faceVertices.back(), FltInventory::none);
 }
 
+/// Only the lengths of the vertices were counted; a conversion counted all bytes, and drew other faces.
+TEST_F(FltInventoryTest, countsAllBytesOfThePaletteInOffsets)
+{
+    FltWriter flt;
+    flt.vertexPalette();
+    std::size_t const head = flt.lastOffset();
+    double const first = flt.vertex("VertexColor", 1, 2, 3);
+    flt.add("Comment", {{"textDescription", "between two vertices"}});
+    flt.vertex("VertexColor", 4, 5, 6);
+    auto const second = static_cast<double>(flt.lastOffset() - head);
+    FltInventory const inventory = of(flt.push().face({first, second}).pop());
+    EXPECT_TRUE(inventory.lostOffsets.empty());
+    EXPECT_EQ(inventory.position(inventory.faceVertices.at(1)), (std::array<double, 3>{4, 5, 6}));
+}
+
+TEST_F(FltInventoryTest, knowsWhichVerticesTheFileEndsWithin)
+{
+    for (unsigned const length : {31U, 32U}) {
+        FltWriter flt;
+        flt.vertexPalette().vertex("VertexColor", 4, 5, 6);
+        flt.resizeLast(length);
+        FltInventory const inventory = of(flt);
+        ASSERT_EQ(inventory.vertices.size(), 1U);
+        EXPECT_EQ(inventory.vertices[0].isWhole, length == 32);
+        EXPECT_EQ(inventory.position(0)[1], 5);
+    }
+    for (unsigned const length : {15U, 16U}) {
+        FltWriter flt(11);
+        flt.push().add("Face").push().add("OldVertex", {{"Ycoordinate", 5}}).resizeLast(length);
+        FltInventory const inventory = of(flt);
+        ASSERT_EQ(inventory.vertices.size(), 1U);
+        EXPECT_EQ(inventory.vertices[0].isWhole, length == 16);
+        EXPECT_EQ(inventory.position(0)[1], 5);
+    }
+}
+
 TEST_F(FltInventoryTest, takesOldVerticesInWholeUnits)
 {
     FltWriter flt(11);
