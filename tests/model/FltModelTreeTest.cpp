@@ -110,6 +110,17 @@ TEST(FltModelTree, givesANodeTheRecordsRightAfterIt)
     EXPECT_EQ(grown.ancillaries(2), 1);
 }
 
+TEST(FltModelTree, findsTheFirstRecordOfAnOpcodeAfterANode)
+{
+    FltWriter flt;
+    flt.add("Group").add("Matrix").add("Comment").add("Comment").add("Group").add("LongID");
+    Grown const grown(flt);
+    EXPECT_EQ(grown.tree.ancillary(1, FltOpcode::comment), grown.tree.ancillaryBegin(1) + 1);
+    EXPECT_EQ(grown.tree.ancillary(1, FltOpcode::longID), nullptr) << "it is the other node's";
+    EXPECT_EQ(grown.tree.ancillary(2, FltOpcode::longID), grown.tree.ancillaryBegin(2));
+    EXPECT_EQ(grown.tree.ancillary(FltModelTree::root, FltOpcode::matrix), nullptr);
+}
+
 /// It went to the node that was read last, some levels below the one that it was written after.
 TEST(FltModelTree, givesNoNodeWhatFollowsAPop)
 {

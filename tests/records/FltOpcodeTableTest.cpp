@@ -1,7 +1,6 @@
 #include "records/FltOpcodeTable.h"
 
 #include "messages/FltFindingNumber.h"
-
 #include "records/FltOpcodeName.h"
 #include "records/FltRecordTable.h"
 

@@ -1,0 +1,185 @@
+#include "model/FltTransformation.h"
+
+#include "model/FltModelRecordReader.h"
+#include "writer/FltWriter.h"
+
+#include <Inventor/SbVec3f.h>
+#include <gtest/gtest.h>
+#include <limits>
+#include <string>
+
+namespace
+{
+
+using Fields = FltWriter::Fields;
+
+using Records = std::vector<std::pair<char const*, Fields>>;
+
+/// The transformation of a group with some records after it.
+class Transformed
+{
+public:
+    explicit Transformed(Records const& records)
+    {
+        FltWriter flt;
+        flt.add("Group");
+        for (auto const& [name, fields] : records)
+            flt.add(name, fields);
+        bytes = flt.bytes();
+        FltModelRecordReader reader(bytes.data(), bytes.size(), false);
+        FltRecordView record;
+        reader.next(record);
+        while (reader.next(record))
+            tree.add(record);
+    }
+
+    FltTransformation get() const { return {tree, 1}; }
+
+    /// Where the only matrix moves a point.
+    SbVec3f moved(SbVec3f const& from) const
+    {
+        FltTransformation const transformation = get();
+        EXPECT_EQ(transformation.getMatrices().size(), 1U);
+        SbVec3f to;
+        transformation.getMatrices().at(0).multVecMatrix(from, to);
+        return to;
+    }
+
+private:
+    std::string bytes;
+    FltModelTree tree{0};
+};
+
+void expectNear(SbVec3f const& is, SbVec3f const& wanted)
+{
+    EXPECT_TRUE(is.equals(wanted, 1e-8F)) << is[0] << ' ' << is[1] << ' ' << is[2] << " for " << wanted[0]
+                                          << ' ' << wanted[1] << ' ' << wanted[2];
+}
+
+FltValue matrixBy(double x, double y, double z, double w = 1)
+{
+    return {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, x, y, z, w};
+}
+
+TEST(FltTransformation, isNothingWithoutARecordOfIt)
+{
+    Transformed const none(Records{{"Comment", {}}});
+    EXPECT_TRUE(none.get().getMatrices().empty());
+    EXPECT_EQ(none.get().getReplications(), 0);
+}
+
+TEST(FltTransformation, movesByAllMatricesInTheirOrder)
+{
+    FltTransformation const both = Transformed(Records{{"Matrix", {{"matrix", matrixBy(1, 0, 0)}}},
+                                                       {"Matrix", {{"matrix", matrixBy(2, 0, 0)}}}})
+                                       .get();
+    ASSERT_EQ(both.getMatrices().size(), 2U);
+    EXPECT_EQ(both.getMatrices()[0][3][0], 1);
+    EXPECT_EQ(both.getMatrices()[1][3][0], 2);
+}
+
+TEST(FltTransformation, takesStepsOnlyWhereThereIsNoMatrix)
+{
+    std::pair<char const*, Fields> const step("Translate", {{"deltaX", 1}, {"deltaY", 2}, {"deltaZ", 3}});
+    expectNear(Transformed(Records{step}).moved({1, 1, 1}), {2, 3, 4});
+    expectNear(Transformed(Records{step, {"Matrix", {{"matrix", matrixBy(9, 0, 0)}}}}).moved({1, 1, 1}),
+               {10, 1, 1});
+}
+
+TEST(FltTransformation, takesStepsOneAfterTheOther)
+{
+    Transformed const steps(
+        {{"Translate", {{"deltaX", 1}}},
+         {"ScaleNonUniform", {{"XScaleFactor", 2}, {"YScaleFactor", 3}, {"ZScaleFactor", 4}}},
+         {"GeneralMatrix", {{"matrix", matrixBy(0, 0, 5)}}}});
+    expectNear(steps.moved({1, 1, 1}), {4, 3, 9});
+}
+
+TEST(FltTransformation, scalesAboutACentre)
+{
+    Transformed const scale(Records{{"ScaleNonUniform",
+                                     {{"XCenter", 1},
+                                      {"YCenter", 2},
+                                      {"ZCenter", 3},
+                                      {"XScaleFactor", 2},
+                                      {"YScaleFactor", 2},
+                                      {"ZScaleFactor", 2}}}});
+    expectNear(scale.moved({1, 2, 3}), {1, 2, 3});
+    expectNear(scale.moved({2, 2, 3}), {3, 2, 3});
+}
+
+TEST(FltTransformation, turnsAboutAPointByDegreesAgainstTheClock)
+{
+    Transformed const turn(
+        {{"RotateAboutPoint", {{"XCenterOfRotation", 1}, {"KAxisOfRotation", 2}, {"angleToRotate", 90}}}});
+    expectNear(turn.moved({2, 0, 7}), {1, 1, 7});
+}
+
+TEST(FltTransformation, turnsAboutAnEdge)
+{
+    Transformed const turn(
+        {{"RotateAboutEdge", {{"XCenter1", 1}, {"XCenter2", 1}, {"ZCenter2", 5}, {"angleToRotate", 90}}}});
+    expectNear(turn.moved({2, 0, 7}), {1, 1, 7});
+}
+
+TEST(FltTransformation, doesNotTurnAboutNoAxis)
+{
+    expectNear(Transformed(Records{{"RotateAboutPoint", {{"angleToRotate", 90}}}}).moved({1, 2, 3}),
+               {1, 2, 3});
+}
+
+TEST(FltTransformation, putsOneFrameOnAnother)
+{
+    Transformed const put(Records{{"PutTransform",
+                                   {{"XFromOrigin", 1},
+                                    {"XFromAlign", 2},
+                                    {"XFromTrack", 1},
+                                    {"YFromTrack", 1},
+                                    {"ZToOrigin", 4},
+                                    {"YToAlign", 3},
+                                    {"ZToAlign", 4},
+                                    {"XToTrack", -2},
+                                    {"ZToTrack", 4}}}});
+    expectNear(put.moved({1, 0, 0}), {0, 0, 4});
+    expectNear(put.moved({2, 0, 0}), {0, 1, 4});
+    expectNear(put.moved({1, 1, 0}), {-1, 0, 4});
+    expectNear(put.moved({1, 0, 1}), {0, 0, 5});
+}
+
+TEST(FltTransformation, leavesOutWhatNumbersCantTell)
+{
+    constexpr double endless = std::numeric_limits<float>::infinity();
+    EXPECT_TRUE(
+        Transformed(Records{{"Matrix", {{"matrix", matrixBy(endless, 0, 0)}}}}).get().getMatrices().empty());
+    EXPECT_TRUE(
+        Transformed(Records{{"Matrix", {{"matrix", matrixBy(0, 0, 0, 2e30)}}}}).get().getMatrices().empty());
+    EXPECT_EQ(Transformed(Records{{"Matrix", {{"matrix", matrixBy(9e29, 0, 0)}}}}).get().getMatrices().size(),
+              1U);
+    EXPECT_TRUE(Transformed(Records{{"Translate", {{"deltaX", endless}}}}).get().getMatrices().empty());
+}
+
+TEST(FltTransformation, repeatsOnlyWhatIsMoved)
+{
+    std::pair<char const*, Fields> const replicate("Replicate", {{"numberOfReplications", 3}});
+    EXPECT_EQ(Transformed(Records{replicate}).get().getReplications(), 0);
+    FltTransformation const moved =
+        Transformed(Records{replicate, {"Matrix", {{"matrix", matrixBy(2, 0, 0)}}}}).get();
+    EXPECT_EQ(moved.getReplications(), 3);
+    EXPECT_EQ(moved.getStep()[3][0], 2);
+}
+
+TEST(FltTransformation, placesTheFirstPartAndItsCopies)
+{
+    SbMatrix step;
+    step.setTranslate({2, 0, 0});
+    std::vector<SbMatrix> const places = FltTransformation::placesOf(step, 2);
+    ASSERT_EQ(places.size(), 3U);
+    EXPECT_EQ(places[0], SbMatrix::identity());
+    EXPECT_EQ(places[1][3][0], 2);
+    EXPECT_EQ(places[2][3][0], 4);
+    SbMatrix far;
+    far.setTranslate({6e29F, 0, 0});
+    EXPECT_EQ(FltTransformation::placesOf(far, 5).size(), 2U);
+}
+
+} // namespace
