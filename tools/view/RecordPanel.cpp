@@ -154,10 +154,14 @@ void RecordPanel::show(std::vector<Json> const& records, SoNode const* node, QSt
 
 void RecordPanel::addRecord(Json const& record)
 {
+    // A record that is too broken to be read has no class.
+    auto const member = [&record](char const* name) {
+        auto const found = record.find(name);
+        return found != record.end() ? textOf(*found) : QString();
+    };
     auto* const item =
-        new QTreeWidgetItem(tree, {textOf(record["class"]), "opcode " + textOf(record["opcode"]) + ", " +
-                                                                textOf(record["length"]) + " bytes at " +
-                                                                textOf(record["offset"])});
+        new QTreeWidgetItem(tree, {member("class"), "opcode " + member("opcode") + ", " + member("length") +
+                                                        " bytes at " + member("offset")});
     if (auto const error = record.find("error"); error != record.end())
         addLine(item, tr("error"), textOf(*error));
     if (auto const fields = record.find("fields"); fields != record.end())
