@@ -3,9 +3,9 @@
 #include "toolkit/SoNodeRef.h"
 #include "writer/FltWriter.h"
 
-#include <Inventor/SoPath.h>
+#include <Inventor/SbName.h>
 #include <Inventor/VRMLnodes/SoVRMLBillboard.h>
-#include <Inventor/actions/SoSearchAction.h>
+#include <Inventor/misc/SoChildList.h>
 #include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
 #include <Inventor/nodes/SoLOD.h>
@@ -14,9 +14,10 @@
 #include <Inventor/nodes/SoShapeHints.h>
 #include <Inventor/nodes/SoSwitch.h>
 #include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
-#include <stdexcept>
 #include <utility>
+#include <vector>
 
 namespace
 {
@@ -59,16 +60,13 @@ protected:
     template <class Node>
     Node* find(int number = 0) const
     {
-        SoSearchAction search;
-        search.setType(Node::getClassTypeId());
-        return static_cast<Node*>(found(search, number));
+        auto const isMeant = [](SoNode const& node) { return node.isOfType(Node::getClassTypeId()); };
+        return static_cast<Node*>(found(isMeant, number));
     }
 
     SoNode* named(char const* name) const
     {
-        SoSearchAction search;
-        search.setName(name);
-        return found(search, 0);
+        return found([name](SoNode const& node) { return node.getName() == name; }, 0);
     }
 
     FltRecordPlace placeOf(SoNode const* node) const
@@ -91,14 +89,23 @@ protected:
     FltScene scene;
 
 private:
-    SoNode* found(SoSearchAction& search, int number) const
+    using Condition = std::function<bool(SoNode const& node)>;
+
+    /// The node of a number among those that fulfil a condition, in the order of a traversal.
+    SoNode* found(Condition const& isMeant, int number) const
     {
-        search.setSearchingAll(TRUE);
-        search.setInterest(SoSearchAction::ALL);
-        search.apply(scene.root());
-        if (number < search.getPaths().getLength())
-            return static_cast<SoFullPath*>(search.getPaths()[number])->getTail();
-        throw std::logic_error("the scene has no such node");
+        std::vector<SoNode*> nodes;
+        collect(scene.root(), isMeant, nodes);
+        return nodes.at(static_cast<std::size_t>(number));
+    }
+
+    static void collect(SoNode* node, Condition const& isMeant, std::vector<SoNode*>& nodes)
+    {
+        if (isMeant(*node))
+            nodes.push_back(node);
+        SoChildList const* const children = node->getChildren();
+        for (int i = 0; children != nullptr && i < children->getLength(); ++i)
+            collect((*children)[i], isMeant, nodes);
     }
 
     void expect(std::uint64_t offset, bool isOwn, SoNode const* node) const
