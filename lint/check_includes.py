@@ -102,6 +102,12 @@ def check(root: pathlib.Path) -> list[str]:
         above.append(folder)
     unknown = {f"src/{entry.name}" for entry in (root / "src").iterdir() if entry.is_dir()} - set(above)
     problems += [f"{folder} has no line in the table" for folder in sorted(unknown)]
+    seen: dict[str, pathlib.Path] = {}
+    for header in sorted((root / "src").rglob("*.h")):
+        other = seen.setdefault(header.name, header)
+        if other != header:
+            problems.append(f"{header.relative_to(root)} has the name of {other.relative_to(root)}: two classes of one "
+                            "name become one when they are linked")
     for folder in MAY_INCLUDE:
         sources = (path for ending in ("*.h", "*.cpp") for path in (root / folder).rglob(ending))
         for source in sorted(path.relative_to(root) for path in sources):

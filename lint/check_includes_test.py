@@ -55,6 +55,11 @@ class CheckIncludesTest(unittest.TestCase):
         self.assertEqual(self.problems(),
                          ["src/records/Wrong.h:1: src/records must not include tests/support/Help.h"])
 
+    def test_two_headers_of_one_name_are_found(self) -> None:
+        self.write("src/records/Floor.h")
+        self.assertEqual(self.problems(), ["src/toolkit/Floor.h has the name of src/records/Floor.h: two classes of one "
+                                           "name become one when they are linked"])
+
     def test_a_source_folder_without_a_line_in_the_table_is_found(self) -> None:
         self.write("src/cellar/Bottle.h")
         self.assertEqual(self.problems(), ["src/cellar has no line in the table"])

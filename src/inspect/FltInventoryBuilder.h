@@ -1,8 +1,8 @@
 #pragma once
 
 #include "inspect/FltInventory.h"
+#include "model/FltPaletteOffsets.h"
 #include "model/FltRecordView.h"
-#include "model/FltVertexOffsets.h"
 
 #include <cstdint>
 #include <vector>
@@ -92,7 +92,7 @@ private:
     std::uint32_t subfaceLevels = 0;
     std::uint32_t extensionLevels = 0;
     bool isAfterPop = false;
-    FltVertexOffsets palette;
+    FltPaletteOffsets palette;
     std::uint64_t poolBytes = 0; ///< Of the local vertex pool that may go on.
     int opcodeBefore = 0;
 };

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "model/FltColors.h"
+#include "model/FltPaletteOffsets.h"
 #include "model/FltRecordView.h"
 #include "model/FltVertex.h"
-#include "model/FltVertexOffsets.h"
 
 #include <cstdint>
 #include <vector>
@@ -13,7 +13,7 @@
 class FltVertexStore
 {
 public:
-    static constexpr std::uint32_t none = FltVertexOffsets::none;
+    static constexpr std::uint32_t none = FltPaletteOffsets::none;
 
     /// Starts the vertex palette: offsets count from here on.
     void beginPalette(FltRecordView const& head) { offsets.beginPalette(head); }
@@ -35,5 +35,5 @@ public:
 
 private:
     std::vector<FltVertex> vertices;
-    FltVertexOffsets offsets;
+    FltPaletteOffsets offsets;
 };

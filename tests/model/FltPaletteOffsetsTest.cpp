@@ -1,11 +1,11 @@
-#include "model/FltVertexOffsets.h"
+#include "model/FltPaletteOffsets.h"
 
 #include <gtest/gtest.h>
 
 namespace
 {
 
-constexpr std::uint32_t none = FltVertexOffsets::none;
+constexpr std::uint32_t none = FltPaletteOffsets::none;
 
 FltRecordView headAt(std::size_t offset)
 {
@@ -14,9 +14,9 @@ FltRecordView headAt(std::size_t offset)
     return head;
 }
 
-TEST(FltVertexOffsets, countFromTheHeadOfThePalette)
+TEST(FltPaletteOffsets, countFromTheHeadOfThePalette)
 {
-    FltVertexOffsets offsets;
+    FltPaletteOffsets offsets;
     offsets.beginPalette(headAt(1000));
     EXPECT_TRUE(offsets.add(1008, 7));
     EXPECT_TRUE(offsets.add(1048, 9));
@@ -24,21 +24,21 @@ TEST(FltVertexOffsets, countFromTheHeadOfThePalette)
     EXPECT_EQ(offsets.find(48), 9U);
 }
 
-TEST(FltVertexOffsets, takeAPaletteWithoutAHeadForOneWithAHeadOfEightBytes)
+TEST(FltPaletteOffsets, takeAPaletteWithoutAHeadForOneWithAHeadOfEightBytes)
 {
-    FltVertexOffsets offsets;
+    FltPaletteOffsets offsets;
     offsets.add(500, 0);
     offsets.add(540, 1);
     EXPECT_EQ(offsets.find(8), 0U);
     EXPECT_EQ(offsets.find(48), 1U);
-    FltVertexOffsets atOnce;
+    FltPaletteOffsets atOnce;
     atOnce.add(3, 4);
     EXPECT_EQ(atOnce.find(3), 4U);
 }
 
-TEST(FltVertexOffsets, findNothingWhereNoVertexBegins)
+TEST(FltPaletteOffsets, findNothingWhereNoVertexBegins)
 {
-    FltVertexOffsets offsets;
+    FltPaletteOffsets offsets;
     EXPECT_EQ(offsets.find(0), none);
     offsets.beginPalette(headAt(0));
     offsets.add(8, 0);
@@ -47,9 +47,9 @@ TEST(FltVertexOffsets, findNothingWhereNoVertexBegins)
         EXPECT_EQ(offsets.find(offset), none) << offset;
 }
 
-TEST(FltVertexOffsets, findEachOfMany)
+TEST(FltPaletteOffsets, findEachOfMany)
 {
-    FltVertexOffsets offsets;
+    FltPaletteOffsets offsets;
     offsets.beginPalette(headAt(100));
     for (std::uint32_t i = 0; i < 1000; ++i)
         ASSERT_TRUE(offsets.add(108 + 40 * std::size_t(i), i));
@@ -59,9 +59,9 @@ TEST(FltVertexOffsets, findEachOfMany)
     }
 }
 
-TEST(FltVertexOffsets, findVerticesBeyondALongGap)
+TEST(FltPaletteOffsets, findVerticesBeyondALongGap)
 {
-    FltVertexOffsets offsets;
+    FltPaletteOffsets offsets;
     offsets.beginPalette(headAt(0));
     offsets.add(8, 0);
     offsets.add(100'000, 1);
@@ -69,9 +69,9 @@ TEST(FltVertexOffsets, findVerticesBeyondALongGap)
     EXPECT_EQ(offsets.find(100'000), 1U);
 }
 
-TEST(FltVertexOffsets, goOnMeaningTheFirstOfTwoPalettes)
+TEST(FltPaletteOffsets, goOnMeaningTheFirstOfTwoPalettes)
 {
-    FltVertexOffsets offsets;
+    FltPaletteOffsets offsets;
     offsets.beginPalette(headAt(1000));
     offsets.add(1008, 0);
     offsets.add(1048, 1);

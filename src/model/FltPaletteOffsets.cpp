@@ -1,4 +1,4 @@
-#include "model/FltVertexOffsets.h"
+#include "model/FltPaletteOffsets.h"
 
 #include <algorithm>
 
@@ -13,7 +13,7 @@ constexpr std::size_t paletteHeadSize = 8;
 
 } // namespace
 
-bool FltVertexOffsets::add(std::size_t recordOffset, std::uint32_t number)
+bool FltPaletteOffsets::add(std::size_t recordOffset, std::uint32_t number)
 {
     if (!hasVertices && begin == 0)
         begin = recordOffset - std::min(recordOffset, paletteHeadSize);
@@ -27,7 +27,7 @@ bool FltVertexOffsets::add(std::size_t recordOffset, std::uint32_t number)
     return true;
 }
 
-std::uint32_t FltVertexOffsets::find(std::int64_t offset) const
+std::uint32_t FltPaletteOffsets::find(std::int64_t offset) const
 {
     if (offset < 0 || static_cast<std::size_t>(offset >> bucketBits) >= buckets.size())
         return none;

@@ -7,7 +7,7 @@
 #include <vector>
 
 /// Where the vertices of a vertex palette begin: faces name them by their byte offset from its head on.
-class FltVertexOffsets
+class FltPaletteOffsets
 {
 public:
     static constexpr std::uint32_t none = ~0U;
