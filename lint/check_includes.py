@@ -106,8 +106,8 @@ def check(root: pathlib.Path) -> list[str]:
     for header in sorted((root / "src").rglob("*.h")):
         other = seen.setdefault(header.name, header)
         if other != header:
-            problems.append(f"{header.relative_to(root)} has the name of {other.relative_to(root)}: two classes of one "
-                            "name become one when they are linked")
+            problems.append(f"{header.relative_to(root)} has the name of {other.relative_to(root)}: "
+                            "two classes of one name become one when they are linked")
     for folder in MAY_INCLUDE:
         sources = (path for ending in ("*.h", "*.cpp") for path in (root / folder).rglob(ending))
         for source in sorted(path.relative_to(root) for path in sources):

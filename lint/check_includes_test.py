@@ -57,8 +57,8 @@ class CheckIncludesTest(unittest.TestCase):
 
     def test_two_headers_of_one_name_are_found(self) -> None:
         self.write("src/records/Floor.h")
-        self.assertEqual(self.problems(), ["src/toolkit/Floor.h has the name of src/records/Floor.h: two classes of one "
-                                           "name become one when they are linked"])
+        self.assertEqual(self.problems(), ["src/toolkit/Floor.h has the name of src/records/Floor.h: "
+                                           "two classes of one name become one when they are linked"])
 
     def test_a_source_folder_without_a_line_in_the_table_is_found(self) -> None:
         self.write("src/cellar/Bottle.h")
