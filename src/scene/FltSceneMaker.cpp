@@ -126,7 +126,7 @@ SoNodeRef<SoNode> FltSceneMaker::makeNode(FltVisualNode& visual)
     return makeGroup(visual, new SoSeparator);
 }
 
-/// Notes the name of a node. Where it is cut, a group holds it whole.
+/// Notes the name and the record of a node.
 void FltSceneMaker::name(SoNode* node, FltVisualNode const& visual)
 {
     scene.names.add(node, visual.name);

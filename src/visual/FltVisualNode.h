@@ -40,8 +40,8 @@ struct FltVisualCopies {
 
 /// The meshes turn to the eye: their x goes to the right, and their -y to the eye.
 struct FltVisualTurning {
-    SbVec3d foot;      ///< Where the origin of the meshes stands.
-    bool isAboutPoint; ///< It turns any way; otherwise about z alone.
+    SbVec3d foot;              ///< Where the origin of the meshes stands.
+    bool isAboutPoint = false; ///< It turns any way; otherwise about z alone.
     double rows[3][3] = {
         {1, 0, 0}, {0, 1, 0}, {0, 0, 1}}; ///< What turned the stored directions into the meshes'.
 };
