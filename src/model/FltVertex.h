@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <iterator>
 
@@ -19,6 +20,15 @@ struct FltVertex {
     std::uint8_t flags = 0;
 
     bool has(Flag flag) const { return (flags & flag) != 0; }
+
+    /// Whether it can be drawn where it stands: not if a coordinate is no number, or beyond all others.
+    bool hasUsablePlace() const { return isUsable(position[0], position[1], position[2]); }
+
+    static bool isUsable(double x, double y, double z)
+    {
+        constexpr double most = 1e30;
+        return std::abs(x) < most && std::abs(y) < most && std::abs(z) < most;
+    }
 
     void setNormal(float const (&value)[3])
     {

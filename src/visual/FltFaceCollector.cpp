@@ -1,7 +1,5 @@
 #include "visual/FltFaceCollector.h"
 
-#include "model/FltFaceArea.h"
-
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -38,11 +36,6 @@ float clamped(float value)
     return value >= 0 ? std::min(value, 1.0F) : 0.0F;
 }
 
-std::uint32_t withAlpha(std::uint32_t color, float alpha)
-{
-    return (color & ~0xffU) | static_cast<std::uint32_t>(std::lround(clamped(alpha) * 255));
-}
-
 float channelOf(std::uint32_t color, int channel)
 {
     return static_cast<float>(color >> (24 - 8 * channel) & 0xff) / 255.0F;
@@ -77,20 +70,61 @@ void FltFaceCollector::add(FltFaceInput const& input)
     FltRecordFace const& record = input.record;
     collectPoints(input);
     Look const look = lookOf(input);
-    bool const isLights = record.drawType >= omnidirectionalLight && record.drawType <= bidirectionalLight;
+    FltMesh::Kind const kind = kindOf(input);
     if (points.empty()) {
         ++tools.leftOut["face without vertices"];
-    } else if (input.isLightPoints || isLights || points.size() == 1) {
+    } else if (kind == FltMesh::Kind::points) {
         addPoints(input, look);
-    } else if (points.size() == 2) {
-        addLines(input, lineLookOf(look, input, false), false);
-    } else if (record.drawType == closedOutline || record.drawType == openOutline) {
-        addLines(input, lineLookOf(look, input, false), record.drawType == closedOutline);
+    } else if (kind == FltMesh::Kind::lines) {
+        addLines(input, lineLookOf(look, input, false),
+                 points.size() > 2 && record.drawType == closedOutline);
     } else {
         addFaces(input, look);
         if (record.drawType == solidWithOutline)
             addLines(input, lineLookOf(look, input, true), true);
     }
+}
+
+FltMesh::Kind FltFaceCollector::kindOf(FltFaceInput const& input)
+{
+    std::int8_t const drawType = input.record.drawType;
+    bool const isLights = drawType >= omnidirectionalLight && drawType <= bidirectionalLight;
+    if (input.isLightPoints || isLights || input.vertices.size() == 1)
+        return FltMesh::Kind::points;
+    bool const isOutline = drawType == closedOutline || drawType == openOutline;
+    return isOutline || input.vertices.size() == 2 ? FltMesh::Kind::lines : FltMesh::Kind::faces;
+}
+
+bool FltFaceCollector::isLit(FltFaceInput const& input)
+{
+    return input.record.lightMode == litFaceColor || input.record.lightMode == litVertexColor;
+}
+
+bool FltFaceCollector::isTwoSided(FltFaceInput const& input)
+{
+    return input.record.drawType == bothSides;
+}
+
+bool FltFaceCollector::isHidden(FltFaceInput const& input)
+{
+    return (input.record.flags & hiddenFlag) != 0;
+}
+
+/// What counts of the palette; null if nothing does.
+FltMaterialValues const* FltFaceCollector::materialOf(FltFaceInput const& input) const
+{
+    std::int32_t const index = input.record.materialIndex;
+    auto const& materials = *tools.model.palettes.materials;
+    auto const found = isLit(input) && index >= 0 ? materials.find(index) : materials.end();
+    return found != materials.end() ? &found->second : nullptr;
+}
+
+std::uint32_t FltFaceCollector::alphaOf(FltFaceInput const& input) const
+{
+    FltMaterialValues const* const material = materialOf(input);
+    float const alpha = (1 - static_cast<float>(input.record.transparency) / 65535.0F) *
+                        (1 - input.objectTransparency) * (material != nullptr ? clamped(material->alpha) : 1);
+    return static_cast<std::uint32_t>(std::lround(clamped(alpha) * 255));
 }
 
 void FltFaceCollector::collectPoints(FltFaceInput const& input)
@@ -109,12 +143,11 @@ void FltFaceCollector::collectPoints(FltFaceInput const& input)
 FltFaceCollector::Look FltFaceCollector::lookOf(FltFaceInput const& input) const
 {
     FltRecordFace const& record = input.record;
-    FltPaletteSet const& palettes = tools.model.palettes;
     Look look;
     FltAppearance& appearance = look.appearance;
-    appearance.isLit = record.lightMode == litFaceColor || record.lightMode == litVertexColor;
-    appearance.isTwoSided = record.drawType == bothSides;
-    appearance.isHidden = (record.flags & hiddenFlag) != 0;
+    appearance.isLit = isLit(input);
+    appearance.isTwoSided = isTwoSided(input);
+    appearance.isHidden = isHidden(input);
     appearance.isOutlined = record.drawType == solidWithOutline;
     appearance.level = static_cast<std::uint8_t>(std::min(input.level, 100));
     if (tools.textures.has(record.texturePatternIndex))
@@ -123,14 +156,10 @@ FltFaceCollector::Look FltFaceCollector::lookOf(FltFaceInput const& input) const
     if (isTextured && !input.layers.empty())
         appearance.layers = tools.textures.layersNumber(input.layers);
 
-    float alpha = (1 - static_cast<float>(record.transparency) / 65535.0F) * (1 - input.objectTransparency);
-    auto const found = palettes.materials->find(record.materialIndex);
-    if (appearance.isLit && record.materialIndex >= 0 && found != palettes.materials->end()) {
+    look.material = materialOf(input);
+    if (look.material != nullptr)
         appearance.material = record.materialIndex;
-        look.material = &found->second;
-        alpha *= clamped(look.material->alpha);
-    }
-    look.color = withAlpha(faceColor(record, isTextured), alpha);
+    look.color = (faceColor(record, isTextured) & ~0xffU) | alphaOf(input);
     look.usesVertexColors = (record.lightMode == vertexColor || record.lightMode == litVertexColor) &&
                             !(isTextured && record.textureWhite != 0);
     bool const usesTextureAlpha = isTextured && record.templateBillboard != 0;
@@ -179,10 +208,7 @@ FltFaceCollector::Look FltFaceCollector::lineLookOf(Look const& look, FltFaceInp
 
 void FltFaceCollector::addFaces(FltFaceInput const& input, Look const& look)
 {
-    double size = 0;
-    for (SbVec3d const& point : points)
-        size = std::max(size, (point - points[0]).sqrLength());
-    if (!FltFaceArea::isDrawn(normal.length(), size)) {
+    if (!FltPolygonCutter::hasArea(points, normal)) {
         ++tools.leftOut["degenerate face"];
         return;
     }

@@ -3,6 +3,7 @@
 #include "model/FltLeftOut.h"
 #include "model/FltModel.h"
 #include "records/FltRecordFace.h"
+#include "visual/FltFaceReceiver.h"
 #include "visual/FltFileTextures.h"
 #include "visual/FltMeshBuilder.h"
 #include "visual/FltNodeBuilder.h"
@@ -62,9 +63,10 @@ struct FltFaceInput {
     explicit FltFaceInput(FltRecordFace const& record) : record(record) {}
 
     FltRecordFace const& record;
-    std::vector<std::uint32_t> vertices; ///< Numbers in the vertex store.
-    int level = 0;                       ///< How many faces it lies on.
-    float objectTransparency = 0;        ///< From 0 to 1.
+    FltModelTree::Number number = FltModelTree::none; ///< In the hierarchy.
+    std::vector<std::uint32_t> vertices;              ///< Numbers in the vertex store.
+    int level = 0;                                    ///< How many faces it lies on.
+    float objectTransparency = 0;                     ///< From 0 to 1.
     FltPlacement const* placement = nullptr;
     bool isLightPoints = false; ///< Only its vertices are drawn.
     float pointSize = 0;        ///< Of light points in pixels; 0 for the usual one.
@@ -74,15 +76,35 @@ struct FltFaceInput {
 };
 
 /// Collects the faces of a part of the hierarchy, and makes one mesh of all that look alike.
-class FltFaceCollector
+class FltFaceCollector : public FltFaceReceiver
 {
 public:
     explicit FltFaceCollector(FltMeshTools& tools) : tools(tools) {}
 
-    void add(FltFaceInput const& input);
+    void add(FltFaceInput const& input) override;
 
     /// Adds the meshes of all faces to a node. The collector is empty again then.
     void finish(FltNodeBuilder& node);
+
+    /// @name How a face is drawn
+    /// @{
+
+    /// As what. The vertices have to be there.
+    static FltMesh::Kind kindOf(FltFaceInput const& input);
+
+    /// Whether light falls on it.
+    static bool isLit(FltFaceInput const& input);
+
+    /// Whether both sides are seen.
+    static bool isTwoSided(FltFaceInput const& input);
+
+    /// Whether nothing is seen of it, unless somebody asks for it.
+    static bool isHidden(FltFaceInput const& input);
+
+    /// How much of it is seen, from 0 for nothing to 255 for all: by its own transparency, and those of the
+    /// Object and the material.
+    std::uint32_t alphaOf(FltFaceInput const& input) const;
+    /// @}
 
 private:
     struct Look {
@@ -100,6 +122,7 @@ private:
     };
 
     Look lookOf(FltFaceInput const& input) const;
+    FltMaterialValues const* materialOf(FltFaceInput const& input) const;
     Look lineLookOf(Look const& look, FltFaceInput const& input, bool isAlternate) const;
     std::uint32_t faceColor(FltRecordFace const& record, bool isTextured) const;
     std::uint32_t alternateColor(FltRecordFace const& record) const;

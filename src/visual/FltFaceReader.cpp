@@ -25,12 +25,6 @@ using Vertex = FltRecordLocalVertexPool::Vertex;
 
 constexpr int layerCount = FltTextureLayerMask::layerCount;
 
-bool isFinite(double const (&position)[3])
-{
-    return std::all_of(std::begin(position), std::end(position),
-                       [](double part) { return std::abs(part) < 1e30; });
-}
-
 std::vector<std::uint32_t> indicesOf(FltRecordView const& record, FltRecordMeshPrimitive const& primitive)
 {
     std::vector<std::uint32_t> indices;
@@ -87,7 +81,7 @@ bool FltFaceReader::reads(std::uint32_t opcode)
            opcode == FltOpcode::indexedLightPoint;
 }
 
-void FltFaceReader::read(Number number, FltFaceCollector& collector, float objectTransparency,
+void FltFaceReader::read(Number number, FltFaceReceiver& collector, float objectTransparency,
                          FltPlacement const* placement)
 {
     Context const context{collector, objectTransparency, placement};
@@ -146,6 +140,7 @@ FltFaceInput FltFaceReader::read(FltRecordMesh& face, Number number, Context con
 {
     decode(number, face);
     FltFaceInput input(face);
+    input.number = number;
     input.level = level;
     input.objectTransparency = context.objectTransparency;
     input.placement = context.placement;
@@ -232,7 +227,7 @@ void FltFaceReader::readVertexList(Number list, FltFaceInput& input)
 
 void FltFaceReader::addVertex(std::uint32_t vertex, FltFaceInput& input)
 {
-    if (vertex == FltVertexStore::none || !isFinite(tools.model.vertices[vertex].position))
+    if (vertex == FltVertexStore::none || !tools.model.vertices[vertex].hasUsablePlace())
         ++missingVertices;
     else
         input.vertices.push_back(vertex);
@@ -330,7 +325,7 @@ void FltFaceReader::readPool(FltRecordView const& record, MeshPool& pool)
 }
 
 void FltFaceReader::readPrimitive(FltRecordView const& record, MeshPool const& vertices, FltFaceInput& input,
-                                  FltFaceCollector& collector)
+                                  FltFaceReceiver& collector)
 {
     FltDecoded<FltRecordMeshPrimitive> const primitive(record);
     int const type = primitive.primitiveType;
@@ -351,8 +346,7 @@ void FltFaceReader::readPrimitive(FltRecordView const& record, MeshPool const& v
 
 void FltFaceReader::addMeshVertex(std::uint32_t index, MeshPool const& vertices, FltFaceInput& input) const
 {
-    if (index >= vertices.vertices.size() ||
-        !isFinite(tools.model.vertices[vertices.vertices[index]].position))
+    if (index >= vertices.vertices.size() || !tools.model.vertices[vertices.vertices[index]].hasUsablePlace())
         return;
     input.vertices.push_back(vertices.vertices[index]);
     for (std::size_t i = 0; i < input.layers.size(); ++i) {
@@ -370,6 +364,7 @@ void FltFaceReader::readLightPoints(Number number, Context const& context)
     face.materialIndex = -1;
     face.texturePatternIndex = -1;
     FltFaceInput input(face);
+    input.number = number;
     input.isLightPoints = true;
     input.objectTransparency = context.objectTransparency;
     input.placement = context.placement;

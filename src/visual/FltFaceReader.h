@@ -14,7 +14,7 @@ public:
 
     /// Adds a face or mesh and all faces that lie on it.
     /// @param objectTransparency of the Object around it, from 0 to 1
-    void read(FltModelTree::Number number, FltFaceCollector& collector, float objectTransparency,
+    void read(FltModelTree::Number number, FltFaceReceiver& collector, float objectTransparency,
               FltPlacement const* placement = nullptr);
 
     /// How a face or mesh turns to the eye.
@@ -26,7 +26,7 @@ public:
 
 private:
     struct Context {
-        FltFaceCollector& collector;
+        FltFaceReceiver& collector;
         float objectTransparency;
         FltPlacement const* placement;
     };
@@ -51,7 +51,7 @@ private:
     MeshPool const& poolOf(FltModelTree::Number mesh);
     void readPool(FltRecordView const& record, MeshPool& pool);
     void readPrimitive(FltRecordView const& record, MeshPool const& vertices, FltFaceInput& input,
-                       FltFaceCollector& collector);
+                       FltFaceReceiver& collector);
     void addMeshVertex(std::uint32_t index, MeshPool const& vertices, FltFaceInput& input) const;
 
     FltMeshTools& tools;

@@ -1,5 +1,7 @@
 #include "visual/FltPolygonCutter.h"
 
+#include "model/FltFaceArea.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -57,7 +59,21 @@ void FltPolygonCutter::project(std::vector<SbVec3d> const& corners, SbVec3d cons
         points.push_back({corner[u] - corners[0][u], corner[v] - corners[0][v]});
 }
 
-bool FltPolygonCutter::isFlat(std::vector<SbVec3d> const& corners, SbVec3d const& normal) const
+bool FltPolygonCutter::hasArea(std::vector<SbVec3d> const& corners, SbVec3d const& normal)
+{
+    double farthest = 0;
+    for (SbVec3d const& corner : corners)
+        farthest = std::max(farthest, (corner - corners[0]).sqrLength());
+    return FltFaceArea::isDrawn(normal.length(), farthest);
+}
+
+bool FltPolygonCutter::isConvex(std::vector<SbVec3d> const& corners, SbVec3d const& normal)
+{
+    project(corners, normal);
+    return findInnerCorner() < 0 && turnsOnce();
+}
+
+bool FltPolygonCutter::isFlat(std::vector<SbVec3d> const& corners, SbVec3d const& normal)
 {
     double const length = normal.length();
     double size = 0;

@@ -15,6 +15,18 @@ public:
     /// Twice the area of a polygon, as a vector along its normal.
     static SbVec3d normalOf(std::vector<SbVec3d> const& corners);
 
+    /// Whether a polygon spans an area that is drawn.
+    /// @param normal what normalOf() gives for the corners
+    static bool hasArea(std::vector<SbVec3d> const& corners, SbVec3d const& normal);
+
+    /// Whether a polygon bends inwards nowhere, and goes round once.
+    /// @param corners three or more
+    /// @param normal  what normalOf() gives for them; not zero
+    bool isConvex(std::vector<SbVec3d> const& corners, SbVec3d const& normal);
+
+    /// Whether no corner is farther from the plane than a thousandth of the size.
+    static bool isFlat(std::vector<SbVec3d> const& corners, SbVec3d const& normal);
+
     /// Cuts a polygon.
     /// @param corners three or more
     /// @param normal  what normalOf() gives for them; not zero
@@ -29,7 +41,6 @@ private:
     };
 
     void project(std::vector<SbVec3d> const& corners, SbVec3d const& normal);
-    bool isFlat(std::vector<SbVec3d> const& corners, SbVec3d const& normal) const;
     int findInnerCorner() const;
     bool turnsOnce() const;
     double area(int a, int b, int c) const;

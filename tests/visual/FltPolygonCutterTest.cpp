@@ -1,5 +1,6 @@
 #include "visual/FltPolygonCutter.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -118,4 +119,41 @@ TEST(FltPolygonCutter, endsWithWhateverCrossesItself)
     Corners const same(6, SbVec3d(1, 1, 1));
     FltPolygonCutter cutter;
     EXPECT_FALSE(cutter.cut(same, SbVec3d(0, 0, 1)).empty());
+}
+
+TEST(FltPolygonCutter, takesALineAndAPointAsWithoutArea)
+{
+    auto const hasArea = [](Corners const& corners) {
+        return FltPolygonCutter::hasArea(corners, FltPolygonCutter::normalOf(corners));
+    };
+    EXPECT_TRUE(hasArea({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}));
+    EXPECT_FALSE(hasArea({{0, 0, 0}, {1, 1, 1}, {3, 3, 3}}));
+    EXPECT_FALSE(hasArea({{7, 7, 7}, {7, 7, 7}, {7, 7, 7}}));
+    EXPECT_TRUE(hasArea({{0, 0, 0}, {1, 0, 0}, {1, 1e-11, 0}}));
+    EXPECT_FALSE(hasArea({{0, 0, 0}, {1, 0, 0}, {1, 1e-13, 0}}));
+    EXPECT_TRUE(hasArea({{0, 0, 0}, {1e6, 0, 0}, {1e6, 1e-5, 0}}));
+}
+
+TEST(FltPolygonCutter, seesTheInnerCornerOfAnArrowWhereverItBegins)
+{
+    FltPolygonCutter cutter;
+    Corners arrow = {{0, 0, 5}, {2, 0, 5}, {0.5, 0.5, 5}, {0, 2, 5}};
+    for (int turn = 0; turn < 4; ++turn) {
+        EXPECT_FALSE(cutter.isConvex(arrow, FltPolygonCutter::normalOf(arrow))) << turn;
+        std::rotate(arrow.begin(), arrow.begin() + 1, arrow.end());
+    }
+    Corners const square = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
+    EXPECT_TRUE(cutter.isConvex(square, FltPolygonCutter::normalOf(square)));
+    Corners const repeated = {{0, 0, 0}, {1, 0, 0}, {1, 0, 0}, {0, 1, 0}};
+    EXPECT_TRUE(cutter.isConvex(repeated, FltPolygonCutter::normalOf(repeated)));
+}
+
+TEST(FltPolygonCutter, seesMoreThanAThousandthOfTheSizeAsNotFlat)
+{
+    auto const isFlat = [](double height) {
+        Corners const corners = {{0, 0, 0}, {10, 0, 0}, {10, 10, height}, {0, 10, 0}};
+        return FltPolygonCutter::isFlat(corners, FltPolygonCutter::normalOf(corners));
+    };
+    EXPECT_FALSE(isFlat(0.1));
+    EXPECT_TRUE(isFlat(0.01));
 }
