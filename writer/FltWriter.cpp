@@ -148,7 +148,15 @@ FltWriter& FltWriter::addBytes(std::string const& bytes)
 FltWriter& FltWriter::vertexPalette(unsigned totalLength)
 {
     nextVertexOffset = 8;
+    paletteHead = data.size();
     return add("VertexPalette", {{"vertexPaletteTotalLength", totalLength}});
+}
+
+FltWriter& FltWriter::endVertexPalette()
+{
+    constexpr std::size_t headOfRecord = 4;
+    data.replace(paletteHead + headOfRecord, 4, big32(nextVertexOffset));
+    return *this;
 }
 
 int FltWriter::vertex(std::string_view form, double x, double y, double z, Fields fields)

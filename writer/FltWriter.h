@@ -60,6 +60,9 @@ public:
     /// Adds the head of the vertex palette, from which offsets count.
     FltWriter& vertexPalette(unsigned totalLength = 8);
 
+    /// Has the head of the vertex palette say how long the palette is, once all of its vertices are added.
+    FltWriter& endVertexPalette();
+
     /// Adds a vertex ("VertexColor", "VertexColorNormal", "VertexColorUv" or "VertexColorNormalUv") at a
     /// place.
     /// @return its offset in the palette
@@ -105,5 +108,6 @@ private:
     int revision;
     std::string data;
     std::size_t last = 0;
+    std::size_t paletteHead = 0;
     int nextVertexOffset = 8;
 };

@@ -3,6 +3,7 @@
 #include "inspect/FltDependencies.h"
 #include "inspect/FltFindingList.h"
 #include "inspect/FltInventory.h"
+#include "textures/FltTexture.h"
 #include "toolkit/VelloReaderExport.h"
 
 #include <map>
@@ -20,13 +21,14 @@ public:
 
     /// @name The judgements
     /// @{
-    void checkRecords();                                  ///< 1xx
-    void checkGeometry();                                 ///< 2xx
-    void checkPalettes();                                 ///< 3xx
-    void checkFiles(FltDependencies const& dependencies); ///< 4xx
-    void checkHierarchy();                                ///< 5xx
-    void checkVisibility();                               ///< 6xx
-    void checkExactConversion();                          ///< 8xx
+    void checkRecords();                                         ///< 1xx
+    void checkGeometry();                                        ///< 2xx
+    void checkPalettes();                                        ///< 3xx
+    void checkFiles(FltDependencies const& dependencies);        ///< 4xx
+    void checkPictures(std::vector<FltTexture> const& textures); ///< 407 and 408
+    void checkHierarchy();                                       ///< 5xx
+    void checkVisibility();                                      ///< 6xx
+    void checkExactConversion();                                 ///< 8xx
 
     /// 901, for a kind of things that a conversion leaves out.
     void addOmission(std::string const& kind, std::uint64_t count);

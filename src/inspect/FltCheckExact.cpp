@@ -23,6 +23,10 @@ void FltCheckExact::check()
 {
     for (FltInventory::Mesh const& mesh : inventory.meshes)
         findings.add(Number::lostMesh, mesh.offset, FltOpcode::mesh, mesh.node, quoted(mesh.name));
+    for (FltInventory::LevelOfDetail const& lod : inventory.levelsOfDetail)
+        if (lod.switchIn == 0 && lod.switchOut == 0)
+            findings.add(Number::lostEverSeenLevel, inventory.nodes[lod.node].offset,
+                         inventory.nodes[lod.node].opcode, lod.node, "");
     checkExactFaces();
     checkExactSwitches();
     checkExactInstances();

@@ -3,6 +3,7 @@
 #include "inspect/FltFindingList.h"
 #include "inspect/FltInventory.h"
 
+#include <cstdio>
 #include <string>
 
 /// What the checks of all families have: what they judge, and where they tell of it.
@@ -15,6 +16,14 @@ public:
     }
 
 protected:
+    /// A number as people write it.
+    static std::string textOf(double number, int digits = 6)
+    {
+        char text[32];
+        std::snprintf(text, sizeof text, "%.*g", digits, number);
+        return text;
+    }
+
     static std::string quoted(std::string const& name) { return "\"" + name + "\""; }
 
     FltInventory const& inventory;

@@ -1,11 +1,13 @@
 #include "inspect/FltCheckGeometry.h"
 
-#include "inspect/FltFaceShape.h"
+#include "inspect/FltCheckFaces.h"
+#include "inspect/FltCheckPlaces.h"
+#include "inspect/FltCheckVertices.h"
 #include "messages/FltFindingNumber.h"
+#include "model/FltVertex.h"
 #include "records/FltOpcode.h"
 
 #include <string>
-#include <vector>
 
 namespace Number = FltFindingNumber;
 
@@ -29,12 +31,25 @@ void FltCheckGeometry::check()
         checkFace(face);
     for (FltInventory::Mesh const& mesh : inventory.meshes)
         checkMesh(mesh);
+    checkDrawing();
     bool const isEmpty = inventory.faces.empty() && inventory.meshes.empty() &&
                          inventory.references.empty() && inventory.opcodes.count(FltOpcode::text) == 0 &&
                          inventory.opcodes.count(FltOpcode::lightPoint) == 0;
     if (isEmpty)
         findings.addHere(Number::nothingToSee, FltFinding::nowhere, 0,
                          "no face, mesh, text, light point or external reference");
+}
+
+/// What only those can say who read it as it is drawn.
+void FltCheckGeometry::checkDrawing()
+{
+    if (inventory.nodes.empty())
+        return;
+    FltCheckedModel checked(inventory);
+    FltCheckVertices(checked, findings).check();
+    FltCheckFaces faces(checked, findings);
+    faces.check();
+    FltCheckPlaces(checked, faces.boxes(), findings).check();
 }
 
 void FltCheckGeometry::checkLostOffsets()
@@ -50,37 +65,23 @@ void FltCheckGeometry::checkFace(FltInventory::Face const& face)
     if (face.vertexCount == 0)
         findings.add(Number::noVertices, face.offset, FltOpcode::face, face.node, "no vertices");
     else
-        checkShape(face);
+        checkPlaces(face);
     checkTextureCoordinates(face);
 }
 
-void FltCheckGeometry::checkShape(FltInventory::Face const& face)
+/// The shape is judged as it is drawn, by FltCheckFaces.
+void FltCheckGeometry::checkPlaces(FltInventory::Face const& face)
 {
-    std::vector<std::array<double, 3>> corners;
-    bool isWhole = true;
     for (std::uint32_t i = 0; i < face.vertexCount; ++i) {
         std::uint32_t const vertex = inventory.faceVertices[face.firstVertex + i];
         if (vertex == none)
             continue;
-        isWhole = isWhole && inventory.vertices[vertex].isWhole;
-        corners.push_back(inventory.position(vertex));
-    }
-    if (corners.empty())
-        return;
-    FltFaceShape const shape = FltFaceShape::of(corners);
-    if (!shape.isFinite || !isWhole)
+        std::array<double, 3> const place = inventory.position(vertex);
+        if (inventory.vertices[vertex].isWhole && FltVertex::isUsable(place[0], place[1], place[2]))
+            continue;
         findings.add(Number::unusablePlace, face.offset, FltOpcode::face, face.node, "a vertex of this face");
-    else if (corners.size() < 3)
-        return; // a point or a line
-    else if (!shape.hasArea)
-        findings.add(Number::noArea, face.offset, FltOpcode::face, face.node,
-                     std::to_string(corners.size()) + " vertices");
-    else if (!shape.isConvex)
-        findings.add(Number::concaveFace, face.offset, FltOpcode::face, face.node,
-                     std::to_string(corners.size()) + " vertices");
-    else if (!shape.isFlat)
-        findings.add(Number::unevenFace, face.offset, FltOpcode::face, face.node,
-                     std::to_string(corners.size()) + " vertices");
+        return;
+    }
 }
 
 void FltCheckGeometry::checkTextureCoordinates(FltInventory::Face const& face)

@@ -3,7 +3,7 @@
 #include "inspect/FltCheckFamily.h"
 #include "inspect/FltTextTransfer.h"
 
-/// Vertices, faces and meshes: 2xx.
+/// Vertices, faces and meshes: 2xx, with all else that is judged by what is drawn.
 class FltCheckGeometry : private FltCheckFamily
 {
 public:
@@ -14,7 +14,8 @@ public:
 private:
     void checkLostOffsets();
     void checkFace(FltInventory::Face const& face);
-    void checkShape(FltInventory::Face const& face);
+    void checkDrawing();
+    void checkPlaces(FltInventory::Face const& face);
     void checkTextureCoordinates(FltInventory::Face const& face);
     void checkMesh(FltInventory::Mesh const& mesh);
 

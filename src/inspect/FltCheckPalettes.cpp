@@ -13,6 +13,7 @@ void FltCheckPalettes::check()
         checkSurface(face, FltOpcode::face);
     for (FltInventory::Mesh const& mesh : inventory.meshes)
         checkSurface(mesh, FltOpcode::mesh);
+    tellMappings();
     for (FltInventory::Instance const& light : inventory.lightSources)
         if (inventory.lights.count(light.number) == 0)
             findings.add(Number::undefinedLight, inventory.nodes[light.node].offset, FltOpcode::lightSource,
@@ -33,7 +34,8 @@ void FltCheckPalettes::checkSurface(FltInventory::Surface const& surface, int op
     check(Number::undefinedTexture, inventory.textures, surface.texture, "texture ");
     check(Number::undefinedTexture, inventory.textures, surface.detailTexture, "detail texture ");
     check(Number::undefinedMaterial, inventory.materials, surface.material, "material ");
-    check(Number::undefinedMapping, inventory.textureMappings, surface.mapping, "texture mapping ");
+    if (surface.mapping >= 0 && inventory.textureMappings.count(surface.mapping) == 0)
+        takeMapping(surface, opcode);
     if (surface.lineStyle != 0) // 0 is the usual line
         check(Number::undefinedLineStyle, inventory.lineStyles, surface.lineStyle, "line style ");
     constexpr int firstRevisionOfIndices = 1500;
@@ -45,6 +47,30 @@ void FltCheckPalettes::checkSurface(FltInventory::Surface const& surface, int op
         findings.add(Number::undefinedColor, surface.offset, opcode, surface.node,
                      inventory.hasColorPalette ? "colour " + std::to_string(surface.color)
                                                : "there is no colour palette");
+}
+
+void FltCheckPalettes::takeMapping(FltInventory::Surface const& surface, int opcode)
+{
+    auto const [entry, isNew] =
+        undefinedMappings.try_emplace(surface.texture, Mappings{surface.offset, opcode, surface.mapping});
+    entry->second.hasOthers = entry->second.hasOthers || entry->second.mapping != surface.mapping;
+    ++entry->second.count;
+}
+
+/// One for each texture: a mapping says how a texture lies on faces.
+void FltCheckPalettes::tellMappings()
+{
+    for (auto const& [index, mappings] : undefinedMappings) {
+        auto const texture = inventory.textures.find(index);
+        std::string const name = index < 0                             ? "faces without a texture"
+                                 : texture != inventory.textures.end() ? quoted(texture->second.name)
+                                                                       : "texture " + std::to_string(index);
+        findings.addHere(Number::undefinedMapping, static_cast<std::int64_t>(mappings.offset),
+                         mappings.opcode,
+                         name + ": texture mapping " + std::to_string(mappings.mapping) +
+                             (mappings.hasOthers ? " and others" : ""),
+                         mappings.count);
+    }
 }
 
 void FltCheckPalettes::checkRepetitions(FltInventory::Palette const& palette, char const* what)

@@ -2,7 +2,10 @@
 
 #include "messages/FltFindingNumber.h"
 #include "records/FltFields.h"
+#include "records/FltOpcode.h"
 #include "records/FltOpcodeName.h"
+#include "records/FltRevision.h"
+#include "records/FltUnits.h"
 
 #include <algorithm>
 #include <string>
@@ -40,6 +43,16 @@ void FltCheckRecords::check()
             findings.addHere(Number::unknownOpcode, static_cast<std::int64_t>(facts.first), opcode,
                              "opcode " + std::to_string(opcode), facts.count);
     checkTextTransfer();
+    checkHeader();
+}
+
+void FltCheckRecords::checkHeader()
+{
+    FltInventory::Header const& header = inventory.header;
+    if (!FltUnits::isKnown(static_cast<std::size_t>(header.units)))
+        findings.addHere(Number::unknownUnit, 0, FltOpcode::header, "unit " + std::to_string(header.units));
+    if (header.revision <= FltRevision::lastWithMultiplier && header.unitMultiplier == 0)
+        findings.addHere(Number::zeroMultiplier, 0, FltOpcode::header, "");
 }
 
 void FltCheckRecords::checkTextTransfer()

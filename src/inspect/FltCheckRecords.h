@@ -13,6 +13,7 @@ public:
 
 private:
     void checkTextTransfer();
+    void checkHeader();
 
     FltTextTransfer const transfer{inventory};
 };

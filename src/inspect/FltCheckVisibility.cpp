@@ -5,24 +5,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <string>
 #include <vector>
 
 namespace Number = FltFindingNumber;
-
-namespace
-{
-
-/// A distance as people write it.
-std::string textOf(double number)
-{
-    char text[32];
-    std::snprintf(text, sizeof text, "%.6g", number);
-    return text;
-}
-
-} // namespace
 
 void FltCheckVisibility::check()
 {

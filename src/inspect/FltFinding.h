@@ -17,6 +17,7 @@
 /// | 401 ..   | other files                                                  |
 /// | 501 ..   | the hierarchy                                                |
 /// | 601 ..   | levels of detail, switches, degrees of freedom, matrices     |
+/// | 701 ..   | the unit of the database                                     |
 /// | 801 ..   | what the exact conversion loses                              |
 /// | 901 ..   | what the complete conversion loses                           |
 struct FltFindingKind {

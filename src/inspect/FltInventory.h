@@ -8,6 +8,7 @@
 #include <limits>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// What a database holds, found in one pass over its records: no scene is made, no other file is opened, and
@@ -197,6 +198,7 @@ public:
     };
 
     std::string const& path() const { return fileName; }
+    std::string_view file() const { return reader.file(); }
     std::uint64_t bytes() const { return reader.file().size(); }
     std::uint64_t records() const { return recordCount; }
 

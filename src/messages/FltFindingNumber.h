@@ -25,6 +25,15 @@ enum : int {
     lostMeshVertex = 208,
     emptyMesh = 209,
     nothingToSee = 210,
+    unusableNormal = 211,
+    unevenNormal = 212,
+    unusableTextureCoordinates = 213,
+    opposedNormals = 214,
+    coincidingFaces = 215,
+    unusedVertices = 216,
+    transparentFace = 217,
+    lostDetail = 218,
+    wrongBox = 219,
 
     undefinedTexture = 301,
     undefinedMaterial = 302,
@@ -33,6 +42,7 @@ enum : int {
     undefinedMapping = 305,
     undefinedLight = 306,
     repeatedIndex = 307,
+    wrongPaletteLength = 308,
 
     missingTexture = 401,
     missingReference = 402,
@@ -40,6 +50,8 @@ enum : int {
     unreadableReference = 404,
     textureElsewhere = 405,
     tooDeepReference = 406,
+    unreadableTexture = 407,
+    unevenTexture = 408,
 
     popWithoutPush = 501,
     neverClosed = 502,
@@ -60,6 +72,13 @@ enum : int {
     impossibleLimits = 605,
     flatMatrix = 606,
     unusableRange = 607,
+    gapInLevels = 608,
+    overlappingLevels = 609,
+    mirroringMatrix = 610,
+    replicationInPlace = 611,
+
+    unknownUnit = 701,
+    zeroMultiplier = 702,
 
     lostMesh = 801,
     tooManyVertices = 802,
@@ -76,6 +95,7 @@ enum : int {
     fixedBillboard = 813,
     drawnHiddenFace = 814,
     lostTransformation = 815,
+    lostEverSeenLevel = 816,
 
     notShown = 901,
 };

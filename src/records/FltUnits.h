@@ -7,6 +7,12 @@
 namespace FltUnits
 {
 
+/// Whether a number stands for a unit: metres, kilometres, feet, inches, nautical miles.
+constexpr bool isKnown(std::size_t unit)
+{
+    return unit == 0 || unit == 1 || unit == 4 || unit == 5 || unit == 8;
+}
+
 /// @return 1 for metres, and for a number that stands for no unit
 constexpr double metresIn(std::size_t unit)
 {

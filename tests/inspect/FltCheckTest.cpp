@@ -1,5 +1,6 @@
 #include "inspect/FltCheck.h"
 
+#include "loader/FltLoader.h"
 #include "support/FaultyDatabases.h"
 #include "writer/EveryRecord.h"
 
@@ -26,6 +27,7 @@ std::vector<FltFinding> findingsIn(std::string const& path, bool isExact = false
     check.checkGeometry();
     check.checkPalettes();
     check.checkFiles(FltDependencies(inventory, findTexture));
+    check.checkPictures(FltLoader().loadVisual(path).distinctTextures());
     check.checkHierarchy();
     check.checkVisibility();
     if (isExact)
@@ -55,6 +57,19 @@ protected:
     ScratchFolder folder;
 };
 
+class FltCheckOfTwin : public FltCheckOfFault
+{
+};
+
+std::vector<int> faultsWithTwins()
+{
+    std::vector<int> numbers;
+    for (FaultyDatabase const& database : faultyDatabases())
+        if (database.writeTwin)
+            numbers.push_back(database.number);
+    return numbers;
+}
+
 std::vector<int> allFaults()
 {
     std::vector<int> numbers;
@@ -79,6 +94,14 @@ TEST_P(FltCheckOfFault, isFoundAndNothingElse)
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, FltCheckOfFault, testing::ValuesIn(allFaults()), nameOf);
+
+TEST_P(FltCheckOfTwin, findsNothing)
+{
+    EXPECT_EQ(numbersOf(findingsIn(database().writeTwin(folder), GetParam() >= firstOfExact)),
+              std::set<int>{});
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, FltCheckOfTwin, testing::ValuesIn(faultsWithTwins()), nameOf);
 
 TEST(FltCheck, hasAFaultyDatabaseForEachKindThatADatabaseCanProvoke)
 {
@@ -149,6 +172,48 @@ TEST(FltCheck, keepsAThousandFindingsOfAKindAndCountsTheRest)
     check.checkHierarchy();
     EXPECT_EQ(check.findings().size(), FltCheck::mostOfAKind);
     EXPECT_EQ(check.leftOut(), (std::map<int, std::uint64_t>{{506, 234}}));
+}
+
+TEST(FltCheck, tellsUndefinedMappingsOnceForEachTexture)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    flt.add("ColorPalette").add("TexturePattern", {{"fileName", "tree.rgb"}, {"patternIndex", 3}}).push();
+    for (int i = 0; i < 3; ++i) {
+        flt.add("Object", {{"idASCII", "o" + std::to_string(i)}}).push();
+        flt.add("Face", {{"textureMappingIndex", 5}});
+        flt.add("Face", {{"textureMappingIndex", 5 + i}, {"texturePatternIndex", 3}}).pop();
+    }
+    flt.pop().save(folder / "database.flt");
+    FltInventory const inventory(folder / "database.flt");
+    FltCheck check(inventory);
+    check.checkPalettes();
+    std::vector<FltFinding> const findings = check.findings();
+    ASSERT_EQ(findings.size(), 2U);
+    EXPECT_EQ(findings[0].text, "faces without a texture: texture mapping 5");
+    EXPECT_EQ(findings[1].text, "\"tree.rgb\": texture mapping 5 and others");
+    EXPECT_EQ(findings[1].kind->code(), "FLT-305");
+    EXPECT_EQ(findings[1].count, 3U);
+}
+
+/// A face without an area was told by FLT-202 and FLT-901.
+TEST(FltCheck, leavesOutOmissionsThatHaveFindingsOfTheirOwn)
+{
+    for (FaultyDatabase const& database : faultyDatabases()) {
+        bool const isToldOtherwise =
+            std::set<int>{201, 202, 203, 206, 208, 402, 404, 506, 511}.count(database.number) != 0;
+        if (!isToldOtherwise)
+            continue;
+        ScratchFolder const folder;
+        std::string const path = database.write(folder);
+        FltInventory const inventory(path);
+        FltCheck check(inventory);
+        FltVisual const visual = FltLoader().loadVisual(path);
+        EXPECT_FALSE(visual.omissions.empty()) << database.number;
+        for (FltOmission const& omission : visual.omissions)
+            check.addOmission(omission.kind, omission.count);
+        EXPECT_TRUE(check.findings().empty()) << database.number << ": " << check.findings()[0].text;
+    }
 }
 
 TEST(FltCheck, tellsWhatAConversionLeavesOut)

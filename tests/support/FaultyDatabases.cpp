@@ -1,5 +1,8 @@
 #include "support/FaultyDatabases.h"
 
+#include "support/SmallPictures.h"
+
+#include <array>
 #include <limits>
 
 namespace
@@ -15,7 +18,8 @@ public:
     FltWriter flt;
     std::vector<double> square;
 
-    explicit Beginning(std::function<void(FltWriter&)> const& addPalettes = {})
+    explicit Beginning(std::function<void(FltWriter&)> const& addPalettes = {}, FltWriter start = FltWriter())
+        : flt(std::move(start))
     {
         flt.add("ColorPalette");
         if (addPalettes)
@@ -23,7 +27,7 @@ public:
         flt.vertexPalette();
         for (auto const& [x, y] : {std::pair{0, 0}, {1, 0}, {1, 1}, {0, 1}})
             square.push_back(vertex(x, y, 0));
-        flt.push();
+        flt.endVertexPalette().push();
     }
 
     double vertex(double x, double y, double z, std::string_view form = "VertexColorNormalUv")
@@ -63,7 +67,7 @@ FltWriter withCorners(std::vector<std::vector<double>> const& places, Fields con
     std::vector<double> corners;
     for (std::vector<double> const& place : places)
         corners.push_back(flt.vertex(form, place[0], place[1], place[2]));
-    flt.push().add("Object", {{"idASCII", "o1"}}).push().face(corners, face).pop();
+    flt.endVertexPalette().push().add("Object", {{"idASCII", "o1"}}).push().face(corners, face).pop();
     return flt.pop();
 }
 
@@ -113,7 +117,7 @@ FltWriter withMesh(bool hasPool, int index)
 
 FltWriter withReference(std::string const& name)
 {
-    return Beginning().flt.add("ExternalReference", {{"asciiPath", name}}).pop();
+    return FltWriter().push().add("ExternalReference", {{"asciiPath", name}}).pop();
 }
 
 std::string referToGarbage(ScratchFolder const& folder)
@@ -141,7 +145,7 @@ Beginning withTexture(std::string const& name)
 
 std::string textureElsewhere(ScratchFolder const& folder)
 {
-    static_cast<void>(folder.write("tree.rgb", "pixels"));
+    static_cast<void>(folder.write("tree.rgb", SmallPictures::plainSgi(4)));
     return save(withTexture("/far/away/tree.rgb").object({{"texturePatternIndex", 3}}).end(), folder);
 }
 
@@ -175,6 +179,12 @@ FltWriter instanceInGroup()
     begun.flt.pop().add("Group").push();
     begun.flt.add("InstanceReference", {{"instanceDefinitionNumber", 1}}).pop();
     return begun.end();
+}
+
+/// A matrix that scales along x.
+std::vector<double> scaleBy(double x)
+{
+    return {x, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 }
 
 FltWriter instances(std::vector<int> const& defined, std::vector<int> const& used)
@@ -238,13 +248,12 @@ FltWriter manyVertices()
     FltWriter flt;
     flt.add("ColorPalette").vertexPalette();
     std::vector<double> corners;
-    for (int i = 0; i <= 100'000; ++i) {
-        int const offset = flt.vertex("VertexColor", i % 2, i / 2 % 2, 0);
-        if (i < 3)
-            corners.push_back(offset);
-    }
-    flt.push().add("Object", {{"idASCII", "o1"}}).push().face(corners).pop();
-    return flt.pop();
+    for (int i = 0; i < 100'002; ++i)
+        corners.push_back(flt.vertex("VertexColor", i % 3 == 1, i % 3 == 2, i / 3));
+    flt.endVertexPalette().push().add("Object", {{"idASCII", "o1"}}).push();
+    for (std::size_t i = 0; i + 2 < corners.size(); i += 3)
+        flt.face({corners[i], corners[i + 1], corners[i + 2]});
+    return flt.pop().pop();
 }
 
 FltWriter subfaceAlone()
@@ -262,13 +271,135 @@ FltWriter mixedVertices()
     std::vector<double> const corners = {static_cast<double>(flt.vertex("VertexColor", 0, 0, 0)),
                                          static_cast<double>(flt.vertex("VertexColorNormal", 1, 0, 0)),
                                          static_cast<double>(flt.vertex("VertexColor", 0, 1, 0))};
-    flt.push().add("Object", {{"idASCII", "o1"}}).push().face(corners).pop();
+    flt.endVertexPalette().push().add("Object", {{"idASCII", "o1"}}).push().face(corners).pop();
     return flt.pop();
 }
 
 FaultyDatabase database(int number, std::function<FltWriter()> const& make)
 {
     return {number, [make](ScratchFolder const& folder) { return save(make(), folder); }};
+}
+
+/// With one like it that has no fault.
+FaultyDatabase database(int number, std::function<FltWriter()> const& make,
+                        std::function<FltWriter()> const& makeTwin)
+{
+    FaultyDatabase made = database(number, make);
+    made.writeTwin = [makeTwin](ScratchFolder const& folder) { return save(makeTwin(), folder); };
+    return made;
+}
+
+/// A lit square whose corners have these normals.
+FltWriter withNormals(std::vector<double> const& normal, Fields face = {})
+{
+    FltWriter flt;
+    flt.add("ColorPalette").vertexPalette();
+    std::vector<double> corners;
+    for (auto const& [x, y] : {std::pair{0, 0}, {1, 0}, {1, 1}, {0, 1}})
+        corners.push_back(flt.vertex("VertexColorNormal", x, y, 0, {{"vertexNormal", normal}}));
+    face.emplace_back("lightMode", 2);
+    flt.endVertexPalette().push().add("Object", {{"idASCII", "o1"}}).push().face(corners, face).pop();
+    return flt.pop();
+}
+
+/// A textured square, one of whose corners has this texture coordinate.
+std::string withTextureCoordinate(double u, ScratchFolder const& folder)
+{
+    static_cast<void>(folder.write("tree.rgb", SmallPictures::plainSgi(4)));
+    FltWriter flt;
+    flt.add("ColorPalette").add("TexturePattern", {{"fileName", "tree.rgb"}}).vertexPalette();
+    double const a = flt.vertex("VertexColorUv", 0, 0, 0);
+    double const b = flt.vertex("VertexColorUv", 1, 0, 0, {{"texture", {u, 0}}});
+    double const c = flt.vertex("VertexColorUv", 0, 1, 0, {{"texture", {0, 1}}});
+    flt.endVertexPalette().push().add("Object").push().face({a, b, c}, {{"texturePatternIndex", 0}}).pop();
+    return save(flt.pop(), folder);
+}
+
+/// Two faces of the same corners in an object.
+FltWriter withTwoFaces(std::function<void(FltWriter&, std::vector<double>)> const& addSecond)
+{
+    Beginning begun;
+    begun.flt.add("Object", {{"idASCII", "o1"}}).push().face(begun.square);
+    addSecond(begun.flt, begun.square);
+    begun.flt.pop();
+    return begun.end();
+}
+
+FltWriter withSpareVertex(bool isUsed)
+{
+    FltWriter flt;
+    flt.add("ColorPalette").vertexPalette();
+    std::vector<double> corners;
+    for (auto const& [x, y] : {std::pair{0, 0}, {1, 0}, {1, 1}, {0, 1}})
+        corners.push_back(flt.vertex("VertexColor", x, y, 0));
+    if (!isUsed)
+        corners.pop_back();
+    flt.endVertexPalette().push().add("Object", {{"idASCII", "o1"}}).push().face(corners).pop();
+    return flt.pop();
+}
+
+/// A square far away, whose corners lie beside those that floats hold.
+FltWriter farAway(double fraction)
+{
+    double const x = 4'500'000 + fraction;
+    return withCorners({{x, 0, 0}, {x + 1, 0, 0}, {x + 1, 1, 0}, {x, 1, 0}});
+}
+
+/// A square in an object with a box.
+FltWriter withBox(double highest)
+{
+    Beginning begun;
+    begun.flt.add("Object", {{"idASCII", "o1"}})
+        .add("BoundingBox", {{"XcoordinateHighestCorner", highest}, {"YcoordinateHighestCorner", 1}});
+    begun.flt.push().face(begun.square).pop();
+    return begun.end();
+}
+
+FltWriter withPaletteLength(unsigned length)
+{
+    FltWriter flt;
+    flt.add("ColorPalette").vertexPalette(length);
+    std::vector<double> corners;
+    for (auto const& [x, y] : {std::pair{0, 0}, {1, 0}, {0, 1}})
+        corners.push_back(flt.vertex("VertexColor", x, y, 0));
+    flt.push().add("Object", {{"idASCII", "o1"}}).push().face(corners).pop();
+    return flt.pop();
+}
+
+/// Two levels of detail beside each other, with the same square.
+FltWriter withLevels(std::array<int, 2> const& near, std::array<int, 2> const& far, Fields const& more = {})
+{
+    Beginning begun;
+    int number = 0;
+    for (std::array<int, 2> const& range : {near, far}) {
+        std::string const name = std::to_string(++number);
+        Fields fields = {
+            {"idASCII", "l" + name}, {"switchOutDistance", range[0]}, {"switchInDistance", range[1]}};
+        fields.insert(fields.end(), more.begin(), more.end());
+        begun.flt.add("LOD", fields).push();
+        begun.object({}, "o" + name);
+        begun.flt.pop();
+    }
+    return begun.end();
+}
+
+FltWriter withMatrix(double xScale)
+{
+    return withNode("Group", {}, [xScale](FltWriter& flt) {
+        flt.add("Matrix", {{"matrix", scaleBy(xScale)}});
+    });
+}
+
+/// A database whose texture is a file of these bytes.
+std::string withPicture(std::string const& bytes, ScratchFolder const& folder)
+{
+    static_cast<void>(folder.write("tree.rgb", bytes));
+    return save(withTexture("tree.rgb").object({{"texturePatternIndex", 3}}).end(), folder);
+}
+
+FltWriter withHeader(int revision, Fields const& header)
+{
+    return Beginning({}, FltWriter(revision, header)).object().end();
 }
 
 FltWriter with(std::function<void(FltWriter&)> const& change)
@@ -343,12 +474,18 @@ std::vector<FaultyDatabase> const& faultyDatabases()
                  }),
         {207,
          [](ScratchFolder const& folder) {
-             static_cast<void>(folder.write("tree.rgb", "pixels"));
+             static_cast<void>(folder.write("tree.rgb", SmallPictures::plainSgi(4)));
              FltWriter flt;
              flt.add("ColorPalette").add("TexturePattern", {{"fileName", "tree.rgb"}}).vertexPalette();
              double const a = flt.vertex("VertexColor", 0, 0, 0), b = flt.vertex("VertexColor", 1, 0, 0),
                           c = flt.vertex("VertexColor", 0, 1, 0);
-             flt.push().add("Object").push().face({a, b, c}, {{"texturePatternIndex", 0}}).pop().pop();
+             flt.endVertexPalette()
+                 .push()
+                 .add("Object")
+                 .push()
+                 .face({a, b, c}, {{"texturePatternIndex", 0}})
+                 .pop()
+                 .pop();
              return save(flt, folder);
          }},
         database(208, [] { return withMesh(true, 3); }),
@@ -357,6 +494,60 @@ std::vector<FaultyDatabase> const& faultyDatabases()
                  [] {
                      return FltWriter().push().add("Sound", {{"idASCII", "bell"}}).pop();
                  }),
+        database(
+            211,
+            [] {
+                return withNormals({0, 0, 0});
+            },
+            [] {
+                return withNormals({0, 0, 1});
+            }),
+        database(
+            212,
+            [] {
+                return withNormals({0, 0, 2});
+            },
+            [] {
+                return withNormals({0, 0, 1.05});
+            }),
+        {213,
+         [nan](ScratchFolder const& folder) { return withTextureCoordinate(nan, folder); },
+         {},
+         [](ScratchFolder const& folder) { return withTextureCoordinate(1, folder); }},
+        database(
+            214,
+            [] {
+                return withNormals({0, 0, -1});
+            },
+            [] {
+                return withNormals({0, 0, -1}, {{"drawType", 1}});
+            }),
+        database(
+            215,
+            [] {
+                return withTwoFaces([](FltWriter& flt, std::vector<double> const& corners) {
+                    flt.face({corners[2], corners[3], corners[0], corners[1]});
+                });
+            },
+            [] {
+                return withTwoFaces([](FltWriter& flt, std::vector<double> const& corners) {
+                    flt.face({corners.rbegin(), corners.rend()});
+                });
+            }),
+        database(
+            216, [] { return withSpareVertex(false); }, [] { return withSpareVertex(true); }),
+        database(
+            217,
+            [] {
+                return withFace({{"transparency", 65535}});
+            },
+            [] {
+                return withFace({{"transparency", 65000}});
+            }),
+        database(
+            218, [] { return farAway(0.1); }, [] { return farAway(0); }),
+        database(
+            219, [] { return withBox(2); }, [] { return withBox(1); }),
         database(301,
                  [] {
                      return withFace({{"texturePatternIndex", 5}});
@@ -391,6 +582,8 @@ std::vector<FaultyDatabase> const& faultyDatabases()
                          .object()
                          .end();
                  }),
+        database(
+            308, [] { return withPaletteLength(8); }, [] { return withPaletteLength(8 + 3 * 40); }),
         database(401,
                  [] {
                      return withTexture("tree.rgb").object({{"texturePatternIndex", 3}}).end();
@@ -400,6 +593,14 @@ std::vector<FaultyDatabase> const& faultyDatabases()
         {404, referToGarbage},
         {405, textureElsewhere},
         {406, chainOfFiles},
+        {407,
+         [](ScratchFolder const& folder) { return withPicture("pixels", folder); },
+         {},
+         [](ScratchFolder const& folder) { return withPicture(SmallPictures::plainSgi(4), folder); }},
+        {408,
+         [](ScratchFolder const& folder) { return withPicture(SmallPictures::plainSgi(6), folder); },
+         {},
+         [](ScratchFolder const& folder) { return withPicture(SmallPictures::plainSgi(8), folder); }},
         database(501, [] { return with([](FltWriter& flt) { flt.pop(); }); }),
         database(502,
                  [] {
@@ -413,9 +614,7 @@ std::vector<FaultyDatabase> const& faultyDatabases()
                            }); }),
         database(505,
                  [] {
-                     Beginning begun;
-                     begun.object().object();
-                     return begun.end();
+                     return withNode("Group", {{"idASCII", "o1"}});
                  }),
         database(506,
                  [] {
@@ -452,6 +651,53 @@ std::vector<FaultyDatabase> const& faultyDatabases()
                  [nan] {
                      return withNode("LOD", {{"switchInDistance", nan}});
                  }),
+        database(
+            608,
+            [] {
+                return withLevels({0, 100}, {120, 500});
+            },
+            [] {
+                return withLevels({0, 100}, {100, 500});
+            }),
+        database(
+            609,
+            [] {
+                return withLevels({0, 120}, {100, 500});
+            },
+            [] {
+                return withLevels({0, 120}, {100, 500}, {{"transitionRange", 20}});
+            }),
+        database(
+            610, [] { return withMatrix(-1); }, [] { return withMatrix(2); }),
+        database(
+            611,
+            [] {
+                return withNode("Group", {}, [](FltWriter& flt) {
+                    flt.add("Replicate", {{"numberOfReplications", 2}});
+                });
+            },
+            [] {
+                return withNode("Group", {}, [](FltWriter& flt) {
+                    flt.add("Replicate", {{"numberOfReplications", 2}});
+                    flt.add("Translate", {{"deltaX", 3}});
+                });
+            }),
+        database(
+            701,
+            [] {
+                return withHeader(1570, {{"vertexCoordinateUnits", 3}});
+            },
+            [] {
+                return withHeader(1570, {{"vertexCoordinateUnits", 4}});
+            }),
+        database(
+            702,
+            [] {
+                return withHeader(12, {{"multiplierDiviserUnit", 0}});
+            },
+            [] {
+                return withHeader(12, {{"multiplierDiviserUnit", 1}});
+            }),
         database(801, [] { return withMesh(true, 2); }),
         database(802, manyVertices),
         database(803, subfaceAlone),
@@ -461,6 +707,7 @@ std::vector<FaultyDatabase> const& faultyDatabases()
                  [] {
                      return withNode("Group", {}, [](FltWriter& flt) {
                          flt.add("Replicate", {{"numberOfReplications", 2}});
+                         flt.add("Matrix", {{"matrix", scaleBy(2)}});
                      });
                  }),
         database(807,
@@ -495,6 +742,11 @@ std::vector<FaultyDatabase> const& faultyDatabases()
                      return withFace({{"flags", 1 << 26}});
                  }),
         database(815, [] { return withNode("Group", {}, [](FltWriter& flt) { flt.add("Translate"); }); }),
+        database(
+            816, [] { return withNode("LOD", {}); },
+            [] {
+                return withNode("LOD", {{"switchInDistance", 100}});
+            }),
     };
     return databases;
 }

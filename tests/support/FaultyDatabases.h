@@ -14,6 +14,9 @@ struct FaultyDatabase {
     std::function<std::string(ScratchFolder const&)>
         write;                 ///< Writes it with what it needs. @return its path
     std::set<int> others = {}; ///< Kinds that never come without that one.
+
+    /// Writes one like it without the fault, of which nothing is said; may be empty.
+    std::function<std::string(ScratchFolder const&)> writeTwin = {};
 };
 
 /// One for each kind of finding that a database can provoke.

@@ -77,15 +77,23 @@ FltFindingKind const& kindOf(std::string const& code)
     return *kind;
 }
 
-/// What the scene doesn't show. A database that can't be loaded has other findings.
+/// What only a load tells: its pictures, and what isn't shown. A database that can't be loaded has other
+/// findings.
 void checkScene(Program const& program, Options const& options, std::string const& file, FltCheck& check)
 {
     try {
         FltLoader loader;
         loader.texturePath = options.texturePath;
-        FltScene const scene = loader.load(file);
-        for (FltOmission const& omission : scene.omissions())
-            check.addOmission(omission.kind, omission.count);
+        FltVisual const visual = loader.loadVisual(file);
+        std::vector<FltTexture> own = visual.distinctTextures();
+        auto const isOthers = [&](FltTexture const& texture) {
+            return texture.database != visual.files.front();
+        };
+        own.erase(std::remove_if(own.begin(), own.end(), isOthers), own.end());
+        check.checkPictures(own);
+        for (FltOmission const& omission : visual.omissions)
+            if (!options.isExact)
+                check.addOmission(omission.kind, omission.count);
     } catch (FltLoadError const& problem) {
         program.detail(std::string("no scene: ") + problem.what());
     }
@@ -115,7 +123,7 @@ CheckedFile check(Program const& program, Options const& options, std::string co
     check.checkVisibility();
     if (options.isExact)
         check.checkExactConversion();
-    else if (!options.isFast)
+    if (!options.isFast)
         checkScene(program, options, file, check);
     return {file, "", check.findings(), check.leftOut()};
 }
@@ -183,7 +191,7 @@ int main(int argc, char** argv)
     program.flag("--exact", options.isExact,
                  "Judge what the exact conversion loses, in place of the complete one.");
     program.flag("--fast", options.isFast,
-                 "Don't make the scene graph: nothing is said of what it leaves out.");
+                 "Don't load it: nothing is said of its pictures, nor of what isn't shown.");
     program.flag("--json", options.isJson, "Print a JSON object.");
     program.flag("--sarif", options.isSarif, "Print SARIF 2.1.0.");
     program.values("--explain", options.explained, "CODE",

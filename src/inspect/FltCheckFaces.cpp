@@ -1,0 +1,243 @@
+#include "inspect/FltCheckFaces.h"
+
+#include "messages/FltFindingNumber.h"
+#include "records/FltOpcode.h"
+#include "records/FltRecordGroupAndObject.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+namespace Number = FltFindingNumber;
+
+namespace
+{
+
+/// Normals between these lengths count as of length 1: others make a face too dark or too bright where they
+/// are taken as they are.
+constexpr float shortestNormal = 0.9F;
+constexpr float longestNormal = 1.1F;
+
+/// Normals stand against the winding from this mean of their cosines on. Those that stand upright on purpose,
+/// as on trees, are near zero.
+constexpr double against = -0.05;
+
+float lengthOf(float const (&vector)[3])
+{
+    return std::sqrt(vector[0] * vector[0] + vector[1] * vector[1] + vector[2] * vector[2]);
+}
+
+std::string componentsOf(float const (&vector)[3])
+{
+    char text[64];
+    std::snprintf(text, sizeof text, "(%.3g, %.3g, %.3g)", static_cast<double>(vector[0]),
+                  static_cast<double>(vector[1]), static_cast<double>(vector[2]));
+    return text;
+}
+
+std::string vertexCountOf(FltFaceInput const& input)
+{
+    return std::to_string(input.vertices.size()) + " vertices";
+}
+
+} // namespace
+
+FltCheckFaces::FltCheckFaces(FltCheckedModel& checked, FltFindingList& findings)
+    : FltCheckFamily(checked.inventory, findings), checked(checked), tools(checked.model, textures, leftOut),
+      reader(tools), drawer(tools), seen(checked), coinciding(checked.model.vertices), nodeBoxes(checked)
+{
+}
+
+void FltCheckFaces::check()
+{
+    readAll();
+    checkDetail();
+    nodeBoxes.join();
+}
+
+/// Has each face and mesh read with all that lies on it, as the drawer does.
+void FltCheckFaces::readAll()
+{
+    std::vector<float> transparencies(inventory.nodes.size());
+    std::vector<bool> isDrawn(static_cast<std::size_t>(checked.model.tree.getCount()), true);
+    for (FltModelTree::Number number = 1; number < checked.model.tree.getCount(); ++number) {
+        FltRecordView const& record = checked.recordOf(number);
+        FltModelTree::Number const above = checked.parentOf(number);
+        bool const isBelowFace =
+            above != FltModelTree::root && (checked.recordOf(above).opcode == FltOpcode::face ||
+                                            checked.recordOf(above).opcode == FltOpcode::mesh);
+        if (isBelowFace || !isDrawn[static_cast<std::size_t>(above)]) {
+            isDrawn[static_cast<std::size_t>(number)] = false; // the face reads what belongs to it
+            continue;
+        }
+        std::uint32_t const node = checked.nodeOf(number);
+        if (record.opcode == FltOpcode::object)
+            transparencies[node] =
+                static_cast<float>(FltDecoded<FltRecordObject>(record).transparency) / 65535.0F;
+        else if (checked.numberOf(node) == number && inventory.nodes[node].parent != FltInventory::none)
+            transparencies[node] = transparencies[inventory.nodes[node].parent];
+        if (record.opcode == FltOpcode::mesh)
+            checkPlacesOfMesh(number);
+        if (FltFaceReader::reads(record.opcode))
+            reader.read(number, *this, transparencies[node]);
+    }
+}
+
+void FltCheckFaces::checkPlacesOfMesh(FltModelTree::Number mesh)
+{
+    FltRecordView const& record = checked.recordOf(mesh);
+    for (SbVec3d const& point : reader.pointsOf(mesh))
+        if (!FltVertex::isUsable(point[0], point[1], point[2]))
+            findings.add(Number::unusablePlace, record.offset, FltOpcode::mesh, checked.nodeOf(mesh),
+                         "a vertex of this mesh");
+}
+
+void FltCheckFaces::add(FltFaceInput const& input)
+{
+    points.clear();
+    for (std::uint32_t const vertex : input.vertices) {
+        points.emplace_back(checked.model.vertices[vertex].position);
+        nodeBoxes.add(checked.nodeOf(input.number), points.back());
+    }
+    if (points.empty() || FltFaceCollector::kindOf(input) != FltMesh::Kind::faces)
+        return;
+    normal = FltPolygonCutter::normalOf(points);
+    checkTextureCoordinates(input);
+    if (FltPolygonCutter::hasArea(points, normal)) {
+        checkShape(input);
+        checkNormals(input);
+        checkSight(input);
+    } else if (!repeatsACorner(input)) {
+        tell(Number::noArea, input, vertexCountOf(input));
+    }
+}
+
+/// Strips of triangles go on elsewhere by triangles that repeat a corner.
+bool FltCheckFaces::repeatsACorner(FltFaceInput const& input) const
+{
+    auto const& corners = input.vertices;
+    return checked.recordOf(input.number).opcode == FltOpcode::mesh && corners.size() == 3 &&
+           (corners[0] == corners[1] || corners[1] == corners[2] || corners[2] == corners[0]);
+}
+
+void FltCheckFaces::checkShape(FltFaceInput const& input)
+{
+    if (points.size() == 3)
+        return;
+    if (!tools.cutter.isConvex(points, normal))
+        tell(Number::concaveFace, input, vertexCountOf(input));
+    else if (!FltPolygonCutter::isFlat(points, normal))
+        tell(Number::unevenFace, input, vertexCountOf(input));
+}
+
+void FltCheckFaces::checkNormals(FltFaceInput const& input)
+{
+    if (!FltFaceCollector::isLit(input))
+        return;
+    for (std::uint32_t const number : input.vertices) {
+        FltVertex const& vertex = checked.model.vertices[number];
+        if (!vertex.has(FltVertex::hasNormal) || !isFirstTime(number, judgedNormal))
+            continue;
+        float const length = lengthOf(vertex.normal);
+        if (!std::isfinite(length) || length == 0)
+            tell(Number::unusableNormal, input, componentsOf(vertex.normal));
+        else if (length < shortestNormal || length > longestNormal)
+            tell(Number::unevenNormal, input,
+                 componentsOf(vertex.normal) + " is " + textOf(static_cast<double>(length), 3) + " long");
+    }
+    checkSides(input);
+}
+
+void FltCheckFaces::checkSides(FltFaceInput const& input)
+{
+    if (FltFaceCollector::isTwoSided(input))
+        return;
+    SbVec3d unit = normal;
+    unit.normalize();
+    double sum = 0;
+    for (std::uint32_t const number : input.vertices) {
+        FltVertex const& vertex = checked.model.vertices[number];
+        auto const length = static_cast<double>(lengthOf(vertex.normal));
+        if (!vertex.has(FltVertex::hasNormal) || !(length > 0) || !std::isfinite(length))
+            return;
+        sum += unit.dot(SbVec3d(vertex.normal[0], vertex.normal[1], vertex.normal[2])) / length;
+    }
+    if (sum < against * static_cast<double>(input.vertices.size()))
+        tell(Number::opposedNormals, input, vertexCountOf(input));
+}
+
+void FltCheckFaces::checkTextureCoordinates(FltFaceInput const& input)
+{
+    if (!tools.textures.has(input.record.texturePatternIndex))
+        return;
+    for (std::uint32_t const number : input.vertices) {
+        FltVertex const& vertex = checked.model.vertices[number];
+        if (vertex.has(FltVertex::hasUv) && isFirstTime(number, judgedUv) &&
+            !(std::isfinite(vertex.uv[0]) && std::isfinite(vertex.uv[1])))
+            tell(Number::unusableTextureCoordinates, input,
+                 "texture " + std::to_string(input.record.texturePatternIndex));
+    }
+}
+
+/// Whether anything is seen of a face, and whether another one is in its place.
+void FltCheckFaces::checkSight(FltFaceInput const& input)
+{
+    if (FltFaceCollector::isHidden(input))
+        return;
+    if (drawer.alphaOf(input) == 0) {
+        tell(Number::transparentFace, input, vertexCountOf(input));
+        return;
+    }
+    if (reader.turningOf(input.number) != FltFaceReader::Turning::none || repeatsACorner(input))
+        return;
+    FltCoincidingFaces::Layer const layer{seen.scopeOf(checked.nodeOf(input.number)), input.level,
+                                          input.record.relativePriority};
+    std::uint64_t const offset = checked.recordOf(input.number).offset;
+    if (auto const other = coinciding.add(layer, offset, input.vertices, FltFaceCollector::isTwoSided(input)))
+        tell(Number::coincidingFaces, input,
+             "it lies where the one at byte " + std::to_string(*other) + " does");
+}
+
+/// One finding for all nodes whose faces lie too far from the origin, at the one that loses most.
+void FltCheckFaces::checkDetail()
+{
+    constexpr double leastPart = 1e-6;
+    constexpr double leastMetres = 1e-4;
+    double most = 0;
+    std::uint32_t worst = 0;
+    std::uint64_t count = 0;
+    for (std::uint32_t node = 0; node < inventory.nodes.size(); ++node) {
+        double const error = nodeBoxes.errorOf(node);
+        double const extent = error > 0 ? nodeBoxes.boxOf(node).getSize().length() : 0;
+        if (error <= leastPart * extent || error * checked.model.metresPerUnit <= leastMetres)
+            continue;
+        ++count;
+        if (error > most) {
+            most = error;
+            worst = node;
+        }
+    }
+    if (count == 0)
+        return;
+    FltInventory::Node const& node = inventory.nodes[worst];
+    FltFinding* const finding =
+        findings.addHere(Number::lostDetail, static_cast<std::int64_t>(node.offset), node.opcode,
+                         "up to " + textOf(most, 2) + " of a unit is lost", count);
+    if (finding != nullptr)
+        finding->node = inventory.pathOf(worst);
+}
+
+bool FltCheckFaces::isFirstTime(std::uint32_t vertex, Judged what)
+{
+    if (vertex >= judged.size())
+        judged.resize(checked.model.vertices.size());
+    bool const isFirst = (judged[vertex] & what) == 0;
+    judged[vertex] |= what;
+    return isFirst;
+}
+
+void FltCheckFaces::tell(int number, FltFaceInput const& input, std::string const& text)
+{
+    FltRecordView const& record = checked.recordOf(input.number);
+    findings.add(number, record.offset, static_cast<int>(record.opcode), checked.nodeOf(input.number), text);
+}
