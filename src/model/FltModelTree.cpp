@@ -1,6 +1,5 @@
 #include "model/FltModelTree.h"
 
-#include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltOpcodeTable.h"
 
@@ -10,28 +9,32 @@ using Part = FltOpcodeRow::Part;
 
 FltModelTree::Place FltModelTree::add(FltRecordView const& record)
 {
-    Part const part = FltOpcodeTable::partOf(static_cast<int>(record.opcode));
-    if (part == Part::pushExtension || part == Part::popExtension) {
-        extensions = std::max(0, extensions + (part == Part::pushExtension ? 1 : -1));
-        return Place::taken;
-    }
-    if (extensions > 0)
-        return Place::leftOut;
-    if (part == Part::push) {
-        push(record);
-    } else if (part == Part::pop) {
-        pop();
-    } else if (tooDeep > 0) {
-        return Place::leftOut;
-    } else if (part != Part::ancillary) {
+    switch (levels.take(record)) {
+    case FltLevelStep::node:
         addNode(record);
-    } else if (isAfterPop) {
-        return Place::nowhere;
-    } else {
+        break;
+    case FltLevelStep::ancillary:
         records.push_back(record);
-        return Place::taken;
+        break;
+    case FltLevelStep::openedTooDeep:
+        leaveOutFrom(record);
+        break;
+    case FltLevelStep::closedNothing:
+        FltWarningMessageConsole::notifyGuard("A level ends that never began");
+        break;
+    case FltLevelStep::inExtension:
+    case FltLevelStep::tooDeep:
+        return Place::leftOut;
+    case FltLevelStep::nowhere:
+        return Place::nowhere;
+    case FltLevelStep::opened:
+    case FltLevelStep::openedNothing:
+    case FltLevelStep::closed:
+    case FltLevelStep::closedOther:
+    case FltLevelStep::extension:
+    case FltLevelStep::closedNoExtension:
+        break;
     }
-    isAfterPop = part == Part::pop;
     return Place::taken;
 }
 
@@ -39,27 +42,17 @@ void FltModelTree::addNode(FltRecordView const& record)
 {
     Node node;
     node.record = static_cast<std::uint32_t>(records.size());
-    node.isSubface = openSubfaces.back();
+    node.isSubface = levels.isSubface();
     records.push_back(record);
-    last = static_cast<Number>(nodes.size());
-    Node& parent = nodes[static_cast<std::size_t>(open.back())];
+    auto const number = static_cast<Number>(nodes.size());
+    levels.setLast(number);
+    Node& parent = nodes[static_cast<std::size_t>(levels.getParent())];
     if (parent.lastChild == none)
-        parent.firstChild = last;
+        parent.firstChild = number;
     else
-        nodes[static_cast<std::size_t>(parent.lastChild)].nextSibling = last;
-    parent.lastChild = last;
+        nodes[static_cast<std::size_t>(parent.lastChild)].nextSibling = number;
+    parent.lastChild = number;
     nodes.push_back(node);
-}
-
-void FltModelTree::push(FltRecordView const& record)
-{
-    if (tooDeep > 0 || levelsAbove + static_cast<int>(open.size()) >= FltLimits::hierarchyDepth) {
-        ++tooDeep;
-        leaveOutFrom(record);
-        return;
-    }
-    open.push_back(last);
-    openSubfaces.push_back(record.opcode == FltOpcode::pushSubface);
 }
 
 void FltModelTree::leaveOutFrom(FltRecordView const& record)
@@ -69,22 +62,6 @@ void FltModelTree::leaveOutFrom(FltRecordView const& record)
     whole = false;
     FltWarningMessageConsole::setPosition(record.offset, static_cast<int>(record.opcode));
     FltWarningMessageConsole::notifyDamage("Levels that are nested too deeply are left out");
-}
-
-/// The level belongs to the node before it; a level after that one belongs to the same node.
-void FltModelTree::pop()
-{
-    if (tooDeep > 0) {
-        --tooDeep;
-        return;
-    }
-    last = open.back();
-    if (open.size() == 1) {
-        FltWarningMessageConsole::notifyGuard("A level ends that never began");
-        return;
-    }
-    open.pop_back();
-    openSubfaces.pop_back();
 }
 
 FltRecordView const* FltModelTree::ancillaryBegin(Number number) const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "messages/FltLimits.h"
+#include "model/FltLevels.h"
 #include "model/FltRecordView.h"
 
 #include <cstdint>
@@ -24,7 +26,9 @@ public:
     };
 
     /// @param levelsAbove the levels that lead to the file, in those that refer to it
-    explicit FltModelTree(int levelsAbove) : nodes(1), open{root}, levelsAbove(levelsAbove) {}
+    explicit FltModelTree(int levelsAbove) : nodes(1), levels(root, FltLimits::hierarchyDepth - levelsAbove)
+    {
+    }
 
     /// What became of a record.
     enum class Place {
@@ -62,17 +66,9 @@ public:
 
 private:
     void addNode(FltRecordView const& record);
-    void push(FltRecordView const& record);
-    void pop();
 
     std::vector<FltRecordView> records;
     std::vector<Node> nodes;
-    std::vector<Number> open; ///< The nodes whose levels are open, the root first.
-    std::vector<bool> openSubfaces{false};
-    Number last = root; ///< The node that a level would belong to.
-    bool isAfterPop = false;
-    int levelsAbove;
-    int extensions = 0;
-    int tooDeep = 0;
+    FltLevels<Number> levels;
     bool whole = true;
 };

@@ -33,7 +33,7 @@ std::string commentIn(FltRecordView const& record)
 std::string shortNameOf(FltRecordView const& record)
 {
     if (record.opcode != FltOpcode::externalReference)
-        return textIn(FltDecoded<FltRecordId>(record).idASCII);
+        return FltNodeWords::idIn(record);
     std::string name = textIn(FltDecoded<FltRecordExternalReference>(record).asciiPath);
     name.erase(0, name.find_last_of("/\\") + 1);
     return name.substr(0, name.rfind('.'));
@@ -44,9 +44,18 @@ std::string shortNameOf(FltRecordView const& record)
 std::string FltNodeWords::nameOf(FltModelTree const& tree, Number number)
 {
     if (FltRecordView const* const longId = tree.ancillary(number, FltOpcode::longID))
-        return FltDecoded<FltRecordLongID>(*longId).idASCII.get();
-    FltRecordView const& record = tree.recordOf(number);
-    return hasId(record) ? shortNameOf(record) : std::string();
+        return longIdIn(*longId);
+    return shortNameOf(tree.recordOf(number));
+}
+
+std::string FltNodeWords::idIn(FltRecordView const& record)
+{
+    return hasId(record) ? textIn(FltDecoded<FltRecordId>(record).idASCII) : std::string();
+}
+
+std::string FltNodeWords::longIdIn(FltRecordView const& record)
+{
+    return FltDecoded<FltRecordLongID>(record).idASCII.get();
 }
 
 std::vector<std::string> FltNodeWords::commentsOf(FltModelTree const& tree, Number number)

@@ -13,6 +13,12 @@ namespace FltNodeWords
 /// directories and its ending.
 std::string nameOf(FltModelTree const& tree, FltModelTree::Number number);
 
+/// The eight characters that a record of the hierarchy begins with; empty for one that has none.
+std::string idIn(FltRecordView const& record);
+
+/// The whole text of a long id.
+std::string longIdIn(FltRecordView const& record);
+
 /// The comments at a node. Those of a text record say what is written, and count as none.
 std::vector<std::string> commentsOf(FltModelTree const& tree, FltModelTree::Number number);
 

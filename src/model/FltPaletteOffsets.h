@@ -15,6 +15,9 @@ public:
     /// Starts the palette: offsets count from here on.
     void beginPalette(FltRecordView const& head) { begin = head.offset; }
 
+    /// Makes room for so many vertices.
+    void reserve(std::size_t count) { starts.reserve(count); }
+
     /// Adds a vertex of the palette, whose record begins at an offset of the file.
     /// @return false, and it isn't added, if it is one of a second palette: offsets go on meaning the first
     bool add(std::size_t recordOffset, std::uint32_t number);

@@ -1,10 +1,10 @@
 #include "model/FltPaletteSet.h"
 
+#include "model/FltPaletteTexture.h"
 #include "records/FltOpcode.h"
 #include "records/FltRecordLightPointPalette.h"
 #include "records/FltRecordLightSource.h"
 #include "records/FltRecordMaterial.h"
-#include "records/FltRecordTexturePattern.h"
 
 #include <algorithm>
 #include <cstring>
@@ -93,11 +93,9 @@ void FltPaletteSet::takeOldMaterials(FltRecordView const& record, int revision)
     }
 }
 
-/// A record that is shorter than the form with a short file name has that one's layout.
 void FltPaletteSet::takeTexture(FltRecordView const& record)
 {
-    FltRecordTexturePattern texture(std::max(record.classLength(), FltRecordTexturePattern::shortFormLength));
-    record.decodeTo(texture);
+    FltPaletteTexture const texture(record);
     textures->names[texture.patternIndex] = {texture.fileName,
                                              ::strnlen(texture.fileName, sizeof texture.fileName)};
 }

@@ -2,6 +2,7 @@
 
 #include "dump/FltDumpOutput.h"
 #include "messages/FltLimits.h"
+#include "messages/FltMessageSilence.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
 #include "parser/FltStoredRecord.h"
@@ -53,8 +54,7 @@ private:
 /// Without what records say of their length when they are made: FltRecordScan::leastLength() tells that.
 std::unique_ptr<FltRecord> makeSilently(FltStoredRecord const& stored)
 {
-    std::vector<std::string> unheard;
-    Listening const listening(unheard);
+    FltMessageSilence const silence;
     return stored.make();
 }
 
