@@ -107,8 +107,7 @@ void FltVertexPalette::add(Position position, FltRecordVertexColor const& record
     Form& form = at(position);
     int const index = form.count;
     unsigned int const size = record.getLength();
-    offsetToVertexEntryMap.add(nextVertexOffset, {index, static_cast<std::int32_t>(size), form.id});
-    nextVertexOffset += size;
+    offsetToVertexEntryMap.add(offsets.next(size), {index, static_cast<std::int32_t>(size), form.id});
     if (!makesNodes)
         return;
     if (index >= form.fields.vertex.getNum())

@@ -3,6 +3,7 @@
 #include "convert/FltVertexField.h"
 #include "convert/FltVertexOffsets.h"
 #include "convert/VertexEntry.h"
+#include "records/FltSummedVertexOffsets.h"
 #include "toolkit/SoNodeRef.h"
 
 #include <Inventor/SbName.h>
@@ -139,7 +140,7 @@ private:
     FltColorPalette const& colors;
     bool makesNodes;
     FltVertexOffsets offsetToVertexEntryMap;
-    unsigned long nextVertexOffset = 8; ///< Offsets count from the head of the palette, which is that long.
+    FltSummedVertexOffsets offsets;
     bool vertexPropertiesFinalized = false;
 
     std::array<Form, formCount> forms;

@@ -34,7 +34,8 @@ void FltCheckGeometry::check()
     checkDrawing();
     bool const isEmpty = inventory.faces.empty() && inventory.meshes.empty() &&
                          inventory.references.empty() && inventory.opcodes.count(FltOpcode::text) == 0 &&
-                         inventory.opcodes.count(FltOpcode::lightPoint) == 0;
+                         inventory.opcodes.count(FltOpcode::lightPoint) == 0 &&
+                         inventory.tooDeep.empty(); // which is told by itself
     if (isEmpty)
         findings.addHere(Number::nothingToSee, FltFinding::nowhere, 0,
                          "no face, mesh, text, light point or external reference");

@@ -42,11 +42,11 @@ void FltCheckHierarchy::checkLevels()
     for (FltInventory::Stray const& stray : inventory.strays)
         findings.addHere(Number::strayRecord, static_cast<std::int64_t>(stray.offset), stray.opcode,
                          FltOpcodeName::of(stray.opcode));
+    for (FltInventory::TooDeep const& node : inventory.tooDeep)
+        findings.add(Number::tooDeepLevels, node.offset, node.opcode, node.node,
+                     std::to_string(FltLimits::hierarchyDepth) + " levels");
     for (std::uint32_t i = 0; i < inventory.nodes.size(); ++i) {
         FltInventory::Node const& node = inventory.nodes[i];
-        if (node.depth == FltLimits::hierarchyDepth)
-            findings.add(Number::tooDeepLevels, node.offset, node.opcode, i,
-                         std::to_string(node.depth) + " levels");
         bool const isToHoldSomething = node.opcode == FltOpcode::group || node.opcode == FltOpcode::object ||
                                        node.opcode == FltOpcode::lod ||
                                        node.opcode == FltOpcode::switchNode || node.opcode == FltOpcode::dof;

@@ -22,9 +22,9 @@ std::array<double, 3> positionIn(FltRecordView const& record)
 
 } // namespace
 
-FltInventory::FltInventory(std::string const& path) : fileName(path), reader(path)
+FltInventory::FltInventory(std::string const& path, Offsets rule) : fileName(path), scan(path)
 {
-    FltInventoryBuilder(*this).build();
+    FltInventoryBuilder(*this, rule).build();
 }
 
 bool FltInventory::Switch::shows(int mask, std::uint32_t child) const
@@ -46,7 +46,7 @@ char const* FltInventory::DegreeOfFreedom::nameOf(std::size_t range)
 std::array<double, 3> FltInventory::position(std::uint32_t vertex) const
 {
     Vertex const& one = vertices[vertex];
-    std::string_view const rest = reader.file().substr(one.offset);
+    std::string_view const rest = scan.file().substr(one.offset);
     auto const room = static_cast<std::uint32_t>(std::min<std::size_t>(rest.size(), UINT16_MAX));
     FltRecordView const record{rest.data(), room, one.opcode, one.offset};
     return one.opcode <= FltOpcode::oldVertexColorNormal ? positionIn<FltRecordOldVertex>(record)
@@ -80,6 +80,6 @@ bool FltInventory::lacksCarriageReturns() const
 {
     // Some 16 are to be expected by then even where most bytes are zero.
     constexpr std::size_t enough = 4096;
-    std::string_view const file = reader.file();
+    std::string_view const file = scan.file();
     return file.size() >= enough && file.find('\r') == std::string_view::npos;
 }

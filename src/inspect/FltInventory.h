@@ -21,9 +21,15 @@ class VELLOREADER_API FltInventory
 public:
     static constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
 
+    /// What the offsets of vertex lists count.
+    enum class Offsets {
+        byPlace, ///< All bytes from the palette's head on, as the complete conversion takes them.
+        bySums,  ///< Those of the vertices alone, as the exact conversion takes them.
+    };
+
     /// Reads a database.
     /// @throw std::runtime_error as FltRecordScan does
-    explicit FltInventory(std::string const& path);
+    explicit FltInventory(std::string const& path, Offsets rule = Offsets::byPlace);
 
     /// What the header record says.
     struct Header {
@@ -41,7 +47,8 @@ public:
     };
 
     /// A node of the hierarchy: the header itself, which is the first, groups, objects and so on. Faces and
-    /// meshes have lists of their own.
+    /// meshes have lists of their own. What stands in an extension, or in levels that are nested too deeply, is
+    /// in none.
     struct Node {
         std::uint64_t offset = 0;
         std::uint64_t end = 0; ///< After the last byte of what belongs to it.
@@ -49,16 +56,22 @@ public:
         int opcode = 0;
         std::uint32_t parent = none;
         std::uint32_t depth = 0;    ///< Nodes above it.
-        std::uint32_t children = 0; ///< Nodes directly below it.
+        std::uint32_t children = 0; ///< Nodes directly below it, also those that are left out.
         std::uint32_t faces = 0;    ///< Faces and meshes directly below it.
         bool hasLevel = false;      ///< Whether a Push follows it.
     };
 
     /// A vertex of the palette, or one of the old forms, which stand below a face.
+    /// There may be millions, so they are kept small.
     struct Vertex {
-        std::uint64_t offset = 0;
-        std::uint8_t opcode = 0;
-        bool isWhole = true; ///< Whether the file holds all of its coordinates.
+        Vertex(std::uint64_t offset, int opcode, bool isWhole)
+            : offset(offset), opcode(static_cast<std::uint8_t>(opcode)), isWhole(isWhole)
+        {
+        }
+
+        std::uint64_t offset : 56;
+        std::uint8_t opcode : 7;
+        bool isWhole : 1; ///< Whether the file holds all of its coordinates.
     };
 
     /// What a face and a mesh have in common.
@@ -178,6 +191,13 @@ public:
         int opcode = 0;
     };
 
+    /// A node that is left out, with all that stands beside and below it, because it is nested too deeply.
+    struct TooDeep {
+        std::uint64_t offset = 0;
+        int opcode = 0;
+        std::uint32_t node = none; ///< Below which it stands.
+    };
+
     struct Complaint {
         std::uint64_t offset = 0;
         int opcode = 0;
@@ -198,8 +218,8 @@ public:
     };
 
     std::string const& path() const { return fileName; }
-    std::string_view file() const { return reader.file(); }
-    std::uint64_t bytes() const { return reader.file().size(); }
+    std::string_view file() const { return scan.file(); }
+    std::uint64_t bytes() const { return scan.file().size(); }
     std::uint64_t records() const { return recordCount; }
 
     Header header;
@@ -222,12 +242,13 @@ public:
     std::vector<Matrix> matrices;
     std::vector<Imbalance> imbalances;
     std::vector<Stray> strays;
+    std::vector<TooDeep> tooDeep;
     std::vector<Complaint> complaints;
     std::vector<ShortRecord> shortRecords;
 
     /// Why and where the records end before the bytes do.
-    FltFraming::Fault fault() const { return reader.fault(); }
-    std::uint64_t faultOffset() const { return reader.offset(); }
+    FltFraming::Fault fault() const { return scan.fault(); }
+    std::uint64_t faultOffset() const { return scan.offset(); }
 
     /// The position of a vertex in units of the database.
     /// Of one that the file doesn't hold in whole, what is missing is zero.
@@ -248,6 +269,6 @@ private:
     friend class FltInventoryBuilder;
 
     std::string fileName;
-    FltRecordScan reader;
+    FltRecordScan scan;
     std::uint64_t recordCount = 0;
 };

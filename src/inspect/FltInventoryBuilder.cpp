@@ -1,31 +1,32 @@
 #include "inspect/FltInventoryBuilder.h"
 
+#include "messages/FltMessageSilence.h"
 #include "messages/FltText.h"
+#include "model/FltInstanceDefinitions.h"
+#include "model/FltNodeWords.h"
+#include "model/FltPaletteTexture.h"
 #include "model/FltRecordEntries.h"
+#include "model/FltSwitchMasks.h"
 #include "records/FltOpcodeTable.h"
-#include "records/FltRecordControl.h"
 #include "records/FltRecordDOF.h"
 #include "records/FltRecordExternalReference.h"
 #include "records/FltRecordFace.h"
 #include "records/FltRecordHeader.h"
-#include "records/FltRecordId.h"
 #include "records/FltRecordLOD.h"
 #include "records/FltRecordLightSource.h"
 #include "records/FltRecordLineStyle.h"
-#include "records/FltRecordLongID.h"
 #include "records/FltRecordMaterial.h"
 #include "records/FltRecordMesh.h"
-#include "records/FltRecordSwitch.h"
-#include "records/FltRecordTable.h"
 #include "records/FltRecordTextureLayers.h"
 #include "records/FltRecordTextureMapping.h"
-#include "records/FltRecordTexturePattern.h"
 #include "records/FltRecordTransformations.h"
 #include "records/FltRecordVertex.h"
 #include "records/FltVertexListEntry.h"
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
+#include <utility>
 
 namespace
 {
@@ -35,24 +36,6 @@ using Part = FltOpcodeRow::Part;
 std::string textOf(char const* characters, std::size_t room)
 {
     return FltText::utf8({characters, ::strnlen(characters, room)});
-}
-
-bool isPush(int opcode)
-{
-    Part const part = FltOpcodeTable::partOf(opcode);
-    return part == Part::push || part == Part::pushExtension;
-}
-
-/// Each kind of level ends with the opcode after the one that it begins with.
-int popOf(int pushOpcode)
-{
-    return pushOpcode + 1;
-}
-
-bool isPop(int opcode)
-{
-    Part const part = FltOpcodeTable::partOf(opcode);
-    return part == Part::pop || part == Part::popExtension;
 }
 
 void takeSurface(FltInventory::Surface& surface, FltRecordFace const& record)
@@ -90,320 +73,387 @@ double determinantOf(float const (&matrix)[4][4])
 
 } // namespace
 
+FltInventoryBuilder::FltInventoryBuilder(FltInventory& inventory, FltInventory::Offsets rule)
+    : inventory(inventory), scan(inventory.scan), records(scan.file().data(), scan.file().size(), false),
+      levels({Owner::Kind::node, 0, 0}, FltLimits::hierarchyDepth), rule(rule)
+{
+    inventory.nodes.emplace_back().opcode = FltOpcode::header;
+}
+
+/// The model's records say what the database holds; the scan beside them counts, and says what is wrong with
+/// single ones.
 void FltInventoryBuilder::build()
 {
-    while (reader.next()) {
+    FltMessageSilence const silence;
+    makeRoom();
+    bool isThere = records.next(record);
+    while (scan.next()) {
         count();
+        if (!isThere || scan.offset() != record.offset)
+            continue; // one that the model passes over, or that continues another
         take();
-        opcodeBefore = reader.opcode();
+        isThere = records.next(record);
     }
     closeLevels();
+}
+
+/// The lists grow to about a third of the file, and would take twice that while they grow.
+void FltInventoryBuilder::makeRoom()
+{
+    std::size_t vertices = 0, oldVertices = 0, faces = 0, faceVertices = 0, nodes = 1;
+    FltFraming all(scan.file().data(), scan.file().size());
+    while (all.next()) {
+        FltOpcodeRow const* const row = FltOpcodeTable::find(all.getOpcode());
+        if (row == nullptr || all.getLength() < row->lengths.shortest)
+            continue;
+        if (row->part == Part::vertex)
+            ++vertices;
+        else if (row->part == Part::node)
+            ++nodes;
+        else if (row->opcode == FltOpcode::face)
+            ++faces;
+        else if (row->opcode == FltOpcode::vertexList)
+            faceVertices += (all.getLength() - FltFieldReach::head) / sizeof(FltVertexListEntry::offset);
+        else if (row->opcode >= FltOpcode::oldVertex && row->opcode <= FltOpcode::oldVertexColorNormal)
+            ++oldVertices;
+    }
+    palette.reserve(vertices);
+    inventory.vertices.reserve(vertices + oldVertices);
+    inventory.nodes.reserve(nodes);
+    inventory.faces.reserve(faces);
+    inventory.faceVertices.reserve(faceVertices + oldVertices);
 }
 
 void FltInventoryBuilder::count()
 {
     ++inventory.recordCount;
-    FltInventory::Opcode& opcode = inventory.opcodes[reader.opcode()];
+    FltInventory::Opcode& opcode = inventory.opcodes[scan.opcode()];
     if (opcode.count++ == 0)
-        opcode.first = reader.offset();
-    opcode.bytes += reader.length();
-    for (std::string const& text : reader.complaints())
-        inventory.complaints.push_back({reader.offset(), reader.opcode(), text});
-    std::size_t const leastLength = reader.leastLength();
-    if (reader.length() < leastLength)
-        inventory.shortRecords.push_back({reader.offset(), reader.opcode(), reader.length(), leastLength});
+        opcode.first = scan.offset();
+    opcode.bytes += scan.length();
+    for (std::string const& text : scan.complaints())
+        inventory.complaints.push_back({scan.offset(), scan.opcode(), text});
+    std::size_t const leastLength = scan.leastLength();
+    if (scan.length() < leastLength)
+        inventory.shortRecords.push_back({scan.offset(), scan.opcode(), scan.length(), leastLength});
 }
 
 void FltInventoryBuilder::take()
 {
-    int const opcode = reader.opcode();
-    if (isStray())
-        inventory.strays.push_back({reader.offset(), opcode});
-    else if (isPush(opcode))
-        push();
-    else if (isPop(opcode))
-        pop();
-    else if (FltOpcodeTable::partOf(opcode) == Part::node || opcode == FltOpcode::header)
-        takeNode();
-    else if (opcode == FltOpcode::face)
-        takeFace();
-    else if (opcode >= FltOpcode::mesh && opcode <= FltOpcode::meshPrimitive)
-        takeMeshPart();
-    else if (opcode == FltOpcode::vertexList)
-        takeVertexList();
-    else if (opcode == FltOpcode::morphVertexList)
-        takeMorphVertexList();
-    else if (opcode >= FltOpcode::oldVertex && opcode <= FltOpcode::oldVertexColorNormal)
-        takeOldVertex();
-    else if (opcode >= FltOpcode::vertexColor && opcode <= FltOpcode::vertexColorUv)
+    switch (FltOpcodeTable::partOf(opcode())) {
+    case Part::vertex:
         takeVertex();
-    else if (opcode == FltOpcode::continuation &&
-             (opcodeBefore == FltOpcode::localVertexPool || opcodeBefore == FltOpcode::continuation))
-        takeLocalVertexPool();
-    else if (reader.record() != nullptr && reader.record()->getRecordCategory() == "PALETTE_RECORD")
+        break;
+    case Part::palette:
         takePalette();
-    else
-        takeAncillary();
+        break;
+    default:
+        takeStep(levels.take(record));
+        break;
+    }
 }
 
-/// Whether a record says more about a node, and follows none. What stands in an extension is no matter of
-/// nodes.
-bool FltInventoryBuilder::isStray()
+void FltInventoryBuilder::takeStep(FltLevelStep step)
 {
-    int const opcode = reader.opcode();
-    Part const part = FltOpcodeTable::partOf(opcode);
-    if (part == Part::pushExtension)
-        ++extensionLevels;
-    else if (part == Part::popExtension && extensionLevels > 0)
-        --extensionLevels;
-    if (extensionLevels > 0 || opcode == FltOpcode::continuation)
-        return false;
-    if (part == Part::node || part == Part::component || part == Part::corners || part == Part::push ||
-        part == Part::pop)
-        isAfterPop = part == Part::pop;
-    return isAfterPop && part == Part::ancillary;
+    switch (step) {
+    case FltLevelStep::node:
+        takeNode();
+        break;
+    case FltLevelStep::ancillary:
+        takeAncillary();
+        break;
+    case FltLevelStep::openedNothing:
+        if (record.opcode == FltOpcode::pushLevel) // subfaces may lie on what isn't there
+            addImbalance(FltInventory::Imbalance::Kind::pushWithoutNode, record.offset);
+        break;
+    case FltLevelStep::opened:
+        if (levels.getLast().kind == Owner::Kind::node && !levels.isSubface())
+            inventory.nodes[levels.getLast().number].hasLevel = true;
+        break;
+    case FltLevelStep::closed:
+        endLevel(levels.getLast(), recordEnd());
+        break;
+    case FltLevelStep::closedOther:
+        endLevel(levels.getLast(), recordEnd());
+        [[fallthrough]];
+    case FltLevelStep::closedNothing:
+    case FltLevelStep::closedNoExtension:
+        addImbalance(FltInventory::Imbalance::Kind::popWithoutPush, record.offset);
+        break;
+    case FltLevelStep::nowhere:
+        inventory.strays.push_back({record.offset, opcode()});
+        break;
+    case FltLevelStep::tooDeep:
+        takeTooDeep();
+        break;
+    case FltLevelStep::openedTooDeep:
+    case FltLevelStep::extension:
+    case FltLevelStep::inExtension:
+        break;
+    }
+}
+
+void FltInventoryBuilder::addImbalance(FltInventory::Imbalance::Kind kind, std::size_t offset)
+{
+    inventory.imbalances.push_back({kind, offset});
+}
+
+/// Keeps the nodes that stand in the first level that is left out.
+void FltInventoryBuilder::takeTooDeep()
+{
+    if (levels.getLevelsTooDeep().size() != 1 || FltOpcodeTable::partOf(opcode()) != Part::node)
+        return;
+    std::uint32_t const node = levels.getLast().node;
+    inventory.tooDeep.push_back({record.offset, opcode(), node});
+    ++inventory.nodes[node].children;
 }
 
 void FltInventoryBuilder::takePalette()
 {
-    FltRecord const* const record = reader.record();
-    if (reader.opcode() == FltOpcode::vertexPalette)
-        beginVertexPalette();
-    else if (auto const* const texture = dynamic_cast<FltRecordTexturePattern const*>(record))
-        enter(inventory.textures, texture->patternIndex, textOf(texture->fileName, sizeof texture->fileName));
-    else if (auto const* const material = dynamic_cast<FltRecordMaterial const*>(record))
-        enter(inventory.materials, material->index, textOf(material->name, sizeof material->name));
-    else if (auto const* const materials = dynamic_cast<FltRecordOLDMaterialPalette const*>(record))
-        takeOldMaterials(*materials);
-    else if (auto const* const style = dynamic_cast<FltRecordLineStylePalette const*>(record))
-        enter(inventory.lineStyles, style->lineStyleIndex, "");
-    else if (auto const* const mapping = dynamic_cast<FltRecordTextureMappingPalette const*>(record))
-        enter(inventory.textureMappings, mapping->index, textOf(mapping->name, sizeof mapping->name));
-    else if (auto const* const light = dynamic_cast<FltRecordLightSourcePalette const*>(record))
-        enter(inventory.lights, light->paletteIndex,
-              textOf(light->lightSourceName, sizeof light->lightSourceName));
-    else if (reader.opcode() == FltOpcode::colorPalette)
+    switch (record.opcode) {
+    case FltOpcode::header:
+        if (record.offset == 0) // a second one changes nothing
+            takeHeader();
+        break;
+    case FltOpcode::vertexPalette:
+        if (rule == FltInventory::Offsets::byPlace)
+            palette.beginPalette(record);
+        break;
+    case FltOpcode::texturePattern: {
+        FltPaletteTexture const texture(record);
+        enter(inventory.textures, texture.patternIndex, textOf(texture.fileName, sizeof texture.fileName));
+        break;
+    }
+    case FltOpcode::material: {
+        FltDecoded<FltRecordMaterial> const material(record);
+        enter(inventory.materials, material.index, textOf(material.name, sizeof material.name));
+        break;
+    }
+    case FltOpcode::oldMaterialPalette:
+        takeOldMaterials();
+        break;
+    case FltOpcode::lineStylePalette:
+        enter(inventory.lineStyles, FltDecoded<FltRecordLineStylePalette>(record).lineStyleIndex, "");
+        break;
+    case FltOpcode::textureMappingPalette:
+        if (auto const* const mapping = dynamic_cast<FltRecordTextureMappingPalette const*>(scan.record()))
+            enter(inventory.textureMappings, mapping->index, textOf(mapping->name, sizeof mapping->name));
+        break;
+    case FltOpcode::lightSourcePalette: {
+        FltDecoded<FltRecordWholeLightSourcePalette> const light(record);
+        enter(inventory.lights, light.paletteIndex,
+              textOf(light.lightSourceName, sizeof light.lightSourceName));
+        break;
+    }
+    case FltOpcode::colorPalette:
         inventory.hasColorPalette = true;
+        break;
+    default:
+        break;
+    }
 }
 
 void FltInventoryBuilder::enter(FltInventory::Palette& entries, int index, std::string name)
 {
     auto const [entry, isNew] = entries.try_emplace(index);
     if (!isNew)
-        entry->second.repetition = reader.offset();
+        entry->second.repetition = record.offset;
     else
-        entry->second.offset = reader.offset();
+        entry->second.offset = record.offset;
     entry->second.name = std::move(name); // the later one wins
 }
 
-void FltInventoryBuilder::takeOldMaterials(FltRecordOLDMaterialPalette const& record)
+void FltInventoryBuilder::takeOldMaterials()
 {
     inventory.hasOldMaterialPalette = true;
+    auto const materials = std::make_unique<FltDecoded<FltRecordOLDMaterialPalette>>(record, scan.revision());
     int index = 0;
-    for (auto const& entry : record.entries)
+    for (auto const& entry : materials->entries)
         enter(inventory.materials, index++, textOf(entry.name, sizeof entry.name));
-}
-
-void FltInventoryBuilder::beginVertexPalette()
-{
-    palette.beginPalette(view());
-    std::size_t const rest = reader.file().size() - reader.offset();
-    std::size_t const bytes =
-        std::min<std::size_t>(FltDecoded<FltRecordVertexPalette>(view()).vertexPaletteTotalLength, rest);
-    inventory.vertices.reserve(bytes / FltRecordTable::leastOf(FltOpcode::vertexColor, reader.revision()));
 }
 
 void FltInventoryBuilder::takeVertex()
 {
-    std::uint32_t const vertex = addVertex();
-    palette.add(reader.offset(), vertex);
+    std::uint32_t const vertex = addVertex<FltRecordVertexColor>();
+    palette.add(rule == FltInventory::Offsets::byPlace ? record.offset : summed.next(scan.length()), vertex);
 }
 
-void FltInventoryBuilder::takeOldVertex()
-{
-    std::uint32_t const face = currentFace();
-    if (face == none)
-        return;
-    inventory.faceVertices.push_back(addVertex());
-    ++inventory.faces[face].vertexCount;
-}
-
+template <class Record>
 std::uint32_t FltInventoryBuilder::addVertex()
 {
-    bool const isOld = reader.opcode() <= FltOpcode::oldVertexColorNormal;
-    std::size_t const coordinatesEnd =
-        isOld ? endOfCoordinates<FltRecordOldVertex>() : endOfCoordinates<FltRecordVertexColor>();
-    bool const isWhole = reader.offset() + coordinatesEnd <= reader.file().size();
-    inventory.vertices.push_back({reader.offset(), static_cast<std::uint8_t>(reader.opcode()), isWhole});
+    bool const isWhole = record.offset + endOfCoordinates<Record>() <= scan.file().size();
+    inventory.vertices.emplace_back(record.offset, opcode(), isWhole);
     return static_cast<std::uint32_t>(inventory.vertices.size() - 1);
 }
 
-void FltInventoryBuilder::addFaceVertex(std::int64_t offset)
-{
-    std::uint32_t const face = currentFace();
-    std::uint32_t const vertex = palette.find(offset);
-    inventory.faceVertices.push_back(vertex);
-    if (vertex == none)
-        inventory.lostOffsets.push_back({reader.offset(), face, offset});
-    ++inventory.faces[face].vertexCount;
-}
-
-template <class Entry>
-void FltInventoryBuilder::takeFaceVertices()
-{
-    FltRecordView const record = view();
-    Entry entry;
-    FltRecordEntries const entries(record, entry);
-    for (std::size_t i = 0; i < entries.countWhole(); ++i) {
-        entries.decode(i, entry);
-        addFaceVertex(entry.offset);
-    }
-}
-
-void FltInventoryBuilder::takeVertexList()
-{
-    if (currentFace() != none)
-        takeFaceVertices<FltVertexListEntry>();
-}
-
-void FltInventoryBuilder::takeMorphVertexList()
-{
-    if (currentFace() == none)
-        return;
-    takeFaceVertices<FltMorphVertexListEntry>();
-}
-
+/// What stands in the hierarchy: a node, something that one is made of, or what isn't known.
 void FltInventoryBuilder::takeNode()
 {
-    FltRecord const* const record = reader.record();
-    if (record == nullptr && reader.length() < reader.leastLength()) {
-        last = {}; // one of too many that are hardly there
-        return;
+    Owner const parent = levels.getParent();
+    hasLongId = false;
+    levels.setLast({Owner::Kind::other, 0, parent.node});
+    if (scan.record() == nullptr && record.size < scan.leastLength())
+        return; // one of too many that are hardly there
+    switch (FltOpcodeTable::partOf(opcode())) {
+    case Part::node:
+        takeNodeRecord();
+        break;
+    case Part::component:
+        if (record.opcode == FltOpcode::face)
+            takeFace();
+        else if (record.opcode == FltOpcode::mesh)
+            takeMesh();
+        break;
+    case Part::corners:
+        if (parent.kind == Owner::Kind::face)
+            takeCorners(inventory.faces[parent.number], parent.number);
+        else if (parent.kind == Owner::Kind::mesh && record.opcode == FltOpcode::meshPrimitive)
+            takePrimitive(inventory.meshes[parent.number]);
+        break;
+    default:
+        break;
     }
-    FltDecoded<FltRecordId> const id(view());
-    std::string name =
-        view().holdsField<FltRecordId>(id, id.idASCII) ? textOf(id.idASCII, sizeof id.idASCII) : "";
-    if (auto const* const reference = dynamic_cast<FltRecordExternalReference const*>(record)) {
-        std::string path = textOf(reference->asciiPath, sizeof reference->asciiPath);
-        std::uint32_t const node = addNode(path);
-        inventory.references.push_back({reader.offset(), node, std::move(path)});
-        return;
-    }
-    auto const* const instance = dynamic_cast<AbstractInstanceRecord const*>(record);
-    if (instance != nullptr)
-        name = std::to_string(instance->instanceDefinitionNumber);
-    std::uint32_t const node = addNode(std::move(name));
-    if (auto const* const header = dynamic_cast<FltRecordHeader const*>(record))
-        takeHeader(*header);
-    else if (auto const* const lod = dynamic_cast<FltRecordLOD const*>(record))
-        inventory.levelsOfDetail.push_back(
-            {node,
-             lod->switchInDistance,
-             lod->switchOutDistance,
-             {lod->XcenterCoordinate, lod->YcenterCoordinate, lod->ZcenterCoordinate}});
-    else if (auto const* const old = dynamic_cast<FltRecordOLDLOD const*>(record))
-        inventory.levelsOfDetail.push_back(
-            {node,
-             static_cast<double>(old->switchInDistance),
-             static_cast<double>(old->switchOutDistance),
-             {static_cast<double>(old->XcenterCoordinate), static_cast<double>(old->YcenterCoordinate),
-              static_cast<double>(old->ZcenterCoordinate)}});
-    else if (auto const* const switchRecord = dynamic_cast<FltRecordSwitch const*>(record))
-        takeSwitch(*switchRecord);
-    else if (auto const* const dof = dynamic_cast<FltRecordDOF const*>(record))
-        takeDegreeOfFreedom(*dof);
-    else if (auto const* const light = dynamic_cast<FltRecordLightSource const*>(record))
-        inventory.lightSources.push_back({node, light->indexIntoLightPalette});
-    else if (instance != nullptr)
-        (reader.opcode() == FltOpcode::instanceDefinition ? inventory.instanceDefinitions
-                                                          : inventory.instanceReferences)
-            .push_back({node, instance->instanceDefinitionNumber});
 }
 
-std::uint32_t FltInventoryBuilder::addNode(std::string name)
+void FltInventoryBuilder::takeNodeRecord()
+{
+    std::uint32_t const node = addNode();
+    FltInventory::Node& made = inventory.nodes[node];
+    switch (record.opcode) {
+    case FltOpcode::externalReference: {
+        FltDecoded<FltRecordExternalReference> const reference(record);
+        made.name = textOf(reference.asciiPath, sizeof reference.asciiPath);
+        inventory.references.push_back({record.offset, node, made.name});
+        break;
+    }
+    case FltOpcode::instanceReference:
+    case FltOpcode::instanceDefinition: {
+        int const number = FltInstanceDefinitions::numberIn(record);
+        made.name = std::to_string(number);
+        (record.opcode == FltOpcode::instanceDefinition ? inventory.instanceDefinitions
+                                                        : inventory.instanceReferences)
+            .push_back({node, number});
+        break;
+    }
+    case FltOpcode::lod: {
+        FltDecoded<FltRecordLOD> const lod(record);
+        inventory.levelsOfDetail.push_back(
+            {node,
+             lod.switchInDistance,
+             lod.switchOutDistance,
+             {lod.XcenterCoordinate, lod.YcenterCoordinate, lod.ZcenterCoordinate}});
+        break;
+    }
+    case FltOpcode::oldLOD: {
+        FltDecoded<FltRecordOLDLOD> const old(record);
+        inventory.levelsOfDetail.push_back(
+            {node,
+             static_cast<double>(old.switchInDistance),
+             static_cast<double>(old.switchOutDistance),
+             {static_cast<double>(old.XcenterCoordinate), static_cast<double>(old.YcenterCoordinate),
+              static_cast<double>(old.ZcenterCoordinate)}});
+        break;
+    }
+    case FltOpcode::switchNode: {
+        FltSwitchMasks masks(record);
+        inventory.switches.push_back(
+            {node, masks.currentMask, masks.maskCount, masks.wordsPerMask, std::move(masks.words)});
+        break;
+    }
+    case FltOpcode::dof:
+        takeDegreeOfFreedom(node);
+        break;
+    case FltOpcode::lightSource:
+        inventory.lightSources.push_back(
+            {node, FltDecoded<FltRecordLightSource>(record).indexIntoLightPalette});
+        break;
+    default:
+        break;
+    }
+}
+
+/// Adds the node of the record.
+std::uint32_t FltInventoryBuilder::addNode()
 {
     auto const node = static_cast<std::uint32_t>(inventory.nodes.size());
-    FltInventory::Node made;
-    made.offset = reader.offset();
+    FltInventory::Node& made = inventory.nodes.emplace_back();
+    made.offset = record.offset;
     made.end = recordEnd();
-    made.name = std::move(name);
-    made.opcode = reader.opcode();
-    made.parent = node == 0 ? none : parent();
-    if (made.parent != none) {
-        FltInventory::Node& above = inventory.nodes[made.parent];
-        made.depth = above.depth + 1;
-        ++above.children;
-    }
-    inventory.nodes.push_back(std::move(made));
-    last = {node, none, none};
+    made.name = FltText::utf8(FltNodeWords::idIn(record));
+    made.opcode = opcode();
+    made.parent = levels.getParent().node;
+    FltInventory::Node& above = inventory.nodes[made.parent];
+    made.depth = above.depth + 1;
+    ++above.children;
+    levels.setLast({Owner::Kind::node, node, node});
     return node;
 }
 
-void FltInventoryBuilder::takeHeader(FltRecordHeader const& record)
+void FltInventoryBuilder::takeHeader()
 {
+    FltDecoded<FltRecordHeader> const stored(record);
     FltInventory::Header& header = inventory.header;
-    if (inventory.nodes.size() > 1)
-        return; // a second one changes nothing
-    header.name = textOf(record.id, sizeof record.id);
-    header.revision = record.formatRevisionLevel;
-    header.editRevision = record.editRevisionLevel;
-    header.lastChange = textOf(record.lastRevisionDateTime, sizeof record.lastRevisionDateTime);
-    header.units = record.vertexCoordinateUnits;
-    header.unitMultiplier = record.multiplierDiviserUnit;
-    header.projection = record.projectionType;
-    header.ellipsoid = record.earthEllipsoidModel;
-    header.originLatitude = record.originLatitude;
-    header.originLongitude = record.originLongitude;
-    header.southWestLatitude = record.southWestCornerLatitude;
-    header.southWestLongitude = record.southWestCornerLongitude;
-    header.northEastLatitude = record.northEastCornerLatitude;
-    header.northEastLongitude = record.northEastCornerLongitude;
+    header.name = textOf(stored.id, sizeof stored.id);
+    header.revision = stored.formatRevisionLevel;
+    header.editRevision = stored.editRevisionLevel;
+    header.lastChange = textOf(stored.lastRevisionDateTime, sizeof stored.lastRevisionDateTime);
+    header.units = stored.vertexCoordinateUnits;
+    header.unitMultiplier = stored.multiplierDiviserUnit;
+    header.projection = stored.projectionType;
+    header.ellipsoid = stored.earthEllipsoidModel;
+    header.originLatitude = stored.originLatitude;
+    header.originLongitude = stored.originLongitude;
+    header.southWestLatitude = stored.southWestCornerLatitude;
+    header.southWestLongitude = stored.southWestCornerLongitude;
+    header.northEastLatitude = stored.northEastCornerLatitude;
+    header.northEastLongitude = stored.northEastCornerLongitude;
+    inventory.nodes[0].name = header.name;
 }
 
-void FltInventoryBuilder::takeSwitch(FltRecordSwitch const& record)
+void FltInventoryBuilder::takeDegreeOfFreedom(std::uint32_t node)
 {
-    FltInventory::Switch made;
-    made.node = last.node;
-    made.currentMask = record.indexOfCurrentMask;
-    made.maskCount = record.numberOfMasks;
-    made.wordsPerMask = record.numberOf32BitWordsPerMask;
-    for (int i = 0; i < record.maskWordCount; ++i)
-        made.words.push_back(static_cast<std::uint32_t>(record.masks[static_cast<std::size_t>(i)]));
-    inventory.switches.push_back(std::move(made));
-}
-
-void FltInventoryBuilder::takeDegreeOfFreedom(FltRecordDOF const& record)
-{
-    auto const isLimited = [&](int bit) { return (record.flags >> bit & 1) != 0; };
+    FltDecoded<FltRecordDOF> const dof(record);
+    auto const isLimited = [&](int bit) { return (dof.flags >> bit & 1) != 0; };
     inventory.degreesOfFreedom.push_back(
-        {last.node,
-         {{{record.XMinValue, record.XMaxValue, record.XCurrentValue, isLimited(31)},
-           {record.YMinValue, record.YMaxValue, record.YCurrentValue, isLimited(30)},
-           {record.ZMinValue, record.ZMaxValue, record.ZCurrentValue, isLimited(29)},
-           {record.minimumPitch, record.maxPitch, record.currentPitch, isLimited(28)},
-           {record.minimumRoll, record.maxRoll, record.currentRoll, isLimited(27)},
-           {record.minimumYaw, record.maxYaw, record.currentYaw, isLimited(26)},
-           {record.XMinScale, record.XMaxScale, record.XCurrentScale, isLimited(25)},
-           {record.YMinScale, record.YMaxScale, record.YCurrentScale, isLimited(24)},
-           {record.ZMinScale, record.ZMaxScale, record.ZCurrentScale, isLimited(23)}}}});
+        {node,
+         {{{dof.XMinValue, dof.XMaxValue, dof.XCurrentValue, isLimited(31)},
+           {dof.YMinValue, dof.YMaxValue, dof.YCurrentValue, isLimited(30)},
+           {dof.ZMinValue, dof.ZMaxValue, dof.ZCurrentValue, isLimited(29)},
+           {dof.minimumPitch, dof.maxPitch, dof.currentPitch, isLimited(28)},
+           {dof.minimumRoll, dof.maxRoll, dof.currentRoll, isLimited(27)},
+           {dof.minimumYaw, dof.maxYaw, dof.currentYaw, isLimited(26)},
+           {dof.XMinScale, dof.XMaxScale, dof.XCurrentScale, isLimited(25)},
+           {dof.YMinScale, dof.YMaxScale, dof.YCurrentScale, isLimited(24)},
+           {dof.ZMinScale, dof.ZMaxScale, dof.ZCurrentScale, isLimited(23)}}}});
+}
+
+/// Fills in what a face and a mesh have in common.
+void FltInventoryBuilder::begin(FltInventory::Surface& surface, FltRecordFace const& stored)
+{
+    surface.offset = record.offset;
+    surface.node = levels.getParent().node;
+    takeSurface(surface, stored);
+    surface.isSubface = levels.isSubface();
+    use(surface);
+    ++inventory.nodes[surface.node].faces;
 }
 
 void FltInventoryBuilder::takeFace()
 {
-    auto const* const decoded = dynamic_cast<FltRecordFace const*>(reader.record());
-    if (decoded == nullptr)
-        return;
-    FltInventory::Face face;
-    face.offset = reader.offset();
-    face.node = parent();
-    takeSurface(face, *decoded);
-    face.isSubface = subfaceLevels > 0;
+    levels.setLast(
+        {Owner::Kind::face, static_cast<std::uint32_t>(inventory.faces.size()), levels.getParent().node});
+    FltInventory::Face& face = inventory.faces.emplace_back();
+    begin(face, FltDecoded<FltRecordFace>(record, scan.revision()));
     face.firstVertex = static_cast<std::uint32_t>(inventory.faceVertices.size());
-    use(face);
-    last = {none, static_cast<std::uint32_t>(inventory.faces.size()), none};
-    if (face.node != none)
-        ++inventory.nodes[face.node].faces;
-    inventory.faces.push_back(face);
+}
+
+void FltInventoryBuilder::takeMesh()
+{
+    levels.setLast(
+        {Owner::Kind::mesh, static_cast<std::uint32_t>(inventory.meshes.size()), levels.getParent().node});
+    FltInventory::Mesh& mesh = inventory.meshes.emplace_back();
+    begin(mesh, FltDecoded<FltRecordMesh>(record, scan.revision()));
+    mesh.name = FltText::utf8(FltNodeWords::idIn(record));
 }
 
 void FltInventoryBuilder::use(FltInventory::Surface const& surface)
@@ -419,65 +469,52 @@ void FltInventoryBuilder::use(FltInventory::Surface const& surface)
     count(inventory.textureMappings, surface.mapping);
 }
 
-void FltInventoryBuilder::takeMeshPart()
+void FltInventoryBuilder::takeCorners(FltInventory::Face& face, std::uint32_t number)
 {
-    if (reader.opcode() == FltOpcode::mesh)
-        takeMesh();
-    else if (reader.opcode() == FltOpcode::localVertexPool)
-        takeLocalVertexPool();
-    else
-        takePrimitive();
+    std::size_t const before = inventory.faceVertices.size();
+    if (record.opcode == FltOpcode::vertexList)
+        takeVertexList<FltVertexListEntry>(number);
+    else if (record.opcode == FltOpcode::morphVertexList)
+        takeVertexList<FltMorphVertexListEntry>(number);
+    else if (record.opcode != FltOpcode::meshPrimitive)
+        inventory.faceVertices.push_back(addVertex<FltRecordOldVertex>());
+    face.vertexCount += static_cast<std::uint32_t>(inventory.faceVertices.size() - before);
 }
 
-void FltInventoryBuilder::takeMesh()
+template <class Entry>
+void FltInventoryBuilder::takeVertexList(std::uint32_t face)
 {
-    FltInventory::Mesh made;
-    made.offset = reader.offset();
-    made.node = parent();
-    FltDecoded<FltRecordMesh> const record(view(), reader.revision());
-    if (view().holdsField<FltRecordMesh>(record, record.idField))
-        made.name = textOf(record.idField, sizeof record.idField);
-    takeSurface(made, record);
-    made.isSubface = subfaceLevels > 0;
-    use(made);
-    last = {none, none, static_cast<std::uint32_t>(inventory.meshes.size())};
-    if (made.node != none)
-        ++inventory.nodes[made.node].faces;
-    inventory.meshes.push_back(std::move(made));
-}
-
-void FltInventoryBuilder::takeLocalVertexPool()
-{
-    if (inventory.meshes.empty())
-        return;
-    FltInventory::Mesh& owner = inventory.meshes.back();
-    std::size_t const body = reader.length() - std::min<std::size_t>(reader.length(), FltFieldReach::head);
-    if (reader.opcode() == FltOpcode::localVertexPool) {
-        FltDecoded<FltRecordLocalVertexPool> const head(view());
-        owner.hasPool = true;
-        owner.poolVertices = head.numberOfVertices;
-        owner.poolMask = head.attributeMask;
-        poolBytes = body - std::min(body, FltFields::sizeOf<FltRecordLocalVertexPool>(head));
-    } else if (owner.hasPool) {
-        poolBytes += body;
+    Entry entry;
+    FltRecordEntries const entries(record, entry);
+    for (std::size_t i = 0; i < entries.countWhole(); ++i) {
+        entries.decode(i, entry);
+        std::uint32_t const vertex = palette.find(entry.offset);
+        inventory.faceVertices.push_back(vertex);
+        if (vertex == FltInventory::none)
+            inventory.lostOffsets.push_back({record.offset, face, entry.offset});
     }
-    FltRecordLocalVertexPool::Vertex vertex;
-    vertex.mask = owner.poolMask;
-    std::size_t const size = FltFields::sizeOf(vertex);
-    owner.wholeVertices =
-        size == 0 ? 0
-                  : static_cast<std::uint32_t>(std::min<std::uint64_t>(owner.poolVertices, poolBytes / size));
 }
 
-void FltInventoryBuilder::takePrimitive()
+void FltInventoryBuilder::takeLocalVertexPool(FltInventory::Mesh& mesh) const
 {
-    if (inventory.meshes.empty())
+    FltDecoded<FltRecordLocalVertexPool> const head(record);
+    mesh.hasPool = true;
+    mesh.poolVertices += head.numberOfVertices;
+    mesh.poolMask = head.attributeMask;
+    FltRecordLocalVertexPool::Vertex vertex;
+    vertex.mask = head.attributeMask;
+    if (!vertex.has(FltRecordLocalVertexPool::Vertex::hasPosition))
         return;
-    FltInventory::Mesh& owner = inventory.meshes.back();
-    FltRecordView const record = view();
+    FltRecordEntries const entries(record, vertex, static_cast<FltRecordLocalVertexPool const&>(head));
+    mesh.wholeVertices +=
+        static_cast<std::uint32_t>(std::min<std::size_t>(head.numberOfVertices, entries.countWhole()));
+}
+
+void FltInventoryBuilder::takePrimitive(FltInventory::Mesh& mesh) const
+{
     FltDecoded<FltRecordMeshPrimitive> const head(record);
     FltInventory::Primitive primitive;
-    primitive.offset = reader.offset();
+    primitive.offset = record.offset;
     primitive.type = head.primitiveType;
     if (head.hasIndices()) {
         FltRecordMeshPrimitive::Index index;
@@ -487,115 +524,78 @@ void FltInventoryBuilder::takePrimitive()
             static_cast<std::uint32_t>(std::min<std::size_t>(head.indexCount, entries.countWhole()));
         for (std::uint32_t i = 0; i < primitive.indexCount; ++i) {
             entries.decode(i, index);
-            if (index.value() >= owner.wholeVertices)
+            if (index.value() >= mesh.wholeVertices)
                 ++primitive.badIndices;
         }
     }
     primitive.badIndices += head.indexCount - primitive.indexCount;
-    owner.primitives.push_back(primitive);
+    mesh.primitives.push_back(primitive);
 }
 
 void FltInventoryBuilder::takeAncillary()
 {
-    if (last.node != none)
-        inventory.nodes[last.node].end = recordEnd();
-    FltRecord const* const record = reader.record();
-    if (auto const* const longID = dynamic_cast<FltRecordLongID const*>(record)) {
-        if (last.node != none && longID->idASCII != nullptr)
-            inventory.nodes[last.node].name = textOf(longID->idASCII.get(), reader.length());
-        else if (last.mesh != none && longID->idASCII != nullptr)
-            inventory.meshes[last.mesh].name = textOf(longID->idASCII.get(), reader.length());
-    } else if (auto const* const matrix = dynamic_cast<FltRecordMatrix const*>(record)) {
-        keepMatrix(matrix->matrix);
-    } else if (reader.opcode() == FltOpcode::multitexture) {
+    Owner const& owner = levels.getLast();
+    if (owner.kind == Owner::Kind::node)
+        inventory.nodes[owner.number].end = recordEnd();
+    switch (record.opcode) {
+    case FltOpcode::longID:
+        takeLongId(owner);
+        break;
+    case FltOpcode::matrix:
+        inventory.matrices.push_back(
+            {record.offset, owner.node, determinantOf(FltDecoded<FltRecordMatrix>(record).matrix)});
+        break;
+    case FltOpcode::multitexture:
         takeMultitexture();
+        break;
+    case FltOpcode::localVertexPool:
+        if (owner.kind == Owner::Kind::mesh)
+            takeLocalVertexPool(inventory.meshes[owner.number]);
+        break;
+    default:
+        break;
     }
 }
 
-void FltInventoryBuilder::keepMatrix(float const (&matrix)[4][4])
+/// The first one is the name.
+void FltInventoryBuilder::takeLongId(Owner const& owner)
 {
-    std::uint32_t const node = last.node != none ? last.node : parent();
-    inventory.matrices.push_back({reader.offset(), node, determinantOf(matrix)});
+    std::string* const name = owner.kind == Owner::Kind::node   ? &inventory.nodes[owner.number].name
+                              : owner.kind == Owner::Kind::mesh ? &inventory.meshes[owner.number].name
+                                                                : nullptr;
+    if (name != nullptr && !std::exchange(hasLongId, true))
+        *name = FltText::utf8(FltNodeWords::longIdIn(record));
 }
 
 void FltInventoryBuilder::takeMultitexture()
 {
-    FltDecoded<FltRecordTextureLayers> const layers(view());
+    FltDecoded<FltRecordTextureLayers> const layers(record);
     for (int number = 1; number <= FltTextureLayerMask::layerCount; ++number) {
         auto const entry = layers.hasLayer(number) ? inventory.textures.find(layers.layer(number).texture)
                                                    : inventory.textures.end();
         if (entry != inventory.textures.end() &&
-            view().holdsField<FltRecordTextureLayers>(layers, layers.layer(number).data))
+            record.holdsField<FltRecordTextureLayers>(layers, layers.layer(number).data))
             ++entry->second.uses;
     }
 }
 
-void FltInventoryBuilder::push()
+void FltInventoryBuilder::endLevel(Owner const& owner, std::uint64_t end)
 {
-    int const opcode = reader.opcode();
-    // A level right after another one goes on with the same node.
-    Owner owner = isPop(opcodeBefore) ? lastClosed : last;
-    if (opcode == FltOpcode::pushSubface)
-        ++subfaceLevels;
-    if (opcode == FltOpcode::pushLevel && owner.isNothing())
-        inventory.imbalances.push_back({FltInventory::Imbalance::Kind::pushWithoutNode, reader.offset()});
-    if (opcode != FltOpcode::pushLevel || owner.isNothing())
-        owner = levels.empty() ? Owner{0, none, none} : levels.back().owner;
-    else if (owner.node != none)
-        inventory.nodes[owner.node].hasLevel = true;
-    levels.push_back({opcode, reader.offset(), owner});
-    last = {};
-}
-
-void FltInventoryBuilder::pop()
-{
-    last = {};
-    bool const isClosing = !levels.empty() && popOf(levels.back().opcode) == reader.opcode();
-    if (!isClosing) {
-        inventory.imbalances.push_back({FltInventory::Imbalance::Kind::popWithoutPush, reader.offset()});
-        return;
-    }
-    Level const level = levels.back();
-    levels.pop_back();
-    lastClosed = level.owner;
-    endLevel(level, recordEnd());
-}
-
-void FltInventoryBuilder::endLevel(Level const& level, std::uint64_t end)
-{
-    if (level.opcode == FltOpcode::pushSubface)
-        --subfaceLevels;
-    if (level.opcode == FltOpcode::pushLevel && level.owner.node != none)
-        inventory.nodes[level.owner.node].end = end;
+    if (owner.kind == Owner::Kind::node)
+        inventory.nodes[owner.number].end = end;
 }
 
 void FltInventoryBuilder::closeLevels()
 {
-    for (; !levels.empty(); levels.pop_back()) {
-        inventory.imbalances.push_back({FltInventory::Imbalance::Kind::neverClosed, levels.back().offset});
-        endLevel(levels.back(), reader.offset());
+    using Kind = FltInventory::Imbalance::Kind;
+    for (std::size_t const offset : levels.getExtensions())
+        addImbalance(Kind::neverClosed, offset);
+    for (std::size_t const offset : levels.getLevelsTooDeep())
+        addImbalance(Kind::neverClosed, offset);
+    auto const& open = levels.getLevels();
+    for (std::size_t i = open.size() - 1; i > 0; --i) {
+        addImbalance(Kind::neverClosed, open[i].offset);
+        endLevel(open[i].owner, scan.offset());
     }
-    if (!inventory.nodes.empty())
-        inventory.nodes[0].end = reader.offset();
-}
-
-std::uint32_t FltInventoryBuilder::parent() const
-{
-    if (levels.empty())
-        return 0;
-    Owner const& owner = levels.back().owner;
-    return owner.node != none   ? owner.node
-           : owner.face != none ? inventory.faces[owner.face].node
-                                : inventory.meshes[owner.mesh].node;
-}
-
-std::uint32_t FltInventoryBuilder::currentFace() const
-{
-    return last.face != none ? last.face : levels.empty() ? none : levels.back().owner.face;
-}
-
-FltRecordView FltInventoryBuilder::view() const
-{
-    return {reader.bytes().data(), reader.length(), static_cast<std::uint32_t>(reader.opcode()),
-            reader.offset()};
+    inventory.nodes[0].end = scan.offset();
 }

@@ -1,98 +1,83 @@
 #pragma once
 
 #include "inspect/FltInventory.h"
+#include "model/FltLevels.h"
+#include "model/FltModelRecordReader.h"
 #include "model/FltPaletteOffsets.h"
-#include "model/FltRecordView.h"
+#include "records/FltSummedVertexOffsets.h"
 
 #include <cstdint>
-#include <vector>
+#include <string>
 
-class FltRecordHeader;
-class FltRecordDOF;
-class FltRecordOLDMaterialPalette;
-class FltRecordSwitch;
+class FltRecordFace;
 
-/// Goes over the records of a database and fills the lists of its inventory.
+/// Goes over the records of a database, as the complete conversion reads them, and fills the lists of its
+/// inventory.
 class FltInventoryBuilder
 {
 public:
-    explicit FltInventoryBuilder(FltInventory& inventory) : inventory(inventory), reader(inventory.reader) {}
+    FltInventoryBuilder(FltInventory& inventory, FltInventory::Offsets rule);
 
     void build();
 
 private:
-    static constexpr std::uint32_t none = FltInventory::none;
-
-    /// The node, the face or the mesh that records belong to.
+    /// What records belong to.
     struct Owner {
-        std::uint32_t node = none;
-        std::uint32_t face = none;
-        std::uint32_t mesh = none;
-
-        bool isNothing() const { return node == none && face == none && mesh == none; }
+        enum class Kind { node, face, mesh, other };
+        Kind kind;
+        std::uint32_t number; ///< In the list of its kind.
+        std::uint32_t node;   ///< Itself, or the node that it stands below.
     };
 
-    /// An open Push.
-    struct Level {
-        int opcode;
-        std::uint64_t offset;
-        Owner owner;
-    };
-
+    void makeRoom();
     void count();
     void take();
+    void takeStep(FltLevelStep step);
+    void takeTooDeep();
+
     void takePalette();
-    void takeNode();
-    void takeAncillary();
-    bool isStray();
-    void takeMeshPart();
-
-    void takeHeader(FltRecordHeader const& record);
-    void takeOldMaterials(FltRecordOLDMaterialPalette const& record);
-    void beginVertexPalette();
+    void takeHeader();
+    void takeOldMaterials();
     void takeVertex();
-    std::uint32_t addVertex();
-    void takeOldVertex();
-    void takeFace();
-    void takeVertexList();
-    void takeMorphVertexList();
-    template <class Entry>
-    void takeFaceVertices();
-    void takeMesh();
-    void takeLocalVertexPool();
-    void takePrimitive();
-    void takeSwitch(FltRecordSwitch const& record);
-    void takeDegreeOfFreedom(FltRecordDOF const& record);
-    void takeMultitexture();
-
-    void push();
-    void pop();
-    void endLevel(Level const& level, std::uint64_t end);
-    void closeLevels();
-    void keepMatrix(float const (&matrix)[4][4]);
-    void enter(FltInventory::Palette& palette, int index, std::string name);
+    void enter(FltInventory::Palette& entries, int index, std::string name);
     void use(FltInventory::Surface const& surface);
-    void addFaceVertex(std::int64_t paletteOffset);
 
-    /// @param id the eight characters of a node's name
-    std::uint32_t addNode(std::string name);
+    void takeNode();
+    void takeNodeRecord();
+    void takeDegreeOfFreedom(std::uint32_t node);
+    std::uint32_t addNode();
 
-    std::uint32_t parent() const;
-    std::uint32_t currentFace() const;
-    std::uint64_t recordEnd() const { return reader.offset() + reader.length(); }
+    void begin(FltInventory::Surface& surface, FltRecordFace const& stored);
+    void takeFace();
+    void takeMesh();
+    void takeCorners(FltInventory::Face& face, std::uint32_t number);
+    template <class Entry>
+    void takeVertexList(std::uint32_t face);
+    void takePrimitive(FltInventory::Mesh& mesh) const;
+    template <class Record>
+    std::uint32_t addVertex();
 
-    /// The record's own bytes.
-    FltRecordView view() const;
+    void takeAncillary();
+    void takeLongId(Owner const& owner);
+    void takeMultitexture();
+    void takeLocalVertexPool(FltInventory::Mesh& mesh) const;
+
+    void addImbalance(FltInventory::Imbalance::Kind kind, std::size_t offset);
+    void endLevel(Owner const& owner, std::uint64_t end);
+    void closeLevels();
+
+    int opcode() const { return static_cast<int>(record.opcode); }
+
+    /// One past the last byte of the record and its continuations.
+    std::uint64_t recordEnd() const { return records.getPosition(); }
 
     FltInventory& inventory;
-    FltRecordScan& reader;
-    std::vector<Level> levels;
-    Owner last;       ///< Of the record before, for ancillary records and a Push.
-    Owner lastClosed; ///< Whose level was closed last.
-    std::uint32_t subfaceLevels = 0;
-    std::uint32_t extensionLevels = 0;
-    bool isAfterPop = false;
+    FltRecordScan& scan;
+    FltModelRecordReader records;
+    FltRecordView record;
+    FltLevels<Owner> levels;
+    FltInventory::Offsets rule;
     FltPaletteOffsets palette;
-    std::uint64_t poolBytes = 0; ///< Of the local vertex pool that may go on.
-    int opcodeBefore = 0;
+    FltSummedVertexOffsets summed;
+    bool hasLongId = false; ///< Whether the last node has got its name.
 };

@@ -1,5 +1,6 @@
 #include "inspect/FltInventory.h"
 
+#include "messages/FltLimits.h"
 #include "records/FltOpcode.h"
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
@@ -214,6 +215,296 @@ TEST_F(FltInventoryTest, goesOnWithTheSameNodeInALevelRightAfterItsFirst)
     FltInventory const inventory = of(flt);
     EXPECT_EQ(inventory.pathOf(2), "g1/o1");
     EXPECT_TRUE(inventory.imbalances.empty());
+}
+
+/// They were listed, and no conversion shows them.
+TEST_F(FltInventoryTest, listsNoNodeOfAnExtension)
+{
+    FltWriter flt(1570, {{"id", "db"}});
+    flt.push().add("PushExtension").add("Group").push().add("Face").pop().add("PopExtension").pop();
+    FltInventory const inventory = of(flt);
+    EXPECT_EQ(namesOf(inventory), std::vector<std::string>{"db"});
+    EXPECT_TRUE(inventory.faces.empty());
+    EXPECT_TRUE(inventory.imbalances.empty());
+}
+
+/// The level went to the node above, and the name was lost.
+TEST_F(FltInventoryTest, goesOnWithANodeAfterItsExtension)
+{
+    FltWriter flt(1570, {{"id", "db"}});
+    flt.push().add("Group").add("PushExtension").add("PopExtension").add("LongID", {{"idASCII", "long"}});
+    flt.push().add("Object", {{"idASCII", "o1"}}).pop().pop();
+    EXPECT_EQ(namesOf(of(flt)), (std::vector<std::string>{"db", " long", "  o1"}));
+}
+
+/// The last one was, and one after a Push was none.
+TEST_F(FltInventoryTest, namesANodeByItsFirstLongId)
+{
+    FltWriter flt(1570, {{"id", "db"}});
+    flt.push().add("Group").add("LongID", {{"idASCII", "first"}}).add("LongID", {{"idASCII", "second"}});
+    flt.add("Object").push().add("LongID", {{"idASCII", "inside"}}).pop().pop();
+    EXPECT_EQ(namesOf(of(flt)), (std::vector<std::string>{"db", " first", " inside"}));
+}
+
+/// It stayed open, and what followed stood too deep.
+TEST_F(FltInventoryTest, endsALevelByThePopOfAnotherKind)
+{
+    FltWriter flt(1570, {{"id", "db"}});
+    flt.push().add("Object").push().add("Face").add("PushSubface").add("Face").pop().add("Face").pop();
+    flt.add("Group").pop();
+    FltInventory const inventory = of(flt);
+    EXPECT_TRUE(inventory.faces[1].isSubface);
+    EXPECT_FALSE(inventory.faces[2].isSubface);
+    EXPECT_EQ(inventory.nodes[2].depth, 1U);
+    ASSERT_EQ(inventory.imbalances.size(), 1U);
+    EXPECT_EQ(inventory.imbalances[0].kind, FltInventory::Imbalance::Kind::popWithoutPush);
+}
+
+/// The level went to the node above.
+TEST_F(FltInventoryTest, goesOnWithTheSameNodeAfterARecordThatBelongsToNone)
+{
+    FltWriter flt(1570, {{"id", "db"}});
+    flt.push().add("Group", {{"idASCII", "g1"}}).push().pop().add("Comment");
+    flt.push().add("Object", {{"idASCII", "o1"}}).pop().pop();
+    FltInventory const inventory = of(flt);
+    EXPECT_EQ(inventory.pathOf(2), "g1/o1");
+    EXPECT_EQ(inventory.strays.size(), 1U);
+    EXPECT_TRUE(inventory.imbalances.empty());
+}
+
+TEST_F(FltInventoryTest, tellsOfLevelsThatOpenAfterNoNode)
+{
+    FltWriter flt(1570, {{"id", "db"}});
+    flt.push().push().add("Group").pop().pop();
+    FltInventory const inventory = of(flt);
+    ASSERT_EQ(inventory.imbalances.size(), 1U);
+    EXPECT_EQ(inventory.imbalances[0].kind, FltInventory::Imbalance::Kind::pushWithoutNode);
+    EXPECT_EQ(inventory.nodes[1].depth, 1U);
+}
+
+TEST_F(FltInventoryTest, saysNothingOfALevelOfSubfacesOnNoFace)
+{
+    FltWriter flt;
+    flt.push().add("Object").push().add("PushSubface").add("Face").add("PopSubface").pop().pop();
+    FltInventory const inventory = of(flt);
+    EXPECT_TRUE(inventory.imbalances.empty());
+    EXPECT_EQ(inventory.faces.at(0).node, 1U);
+}
+
+TEST_F(FltInventoryTest, tellsWhatIsNeverClosedAndClosesNothing)
+{
+    using Kind = FltInventory::Imbalance::Kind;
+    FltWriter flt(1570, {{"id", "db"}});
+    flt.add("PopExtension").pop().push().add("Group").push().add("Object").add("PushExtension");
+    FltInventory const inventory = of(flt);
+    std::vector<Kind> kinds;
+    for (FltInventory::Imbalance const& one : inventory.imbalances)
+        kinds.push_back(one.kind);
+    EXPECT_EQ(kinds, (std::vector<Kind>{Kind::popWithoutPush, Kind::popWithoutPush, Kind::neverClosed,
+                                        Kind::neverClosed, Kind::neverClosed}));
+    EXPECT_EQ(inventory.imbalances[2].offset, inventory.bytes() - 24) << "the extension";
+    EXPECT_EQ(inventory.nodes[1].end, inventory.bytes());
+}
+
+/// What stood below it was listed below the node before it.
+TEST_F(FltInventoryTest, listsWhatStandsBelowARecordOfAnUnknownKindBelowTheNodeAbove)
+{
+    FltWriter flt(1570, {{"id", "db"}});
+    flt.push().add("Group", {{"idASCII", "g1"}}).addRaw(999, "something");
+    flt.push().add("Object", {{"idASCII", "o1"}}).pop().pop();
+    EXPECT_EQ(namesOf(of(flt)), (std::vector<std::string>{"db", " g1", " o1"}));
+}
+
+/// It was a second node of the header's, and all that followed stood below that.
+TEST_F(FltInventoryTest, takesASecondHeaderForNoNode)
+{
+    FltWriter const second(1570, {{"id", "two"}});
+    FltWriter flt(1570, {{"id", "db"}});
+    flt.addBytes(second.bytes()).push().add("Group", {{"idASCII", "g1"}}).pop();
+    FltInventory const inventory = of(flt);
+    EXPECT_EQ(namesOf(inventory), (std::vector<std::string>{"db", " g1"}));
+    EXPECT_EQ(inventory.header.name, "db");
+}
+
+/// The first part of the list alone was read.
+TEST_F(FltInventoryTest, joinsARecordWithItsContinuation)
+{
+    FltWriter flt;
+    flt.vertexPalette();
+    double const a = flt.vertex("VertexColor", 1, 2, 3), b = flt.vertex("VertexColor", 4, 5, 6);
+    flt.push().add("Face").push().add("VertexList", {{"offsets", {a, b}}});
+    flt.addRaw(FltOpcode::continuation, FltWriter::big32(static_cast<long>(a))).pop().pop();
+    FltInventory const inventory = of(flt);
+    EXPECT_EQ(inventory.faces[0].vertexCount, 3U);
+    EXPECT_EQ(inventory.opcodes.at(FltOpcode::continuation).count, 1U);
+}
+
+/// It was taken for the face's own, and no conversion draws it.
+TEST_F(FltInventoryTest, givesAFaceNoListThatStandsBesideIt)
+{
+    FltWriter flt;
+    flt.vertexPalette();
+    double const a = flt.vertex("VertexColor", 1, 2, 3);
+    flt.push().add("Face").add("VertexList", {{"offsets", {a, a, a}}}).pop();
+    EXPECT_EQ(of(flt).faces.at(0).vertexCount, 0U);
+}
+
+/// The faces stood below the group's own parent.
+TEST_F(FltInventoryTest, listsASubfaceLevelOfAGroupBelowIt)
+{
+    FltWriter flt;
+    flt.push().add("Group").add("PushSubface").add("Face").add("PopSubface").pop();
+    EXPECT_EQ(of(flt).faces.at(0).node, 1U);
+}
+
+/// What follows the record was read in their place, as the exact conversion does.
+TEST_F(FltInventoryTest, readsWhatARecordDoesntHoldAsZero)
+{
+    FltWriter flt;
+    flt.push().add("Face").resizeLast(24).add("Group", {{"idASCII", "\x7f\x7f\x7f\x7f\x7f\x7f\x7f\x7f"}});
+    flt.add("Switch", {{"numberOfMasks", 2}, {"numberOf32BitWordsPerMask", 1}, {"masks", {1, 2}}});
+    flt.resizeLast(32);
+    FltInventory const inventory = of(flt);
+    EXPECT_EQ(inventory.faces.at(0).texture, 0);
+    EXPECT_EQ(inventory.faces.at(0).flags, 0U);
+    EXPECT_EQ(inventory.switches.at(0).words, std::vector<std::uint32_t>{1});
+}
+
+/// Its part of a name was taken for none.
+TEST_F(FltInventoryTest, namesANodeByAsMuchOfItsIdAsIsThere)
+{
+    FltWriter flt(1570, {{"id", "db"}});
+    flt.push().add("Group", {{"idASCII", "abcdefgh"}}).resizeLast(8).pop();
+    EXPECT_EQ(namesOf(of(flt)), (std::vector<std::string>{"db", " abcd"}));
+}
+
+/// A node without anything of a switch was listed.
+TEST_F(FltInventoryTest, listsASwitchWithANegativeCountOfWords)
+{
+    FltWriter flt;
+    flt.push().add("Switch", {{"indexOfCurrentMask", 3}, {"numberOfMasks", 1}, {"masks", {1}}});
+    flt.pop();
+    std::string bytes = flt.bytes();
+    std::size_t const words = bytes.size() - 4 - 4 - 4; // a Pop, a mask, and the count itself
+    bytes.replace(words, 4, "\xff\xff\xff\xff");
+    FltInventory const inventory(folder.write("negative.flt", bytes));
+    ASSERT_EQ(inventory.switches.size(), 1U);
+    EXPECT_EQ(inventory.switches[0].currentMask, 3);
+    EXPECT_EQ(inventory.switches[0].wordsPerMask, -1);
+    EXPECT_TRUE(inventory.switches[0].words.empty());
+}
+
+/// Such a Push opened a level.
+TEST_F(FltInventoryTest, passesOverRecordsThatAreShorterThanTheirHead)
+{
+    FltWriter flt(1570, {{"id", "db"}});
+    flt.push().add("Group").addBytes(std::string("\0\x0a\0\x02", 4).substr(0, 4));
+    std::string bytes = flt.bytes();
+    bytes.resize(bytes.size() - 2);
+    bytes += std::string("\0\x02\0\x04", 4);
+    FltInventory const inventory(folder.write("short.flt", bytes));
+    EXPECT_EQ(inventory.opcodes.at(FltOpcode::pushLevel).count, 2U);
+    EXPECT_TRUE(inventory.imbalances.size() == 1) << "the first Push alone";
+}
+
+namespace
+{
+
+/// A mesh with a pool of as many vertices as the mask makes of 48 bytes.
+FltWriter meshOf(unsigned mask, unsigned vertices)
+{
+    FltWriter flt;
+    flt.push().addRaw(FltOpcode::mesh, std::string(80, '\0'));
+    flt.addRaw(FltOpcode::localVertexPool, FltWriter::big32(static_cast<long>(vertices)) +
+                                               FltWriter::big32(static_cast<long>(mask)) +
+                                               std::string(48, '\0'));
+    return flt;
+}
+
+std::string primitive()
+{
+    return FltWriter::big16(1) + FltWriter::big16(1) + FltWriter::big32(3) + std::string("\0\1\3", 3) + "\0";
+}
+
+} // namespace
+
+/// It belonged to the mesh before, wherever it stood.
+TEST_F(FltInventoryTest, givesAMeshWhatStandsBelowIt)
+{
+    FltWriter flt = meshOf(0x80000000, 2);
+    flt.addRaw(FltOpcode::meshPrimitive, primitive()).push().addRaw(FltOpcode::meshPrimitive, primitive());
+    flt.addRaw(FltOpcode::meshPrimitive, primitive()).pop().pop();
+    FltInventory const inventory = of(flt);
+    EXPECT_EQ(inventory.meshes.at(0).primitives.size(), 0U) << "they stand beside it, and below a sibling";
+    flt = meshOf(0x80000000, 2);
+    flt.push().addRaw(FltOpcode::meshPrimitive, primitive()).pop().pop();
+    FltInventory const right = of(flt);
+    ASSERT_EQ(right.meshes.at(0).primitives.size(), 1U);
+    EXPECT_EQ(right.meshes[0].primitives[0].badIndices, 1U);
+}
+
+/// They counted as vertices, and the mesh isn't drawn.
+TEST_F(FltInventoryTest, takesVerticesOfAMeshWithoutPlacesForNone)
+{
+    EXPECT_EQ(of(meshOf(0x10000000, 4)).meshes.at(0).wholeVertices, 0U);
+    EXPECT_EQ(of(meshOf(0x80000000, 2)).meshes.at(0).wholeVertices, 2U);
+}
+
+/// The second pool took the place of the first.
+TEST_F(FltInventoryTest, addsUpThePoolsOfAMesh)
+{
+    FltWriter flt = meshOf(0x80000000, 2);
+    flt.addRaw(FltOpcode::localVertexPool,
+               FltWriter::big32(1) + FltWriter::big32(0x80000000L) + std::string(24, '\0'));
+    FltInventory const inventory = of(flt);
+    EXPECT_EQ(inventory.meshes.at(0).poolVertices, 3U);
+    EXPECT_EQ(inventory.meshes.at(0).wholeVertices, 3U);
+}
+
+/// They were listed, although every conversion leaves them out.
+TEST_F(FltInventoryTest, listsWhatIsNestedTooDeeplyApart)
+{
+    FltWriter flt;
+    for (int level = 0; level < FltLimits::hierarchyDepth; ++level)
+        flt.push().add("Group", {{"idASCII", "g" + std::to_string(level)}});
+    flt.add("Object").push().add("Object").pop();
+    for (int level = 0; level < FltLimits::hierarchyDepth; ++level)
+        flt.pop();
+    FltInventory const inventory = of(flt.push());
+    auto const listed = static_cast<std::uint32_t>(FltLimits::hierarchyDepth);
+    EXPECT_EQ(inventory.nodes.size(), listed);
+    EXPECT_EQ(inventory.nodes.back().depth, listed - 1);
+    ASSERT_EQ(inventory.tooDeep.size(), 2U);
+    EXPECT_EQ(inventory.tooDeep[0].opcode, FltOpcode::group);
+    EXPECT_EQ(inventory.tooDeep[1].opcode, FltOpcode::object);
+    EXPECT_EQ(inventory.tooDeep[1].node, listed - 1);
+    EXPECT_EQ(inventory.nodes.back().children, 2U);
+    EXPECT_EQ(inventory.imbalances.size(), 1U) << "the last Push";
+}
+
+TEST_F(FltInventoryTest, tellsOfLevelsThatAreTooDeepAndNeverClosed)
+{
+    FltWriter flt;
+    for (int level = 0; level < FltLimits::hierarchyDepth + 4; ++level)
+        flt.push().add("Group");
+    EXPECT_EQ(of(flt).imbalances.size(), static_cast<std::size_t>(FltLimits::hierarchyDepth + 4));
+}
+
+TEST_F(FltInventoryTest, countsTheBytesOfVerticesAloneByTheRuleOfTheExactConversion)
+{
+    FltWriter flt;
+    flt.vertexPalette();
+    std::size_t const head = flt.lastOffset();
+    double const first = flt.vertex("VertexColor", 1, 2, 3);
+    auto const length = static_cast<double>(flt.bytes().size() - flt.lastOffset());
+    flt.add("Comment", {{"textDescription", "between two vertices"}});
+    flt.vertex("VertexColor", 4, 5, 6);
+    auto const byPlace = static_cast<double>(flt.lastOffset() - head);
+    flt.push().face({first, first + length, byPlace}).pop().save(folder / "database.flt");
+    FltInventory const inventory(folder / "database.flt", FltInventory::Offsets::bySums);
+    ASSERT_EQ(inventory.lostOffsets.size(), 1U);
+    EXPECT_EQ(inventory.lostOffsets[0].value, byPlace);
+    EXPECT_EQ(inventory.position(inventory.faceVertices.at(1)), (std::array<double, 3>{4, 5, 6}));
 }
 
 TEST_F(FltInventoryTest, readsEveryRecordOfEveryRevisionAndPrintsNothing)
