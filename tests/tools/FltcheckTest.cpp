@@ -50,6 +50,25 @@ TEST_F(Fltcheck, findsNothingInAFaultlessDatabase)
     EXPECT_EQ(ProgramRun("fltcheck", "-q " + file).output, "");
 }
 
+/// The offset was right or lost for both alike.
+TEST_F(Fltcheck, judgesOffsetsOfVerticesByTheConversionThatItIsAskedAbout)
+{
+    FltWriter flt;
+    flt.vertexPalette();
+    std::size_t const head = flt.lastOffset();
+    double const first = flt.vertex("VertexColor", 0, 0, 0);
+    flt.add("Comment", {{"textDescription", "between vertices"}});
+    double corners[2];
+    for (int i = 0; i < 2; ++i) {
+        flt.vertex("VertexColor", 1, i, 0);
+        corners[i] = static_cast<double>(flt.lastOffset() - head);
+    }
+    flt.push().add("Object").push().face({first, corners[0], corners[1]}).pop().pop();
+    flt.save(folder / "between.flt");
+    EXPECT_FALSE(holds(ProgramRun("fltcheck", folder / "between.flt").output, "FLT-201"));
+    EXPECT_TRUE(holds(ProgramRun("fltcheck", "--exact " + (folder / "between.flt")).output, "FLT-201"));
+}
+
 TEST_F(Fltcheck, saysPlaceSeverityNodeAndCodeInALine)
 {
     std::string const file = faulty(601);

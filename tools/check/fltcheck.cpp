@@ -113,7 +113,8 @@ void drop(std::set<int> const& ignored, CheckedFile& checked)
 CheckedFile check(Program const& program, Options const& options, std::string const& file)
 {
     program.detail("reading " + file);
-    FltInventory const inventory(file);
+    FltInventory const inventory(file, options.isExact ? FltInventory::Offsets::bySums
+                                                       : FltInventory::Offsets::byPlace);
     FltCheck check(inventory);
     check.checkRecords();
     check.checkGeometry();

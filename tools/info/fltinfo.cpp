@@ -131,18 +131,17 @@ void printFiles(std::string const& database, FltDependencies const& dependencies
     print(text);
 }
 
-std::optional<SceneMeasure> measureScene(Program const& program, Options const& options,
-                                         std::string const& file)
+/// @param problem takes why there is no scene
+std::optional<SceneMeasure> measureScene(Options const& options, std::string const& file,
+                                         std::string& problem)
 {
-    if (options.isFast)
-        return std::nullopt;
     try {
         FltLoader loader;
         loader.texturePath = options.texturePath;
         FltScene const scene = loader.load(file);
         return SceneMeasure::of(scene.root());
-    } catch (FltLoadError const& problem) {
-        program.warn(std::string("no scene: ") + problem.what());
+    } catch (FltLoadError const& error) {
+        problem = error.what();
     }
     return std::nullopt;
 }
@@ -155,6 +154,11 @@ void describe(Program const& program, Options const& options, std::string const&
         return;
     }
     program.detail("reading " + file);
+    std::string problem;
+    std::optional<SceneMeasure> scene;
+    // Before the inventory, so that the memory of only one of them is taken at a time.
+    if (!options.isFast && options.tree.empty() && options.deps.empty())
+        scene = measureScene(options, file, problem);
     FltInventory const inventory(file);
     if (!options.tree.empty()) {
         std::uint32_t const depth = depthOf(options.tree);
@@ -175,7 +179,9 @@ void describe(Program const& program, Options const& options, std::string const&
             printFiles(file, dependencies);
         return;
     }
-    DatabaseReport const report{inventory, dependencies, measureScene(program, options, file)};
+    if (!problem.empty())
+        program.warn("no scene: " + problem);
+    DatabaseReport const report{inventory, dependencies, scene};
     if (options.isJson)
         list.push_back(InfoJson::of(report));
     else
