@@ -38,9 +38,8 @@ std::shared_ptr<PicturePixels const> copyOf(SoSFImage const& image)
 }
 
 /// Why a file isn't given to the toolkit; empty if it is.
-std::string problemOf(std::string const& path)
+std::string problemOf(Picture const& picture)
 {
-    Picture const picture = Picture::read(path);
     bool const isForUsAlone = picture.pixels != nullptr && !picture.isSafeForToolkit;
     return isForUsAlone ? "is a picture of a kind that the toolkit doesn't read" : picture.problem;
 }
@@ -56,8 +55,13 @@ SoNodeRef<SoTexture2> FltTextures::make(std::string const& name)
     if (S_ISDIR(status.st_mode))
         return makeByName(name);
     File& file = files[{status.st_dev, status.st_ino}];
-    if (!file.isMet)
-        file.problem = problemOf(path);
+    if (!file.isMet) {
+        Picture const picture = Picture::read(path);
+        file.problem = problemOf(picture);
+        if (file.problem.empty() && !picture.damage.empty())
+            FltWarningMessageConsole::notifyGuard(
+                "A texture is shown in part", ": " + path + " " + picture.damage + ". " + Picture::advice);
+    }
     if (!file.problem.empty()) {
         file.isMet = true;
         FltWarningMessageConsole::notifyGuard("A texture isn't read", ": " + path + " " + file.problem);

@@ -61,7 +61,7 @@ FltLoadHost::FltLoadHost(FltLoader const& options, std::string const& path, FltL
                          FltMessageCollector& messages)
     : options(options), path(path), told(told), messages(messages), readable(options.onlyBelow),
       textureFiles(FltDatabaseFile::withDirectory(path), options.texturePath, options.textureNamesFrom,
-                   readable),
+                   readable, options.largestFile),
       textureNodes(textureFiles)
 {
 }
@@ -215,13 +215,14 @@ void FltLoadHost::findTextures(std::vector<FltTexture>& textures)
 
 void FltLoadHost::addTexture(FltTexture const& texture)
 {
-    if (texture.path.empty()) {
-        std::string text;
-        if (!texture.unreadable.empty()) {
-            text = "Texture " + texture.name + " isn't shown: " + texture.unreadable + " " + texture.problem +
-                   ". " + Picture::advice;
+    if (texture.path.empty() || !texture.damage.empty()) {
+        std::string text = "Texture " + texture.name;
+        if (!texture.damage.empty()) {
+            text += " is shown in part: " + texture.path + " " + texture.damage + ". " + texture.advice;
+        } else if (!texture.unreadable.empty()) {
+            text += " isn't shown: " + texture.unreadable + " " + texture.problem + ". " + texture.advice;
         } else {
-            text = "Texture " + texture.name + " isn't shown: it is neither";
+            text += " isn't shown: it is neither";
             for (std::string const& place : texture.tried)
                 text += (&place == &texture.tried.front() ? " " : ", nor ") + place;
             text += ", nor anywhere else. Add its directory to the texture path.";

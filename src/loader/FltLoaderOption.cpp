@@ -97,7 +97,7 @@ std::vector<FltLoaderOption> makeTable()
          "BYTES",
          &FltLoader::largestFile,
          {},
-         "Refuse a database of more bytes, and leave larger files out that it refers to."},
+         "Refuse a database of more bytes, and leave larger files and pictures out that it refers to."},
         {"only_below",
          "",
          Programs::none,

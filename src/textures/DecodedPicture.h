@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <stdexcept>
+#include <string>
 
 class PictureBytes;
 
@@ -21,6 +22,9 @@ struct DecodedPicture {
 
     /// Whether the toolkit's image library can be given the file without harm.
     bool isSafeForToolkit = true;
+
+    /// Why a part of the picture is lost: the end of a sentence that begins with the file; or empty.
+    std::string damage;
 
     DecodedPicture() = default;
 

@@ -14,6 +14,8 @@ struct FltTexture {
     std::vector<std::string> tried; ///< Otherwise: places where it was looked for.
     std::string unreadable;         ///< Otherwise: a file that is there, but is no picture that can be read.
     std::string problem;            ///< Then: the end of a sentence about it.
+    std::string damage;  ///< Why a part of the picture is lost, in such an end; empty if nothing is.
+    std::string advice;  ///< What to do about a problem or damage; a sentence.
     std::string written; ///< The name for files that are written: the stored one if nothing was found.
 
     /// Null if nothing was found. Textures of one file share them.

@@ -5,6 +5,8 @@
 namespace
 {
 
+constexpr char const* adviceOnSize = "Allow larger files, or save it smaller.";
+
 std::string directoryOf(std::string const& file)
 {
     return file.substr(0, file.rfind('/') + 1);
@@ -22,9 +24,10 @@ std::string relativeName(std::string const& path, std::string const& directory)
 } // namespace
 
 FltTextureFiles::FltTextureFiles(std::string const& database, std::vector<std::string> directories,
-                                 std::optional<std::string> namesFrom, FltReadableTree readable)
+                                 std::optional<std::string> namesFrom, FltReadableTree readable,
+                                 std::uint64_t largestFile)
     : databaseDirectory(directoryOf(database)), search(std::move(directories), std::move(readable)),
-      namesFrom(std::move(namesFrom))
+      namesFrom(std::move(namesFrom)), largestFile(largestFile)
 {
 }
 
@@ -50,9 +53,13 @@ FltTexture FltTextureFiles::look(std::string const& name, std::string const& dat
             onPicture(path);
         Picture const& picture = pictureOf(path, file);
         texture.pixels = picture.pixels;
-        if (texture.pixels == nullptr && texture.unreadable.empty()) {
+        if (texture.pixels != nullptr) {
+            texture.damage = picture.damage;
+        } else if (texture.unreadable.empty()) {
             texture.unreadable = path;
             texture.problem = picture.problem;
+            bool const isTooLarge = file.size() > largestFile;
+            texture.advice = isTooLarge ? adviceOnSize : Picture::advice;
         }
         return texture.pixels != nullptr;
     };
@@ -63,6 +70,7 @@ FltTexture FltTextureFiles::look(std::string const& name, std::string const& dat
         return texture;
     texture.unreadable.clear();
     texture.problem.clear();
+    texture.advice = texture.damage.empty() ? "" : Picture::advice;
     texture.written = namesFrom ? relativeName(texture.path, *namesFrom) : texture.path;
     return texture;
 }
@@ -74,7 +82,9 @@ Picture const& FltTextureFiles::pictureOf(std::string const& path, OpenFile cons
     if (!identity)
         return none;
     auto const [known, isNew] = pictures.try_emplace(*identity);
-    if (isNew)
+    if (isNew && file.size() > largestFile)
+        known->second.problem = "has " + std::to_string(file.size()) + " bytes, more than are allowed";
+    else if (isNew)
         known->second = Picture::read(file.descriptor(), path);
     return known->second;
 }

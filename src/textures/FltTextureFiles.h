@@ -4,6 +4,7 @@
 #include "textures/FltTextureSearch.h"
 #include "textures/Picture.h"
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <optional>
@@ -26,9 +27,11 @@ public:
     /// @param namesFrom   a directory from which the pictures that are found shall be named; without one they
     ///                    are named by their paths as they were found
     /// @param readable    no other picture is read
+    /// @param largestFile in bytes; larger pictures aren't read
     explicit FltTextureFiles(std::string const& database, std::vector<std::string> directories = {},
                              std::optional<std::string> namesFrom = std::nullopt,
-                             FltReadableTree readable = FltReadableTree());
+                             FltReadableTree readable = FltReadableTree(),
+                             std::uint64_t largestFile = UINT64_MAX);
 
     /// What is known of a texture. A picture of another format is taken where the stored one can't be read.
     /// @param name      as stored
@@ -45,6 +48,7 @@ private:
     std::string databaseDirectory;
     FltTextureSearch search;
     std::optional<std::string> namesFrom;
+    std::uint64_t largestFile;
     std::map<std::pair<std::string, std::string>, FltTexture> textures; ///< By name and database.
     std::map<OpenFile::Identity, Picture> pictures;
 };

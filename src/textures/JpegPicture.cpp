@@ -5,6 +5,7 @@
 #include <array>
 #include <csetjmp>
 #include <cstdio>
+#include <jerror.h>
 #include <jpeglib.h>
 #include <string>
 #include <string_view>
@@ -41,7 +42,7 @@ public:
     DecodedPicture decode()
     {
         if (!readHead())
-            throw PictureProblem(words());
+            throw PictureProblem(wordsOf(message));
         bool const isGrey = state.out_color_space == JCS_GRAYSCALE;
         bool const hasInks = state.out_color_space == JCS_CMYK;
         if (::jpeg_has_multiple_scans(&state) == TRUE) {
@@ -54,7 +55,9 @@ public:
         picture.isSafeForToolkit = !hasInks;
         inks.resize(hasInks ? 4 * picture.width() : 0);
         if (!readRows())
-            throw PictureProblem(words());
+            throw PictureProblem(wordsOf(message));
+        if (damage.front() != '\0')
+            picture.damage = wordsOf(damage);
         return std::move(picture);
     }
 
@@ -114,7 +117,12 @@ private:
         }
     }
 
-    std::string words() const { return "is a damaged JPEG picture (" + std::string(message.data()) + ")"; }
+    using Text = std::array<char, JMSG_LENGTH_MAX>;
+
+    static std::string wordsOf(Text const& text)
+    {
+        return "is a damaged JPEG picture (" + std::string(text.data()) + ")";
+    }
 
     void setMessage(std::string_view text)
     {
@@ -130,7 +138,7 @@ private:
 
     [[noreturn]] static void fail(j_common_ptr state)
     {
-        std::array<char, JMSG_LENGTH_MAX> text{};
+        Text text{};
         state->err->format_message(state, text.data());
         self(state).setMessage(text.data());
         stop(state);
@@ -139,10 +147,20 @@ private:
     static void countWarnings(j_common_ptr state, int level)
     {
         bool const isWarning = level < 0;
-        if (!isWarning || ++state->err->num_warnings <= mostWarnings)
+        if (!isWarning)
+            return;
+        if (losesPixels(state->err->msg_code) && self(state).damage.front() == '\0')
+            state->err->format_message(state, self(state).damage.data());
+        if (++state->err->num_warnings <= mostWarnings)
             return;
         self(state).setMessage("it is damaged in too many places");
         stop(state);
+    }
+
+    /// Whether a warning is one of damage, rather than of something that stands there besides.
+    static bool losesPixels(int warning)
+    {
+        return warning != JWRN_EXTRANEOUS_DATA && warning != JWRN_ADOBE_XFORM && warning != JWRN_JFIF_MAJOR;
     }
 
     static void countScans(j_common_ptr state)
@@ -158,7 +176,8 @@ private:
     jpeg_error_mgr errors{};
     jpeg_progress_mgr progress{};
     std::jmp_buf jump{};
-    std::array<char, JMSG_LENGTH_MAX> message{};
+    Text message{}; ///< Why there is no picture.
+    Text damage{};  ///< What is wrong with it first; empty if nothing is.
     DecodedPicture picture;
     std::vector<unsigned char> inks; ///< A row of them; empty if the picture has none.
 };

@@ -98,6 +98,7 @@ Picture asPicture(DecodedPicture&& decoded)
     Picture picture;
     picture.pixels = std::make_shared<PicturePixels const>(std::move(decoded.pixels));
     picture.isSafeForToolkit = decoded.isSafeForToolkit;
+    picture.damage = std::move(decoded.damage);
     return picture;
 }
 

@@ -36,6 +36,9 @@ public:
     /// The end of a sentence that begins with the file, as "is a DDS picture, which isn't read"; or empty.
     std::string problem;
 
+    /// The same where there are pixels, and a part of them is lost.
+    std::string damage;
+
     /// Whether the toolkit's image library can be given the same file without harm.
     bool isSafeForToolkit = false;
 };

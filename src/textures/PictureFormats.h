@@ -13,8 +13,8 @@ namespace PictureFormats
 /// taken.
 DecodedPicture decodeGif(PictureBytes const& file);
 
-/// By libjpeg. Grey or RGB; inks become RGB. A damaged picture is taken as far as it goes, unless the damage
-/// has no end.
+/// By libjpeg. Grey or RGB; inks become RGB. A damaged picture is taken as far as it goes, with words
+/// about the damage, unless that has no end.
 DecodedPicture decodeJpeg(PictureBytes const& file);
 
 /// By libpng. Grey, grey and alpha, RGB or RGBA: palettes become colours, fewer bits than 8 are spread, and

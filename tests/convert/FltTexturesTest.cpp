@@ -6,6 +6,7 @@
 #include "support/SmallPictures.h"
 #include "support/StreamCapture.h"
 #include "support/ToolkitReads.h"
+#include "textures/Picture.h"
 
 #include <Inventor/nodes/SoSeparator.h>
 #include <cstring>
@@ -87,6 +88,19 @@ TEST_F(FltTexturesTest, APipeIsNotOpenedAndReported)
     EXPECT_EQ(pixelsOf(*texture.get()), nullptr);
     EXPECT_EQ(err.str(),
               "WARNING ! A texture isn't read: " + path + " isn't a plain file" + "\n(Warning Level: 2)\n\n");
+}
+
+/// It was shown without a word.
+TEST_F(FltTexturesTest, ACutPictureIsReportedOnceAndShown)
+{
+    SmallPictures::writeJpeg(folder.path("a.jpg"), 64, 64, false);
+    std::string const whole = contentsOf(folder / "a.jpg");
+    std::string const path = folder.write("a.jpg", whole.substr(0, whole.size() - 20));
+    for (int i = 0; i < 2; ++i)
+        EXPECT_NE(pixelsOf(*textures.make(path).get()), nullptr);
+    EXPECT_EQ(err.str(), "WARNING ! A texture is shown in part: " + path +
+                             " is a damaged JPEG picture (Premature end of JPEG file). " + Picture::advice +
+                             "\n(Warning Level: 2)\n\n");
 }
 
 TEST_F(FltTexturesTest, AFolderIsPassedOverWithoutAWord)

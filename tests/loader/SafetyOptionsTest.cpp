@@ -219,6 +219,33 @@ TEST_P(SafetyOptionsTest, LargestFileKeepsALargerExternalFileOut)
     EXPECT_FALSE(!GetParam().isExact && isInScene(scene, "large.flt")) << "no node opens it later";
 }
 
+/// Each picture was read, however large it was.
+TEST_P(SafetyOptionsTest, LargestFileKeepsALargerPictureOut)
+{
+    folder.write("inside/near.rgb", SmallPictures::plainSgi(200));
+    loader.largestFile = std::filesystem::file_size(folder / "inside/near.rgb") - 1;
+    ASSERT_LE(std::filesystem::file_size(path), loader.largestFile);
+    FltScene const scene = load();
+    EXPECT_EQ(scene.textures()[0].path, "");
+    EXPECT_EQ(messagesAbout(scene, "Texture near.rgb isn't shown"), 1);
+    EXPECT_EQ(messagesAbout(scene, "more than are allowed. Allow larger files"), 1);
+    for (std::size_t const texture : {1U, 2U, 3U})
+        EXPECT_NE(scene.textures()[texture].path, "") << textures[texture];
+}
+
+TEST_P(SafetyOptionsTest, TellsOfAPictureThatIsShownInPart)
+{
+    SmallPictures::writeJpeg(folder.path("cut.jpg"), 64, 64, false);
+    std::string const bytes = contentsOf(folder / "cut.jpg");
+    std::filesystem::remove(folder / "inside/near.rgb");
+    folder.write("inside/near.jpg", bytes.substr(0, bytes.size() / 2 + 100));
+    FltScene const scene = load();
+    EXPECT_EQ(scene.textures()[0].path, folder / "inside/near.jpg");
+    EXPECT_EQ(messagesAbout(scene, "Texture near.rgb is shown in part: " + (folder / "inside/near.jpg") +
+                                       " is a damaged JPEG picture (Premature end of JPEG file). Save it"),
+              1);
+}
+
 TEST_P(SafetyOptionsTest, LargestFileRefusesALargerDatabase)
 {
     loader.largestFile = std::filesystem::file_size(path) - 1;

@@ -42,6 +42,44 @@ TEST_F(FltTextureFilesTest, TellsWhereAPictureIsAndWhatItShows)
     EXPECT_EQ(found.pixels->bytes, std::vector<unsigned char>(48, 77));
 }
 
+TEST_F(FltTextureFilesTest, TellsWhatOfAPictureIsLost)
+{
+    SmallPictures::writeJpeg(folder.path("whole.jpg"), 64, 64, false);
+    std::string const bytes = contentsOf(folder / "whole.jpg");
+    folder.write("cut.jpg", bytes.substr(0, bytes.size() - 20));
+    FltTexture const& cut = resolve("cut.jpg");
+    EXPECT_NE(cut.pixels, nullptr);
+    EXPECT_EQ(cut.damage, "is a damaged JPEG picture (Premature end of JPEG file)");
+    EXPECT_EQ(cut.advice, Picture::advice);
+    EXPECT_EQ(resolve("whole.jpg").damage + resolve("whole.jpg").advice, "");
+}
+
+TEST_F(FltTextureFilesTest, ReadsNoPictureThatIsLargerThanItMayBe)
+{
+    std::string const bytes = SmallPictures::plainSgi(4);
+    folder.write("tree.rgb", bytes);
+    for (std::size_t const most : {bytes.size() - 1, bytes.size()}) {
+        FltTextureFiles bounded(database, {}, std::nullopt, FltReadableTree(), most);
+        FltTexture const& texture = bounded.resolve("tree.rgb", database);
+        if (most == bytes.size()) {
+            EXPECT_NE(texture.pixels, nullptr);
+            continue;
+        }
+        EXPECT_EQ(texture.pixels, nullptr);
+        EXPECT_EQ(texture.unreadable, folder / "tree.rgb");
+        EXPECT_EQ(texture.problem, "has " + std::to_string(bytes.size()) + " bytes, more than are allowed");
+        EXPECT_EQ(texture.advice, "Allow larger files, or save it smaller.");
+    }
+}
+
+TEST_F(FltTextureFilesTest, TakesASmallerFormatOfAPictureThatIsTooLarge)
+{
+    folder.write("tree.rgb", SmallPictures::plainSgi(60));
+    SmallPictures::writePng(folder.path("tree.png"), 2, 2);
+    FltTextureFiles bounded(database, {}, std::nullopt, FltReadableTree(), 1000);
+    EXPECT_EQ(bounded.resolve("tree.rgb", database).path, folder / "tree.png");
+}
+
 TEST_F(FltTextureFilesTest, LooksForATextureOnce)
 {
     folder.write("tree.rgb", SmallPictures::plainSgi(4));

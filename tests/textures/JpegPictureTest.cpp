@@ -28,11 +28,14 @@ TEST(JpegPicture, ComesInNoMoreScansThanAnybodyMakes)
     std::size_t const scan = whole.rfind("\xff\xda");
     std::string const last = whole.substr(scan, whole.size() - 2 - scan);
     std::string many = whole.substr(0, whole.size() - 2);
-    for (int i = 0; i < 80; ++i)
+    int scans = 0;
+    for (std::size_t at = whole.find("\xff\xda"); at != std::string::npos;
+         at = whole.find("\xff\xda", at + 2))
+        ++scans;
+    for (; scans < 100; ++scans)
         many += last;
     EXPECT_EQ(pictureProblem(many + "\xff\xd9"), "");
-    for (int i = 0; i < 20; ++i)
-        many += last;
+    many += last;
     EXPECT_EQ(pictureProblem(many + "\xff\xd9"),
               "is a damaged JPEG picture (it comes in more parts than anybody makes)");
 }
@@ -58,6 +61,35 @@ TEST(JpegPicture, IsTakenAsFarAsItGoes)
         << "nothing of it";
     EXPECT_EQ(pictureProblem("\xff\xd8\xff"),
               "is a damaged JPEG picture (JPEG datastream contains no image)");
+}
+
+/// The lower half of such a picture is grey, and nobody knew why.
+TEST(JpegPicture, SaysWhatIsWrongWithWhatIsTakenInPart)
+{
+    std::string const whole = made("restarts.jpg");
+    EXPECT_EQ(decodePicture(whole).damage, "");
+    Picture const cut = decodePicture(whole.substr(0, whole.find("\xff\xda") + 20));
+    EXPECT_NE(cut.pixels, nullptr);
+    EXPECT_EQ(cut.damage, "is a damaged JPEG picture (Premature end of JPEG file)");
+    EXPECT_EQ(decodePicture(whole.substr(0, whole.size() - 2)).damage, cut.damage) << "without its end";
+}
+
+TEST(JpegPicture, SaysNothingOfBytesThatStandBetweenItsParts)
+{
+    std::string bytes = made("restarts.jpg");
+    bytes.insert(bytes.find("\xff\xda"), "some more");
+    Picture const picture = decodePicture(bytes);
+    EXPECT_NE(picture.pixels, nullptr) << picture.problem;
+    EXPECT_EQ(picture.damage, "");
+}
+
+TEST(JpegPicture, SaysTheFirstThingThatIsWrong)
+{
+    std::string bytes = made("restarts.jpg");
+    bytes[bytes.find("\xff\xd1") + 1] = '\xd5'; // a restart out of their order
+    bytes.resize(bytes.size() - 2);
+    std::string const damage = decodePicture(bytes).damage;
+    EXPECT_NE(damage.find("found marker 0xd5 instead of RST1"), std::string::npos) << damage;
 }
 
 TEST(JpegPicture, WithDamageEverywhereIsntTaken)
