@@ -4,6 +4,8 @@
 #include "support/StreamCapture.h"
 #include "toolkit/RegularFile.h"
 
+#include <cerrno>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <memory>
 #include <sys/stat.h>
@@ -234,6 +236,28 @@ TEST(FltFileInputTest, ReadsAnOpenFileWhateverStandsUnderItsName)
     EXPECT_EQ(input.getFileName(), path);
     EXPECT_EQ(input.getDirName(), directory / "sub/");
     EXPECT_NE(cout.str().find("Success in opening file: " + path), std::string::npos);
+}
+
+/// As one does that grows shorter while it is read. What the kernel tells as a file always does: its size is
+/// a page, whatever it holds.
+TEST(FltFileInputTest, AFileThatEndsTooEarlyIsReadAsFarAsItGoesAndReported)
+{
+    std::string const path = "/sys/devices/system/cpu/online";
+    std::string const text = contentsOf(path);
+    std::size_t const size = std::filesystem::file_size(path);
+    ASSERT_LT(text.size(), size);
+    StreamCapture const cout(std::cout);
+    StreamCapture const cerr(std::cerr);
+    errno = EIO;
+    FltFileInput input(path.c_str());
+    EXPECT_TRUE(input.isInFlowCreated());
+    EXPECT_EQ(std::string(input.getBuffer(), text.size()), text);
+    EXPECT_NE(cerr.str().find("A file can't be read to its end (another program made it shorter meanwhile): "
+                              "the rest of the file, " +
+                              std::to_string(size - text.size()) + " bytes from byte offset " +
+                              std::to_string(text.size()) + " on, is left out (" + path + ")"),
+              std::string::npos)
+        << cerr.str();
 }
 
 TEST(FltFileInputTest, AFileThatIsNotOpenIsToldOnCerrWhateverStandsUnderItsName)

@@ -4,6 +4,7 @@
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
 #include "parser/FltRawData.h"
+#include "records/FltOpcode.h"
 #include "records/FltRecordComment.h"
 #include "records/FltRecordHeader.h"
 #include "records/FltRecordTransformations.h"
@@ -298,6 +299,36 @@ TEST(FltParserTest, ShortRecordsMayCostAMebibyteAndTwoBytesForEachOfTheFile)
                              " on, is left out",
                          49, end));
     }
+}
+
+TEST(FltParserTest, ShortRecordsMayCostAllOfThat)
+{
+    std::string const shortMatrix = FltWriter().add("Matrix").resizeLast(4).lastRecord();
+    FltWriter flt;
+    for (int i = 0; i < 20'000; ++i)
+        flt.addBytes(shortMatrix);
+    auto const budget = [&] { return 1024 * 1024 + 2 * flt.bytes().size() - sizeof(FltRecordHeader); };
+    constexpr std::size_t cost = sizeof(FltRecordMatrix);
+    constexpr std::size_t headOfComment = 4;
+    std::size_t text = 4; // so long that the matrices take what there is to the last byte
+    while ((budget() + 2 * (headOfComment + text)) % cost != 0 && text < 4 * cost)
+        ++text;
+    flt.addRaw(FltOpcode::comment, std::string(text, 'x'));
+    ASSERT_EQ(budget() % cost, 0U);
+    Parse parse(flt);
+    EXPECT_EQ(parse.size(), 1 + budget() / cost);
+}
+
+TEST(FltParserTest, WholeRecordsCostNothing)
+{
+    std::string levels;
+    for (int i = 0; i < 75'000; ++i)
+        levels += FltWriter().push().pop().bytes().substr(FltWriter().bytes().size());
+    FltWriter flt;
+    flt.addBytes(levels);
+    Parse parse(flt);
+    EXPECT_EQ(parse.size(), 150'001U);
+    EXPECT_EQ(parse.messages, "");
 }
 
 TEST(FltParserTest, DamageOfAKindIsReportedOneByOneUpToALimitAndInTheNextFileAnew)

@@ -1,6 +1,9 @@
 #include "parser/FltRecordScan.h"
 
+#include "messages/FltLimits.h"
+#include "records/FltOpcode.h"
 #include "records/FltRecord.h"
+#include "records/FltRecordTable.h"
 #include "support/ScratchFolder.h"
 #include "writer/FltWriter.h"
 
@@ -59,6 +62,40 @@ TEST(FltRecordScan, decodesOnlySoManyRecordsThatAreShorterThanTheirLayout)
     EXPECT_EQ(records, 30'001U);
     EXPECT_GT(decoded, 100U);
     EXPECT_LT(decoded, 1000U);
+}
+
+TEST(FltRecordScan, spendsAllThatShortRecordsMayCost)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    constexpr unsigned length = 4;
+    std::size_t const cost = FltRecordTable::reachOf(FltOpcode::colorPalette, length, 1570) - length;
+    for (int i = 0; i < 2000; ++i)
+        flt.addRaw(FltOpcode::colorPalette);
+    auto const budget = [&](std::size_t more) {
+        return FltLimits::shortRecordBytes +
+               FltLimits::shortRecordBytesPerFileByte * (flt.bytes().size() + more);
+    };
+    std::size_t text = 0; // so long that the palettes take what there is to the last byte
+    while (budget(length + text) % cost != 0 && text < cost)
+        ++text;
+    flt.addRaw(FltOpcode::comment, std::string(text, 'x')).save(folder / "database.flt");
+    ASSERT_EQ(budget(0) % cost, 0U);
+    std::size_t decoded = 0;
+    for (FltRecordScan scan(folder / "database.flt"); scan.next();)
+        decoded += scan.opcode() == FltOpcode::colorPalette && scan.record() != nullptr ? 1 : 0;
+    EXPECT_EQ(decoded, budget(0) / cost);
+}
+
+TEST(FltRecordScan, hasNoRecordBeforeTheFirst)
+{
+    ScratchFolder const folder;
+    FltWriter().save(folder / "database.flt");
+    FltRecordScan scan(folder / "database.flt");
+    EXPECT_EQ(scan.record(), nullptr);
+    EXPECT_EQ(scan.json(), "");
+    ASSERT_TRUE(scan.next());
+    EXPECT_NE(scan.record(), nullptr);
 }
 
 TEST(FltRecordScan, decodesAsManyShortRecordsAgainAfterItWentBack)

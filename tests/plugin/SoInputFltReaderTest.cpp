@@ -263,6 +263,16 @@ TEST_F(SoInputFltReaderTest, refusesABufferInMemory)
     EXPECT_FALSE(reader.canConvert(&input));
 }
 
+TEST_F(SoInputFltReaderTest, refusesABufferInMemoryThatWasReadFromAlready)
+{
+    std::string const bytes = FltWriter().bytes();
+    SoInput input;
+    input.setBuffer(bytes.data(), bytes.size());
+    char skipped;
+    input.get(skipped);
+    EXPECT_FALSE(reader.canConvert(&input));
+}
+
 TEST_F(SoInputFltReaderTest, judgesAnInputThatWasReadFromAlready)
 {
     SoInput input;

@@ -67,6 +67,7 @@ TEST(PngPicture, IsReadPastTextAndProfilesOfAnySize)
 {
     std::string const head = made.substr(0, signature.size() + 25);
     std::string const rest = made.substr(head.size());
-    for (char const* const type : {"iCCP", "zTXt", "tEXt", "iTXt", "sPLT", "eXIf", "prVt"})
+    for (char const* const type :
+         {"iCCP", "tEXt", "zTXt", "iTXt", "sPLT", "eXIf", "hIST", "pCAL", "sCAL", "tIME", "oFFs", "prVt"})
         EXPECT_EQ(pictureProblem(head + chunk(type, std::string(3'000'000, 'x')) + rest), "") << type;
 }

@@ -52,6 +52,33 @@ TEST(SgiPicture, IsNoLargerThanItsFileExplains)
     EXPECT_EQ(pictureProblem(sgi), "can't hold a picture of its size") << "beyond what the toolkit can count";
 }
 
+TEST(SgiPicture, SaysInWhichOfItsPartsItEnds)
+{
+    std::string const plain = SmallPictures::plainSgi(2);
+    constexpr std::size_t head = 512;
+    EXPECT_EQ(pictureProblem(plain.substr(0, head - 1)), "is a damaged SGI picture (it ends in its head)");
+    EXPECT_EQ(pictureProblem(plain.substr(0, head)),
+              "is a damaged SGI picture (it ends before its last row)");
+    EXPECT_EQ(pictureProblem(plain.substr(0, plain.size() - 1)),
+              "is a damaged SGI picture (it ends before its last row)");
+}
+
+TEST(SgiPicture, HasWholeTablesOfItsRows)
+{
+    std::string sgi = SmallPictures::compressedSgi(10, 3, 1);
+    constexpr std::size_t tables = 512;
+    constexpr std::size_t inHead = 110; // where nothing is read: all rows stand there
+    sgi.resize(tables + 3 * 8);
+    sgi.replace(inHead, 3, std::string("\x0a\x7f\0", 3));
+    for (std::size_t row = 0; row < 3; ++row) {
+        sgi.replace(tables + 4 * row, 4, MadePictures::big32(inHead));
+        sgi.replace(tables + 4 * (3 + row), 4, MadePictures::big32(3));
+    }
+    EXPECT_EQ(pictureProblem(sgi), "");
+    sgi.pop_back();
+    EXPECT_EQ(pictureProblem(sgi), "is a damaged SGI picture (it ends in the tables of its rows)");
+}
+
 TEST(SgiPicture, HasRowsThatEndInThem)
 {
     std::string const whole = std::string("\x0a\x7f\0", 3);
