@@ -2,6 +2,7 @@
 
 #include "iv/SceneFile.h"
 #include "support/ConvertedRoot.h"
+#include "support/MemoryStream.h"
 #include "support/SceneTraversal.h"
 #include "support/StreamCapture.h"
 
@@ -10,9 +11,9 @@
 #include "loader/FltLoader.h"
 #include "loader/FltRecordReader.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "vrml/FltVrmlWriter.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <new>
@@ -64,22 +65,25 @@ FltLoader loaderOf(unsigned number, std::string const& path)
 }
 
 /// Writes a scene as the programs do, and reads it back.
-void writeAndRead(SoNode* root, SceneForm const& form)
+template <class Write>
+void writeAndRead(Write write)
 {
-    char* bytes = nullptr;
-    std::size_t size = 0;
-    FILE* const stream = ::open_memstream(&bytes, &size);
-    SceneFile::write(root, stream, form);
-    std::fclose(stream);
-    useWritten(std::string(bytes, size));
-    std::free(bytes);
+    MemoryStream const stream;
+    write(stream);
+    useWritten(stream.text());
 }
 
 void useFully(SoNode* root)
 {
     useScene(root);
     for (SceneForm const form : {SceneForm{}, SceneForm{false, true}, SceneForm{true}})
-        writeAndRead(root, form);
+        writeAndRead([&](FILE* stream) { SceneFile::write(root, stream, form); });
+}
+
+void useVisual(FltVisual const& visual)
+{
+    FltVrmlWriter vrml(visual.root, visual.textures);
+    writeAndRead([&](FILE* stream) { SceneFile::write(vrml, {}, stream, SceneForm{true}); });
 }
 
 /// @param isFull whether the scene is used in every way, or traversed alone
@@ -91,6 +95,8 @@ void load(FltLoader const& loader, std::string const& path, bool isFull, Passage
         countTriangles(scene.root());
         if (isFull)
             useFully(scene.root());
+        if (isFull && !loader.exact)
+            useVisual(loader.loadVisual(path));
         ++passage.scenes;
     } catch (FltLoadError const&) {
         ++passage.refusals;

@@ -3,6 +3,7 @@
 #include "iv/FileReferences.h"
 #include "iv/SceneFile.h"
 #include "iv/TextureEmbedding.h"
+#include "iv/VrmlPictureFiles.h"
 #include "support/Numbers.h"
 #include "support/OutputFile.h"
 #include "support/SceneMeasure.h"
@@ -15,6 +16,8 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <optional>
+#include <system_error>
 
 namespace
 {
@@ -43,18 +46,28 @@ ConversionStatistics measure(FltScene const& scene)
 }
 
 /// Writes into a file, or a pipe, that is going to be whole or isn't there.
-/// @return the bytes that were written
-std::uint64_t writeFile(SoNode* root, std::string const& path, SceneForm const& form,
-                        std::vector<KeptFile> const& kept)
+/// @param write writes into a stream, and returns the bytes that were written
+/// @return the same
+template <class Write>
+std::uint64_t writeFile(std::string const& path, SceneForm const& form, std::vector<KeptFile> const& kept,
+                        Write write)
 {
     OutputFile output(path, kept);
     if (!form.isText() && output.isTerminal())
         throw ToolError(
             "binary output would upset the terminal. Add -o FILE.iv, or send it into a file with >.",
             ExitCode::wrongUsage);
-    std::uint64_t const bytes = SceneFile::write(root, output.stream(), form);
+    std::uint64_t const bytes = write(output.stream());
     output.commit();
     return bytes;
+}
+
+/// Whether other files can stand beside an output.
+bool hasFolder(std::string const& output)
+{
+    std::error_code ignored;
+    std::filesystem::file_status const status = std::filesystem::status(output, ignored);
+    return output != "-" && (!std::filesystem::exists(status) || std::filesystem::is_regular_file(status));
 }
 
 } // namespace
@@ -84,13 +97,62 @@ void DatabaseConverter::prepare(FltScene const& scene, Conversion const& convers
         TextureEmbedding::embed(scene.root());
     if (options.references != FltLoader::References::asFile)
         return;
-    FileReferences const references(conversion.referenceOutputs, folderOf(conversion.output),
-                                    options.form.isVrml);
-    std::size_t const takenOut = references.rename(scene.root());
+    FileReferences const references(conversion.referenceOutputs, folderOf(conversion.output));
+    warnOfReferences(references.rename(scene.root()), conversion);
+}
+
+void DatabaseConverter::warnOfReferences(std::size_t takenOut, Conversion const& conversion) const
+{
     if (takenOut != 0)
         program.warn(conversion.input + ": " + Numbers::counted(takenOut, "reference is", "references are") +
                      " left out: a reader of the converted files would never come to an end, or they aren't "
                      "converted themselves");
+}
+
+/// Has the pictures of a VRML97 file stand beside it, where there is such a place.
+void DatabaseConverter::placePictures(std::vector<FltVrmlPicture>& pictures, Conversion const& conversion,
+                                      std::vector<KeptFile> const& kept) const
+{
+    VrmlPictureFiles files(conversion.output, kept);
+    bool const isBeside = hasFolder(conversion.output);
+    for (FltVrmlPicture& picture : pictures)
+        if (options.embedsTextures)
+            continue;
+        else if (isBeside)
+            files.place(picture);
+        else
+            VrmlPictureFiles::name(picture);
+}
+
+void DatabaseConverter::warnOfLosses(std::vector<FltOmission> const& omissions,
+                                     Conversion const& conversion) const
+{
+    std::string list;
+    for (FltOmission const& omission : omissions)
+        list += (list.empty() ? "" : "; ") + omission.kind + " (" + std::to_string(omission.count) + ")";
+    if (!list.empty())
+        program.warn(conversion.input + ": VRML97 has no form for some of it: " + list);
+}
+
+std::uint64_t DatabaseConverter::writeVrml(FltVisual const& visual, Conversion const& conversion) const
+{
+    std::vector<KeptFile> const kept =
+        loaderOptions.keptFiles(conversion.input, visual.references, visual.textures);
+    FltVrmlWriter vrml(visual.root, visual.textures);
+    placePictures(vrml.pictures(), conversion, kept);
+    FileReferences const references(conversion.referenceOutputs, folderOf(conversion.output));
+    std::size_t takenOut = 0;
+    auto const addressOf = [&](std::string const& database) {
+        std::optional<std::string> const name = references.nameOf(database);
+        takenOut += name ? 0 : 1;
+        return name ? std::optional(VrmlPictureFiles::addressOf(*name)) : std::nullopt;
+    };
+    std::uint64_t const bytes = writeFile(conversion.output, options.form, kept, [&](FILE* stream) {
+        return SceneFile::write(vrml, addressOf, stream, options.form);
+    });
+    warnOfReferences(takenOut, conversion);
+    warnOfLosses(vrml.omissions(), conversion);
+    return bytes;
 }
 
 ConversionStatistics DatabaseConverter::convert(Conversion const& conversion,
@@ -100,16 +162,28 @@ ConversionStatistics DatabaseConverter::convert(Conversion const& conversion,
     auto const begin = std::chrono::steady_clock::now();
     SceneMessages const messages(program);
     program.detail("reading " + conversion.input);
-    FltScene const scene = makeLoader(conversion, progress).load(conversion.input);
-    loaded();
-    messages.show(scene);
+    FltLoader const loader = makeLoader(conversion, progress);
     ConversionStatistics statistics;
-    if (options.measures)
-        statistics = measure(scene);
-    prepare(scene, conversion);
-    statistics.bytesIn = scene.info().bytes;
-    statistics.bytesOut = writeFile(scene.root(), conversion.output, options.form,
-                                    loaderOptions.keptFiles(conversion.input, scene));
+    if (options.form.isVrml && !loader.exact) {
+        FltVisual const visual = loader.loadVisual(conversion.input);
+        loaded();
+        messages.show(visual.messages);
+        if (options.measures)
+            statistics = measure(FltLoader::makeScene(visual));
+        statistics.bytesIn = visual.info.bytes;
+        statistics.bytesOut = writeVrml(visual, conversion);
+    } else {
+        FltScene const scene = loader.load(conversion.input);
+        loaded();
+        messages.show(scene);
+        if (options.measures)
+            statistics = measure(scene);
+        prepare(scene, conversion);
+        statistics.bytesIn = scene.info().bytes;
+        statistics.bytesOut =
+            writeFile(conversion.output, options.form, loaderOptions.keptFiles(conversion.input, scene),
+                      [&](FILE* stream) { return SceneFile::write(scene.root(), stream, options.form); });
+    }
     statistics.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
     return statistics;
 }

@@ -4,7 +4,12 @@
 #include "support/LoaderOptions.h"
 #include "support/Program.h"
 
+#include "vrml/FltVrmlPictures.h"
+
+#include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <vector>
 
 /// Converts databases into scene files, one by one.
 class DatabaseConverter
@@ -24,6 +29,11 @@ public:
 private:
     FltLoader makeLoader(Conversion const& conversion, FltLoader::Progress const& progress) const;
     void prepare(FltScene const& scene, Conversion const& conversion) const;
+    void warnOfReferences(std::size_t takenOut, Conversion const& conversion) const;
+    void placePictures(std::vector<FltVrmlPicture>& pictures, Conversion const& conversion,
+                       std::vector<KeptFile> const& kept) const;
+    void warnOfLosses(std::vector<FltOmission> const& omissions, Conversion const& conversion) const;
+    std::uint64_t writeVrml(FltVisual const& visual, Conversion const& conversion) const;
 
     Program const& program;
     LoaderOptions const& loaderOptions;

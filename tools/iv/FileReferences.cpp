@@ -7,7 +7,6 @@
 
 #include <Inventor/nodes/SoFile.h>
 #include <Inventor/nodes/SoGroup.h>
-#include <Inventor/nodes/SoWWWInline.h>
 #include <filesystem>
 #include <utility>
 
@@ -15,31 +14,27 @@ namespace
 {
 
 /// A node with a name that has the toolkit open no file.
-template <class Node>
-Node* named(std::string const& name)
+SoNode* fileNode(std::string const& name)
 {
-    auto* const node = new Node;
+    auto* const node = new SoFile;
     SoSilentField::set(node->name, name.c_str());
     return node;
 }
 
 } // namespace
 
-FileReferences::FileReferences(std::unordered_map<std::string, std::string> targets, std::string directory,
-                               bool isVrml)
-    : targets(std::move(targets)), directory(std::move(directory)), isVrml(isVrml)
+FileReferences::FileReferences(std::unordered_map<std::string, std::string> targets, std::string directory)
+    : targets(std::move(targets)), directory(std::move(directory))
 {
 }
 
-/// What stands for a database in the written scene; null if nothing may.
-SoNode* FileReferences::replacement(std::string const& database) const
+std::optional<std::string> FileReferences::nameOf(std::string const& database) const
 {
     auto const target = targets.find(FileIdentity::of(database));
     if (target == targets.end())
-        return nullptr;
+        return std::nullopt;
     std::filesystem::path const from = directory.empty() ? "." : directory;
-    std::string const name = std::filesystem::path(target->second).lexically_proximate(from).string();
-    return isVrml ? static_cast<SoNode*>(named<SoWWWInline>(name)) : named<SoFile>(name);
+    return std::filesystem::path(target->second).lexically_proximate(from).string();
 }
 
 std::size_t FileReferences::rename(SoNode* root) const
@@ -53,9 +48,9 @@ std::size_t FileReferences::rename(SoNode* root) const
             if (!group.getChild(i)->isOfType(SoFile::getClassTypeId()))
                 continue;
             auto const& file = static_cast<SoFile&>(*group.getChild(i));
-            SoNode* const other = replacement(file.name.getValue().getString());
-            takenOut += other == nullptr ? 1 : 0;
-            group.replaceChild(i, other != nullptr ? other : new SoGroup);
+            std::optional<std::string> const name = nameOf(file.name.getValue().getString());
+            takenOut += name ? 0 : 1;
+            group.replaceChild(i, name ? fileNode(*name) : static_cast<SoNode*>(new SoGroup));
         }
     });
     return takenOut;

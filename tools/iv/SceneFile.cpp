@@ -1,7 +1,6 @@
 #include "iv/SceneFile.h"
 
 #include "iv/SceneStream.h"
-#include "iv/VrmlCopies.h"
 #include "support/SceneNodes.h"
 
 #include "toolkit/SceneWriter.h"
@@ -9,7 +8,6 @@
 #include "toolkit/SoNodeRef.h"
 
 #include <Inventor/VRMLnodes/SoVRMLGroup.h>
-#include <Inventor/VRMLnodes/SoVRMLInline.h>
 #include <Inventor/actions/SoToVRML2Action.h>
 #include <Inventor/errors/SoDebugError.h>
 #include <Inventor/nodes/SoNode.h>
@@ -20,37 +18,48 @@
 namespace
 {
 
-/// While a node for VRML is made, the toolkit opens the file that it names, and looks for it from the wrong
-/// directory: inlined files aren't opened as long as this object lives, and pictures that aren't found aren't
-/// reported.
-class NamedFilesPassedOver
+/// While a node for VRML is made, the toolkit looks for the picture that it names, and from the wrong directory:
+/// one that isn't found isn't reported as long as this object lives.
+class NamedPicturesPassedOver
 {
-public:
-    NamedFilesPassedOver()
-    {
-        SoVRMLInline::setReadAsSoFile(FALSE);
-        SoVRMLInline::setFetchURLCallBack([](SbString const&, void*, SoVRMLInline*) {}, nullptr);
-    }
-    ~NamedFilesPassedOver()
-    {
-        SoVRMLInline::setReadAsSoFile(TRUE);
-        SoVRMLInline::setFetchURLCallBack(nullptr, nullptr);
-    }
-
-    NamedFilesPassedOver(NamedFilesPassedOver const&) = delete;
-    NamedFilesPassedOver& operator=(NamedFilesPassedOver const&) = delete;
-
 private:
     static void passOn(SoError const* error, void* self)
     {
+        auto const& passedOver = *static_cast<NamedPicturesPassedOver*>(self);
         if (error->getDebugString().find("SoVRMLImageTexture") < 0)
-            static_cast<NamedFilesPassedOver*>(self)->before(error,
-                                                             static_cast<NamedFilesPassedOver*>(self)->data);
+            passedOver.before(error, passedOver.data);
     }
 
     SoErrorCB* before = SoDebugError::getHandlerCallback();
     void* data = SoDebugError::getHandlerData();
     SoErrorRedirect<SoDebugError> const redirect{passOn, this};
+};
+
+/// Numbers after the names of nodes are parted from them by a character that readers of VRML take in names.
+class PlainNumbers
+{
+public:
+    PlainNumbers() { SoBase::setInstancePrefix("_"); }
+    ~PlainNumbers() { SoBase::setInstancePrefix("+"); }
+
+    PlainNumbers(PlainNumbers const&) = delete;
+    PlainNumbers& operator=(PlainNumbers const&) = delete;
+};
+
+/// An output in which texts are such as readers of VRML take: in one line each.
+class VrmlOutput : public SceneWriter::Output
+{
+public:
+    using SceneWriter::Output::write;
+    void write(SbString const& text) override
+    {
+        std::string plain;
+        for (char const* character = text.getString(); *character != '\0'; ++character) {
+            bool const isControl = static_cast<unsigned char>(*character) < ' ';
+            plain += *character == '\\' ? "\\\\" : std::string(1, isControl ? ' ' : *character);
+        }
+        SceneWriter::Output::write(SbString(plain.c_str()));
+    }
 };
 
 bool isPlainCharacter(char character)
@@ -73,32 +82,30 @@ void makeNamesPlain(SoNode* root)
 
 SoNodeRef<SoNode> vrmlOf(SoNode* root)
 {
-    NamedFilesPassedOver const passedOver;
+    NamedPicturesPassedOver const passedOver;
     SoToVRML2Action action;
     action.apply(root);
     return SoNodeRef<SoNode>(action.getVRML2SceneGraph());
 }
 
-void writeVrml(SoNode* root, SoOutput& output)
+void writeVrml(SoNode* root, FILE* stream)
 {
+    PlainNumbers const plainNumbers;
+    VrmlOutput output;
+    output.setFilePointer(stream);
     makeNamesPlain(root);
     SceneWriter::makePlain(root);
-    VrmlCopies const copies(root);
     SoNodeRef<SoNode> const vrml = vrmlOf(root);
-    copies.addTo(vrml.get());
     output.setHeaderString("#VRML V2.0 utf8");
     SceneWriter::write(vrml.get(), output);
 }
 
-void writeScene(SoNode* root, FILE* stream, SceneForm const& form)
+void writeInventor(SoNode* root, FILE* stream, bool isBinary)
 {
     SceneWriter::Output output;
     output.setFilePointer(stream);
-    output.setBinary(form.isBinary);
-    if (form.isVrml)
-        writeVrml(root, output);
-    else
-        SceneWriter::write(root, output);
+    output.setBinary(isBinary);
+    SceneWriter::write(root, output);
 }
 
 } // namespace
@@ -106,6 +113,17 @@ void writeScene(SoNode* root, FILE* stream, SceneForm const& form)
 std::uint64_t SceneFile::write(SoNode* root, FILE* stream, SceneForm const& form)
 {
     SceneStream between(stream, form.isCompressed);
-    writeScene(root, between.stream(), form);
+    if (form.isVrml)
+        writeVrml(root, between.stream());
+    else
+        writeInventor(root, between.stream(), form.isBinary);
+    return between.finish();
+}
+
+std::uint64_t SceneFile::write(FltVrmlWriter& vrml, FltVrmlWriter::AddressOf const& addressOf, FILE* stream,
+                               SceneForm const& form)
+{
+    SceneStream between(stream, form.isCompressed);
+    vrml.write(between.stream(), addressOf);
     return between.finish();
 }

@@ -84,14 +84,16 @@ std::string LoaderOptions::logOf(std::string const& database) const
     return !loader.log ? "" : hasNamedLog() ? *loader.log : database + ".log";
 }
 
-std::vector<KeptFile> LoaderOptions::keptFiles(std::string const& database, FltScene const& scene) const
+std::vector<KeptFile> LoaderOptions::keptFiles(std::string const& database,
+                                               std::vector<FltReference> const& references,
+                                               std::vector<FltTexture> const& textures) const
 {
     std::vector<KeptFile> kept = {{database, "the input"}};
     if (std::string const log = logOf(database); !log.empty())
         kept.push_back({log, "the log"});
-    for (FltReference const& reference : scene.references())
+    for (FltReference const& reference : references)
         kept.push_back({reference.path, "a file that the database refers to"});
-    for (FltTexture const& texture : scene.textures())
+    for (FltTexture const& texture : textures)
         kept.push_back({texture.path, "a texture of the database"});
     return kept;
 }

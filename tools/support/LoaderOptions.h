@@ -38,7 +38,12 @@ public:
 
     /// The files that an output of the program must never replace: the database, its log, and all that it
     /// refers to.
-    std::vector<KeptFile> keptFiles(std::string const& database, FltScene const& scene) const;
+    std::vector<KeptFile> keptFiles(std::string const& database, FltScene const& scene) const
+    {
+        return keptFiles(database, scene.references(), scene.textures());
+    }
+    std::vector<KeptFile> keptFiles(std::string const& database, std::vector<FltReference> const& references,
+                                    std::vector<FltTexture> const& textures) const;
 
 private:
     /// What the command line says of an option.

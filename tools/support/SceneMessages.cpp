@@ -37,11 +37,11 @@ SceneMessages::~SceneMessages()
     SoReadError::setHandlerCallback(nullptr, nullptr);
 }
 
-void SceneMessages::show(FltScene const& scene) const
+void SceneMessages::show(std::vector<FltMessage> const& messages) const
 {
     constexpr std::size_t mostShown = 20;
     std::size_t shown = 0;
-    for (FltMessage const& message : scene.messages()) {
+    for (FltMessage const& message : messages) {
         if (++shown > mostShown)
             break;
         if (message.level == FltMessage::Level::error)
@@ -50,7 +50,7 @@ void SceneMessages::show(FltScene const& scene) const
             program.warn(lineOf(message));
     }
     if (shown > mostShown)
-        program.warn(std::to_string(scene.messages().size() - mostShown) + " more messages left out");
+        program.warn(std::to_string(messages.size() - mostShown) + " more messages left out");
 }
 
 void SceneMessages::takeToolkitMessage(SoError const* message, void* program)
