@@ -58,7 +58,6 @@ public:
         std::uint32_t depth = 0;    ///< Nodes above it.
         std::uint32_t children = 0; ///< Nodes directly below it, also those that are left out.
         std::uint32_t faces = 0;    ///< Faces and meshes directly below it.
-        bool hasLevel = false;      ///< Whether a Push follows it.
     };
 
     /// A vertex of the palette, or one of the old forms, which stand below a face.

@@ -166,10 +166,6 @@ void FltInventoryBuilder::takeStep(FltLevelStep step)
         if (record.opcode == FltOpcode::pushLevel) // subfaces may lie on what isn't there
             addImbalance(FltInventory::Imbalance::Kind::pushWithoutNode, record.offset);
         break;
-    case FltLevelStep::opened:
-        if (levels.getLast().kind == Owner::Kind::node && !levels.isSubface())
-            inventory.nodes[levels.getLast().number].hasLevel = true;
-        break;
     case FltLevelStep::closed:
         endLevel(levels.getLast(), recordEnd());
         break;
@@ -186,6 +182,7 @@ void FltInventoryBuilder::takeStep(FltLevelStep step)
     case FltLevelStep::tooDeep:
         takeTooDeep();
         break;
+    case FltLevelStep::opened:
     case FltLevelStep::openedTooDeep:
     case FltLevelStep::extension:
     case FltLevelStep::inExtension:

@@ -90,6 +90,14 @@ TEST_F(FltInventoryTest, givesEachNodeTheBytesOfItsWholeSubtree)
     EXPECT_EQ(inventory.nodes[0].end, inventory.bytes());
 }
 
+TEST_F(FltInventoryTest, givesANodeTheBytesOfWhatIsSaidOfIt)
+{
+    FltWriter flt;
+    flt.push().add("Group").add("Comment", {{"textDescription", "a group"}}).add("Group").pop();
+    FltInventory const inventory = of(flt);
+    EXPECT_EQ(inventory.nodes[1].end, inventory.nodes[2].offset);
+}
+
 TEST_F(FltInventoryTest, findsTheVerticesOfFacesAndTheirPlaces)
 {
     FltInventory const inventory = of(twoObjects());
@@ -423,7 +431,7 @@ FltWriter meshOf(unsigned mask, unsigned vertices)
 
 std::string primitive()
 {
-    return FltWriter::big16(1) + FltWriter::big16(1) + FltWriter::big32(3) + std::string("\0\1\3", 3) + "\0";
+    return FltWriter::big16(1) + FltWriter::big16(1) + FltWriter::big32(3) + std::string("\0\1\2", 3) + "\0";
 }
 
 } // namespace
@@ -441,6 +449,13 @@ TEST_F(FltInventoryTest, givesAMeshWhatStandsBelowIt)
     FltInventory const right = of(flt);
     ASSERT_EQ(right.meshes.at(0).primitives.size(), 1U);
     EXPECT_EQ(right.meshes[0].primitives[0].badIndices, 1U);
+}
+
+TEST_F(FltInventoryTest, takesAPrimitiveBelowAFaceForNoVertex)
+{
+    FltWriter flt;
+    flt.push().add("Face").push().addRaw(FltOpcode::meshPrimitive, primitive()).pop().pop();
+    EXPECT_EQ(of(flt).faces.at(0).vertexCount, 0U);
 }
 
 /// They counted as vertices, and the mesh isn't drawn.

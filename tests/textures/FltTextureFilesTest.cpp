@@ -72,6 +72,14 @@ TEST_F(FltTextureFilesTest, ReadsNoPictureThatIsLargerThanItMayBe)
     }
 }
 
+TEST_F(FltTextureFilesTest, AdvisesOnTheFormatOfAFileThatIsAsLargeAsItMayBe)
+{
+    std::string const bytes = "no picture";
+    folder.write("tree.rgb", bytes);
+    FltTextureFiles bounded(database, {}, std::nullopt, FltReadableTree(), bytes.size());
+    EXPECT_EQ(bounded.resolve("tree.rgb", database).advice, Picture::advice);
+}
+
 TEST_F(FltTextureFilesTest, TakesASmallerFormatOfAPictureThatIsTooLarge)
 {
     folder.write("tree.rgb", SmallPictures::plainSgi(60));
