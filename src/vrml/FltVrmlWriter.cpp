@@ -134,7 +134,7 @@ private:
         }
         if (auto const* const scale = node.as<FltVisualScale>())
             matrix = scaleBy(scale->factor);
-        for (SbMatrix const& transform : node.transform)
+        for (auto const& transform : node.transform)
             matrix.multLeft(SbDPMatrix(transform));
         int const ofMatrix = begin(place, matrix, nodes == 0 ? name : "");
         nodes += ofMatrix != 0 || nodes != 0 ? ofMatrix : Place::beginGroup(text, "");
@@ -200,7 +200,7 @@ private:
 
     void writeCopies(FltVisualNode const& node, FltVisualCopies const& copies, Place const& place)
     {
-        for (SbMatrix const& matrix : copies.places) {
+        for (auto const& matrix : copies.places) {
             Place own = place;
             int nodes = begin(own, SbDPMatrix(matrix));
             nodes += nodes == 0 ? Place::beginGroup(text, "") : 0;
