@@ -45,4 +45,8 @@ struct FltVertex {
         color = value;
         flags |= hasColor;
     }
+
+    /// A vertex on the way from one to another. It has what both have.
+    /// @param part of the way that lies before it
+    static FltVertex between(FltVertex const& from, FltVertex const& to, double part);
 };

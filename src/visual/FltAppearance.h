@@ -17,6 +17,7 @@ struct FltAppearance {
     bool isLit = true;
     bool isTwoSided = false;
     bool isBlended = false;
+    bool isTranslucent = false;       ///< By its colours, whatever its texture.
     bool ignoresTextureAlpha = false; ///< The image's alpha doesn't count.
     bool isHidden = false;
     bool isOutlined = false; ///< Lines are drawn over it.
@@ -29,10 +30,10 @@ struct FltAppearance {
     bool operator==(FltAppearance const& other) const
     {
         return kind == other.kind && isLit == other.isLit && isTwoSided == other.isTwoSided &&
-               isBlended == other.isBlended && ignoresTextureAlpha == other.ignoresTextureAlpha &&
-               isHidden == other.isHidden && isOutlined == other.isOutlined && level == other.level &&
-               texture == other.texture && material == other.material && layers == other.layers &&
-               size == other.size;
+               isBlended == other.isBlended && isTranslucent == other.isTranslucent &&
+               ignoresTextureAlpha == other.ignoresTextureAlpha && isHidden == other.isHidden &&
+               isOutlined == other.isOutlined && level == other.level && texture == other.texture &&
+               material == other.material && layers == other.layers && size == other.size;
     }
 
     struct Hash {
@@ -41,7 +42,8 @@ struct FltAppearance {
             std::size_t const bits = static_cast<std::size_t>(appearance.kind) | appearance.isLit << 2 |
                                      appearance.isTwoSided << 3 | appearance.isBlended << 4 |
                                      appearance.ignoresTextureAlpha << 5 | appearance.isHidden << 6 |
-                                     appearance.isOutlined << 7 | std::size_t(appearance.level) << 8;
+                                     appearance.isOutlined << 7 | appearance.isTranslucent << 8 |
+                                     std::size_t(appearance.level) << 9;
             std::size_t hash = bits;
             for (std::int32_t const part : {appearance.texture, appearance.material, appearance.layers})
                 hash = hash * 1000003 ^ static_cast<std::uint32_t>(part);

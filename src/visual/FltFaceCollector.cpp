@@ -1,7 +1,10 @@
 #include "visual/FltFaceCollector.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <iterator>
+#include <optional>
 #include <utility>
 
 namespace
@@ -61,6 +64,24 @@ SbColor ambientOf(std::uint32_t color, FltMaterialValues const* material)
 SbVec3f narrow(SbVec3d const& point)
 {
     return {static_cast<float>(point[0]), static_cast<float>(point[1]), static_cast<float>(point[2])};
+}
+
+SbVec3d wide(SbVec3f const& vector)
+{
+    return {static_cast<double>(vector[0]), static_cast<double>(vector[1]), static_cast<double>(vector[2])};
+}
+
+/// The vector of length 1 that a vertex has for a normal; none for one without a direction.
+std::optional<SbVec3f> normalOf(FltVertex const& vertex, FltFaceInput const& input)
+{
+    if (!vertex.has(FltVertex::hasNormal))
+        return std::nullopt;
+    SbVec3f normal(vertex.normal);
+    if (input.placement != nullptr)
+        normal = narrow(input.placement->turn(wide(normal)));
+    if (!(normal.normalize() > 0))
+        return std::nullopt;
+    return normal;
 }
 
 } // namespace
@@ -163,7 +184,8 @@ FltFaceCollector::Look FltFaceCollector::lookOf(FltFaceInput const& input) const
     look.usesVertexColors = (record.lightMode == vertexColor || record.lightMode == litVertexColor) &&
                             !(isTextured && record.textureWhite != 0);
     bool const usesTextureAlpha = isTextured && record.templateBillboard != 0;
-    appearance.isBlended = (look.color & 0xff) != 0xff || usesTextureAlpha;
+    appearance.isTranslucent = (look.color & 0xff) != 0xff;
+    appearance.isBlended = appearance.isTranslucent || usesTextureAlpha;
     appearance.ignoresTextureAlpha = isTextured && !appearance.isBlended;
     return look;
 }
@@ -208,18 +230,79 @@ FltFaceCollector::Look FltFaceCollector::lineLookOf(Look const& look, FltFaceInp
 
 void FltFaceCollector::addFaces(FltFaceInput const& input, Look const& look)
 {
+    if (points.size() == 4)
+        if (auto const shape = FltBowTie::find({points[0], points[1], points[2], points[3]}))
+            return addBowTie(input, look, *shape);
     if (!FltPolygonCutter::hasArea(points, normal)) {
         ++tools.leftOut["degenerate face"];
         return;
     }
     std::vector<int> const& pieces = tools.cutter.cut(points, normal);
+    bool const isTurned = look.appearance.isTwoSided && look.appearance.isLit && doNormalsOppose(input);
+    if (isTurned)
+        unitNormal.negate();
     Batch& batch = batchOf(look);
     corners.clear();
     for (std::size_t i = 0; i < input.vertices.size(); ++i)
         corners.push_back(cornerOf(batch, input, i, look));
-    for (int const piece : pieces)
-        batch.mesh.addIndex(piece == FltPolygonCutter::end ? FltMesh::end
-                                                           : corners[static_cast<std::size_t>(piece)]);
+    auto const addCorner = [&](int piece) { batch.mesh.addIndex(corners[static_cast<std::size_t>(piece)]); };
+    for (auto first = pieces.begin(); first != pieces.end();) {
+        auto const last = std::find(first, pieces.end(), FltPolygonCutter::end);
+        addCorner(*first); // from which the toolkit cuts
+        if (isTurned)
+            std::for_each(std::make_reverse_iterator(last), std::make_reverse_iterator(first + 1), addCorner);
+        else
+            std::for_each(first + 1, last, addCorner);
+        batch.mesh.addIndex(FltMesh::end);
+        first = last + 1;
+    }
+}
+
+/// Whether the normals of the vertices look to the other side than the face, all in all. The toolkit lights
+/// the side that a face is seen from by its normals, or by their opposites if that is the back.
+bool FltFaceCollector::doNormalsOppose(FltFaceInput const& input) const
+{
+    double sum = 0;
+    for (std::uint32_t const number : input.vertices)
+        if (std::optional<SbVec3f> const own = normalOf(tools.model.vertices[number], input))
+            sum += static_cast<double>(own->dot(unitNormal));
+    return sum < 0;
+}
+
+/// Adds both triangles of a face whose outline crosses itself, with a vertex where it does.
+void FltFaceCollector::addBowTie(FltFaceInput const& input, Look const& look, FltBowTie const& shape)
+{
+    FltVertexStore& vertices = tools.model.vertices;
+    auto const corner = [&](int after) { return static_cast<std::size_t>((shape.first + after) % 4); };
+    auto const vertex = [&](int after) -> FltVertex const& {
+        return vertices[input.vertices[corner(after)]];
+    };
+    FltVertex const middle =
+        FltVertex::between(FltVertex::between(vertex(0), vertex(1), shape.alongFirst),
+                           FltVertex::between(vertex(2), vertex(3), shape.alongOther), 0.5);
+    FltFaceInput whole = input;
+    whole.vertices.push_back(vertices.add(middle));
+    for (std::vector<SbVec2f>& uvs : whole.layerUvs) {
+        uvs.resize(input.vertices.size(), SbVec2f(0, 0));
+        auto const uv = [&](int after, double along) {
+            auto const part = static_cast<float>(along);
+            return uvs[corner(after)] * (1 - part) + uvs[corner(after + 1)] * part;
+        };
+        uvs.push_back((uv(0, shape.alongFirst) + uv(2, shape.alongOther)) / 2);
+    }
+    for (std::array<int, 3> const& places : shape.triangles) {
+        FltFaceInput triangle = whole;
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            auto const from = static_cast<std::size_t>(places[i]);
+            triangle.vertices[i] = whole.vertices[from];
+            for (std::size_t layer = 0; layer < whole.layerUvs.size(); ++layer)
+                triangle.layerUvs[layer][i] = whole.layerUvs[layer][from];
+        }
+        triangle.vertices.resize(places.size());
+        collectPoints(triangle);
+        addFaces(triangle, look);
+    }
+    collectPoints(input);
 }
 
 void FltFaceCollector::addLines(FltFaceInput const& input, Look const& look, bool isClosed)
@@ -276,14 +359,8 @@ std::int32_t FltFaceCollector::cornerOf(Batch& batch, FltFaceInput const& input,
     SbColor const ambient = ambientOf(color, look.material);
     corner.color = look.material != nullptr ? multiplied(color, look.material->diffuse) : color;
     corner.uv = SbVec2f(vertex.uv);
-    corner.normal = unitNormal;
-    if (look.appearance.isLit && vertex.has(FltVertex::hasNormal)) {
-        SbVec3f own(vertex.normal);
-        if (input.placement != nullptr)
-            own = narrow(input.placement->turn(SbVec3d(own[0], own[1], own[2])));
-        if (own.normalize() > 0)
-            corner.normal = own;
-    }
+    if (look.appearance.isLit)
+        corner.normal = normalOf(vertex, input).value_or(unitNormal);
     FltMeshTools::Stamp& stamp = tools.stampOf(number);
     bool const hasLayers = look.appearance.layers != FltAppearance::none;
     if (stamp.batch == batch.stamp && !hasLayers && batch.mesh.looksAlike(stamp.corner, corner))

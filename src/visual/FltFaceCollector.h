@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/FltBowTie.h"
 #include "model/FltLeftOut.h"
 #include "model/FltModel.h"
 #include "records/FltRecordFace.h"
@@ -127,6 +128,8 @@ private:
     std::uint32_t faceColor(FltRecordFace const& record, bool isTextured) const;
     std::uint32_t alternateColor(FltRecordFace const& record) const;
     void addFaces(FltFaceInput const& input, Look const& look);
+    bool doNormalsOppose(FltFaceInput const& input) const;
+    void addBowTie(FltFaceInput const& input, Look const& look, FltBowTie const& shape);
     void addLines(FltFaceInput const& input, Look const& look, bool isClosed);
     void addPoints(FltFaceInput const& input, Look const& faceLook);
     Batch& batchOf(Look const& look);

@@ -1,5 +1,6 @@
 #include "visual/FltPolygonCutter.h"
 
+#include "model/FltBowTie.h"
 #include "model/FltFaceArea.h"
 
 #include <algorithm>
@@ -14,6 +15,11 @@ constexpr double straight = 1e-7;
 
 /// A polygon counts as flat if no corner is farther from its plane than this part of its size.
 constexpr double flat = 1e-3;
+
+bool isBowTie(std::vector<SbVec3d> const& corners)
+{
+    return corners.size() == 4 && FltBowTie::find({corners[0], corners[1], corners[2], corners[3]});
+}
 
 } // namespace
 
@@ -64,11 +70,13 @@ bool FltPolygonCutter::hasArea(std::vector<SbVec3d> const& corners, SbVec3d cons
     double farthest = 0;
     for (SbVec3d const& corner : corners)
         farthest = std::max(farthest, (corner - corners[0]).sqrLength());
-    return FltFaceArea::isDrawn(normal.length(), farthest);
+    return FltFaceArea::isDrawn(normal.length(), farthest) || isBowTie(corners);
 }
 
 bool FltPolygonCutter::isConvex(std::vector<SbVec3d> const& corners, SbVec3d const& normal)
 {
+    if (isBowTie(corners))
+        return false;
     project(corners, normal);
     return findInnerCorner() < 0 && turnsOnce();
 }

@@ -15,7 +15,7 @@ public:
     /// Twice the area of a polygon, as a vector along its normal.
     static SbVec3d normalOf(std::vector<SbVec3d> const& corners);
 
-    /// Whether a polygon spans an area that is drawn.
+    /// Whether a polygon spans an area that is drawn. One whose outline crosses itself spans two triangles.
     /// @param normal what normalOf() gives for the corners
     static bool hasArea(std::vector<SbVec3d> const& corners, SbVec3d const& normal);
 

@@ -81,6 +81,8 @@ TEST(FltCheckFaces, findsNoAreaOnlyWhereAnAreaIsToBeDrawn)
     EXPECT_EQ(numbersIn(withFace(line)), std::vector{int(Number::noArea)});
     EXPECT_EQ(numbersIn(withFace(line, {{"drawType", 2}})), std::vector<int>{}); // an outline
     EXPECT_EQ(numbersIn(withFace({{0, 0, 0}, {1, 0, 0}})), std::vector<int>{});
+    std::vector<std::vector<double>> const bowTie = {{0, 0, 0}, {1, 1, 0}, {1, 0, 0}, {0, 1, 0}};
+    EXPECT_EQ(numbersIn(withFace(bowTie)), std::vector{int(Number::concaveFace)});
 }
 
 TEST(FltCheckFaces, judgesNormalsOfLitFacesAlone)

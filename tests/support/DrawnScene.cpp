@@ -54,6 +54,7 @@ DrawnScene::Primitive primitiveOf(SoCallbackAction& action,
     primitive.names = namesAlong(action.getCurPath());
     primitive.isLit = action.getLightModel() != SoLightModel::BASE_COLOR;
     primitive.isTwoSided = action.getShapeType() != SoShapeHints::SOLID;
+    primitive.isClockwise = action.getVertexOrdering() == SoShapeHints::CLOCKWISE;
     return primitive;
 }
 
@@ -70,6 +71,13 @@ std::string DrawnScene::Primitive::color() const
     for (std::size_t i = 0; i < 4; ++i)
         text << (i > 0 ? " " : "") << colors[0][i];
     return text.str();
+}
+
+SbVec3f DrawnScene::Primitive::front() const
+{
+    SbVec3f direction = (points[1] - points[0]).cross(points[2] - points[0]);
+    direction.normalize();
+    return isClockwise ? -direction : direction;
 }
 
 DrawnScene::DrawnScene(SoNode* root)

@@ -17,7 +17,11 @@ struct DrawnScene {
         std::vector<std::string> names;         ///< Of the nodes above it, from the root.
         bool isLit = false;
         bool isTwoSided = false;
+        bool isClockwise = false; ///< Whether the front is the side from which the points go clockwise.
         SbVec3f emission;
+
+        /// The direction that the front of a triangle looks to.
+        SbVec3f front() const;
 
         /// The colour of the first point, as "255 0 0 255".
         std::string color() const;

@@ -7,7 +7,10 @@
 #include <Inventor/nodes/SoPolygonOffset.h>
 #include <Inventor/nodes/SoSwitch.h>
 #include <Inventor/nodes/SoTransparencyType.h>
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <tuple>
+#include <utility>
 
 using Fields = FltWriter::Fields;
 
@@ -202,4 +205,141 @@ TEST(FltFaceCollector, bringsFacesThatLieOnOthersNearerToTheEye)
     CompleteDatabase::Converted const result = database.convert();
     EXPECT_EQ(DrawnScene(result.root.get()).triangles.size(), 3U);
     EXPECT_EQ(countNodes(result.root.get(), SoPolygonOffset::getClassTypeId()), 1);
+}
+
+namespace
+{
+
+/// A square that looks along z, whose first vertices have these normals and whose others have none.
+DrawnScene squareWithNormals(std::vector<std::vector<double>> const& normals, Fields const& fields)
+{
+    CompleteDatabase database;
+    std::vector<double> offsets;
+    std::vector<std::vector<double>> const places = {{0, 0}, {1, 0}, {1, 1}, {0, 1}};
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        Fields vertex;
+        if (i < normals.size())
+            vertex = {{"vertexNormal", normals[i]}};
+        offsets.push_back(database.writer.vertex(i < normals.size() ? "VertexColorNormal" : "VertexColor",
+                                                 places[i][0], places[i][1], 0, vertex));
+    }
+    database.begin();
+    database.object(offsets, CompleteDatabase::face(fields));
+    return database.draw();
+}
+
+/// Offsets of a bow tie about the origin: its triangles lie to the left and to the right.
+std::vector<double> bowTie(CompleteDatabase& database, double right = 1)
+{
+    return database.polygon({{-1, -1, 0}, {right, right, 0}, {right, -right, 0}, {-1, 1, 0}});
+}
+
+} // namespace
+
+/// The toolkit lights the back by the opposites of the normals, so the side that was to be seen was dark.
+TEST(FltFaceCollector, turnsFacesOfTwoSidesToTheSideOfTheirNormals)
+{
+    std::vector<double> const down = {0, 0, -1}, up = {0, 0, 1};
+    DrawnScene const turned = squareWithNormals({down, down, down, down}, {{"drawType", 1}});
+    ASSERT_EQ(turned.triangles.size(), 2U);
+    for (DrawnScene::Primitive const& each : turned.triangles) {
+        EXPECT_EQ(each.front(), SbVec3f(0, 0, -1));
+        EXPECT_EQ(each.normals[0], SbVec3f(0, 0, -1));
+    }
+    EXPECT_EQ(turned.area(), 1);
+    EXPECT_EQ(squareWithNormals({up, up, up, up}, {{"drawType", 1}}).triangles[0].front(), SbVec3f(0, 0, 1));
+}
+
+TEST(FltFaceCollector, turnsAFaceByTheSumOfItsNormalsAndLeavesATieAsItIsStored)
+{
+    std::vector<double> const down = {0, 0, -1}, up = {0, 0, 1}, aside = {1, 0, 0};
+    auto const front = [](std::vector<std::vector<double>> const& normals) {
+        return squareWithNormals(normals, {{"drawType", 1}}).triangles[0].front()[2];
+    };
+    EXPECT_EQ(front({down, down, up, aside}), -1);
+    EXPECT_EQ(front({down, up, up, aside}), 1);
+    EXPECT_EQ(front({down, up}), 1);
+    EXPECT_EQ(front({aside, aside}), 1);
+    EXPECT_EQ(front({}), 1);
+}
+
+TEST(FltFaceCollector, givesVerticesWithoutANormalThatOfTheTurnedFace)
+{
+    DrawnScene const drawn = squareWithNormals({{0, 0, -1}}, {{"drawType", 1}});
+    ASSERT_EQ(drawn.triangles.size(), 2U);
+    for (DrawnScene::Primitive const& each : drawn.triangles)
+        for (SbVec3f const& normal : each.normals)
+            EXPECT_EQ(normal, SbVec3f(0, 0, -1));
+}
+
+TEST(FltFaceCollector, leavesFacesOfOneSideAndUnlitOnesAsTheyAreStored)
+{
+    std::vector<std::vector<double>> const down(4, {0, 0, -1});
+    for (Fields const& fields : {Fields{{"drawType", 0}}, {{"drawType", 1}, {"lightMode", 0}}})
+        EXPECT_EQ(squareWithNormals(down, fields).triangles[0].front(), SbVec3f(0, 0, 1));
+}
+
+/// A concave one is cut from its inner corner, on whatever side.
+TEST(FltFaceCollector, coversAConcaveFaceThatItTurns)
+{
+    CompleteDatabase database;
+    std::vector<double> offsets;
+    for (auto const& [x, y] : {std::pair{0.0, 0.0}, {4.0, 0.0}, {1.0, 1.0}, {0.0, 4.0}})
+        offsets.push_back(
+            database.writer.vertex("VertexColorNormal", x, y, 0, {{"vertexNormal", {0, 0, -1}}}));
+    database.begin();
+    database.object(offsets, CompleteDatabase::face({{"drawType", 1}}));
+    DrawnScene const drawn = database.draw();
+    EXPECT_NEAR(drawn.area(), 4, 1e-5);
+    for (DrawnScene::Primitive const& each : drawn.triangles)
+        EXPECT_EQ(each.front(), SbVec3f(0, 0, -1));
+}
+
+/// It was said to have no area where its triangles are equal.
+TEST(FltFaceCollector, cutsABowTieIntoItsTwoTrianglesSeenFromOneSide)
+{
+    for (double const right : {1.0, 0.5}) {
+        CompleteDatabase database;
+        std::vector<double> const offsets = bowTie(database, right);
+        database.begin();
+        database.object(offsets);
+        CompleteDatabase::Converted const result = database.convert();
+        EXPECT_EQ(result.leftOut.count("degenerate face"), 0U);
+        DrawnScene const drawn(result.root.get());
+        ASSERT_EQ(drawn.triangles.size(), 2U) << right;
+        EXPECT_NEAR(drawn.area(), 1 + right * right, 1e-6) << right;
+        EXPECT_EQ(drawn.triangles[0].front(), drawn.triangles[1].front()) << right;
+    }
+}
+
+TEST(FltFaceCollector, mixesWhatTheVerticesAroundACrossingHave)
+{
+    CompleteDatabase database;
+    std::vector<double> offsets;
+    for (auto const& [x, y, u] : {std::tuple{-1, -1, 0.0}, {1, 1, 1.0}, {1, -1, 1.0}, {-1, 1, 0.0}})
+        offsets.push_back(database.writer.vertex(
+            "VertexColorUv", x, y, 0,
+            {{"flags", 0x1000}, {"packedColor", {255.0, 0.0, 0.0, 255 * u}}, {"texture", {u, u}}}));
+    database.writer.add("TexturePattern", {{"fileName", "none.rgb"}, {"patternIndex", 0}});
+    database.begin();
+    database.object(offsets, CompleteDatabase::face({{"lightMode", 1}, {"texturePatternIndex", 0}}));
+    FltVisualConversion::Result const seen = database.see();
+    FltMesh const& mesh = seen.root->children.at(0)->meshes.at(0);
+    auto const middle = static_cast<std::size_t>(
+        std::find(mesh.positions.begin(), mesh.positions.end(), SbVec3f(0, 0, 0)) - mesh.positions.begin());
+    ASSERT_LT(middle, mesh.positions.size());
+    EXPECT_EQ(mesh.positions.size(), 5U);
+    EXPECT_EQ(mesh.uvs[middle], SbVec2f(0.5F, 0.5F));
+    EXPECT_EQ(mesh.colors[middle], 0x800000ffU);
+}
+
+TEST(FltFaceCollector, drawsTheOutlineOfABowTieAsItGoes)
+{
+    CompleteDatabase database;
+    std::vector<double> const offsets = bowTie(database);
+    database.begin();
+    database.object(offsets, CompleteDatabase::face({{"drawType", 4}}));
+    DrawnScene const drawn = database.draw();
+    EXPECT_EQ(drawn.triangles.size(), 2U);
+    EXPECT_EQ(drawn.lines.size(), 4U);
 }

@@ -132,6 +132,7 @@ TEST(FltPolygonCutter, takesALineAndAPointAsWithoutArea)
     EXPECT_TRUE(hasArea({{0, 0, 0}, {1, 0, 0}, {1, 1e-11, 0}}));
     EXPECT_FALSE(hasArea({{0, 0, 0}, {1, 0, 0}, {1, 1e-13, 0}}));
     EXPECT_TRUE(hasArea({{0, 0, 0}, {1e6, 0, 0}, {1e6, 1e-5, 0}}));
+    EXPECT_TRUE(hasArea({{0, 0, 0}, {1, 1, 0}, {1, 0, 0}, {0, 1, 0}})); // each triangle has one
 }
 
 TEST(FltPolygonCutter, seesTheInnerCornerOfAnArrowWhereverItBegins)
