@@ -176,12 +176,12 @@ PyObject* colorOf(SbColor const& color)
 PyObject* materialOf(FltMesh const& mesh, LoadedVisual const& visual)
 {
     FltMesh::Material const& material = mesh.material;
-    return Py_BuildValue("(NNNdNNNNNidi)", colorOf(material.ambient), colorOf(material.specular),
+    return Py_BuildValue("(NNNdNNNNNNidi)", colorOf(material.ambient), colorOf(material.specular),
                          colorOf(material.emissive), static_cast<double>(material.shininess),
                          PyBool_FromLong(mesh.isLit), PyBool_FromLong(mesh.isTwoSided),
-                         PyBool_FromLong(mesh.isBlended), PyBool_FromLong(mesh.ignoresTextureAlpha),
-                         PyBool_FromLong(mesh.isOutlined), int(mesh.level), static_cast<double>(mesh.size),
-                         visual.textureOf(mesh.texture));
+                         PyBool_FromLong(mesh.isBlended), PyBool_FromLong(mesh.isCutOut),
+                         PyBool_FromLong(mesh.ignoresTextureAlpha), PyBool_FromLong(mesh.isOutlined),
+                         int(mesh.level), static_cast<double>(mesh.size), visual.textureOf(mesh.texture));
 }
 
 /// The number and the texture of each further layer.

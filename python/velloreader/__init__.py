@@ -146,6 +146,8 @@ class Material(NamedTuple):
     """Otherwise faces are seen from where their corners go to the left."""
     blended: bool
     """It lets what is behind it through, by its colours or its texture."""
+    cut_out: bool
+    """It is there where the alpha of its texture is above a half, and not blended then."""
     ignores_texture_alpha: bool
     outlined: bool
     """Lines are drawn over it."""
@@ -329,7 +331,8 @@ class Mesh:
     @functools.cached_property
     def transform(self) -> Array:
         """Brings a column of coordinates into the world, from the left: doubles, 4 x 4, the move in
-        the last column. Joints are at their current values."""
+        the last column. Joints are at their current values. Where the determinant is negative, sides of
+        faces are turned."""
         return _array(self._native, "transform")
 
     @functools.cached_property

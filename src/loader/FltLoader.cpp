@@ -12,6 +12,7 @@
 #include "parser/Flt_15_7_CreationVisitor.h"
 #include "scene/FltSceneMaker.h"
 #include "toolkit/SoReferencesGivenBack.h"
+#include "visual/FltCutOuts.h"
 #include "visual/FltVisualConversion.h"
 
 #include <Inventor/SoDB.h>
@@ -158,6 +159,7 @@ FltVisualConversion::Result loadCompletely(FltLoader const& options, FltDatabase
     for (auto const& [kind, count] : result.leftOut)
         told.omissions.push_back({kind, static_cast<std::uint64_t>(count)});
     host.findTextures(result.textures);
+    FltCutOuts::mark(result.root, result.textures);
     told.messages = std::move(messages.messages());
     return result;
 }

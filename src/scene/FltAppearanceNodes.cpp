@@ -1,16 +1,23 @@
 #include "scene/FltAppearanceNodes.h"
 
+#include "textures/PictureAlpha.h"
 #include "toolkit/SoSharedTexture.h"
 
+#include <Inventor/nodes/SoAlphaTest.h>
+#include <Inventor/nodes/SoComplexity.h>
 #include <Inventor/nodes/SoDrawStyle.h>
 #include <Inventor/nodes/SoLightModel.h>
 #include <Inventor/nodes/SoPolygonOffset.h>
 #include <Inventor/nodes/SoShapeHints.h>
 #include <Inventor/nodes/SoTextureUnit.h>
 #include <Inventor/nodes/SoTransparencyType.h>
+#include <algorithm>
 
 namespace
 {
+
+/// Below a half the toolkit draws textures without means of many pixels, and from a fifth on smoothly.
+constexpr float smoothWithoutMeans = 0.4F, pixelByPixel = 0.1F;
 
 /// The node for a key, which is made for the first one who asks.
 template <class Key, class Make>
@@ -22,9 +29,24 @@ SoNode* shared(std::map<Key, SoNodeRef<SoNode>>& nodes, Key const& key, Make mak
     return node.get();
 }
 
+bool hasSeveralFaces(FltMesh const& mesh)
+{
+    auto const end = std::find(mesh.indices.begin(), mesh.indices.end(), FltMesh::end);
+    return mesh.kind == FltMesh::Kind::faces && mesh.indices.end() - end > 1;
+}
+
+/// The toolkit sorts shapes by their distance from the eye, and the triangles of one if it is told to.
+SoTransparencyType::Type transparencyOf(FltMesh const& mesh)
+{
+    if (!mesh.isBlended)
+        return SoTransparencyType::NONE;
+    return hasSeveralFaces(mesh) ? SoTransparencyType::SORTED_OBJECT_SORTED_TRIANGLE_BLEND
+                                 : SoTransparencyType::SORTED_OBJECT_BLEND;
+}
+
 } // namespace
 
-void FltAppearanceNodes::addTo(SoGroup& group, FltMesh const& mesh)
+void FltAppearanceNodes::addTo(SoGroup& group, FltMesh const& mesh, bool isMirrored)
 {
     bool const isFaces = mesh.kind == FltMesh::Kind::faces;
     if (!mesh.isLit)
@@ -34,9 +56,9 @@ void FltAppearanceNodes::addTo(SoGroup& group, FltMesh const& mesh)
             return node;
         }));
     if (isFaces)
-        group.addChild(shared(hints, static_cast<int>(mesh.isTwoSided), [&] {
+        group.addChild(shared(hints, {mesh.isTwoSided, isMirrored}, [&] {
             auto* const node = new SoShapeHints;
-            node->vertexOrdering = SoShapeHints::COUNTERCLOCKWISE;
+            node->vertexOrdering = isMirrored ? SoShapeHints::CLOCKWISE : SoShapeHints::COUNTERCLOCKWISE;
             node->shapeType = mesh.isTwoSided ? SoShapeHints::UNKNOWN_SHAPE_TYPE : SoShapeHints::SOLID;
             return node;
         }));
@@ -49,12 +71,7 @@ void FltAppearanceNodes::addTo(SoGroup& group, FltMesh const& mesh)
             node->units = static_cast<float>(-nearness);
             return node;
         }));
-    if (mesh.isBlended || mesh.ignoresTextureAlpha)
-        group.addChild(shared(blendings, static_cast<int>(mesh.isBlended), [&] {
-            auto* const node = new SoTransparencyType;
-            node->value = mesh.isBlended ? SoTransparencyType::SORTED_OBJECT_BLEND : SoTransparencyType::NONE;
-            return node;
-        }));
+    addTransparency(group, mesh);
     if (!isFaces && mesh.size > 0)
         group.addChild(shared(drawStyles, {mesh.kind, mesh.size}, [&] {
             auto* const node = new SoDrawStyle;
@@ -65,7 +82,7 @@ void FltAppearanceNodes::addTo(SoGroup& group, FltMesh const& mesh)
             return node;
         }));
     if (mesh.texture != FltMesh::none)
-        group.addChild(textureOf(mesh.texture));
+        group.addChild(textureOf(mesh.texture, mesh.isCutOut));
     if (!mesh.layers.empty())
         addLayers(group, mesh);
 }
@@ -78,14 +95,57 @@ void FltAppearanceNodes::addLayers(SoGroup& group, FltMesh const& mesh)
             node->unit = layer.number;
             return node;
         }));
-        group.addChild(textureOf(layer.texture));
+        group.addChild(textureOf(layer.texture, mesh.isCutOut));
     }
     group.addChild(shared(units, 0, [] { return new SoTextureUnit; }));
 }
 
-SoTexture2* FltAppearanceNodes::textureOf(std::int32_t number)
+/// What is cut out is drawn like what is opaque, but for its clear pixels: so it hides what is behind it, and
+/// its order doesn't matter.
+void FltAppearanceNodes::addTransparency(SoGroup& group, FltMesh const& mesh)
 {
-    SoNodeRef<SoTexture2>& node = textureNodes[number];
+    if (mesh.isBlended || mesh.isCutOut || mesh.ignoresTextureAlpha) {
+        auto const type = transparencyOf(mesh);
+        group.addChild(shared(blendings, static_cast<int>(type), [type] {
+            auto* const node = new SoTransparencyType;
+            node->value = type;
+            return node;
+        }));
+    }
+    if (!mesh.isCutOut)
+        return;
+    group.addChild(shared(alphaTests, 0, [] {
+        auto* const node = new SoAlphaTest;
+        node->function = SoAlphaTest::GREATER;
+        node->value = 0.5F;
+        return node;
+    }));
+    // The means of many pixels, which are drawn from afar otherwise, are all above a half or all below it: a
+    // crown would get full or vanish.
+    float const quality = qualityOf(mesh.texture);
+    group.addChild(shared(qualities, quality, [quality] {
+        auto* const node = new SoComplexity;
+        node->type.setIgnored(TRUE);
+        node->value.setIgnored(TRUE);
+        node->textureQuality = quality;
+        return node;
+    }));
+}
+
+float FltAppearanceNodes::qualityOf(std::int32_t cutOut)
+{
+    auto const [place, isNew] = qualitiesOfTextures.emplace(cutOut, smoothWithoutMeans);
+    auto const& pixels = textures[static_cast<std::size_t>(cutOut)].pixels;
+    if (isNew && pixels != nullptr && !coversAsMuchWhenSmooth(*pixels))
+        place->second = pixelByPixel;
+    return place->second;
+}
+
+/// The toolkit makes ready the picture of each node for the quality in which it meets it, so that of a
+/// cut-out is another one.
+SoTexture2* FltAppearanceNodes::textureOf(std::int32_t number, bool isCutOut)
+{
+    SoNodeRef<SoTexture2>& node = textureNodes[{number, isCutOut}];
     if (node.get() != nullptr)
         return node.get();
     FltTexture const& texture = textures[static_cast<std::size_t>(number)];

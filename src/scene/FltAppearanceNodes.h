@@ -19,17 +19,23 @@ public:
     explicit FltAppearanceNodes(std::vector<FltTexture> const& textures) : textures(textures) {}
 
     /// Adds all nodes of a mesh's appearance but its material.
-    void addTo(SoGroup& group, FltMesh const& mesh);
+    /// @param isMirrored whether it stands in an odd number of mirrors
+    void addTo(SoGroup& group, FltMesh const& mesh, bool isMirrored = false);
 
 private:
-    SoTexture2* textureOf(std::int32_t number);
+    void addTransparency(SoGroup& group, FltMesh const& mesh);
+    float qualityOf(std::int32_t cutOut);
+    SoTexture2* textureOf(std::int32_t number, bool isCutOut);
     void addLayers(SoGroup& group, FltMesh const& mesh);
 
     std::vector<FltTexture> const& textures;
-    std::map<std::int32_t, SoNodeRef<SoTexture2>> textureNodes;
+    std::map<std::pair<std::int32_t, bool>, SoNodeRef<SoTexture2>> textureNodes; ///< Those of cut-outs too.
     std::map<int, SoNodeRef<SoNode>> offsets;
-    std::map<int, SoNodeRef<SoNode>> hints;
+    std::map<std::pair<bool, bool>, SoNodeRef<SoNode>> hints;
     std::map<int, SoNodeRef<SoNode>> blendings;
+    std::map<int, SoNodeRef<SoNode>> alphaTests;
+    std::map<float, SoNodeRef<SoNode>> qualities;
+    std::map<std::int32_t, float> qualitiesOfTextures;
     std::map<int, SoNodeRef<SoNode>> lightModels;
     std::map<int, SoNodeRef<SoNode>> units;
     std::map<std::pair<FltMesh::Kind, float>, SoNodeRef<SoNode>> drawStyles;

@@ -39,10 +39,12 @@ struct FltMesh {
             false; ///< Otherwise nobody gave a material, and specular and emissive are black.
     };
 
-    Kind kind = Kind::faces;          ///< What is drawn.
-    bool isLit = true;                ///< Otherwise the colours are what is seen, whatever light there is.
-    bool isTwoSided = false;          ///< Otherwise faces are seen from where their corners go to the left.
-    bool isBlended = false;           ///< It lets what is behind it through, by its colours or its texture.
+    Kind kind = Kind::faces; ///< What is drawn.
+    bool isLit = true;       ///< Otherwise the colours are what is seen, whatever light there is.
+    bool isTwoSided = false; ///< Otherwise faces are seen from where their corners go to the left;
+                             ///< in mirrors (FltVisualSenses) to the right.
+    bool isBlended = false;  ///< It lets what is behind it through, by its colours or its texture.
+    bool isCutOut = false; ///< It is there where the alpha of its texture is above a half; not blended then.
     bool ignoresTextureAlpha = false; ///< The alpha of the picture doesn't count.
     bool isHidden = false;            ///< Not to be seen, unless somebody asks for it.
     bool isOutlined = false;          ///< Lines are drawn over it.

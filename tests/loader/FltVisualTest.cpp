@@ -5,6 +5,7 @@
 #include "support/SmallPictures.h"
 #include "support/Text.h"
 
+#include <array>
 #include <gtest/gtest.h>
 
 using Fields = FltWriter::Fields;
@@ -78,6 +79,22 @@ TEST_F(FltVisualTest, HoldsMeshesByAppearanceWithTheirTextures)
     EXPECT_EQ(visual.textures[0].path, database.folder / "tree.rgb");
     ASSERT_NE(visual.textures[0].pixels, nullptr);
     EXPECT_EQ(visual.textures[0].pixels->bytes[0], 77);
+}
+
+/// What is cut out needs its picture, which is found after all else.
+TEST_F(FltVisualTest, KnowsWhatIsCutOutOfItsPicture)
+{
+    auto const leaves = [](int x, int y) -> std::array<unsigned char, 4> {
+        return {30, 90, 20, static_cast<unsigned char>((x + y) % 2 * 255)};
+    };
+    database.folder.write("leaves.rgba", SmallPictures::clearSgi(8, leaves));
+    std::vector<double> const offsets = database.square();
+    database.writer.add("TexturePattern", {{"fileName", "leaves.rgba"}, {"patternIndex", 3}});
+    database.begin();
+    database.object(offsets, CompleteDatabase::face({{"texturePatternIndex", 3}, {"templateBillboard", 1}}));
+    FltVisual const visual = load(database);
+    EXPECT_TRUE(firstMesh(*visual.root)->isCutOut);
+    EXPECT_FALSE(firstMesh(*visual.root)->isBlended);
 }
 
 TEST_F(FltVisualTest, TellsOfTexturesThatAreMissingAsALoadDoes)

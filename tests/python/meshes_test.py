@@ -89,6 +89,7 @@ class MeshesTest(unittest.TestCase):
         material = self.only("slab").material
         self.assertTrue(material.lit)
         self.assertEqual((material.texture.name, material.texture.path), ("brick.rgb", None))
+        self.assertIs(material.cut_out, False)
         self.assertEqual(material.ambient, (1, 0, 0))
         self.assertIsNone(self.only("leaf").material.texture)
         self.assertIsNone(self.only("leaf").uvs)

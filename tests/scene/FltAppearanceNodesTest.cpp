@@ -63,6 +63,15 @@ TEST_F(FltAppearanceNodesTest, ShowsOneSideOrBoth)
     EXPECT_FALSE(has(mesh, "ShapeHints"));
 }
 
+TEST_F(FltAppearanceNodesTest, TurnsFacesInMirrors)
+{
+    FltMesh const mesh;
+    SoNodeRef<SoSeparator> const group(new SoSeparator);
+    nodes.addTo(*group, mesh, true);
+    EXPECT_NE(sceneText(group.get()).find("vertexOrdering CLOCKWISE"), std::string::npos);
+    EXPECT_TRUE(has(mesh, "vertexOrdering COUNTERCLOCKWISE"));
+}
+
 TEST_F(FltAppearanceNodesTest, BringsFacesOnFacesNearerAndTheirLinesNearest)
 {
     FltMesh mesh;
@@ -85,6 +94,65 @@ TEST_F(FltAppearanceNodesTest, BlendsOrPassesOverTheAlphaOfThePicture)
     EXPECT_TRUE(has(mesh, "value NONE"));
     mesh.isBlended = true;
     EXPECT_TRUE(has(mesh, "value SORTED_OBJECT_BLEND"));
+}
+
+TEST_F(FltAppearanceNodesTest, SortsTheTrianglesOfSeveralFaces)
+{
+    FltMesh mesh;
+    mesh.isBlended = true;
+    mesh.indices = {0, 1, 2, 3, FltMesh::end};
+    EXPECT_TRUE(has(mesh, "value SORTED_OBJECT_BLEND"));
+    mesh.indices.insert(mesh.indices.end(), {4, 5, 6, FltMesh::end});
+    EXPECT_TRUE(has(mesh, "value SORTED_OBJECT_SORTED_TRIANGLE_BLEND"));
+    mesh.kind = FltMesh::Kind::lines;
+    EXPECT_TRUE(has(mesh, "value SORTED_OBJECT_BLEND"));
+}
+
+TEST_F(FltAppearanceNodesTest, DrawsCutOutsAsOpaqueButForTheirClearPixels)
+{
+    FltMesh mesh;
+    mesh.isCutOut = true;
+    mesh.texture = 1;
+    SoNodeRef<SoSeparator> const cutOut = groupOf(mesh), another = groupOf(mesh);
+    EXPECT_EQ(sceneText(cutOut.get()), R"(Separator {
+  ShapeHints {
+    vertexOrdering COUNTERCLOCKWISE
+    shapeType SOLID
+  }
+  TransparencyType {
+    value NONE
+  }
+  AlphaTest {
+    function GREATER
+    value 0.5
+  }
+  Complexity {
+    type OBJECT_SPACE ~
+    value 0.5 ~
+    textureQuality 0.40000001
+  }
+  Texture2 {
+  }
+}
+)");
+    for (int i = 0; i < cutOut->getNumChildren(); ++i)
+        EXPECT_EQ(cutOut->getChild(i), another->getChild(i)) << i;
+    mesh.isCutOut = false;
+    SoNodeRef<SoSeparator> const opaque = groupOf(mesh);
+    EXPECT_NE(opaque->getChild(opaque->getNumChildren() - 1), cutOut->getChild(cutOut->getNumChildren() - 1));
+}
+
+TEST_F(FltAppearanceNodesTest, DrawsCutOutsOfSinglePixelsPixelByPixel)
+{
+    std::vector<unsigned char> bytes(4 * 8 * 8, 0);
+    bytes[3] = 255;
+    textures[1].pixels = std::make_shared<PicturePixels const>(PicturePixels{8, 8, 4, bytes});
+    FltMesh mesh;
+    mesh.isCutOut = true;
+    mesh.texture = 1;
+    EXPECT_TRUE(has(mesh, "textureQuality 0.1"));
+    mesh.texture = 0;
+    EXPECT_TRUE(has(mesh, "textureQuality 0.4"));
 }
 
 TEST_F(FltAppearanceNodesTest, SetsTheSizeOfLinesAndPointsButNotOfFaces)

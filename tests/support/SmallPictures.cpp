@@ -55,6 +55,18 @@ std::string SmallPictures::plainSgi(unsigned char side, unsigned char grey)
     return sgiHead(false, side, side, channels) + std::string(pixels * channels, static_cast<char>(grey));
 }
 
+std::string SmallPictures::clearSgi(int side,
+                                    std::function<std::array<unsigned char, 4>(int x, int y)> const& pixel)
+{
+    constexpr int channels = 4;
+    std::string bytes = sgiHead(false, side, side, channels);
+    for (std::size_t channel = 0; channel < channels; ++channel)
+        for (int y = 0; y < side; ++y)
+            for (int x = 0; x < side; ++x)
+                bytes += static_cast<char>(pixel(x, y)[channel]);
+    return bytes;
+}
+
 std::string SmallPictures::compressedSgi(int width, int height, int channels)
 {
     std::string const head = sgiHead(true, width, height, channels);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <functional>
 #include <string>
 
 /// Small pictures in the formats of textures, for tests of what happens when they are damaged.
@@ -9,6 +11,11 @@ namespace SmallPictures
 /// A picture in the SGI format that isn't compressed, plain grey in three channels.
 /// @param side how many pixels wide and high
 std::string plainSgi(unsigned char side, unsigned char grey = 128);
+
+/// A picture in the SGI format that isn't compressed, in colours with transparency.
+/// @param side  how many pixels wide and high; below 256
+/// @param pixel red, green, blue and alpha of each, x from the left and y from below
+std::string clearSgi(int side, std::function<std::array<unsigned char, 4>(int x, int y)> const& pixel);
 
 /// A picture in the SGI format whose rows are compressed: a copied stretch and a run each.
 /// @param width above 1 and below 100

@@ -343,3 +343,21 @@ TEST(FltFaceCollector, drawsTheOutlineOfABowTieAsItGoes)
     EXPECT_EQ(drawn.triangles.size(), 2U);
     EXPECT_EQ(drawn.lines.size(), 4U);
 }
+
+/// Whether faces let light through by their own colours decides how their picture is drawn.
+TEST(FltFaceCollector, keepsOpaqueFacesWithATextureApartFromTranslucentOnes)
+{
+    CompleteDatabase database;
+    std::vector<double> const near = database.square(), far = database.square(5);
+    database.writer.add("TexturePattern", {{"fileName", "none.rgb"}, {"patternIndex", 0}});
+    database.begin().add("Object").push();
+    for (auto const& [offsets, transparency] : {std::pair{near, 0}, {far, 0x8000}})
+        database.writer.face(offsets, CompleteDatabase::face({{"texturePatternIndex", 0},
+                                                              {"templateBillboard", 1},
+                                                              {"transparency", transparency}}));
+    FltVisualConversion::Result const seen = database.see();
+    std::vector<FltMesh> const& meshes = seen.root->children.at(0)->meshes;
+    ASSERT_EQ(meshes.size(), 2U);
+    EXPECT_TRUE(meshes[0].isBlended && meshes[1].isBlended);
+    EXPECT_FALSE(meshes[0].isCutOut || meshes[1].isCutOut);
+}
