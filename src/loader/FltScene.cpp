@@ -19,8 +19,9 @@ void noteParts(FltScene::Content& content)
 template <class Part>
 std::optional<std::size_t> placeOf(SoNode const& node, std::vector<Part> const& parts)
 {
-    auto const found =
-        std::find_if(parts.begin(), parts.end(), [&](Part const& part) { return part.node == &node; });
+    auto const found = std::find_if(parts.begin(), parts.end(), [&](Part const& part) {
+        return std::find(part.nodes.begin(), part.nodes.end(), &node) != part.nodes.end();
+    });
     if (found == parts.end())
         return std::nullopt;
     return static_cast<std::size_t>(found - parts.begin());

@@ -99,10 +99,10 @@ SoNode* makeShape(FltMesh const& mesh)
 
 } // namespace
 
-SoGroup* FltMeshNodes::make(FltMesh const& mesh, FltAppearanceNodes& appearances)
+SoGroup* FltMeshNodes::make(FltMesh const& mesh, FltAppearanceNodes& appearances, bool isMirrored)
 {
     auto* const group = new SoSeparator;
-    appearances.addTo(*group, mesh);
+    appearances.addTo(*group, mesh, isMirrored);
     addLayerCoordinates(*group, mesh);
     group->addChild(makeMaterial(mesh));
     group->addChild(makeShape(mesh));

@@ -10,6 +10,7 @@ namespace FltMeshNodes
 {
 
 /// A separator with all nodes of a mesh, or a switch that doesn't show it.
-SoGroup* make(FltMesh const& mesh, FltAppearanceNodes& appearances);
+/// @param isMirrored whether it stands in an odd number of mirrors
+SoGroup* make(FltMesh const& mesh, FltAppearanceNodes& appearances, bool isMirrored = false);
 
 } // namespace FltMeshNodes

@@ -6,6 +6,7 @@
 #include "scene/FltTextNodes.h"
 #include "toolkit/SoNodeName.h"
 #include "toolkit/SoSilentField.h"
+#include "visual/FltMirrors.h"
 
 #include <Inventor/VRMLnodes/SoVRMLBillboard.h>
 #include <Inventor/nodes/SoFile.h>
@@ -17,6 +18,7 @@
 #include <Inventor/nodes/SoScale.h>
 #include <Inventor/nodes/SoTranslation.h>
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace
@@ -64,6 +66,31 @@ void sortByNumber(std::vector<Part>& parts)
 
 } // namespace
 
+/// What is made while it lives stands in a mirror more, if it is one.
+class FltSceneMaker::Turned
+{
+public:
+    Turned(FltSceneMaker& maker, bool isMirror) : maker(maker), before(maker.isMirrored)
+    {
+        maker.isMirrored = before != isMirror;
+    }
+
+    /// What stands in a node, which is made in the present sense for the only time.
+    Turned(FltSceneMaker& maker, FltVisualNode& node) : Turned(maker, FltMirrors::isMirror(node))
+    {
+        if (!maker.keepsVisual)
+            node.senses.in(before) = false;
+    }
+
+    ~Turned() { maker.isMirrored = before; }
+    Turned(Turned const&) = delete;
+    Turned& operator=(Turned const&) = delete;
+
+private:
+    FltSceneMaker& maker;
+    bool before;
+};
+
 FltMadeScene FltSceneMaker::make(std::shared_ptr<FltVisualNode> root, std::vector<FltTexture> const& textures)
 {
     std::shared_ptr<FltVisualNode> const givenAway = std::move(root);
@@ -87,28 +114,45 @@ FltMadeScene FltSceneMaker::madeOf(FltVisualNode& root)
     return std::move(scene);
 }
 
-/// The node of a child, which the parent gives away unless the visual is kept.
+/// Whether a part of the visual is needed no more.
+bool FltSceneMaker::isUsedUp(FltVisualNode const& visual) const
+{
+    return !keepsVisual && !visual.senses.isStraight && !visual.senses.isMirrored;
+}
+
+/// The entry of a switch or joint, of which both forms have one.
+template <class Part>
+Part& FltSceneMaker::entryOf(std::vector<Part>& list, FltVisualNode const& visual)
+{
+    auto const [known, isNew] = entries.try_emplace(&visual, list.size());
+    if (isNew)
+        list.emplace_back();
+    return list[known->second];
+}
+
+/// The node of a child, which the parent gives away as soon as it isn't needed any more.
 SoNodeRef<SoNode> FltSceneMaker::nodeOf(std::shared_ptr<FltVisualNode>& child)
 {
     bool const isShared = child.use_count() > 1;
     SoNodeRef<SoNode> node = isShared ? sharedNodeOf(child) : makeNode(*child);
-    if (!keepsVisual)
+    if (isUsedUp(*child))
         child.reset();
     return node;
 }
 
 SoNodeRef<SoNode> FltSceneMaker::sharedNodeOf(std::shared_ptr<FltVisualNode> const& visual)
 {
-    auto const known = sharedNodes.find(visual.get());
-    if (known != sharedNodes.end())
-        return known->second.node;
-    SoNodeRef<SoNode> node = makeNode(*visual);
-    sharedNodes[visual.get()] = {visual, node};
-    return node;
+    Shared& shared = sharedNodes[visual.get()];
+    shared.visual = visual;
+    SoNodeRef<SoNode>& form = shared.forms[isMirrored ? 1 : 0];
+    if (form.get() == nullptr)
+        form = makeNode(*visual);
+    return form;
 }
 
 SoNodeRef<SoNode> FltSceneMaker::makeNode(FltVisualNode& visual)
 {
+    Turned const inside(*this, visual);
     if (visual.as<FltVisualSwitch>() != nullptr)
         return makeSwitch(visual);
     if (visual.as<FltVisualLevels>() != nullptr)
@@ -140,7 +184,7 @@ void FltSceneMaker::begin(FltVisualNode const& visual, SoGroup& group)
     if (SoInfo* const whole = SoNodeName::infoOf(visual.name))
         group.addChild(whole);
     if (auto const* const joint = visual.as<FltVisualJoint>())
-        addJoint(*joint, group);
+        addJoint(visual, *joint, group);
     if (auto const* const level = visual.as<FltVisualLevel>())
         group.addChild(info(FltNodeInfos::describe(*level)));
     if (auto const* const choice = visual.as<FltVisualSwitch>())
@@ -171,28 +215,29 @@ void FltSceneMaker::addChildren(FltVisualNode& visual, SoGroup& group)
 void FltSceneMaker::addMeshes(FltVisualNode& visual, SoGroup& group)
 {
     for (FltMesh& mesh : visual.meshes) {
-        group.addChild(FltMeshNodes::make(mesh, appearances));
-        if (!keepsVisual)
+        group.addChild(FltMeshNodes::make(mesh, appearances, isMirrored));
+        if (isUsedUp(visual))
             mesh = FltMesh();
     }
 }
 
-void FltSceneMaker::addJoint(FltVisualJoint const& joint, SoGroup& group)
+void FltSceneMaker::addJoint(FltVisualNode const& visual, FltVisualJoint const& joint, SoGroup& group)
 {
-    FltSceneJoint moved;
-    static_cast<FltDegreeOfFreedom&>(moved) = joint;
-    moved.number = joint.number;
-    moved.node = &group;
-    moved.transform = SoNodeRef<SoTransform>(new SoTransform);
-    moved.apply();
+    auto& moved = entryOf(scene.joints, visual);
+    if (moved.nodes.empty()) {
+        static_cast<FltDegreeOfFreedom&>(moved) = joint;
+        moved.number = joint.number;
+        moved.transform = SoNodeRef<SoTransform>(new SoTransform);
+        moved.apply();
+        scene.names.add(moved.transform.get(), joint.name);
+    }
+    moved.nodes.push_back(&group);
     group.addChild(info(FltNodeInfos::describe(joint)));
     if (joint.frame)
         group.addChild(transformBy(*joint.frame));
     group.addChild(moved.transform.get());
     if (joint.frame)
         group.addChild(transformBy(joint.frame->inverse()));
-    scene.names.add(moved.transform.get(), joint.name);
-    scene.joints.push_back(std::move(moved));
 }
 
 /// Each child has a door. A child stands in a plain group, so that a light shines out of it.
@@ -201,20 +246,25 @@ SoNodeRef<SoNode> FltSceneMaker::makeSwitch(FltVisualNode& visual)
     auto* const group = new SoSeparator;
     SoNodeRef<SoNode> made(group);
     begin(visual, *group);
-    FltSceneSwitch choice;
-    static_cast<FltVisualSwitch&>(choice) = *visual.as<FltVisualSwitch>();
-    choice.node = group;
+    FltSceneSwitch own;
+    static_cast<FltVisualSwitch&>(own) = *visual.as<FltVisualSwitch>();
     for (std::shared_ptr<FltVisualNode>& child : visual.children) {
         auto* const door = new SoSwitch;
-        choice.doors.emplace_back(door);
-        door->whichChild = choice.shownBy(choice.doors.size() - 1);
-        if (child != nullptr && child->as<FltVisualLight>() != nullptr)
+        own.doors.emplace_back(door);
+        door->whichChild = own.shownBy(own.doors.size() - 1);
+        if (child != nullptr && child->as<FltVisualLight>() != nullptr) {
             door->addChild(nodeOf(child).get());
-        else if (child != nullptr)
+        } else if (child != nullptr) {
+            Turned const inside(*this, *child);
             door->addChild(makeGroup(*child, new SoGroup).get());
+        }
         group->addChild(door);
     }
-    scene.switches.push_back(std::move(choice));
+    auto& choice = entryOf(scene.switches, visual);
+    own.nodes = std::move(choice.nodes);
+    own.nodes.push_back(group);
+    own.doors.insert(own.doors.begin(), choice.doors.begin(), choice.doors.end());
+    choice = std::move(own);
     return made;
 }
 
@@ -255,13 +305,35 @@ SoNodeRef<SoNode> FltSceneMaker::makeTurning(FltVisualNode& visual)
     return made;
 }
 
+/// Copies that stand in a mirror, and those that don't, are of another form each. In a mirror around all of
+/// them the two change their places, so both are kept.
 SoNodeRef<SoNode> FltSceneMaker::makeCopies(FltVisualNode& visual)
+{
+    std::array<std::vector<SbMatrix>, 2> places;
+    for (SbMatrix const& place : visual.as<FltVisualCopies>()->places)
+        places[FltMirrors::isMirror(place) ? 1 : 0].push_back(place);
+    auto* const group = new SoGroup;
+    SoNodeRef<SoNode> both(group);
+    for (bool const isMirror : {false, true}) {
+        std::vector<SbMatrix> const& present = places[isMirror ? 1 : 0];
+        if (present.empty())
+            continue;
+        Turned const inside(*this, isMirror);
+        SoNodeRef<SoNode> copies = makeCopies(visual, present);
+        if (places[isMirror ? 0 : 1].empty())
+            return copies;
+        group->addChild(copies.get());
+    }
+    return both;
+}
+
+SoNodeRef<SoNode> FltSceneMaker::makeCopies(FltVisualNode& visual, std::vector<SbMatrix> const& places)
 {
     auto* const copies = new SoMultipleCopy;
     SoNodeRef<SoNode> made(copies);
-    std::vector<SbMatrix> const& places = visual.as<FltVisualCopies>()->places;
     copies->matrix.setValues(0, static_cast<int>(places.size()), places.data());
-    addChildren(visual, *copies);
+    for (std::shared_ptr<FltVisualNode> const& child : visual.children)
+        copies->addChild(sharedNodeOf(child).get());
     return made;
 }
 

@@ -8,6 +8,7 @@
 #include "visual/FltVisualNode.h"
 
 #include <Inventor/nodes/SoSeparator.h>
+#include <array>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -27,8 +28,8 @@ struct FltMadeScene {
 class FltSceneMaker
 {
 public:
-    /// @param root     a group or a scale. All that nobody else holds is given away as soon as its nodes are
-    ///                 made.
+    /// @param root     a group or a scale, of which all nodes know their senses. All that nobody else holds is
+    ///                 given away as soon as its nodes are made.
     /// @param textures that meshes name. They have to outlive this call.
     static FltMadeScene make(std::shared_ptr<FltVisualNode> root, std::vector<FltTexture> const& textures);
 
@@ -44,9 +45,10 @@ private:
 
     /// Nodes of a part that stands at several places.
     struct Shared {
-        std::shared_ptr<FltVisualNode> visual; ///< So that no other one gets its address.
-        SoNodeRef<SoNode> node;
+        std::shared_ptr<FltVisualNode> visual;    ///< So that no other one gets its address.
+        std::array<SoNodeRef<SoNode>, 2> forms{}; ///< Outside of mirrors, and in them.
     };
+    class Turned;
 
     FltMadeScene madeOf(FltVisualNode& root);
     SoNodeRef<SoNode> nodeOf(std::shared_ptr<FltVisualNode>& child);
@@ -57,16 +59,22 @@ private:
     SoNodeRef<SoNode> makeLevels(FltVisualNode& visual);
     SoNodeRef<SoNode> makeTurning(FltVisualNode& visual);
     SoNodeRef<SoNode> makeCopies(FltVisualNode& visual);
+    SoNodeRef<SoNode> makeCopies(FltVisualNode& visual, std::vector<SbMatrix> const& places);
     SoNodeRef<SoNode> makeScale(FltVisualNode& visual);
     SoNodeRef<SoNode> makeLight(FltVisualNode& visual);
     void begin(FltVisualNode const& visual, SoGroup& group);
-    void addJoint(FltVisualJoint const& joint, SoGroup& group);
+    void addJoint(FltVisualNode const& visual, FltVisualJoint const& joint, SoGroup& group);
     void addChildren(FltVisualNode& visual, SoGroup& group);
     void addMeshes(FltVisualNode& visual, SoGroup& group);
     void name(SoNode* node, FltVisualNode const& visual);
+    bool isUsedUp(FltVisualNode const& visual) const;
+    template <class Part>
+    Part& entryOf(std::vector<Part>& list, FltVisualNode const& visual);
 
     FltMadeScene scene;
     bool const keepsVisual;
+    bool isMirrored = false; ///< Whether what is being made stands in an odd number of mirrors.
     FltAppearanceNodes appearances;
     std::unordered_map<FltVisualNode const*, Shared> sharedNodes;
+    std::unordered_map<FltVisualNode const*, std::size_t> entries; ///< In the lists of switches and joints.
 };

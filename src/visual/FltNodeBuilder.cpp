@@ -3,6 +3,7 @@
 #include "messages/FltLimits.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "toolkit/StackSpace.h"
+#include "visual/FltMirrors.h"
 
 #include <algorithm>
 
@@ -10,7 +11,7 @@ namespace
 {
 
 /// Nodes of the toolkit that a mesh becomes, and those on its longest way down.
-constexpr int nodesOfAMesh = 8;
+constexpr int nodesOfAMesh = 10;
 constexpr int depthOfAMesh = 4;
 
 } // namespace
@@ -54,6 +55,10 @@ void FltNodeBuilder::addCopies(FltVisualPart const& copied, std::vector<SbMatrix
     copies->become<FltVisualCopies>({places});
     if (!copies.add(copied))
         return;
+    if (FltVisualSenses const senses = FltMirrors::sensesOf(places); senses.isStraight && senses.isMirrored) {
+        ++copies.part.visits; // two lists of copies in a group
+        ++copies.part.depth;
+    }
     copies.part.visits += (static_cast<std::int64_t>(places.size()) - 1) * (copied.visits + 1);
     copies.part.box.makeEmpty();
     for (SbMatrix const& place : places) {

@@ -6,6 +6,7 @@
 #include "model/FltReferencedFile.h"
 #include "records/FltRevision.h"
 #include "toolkit/RegularFile.h"
+#include "visual/FltMirrors.h"
 
 #include <algorithm>
 #include <cmath>
@@ -73,6 +74,7 @@ void FltVisualFiles::convert(FltFileInput& input)
     filesInWork.push_back(identityOf(model.fileName));
     FltVisualPart const visual = build(model, input);
     result.root = scaled(visual, worldPerUnit(model.metresPerUnit)).node;
+    FltMirrors::find(*result.root);
     result.outcome = FltVisualConversion::Outcome::converted;
     result.files = std::move(setting.files);
     result.textures = std::move(setting.textures);

@@ -2,6 +2,7 @@
 
 #include "visual/FltDegreeOfFreedom.h"
 #include "visual/FltMesh.h"
+#include "visual/FltVisualSenses.h"
 #include "visual/FltVisualSwitch.h"
 
 #include <Inventor/SbMatrix.h>
@@ -111,6 +112,7 @@ struct FltVisualNode {
     Record record;                     ///< The record that it comes from.
     std::vector<SbMatrix> transform;   ///< Of children and meshes: the last matrix acts first.
     Content content;                   ///< What it is besides a group.
+    FltVisualSenses senses;            ///< In which it stands, its own transform not counted.
     std::vector<std::shared_ptr<FltVisualNode>> children; ///< Null only in a switch and in levels.
     std::vector<FltMesh> meshes;                          ///< Of its own, drawn after its children.
 

@@ -38,6 +38,7 @@ public:
     FltMesh const& mesh() const { return *current; }
 
     /// Brings a point of the mesh, its origin and position added in doubles, into the world: point * matrix.
+    /// Where its determinant is negative, the sides of faces are turned.
     SbDPMatrix const& matrix() const { return frames.back().matrix; }
 
     /// The name of the nearest node above the mesh that has one; empty if there is none.

@@ -13,6 +13,7 @@
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoShapeHints.h>
 #include <Inventor/nodes/SoSwitch.h>
+#include <Inventor/nodes/SoTransform.h>
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
@@ -64,9 +65,9 @@ protected:
         return static_cast<Node*>(found(isMeant, number));
     }
 
-    SoNode* named(char const* name) const
+    SoNode* named(char const* name, int number = 0) const
     {
-        return found([name](SoNode const& node) { return node.getName() == name; }, 0);
+        return found([name](SoNode const& node) { return node.getName() == name; }, number);
     }
 
     FltRecordPlace placeOf(SoNode const* node) const
@@ -360,4 +361,43 @@ TEST_F(FltSceneTest, ShowsAMaskOfOneSwitchAmongThoseOfItsName)
     EXPECT_FALSE(scene.show(2, 0));
     EXPECT_FALSE(FltScene().show(0, 0));
     EXPECT_EQ(scene.switches()[1].currentMask, 1);
+}
+
+/// A part that stands in a mirror and elsewhere has two forms, and is one switch or joint all the same.
+TEST_F(FltSceneTest, MovesBothFormsOfAPartThatStandsInAMirrorToo)
+{
+    writer.push().add("InstanceDefinition", {{"instanceDefinitionNumber", 1}}).push();
+    writer.add(
+        "Switch",
+        {{"idASCII", "lamp"}, {"numberOfMasks", 2}, {"numberOf32BitWordsPerMask", 1}, {"masks", {3, 2}}});
+    writer.push().add("Object");
+    addFace();
+    writer.add("DOF", {{"idASCII", "door"}}).push().add("Object");
+    addFace();
+    writer.pop().pop().pop();
+    for (int const x : {1, -1}) {
+        writer.add("InstanceReference", {{"instanceDefinitionNumber", 1}});
+        writer.add("Matrix",
+                   {{"matrix", std::vector<double>{double(x), 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}}});
+    }
+    writer.pop();
+    load();
+    ASSERT_EQ(scene.switches().size(), 1U);
+    ASSERT_EQ(scene.degreesOfFreedom().size(), 1U);
+    EXPECT_NE(find<SoIndexedFaceSet>(0), find<SoIndexedFaceSet>(2));
+    EXPECT_TRUE(scene.show(0, 1));
+    for (int const door : {0, 2})
+        EXPECT_EQ(find<SoSwitch>(door)->whichChild.getValue(), SO_SWITCH_NONE) << door;
+    for (int const door : {1, 3})
+        EXPECT_EQ(find<SoSwitch>(door)->whichChild.getValue(), SO_SWITCH_ALL) << door;
+    EXPECT_EQ(find<SoTransform>(0), find<SoTransform>(1));
+    FltDegreeOfFreedom values;
+    values.translation[0].current = 7;
+    EXPECT_TRUE(scene.move(0, values));
+    EXPECT_EQ(find<SoTransform>(0)->translation.getValue(), SbVec3f(7, 0, 0));
+    for (int const form : {0, 1}) {
+        EXPECT_EQ(scene.switchOf(*named("lamp", form)), 0U);
+        EXPECT_EQ(scene.degreeOfFreedomOf(*named("door", 2 * form)),
+                  0U); // its transformation has the name too
+    }
 }

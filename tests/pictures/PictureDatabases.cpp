@@ -1,6 +1,10 @@
 #include "pictures/PictureDatabases.h"
 
 #include "pictures/PictureStage.h"
+#include "support/SmallPictures.h"
+
+#include <algorithm>
+#include <array>
 
 namespace
 {
@@ -18,14 +22,11 @@ void saveImage(ScratchFolder const& folder)
     constexpr int side = 32;
     unsigned char const fields[2][2][4] = {{{220, 40, 40, 255}, {240, 240, 60, 255}},
                                            {{50, 170, 60, 255}, {0, 0, 0, 0}}};
-    std::string bytes("\x01\xda\0\1\0\3\0\x20\0\x20\0\4", 12);
-    bytes.resize(512, '\0');
-    bytes[19] = '\xff'; // the brightest value
-    for (int channel = 0; channel < 4; ++channel)
-        for (int y = 0; y < side; ++y)
-            for (int x = 0; x < side; ++x)
-                bytes += static_cast<char>(fields[y / (side / 2)][x / (side / 2)][channel]);
-    static_cast<void>(folder.write("image.rgba", bytes));
+    auto const pixel = [&](int x, int y) -> std::array<unsigned char, 4> {
+        auto const& field = fields[y / (side / 2)][x / (side / 2)];
+        return {field[0], field[1], field[2], field[3]};
+    };
+    static_cast<void>(folder.write("image.rgba", SmallPictures::clearSgi(side, pixel)));
 }
 
 std::vector<double> matrixWithMove(double x, double y, double z)
@@ -366,6 +367,128 @@ void textures(ScratchFolder const& folder)
     save(stage, folder);
 }
 
+/// Leaves upon nothing: about half of the picture is clear, and black there.
+void saveLeaves(ScratchFolder const& folder)
+{
+    auto const pixel = [](int x, int y) -> std::array<unsigned char, 4> {
+        unsigned const mixed = static_cast<unsigned>(x / 2 * 31 + y / 2 * 57 + x / 2 * (y / 2) * 13) % 100;
+        bool const isInCrown = (x - 31.5) * (x - 31.5) + (y - 31.5) * (y - 31.5) < 31 * 31;
+        if (!isInCrown || mixed < 35)
+            return {0, 0, 0, 0};
+        return {static_cast<unsigned char>(40 + mixed), static_cast<unsigned char>(110 + mixed), 40, 255};
+    };
+    static_cast<void>(folder.write("leaves.rgba", SmallPictures::clearSgi(64, pixel)));
+}
+
+/// Crossed faces with leaves, and a wall behind: all of one Object, in one order or the other.
+void trees(ScratchFolder const& folder, bool isTurned)
+{
+    PictureStage stage;
+    saveLeaves(folder);
+    std::vector<std::vector<double>> quads;
+    for (double const x : {-4.0, 0.0, 4.0})
+        for (bool const isAcross : {false, true}) {
+            std::vector<double> offsets;
+            for (std::vector<double> const& at : {std::vector<double>{0, 0}, {1, 0}, {1, 1}, {0, 1}}) {
+                double const aside = 3 * at[0] - 1.5;
+                offsets.push_back(stage.flt.vertex("VertexColorUv", x + (isAcross ? 0.4 * aside : aside),
+                                                   isAcross ? aside : 0, 3 * at[1], {{"texture", at}}));
+            }
+            quads.push_back(offsets);
+        }
+    std::vector<double> const wall = stage.vertices({{-6, 2, 0}, {6, 2, 0}, {6, 2, 2}, {-6, 2, 2}});
+    if (isTurned)
+        std::reverse(quads.begin(), quads.end());
+    stage.flt.add("TexturePattern", {{"fileName", "leaves.rgba"}, {"patternIndex", 0}});
+    stage.begin().add("Object").push();
+    for (std::vector<double> const& offsets : quads)
+        stage.flt.face(offsets, stage.face(stage.white, {{"texturePatternIndex", 0},
+                                                         {"templateBillboard", 1},
+                                                         {"lightMode", 0},
+                                                         {"drawType", 1}}));
+    stage.flt.face(wall, stage.face(stage.yellow));
+    save(stage, folder);
+}
+
+/// Panes of glass one behind the other, in one order or the other.
+void glass(ScratchFolder const& folder, bool isTurned)
+{
+    PictureStage stage;
+    std::vector<std::pair<std::vector<double>, std::vector<double>>> panes;
+    for (auto const& [step, color] :
+         {std::pair{-1.5, stage.red}, {-0.5, stage.yellow}, {0.5, stage.green}, {1.5, stage.blue}})
+        panes.emplace_back(stage.vertices({{step - 2.5, step, 0},
+                                           {step + 2.5, step, 0},
+                                           {step + 2.5, step, 2.2},
+                                           {step - 2.5, step, 2.2}}),
+                           color);
+    if (isTurned)
+        std::reverse(panes.begin(), panes.end());
+    stage.begin().add("Object").push();
+    for (auto const& [offsets, color] : panes)
+        stage.flt.face(offsets, stage.face(color, {{"transparency", 0x6000}, {"drawType", 1}}));
+    save(stage, folder);
+}
+
+/// Two-sided walls of a building: on the left their corners go as their normals say, on the right not.
+void sides(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<std::vector<double>> walls;
+    for (auto const& [x, isTurned] : {std::pair{-3.0, false}, {3.0, true}})
+        for (auto const& [nx, ny] : {std::pair{0.0, -1.0}, {1.0, 0.0}, {0.0, 1.0}, {-1.0, 0.0}}) {
+            std::vector<std::vector<double>> corners;
+            for (auto const& [along, z] : {std::pair{-1.5, 0.0}, {1.5, 0.0}, {1.5, 2.5}, {-1.5, 2.5}})
+                corners.push_back({x + 1.5 * nx - along * ny, 1.5 * ny + along * nx, z});
+            if (isTurned)
+                std::reverse(corners.begin(), corners.end());
+            walls.push_back(stage.vertices(corners, "VertexColorNormal", {{"vertexNormal", {nx, ny, 0.0}}}));
+        }
+    stage.begin().add("Object").push();
+    for (std::vector<double> const& wall : walls)
+        stage.flt.face(wall, stage.face(stage.yellow, {{"drawType", 1}}));
+    save(stage, folder);
+}
+
+/// A house of one-sided faces as it is modelled, in a mirror, and in two. The last stand in a replication.
+void mirrors(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<double> const front =
+        stage.vertices({{-1, -0.8, 0}, {0.6, -0.8, 0}, {0.6, -0.8, 1.4}, {-1, -0.8, 2}});
+    std::vector<double> const side =
+        stage.vertices({{0.6, -0.8, 0}, {0.6, 0.8, 0}, {0.6, 0.8, 1.4}, {0.6, -0.8, 1.4}});
+    std::vector<double> const back =
+        stage.vertices({{0.6, 0.8, 0}, {-1, 0.8, 0}, {-1, 0.8, 2}, {0.6, 0.8, 1.4}});
+    auto const placed = [](double scale, double x) -> PictureStage::Fields {
+        return {{"matrix", std::vector<double>{scale, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, x, 0, 0, 1}}};
+    };
+    stage.begin().add("InstanceDefinition", {{"instanceDefinitionNumber", 3}}).push().add("Object").push();
+    stage.flt.face(front, stage.face(stage.red)).face(side, stage.face(stage.blue));
+    stage.flt.face(back, stage.face(stage.green)).pop().pop();
+    stage.flt.add("InstanceReference", {{"instanceDefinitionNumber", 3}}).add("Matrix", placed(1, -4.5));
+    stage.flt.add("Group").add("Matrix", placed(-1, -1.5)).push();
+    stage.flt.add("InstanceReference", {{"instanceDefinitionNumber", 3}}).pop();
+    stage.flt.add("Group").add("Matrix", placed(-1, 3)).push();
+    stage.flt.add("InstanceReference", {{"instanceDefinitionNumber", 3}});
+    stage.flt.add("Matrix", placed(-1, 1.5)).add("Replicate", {{"numberOfReplications", 1}}).pop();
+    save(stage, folder);
+}
+
+void bowTies(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<double> const even = stage.vertices({{-5, 0, 0}, {-1, 0, 3}, {-1, 0, 0}, {-5, 0, 3}});
+    std::vector<double> const uneven =
+        stage.vertices({{1, 0, 0.5}, {5, 0, 0}, {5, 0, 3}, {1, 0, 0}}, "VertexColor");
+    std::vector<double> const crossed = stage.vertices({{1, 0, 3}, {2.4, 0, 3}, {1, 0, 1.5}, {2.4, 0, 1.5}});
+    stage.begin();
+    stage.object(even, stage.face(stage.red));
+    stage.object(uneven, stage.face(stage.green));
+    stage.object(crossed, stage.face(stage.blue, {{"drawType", 1}}));
+    save(stage, folder);
+}
+
 void oldVertices(ScratchFolder const& folder)
 {
     FltWriter flt(13);
@@ -421,6 +544,14 @@ std::vector<PictureDatabase> const& pictureDatabases()
         {"texts", "--from 180,15", texts},
         {"transformations", "--from 180,15", transformations},
         {"textures", "--from 180,15", textures},
+        {"trees", "--from 180,15", [](ScratchFolder const& folder) { trees(folder, false); }},
+        {"treesInAnotherOrder", "--from 180,15", [](ScratchFolder const& folder) { trees(folder, true); }},
+        {"glass", "--from 180,15", [](ScratchFolder const& folder) { glass(folder, false); }},
+        {"glassInAnotherOrder", "--from 180,15", [](ScratchFolder const& folder) { glass(folder, true); }},
+        {"sidesFromTheSouthEast", "--from 140,25", sides},
+        {"sidesFromTheNorthWest", "--from 320,25", sides},
+        {"mirrors", "--from 200,15", mirrors},
+        {"bowTies", "--from 180,15", bowTies},
         {"oldVertices", "--from 180,15", oldVertices},
         {"damage", "--from 180,15", damage},
     };

@@ -29,6 +29,20 @@ TEST(FltSceneSwitch, opensTheDoorsOfAMask)
     EXPECT_EQ(choice.doors[1]->whichChild.getValue(), SO_SWITCH_NONE);
 }
 
+TEST(FltSceneSwitch, opensTheSameDoorsOfBothItsNodes)
+{
+    SoNodeRef<SoSwitch> const node(new SoSwitch), inAMirror(new SoSwitch);
+    FltSceneSwitch choice = twoDoors();
+    for (int i = 0; i < 2; ++i)
+        choice.doors.emplace_back(new SoSwitch);
+    choice.nodes = {node.get(), inAMirror.get()};
+    EXPECT_TRUE(choice.choose(1));
+    for (std::size_t const door : {std::size_t{0}, std::size_t{2}})
+        EXPECT_EQ(choice.doors[door]->whichChild.getValue(), SO_SWITCH_NONE) << door;
+    for (std::size_t const door : {std::size_t{1}, std::size_t{3}})
+        EXPECT_EQ(choice.doors[door]->whichChild.getValue(), SO_SWITCH_ALL) << door;
+}
+
 TEST(FltSceneSwitch, staysAsItIsForAMaskThatIsntThere)
 {
     FltSceneSwitch choice = twoDoors();
