@@ -551,6 +551,7 @@ std::vector<PictureDatabase> const& pictureDatabases()
         {"sidesFromTheSouthEast", "--from 140,25", sides},
         {"sidesFromTheNorthWest", "--from 320,25", sides},
         {"mirrors", "--from 200,15", mirrors},
+        {"mirrorsFromBothSides", "--from 200,15 --two-sided", mirrors},
         {"bowTies", "--from 180,15", bowTies},
         {"oldVertices", "--from 180,15", oldVertices},
         {"damage", "--from 180,15", damage},

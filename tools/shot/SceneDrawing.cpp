@@ -1,5 +1,6 @@
 #include "shot/SceneDrawing.h"
 
+#include "shot/BothSides.h"
 #include "support/ToolError.h"
 #include "toolkit/SoNodeRef.h"
 
@@ -32,7 +33,7 @@ SoDirectionalLight* makeLight(SoCamera const& camera, SbVec3f direction, float i
     return light;
 }
 
-/// What makes all shapes after it show both sides.
+/// What makes all shapes after it show both sides that nothing else is said of.
 SoShapeHints* makeTwoSided()
 {
     auto* hints = new SoShapeHints;
@@ -40,7 +41,6 @@ SoShapeHints* makeTwoSided()
     hints->shapeType = SoShapeHints::UNKNOWN_SHAPE_TYPE;
     hints->faceType.setIgnored(true);
     hints->creaseAngle.setIgnored(true);
-    hints->setOverride(true);
     return hints;
 }
 
@@ -154,6 +154,7 @@ Picture SceneDrawing::drawNodes(SoNode* nodes, int width, int height, int fine)
 
 Picture SceneDrawing::draw(SoNode* scene, SoPerspectiveCamera* camera, DrawingStyle const& style)
 {
+    BothSides const sides(style.isTwoSided || style.isWireframe ? scene : nullptr);
     auto const drawBefore = [&](Backdrop const& backdrop) {
         return drawNodes(makePicture(scene, camera, backdrop, style).get(), style.width, style.height,
                          fineness);
