@@ -393,7 +393,8 @@ void FltInventoryBuilder::takeHeader()
     header.name = textOf(stored.id, sizeof stored.id);
     header.revision = stored.formatRevisionLevel;
     header.editRevision = stored.editRevisionLevel;
-    header.lastChange = textOf(stored.lastRevisionDateTime, sizeof stored.lastRevisionDateTime);
+    header.lastChange =
+        FltText::withoutEnd(textOf(stored.lastRevisionDateTime, sizeof stored.lastRevisionDateTime));
     header.units = stored.vertexCoordinateUnits;
     header.unitMultiplier = stored.multiplierDiviserUnit;
     header.projection = stored.projectionType;

@@ -3,12 +3,14 @@
 #include "convert/FltExternalFiles.h"
 #include "loader/FltDatabaseFile.h"
 #include "loader/FltOmissionKinds.h"
+#include "messages/FltText.h"
 #include "parser/FltInput.h"
 #include "records/FltRecordHeader.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <set>
 #include <sys/stat.h>
 #include <utility>
@@ -39,7 +41,7 @@ void fill(FltDatabaseInfo& info, FltRecordHeader const& header)
     info.revision = header.formatRevisionLevel;
     info.unit = unitOf(header.vertexCoordinateUnits);
     info.unitMultiplier = header.multiplierDiviserUnit;
-    info.lastChange = textOf(header.lastRevisionDateTime);
+    info.lastChange = FltText::withoutEnd(textOf(header.lastRevisionDateTime));
     info.projection = header.projectionType;
     info.ellipsoid = header.earthEllipsoidModel;
     info.originLatitude = header.originLatitude;
@@ -215,19 +217,35 @@ void FltLoadHost::findTextures(std::vector<FltTexture>& textures)
 
 void FltLoadHost::addTexture(FltTexture const& texture)
 {
-    if (texture.path.empty() || !texture.damage.empty()) {
-        std::string text = "Texture " + texture.name;
-        if (!texture.damage.empty()) {
-            text += " is shown in part: " + texture.path + " " + texture.damage + ". " + texture.advice;
-        } else if (!texture.unreadable.empty()) {
-            text += " isn't shown: " + texture.unreadable + " " + texture.problem + ". " + texture.advice;
-        } else {
-            text += " isn't shown: it is neither";
-            for (std::string const& place : texture.tried)
-                text += (&place == &texture.tried.front() ? " " : ", nor ") + place;
-            text += ", nor anywhere else. Add its directory to the texture path.";
-        }
-        messages.add({FltMessage::Level::warning, text, texture.database});
-    }
+    if (texture.path.empty() || !texture.damage.empty())
+        reportTexture(texture);
     told.textures.push_back(texture);
+}
+
+/// Says once what is wrong with a texture: for the first of the files that name it, and how many they are.
+void FltLoadHost::reportTexture(FltTexture const& texture)
+{
+    std::string text = "Texture " + texture.name;
+    std::string place;
+    if (!texture.damage.empty()) {
+        place = texture.path;
+        text += " is shown in part: " + place + " " + texture.damage + ". " + texture.advice;
+    } else if (!texture.unreadable.empty()) {
+        place = texture.unreadable;
+        text += " isn't shown: " + place + " " + texture.problem + ". " + texture.advice;
+    } else {
+        std::string const others =
+            texture.otherDirectories == 0 ? "anywhere else"
+            : texture.otherDirectories == 1
+                ? "in another directory"
+                : "in " + std::to_string(texture.otherDirectories) + " other directories";
+        place = texture.tried.empty() ? texture.name : texture.tried.front();
+        text += " isn't shown: it is neither " + place + " nor " + others +
+                ". Add its directory to the texture path.";
+    }
+    std::string const key = std::filesystem::path(place).lexically_normal().string() + '\n' + texture.name;
+    auto const [first, isNew] = reportedTextures.try_emplace(key, FltMessage());
+    if (isNew)
+        first->second = {FltMessage::Level::warning, text, texture.database};
+    messages.add(first->second);
 }

@@ -10,6 +10,7 @@
 #include <exception>
 #include <map>
 #include <optional>
+#include <string>
 #include <vector>
 
 /// What a load does for a conversion, whichever it is: it fills the lists of the result, asks the callback
@@ -65,6 +66,7 @@ private:
     void reportLeftOut(std::string const& why, std::string const& path);
     void reportPicture(std::string const& path) const;
     void addTexture(FltTexture const& texture);
+    void reportTexture(FltTexture const& texture);
 
     FltLoader const& options;
     std::string path;
@@ -72,9 +74,10 @@ private:
     FltMessageCollector& messages;
     FltReadableTree readable;
     FltTextureFiles textureFiles;
-    FltSceneTextures textureNodes;        ///< Of the exact conversion.
-    FltInput const* database = nullptr;   ///< The top-level file, once it is read.
-    std::map<int, std::uint64_t> records; ///< How many there are of each opcode, in all files.
+    FltSceneTextures textureNodes;                      ///< Of the exact conversion.
+    std::map<std::string, FltMessage> reportedTextures; ///< By where each is or should be.
+    FltInput const* database = nullptr;                 ///< The top-level file, once it is read.
+    std::map<int, std::uint64_t> records;               ///< How many there are of each opcode, in all files.
     std::vector<OpenReference> openReferences;
     FltInput const* reportedFile = nullptr;
     std::uint64_t nextReport = 0; ///< Bytes of that file.

@@ -83,6 +83,12 @@ void appendHex(std::string& text, unsigned number, int digits)
 
 } // namespace
 
+std::string FltText::withoutEnd(std::string text)
+{
+    text.erase(text.find_last_not_of(" \t\r\n") + 1);
+    return text;
+}
+
 std::string FltText::utf8(std::string_view text)
 {
     if (isUtf8(text))

@@ -12,6 +12,9 @@ public:
     /// The text in UTF-8: unchanged if it is that already, otherwise read as Latin-1.
     static std::string utf8(std::string_view text);
 
+    /// The text without blanks and ends of lines at its end.
+    static std::string withoutEnd(std::string text);
+
     /// The text as it is safe on a terminal: control characters (those of eight bits, separators of lines and
     /// turns of the direction of text among them), and bytes that aren't UTF-8, become "\x1b" and the like.
     /// @param keepsLines whether ends of lines are kept

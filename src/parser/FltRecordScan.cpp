@@ -15,7 +15,9 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 namespace
@@ -63,6 +65,10 @@ std::unique_ptr<FltFileInput> open(std::string const& path)
     FltDumpOutput::Redirect const noDump(nullptr);
     std::vector<std::string> messages;
     Listening const listening(messages);
+    std::error_code ignored;
+    if (std::filesystem::is_directory(path, ignored))
+        throw std::runtime_error(path +
+                                 ": this is a directory. Give the name of an OpenFlight file (*.flt).");
     errno = 0;
     auto input = std::make_unique<FltFileInput>(path.c_str());
     if (!input->isInFlowCreated())

@@ -66,6 +66,7 @@ FltTexture FltTextureFiles::look(std::string const& name, std::string const& dat
     FltTextureSearch::Result result = search.find(name, {databaseDirectory, directoryOf(database)}, isRead);
     texture.path = std::move(result.path);
     texture.tried = std::move(result.tried);
+    texture.otherDirectories = result.otherDirectories;
     if (texture.pixels == nullptr)
         return texture;
     texture.unreadable.clear();

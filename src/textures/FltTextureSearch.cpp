@@ -21,7 +21,7 @@ constexpr char const* endings[] = {".rgb",  ".rgba", ".png", ".jpg",  ".jpeg", "
 
 constexpr char const* foldersOfImages[] = {"texture", "textures", "images", "pics", "pictures"};
 
-constexpr std::size_t mostPlacesTold = 16;
+constexpr std::size_t mostPlacesTold = 64;
 
 std::string lowerCase(std::string text)
 {
@@ -104,16 +104,29 @@ FltTextureSearch::Result FltTextureSearch::find(std::string const& name,
         return {};
     for (Way const way : {Way{false, false}, Way{true, false}, Way{false, true}, Way{true, true}})
         if (std::string path = findBy(way, name, parts, places, accept); !path.empty())
-            return {std::move(path), {}};
+            return {std::move(path), {}, 0};
+    std::string const naming = ownDirectories.empty() ? "" : withSlash(ownDirectories.back());
+    std::stable_partition(places.begin(), places.end(),
+                          [&naming](std::string const& place) { return place == naming; });
+    return notFound(turned, parts, places);
+}
 
+/// @param name   with forward slashes
+/// @param places that of the file that names it first
+FltTextureSearch::Result FltTextureSearch::notFound(std::string const& name, Parts const& parts,
+                                                    std::vector<std::string> const& places)
+{
     Result missing;
-    if (isAbsolute(turned))
-        missing.tried.push_back(turned);
+    missing.otherDirectories = places.size();
+    if (isAbsolute(name))
+        missing.tried.push_back(name);
+    else if (!places.empty())
+        --missing.otherDirectories;
     for (std::string const& place : places) {
         if (missing.tried.size() >= mostPlacesTold)
             break;
-        if (!isAbsolute(turned) && !leadsElsewhere(parts.front()))
-            addOnce(missing.tried, place + turned);
+        if (!isAbsolute(name) && parts.front().back() != ':')
+            addOnce(missing.tried, place + name);
         addOnce(missing.tried, place + parts.back());
     }
     return missing;

@@ -40,11 +40,13 @@ public:
     struct Result {
         std::string path; ///< Empty if nothing was found.
         std::vector<std::string>
-            tried; ///< Then: the places that a person would look at, the likeliest first.
+            tried; ///< Then: places where it could stand, that beside the file that names it first.
+        std::size_t otherDirectories =
+            0; ///< Then: those that were looked into besides that of the first place.
     };
 
     /// @param name           as stored
-    /// @param ownDirectories of the top-level database and of the file that names the texture
+    /// @param ownDirectories of the top-level database, and last of the file that names the texture
     Result find(std::string const& name, std::vector<std::string> const& ownDirectories,
                 Accept const& accept);
 
@@ -75,6 +77,8 @@ private:
 
     using Parts = std::vector<std::string>;
 
+    static Result notFound(std::string const& name, Parts const& parts,
+                           std::vector<std::string> const& places);
     std::string findBy(Way way, std::string const& name, Parts const& parts,
                        std::vector<std::string> const& places, Accept const& accept);
     std::string findBelow(Way way, std::string const& place, Parts::const_iterator part,

@@ -313,6 +313,26 @@ TEST_F(FltLoaderTest, ReportsAMissingTextureOnceWithThePlacesTried)
     EXPECT_STREQ(textureOf(scene)->filename.getValue().getString(), "tree.rgb");
 }
 
+TEST_F(FltLoaderTest, ReportsAMissingTextureOfSeveralFilesOnceWithItsPlaceBesideThem)
+{
+    static_cast<void>(save(texturedTriangle("../tex/tree.rgb"), "one/a.flt"));
+    static_cast<void>(save(texturedTriangle("../tex/tree.rgb"), "two/b.flt"));
+    FltWriter flt;
+    flt.push()
+        .add("ExternalReference", {{"asciiPath", "one/a.flt"}})
+        .add("ExternalReference", {{"asciiPath", "two/b.flt"}})
+        .pop();
+    FltScene const scene = loader.load(save(flt));
+    ASSERT_EQ(scene.messages().size(), 1U) << "it is one texture, wherever it is named";
+    FltMessage const& message = scene.messages()[0];
+    EXPECT_EQ(message.file, folder / "one/a.flt");
+    EXPECT_EQ(message.count, 2);
+    EXPECT_NE(message.text.find(" it is neither " + (folder / "one/../tex/tree.rgb") + " nor in "),
+              std::string::npos)
+        << message.text;
+    EXPECT_EQ(scene.textures().size(), 2U);
+}
+
 TEST_F(FltLoaderTest, ReportsAnImageThatCannotBeRead)
 {
     std::string const image = folder.write("tree.rgb", "no image");

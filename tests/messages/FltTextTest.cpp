@@ -88,3 +88,10 @@ TEST(FltTextTest, EndsOfLinesStayOnlyWhereTheyAreWanted)
 }
 
 } // namespace
+
+TEST(FltTextTest, TheEndOfALineGoesWithItsBlanks)
+{
+    EXPECT_EQ(FltText::withoutEnd("Tue Mar  4 \r\n\t "), "Tue Mar  4");
+    EXPECT_EQ(FltText::withoutEnd("a\nb"), "a\nb");
+    EXPECT_EQ(FltText::withoutEnd(" \n"), "");
+}

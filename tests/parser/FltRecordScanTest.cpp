@@ -132,3 +132,15 @@ TEST(FltRecordScan, spendsNothingOnRecordsThatNobodyLooksInto)
     EXPECT_NE(scan.record(), nullptr);
     EXPECT_FALSE(scan.next());
 }
+
+TEST(FltRecordScan, saysThatADirectoryIsNoDatabase)
+{
+    ScratchFolder const folder;
+    try {
+        FltRecordScan const scan(folder / "");
+        FAIL();
+    } catch (std::runtime_error const& problem) {
+        EXPECT_EQ(problem.what(), (folder / "") + ": this is a directory. Give the name of an OpenFlight "
+                                                  "file (*.flt).");
+    }
+}

@@ -210,9 +210,36 @@ TEST_F(FltTextureSearchTest, SaysWhereItLooked)
     ASSERT_GE(tried.size(), 2U);
     EXPECT_EQ(tried[0], folder / "db/tree.rgb");
     EXPECT_EQ(tried[1], folder / "lib/tree.rgb");
-    EXPECT_LE(tried.size(), 16U);
     EXPECT_EQ(find("tex/tree.rgb"), "");
     EXPECT_EQ(tried[0], folder / "db/tex/tree.rgb");
+    EXPECT_EQ(find("../tex/tree.rgb"), "");
+    EXPECT_EQ(tried[0], folder / "db/../tex/tree.rgb");
+}
+
+TEST_F(FltTextureSearchTest, NamesThePlaceBesideTheNamingFileFirstAndCountsTheOthers)
+{
+    FltTextureSearch search({folder / "lib", folder / "lib/", folder / "more"});
+    auto const takesNone = [](std::string const&, OpenFile const&) { return false; };
+    std::size_t const all =
+        search.find("tree.rgb", {folder / "db/"}, takesNone).otherDirectories; // with the toolkit's own
+    EXPECT_GE(all, 2U);
+    FltTextureSearch::Result const result =
+        search.find("tree.rgb", {folder / "db/", folder / "db/sub"}, takesNone);
+    EXPECT_EQ(result.tried.at(0), folder / "db/sub/tree.rgb");
+    EXPECT_EQ(result.tried.at(1), folder / "db/tree.rgb");
+    EXPECT_EQ(result.otherDirectories, all + 1);
+    FltTextureSearch::Result const absolute = search.find("/no/tree.rgb", {folder / "db/"}, takesNone);
+    EXPECT_EQ(absolute.tried.at(0), "/no/tree.rgb");
+    EXPECT_EQ(absolute.otherDirectories, all + 1) << "that of the database too";
+}
+
+TEST_F(FltTextureSearchTest, ToldPlacesAreBounded)
+{
+    std::vector<std::string> many;
+    for (int i = 0; i < 200; ++i)
+        many.push_back("d" + std::to_string(i));
+    EXPECT_EQ(find("tex/tree.rgb", many), "");
+    EXPECT_LE(tried.size(), 65U);
 }
 
 TEST_F(FltTextureSearchTest, OffersPlainFilesOnly)
