@@ -36,7 +36,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
                    "src/parser", "src/convert", "src/visual", "src/scene"),
     "src/filekit": ("src/toolkit", "src/loader"),
     "python": ("src/toolkit", "src/visual", "src/loader"),
-    "tools/support": ("src/toolkit", "src/textures", "src/messages", "src/loader"),
+    "tools/support": ("src/toolkit", "src/textures", "src/messages", "src/records", "src/loader"),
     "tools/info": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),
     "tools/check": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),
     "tools/iv": ("tools/support", "src/toolkit", "src/textures", "src/messages", "src/records", "src/parser",

@@ -198,11 +198,12 @@ TEST_F(Flt2ivForms, haveStatistics)
     ProgramRun const toFile("flt2iv", "--stat -o " + (folder / "a.iv") + " " + input);
     EXPECT_EQ(toFile.errors, "");
     EXPECT_EQ(std::count(toFile.output.begin(), toFile.output.end(), '\n'), 2);
-    EXPECT_NE(toFile.output.find("nodes    triangles  textures"), std::string::npos);
+    EXPECT_NE(toFile.output.find("nodes        faces    triangles  textures"), std::string::npos);
     EXPECT_NE(toFile.output.find(std::to_string(std::filesystem::file_size(folder / "a.iv"))),
               std::string::npos)
         << "the bytes that were written";
-    EXPECT_NE(toFile.output.find(" 1         0"), std::string::npos) << "a triangle, no texture";
+    EXPECT_NE(toFile.output.find(" 1            1         0"), std::string::npos)
+        << "a face, a triangle, no texture";
     ProgramRun const toOutput("flt2iv", "--stat " + input);
     EXPECT_EQ(toOutput.output, contentsOf(folder / "a.iv")) << "the scene alone";
     EXPECT_NE(toOutput.errors.find("triangles"), std::string::npos);

@@ -141,7 +141,7 @@ TEST_F(Flt2iv, showsTwentyMessagesAndCountsTheRest)
         flt.add("ExternalReference", {{"asciiPath", "none" + std::to_string(i) + ".flt"}});
     std::string const errors = ProgramRun("flt2iv", "--exact " + save(flt.pop(), "lost.flt")).errors;
     EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 21);
-    EXPECT_NE(errors.find("flt2iv: warning: 5 more messages left out\n"), std::string::npos);
+    EXPECT_NE(errors.find("flt2iv: warning: 5 more messages left out; -v shows all\n"), std::string::npos);
 }
 
 TEST_F(Flt2iv, countsEqualMessages)
@@ -153,6 +153,40 @@ TEST_F(Flt2iv, countsEqualMessages)
     EXPECT_EQ(ProgramRun("flt2iv", "--exact " + file).errors,
               "flt2iv: warning: " + file +
                   ": trying a pop() but stack is empty! (File corrupted ?) (1000 times)\n");
+}
+
+TEST_F(Flt2iv, groupsMessagesOfOneCauseUnlessItIsVerbose)
+{
+    FltWriter flt;
+    flt.push();
+    for (int number = 1; number <= 30; ++number)
+        flt.add("InstanceReference", {{"instanceDefinitionNumber", number}});
+    std::string const file = save(flt.pop(), "lost.flt");
+    std::string const errors = ProgramRun("flt2iv", file).errors;
+    EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
+    EXPECT_NE(errors.find("number 1 (record with opcode 61 at byte offset "), std::string::npos) << errors;
+    EXPECT_NE(errors.find(") (30 times)\n"), std::string::npos) << errors;
+    std::string const all = ProgramRun("flt2iv", "-v " + file).errors;
+    EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 31) << all;
+}
+
+TEST_F(Flt2iv, groupsNoTexturesWhoseNamesDifferInANumber)
+{
+    FltWriter flt;
+    flt.add("TexturePattern", {{"fileName", "1.rgb"}, {"patternIndex", 0}});
+    flt.add("TexturePattern", {{"fileName", "2.rgb"}, {"patternIndex", 1}});
+    flt.vertexPalette();
+    double const a = flt.vertex("VertexColorUv", 0, 0, 0), b = flt.vertex("VertexColorUv", 1, 0, 0),
+                 c = flt.vertex("VertexColorUv", 0, 1, 0);
+    flt.push().add("Object").push();
+    for (int const texture : {0, 1})
+        flt.face({a, b, c}, {{"texturePatternIndex", texture}, {"materialIndex", -1}});
+    std::string const file = save(flt.pop().pop(), "a.flt");
+    std::string const errors = ProgramRun("flt2iv", file).errors;
+    EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 2) << errors;
+    EXPECT_NE(ProgramRun("flt2iv", "-v " + file)
+                  .errors.find("texture 1.rgb was looked for as " + (directory / "1.rgb")),
+              std::string::npos);
 }
 
 TEST_F(Flt2iv, exitsWith1AndSaysWhyForAFileThatIsNotThere)
@@ -227,6 +261,53 @@ TEST_F(Flt2iv, exitsWith2ForWrongUsage)
     EXPECT_EQ(ProgramRun("flt2iv", "").exitCode, 2);
     EXPECT_EQ(ProgramRun("flt2iv", "--nonsense " + triangle()).exitCode, 2);
     EXPECT_EQ(ProgramRun("flt2iv", triangle() + " second.flt").exitCode, 2);
+}
+
+TEST_F(Flt2iv, saysWhereAnOutputBelongs)
+{
+    std::string const file = triangle();
+    ProgramRun const input("flt2iv", file + " out.iv");
+    EXPECT_EQ(input.exitCode, 2);
+    EXPECT_NE(input.errors.find("out.iv is no database. To write it, give -o out.iv"), std::string::npos);
+    std::string const one = directory / "one.iv";
+    for (std::string const& inputs : {file + " " + triangle("b.flt"), directory / ""}) {
+        ProgramRun const several("flt2iv", "-o " + one + " " + inputs);
+        EXPECT_EQ(several.exitCode, 2);
+        EXPECT_NE(several.errors.find("one.iv names a file, and several databases need a directory"),
+                  std::string::npos)
+            << several.errors;
+        EXPECT_FALSE(std::filesystem::exists(one));
+    }
+    EXPECT_EQ(ProgramRun("flt2iv", "-o " + one + "/ " + file).exitCode, 0) << "a directory by its slash";
+    EXPECT_TRUE(std::filesystem::exists(one + "/triangle.iv"));
+    EXPECT_EQ(ProgramRun("flt2iv", "-o " + one + " " + file + " " + triangle("b.flt")).exitCode, 0)
+        << "a directory that is there";
+}
+
+TEST_F(Flt2iv, keepsResultsThatAreThereWithNoClobber)
+{
+    std::string const file = triangle();
+    std::string const out = save(std::string("mine"), "out.iv");
+    for (char const* const options : {"", "--if-newer ", "--xref file "}) {
+        ProgramRun const run("flt2iv", options + ("--no-clobber -o " + out) + " " + file);
+        EXPECT_NE(run.exitCode, 0) << options;
+        EXPECT_EQ(contentsOf(out), "mine") << options;
+    }
+    ProgramRun const one("flt2iv", "--no-clobber -o " + out + " " + file);
+    EXPECT_EQ(one.exitCode, 1);
+    EXPECT_EQ(one.errors,
+              "flt2iv: " + out +
+                  ": this file is there already, and --no-clobber keeps it. Choose another name.\n");
+    std::filesystem::create_directories(directory / "many");
+    static_cast<void>(save(std::string("mine"), "many/b.iv"));
+    ProgramRun const many("flt2iv",
+                          "--no-clobber -o " + (directory / "many") + " " + file + " " + triangle("b.flt"));
+    EXPECT_EQ(many.exitCode, 1);
+    EXPECT_NE(many.errors.find("1 of 2 databases converted"), std::string::npos) << many.errors;
+    EXPECT_EQ(contentsOf(directory / "many/b.iv"), "mine");
+    EXPECT_EQ(ProgramRun("flt2iv", "--no-clobber -o " + (directory / "new.iv") + " " + file).exitCode, 0);
+    EXPECT_EQ(ProgramRun("flt2iv", "--no-clobber " + file).exitCode, 0)
+        << "nothing stands on standard output";
 }
 
 TEST_F(Flt2iv, refusesToReplaceItsInputAndWhatThatRefersTo)

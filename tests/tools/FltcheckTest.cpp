@@ -3,6 +3,7 @@
 #include "support/FaultyDatabases.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -94,7 +95,7 @@ TEST_F(Fltcheck, findsEachFaultAsAProgram)
             databases.push_back(&database);
         }
         ProgramRun const run("fltcheck", (isExact ? "--exact --json" : "--json") + files);
-        EXPECT_EQ(run.exitCode, 0);
+        EXPECT_EQ(run.exitCode, isExact ? 0 : 3) << "only the others have errors";
         Json const checked = Json::parse(run.output)["files"];
         ASSERT_EQ(checked.size(), databases.size());
         for (std::size_t i = 0; i < databases.size(); ++i) {
@@ -109,12 +110,61 @@ TEST_F(Fltcheck, findsEachFaultAsAProgram)
     }
 }
 
-TEST_F(Fltcheck, exitsWith3UnderStrictForWarningsAndErrorsOnly)
+TEST_F(Fltcheck, exitsWith3ForErrorsAndUnderStrictForWarningsToo)
 {
+    EXPECT_EQ(ProgramRun("fltcheck", faulty(101)).exitCode, 3);
+    EXPECT_EQ(ProgramRun("fltcheck", "-q " + faulty(101)).exitCode, 3);
+    EXPECT_EQ(ProgramRun("fltcheck", "--json " + faulty(101)).exitCode, 3);
+    EXPECT_EQ(ProgramRun("fltcheck", "--sarif " + faulty(101)).exitCode, 3);
+    EXPECT_EQ(ProgramRun("fltcheck", "--ignore FLT-101 " + faulty(101)).exitCode, 0);
+    EXPECT_EQ(ProgramRun("fltcheck", faulty(601)).exitCode, 0);
     EXPECT_EQ(ProgramRun("fltcheck", "--strict " + faulty(101)).exitCode, 3);
     EXPECT_EQ(ProgramRun("fltcheck", "--strict " + faulty(601)).exitCode, 3);
     EXPECT_EQ(ProgramRun("fltcheck", "--strict " + faulty(205)).exitCode, 0);
     EXPECT_EQ(ProgramRun("fltcheck", "--strict --ignore FLT-601 " + faulty(601)).exitCode, 0);
+}
+
+TEST_F(Fltcheck, exitsWith0WhateverIsFoundForWhoOnlyWantsTheReport)
+{
+    ProgramRun const run("fltcheck", "--exit-zero " + faulty(101));
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(holds(run.output, "[FLT-101]")) << run.output;
+    EXPECT_EQ(ProgramRun("fltcheck", "--exit-zero " + (folder / "gone.flt")).exitCode, 1);
+    EXPECT_EQ(ProgramRun("fltcheck", "--exit-zero --strict " + faultless()).exitCode, 2);
+}
+
+TEST_F(Fltcheck, countsWhatItFoundInSeveralFilesInTheLastLine)
+{
+    ScratchFolder other;
+    std::string const warned = faulty(601), file = folder.path("well/faultless.flt");
+    faultlessDatabase().save(file);
+    std::string const text = other.write("text.flt", "no database");
+    auto const lastLineOf = [](std::string const& arguments) {
+        std::string const output = ProgramRun("fltcheck", arguments).output;
+        return output.substr(output.rfind('\n', output.size() - 2) + 1);
+    };
+    EXPECT_EQ(lastLineOf(warned + " " + file + " " + warned), "3 files checked: 2 warnings\n");
+    EXPECT_EQ(lastLineOf(file + " " + text + " " + file),
+              "2 files checked, 1 can't be read: nothing found\n");
+    EXPECT_EQ(lastLineOf(file), file + ": nothing found\n") << "a file has its own count";
+    EXPECT_EQ(ProgramRun("fltcheck", "-q " + warned + " " + file).output, "");
+}
+
+TEST_F(Fltcheck, judgesAllDatabasesOfADirectoryAndBelowIt)
+{
+    std::string const below = folder.path("models/sub/b.flt"), above = folder.path("models/a.flt");
+    faultlessDatabase().save(below);
+    faultlessDatabase().save(above);
+    ProgramRun const run("fltcheck", folder / "models");
+    EXPECT_EQ(run.output,
+              above + ": nothing found\n" + below + ": nothing found\n2 files checked: nothing found\n");
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(Json::parse(ProgramRun("fltcheck", "--json " + (folder / "models")).output)["files"].size(),
+              2U);
+    std::filesystem::create_directories(folder / "empty");
+    ProgramRun const empty("fltcheck", folder / "empty");
+    EXPECT_EQ(empty.exitCode, 1);
+    EXPECT_TRUE(holds(empty.errors, "empty: holds no database")) << empty.errors;
 }
 
 TEST_F(Fltcheck, ignoresKindsByCodeOrNumber)
@@ -150,7 +200,7 @@ TEST_F(Fltcheck, judgesTheOtherFilesWhenOneCantBeRead)
     ProgramRun const run("fltcheck", text + " " + file);
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(holds(run.errors, "text.flt: not an OpenFlight database"));
-    EXPECT_EQ(run.output, file + ": nothing found\n");
+    EXPECT_EQ(run.output, file + ": nothing found\n1 file checked, 1 can't be read: nothing found\n");
     Json const json = Json::parse(ProgramRun("fltcheck", "--json " + text + " " + file).output);
     EXPECT_TRUE(json["files"][0]["problem"].is_string());
     EXPECT_TRUE(json["files"][1]["problem"].is_null());

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 namespace
 {
@@ -250,4 +251,119 @@ TEST_F(Fltinfo, showsControlCharactersOfNamesAsText)
     EXPECT_FALSE(holds(run.output, "\x1b"));
     EXPECT_TRUE(holds(run.output, "group a\\x1b[31m"));
     EXPECT_EQ(ProgramRun("fltinfo", "--json " + (folder / "evil.flt")).exitCode, 0);
+}
+
+TEST_F(Fltinfo, saysTheMostImportantInALineAFile)
+{
+    std::string const file = town();
+    std::string const cut = folder.write("cut.flt", contentsOf(file).substr(0, 400));
+    ProgramRun const run("fltinfo", "--brief " + file + " " + cut);
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.output,
+              file +
+                  ": revision 1570, feet, 3 vertices, 1 face, 1 triangle, 1 texture missing, 1 x 1 x 0 m\n" +
+                  cut +
+                  ": revision 1570, feet, 0 vertices, 0 faces, 0 triangles, 0 textures missing, "
+                  "nothing to be seen, damaged\n");
+    std::filesystem::remove(folder / "sub/tower.flt");
+    EXPECT_EQ(ProgramRun("fltinfo", "--brief --fast " + file).output,
+              file + ": revision 1570, feet, 3 vertices, 1 face, 1 triangle, 1 texture missing, "
+                     "1 reference missing\n");
+    EXPECT_EQ(ProgramRun("fltinfo", "--brief --json " + file).exitCode, 2);
+}
+
+TEST_F(Fltinfo, describesAllDatabasesOfADirectoryAndBelowIt)
+{
+    std::string const file = town();
+    ProgramRun const run("fltinfo", "--brief --fast " + (folder / ""));
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 2);
+    EXPECT_LT(run.output.find("town.flt: revision"), run.output.find("sub/tower.flt: revision"));
+    EXPECT_EQ(Json::parse(ProgramRun("fltinfo", "--json --fast " + (folder / "sub")).output).size(), 1U)
+        << "a list, however many there are";
+    std::filesystem::remove_all(folder / "sub");
+    std::filesystem::create_directories(folder / "sub");
+    ProgramRun const none("fltinfo", "--fast " + (folder / "sub") + " " + file);
+    EXPECT_EQ(none.exitCode, 1);
+    EXPECT_TRUE(holds(none.errors, "holds no database")) << none.errors;
+    EXPECT_TRUE(holds(none.output, "town"));
+}
+
+TEST_F(Fltinfo, namesUsedMaterialsFirstAndTheSumsOfLists)
+{
+    FltWriter flt;
+    for (int index = 0; index < 40; ++index)
+        flt.add("Material", {{"index", index}, {"name", "m" + std::to_string(index)}});
+    flt.vertexPalette();
+    double const a = flt.vertex("VertexColor", 0, 0, 0), b = flt.vertex("VertexColor", 1, 0, 0),
+                 c = flt.vertex("VertexColorNormal", 0, 1, 0);
+    flt.push().add("Object").push().face({a, b, c}, {{"materialIndex", 33}}).pop().pop();
+    flt.save(folder / "a.flt");
+    std::string const output = ProgramRun("fltinfo", "--fast " + (folder / "a.flt")).output;
+    EXPECT_TRUE(holds(output, "\nMaterials: 40, 39 not used\n  33                  m33, used 1 time\n"
+                              "  0                   m0, used 0 times\n"))
+        << output;
+    EXPECT_TRUE(holds(output, "  vertices            3\n                      2  colour\n"
+                              "                      1  colour and normal\n"))
+        << output;
+    std::string const lists = ProgramRun("fltinfo", "--fast " + town()).output;
+    for (char const* const heading : {"\nTextures: 2, 1 missing, 2 not used\n", "\nExternal references: 1\n",
+                                      "\nSwitches: 1\n", "\nLevels of detail: 1\n", "\nMaterials: 1\n"})
+        EXPECT_TRUE(holds(lists, heading)) << heading << lists;
+}
+
+TEST_F(Fltinfo, saysTheLastChangeWithoutTheEndOfItsLine)
+{
+    FltWriter(1570, {{"lastRevisionDateTime", "Tue Mar  4 10:20:30 1997\n"}}).save(folder / "a.flt");
+    EXPECT_TRUE(holds(ProgramRun("fltinfo", "--fast " + (folder / "a.flt")).output,
+                      "  last change         Tue Mar  4 10:20:30 1997\n"));
+    EXPECT_EQ(
+        Json::parse(
+            ProgramRun("fltinfo", "--json --fast " + (folder / "a.flt")).output)["header"]["lastChange"],
+        "Tue Mar  4 10:20:30 1997");
+}
+
+TEST_F(Fltinfo, saysWhichOpcodesThereAreForOneThatIsNot)
+{
+    FltWriter().push().add("Group").pop().save(folder / "a.flt");
+    ProgramRun const run("fltinfo", "--records 9999 " + (folder / "a.flt"));
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(run.errors,
+              "fltinfo: warning: --records 9999: no record has this opcode. There are 1, 2, 10, 11\n");
+    EXPECT_EQ(ProgramRun("fltinfo", "--records 2 " + (folder / "a.flt")).errors, "");
+}
+
+TEST_F(Fltinfo, refusesValuesThatItDoesNotKnow)
+{
+    std::string const file = town();
+    for (char const* const option : {"--records=LOD", "--tree=all-of-it", "--deps=cmake"}) {
+        ProgramRun const run("fltinfo", std::string(option) + " " + file);
+        EXPECT_EQ(run.exitCode, 2) << option;
+        EXPECT_EQ(run.output, "") << option;
+        EXPECT_TRUE(holds(run.errors, ": give ")) << run.errors;
+    }
+}
+
+TEST_F(Fltinfo, countsFacesAndTrianglesAsOtherProgramsDo)
+{
+    std::string const sample = folder / "airfield.flt";
+    ASSERT_EQ(ProgramRun("make_sample", sample).exitCode, 0);
+    std::string const files = sample + " " + (folder / "airfield/terminal.flt");
+    Json const info = Json::parse(ProgramRun("fltinfo", "--json " + files).output);
+    for (char const* const what : {"faces", "triangles"})
+        EXPECT_EQ(info[0]["scene"][what],
+                  info[0]["geometry"][what].get<int>() + info[1]["geometry"][what].get<int>())
+            << "the airfield has the terminal in it: " << what;
+    std::string const table = ProgramRun("flt2iv", "--stat -o " + (folder / "a.iv") + " " + sample).output;
+    std::istringstream words(table.substr(table.find('\n') + 1));
+    std::string nodes, faces, triangles;
+    words >> nodes >> faces >> triangles;
+    auto const plain = [](std::string text) {
+        text.erase(std::remove(text.begin(), text.end(), ','), text.end());
+        return std::stoi(text);
+    };
+    EXPECT_EQ(plain(nodes), info[0]["scene"]["nodes"]);
+    EXPECT_EQ(plain(faces), info[0]["scene"]["faces"]);
+    EXPECT_EQ(plain(triangles), info[0]["scene"]["triangles"]);
 }

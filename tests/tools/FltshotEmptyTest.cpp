@@ -43,6 +43,15 @@ TEST_F(FltshotEmpty, saysThatEverythingIsSeenFromBehind)
     EXPECT_TRUE(holds(errors, "--two-sided")) << errors;
 }
 
+TEST_F(FltshotEmpty, saysThatAFlatModelIsSeenEdgeOn)
+{
+    for (char const* const options : {"--view front", "--from 45,0", "--view left --two-sided"}) {
+        std::string const errors = errorOf(square(255, 0, 0) + " " + options);
+        EXPECT_TRUE(holds(errors, "everything in view is edge-on. Choose another view, such as --view top."))
+            << options << ": " << errors;
+    }
+}
+
 TEST_F(FltshotEmpty, saysThatTheLevelsOfDetailHideEverything)
 {
     std::string const database = squaresBelow({levelUntil(3)}, {{0, 0, green}});

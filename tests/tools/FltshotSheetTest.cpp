@@ -110,3 +110,35 @@ TEST_F(FltshotSheet, neverReplacesOneOfItsDatabases)
     EXPECT_EQ(ProgramRun("fltshot", redFile + " " + blueFile + " -o " + (directory / "link.png")).exitCode,
               2);
 }
+
+TEST_F(FltshotSheet, takesAllDatabasesOfADirectory)
+{
+    ASSERT_EQ(run(directory / "").exitCode, 0);
+    ShotFile const sheet(output);
+    EXPECT_EQ(sheet.width, 12 + 2 * 112U);
+    EXPECT_LT(sheet.patchOf(2).x, sheet.patchOf(1).x - 90) << "by name: blue, green, red";
+    std::filesystem::remove(output);
+    std::string const alone = squares({{0, 0, red}}, "alone/red.flt");
+    ASSERT_EQ(run(directory / "alone").exitCode, 0);
+    EXPECT_EQ(ShotFile(output).height, 12 + 92U) << "a sheet, however many there are";
+    std::filesystem::remove(alone);
+    ProgramRun const none = run(directory / "alone");
+    EXPECT_EQ(none.exitCode, 1);
+    EXPECT_TRUE(holds(none.errors, "alone: holds no database")) << none.errors;
+}
+
+TEST_F(FltshotSheet, keepsAPictureThatIsThereWithNoClobber)
+{
+    static_cast<void>(directory.write("o.png", "mine"));
+    ProgramRun const kept = run("--no-clobber " + all);
+    EXPECT_EQ(kept.exitCode, 1);
+    EXPECT_TRUE(holds(kept.errors, "--no-clobber keeps it")) << kept.errors;
+    EXPECT_EQ(contentsOf(output), "mine");
+}
+
+TEST_F(FltshotSheet, saysWhereAPictureBelongs)
+{
+    ProgramRun const slip("fltshot", redFile + " out.png");
+    EXPECT_EQ(slip.exitCode, 2);
+    EXPECT_TRUE(holds(slip.errors, "-o OUT.png is required; did you mean -o out.png? Try: ")) << slip.errors;
+}

@@ -123,7 +123,7 @@ TEST_F(Fltshot, exitsWith2ForWrongUsage)
                               "--from nan,1",
                               "--from 1,91",
                               "--zoom 0",
-                              "--view left",
+                              "--view below",
                               "--view top --from 1,2",
                               "--view top --view front",
                               "--eye 1,2,3 --view top",

@@ -17,6 +17,21 @@ TEST_F(FltshotView, looksFromTheNamedSides)
     EXPECT_GT(iso.patchOf(0).y, iso.patchOf(1).y + 10) << "the east is nearer than the north";
 }
 
+TEST_F(FltshotView, looksFromTheOtherSidesToo)
+{
+    std::string const database = sample();
+    std::pair<char const*, char const*> const sides[] = {
+        {"back", "0,0"}, {"left", "270,0"}, {"right", "90,0"}, {"side", "90,0"}, {"front", "180,0"}};
+    for (auto const& [view, from] : sides)
+        EXPECT_EQ(shoot(database, std::string("--view ") + view).pixels,
+                  shoot(database, std::string("--from ") + from).pixels)
+            << view;
+    EXPECT_NE(shoot(database, "--view left").pixels, shoot(database, "--view right").pixels);
+    ShotFile const bottom = shoot(directions(), "--view bottom --two-sided");
+    EXPECT_GT(bottom.patchOf(1).y, bottom.patchOf(2).y + 20) << "south is at the top";
+    EXPECT_GT(bottom.patchOf(0).x, bottom.patchOf(2).x + 20) << "east is on the right";
+}
+
 TEST_F(FltshotView, seesTheSampleFromTheSouthAndFromTheEast)
 {
     std::string const database = sample();

@@ -172,6 +172,36 @@ TEST_F(OutputFileTest, NeverReplacesWhatIsToBeKeptWhateverNameLeadsToIt)
     EXPECT_EQ(contentsOf(path), "database");
 }
 
+TEST_F(OutputFileTest, KeepsAnExistingFileOnRequest)
+{
+    std::string const path = folder.write("a.iv", "old");
+    EXPECT_THROW(OutputFile(path, {}, OutputFile::Existing::keep), ToolError);
+    EXPECT_NE(OutputFile::problemOfReplacing(path).find("--no-clobber"), std::string::npos);
+    EXPECT_EQ(contentsOf(path), "old");
+    for (std::string const& other : {folder / "b.iv", std::string("-"), std::string("/dev/null")})
+        EXPECT_EQ(OutputFile::problemOfReplacing(other), "") << other;
+    OutputFile device("/dev/null", {}, OutputFile::Existing::keep);
+    write(device, "new");
+    device.commit();
+    {
+        OutputFile output(folder / "b.iv", {}, OutputFile::Existing::keep);
+        write(output, "new");
+        output.commit();
+    }
+    EXPECT_EQ(contentsOf(folder / "b.iv"), "new");
+    EXPECT_EQ(countFiles(), 2);
+}
+
+TEST_F(OutputFileTest, KeepsAFileThatCameWhileItWasWritten)
+{
+    OutputFile output(folder / "a.iv", {}, OutputFile::Existing::keep);
+    write(output, "new");
+    folder.write("a.iv", "another's");
+    EXPECT_THROW(output.commit(), ToolError);
+    EXPECT_EQ(contentsOf(folder / "a.iv"), "another's");
+    EXPECT_EQ(countFiles(), 1) << "nothing is left of the new one";
+}
+
 TEST_F(OutputFileTest, SaysWhyAnOutputCannotBeWritten)
 {
     EXPECT_EQ(refusalOf(folder / "no/a.iv").substr(0, 2), "1 ");

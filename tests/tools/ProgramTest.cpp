@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace
 {
@@ -108,6 +109,24 @@ TEST_P(ProgramFace, exitsWith2AndPointsToTheHelpForWrongUsage)
     }
 }
 
+TEST_P(ProgramFace, saysWhatWasMeantByASlip)
+{
+    std::pair<char const*, char const*> const slips[] = {
+        {"--texturepath=d x.flt", "there is no option --texturepath; did you mean --texture-path? Try: "},
+        {"--verbos x.flt", "there is no option --verbos; did you mean --verbose? Try: "},
+        {"--quiet=yes x.flt", "--quiet takes no value. Try: "},
+        {"--quiet=true x.flt", "--quiet takes no value. Try: "},
+        {"x.flt --texture-path", "--texture-path takes a value: --texture-path DIR. Try: "},
+        {"-", "a database isn't read from standard input (-)"},
+    };
+    for (auto const& [arguments, answer] : slips) {
+        ProgramRun const wrong = run(arguments);
+        EXPECT_EQ(wrong.exitCode, 2) << arguments;
+        EXPECT_EQ(wrong.output, "") << arguments;
+        EXPECT_EQ(wrong.errors.find(std::string(GetParam()) + ": " + answer), 0U) << wrong.errors;
+    }
+}
+
 TEST_P(ProgramFace, hasEachOptionInItsManualPageAndItsCompletions)
 {
     std::vector<std::string> const options = optionsIn(run("--help").output);
@@ -132,6 +151,13 @@ TEST_P(ProgramFace, completesOptionsInBash)
     EXPECT_EQ(completed(GetParam(), "", ""), "town.flt ");
 }
 
+TEST(ProgramChoice, saysTheWordsThatItKnows)
+{
+    EXPECT_TRUE(holds(ProgramRun("fltinfo", "--color allways x.flt").errors,
+                      "--color: give auto, always or never, not allways; did you mean always?"));
+    EXPECT_TRUE(holds(ProgramRun("flt2iv", "-o a.iv -o b.iv x.flt").errors, "-o can be given once only"));
+}
+
 TEST(ProgramCompletion, knowsTheWordsOfAnOption)
 {
     EXPECT_EQ(completed("fltinfo", "al", "--color"), "always ");
@@ -153,6 +179,16 @@ TEST_P(PrintingProgram, saysMoreWhenVerbose)
     std::string const file = folder / "database.flt";
     EXPECT_EQ(run("-v " + file).errors, std::string(GetParam()) + ": reading " + file + "\n");
     EXPECT_EQ(run("-v " + file).output, run(file).output);
+}
+
+TEST_P(PrintingProgram, saysThatADirectoryOfTexturesIsNotThere)
+{
+    faultlessDatabase().save(folder / "database.flt");
+    ProgramRun const told = run("--texture-path " + (folder / "no") + " " + (folder / "database.flt"));
+    EXPECT_EQ(told.exitCode, 0);
+    EXPECT_EQ(told.errors, std::string(GetParam()) + ": warning: --texture-path " + (folder / "no") +
+                               ": there is no such directory\n");
+    EXPECT_EQ(run("--texture-path " + (folder / "") + " " + (folder / "database.flt")).errors, "");
 }
 
 TEST_P(PrintingProgram, takesNamesThatBeginWithAMinusAfterTwo)

@@ -37,11 +37,8 @@ Json findingOf(FltFinding const& finding)
 
 Json countsOf(CheckedFile const& checked)
 {
-    using Severity = FltFindingKind::Severity;
-    Json counts = Json::object();
-    for (Severity const severity : {Severity::error, Severity::warning, Severity::note})
-        counts[CheckedFile::nameOf(severity)] = checked.count(severity);
-    return counts;
+    FindingCounts const counts = checked.counts();
+    return {{"error", counts.errors}, {"warning", counts.warnings}, {"note", counts.notes}};
 }
 
 /// A file's name as a relative or absolute reference.

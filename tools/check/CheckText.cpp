@@ -38,15 +38,29 @@ std::string CheckText::lineOf(FltFinding const& finding) const
     return line + " " + colours.dim("[" + finding.kind->code() + "]") + "\n";
 }
 
-std::string CheckText::summaryOf(CheckedFile const& checked) const
+/// "2 errors, 1 note"
+std::string CheckText::summaryOf(FindingCounts const& counts) const
 {
     std::string summary;
-    for (Severity const severity : {Severity::error, Severity::warning, Severity::note})
-        if (std::uint64_t const count = checked.count(severity))
-            summary += (summary.empty() ? "" : ", ") + Numbers::counted(count, CheckedFile::nameOf(severity),
-                                                                        CheckedFile::nameOf(severity) + "s");
-    return colours.bold(FltText::printable(checked.file)) + ": " +
-           (summary.empty() ? colours.green("nothing found") : summary) + "\n";
+    auto const add = [&summary](std::uint64_t count, Severity severity) {
+        std::string const name = CheckedFile::nameOf(severity);
+        if (count != 0)
+            summary += (summary.empty() ? "" : ", ") + Numbers::counted(count, name, name + "s");
+    };
+    add(counts.errors, Severity::error);
+    add(counts.warnings, Severity::warning);
+    add(counts.notes, Severity::note);
+    return summary.empty() ? colours.green("nothing found") : summary;
+}
+
+std::string CheckText::totalOf(FindingCounts const& counts, std::size_t files, std::size_t unreadable) const
+{
+    if (isQuiet)
+        return "";
+    std::string const lost =
+        unreadable == 0 ? "" : ", " + colours.red(Numbers::grouped(unreadable) + " can't be read");
+    return colours.bold(Numbers::counted(files, "file", "files") + " checked") + lost + ": " +
+           summaryOf(counts) + "\n";
 }
 
 std::string CheckText::of(CheckedFile const& checked) const
@@ -62,7 +76,7 @@ std::string CheckText::of(CheckedFile const& checked) const
     for (auto const& [number, more] : checked.leftOut)
         text += colours.bold(FltText::printable(checked.file)) + ": " + Numbers::grouped(more) + " more of " +
                 FltFindingTable::of(number).code() + "\n";
-    return text + summaryOf(checked);
+    return text + colours.bold(FltText::printable(checked.file)) + ": " + summaryOf(checked.counts()) + "\n";
 }
 
 std::string CheckText::pageOf(FltFindingKind const& kind)

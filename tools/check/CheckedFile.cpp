@@ -1,13 +1,27 @@
 #include "check/CheckedFile.h"
 
-std::uint64_t CheckedFile::count(FltFindingKind::Severity severity) const
+FindingCounts& FindingCounts::operator+=(FindingCounts const& other)
 {
-    std::uint64_t sum = 0;
+    errors += other.errors;
+    warnings += other.warnings;
+    notes += other.notes;
+    return *this;
+}
+
+FindingCounts CheckedFile::counts() const
+{
+    using Severity = FltFindingKind::Severity;
+    FindingCounts counts;
+    auto const add = [&counts](Severity severity, std::uint64_t number) {
+        (severity == Severity::error     ? counts.errors
+         : severity == Severity::warning ? counts.warnings
+                                         : counts.notes) += number;
+    };
     for (FltFinding const& finding : findings)
-        sum += finding.kind->severity == severity ? 1 : 0;
+        add(finding.kind->severity, 1);
     for (auto const& [number, more] : leftOut)
-        sum += FltFindingTable::of(number).severity == severity ? more : 0;
-    return sum;
+        add(FltFindingTable::of(number).severity, more);
+    return counts;
 }
 
 std::string CheckedFile::nameOf(FltFindingKind::Severity severity)

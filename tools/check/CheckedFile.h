@@ -7,6 +7,15 @@
 #include <string>
 #include <vector>
 
+/// How many findings there are of each severity.
+struct FindingCounts {
+    std::uint64_t errors = 0;
+    std::uint64_t warnings = 0;
+    std::uint64_t notes = 0;
+
+    FindingCounts& operator+=(FindingCounts const& other);
+};
+
 /// What a check found in one file.
 struct CheckedFile {
     std::string file;
@@ -14,7 +23,7 @@ struct CheckedFile {
     std::vector<FltFinding> findings;
     std::map<int, std::uint64_t> leftOut; ///< How many more findings there are, by the number of their kind.
 
-    std::uint64_t count(FltFindingKind::Severity severity) const;
+    FindingCounts counts() const;
 
     /// "error"
     static std::string nameOf(FltFindingKind::Severity severity);

@@ -2,6 +2,7 @@
 
 #include "check/CheckJson.h"
 #include "check/CheckText.h"
+#include "support/DatabaseFiles.h"
 #include "support/JsonText.h"
 #include "support/Program.h"
 #include "support/TextureFinder.h"
@@ -28,6 +29,7 @@ struct Options {
     bool isJson = false;
     bool isSarif = false;
     bool isStrict = false;
+    bool isForgiving = false;
     bool isExact = false;
     bool isFast = false;
 };
@@ -37,7 +39,7 @@ ProgramDescription description()
     return {
         "fltcheck",
         "say what is damaged in OpenFlight databases, and what won't be seen",
-        "FILE.flt...",
+        "FILE.flt|DIR...",
         {"Every finding has a code that never changes, a severity, the byte offset of its record, and the "
          "name of "
          "its node. What is found several times in a node is one finding with a count. An error is damage, a "
@@ -46,9 +48,12 @@ ProgramDescription description()
          "A code is explained by --explain CODE; --codes lists them all.",
          "Each file is judged by itself. Of the files that it refers to only those are named that are "
          "missing, "
-         "can't be read, or lead back to it."},
+         "can't be read, or lead back to it.",
+         "Of a directory all databases are judged, and those of the directories below it. The last line "
+         "counts "
+         "what was found in several files."},
         {{"fltcheck airfield.flt", "what is wrong with it"},
-         {"fltcheck --strict *.flt", "exit with 3 if there are errors or warnings"},
+         {"fltcheck --strict models/", "a directory; exit with 3 for warnings, too"},
          {"fltcheck --ignore FLT-205 airfield.flt", "all but faces that aren't flat"},
          {"fltcheck --exact airfield.flt", "and what the exact conversion loses"},
          {"fltcheck --sarif *.flt >check.sarif", "for a service that reads SARIF"},
@@ -129,28 +134,43 @@ CheckedFile check(Program const& program, Options const& options, std::string co
     return {file, "", check.findings(), check.leftOut()};
 }
 
+/// What is wrong with a file, also if it can't be read.
+CheckedFile judge(Program const& program, Options const& options, std::string const& file)
+{
+    try {
+        return check(program, options, file);
+    } catch (std::exception const& problem) {
+        program.error(problem.what());
+        return {file, problem.what(), {}, {}};
+    }
+}
+
+std::set<int> ignoredIn(Options const& options)
+{
+    std::set<int> numbers;
+    for (std::string const& code : options.ignored)
+        numbers.insert(kindOf(code).number);
+    return numbers;
+}
+
+bool isBad(Options const& options, FindingCounts const& counts)
+{
+    return !options.isForgiving && (counts.errors != 0 || (options.isStrict && counts.warnings != 0));
+}
+
 ExitCode checkAll(Program const& program, Options const& options)
 {
-    std::set<int> ignored;
-    for (std::string const& code : options.ignored)
-        ignored.insert(kindOf(code).number);
+    std::set<int> const ignored = ignoredIn(options);
+    DatabaseFiles const databases = DatabaseFiles::named(options.files);
     CheckText const text(program.colours(), program.isQuiet());
     std::vector<CheckedFile> all;
-    ExitCode code = ExitCode::success;
-    for (std::string const& file : options.files) {
-        CheckedFile checked;
-        try {
-            checked = check(program, options, file);
-        } catch (std::exception const& problem) {
-            checked = {file, problem.what(), {}, {}};
-            program.error(problem.what());
-            code = ExitCode::failed;
-        }
+    FindingCounts total;
+    std::size_t unreadable = 0;
+    for (std::string const& file : databases.files) {
+        CheckedFile checked = judge(program, options, file);
         drop(ignored, checked);
-        using Severity = FltFindingKind::Severity;
-        bool const isBad = checked.count(Severity::error) + checked.count(Severity::warning) != 0;
-        if (options.isStrict && isBad && code == ExitCode::success)
-            code = ExitCode::findings;
+        unreadable += checked.problem.empty() ? 0 : 1;
+        total += checked.counts();
         if (options.isJson || options.isSarif)
             all.push_back(std::move(checked));
         else
@@ -160,7 +180,10 @@ ExitCode checkAll(Program const& program, Options const& options)
         print(CheckJson::sarifOf(all));
     else if (options.isJson)
         print(CheckJson::of(all));
-    return code;
+    else if (!DatabaseFiles::isOneFile(options.files))
+        print(text.totalOf(total, databases.files.size() - unreadable, unreadable));
+    bool const isRead = program.reported(databases.problems) == ExitCode::success && unreadable == 0;
+    return !isRead ? ExitCode::failed : isBad(options, total) ? ExitCode::findings : ExitCode::success;
 }
 
 ExitCode obey(Program const& program, Options const& options)
@@ -178,6 +201,8 @@ ExitCode obey(Program const& program, Options const& options)
         throw UsageError("FILE is required");
     if (options.isJson && options.isSarif)
         throw UsageError("--json and --sarif exclude each other");
+    if (options.isStrict && options.isForgiving)
+        throw UsageError("--strict and --exit-zero contradict each other");
     return checkAll(program, options);
 }
 
@@ -187,7 +212,9 @@ int main(int argc, char** argv)
 {
     Options options;
     Program program(description());
-    program.flag("--strict", options.isStrict, "Exit with 3 if there are errors or warnings.");
+    program.flag("--strict", options.isStrict, "Exit with 3 for warnings as well as for errors.");
+    program.flag("--exit-zero", options.isForgiving,
+                 "Exit with 0 whatever is found. A file that can't be read still gives 1.");
     program.values("--ignore", options.ignored, "CODE", "Say nothing of a kind of finding. May be repeated.");
     program.flag("--exact", options.isExact,
                  "Judge what the exact conversion loses, in place of the complete one.");

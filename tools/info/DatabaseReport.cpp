@@ -2,6 +2,7 @@
 
 #include "loader/FltScene.h"
 
+#include <algorithm>
 #include <map>
 
 namespace
@@ -65,6 +66,31 @@ std::vector<std::pair<std::string, std::uint64_t>> DatabaseReport::verticesByFor
     if (pooled != 0)
         counts.emplace_back("in meshes", pooled);
     return counts;
+}
+
+std::uint64_t DatabaseReport::vertices() const
+{
+    std::uint64_t sum = 0;
+    for (auto const& [form, count] : verticesByForm())
+        sum += count;
+    return sum;
+}
+
+std::uint64_t DatabaseReport::missingTextures() const
+{
+    auto const& all = dependencies.textures();
+    return static_cast<std::uint64_t>(
+        std::count_if(all.begin(), all.end(),
+                      [](FltDependencies::Texture const& texture) { return texture.path.empty(); }));
+}
+
+std::uint64_t DatabaseReport::missingReferences() const
+{
+    auto const& all = dependencies.references();
+    return static_cast<std::uint64_t>(
+        std::count_if(all.begin(), all.end(), [](FltDependencies::Reference const& reference) {
+            return reference.state != FltDependencies::State::found;
+        }));
 }
 
 std::string DatabaseReport::childrenOf(FltInventory::Switch const& one, int mask, std::uint32_t children)

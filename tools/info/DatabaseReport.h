@@ -5,6 +5,7 @@
 #include "inspect/FltDependencies.h"
 #include "inspect/FltInventory.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
@@ -27,6 +28,12 @@ struct DatabaseReport {
 
     /// Vertices by what each holds: "colour and normal".
     std::vector<std::pair<std::string, std::uint64_t>> verticesByForm() const;
+
+    std::uint64_t vertices() const;
+
+    /// Those that the database and all that it refers to need, and that aren't there.
+    std::uint64_t missingTextures() const;
+    std::uint64_t missingReferences() const;
 
     /// The numbers of the children that a mask shows: "0 2 5".
     static std::string childrenOf(FltInventory::Switch const& one, int mask, std::uint32_t children);

@@ -136,7 +136,11 @@ Json sceneOf(SceneMeasure const& scene)
     Json box;
     if (!scene.isEmpty)
         box = {{"least", numbers(scene.least)}, {"greatest", numbers(scene.most)}};
-    return {{"nodes", scene.nodes}, {"bytes", scene.bytes}, {"box", std::move(box)}};
+    return {{"nodes", scene.statistics.nodes},
+            {"faces", scene.statistics.faces},
+            {"triangles", scene.statistics.triangles},
+            {"bytes", scene.bytes},
+            {"box", std::move(box)}};
 }
 
 } // namespace

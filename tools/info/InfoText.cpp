@@ -6,6 +6,7 @@
 #include "records/FltOpcodeName.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace
 {
@@ -25,11 +26,31 @@ std::string triple(std::array<double, 3> const& place)
     return Numbers::plain(place[0]) + "  " + Numbers::plain(place[1]) + "  " + Numbers::plain(place[2]);
 }
 
+/// "10 x 20 x 2.5 m"
+std::string sizeOf(SceneMeasure const& scene)
+{
+    std::string size;
+    for (std::size_t axis = 0; axis < scene.least.size(); ++axis)
+        size += (axis == 0 ? "" : " x ") + Numbers::plain(scene.most[axis] - scene.least[axis]);
+    return size + " m";
+}
+
+/// ", 2 missing" and the like; empty for none.
+std::string part(std::uint64_t count, std::string const& what)
+{
+    return count == 0 ? "" : ", " + Numbers::grouped(count) + " " + what;
+}
+
 } // namespace
 
 void InfoText::heading(std::string_view title)
 {
     text += "\n" + colours.bold(title) + "\n";
+}
+
+void InfoText::heading(std::string_view title, std::uint64_t count, std::string const& more)
+{
+    heading(std::string(title) + ": " + Numbers::grouped(count) + more);
 }
 
 void InfoText::line(std::string_view name, std::string_view value)
@@ -51,6 +72,25 @@ void InfoText::andMore(std::size_t more)
         line("", "and " + Numbers::grouped(more) + " more; --json has all");
 }
 
+std::string InfoText::lineOf(DatabaseReport const& report) const
+{
+    FltInventory const& inventory = report.inventory;
+    std::string const head = ": revision " + std::to_string(inventory.header.revision) + ", " +
+                             report.units() + ", " +
+                             Numbers::counted(report.vertices(), "vertex", "vertices") + ", " +
+                             Numbers::counted(inventory.faces.size(), "face", "faces") + ", " +
+                             Numbers::counted(inventory.triangles(), "triangle", "triangles") + ", ";
+    std::string missing = Numbers::counted(report.missingTextures(), "texture", "textures") + " missing";
+    if (std::uint64_t const references = report.missingReferences())
+        missing += ", " + Numbers::counted(references, "reference", "references") + " missing";
+    std::string extent;
+    if (report.scene)
+        extent = report.scene->isEmpty ? ", nothing to be seen" : ", " + sizeOf(*report.scene);
+    std::string const damaged =
+        inventory.fault() != FltFraming::Fault::none ? ", " + colours.red("damaged") : "";
+    return colours.bold(FltText::printable(inventory.path())) + head + missing + extent + damaged + "\n";
+}
+
 std::string InfoText::of(DatabaseReport const& report)
 {
     text = colours.bold(FltText::printable(report.inventory.path())) + "\n";
@@ -58,7 +98,8 @@ std::string InfoText::of(DatabaseReport const& report)
     writeGeometry(report);
     writeHierarchy(report);
     writeMaterials(report.inventory);
-    writeFiles(report);
+    writeTextures(report);
+    writeReferences(report);
     writeScene(report);
     writeRecords(report.inventory);
     return std::move(text);
@@ -92,8 +133,11 @@ void InfoText::writeGeometry(DatabaseReport const& report)
     line("faces", Numbers::grouped(inventory.faces.size()));
     line("meshes", Numbers::grouped(inventory.meshes.size()));
     line("triangles", Numbers::grouped(inventory.triangles()));
-    for (auto const& [form, count] : report.verticesByForm())
-        line("vertices", Numbers::grouped(count) + "  " + form);
+    auto const forms = report.verticesByForm();
+    if (forms.size() != 1)
+        line("vertices", Numbers::grouped(report.vertices()));
+    for (auto const& [form, count] : forms)
+        line(forms.size() == 1 ? "vertices" : "", Numbers::grouped(count) + "  " + form);
 }
 
 void InfoText::writeHierarchy(DatabaseReport const& report)
@@ -125,7 +169,7 @@ void InfoText::writeLevelsOfDetail(FltInventory const& inventory)
 {
     if (inventory.levelsOfDetail.empty())
         return;
-    heading("Levels of detail");
+    heading("Levels of detail", inventory.levelsOfDetail.size());
     std::size_t const shown = std::min(inventory.levelsOfDetail.size(), mostLines);
     for (std::size_t i = 0; i < shown; ++i) {
         FltInventory::LevelOfDetail const& lod = inventory.levelsOfDetail[i];
@@ -142,7 +186,7 @@ void InfoText::writeSwitches(FltInventory const& inventory)
     constexpr std::uint32_t mostChildren = 64;
     if (inventory.switches.empty())
         return;
-    heading("Switches");
+    heading("Switches", inventory.switches.size());
     std::size_t const shown = std::min(inventory.switches.size(), mostLines);
     for (std::size_t i = 0; i < shown; ++i) {
         FltInventory::Switch const& one = inventory.switches[i];
@@ -161,7 +205,7 @@ void InfoText::writeDegreesOfFreedom(FltInventory const& inventory)
 {
     if (inventory.degreesOfFreedom.empty())
         return;
-    heading("Degrees of freedom");
+    heading("Degrees of freedom", inventory.degreesOfFreedom.size());
     std::size_t const shown = std::min(inventory.degreesOfFreedom.size(), mostLines);
     for (std::size_t i = 0; i < shown; ++i) {
         FltInventory::DegreeOfFreedom const& dof = inventory.degreesOfFreedom[i];
@@ -178,52 +222,71 @@ void InfoText::writeDegreesOfFreedom(FltInventory const& inventory)
     andMore(inventory.degreesOfFreedom.size() - shown);
 }
 
+/// Those that are used come first: of a palette of the old form most of the 64 entries are empty.
 void InfoText::writeMaterials(FltInventory const& inventory)
 {
-    if (inventory.materials.empty())
+    using Material = FltInventory::Palette::value_type;
+    std::vector<Material const*> list;
+    for (Material const& material : inventory.materials)
+        if (!inventory.hasOldMaterialPalette || material.second.uses != 0)
+            list.push_back(&material);
+    if (list.empty())
         return;
-    heading("Materials");
-    std::size_t shown = 0, used = 0;
-    for (auto const& [index, material] : inventory.materials) {
-        // A palette of the old form has 64 entries, most of them empty.
-        if (inventory.hasOldMaterialPalette && material.uses == 0)
-            continue;
-        if (++used > mostLines)
-            continue;
-        ++shown;
+    auto const firstUnused = std::stable_partition(
+        list.begin(), list.end(), [](Material const* material) { return material->second.uses != 0; });
+    heading("Materials", list.size(), part(static_cast<std::uint64_t>(list.end() - firstUnused), "not used"));
+    std::size_t const shown = std::min(list.size(), mostLines);
+    for (std::size_t i = 0; i < shown; ++i) {
+        auto const& [index, material] = *list[i];
         line(std::to_string(index), material.name + (material.name.empty() ? "" : ", ") + "used " +
                                         Numbers::counted(material.uses, "time", "times"));
     }
-    andMore(used - shown);
+    andMore(list.size() - shown);
 }
 
-void InfoText::writeFiles(DatabaseReport const& report)
+void InfoText::writeFile(std::string const& name, std::string const& where, std::string const& problem)
 {
-    std::string const& path = report.inventory.path();
-    auto const print = [&](std::string const& name, std::string const& where, std::string const& problem) {
-        text +=
-            "  " + FltText::printable(name) + "\n" + std::string(nameWidth, ' ') +
+    text += "  " + FltText::printable(name) + "\n" + std::string(nameWidth, ' ') +
             (problem.empty() ? colours.green("found ") + FltText::printable(where) : colours.red(problem)) +
             "\n";
-    };
-    std::size_t count = 0;
+}
+
+void InfoText::writeTextures(DatabaseReport const& report)
+{
+    std::vector<FltDependencies::Texture const*> list;
+    std::uint64_t missing = 0, unused = 0;
     for (FltDependencies::Texture const& texture : report.dependencies.textures()) {
-        if (texture.database != path)
+        if (texture.database != report.inventory.path())
             continue;
-        if (count++ == 0)
-            heading("Textures");
-        print(texture.name + (texture.uses == 0 ? " (not used)" : ""), texture.path,
-              texture.path.empty() ? "missing" : "");
+        list.push_back(&texture);
+        missing += texture.path.empty() ? 1 : 0;
+        unused += texture.uses == 0 ? 1 : 0;
     }
-    count = 0;
+    if (list.empty())
+        return;
+    heading("Textures", list.size(), part(missing, "missing") + part(unused, "not used"));
+    for (FltDependencies::Texture const* const texture : list)
+        writeFile(texture->name + (texture->uses == 0 ? " (not used)" : ""), texture->path,
+                  texture->path.empty() ? "missing" : "");
+}
+
+void InfoText::writeReferences(DatabaseReport const& report)
+{
+    using State = FltDependencies::State;
+    std::vector<FltDependencies::Reference const*> list;
+    std::uint64_t found = 0;
     for (FltDependencies::Reference const& reference : report.dependencies.references()) {
-        if (reference.database != path)
+        if (reference.database != report.inventory.path())
             continue;
-        if (count++ == 0)
-            heading("External references");
-        bool const isFound = reference.state == FltDependencies::State::found;
-        print(reference.name, reference.path, isFound ? "" : DatabaseReport::stateOf(reference.state));
+        list.push_back(&reference);
+        found += reference.state == State::found ? 1 : 0;
     }
+    if (list.empty())
+        return;
+    heading("External references", list.size(), part(list.size() - found, "not found"));
+    for (FltDependencies::Reference const* const reference : list)
+        writeFile(reference->name, reference->path,
+                  reference->state == State::found ? "" : DatabaseReport::stateOf(reference->state));
 }
 
 void InfoText::writeScene(DatabaseReport const& report)
@@ -232,7 +295,9 @@ void InfoText::writeScene(DatabaseReport const& report)
         return;
     SceneMeasure const& scene = *report.scene;
     heading("Scene");
-    line("nodes", Numbers::grouped(scene.nodes));
+    line("nodes", Numbers::grouped(scene.statistics.nodes));
+    line("faces", Numbers::grouped(scene.statistics.faces));
+    line("triangles", Numbers::grouped(scene.statistics.triangles));
     line("memory", "about " + Numbers::bytes(scene.bytes));
     if (scene.isEmpty) {
         line("box", "empty: nothing is to be seen");

@@ -4,6 +4,7 @@
 #include "support/Colours.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -15,12 +16,18 @@ public:
 
     std::string of(DatabaseReport const& report);
 
+    /// The most important of it in a line.
+    std::string lineOf(DatabaseReport const& report) const;
+
     /// The hierarchy, a line a node.
     /// @param depth levels below the header that are shown
     std::string treeOf(FltInventory const& inventory, std::uint32_t depth);
 
 private:
     void heading(std::string_view title);
+
+    /// Of a list: "Switches: 2".
+    void heading(std::string_view title, std::uint64_t count, std::string const& more = "");
 
     /// @param value may come from the file
     void line(std::string_view name, std::string_view value);
@@ -33,7 +40,11 @@ private:
     void writeSwitches(FltInventory const& inventory);
     void writeDegreesOfFreedom(FltInventory const& inventory);
     void writeMaterials(FltInventory const& inventory);
-    void writeFiles(DatabaseReport const& report);
+    void writeTextures(DatabaseReport const& report);
+    void writeReferences(DatabaseReport const& report);
+
+    /// @param problem empty if it was found
+    void writeFile(std::string const& name, std::string const& where, std::string const& problem);
     void writeScene(DatabaseReport const& report);
     void writeRecords(FltInventory const& inventory);
     std::string labelOf(FltInventory const& inventory, std::uint32_t node) const;

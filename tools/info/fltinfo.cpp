@@ -3,6 +3,7 @@
 #include "info/DatabaseReport.h"
 #include "info/InfoJson.h"
 #include "info/InfoText.h"
+#include "support/DatabaseFiles.h"
 #include "support/JsonText.h"
 #include "support/Program.h"
 #include "support/TextureFinder.h"
@@ -12,11 +13,12 @@
 #include "loader/FltRecordReader.h"
 #include "messages/FltText.h"
 
-#include <Inventor/nodes/SoSeparator.h>
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <limits>
 #include <nlohmann/json.hpp>
+#include <set>
 
 namespace
 {
@@ -31,6 +33,7 @@ struct Options {
     std::string deps;
     bool isJson = false;
     bool isFast = false;
+    bool isBrief = false;
 };
 
 constexpr char all[] = "all";
@@ -39,18 +42,20 @@ ProgramDescription description()
 {
     return {"fltinfo",
             "say what OpenFlight databases hold",
-            "FILE.flt...",
+            "FILE.flt|DIR...",
             {"The database is read, and unless --fast is given its scene graph is made, for its box and its "
              "memory. "
              "Nothing is written but to standard output.",
              "Distances are in the units of the database, those of the scene's box in metres.",
              "Textures and references are listed with where they were found, as programs on the toolkit find "
-             "them."},
+             "them.",
+             "Of a directory all databases are described, and those of the directories below it."},
             {{"fltinfo airfield.flt", "what it holds: header, geometry, hierarchy, files"},
              {"fltinfo --tree 2 airfield.flt", "the upper two levels of its hierarchy"},
              {"fltinfo --records 73 airfield.flt", "its levels of detail, all fields, as JSON"},
              {"fltinfo --deps airfield.flt", "all files that it needs"},
              {"fltinfo --deps=make airfield.flt", "the same as a rule for make"},
+             {"fltinfo --brief models/", "a line for each of a directory"},
              {"fltinfo --json *.flt", "everything, for a program"}},
             ExitCode::wrongUsage,
             {"fltcheck", "flt2iv", "fltshot"}};
@@ -63,9 +68,30 @@ bool isNumber(std::string const& text)
     });
 }
 
+bool isFormOfFiles(std::string const& word)
+{
+    return word == "list" || word == "make";
+}
+
 void print(std::string const& text)
 {
     std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
+/// Refuses what can't be obeyed.
+void check(Options const& options)
+{
+    if (!options.records.empty() && options.records != all && !isNumber(options.records))
+        throw UsageError("--records " + options.records +
+                         ": give the number of an opcode, as in --records 73");
+    if (!options.tree.empty() && options.tree != all && !isNumber(options.tree))
+        throw UsageError("--tree " + options.tree + ": give a number of levels, as in --tree 2");
+    if (!options.deps.empty() && !isFormOfFiles(options.deps))
+        throw UsageError("--deps " + options.deps + ": give list or make");
+    bool const isOther =
+        options.isJson || !options.tree.empty() || !options.records.empty() || !options.deps.empty();
+    if (options.isBrief && isOther)
+        throw UsageError("--brief is a form of its own: leave out --json, --tree, --records and --deps");
 }
 
 std::uint32_t depthOf(std::string const& option)
@@ -74,11 +100,42 @@ std::uint32_t depthOf(std::string const& option)
                             : std::numeric_limits<std::uint32_t>::max();
 }
 
-void printRecords(std::string const& file, std::string const& wanted)
+/// Does something with each database, and reports what it throws.
+ExitCode forEach(Program const& program, std::vector<std::string> const& files,
+                 std::function<void(std::string const& file)> const& work)
 {
-    for (FltRecordReader reader(file); reader.next();)
-        if (wanted == all || std::to_string(reader.opcode()) == wanted)
-            print(reader.json() + "\n");
+    ExitCode code = ExitCode::success;
+    for (std::string const& file : files)
+        try {
+            work(file);
+        } catch (std::exception const& problem) {
+            program.error(problem.what());
+            code = ExitCode::failed;
+        }
+    return code;
+}
+
+/// Prints the records of an opcode, or all of them.
+ExitCode printRecords(Program const& program, std::vector<std::string> const& files,
+                      std::string const& option)
+{
+    bool const wantsAll = option == all;
+    int const wanted = wantsAll ? 0 : std::stoi(option);
+    std::set<int> opcodes;
+    ExitCode const code = forEach(program, files, [&](std::string const& file) {
+        for (FltRecordReader reader(file); reader.next();) {
+            opcodes.insert(reader.opcode());
+            if (wantsAll || reader.opcode() == wanted)
+                print(reader.json() + "\n");
+        }
+    });
+    if (wantsAll || opcodes.empty() || opcodes.count(wanted) != 0)
+        return code;
+    std::string known;
+    for (int const opcode : opcodes)
+        known += (known.empty() ? "" : ", ") + std::to_string(opcode);
+    program.warn("--records " + option + ": no record has this opcode. There are " + known);
+    return code;
 }
 
 /// A file's name as make takes it.
@@ -139,7 +196,7 @@ std::optional<SceneMeasure> measureScene(Options const& options, std::string con
         FltLoader loader;
         loader.texturePath = options.texturePath;
         FltScene const scene = loader.load(file);
-        return SceneMeasure::of(scene.root());
+        return SceneMeasure::of(scene, file);
     } catch (FltLoadError const& error) {
         problem = error.what();
     }
@@ -149,10 +206,6 @@ std::optional<SceneMeasure> measureScene(Options const& options, std::string con
 /// @param list takes what is to be printed as JSON
 void describe(Program const& program, Options const& options, std::string const& file, Json& list)
 {
-    if (!options.records.empty()) {
-        printRecords(file, options.records);
-        return;
-    }
     program.detail("reading " + file);
     std::string problem;
     std::optional<SceneMeasure> scene;
@@ -184,28 +237,30 @@ void describe(Program const& program, Options const& options, std::string const&
     DatabaseReport const report{inventory, dependencies, scene};
     if (options.isJson)
         list.push_back(InfoJson::of(report));
+    else if (options.isBrief)
+        print(InfoText(program.colours()).lineOf(report));
     else
         print(InfoText(program.colours()).of(report));
 }
 
 ExitCode describeAll(Program const& program, Options const& options)
 {
-    ExitCode code = ExitCode::success;
+    check(options);
+    DatabaseFiles const databases = DatabaseFiles::named(options.files);
+    ExitCode const found = program.reported(databases.problems);
+    if (!options.records.empty())
+        return std::max(found, printRecords(program, databases.files, options.records));
+    bool const hasGaps = !options.isJson && !options.isBrief && options.deps.empty();
     Json list = Json::array();
-    for (std::size_t i = 0; i < options.files.size(); ++i) {
-        if (i != 0 && !options.isJson && options.deps.empty() && options.records.empty())
+    ExitCode const described = forEach(program, databases.files, [&](std::string const& file) {
+        if (hasGaps && &file != &databases.files.front())
             print("\n");
-        try {
-            describe(program, options, options.files[i], list);
-        } catch (std::exception const& problem) {
-            program.error(problem.what());
-            code = ExitCode::failed;
-        }
-    }
+        describe(program, options, file, list);
+    });
     // One file gives one object, several a list.
-    if (options.isJson && options.records.empty() && !list.empty())
-        print(JsonText::of(options.files.size() == 1 ? list[0] : list));
-    return code;
+    if (options.isJson && !list.empty())
+        print(JsonText::of(DatabaseFiles::isOneFile(options.files) ? list[0] : list));
+    return std::max(found, described);
 }
 
 } // namespace
@@ -219,9 +274,11 @@ int main(int argc, char** argv)
     program.optionalValue("--records", options.records, all, "OPCODE", isNumber,
                           "Print the records, or those of an opcode: one JSON object a line.");
     program.optionalValue(
-        "--deps", options.deps, "list", "FORM",
-        [](std::string const& word) { return word == "list" || word == "make"; },
+        "--deps", options.deps, "list", "FORM", isFormOfFiles,
         "Print the database and all files that it needs, recursively: as a list, or as a rule for make.");
+    program.flag(
+        "--brief", options.isBrief,
+        "Print a line a file: revision, unit, vertices, faces, triangles, missing textures, extent.");
     program.flag("--json", options.isJson, "Print JSON: an object, or a list of objects for several files.");
     program.flag("--fast", options.isFast, "Make no scene graph: no box, no memory.");
     program.values("--texture-path", options.texturePath, "DIR",

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "iv/SceneForm.h"
+#include "support/OutputFile.h"
 
 #include "loader/FltLoader.h"
 
@@ -14,6 +15,7 @@ struct ConversionOptions {
     SceneForm form;
     bool embedsTextures = false;
     bool measures = false; ///< Whether the scene is measured for statistics.
+    OutputFile::Existing existing = OutputFile::Existing::replace; ///< Results that are there already.
     FltLoader::References references = FltLoader::References::follow;
     FltLoader::Units units = FltLoader::Units::metres;
 };
@@ -31,6 +33,7 @@ struct Conversion {
 /// What a conversion made.
 struct ConversionStatistics {
     std::uint64_t nodes = 0;
+    std::uint64_t faces = 0;
     std::uint64_t triangles = 0;
     std::uint64_t textures = 0; ///< Those that were found.
     std::uint64_t bytesIn = 0;  ///< Of the database without those that it refers to.

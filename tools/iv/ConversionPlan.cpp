@@ -1,10 +1,9 @@
 #include "iv/ConversionPlan.h"
 
 #include "iv/FileIdentity.h"
-#include "support/FileEnding.h"
+#include "support/DatabaseFiles.h"
 #include "support/Program.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -13,12 +12,6 @@ namespace
 {
 
 namespace fs = std::filesystem;
-
-bool isDatabase(fs::directory_entry const& file)
-{
-    std::error_code ignored;
-    return FileEnding::of(file.path().string()) == ".flt" && !file.is_directory(ignored);
-}
 
 std::string withEnding(fs::path file, std::string const& ending)
 {
@@ -35,29 +28,6 @@ std::string plain(fs::path const& path)
 bool leaves(fs::path const& relative)
 {
     return relative.empty() || relative.is_absolute() || *relative.begin() == "..";
-}
-
-struct Folder {
-    fs::path path;
-    std::vector<fs::path> databases; ///< By name.
-    std::vector<fs::path> folders;   ///< By name.
-    std::error_code problem;
-};
-
-Folder read(fs::path const& path)
-{
-    Folder folder{path, {}, {}, {}};
-    fs::directory_iterator entry(path, folder.problem);
-    for (; !folder.problem && entry != fs::directory_iterator(); entry.increment(folder.problem)) {
-        std::error_code ignored;
-        if (isDatabase(*entry))
-            folder.databases.push_back(entry->path());
-        else if (!entry->is_symlink(ignored) && entry->is_directory(ignored))
-            folder.folders.push_back(entry->path());
-    }
-    std::sort(folder.databases.begin(), folder.databases.end());
-    std::sort(folder.folders.begin(), folder.folders.end());
-    return folder;
 }
 
 } // namespace
@@ -84,8 +54,7 @@ void ConversionPlan::addFile(std::string const& input, std::string const& output
 
 void ConversionPlan::addInput(std::string const& input, std::string const& outputDirectory)
 {
-    std::error_code ignored;
-    if (fs::is_directory(input, ignored))
+    if (DatabaseFiles::isDirectory(input))
         addDirectory(input, outputDirectory);
     else
         addFile(input, (fs::path(outputDirectory) / withEnding(fs::path(input).filename(), ending)).string());
@@ -93,22 +62,12 @@ void ConversionPlan::addInput(std::string const& input, std::string const& outpu
 
 void ConversionPlan::addDirectory(std::string const& directory, std::string const& outputDirectory)
 {
-    std::size_t const before = list.size() + allProblems.size();
-    std::vector<fs::path> open{directory};
-    while (!open.empty()) {
-        Folder const folder = read(open.back());
-        open.pop_back();
-        if (folder.problem)
-            allProblems.push_back(folder.path.string() + ": cannot read: " + folder.problem.message() +
-                                  ". Check its permissions.");
-        for (fs::path const& database : folder.databases) {
-            fs::path const place = fs::path(outputDirectory) / database.lexically_relative(directory);
-            add({database.string(), "", withEnding(place, ending), 0, directory, outputDirectory});
-        }
-        open.insert(open.end(), folder.folders.rbegin(), folder.folders.rend());
+    DatabaseFiles const found = DatabaseFiles::below(directory);
+    for (std::string const& database : found.files) {
+        fs::path const place = fs::path(outputDirectory) / fs::path(database).lexically_relative(directory);
+        add({database, "", withEnding(place, ending), 0, directory, outputDirectory});
     }
-    if (list.size() + allProblems.size() == before)
-        allProblems.push_back(directory + ": holds no database. Their names end in .flt.");
+    allProblems.insert(allProblems.end(), found.problems.begin(), found.problems.end());
 }
 
 /// A name that no other input goes to.

@@ -224,28 +224,38 @@ void ConversionRun::findReferredFiles(ConversionPlan const& plan)
 /// Why an entry can't be converted; empty if it can.
 std::string ConversionRun::problemOf(ConversionPlan::Entry const& entry) const
 {
+    if (keepsResults())
+        if (std::string problem = OutputFile::problemOfReplacing(entry.output); !problem.empty())
+            return problem;
     std::string const* const reason = referred.reasonToKeep(entry.output);
     return reason == nullptr ? ""
                              : entry.output + ": the output would replace " + *reason +
                                    ". Choose another place for it with -o.";
 }
 
-bool ConversionRun::replacesFiles(ConversionPlan const& plan)
+bool ConversionRun::keepsResults() const
 {
-    return std::any_of(plan.entries().begin(), plan.entries().end(),
+    return options.conversion.existing == OutputFile::Existing::keep;
+}
+
+/// Whether an output takes the place of a file, which might be one that is needed.
+bool ConversionRun::replacesFiles(ConversionPlan const& plan) const
+{
+    return !keepsResults() &&
+           std::any_of(plan.entries().begin(), plan.entries().end(),
                        [](ConversionPlan::Entry const& entry) { return isFile(entry.output); });
 }
 
 void ConversionRun::checkOutputs(ConversionPlan const& plan)
 {
-    if (!replacesFiles(plan))
-        return;
-    scan(plan);
-    findReferredFiles(plan);
-    progress.clear();
+    if (replacesFiles(plan)) {
+        scan(plan);
+        findReferredFiles(plan);
+        progress.clear();
+    }
     for (ConversionPlan::Entry const& entry : plan.entries())
         if (std::string const problem = problemOf(entry); !problem.empty())
-            throw ToolError(problem, ExitCode::wrongUsage);
+            throw ToolError(problem, keepsResults() ? ExitCode::failed : ExitCode::wrongUsage);
 }
 
 bool ConversionRun::isUpToDate(ConversionPlan::Entry const& entry) const

@@ -30,9 +30,9 @@ public:
     /// Keeps all of them by reference. Nothing has started the toolkit yet.
     ConversionRun(Program const& program, LoaderOptions const& loaderOptions, Options const& options);
 
-    /// Makes sure that no output of a plan would replace what the inputs are or refer to. Where no output is
-    /// there yet, nothing is read.
-    /// @throw ToolError with the exit code for wrong usage
+    /// Makes sure that no output of a plan would replace what the inputs are or refer to, or anything at all
+    /// if results are kept. Where no output is there yet, nothing is read.
+    /// @throw ToolError, with the exit code for wrong usage unless results are kept
     void checkOutputs(ConversionPlan const& plan);
 
     /// Converts what is planned, and what that refers to if references are named. An input whose output would
@@ -51,7 +51,8 @@ private:
 
     bool namesReferences() const;
     bool opensReferences() const;
-    static bool replacesFiles(ConversionPlan const& plan);
+    bool keepsResults() const;
+    bool replacesFiles(ConversionPlan const& plan) const;
     void scan(ConversionPlan const& plan);
     void scanSome(std::vector<DatabaseScan::Reference> const& databases);
     void nameReferences(ConversionPlan& plan);

@@ -6,12 +6,10 @@
 #include "iv/VrmlPictureFiles.h"
 #include "support/Numbers.h"
 #include "support/OutputFile.h"
-#include "support/SceneMeasure.h"
 #include "support/SceneMessages.h"
+#include "support/SceneStatistics.h"
 #include "support/ToolError.h"
 
-#include <Inventor/SbViewportRegion.h>
-#include <Inventor/actions/SoGetPrimitiveCountAction.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <algorithm>
 #include <chrono>
@@ -27,18 +25,13 @@ std::string folderOf(std::string const& file)
     return std::filesystem::path(file).parent_path().string();
 }
 
-std::uint64_t trianglesIn(SoNode* root)
-{
-    SoGetPrimitiveCountAction action{SbViewportRegion(100, 100)};
-    action.apply(root);
-    return static_cast<std::uint64_t>(std::max(action.getTriangleCount(), 0));
-}
-
-ConversionStatistics measure(FltScene const& scene)
+ConversionStatistics measure(FltScene const& scene, std::string const& database)
 {
     ConversionStatistics statistics;
-    statistics.nodes = SceneMeasure::of(scene.root()).nodes;
-    statistics.triangles = trianglesIn(scene.root());
+    SceneStatistics const counted = SceneStatistics::of(scene, database);
+    statistics.nodes = counted.nodes;
+    statistics.faces = counted.faces;
+    statistics.triangles = counted.triangles;
     statistics.textures = static_cast<std::uint64_t>(
         std::count_if(scene.textures().begin(), scene.textures().end(),
                       [](FltTexture const& texture) { return !texture.path.empty(); }));
@@ -49,10 +42,11 @@ ConversionStatistics measure(FltScene const& scene)
 /// @param write writes into a stream, and returns the bytes that were written
 /// @return the same
 template <class Write>
-std::uint64_t writeFile(std::string const& path, SceneForm const& form, std::vector<KeptFile> const& kept,
-                        Write write)
+std::uint64_t writeFile(std::string const& path, ConversionOptions const& options,
+                        std::vector<KeptFile> const& kept, Write write)
 {
-    OutputFile output(path, kept);
+    OutputFile output(path, kept, options.existing);
+    SceneForm const& form = options.form;
     if (!form.isText() && output.isTerminal())
         throw ToolError(
             "binary output would upset the terminal. Add -o FILE.iv, or send it into a file with >.",
@@ -113,7 +107,7 @@ void DatabaseConverter::warnOfReferences(std::size_t takenOut, Conversion const&
 void DatabaseConverter::placePictures(std::vector<FltVrmlPicture>& pictures, Conversion const& conversion,
                                       std::vector<KeptFile> const& kept) const
 {
-    VrmlPictureFiles files(conversion.output, kept);
+    VrmlPictureFiles files(conversion.output, kept, options.existing);
     bool const isBeside = hasFolder(conversion.output);
     for (FltVrmlPicture& picture : pictures)
         if (options.embedsTextures)
@@ -147,7 +141,7 @@ std::uint64_t DatabaseConverter::writeVrml(FltVisual const& visual, Conversion c
         takenOut += name ? 0 : 1;
         return name ? std::optional(VrmlPictureFiles::addressOf(*name)) : std::nullopt;
     };
-    std::uint64_t const bytes = writeFile(conversion.output, options.form, kept, [&](FILE* stream) {
+    std::uint64_t const bytes = writeFile(conversion.output, options, kept, [&](FILE* stream) {
         return SceneFile::write(vrml, addressOf, stream, options.form);
     });
     warnOfReferences(takenOut, conversion);
@@ -167,9 +161,9 @@ ConversionStatistics DatabaseConverter::convert(Conversion const& conversion,
     if (options.form.isVrml && !loader.exact) {
         FltVisual const visual = loader.loadVisual(conversion.input);
         loaded();
-        messages.show(visual.messages);
+        messages.show(visual);
         if (options.measures)
-            statistics = measure(FltLoader::makeScene(visual));
+            statistics = measure(FltLoader::makeScene(visual), conversion.input);
         statistics.bytesIn = visual.info.bytes;
         statistics.bytesOut = writeVrml(visual, conversion);
     } else {
@@ -177,11 +171,11 @@ ConversionStatistics DatabaseConverter::convert(Conversion const& conversion,
         loaded();
         messages.show(scene);
         if (options.measures)
-            statistics = measure(scene);
+            statistics = measure(scene, conversion.input);
         prepare(scene, conversion);
         statistics.bytesIn = scene.info().bytes;
         statistics.bytesOut =
-            writeFile(conversion.output, options.form, loaderOptions.keptFiles(conversion.input, scene),
+            writeFile(conversion.output, options, loaderOptions.keptFiles(conversion.input, scene),
                       [&](FILE* stream) { return SceneFile::write(scene.root(), stream, options.form); });
     }
     statistics.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();

@@ -27,9 +27,10 @@ void makeFolder(std::string const& folder)
                         ". Check the permissions and the space on the disk.");
 }
 
-void writeFile(PicturePixels const& pixels, std::string const& path, std::vector<KeptFile> const& kept)
+void writeFile(PicturePixels const& pixels, std::string const& path, std::vector<KeptFile> const& kept,
+               OutputFile::Existing existing)
 {
-    OutputFile output(path, kept);
+    OutputFile output(path, kept, existing);
     if (std::string const problem = writePng(pixels, output.stream()); !problem.empty())
         throw ToolError(path + ": cannot write this picture: " + problem);
     output.commit();
@@ -37,8 +38,10 @@ void writeFile(PicturePixels const& pixels, std::string const& path, std::vector
 
 } // namespace
 
-VrmlPictureFiles::VrmlPictureFiles(std::string output, std::vector<KeptFile> kept)
-    : folder(fs::path(std::move(output)).replace_extension().string() + "_textures"), kept(std::move(kept))
+VrmlPictureFiles::VrmlPictureFiles(std::string output, std::vector<KeptFile> kept,
+                                   OutputFile::Existing existing)
+    : folder(fs::path(std::move(output)).replace_extension().string() + "_textures"), kept(std::move(kept)),
+      existing(existing)
 {
 }
 
@@ -67,7 +70,7 @@ void VrmlPictureFiles::place(FltVrmlPicture& picture)
         return;
     std::string const file = freeName(picture);
     makeFolder(folder);
-    writeFile(*picture.pixels(), (fs::path(folder) / file).string(), kept);
+    writeFile(*picture.pixels(), (fs::path(folder) / file).string(), kept, existing);
     picture.url = addressOf((fs::path(folder).filename() / file).string());
 }
 

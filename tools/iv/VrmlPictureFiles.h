@@ -16,7 +16,8 @@ class VrmlPictureFiles
 public:
     /// @param output the VRML97 file, which is going to be written
     /// @param kept   files that must not be replaced
-    VrmlPictureFiles(std::string output, std::vector<KeptFile> kept);
+    /// @param existing what becomes of others that are there already
+    VrmlPictureFiles(std::string output, std::vector<KeptFile> kept, OutputFile::Existing existing);
 
     /// Gives a picture its address, and writes its file if it needs one.
     /// @throw ToolError if that can't be written
@@ -33,6 +34,7 @@ private:
 
     std::string folder;
     std::vector<KeptFile> kept;
+    OutputFile::Existing existing;
     std::set<std::string> names;        ///< In the folder.
     std::map<std::string, int> numbers; ///< The last one that each name got.
 };

@@ -1,6 +1,7 @@
 // Converts OpenFlight databases into Open Inventor files.
 
 #include "iv/ConversionRun.h"
+#include "support/DatabaseFiles.h"
 #include "support/FileEnding.h"
 #include "support/OutputFile.h"
 #include "support/ToolError.h"
@@ -54,12 +55,6 @@ ProgramDescription description()
             {"fltshot", "fltinfo", "fltcheck"}};
 }
 
-bool isDirectory(std::string const& path)
-{
-    std::error_code ignored;
-    return fs::is_directory(path, ignored);
-}
-
 /// Whether the result goes into a pipe or the like, which has no place beside it.
 bool goesToStream(Options const& options)
 {
@@ -73,9 +68,16 @@ bool goesToStream(Options const& options)
 bool goesToDirectory(Options const& options)
 {
     std::string const& output = options.output;
-    bool const namesDirectory = !output.empty() && (output.back() == '/' || isDirectory(output));
-    return output != "-" &&
-           (namesDirectory || options.inputs.size() > 1 || isDirectory(options.inputs.front()));
+    bool const namesDirectory =
+        !output.empty() && (output.back() == '/' || DatabaseFiles::isDirectory(output));
+    return output != "-" && (namesDirectory || options.inputs.size() > 1 ||
+                             DatabaseFiles::isDirectory(options.inputs.front()));
+}
+
+bool endsAsResult(std::string const& path)
+{
+    std::string const ending = FileEnding::of(path);
+    return ending == ".iv" || ending == ".wrl";
 }
 
 bool endsInWrl(std::string const& output)
@@ -120,6 +122,26 @@ void chooseConversion(Options& options, FltLoader const& loader)
     options.run.jobs = jobsOf(options.jobs);
 }
 
+/// Refuses places where the results can't go.
+void checkOutput(Options const& options)
+{
+    std::string const& output = options.output;
+    for (std::string const& input : options.inputs) // "flt2iv a.flt out.iv"
+        if (output == "-" && endsAsResult(input) && !FltLoader::canLoad(input))
+            throw UsageError(input + " is no database. To write it, give -o " + input);
+    if (goesToStream(options) && options.inputs.size() > 1)
+        throw UsageError("several databases need a directory to go to: add -o DIR/");
+    std::error_code ignored;
+    bool const isThere = fs::exists(output, ignored);
+    bool const isFile = isThere ? !DatabaseFiles::isDirectory(output) : endsAsResult(output);
+    if (goesToDirectory(options) && isFile)
+        throw UsageError(output + (isThere ? " is a file" : " names a file") +
+                         ", and several databases need a directory to go to: give -o DIR/");
+    bool const keeps = options.run.conversion.existing == OutputFile::Existing::keep;
+    if (options.run.onlyIfNewer && keeps)
+        throw UsageError("--if-newer and --no-clobber contradict each other");
+}
+
 /// Refuses options that don't go together.
 void check(Options const& options, FltLoader const& loader)
 {
@@ -129,17 +151,12 @@ void check(Options const& options, FltLoader const& loader)
         throw UsageError("--xref file writes several files: add -o FILE.iv or -o DIR/");
     if (goesToStream(options) && options.run.onlyIfNewer)
         throw UsageError("--if-newer needs a file to compare with: add -o FILE.iv or -o DIR/");
-    if (goesToStream(options) && options.inputs.size() > 1)
-        throw UsageError("several databases need a directory to go to: add -o DIR/");
     if (namesReferences && keepsUnits)
         throw UsageError("--xref file needs --units metres: files that include each other share their unit");
     bool const isForComplete =
         namesReferences || keepsUnits || loader.levelsOfDetail != FltLoader::LevelsOfDetail::all;
     if (loader.exact && isForComplete)
         throw UsageError("--exact has no choice of --xref file, --units stored and --lod");
-    std::error_code ignored;
-    if (goesToDirectory(options) && fs::exists(options.output, ignored) && !isDirectory(options.output))
-        throw UsageError(options.output + " is a file, and several databases need a directory to go to");
     bool const isMany = goesToDirectory(options) || namesReferences;
     if (isMany && loader.log && !loader.log->empty())
         throw UsageError("--log=PATH is for a single database: give --log without a name");
@@ -159,7 +176,7 @@ FltLoader::Progress shownOn(ProgressLine& line)
 ExitCode convertOne(Program const& program, Options const& options, LoaderOptions const& loaderOptions)
 {
     std::string const& input = options.inputs.front();
-    if (options.output == "-" && isDirectory(input))
+    if (options.output == "-" && DatabaseFiles::isDirectory(input))
         throw ToolError(input + ": this is a directory. Say where its databases shall go: -o DIR/");
     ConversionOptions const& conversion = options.run.conversion;
     if (!goesToStream(options)) {
@@ -188,13 +205,14 @@ ExitCode convertMany(Program const& program, Options& options, LoaderOptions con
     else
         for (std::string const& input : options.inputs)
             plan.addInput(input, options.output);
-    options.run.summarises = options.inputs.size() > 1 || isDirectory(options.inputs.front());
+    options.run.summarises = options.inputs.size() > 1 || DatabaseFiles::isDirectory(options.inputs.front());
     return ConversionRun(program, loaderOptions, options.run).run(plan);
 }
 
 ExitCode convert(Program const& program, Options& options, LoaderOptions const& loaderOptions)
 {
     FltLoader const loader = loaderOptions.makeLoader();
+    checkOutput(options);
     check(options, loader);
     chooseForm(options);
     chooseConversion(options, loader);
@@ -232,8 +250,9 @@ int main(int argc, char** argv)
                   "there are processors.");
     program.flag("--if-newer", options.run.onlyIfNewer,
                  "Pass over databases whose result is newer than they are, and than all that they refer to.");
+    program.noClobberOption(conversion.existing);
     program.flag("--stat", conversion.measures,
-                 "Print a table: nodes, triangles, textures, bytes and seconds.");
+                 "Print a table: nodes, faces, triangles, textures, bytes and seconds.");
     program.hiddenFlag("--progress-at-once", options.showsProgressAtOnce);
     loaderOptions.add(program, LoaderOptions::Programs::all);
     program.inputs(options.inputs);

@@ -2,10 +2,12 @@
 
 #include "shot/CameraPlace.h"
 #include "shot/DrawnPoints.h"
+#include "shot/NamedView.h"
 #include "shot/SceneDrawing.h"
 #include "support/SceneNodes.h"
 #include "toolkit/SoNodeRef.h"
 
+#include <Inventor/SbRotation.h>
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoLOD.h>
 #include <Inventor/nodes/SoPerspectiveCamera.h>
@@ -70,9 +72,19 @@ std::string EmptyPicture::reason(SoNode* scene, SoPerspectiveCamera* camera, Dra
         return "everything in view is hidden by level of detail at this distance, and seen from behind. "
                "Choose --lod highest and --two-sided.";
     std::vector<SbVec3f> const points = DrawnPoints::of(scene);
-    CameraPlace::fit(*camera, points, static_cast<float>(style.width) / static_cast<float>(style.height), 1);
-    CameraPlace::includeDepth(*camera, points);
-    if (isSeen(true))
+    auto const isSeenWhole = [&] {
+        float const aspect = static_cast<float>(style.width) / static_cast<float>(style.height);
+        CameraPlace::fit(*camera, points, aspect, 1);
+        CameraPlace::includeDepth(*camera, points);
+        return isSeen(true);
+    };
+    if (isSeenWhole())
         return "the scene is out of view, or too far away. Choose another --eye, --look-at or --zoom.";
+    for (NamedView const& view : namedViews) {
+        camera->orientation = CameraPlace::lookingFrom(view.azimuth, view.elevation);
+        if (isSeenWhole())
+            return "everything in view is edge-on. Choose another view, such as --view " +
+                   std::string(view.name) + ".";
+    }
     return "nothing is to be seen, from whatever side: the faces are too thin, or transparent.";
 }

@@ -1,6 +1,8 @@
 #include "shot/ShotOptions.h"
 
 #include "shot/ContactSheet.h"
+#include "shot/NamedView.h"
+#include "support/DatabaseFiles.h"
 #include "support/FileEnding.h"
 #include "support/OutputFile.h"
 
@@ -8,7 +10,6 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
-#include <string_view>
 #include <utility>
 
 namespace
@@ -26,15 +27,15 @@ constexpr long long longestSideOfSheet = 65500;
 constexpr char const* defaultSize = "1280x720";
 constexpr char const* defaultSizeInSheet = "320x180";
 
-/// From which direction a view looks.
-struct View {
-    std::string_view name;
-    float azimuth;
-    float elevation;
-};
+constexpr NamedView defaultView = {"", 150, 20};
 
-constexpr View views[] = {{"top", 180, 90}, {"front", 180, 0}, {"side", 90, 0}, {"iso", 135, 35.26f}};
-constexpr View defaultView = {"", 150, 20};
+std::vector<std::string> namesOfViews()
+{
+    std::vector<std::string> names;
+    for (NamedView const& view : namedViews)
+        names.emplace_back(view.name);
+    return names;
+}
 
 std::optional<SbVec3f> placeFromText(std::string const& text)
 {
@@ -46,6 +47,15 @@ std::optional<SbVec3f> placeFromText(std::string const& text)
     return SbVec3f(place.data());
 }
 
+/// "fltshot a.flt out.png" means an output.
+std::string meantOutput(std::vector<std::string> const& inputs)
+{
+    std::string const& last = inputs.back();
+    std::string const ending = FileEnding::of(last);
+    bool const isPicture = ending == ".png" || ending == ".jpg" || ending == ".jpeg";
+    return isPicture ? "; did you mean -o " + last + "?" : "";
+}
+
 } // namespace
 
 ProgramDescription ShotOptions::description()
@@ -53,11 +63,12 @@ ProgramDescription ShotOptions::description()
     return {
         "fltshot",
         "draw OpenFlight databases into pictures",
-        "-o OUT.png FILE.flt...",
+        "-o OUT.png FILE.flt|DIR...",
         {"Needs no window, X server or graphics card. The z axis points up and the y axis north, as is usual "
          "in "
          "OpenFlight.",
-         "Several databases make a sheet of small pictures, each with its name below it.",
+         "Several databases make a sheet of small pictures, each with its name below it; a directory stands "
+         "for all in it and below it.",
          "The picture takes its place when it is whole; what stood there before stays until then. It never "
          "replaces the database, its log, or a file that the database refers to. A picture that would show "
          "nothing isn't written: the program says why, and exits with 1."},
@@ -79,9 +90,10 @@ ShotOptions::ShotOptions(Program& program)
                   std::string("Width and height in pixels, of each picture on a sheet. Default: ") +
                       defaultSize + ", on a sheet " + defaultSizeInSheet + ".");
     program.choice(
-        "--view", viewText, {"top", "front", "side", "iso"}, "VIEW",
-        "From where to look: top (north at the top), front (from the south), side (from the east), or "
-        "iso (from the south-east and above).");
+        "--view", viewText, namesOfViews(), "VIEW",
+        "From where to look: top (north at the top), bottom (south at the top), front (from the "
+        "south), back (from the north), left (from the west), right or side (from the east), or iso "
+        "(from the south-east and above).");
     program.value(
         "--from", fromText, "AZ,EL",
         "The same in degrees: azimuth clockwise from north and elevation above the horizon. Default: "
@@ -108,14 +120,16 @@ ShotOptions::ShotOptions(Program& program)
         "--thumbnail", thumbnailText, "N",
         "A picture of N by N pixels for a file manager: little time and memory, and no file from outside "
         "the database's directory.");
+    program.noClobberOption(existing);
     program.inputs(inputs);
 }
 
 void ShotOptions::check()
 {
     if (output.empty())
-        throw UsageError("-o OUT.png is required");
+        throw UsageError("-o OUT.png is required" + meantOutput(inputs));
     OutputFile::checkEnding(output, {".png", ".jpg", ".jpeg"});
+    findDatabases();
     checkContradictions();
     readDirection();
     readPlaces();
@@ -128,6 +142,14 @@ void ShotOptions::check()
     else
         throw UsageError("--background " + backdropText +
                          ": give sky, a colour such as #8090a0 or white, or two with a comma between them");
+}
+
+void ShotOptions::findDatabases()
+{
+    hasDirectory = std::any_of(inputs.begin(), inputs.end(), DatabaseFiles::isDirectory);
+    DatabaseFiles found = DatabaseFiles::named(inputs);
+    inputs = std::move(found.files);
+    problems = std::move(found.problems);
 }
 
 bool ShotOptions::isJpeg() const
@@ -185,8 +207,8 @@ void ShotOptions::readSize()
 
 void ShotOptions::readDirection()
 {
-    View view = defaultView;
-    for (View const& one : views)
+    NamedView view = defaultView;
+    for (NamedView const& one : namedViews)
         if (one.name == viewText)
             view = one;
     azimuth = view.azimuth;

@@ -26,7 +26,7 @@ public:
     void check();
 
     /// Whether there are going to be captions.
-    bool isSheet() const { return inputs.size() > 1 || !columnsText.empty(); }
+    bool isSheet() const { return inputs.size() > 1 || !columnsText.empty() || hasDirectory; }
 
     bool isJpeg() const;
 
@@ -42,14 +42,18 @@ public:
     std::string fitName;    ///< Of a node; empty for none.
     int columns = 0;
     bool isThumbnail = false;
+    OutputFile::Existing existing = OutputFile::Existing::replace; ///< A picture that is there already.
+    std::vector<std::string> problems; ///< Why directories couldn't be read, a sentence each.
 
 private:
+    void findDatabases();
     void checkContradictions() const;
     void readSize();
     void readDirection();
     void readPlaces();
     void readColumns();
 
+    bool hasDirectory = false;
     std::string sizeText;
     std::string viewText;
     std::string fromText;

@@ -63,7 +63,7 @@ Picture takeSheet(Program const& program, Shot& shot, ShotOptions const& options
 
 void write(Picture const& picture, ShotOptions const& options, Shot const& shot)
 {
-    OutputFile output(options.output, shot.keptFiles());
+    OutputFile output(options.output, shot.keptFiles(), options.existing);
     if (output.isTerminal())
         throw ToolError("a picture would upset the terminal. Give -o a file.", ExitCode::wrongUsage);
     std::string const problem =
@@ -76,6 +76,12 @@ void write(Picture const& picture, ShotOptions const& options, Shot const& shot)
 ExitCode shoot(Program const& program, ShotOptions& options, LoaderOptions const& loaderOptions)
 {
     options.check();
+    ExitCode code = program.reported(options.problems);
+    if (options.inputs.empty())
+        return code;
+    if (std::string const problem = OutputFile::problemOfReplacing(options.output);
+        options.existing == OutputFile::Existing::keep && !problem.empty())
+        throw ToolError(problem);
     if (options.inputs.size() > 1 && loaderOptions.hasNamedLog())
         throw UsageError("one --log can't hold the listings of several databases. Give it without a name");
     EglOffscreen::install();
@@ -83,7 +89,6 @@ ExitCode shoot(Program const& program, ShotOptions& options, LoaderOptions const
     if (char const* problem = EglOffscreen::missing())
         throw ToolError(problem);
     Shot shot(program, options, loaderOptions, messages);
-    ExitCode code = ExitCode::success;
     Picture const picture =
         options.isSheet() ? takeSheet(program, shot, options, code) : shot.take(options.inputs.front());
     write(picture, options, shot);

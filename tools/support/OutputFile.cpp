@@ -135,6 +135,11 @@ int openNameless(std::string const& folder)
     return -1;
 }
 
+std::string keptText(std::string const& path)
+{
+    return path + ": this file is there already, and --no-clobber keeps it. Choose another name.";
+}
+
 mode_t permissionsOfNewFiles()
 {
     mode_t const mask = ::umask(0);
@@ -144,7 +149,8 @@ mode_t permissionsOfNewFiles()
 
 } // namespace
 
-OutputFile::OutputFile(std::string path, std::vector<KeptFile> const& kept) : path(std::move(path))
+OutputFile::OutputFile(std::string path, std::vector<KeptFile> const& kept, Existing existing)
+    : existing(existing), path(std::move(path))
 {
     struct stat status = {};
     if (this->path == "-") {
@@ -166,6 +172,8 @@ OutputFile::OutputFile(std::string path, std::vector<KeptFile> const& kept) : pa
         openStream();
         return;
     }
+    if (isThere && existing == Existing::keep)
+        fail(EEXIST);
     if (isThere && ::access(this->path.c_str(), W_OK) != 0)
         fail(errno);
     target = behindLinks(this->path);
@@ -220,7 +228,30 @@ int OutputFile::takePlace()
             return errno;
     }
     int const reason = std::fclose(std::exchange(file, nullptr)) != 0 ? errno : 0;
-    return reason == 0 && std::rename(temporary.c_str(), target.c_str()) != 0 ? errno : reason;
+    return reason == 0 ? rename() : reason;
+}
+
+/// Gives the whole file the name of the target. @return 0, or the error number
+int OutputFile::rename() const
+{
+    if (existing == Existing::replace)
+        return std::rename(temporary.c_str(), target.c_str()) != 0 ? errno : 0;
+    if (::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0)
+        return 0;
+    bool const isUnknownHere = errno == EINVAL || errno == ENOSYS; // to the file system, or the kernel
+    if (!isUnknownHere)
+        return errno;
+    if (::link(temporary.c_str(), target.c_str()) != 0)
+        return errno;
+    ::unlink(temporary.c_str());
+    return 0;
+}
+
+std::string OutputFile::problemOfReplacing(std::string const& path)
+{
+    struct stat status = {};
+    bool const isFile = path != "-" && ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+    return isFile && !isStandardOutput(status) ? keptText(path) : "";
 }
 
 bool OutputFile::isTerminal() const
@@ -273,6 +304,8 @@ void OutputFile::discardAndFail(int reason)
 
 void OutputFile::fail(int reason) const
 {
+    if (reason == EEXIST && existing == Existing::keep)
+        throw ToolError(keptText(path));
     throw ToolError((path == "-" ? "standard output" : path) + ": cannot write: " + std::strerror(reason) +
                     ". Check the directory, its permissions and the space on the disk.");
 }

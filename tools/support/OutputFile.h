@@ -24,10 +24,16 @@ struct KeptFile {
 class OutputFile
 {
 public:
+    /// What becomes of a plain file that stands there already.
+    enum class Existing { replace, keep };
+
     /// Opens the output.
-    /// @param kept files which must not be written or replaced; those that aren't there don't matter
+    /// @param kept     files which must not be written or replaced; those that aren't there don't matter
+    /// @param existing if it is kept, a file that stands there is a reason not to write, also if it came after
+    ///                 this one was begun
     /// @throw ToolError if it can't be written, with the exit code for wrong usage if it is one of @p kept
-    explicit OutputFile(std::string path, std::vector<KeptFile> const& kept = {});
+    explicit OutputFile(std::string path, std::vector<KeptFile> const& kept = {},
+                        Existing existing = Existing::replace);
 
     /// Without commit() nothing is left of a plain file that was begun.
     ~OutputFile();
@@ -44,6 +50,9 @@ public:
     /// @throw ToolError if not all of it could be written; the target is as before then
     void commit();
 
+    /// Why an existing file is kept; empty if no plain file stands there.
+    static std::string problemOfReplacing(std::string const& path);
+
     /// Writes what a stream still holds back.
     /// @return 0, or the error number of this or of an earlier attempt
     static int flush(FILE* file);
@@ -57,10 +66,12 @@ private:
     void openStream();
     void openTemporary(mode_t permissions);
     int takePlace();
+    int rename() const;
     void discard();
     [[noreturn]] void discardAndFail(int reason);
     [[noreturn]] void fail(int reason) const;
 
+    Existing existing;
     std::string path;      ///< As it was given.
     std::string target;    ///< The plain file itself, behind all links; empty for a stream.
     std::string temporary; ///< The file that is being written; empty if there is none.

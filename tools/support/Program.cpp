@@ -1,6 +1,7 @@
 #include "support/Program.h"
 
-#include "support/OutputFile.h"
+#include "support/DatabaseFiles.h"
+#include "support/LikeNames.h"
 #include "support/ProgramHelp.h"
 #include "support/ToolError.h"
 
@@ -20,8 +21,35 @@ struct Program::OptionalValue {
     std::function<bool(std::string const&)> isValue;
 };
 
+/// What an option holds that takes directories.
+struct Program::Directories {
+    std::string option;
+    std::vector<std::string> const* list;
+};
+
 namespace
 {
+
+/// Without a value behind "=".
+std::string nameIn(std::string const& word)
+{
+    return word.substr(0, word.find('='));
+}
+
+std::string inWords(std::vector<std::string> const& list, std::string const& lastSeparator)
+{
+    std::string text;
+    for (std::size_t i = 0; i < list.size(); ++i)
+        text += (i == 0 ? "" : i + 1 < list.size() ? ", " : lastSeparator) + list[i];
+    return text;
+}
+
+/// "; did you mean --json?" Empty if nothing there is like what isn't.
+std::string meant(LikeNames const& like)
+{
+    std::string const names = inWords(like.found(), " or ");
+    return names.empty() ? "" : "; did you mean " + names + "?";
+}
 
 std::vector<std::string> namesOf(std::string const& names)
 {
@@ -104,13 +132,24 @@ void Program::values(std::string const& names, std::vector<std::string>& list, s
 {
     add(names, {{}, placeholder, false, text, {}, fileEnding});
     app->add_option(names, list, text)->allow_extra_args(false);
+    if (fileEnding == "/")
+        directories.push_back({names, &list});
 }
 
 void Program::choice(std::string const& names, std::string& value, std::vector<std::string> const& choices,
                      std::string const& placeholder, std::string const& text)
 {
     add(names, {{}, placeholder, false, withDefault(text, value), choices, ""});
-    app->add_option(names, value, text)->check(CLI::IsMember(choices));
+    auto const check = [choices](std::string const& given) -> std::string {
+        LikeNames like(given);
+        for (std::string const& choice : choices) {
+            if (choice == given)
+                return "";
+            like.offer(choice);
+        }
+        return "give " + inWords(choices, " or ") + ", not " + given + meant(like);
+    };
+    app->add_option(names, value, text)->check(check);
 }
 
 void Program::colourOption()
@@ -119,9 +158,17 @@ void Program::colourOption()
            "Whether to colour text; auto does so on a terminal, unless NO_COLOR is set.");
 }
 
-void Program::inputs(std::vector<std::string>& files, bool areRequired)
+void Program::noClobberOption(OutputFile::Existing& existing)
 {
-    app->add_option("FILE", files)->required(areRequired);
+    std::string const text = "Replace no file: a result that is there already stays, and is an error.";
+    add("--no-clobber", {{}, "", false, text, {}, ""});
+    app->add_flag_callback("--no-clobber", [&existing] { existing = OutputFile::Existing::keep; });
+}
+
+void Program::inputs(std::vector<std::string>& list, bool areRequired)
+{
+    app->add_option("FILE", list)->required(areRequired);
+    files = &list;
 }
 
 Colours Program::colours() const
@@ -134,6 +181,13 @@ Colours Program::colours() const
 void Program::error(std::string const& text) const
 {
     std::fprintf(stderr, "%s: %s\n", description.name.c_str(), FltText::printable(text).c_str());
+}
+
+ExitCode Program::reported(std::vector<std::string> const& problems) const
+{
+    for (std::string const& problem : problems)
+        error(problem);
+    return problems.empty() ? ExitCode::success : ExitCode::failed;
 }
 
 void Program::warn(std::string const& text) const
@@ -205,25 +259,83 @@ ExitCode Program::guarded(std::function<ExitCode()> const& work) const
 
 void Program::reportUsage(std::string const& problem) const
 {
-    error(problem + ". Try: " + description.name + " --help");
+    bool const isQuestion = !problem.empty() && problem.back() == '?';
+    error(problem + (isQuestion ? "" : ".") + " Try: " + description.name + " --help");
+}
+
+void Program::refuseValuesOfFlags(std::vector<std::string> const& words) const
+{
+    for (std::string const& word : words) {
+        if (word == "--")
+            return;
+        std::string const name = nameIn(word);
+        for (ProgramOption const& option : options)
+            if (option.value.empty() && name != word &&
+                std::find(option.names.begin(), option.names.end(), name) != option.names.end())
+                throw UsageError(name + " takes no value");
+    }
+}
+
+/// What is wrong with a command line, for people.
+std::string Program::problemOf(CLI::ParseError const& error, std::vector<std::string> const& words) const
+{
+    if (std::vector<std::string> const unknown = app->remaining(); !unknown.empty())
+        return unknownOption(unknown.front());
+    if (dynamic_cast<CLI::ArgumentMismatch const*>(&error) == nullptr)
+        return error.what();
+    for (ProgramOption const& option : options)
+        for (std::string const& name : option.names) {
+            bool const hasValue = !option.value.empty() && !option.isValueOptional;
+            if (hasValue && words.back() == name)
+                return name + " takes a value: " + name + " " + option.value;
+            if (hasValue && app->get_option(name)->count() > 1)
+                return name + " can be given once only";
+        }
+    return error.what();
+}
+
+std::string Program::unknownOption(std::string const& word) const
+{
+    LikeNames like(nameIn(word));
+    if (word.compare(0, 2, "--") == 0)
+        for (ProgramOption const& option : options)
+            for (std::string const& name : option.names)
+                like.offer(name);
+    return "there is no option " + nameIn(word) + meant(like);
+}
+
+/// Makes sure that the files on the command line are what they can be.
+void Program::checkFiles() const
+{
+    if (files != nullptr && std::find(files->begin(), files->end(), "-") != files->end())
+        throw UsageError("a database isn't read from standard input (-), since other files lie beside it: "
+                         "give the name of a file");
+    for (Directories const& given : directories)
+        for (std::string const& directory : *given.list)
+            if (!DatabaseFiles::isDirectory(directory))
+                warn(given.option + " " + directory + ": there is no such directory");
 }
 
 int Program::run(int argc, char** argv, std::function<ExitCode()> const& work)
 {
     ExitCode code = ExitCode::success;
+    std::vector<std::string> const words = wordsOf(argc, argv);
     try {
-        std::vector<std::string> words = wordsOf(argc, argv);
         if (!answersByItself(words)) {
-            std::reverse(words.begin(), words.end());
-            app->parse(std::move(words));
+            refuseValuesOfFlags(words);
+            app->parse(std::vector<std::string>(words.rbegin(), words.rend()));
+            checkFiles();
             code = guarded(work);
         }
+    } catch (UsageError const& problem) {
+        reportUsage(problem.what());
+        return static_cast<int>(ExitCode::wrongUsage);
     } catch (CLI::CallForHelp const&) {
         print(ProgramHelp(description, options).text());
     } catch (CLI::CallForVersion const&) {
         print(description.name + " (VelloReader) " VELLOREADER_VERSION "\n");
     } catch (CLI::ParseError const& problem) {
-        reportUsage(problem.what());
+        reportUsage(problemOf(problem, words));
         return static_cast<int>(ExitCode::wrongUsage);
     }
     if (int const reason = OutputFile::flush(stdout); reason != 0) {

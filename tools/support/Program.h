@@ -2,6 +2,7 @@
 
 #include "support/Colours.h"
 #include "support/ExitCode.h"
+#include "support/OutputFile.h"
 #include "support/ProgramDescription.h"
 
 #include <functional>
@@ -13,7 +14,8 @@
 namespace CLI
 {
 class App;
-}
+class ParseError;
+} // namespace CLI
 
 /// A command line that can be parsed and still can't be obeyed.
 class UsageError : public std::runtime_error
@@ -68,7 +70,7 @@ public:
                std::string const& description, std::string const& fileEnding = "");
 
     /// An option with a value that may be given several times.
-    /// @param fileEnding as in ProgramOption
+    /// @param fileEnding as in ProgramOption. A directory that isn't there is reported, and harms nothing
     void values(std::string const& names, std::vector<std::string>& list, std::string const& placeholder,
                 std::string const& description, std::string const& fileEnding = "");
 
@@ -80,10 +82,15 @@ public:
     /// A flag for tests, which the help doesn't tell.
     void hiddenFlag(std::string const& name, bool& isSet);
 
+    /// --no-clobber, for programs that write.
+    /// @param existing what becomes of a result that is there already: replaced without the option
+    void noClobberOption(OutputFile::Existing& existing);
+
     /// --color, which colours() obeys.
     void colourOption();
 
-    /// The files that the program works on.
+    /// The files that the program works on. Standard input is none of them: what a database names lies beside
+    /// its file.
     /// @param areRequired whether there has to be one
     void inputs(std::vector<std::string>& files, bool areRequired = true);
     /// @}
@@ -95,6 +102,10 @@ public:
 
     /// @name For the work
     /// @{
+
+    /// Reports failures of a part of the work, a sentence each.
+    /// @return the exit code for them: success if there are none
+    ExitCode reported(std::vector<std::string> const& problems) const;
 
     /// Does a part of the work, and reports what it throws.
     ExitCode guarded(std::function<ExitCode()> const& work) const;
@@ -110,15 +121,22 @@ public:
 
 private:
     struct OptionalValue;
+    struct Directories;
 
     void add(std::string const& names, ProgramOption option);
     std::vector<std::string> wordsOf(int argc, char** argv) const;
     bool answersByItself(std::vector<std::string> const& words) const;
     void reportUsage(std::string const& problem) const;
+    void refuseValuesOfFlags(std::vector<std::string> const& words) const;
+    std::string problemOf(CLI::ParseError const& error, std::vector<std::string> const& words) const;
+    std::string unknownOption(std::string const& word) const;
+    void checkFiles() const;
 
     ProgramDescription description;
     std::vector<ProgramOption> options;
     std::vector<OptionalValue> optionalValues;
+    std::vector<Directories> directories;
+    std::vector<std::string> const* files = nullptr; ///< That the program works on.
     std::unique_ptr<CLI::App> app;
     bool quiet = false;
     bool verbose = false;

@@ -2,6 +2,8 @@
 
 #include "support/SceneNodes.h"
 
+#include "loader/FltScene.h"
+
 #include <Inventor/SbBox3f.h>
 #include <Inventor/SbViewportRegion.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
@@ -11,7 +13,7 @@
 #include <Inventor/fields/SoMFVec3f.h>
 #include <Inventor/fields/SoSFImage.h>
 #include <Inventor/lists/SoFieldList.h>
-#include <Inventor/nodes/SoNode.h>
+#include <Inventor/nodes/SoSeparator.h>
 
 namespace
 {
@@ -38,20 +40,21 @@ std::uint64_t bytesOf(SoField const& field)
 
 } // namespace
 
-SceneMeasure SceneMeasure::of(SoNode* root)
+SceneMeasure SceneMeasure::of(FltScene const& scene, std::string const& database)
 {
     SceneMeasure measure;
-    SceneNodes::forEach(root, [&measure](SoNode& node) {
+    SceneNodes::forEach(scene.root(), [&measure](SoNode& node) {
         SoFieldList fields;
         node.getFields(fields);
-        ++measure.nodes;
+        measure.statistics.add(node);
         measure.bytes += bytesOfNode;
         for (int i = 0; i < fields.getLength(); ++i)
             measure.bytes += bytesOf(*fields[i]);
     });
+    measure.statistics.addFaces(scene, database);
 
     SoGetBoundingBoxAction action{SbViewportRegion(100, 100)};
-    action.apply(root);
+    action.apply(scene.root());
     SbBox3f const box = action.getBoundingBox();
     measure.isEmpty = box.isEmpty();
     for (int axis = 0; axis < 3 && !measure.isEmpty; ++axis) {

@@ -1,16 +1,18 @@
 #pragma once
 
+#include "support/SceneStatistics.h"
+
 #include <array>
 #include <cstdint>
-
-class SoNode;
+#include <string>
 
 /// The size of a scene graph.
 struct SceneMeasure {
-    std::uint64_t nodes = 0; ///< Each once, however often it is used.
+    SceneStatistics statistics;
     std::uint64_t bytes = 0; ///< Of the nodes and the values of their fields, roughly.
     bool isEmpty = true;     ///< Whether there is nothing to be seen, and so no box.
     std::array<double, 3> least{}, most{};
 
-    static SceneMeasure of(SoNode* root);
+    /// @param database the file that the scene was loaded from
+    static SceneMeasure of(FltScene const& scene, std::string const& database);
 };

@@ -3,6 +3,7 @@
 #include "support/Program.h"
 
 #include "loader/FltScene.h"
+#include "loader/FltVisual.h"
 
 #include <vector>
 
@@ -19,13 +20,14 @@ public:
     SceneMessages(SceneMessages const&) = delete;
     SceneMessages& operator=(SceneMessages const&) = delete;
 
-    /// Shows the messages of a scene, one line each, the first of them alone if there are many.
-    void show(FltScene const& scene) const { show(scene.messages()); }
-
-    /// The same for messages alone.
-    void show(std::vector<FltMessage> const& messages) const;
+    /// Shows the messages about a database. Those of one cause in a file are one line, and of many only the first
+    /// are shown; a verbose program shows each, and where missing textures were looked for.
+    /// @param loaded its scene, or its visual
+    void show(FltScene const& loaded) const { show(loaded.messages(), loaded.textures()); }
+    void show(FltVisual const& loaded) const { show(loaded.messages, loaded.textures); }
 
 private:
+    void show(std::vector<FltMessage> const& messages, std::vector<FltTexture> const& textures) const;
     static void takeToolkitMessage(SoError const* message, void* program);
 
     Program const& program;

@@ -1,73 +1,94 @@
-#include "view/SceneStatistics.h"
+#include "support/SceneStatistics.h"
 
-#include <Inventor/misc/SoChildList.h>
+#include "support/SceneNodes.h"
+
+#include "loader/FltRecordReader.h"
+#include "loader/FltScene.h"
+#include "records/FltOpcode.h"
+
 #include <Inventor/nodes/SoFaceSet.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
-#include <algorithm>
-#include <unordered_set>
+#include <Inventor/nodes/SoSeparator.h>
+#include <filesystem>
+#include <set>
+#include <system_error>
 
 namespace
 {
 
-class Counter
+std::uint64_t trianglesOf(int corners)
 {
-public:
-    explicit Counter(SceneStatistics& statistics) : statistics(statistics) {}
+    return corners < 3 ? 0 : static_cast<std::uint64_t>(corners) - 2;
+}
 
-    void count(SoNode* node)
-    {
-        if (!seen.insert(node).second)
-            return;
-        ++statistics.nodes;
-        if (node->isOfType(SoShape::getClassTypeId()))
-            countShape(*node);
-        SoChildList const* const children = node->getChildren();
-        for (int i = 0; children != nullptr && i < children->getLength(); ++i)
-            count((*children)[i]);
-    }
-
-private:
-    void countShape(SoNode const& node)
-    {
-        ++statistics.shapes;
-        if (node.isOfType(SoIndexedFaceSet::getClassTypeId()))
-            countIndexed(static_cast<SoIndexedFaceSet const&>(node).coordIndex);
-        else if (node.isOfType(SoFaceSet::getClassTypeId())) {
-            SoMFInt32 const& counts = static_cast<SoFaceSet const&>(node).numVertices;
-            for (int i = 0; i < counts.getNum(); ++i)
-                countFace(counts[i]);
+std::uint64_t trianglesIn(SoIndexedFaceSet const& shape)
+{
+    std::int32_t const* const values = shape.coordIndex.getValues(0);
+    std::uint64_t count = 0;
+    int corners = 0;
+    for (int i = 0; i < shape.coordIndex.getNum(); ++i) {
+        ++corners;
+        if (values[i] < 0) {
+            count += trianglesOf(corners - 1);
+            corners = 0;
         }
     }
+    return count + trianglesOf(corners);
+}
 
-    void countIndexed(SoMFInt32 const& indices)
-    {
-        std::int32_t const* const values = indices.getValues(0);
-        int corners = 0;
-        for (int i = 0; i < indices.getNum(); ++i) {
-            ++corners;
-            if (values[i] < 0) {
-                countFace(corners - 1);
-                corners = 0;
-            }
-        }
-        countFace(corners);
+std::uint64_t trianglesIn(SoFaceSet const& shape)
+{
+    std::uint64_t count = 0;
+    for (int i = 0; i < shape.numVertices.getNum(); ++i)
+        count += trianglesOf(shape.numVertices[i]);
+    return count;
+}
+
+/// The face records of a file that was loaded. One that is gone by now has none.
+std::uint64_t facesIn(std::string const& file)
+{
+    std::uint64_t count = 0;
+    try {
+        for (FltRecordReader reader(file); reader.next();)
+            count += reader.opcode() == FltOpcode::face ? 1 : 0;
+    } catch (FltLoadError const&) {
+        return 0;
     }
-
-    void countFace(int corners)
-    {
-        if (corners < 3)
-            return;
-        ++statistics.faces;
-        statistics.triangles += corners - 2;
-    }
-
-    SceneStatistics& statistics;
-    std::unordered_set<SoNode const*> seen;
-};
+    return count;
+}
 
 } // namespace
 
-SceneStatistics::SceneStatistics(SoNode* scene)
+void SceneStatistics::add(SoNode const& node)
 {
-    Counter(*this).count(scene);
+    ++nodes;
+    if (!node.isOfType(SoShape::getClassTypeId()))
+        return;
+    ++shapes;
+    if (node.isOfType(SoIndexedFaceSet::getClassTypeId()))
+        triangles += trianglesIn(static_cast<SoIndexedFaceSet const&>(node));
+    else if (node.isOfType(SoFaceSet::getClassTypeId()))
+        triangles += trianglesIn(static_cast<SoFaceSet const&>(node));
+}
+
+void SceneStatistics::addFaces(FltScene const& scene, std::string const& database)
+{
+    std::set<std::filesystem::path> files;
+    auto const add = [&](std::string const& file) {
+        std::error_code ignored;
+        if (files.insert(std::filesystem::weakly_canonical(file, ignored)).second)
+            faces += facesIn(file);
+    };
+    add(database);
+    for (FltReference const& reference : scene.references())
+        if (reference.isLoaded)
+            add(reference.path);
+}
+
+SceneStatistics SceneStatistics::of(FltScene const& scene, std::string const& database)
+{
+    SceneStatistics statistics;
+    SceneNodes::forEach(scene.root(), [&statistics](SoNode const& node) { statistics.add(node); });
+    statistics.addFaces(scene, database);
+    return statistics;
 }

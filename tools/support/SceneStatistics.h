@@ -1,16 +1,29 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
+class FltScene;
 class SoNode;
 
-/// What a scene is made of, each node counted once however often it is drawn.
+/// What a scene is made of, as all programs count it.
 struct SceneStatistics {
-    SceneStatistics() = default;
-    explicit SceneStatistics(SoNode* scene);
+    /// @name Of the scene: each node once, however often it is drawn, at all levels of detail, shown or not
+    /// @{
+    std::uint64_t nodes = 0;
+    std::uint64_t shapes = 0;
+    std::uint64_t triangles = 0; ///< As many as the faces are cut into.
+    /// @}
 
-    std::int64_t nodes = 0;
-    std::int64_t shapes = 0;
-    std::int64_t faces = 0;
-    std::int64_t triangles = 0; ///< As many as the faces are cut into.
+    /// Face records of the database and of those that are part of the scene, each file once. A mesh has none.
+    std::uint64_t faces = 0;
+
+    /// @param database the file that the scene was loaded from
+    static SceneStatistics of(FltScene const& scene, std::string const& database);
+
+    /// Counts a node without what is below it.
+    void add(SoNode const& node);
+
+    /// Counts the face records.
+    void addFaces(FltScene const& scene, std::string const& database);
 };

@@ -17,7 +17,7 @@ LoadedScene::LoadedScene(FltLoader const& loader, std::string const& path)
     : databasePath(path), start(std::chrono::steady_clock::now()), scene(loader.load(path)),
       seconds(secondsSince(start)), isExact(loader.exact), records(path), storedSwitches(scene.switches()),
       storedJoints(scene.degreesOfFreedom()), textures(scene.root()), levelsOfDetail(scene.root()),
-      statistics(scene.root())
+      statistics(SceneStatistics::of(scene, path))
 {
 }
 
@@ -30,10 +30,12 @@ std::string LoadedScene::describe() const
         header = "revision " + std::to_string(info.revision) + ", in " + FltDatabaseInfo::nameOf(info.unit) +
                  "  |  ";
     std::snprintf(text, sizeof text,
-                  "%lld triangles in %lld faces and %lld shapes  |  %llu records  |  "
+                  "%llu faces, %llu triangles in %llu shapes  |  %llu records  |  "
                   "%zu textures, %d missing  |  %zu messages  |  loaded in %.2f s",
-                  static_cast<long long>(statistics.triangles), static_cast<long long>(statistics.faces),
-                  static_cast<long long>(statistics.shapes), static_cast<unsigned long long>(info.records),
-                  textures.textures().size(), textures.missingCount(), scene.messages().size(), seconds);
+                  static_cast<unsigned long long>(statistics.faces),
+                  static_cast<unsigned long long>(statistics.triangles),
+                  static_cast<unsigned long long>(statistics.shapes),
+                  static_cast<unsigned long long>(info.records), textures.textures().size(),
+                  textures.missingCount(), scene.messages().size(), seconds);
     return header + text;
 }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "loader/FltLoader.h"
+#include "support/SceneStatistics.h"
 #include "view/LevelsOfDetail.h"
 #include "view/SceneRecords.h"
-#include "view/SceneStatistics.h"
 #include "view/TextureList.h"
 
 #include <chrono>

@@ -38,6 +38,7 @@ ViewOptions::ViewOptions(Program& program) : loaderOptions(program)
     program.value("--select", select, "NAME", "Select the first node whose name holds this.");
     program.value("-o,--screenshot", screenshot, "OUT.png",
                   "Save a picture of the window (.png, .jpg, .ppm), and end.", ".png");
+    program.noClobberOption(existing);
     program.value("--size", sizeText, "WxH", "Width and height of the window in pixels.");
     program.flag(
         "--print", prints,

@@ -27,6 +27,7 @@ public:
 
     std::string select;     ///< A part of the name of what is selected at first; empty for nothing.
     std::string screenshot; ///< Where to save a picture of the window before the program ends; empty to stay.
+    OutputFile::Existing existing = OutputFile::Existing::replace; ///< A screenshot that is there already.
     int width = 0;
     int height = 0;
     bool watches = false;

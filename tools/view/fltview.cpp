@@ -53,7 +53,7 @@ void saveScreenshot(MainWindow& window, ViewOptions const& options)
     for (int i = 0; i < 20; ++i)
         QApplication::processEvents(QEventLoop::AllEvents, 20);
     QByteArray const bytes = encoded(window.screenshot(), options.screenshot);
-    OutputFile output(options.screenshot, {{options.input(), "the input"}});
+    OutputFile output(options.screenshot, {{options.input(), "the input"}}, options.existing);
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), output.stream());
     output.commit();
 }
