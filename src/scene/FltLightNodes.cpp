@@ -44,3 +44,14 @@ SoLight* FltLightNodes::make(FltVisualLight const& light)
     node->color = light.color;
     return node;
 }
+
+SoEnvironment* FltLightNodes::fadingOf(FltVisualLight const& light)
+{
+    auto const& [constant, linear, quadratic] = light.attenuation;
+    bool const isSteady = constant == 1 && linear == 0 && quadratic == 0;
+    if (light.kind == FltVisualLight::Kind::infinite || isSteady)
+        return nullptr;
+    auto* const node = new SoEnvironment;
+    node->attenuation.setValue(quadratic, linear, constant);
+    return node;
+}

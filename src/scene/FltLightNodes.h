@@ -2,6 +2,7 @@
 
 #include "visual/FltVisualNode.h"
 
+#include <Inventor/nodes/SoEnvironment.h>
 #include <Inventor/nodes/SoLight.h>
 
 /// Makes the nodes of lights.
@@ -9,5 +10,9 @@ namespace FltLightNodes
 {
 
 SoLight* make(FltVisualLight const& light);
+
+/// How a light fades with the distance: what has to stand before it.
+/// @return null if it doesn't fade
+SoEnvironment* fadingOf(FltVisualLight const& light);
 
 } // namespace FltLightNodes

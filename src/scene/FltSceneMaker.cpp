@@ -9,6 +9,7 @@
 #include "visual/FltMirrors.h"
 
 #include <Inventor/VRMLnodes/SoVRMLBillboard.h>
+#include <Inventor/nodes/SoEnvironment.h>
 #include <Inventor/nodes/SoFile.h>
 #include <Inventor/nodes/SoInfo.h>
 #include <Inventor/nodes/SoLOD.h>
@@ -350,19 +351,28 @@ SoNodeRef<SoNode> FltSceneMaker::makeScale(FltVisualNode& visual)
     return made;
 }
 
-/// A light has no children: where its name is cut, a group bears that name, and holds it whole.
+/// A light has no children: where its name is cut, a group bears that name, and holds it whole. How one light
+/// fades counts for it alone: what comes after it has the toolkit's own way.
 SoNodeRef<SoNode> FltSceneMaker::makeLight(FltVisualNode& visual)
 {
-    SoNodeRef<SoNode> light(FltLightNodes::make(*visual.as<FltVisualLight>()));
+    FltVisualLight const& values = *visual.as<FltVisualLight>();
+    SoNodeRef<SoNode> light(FltLightNodes::make(values));
     SoNodeRef<SoInfo> const whole(SoNodeName::infoOf(visual.name));
-    if (whole.get() == nullptr) {
+    SoNodeRef<SoEnvironment> const fading(FltLightNodes::fadingOf(values));
+    bool const isNamedWhole = whole.get() == nullptr;
+    if (isNamedWhole && fading.get() == nullptr) {
         name(light.get(), visual);
         return light;
     }
     auto* const group = new SoGroup;
     SoNodeRef<SoNode> made(group);
-    group->addChild(whole.get());
+    name(isNamedWhole ? light.get() : group, visual);
+    if (!isNamedWhole)
+        group->addChild(whole.get());
+    if (fading.get() != nullptr)
+        group->addChild(fading.get());
     group->addChild(light.get());
-    name(group, visual);
+    if (fading.get() != nullptr)
+        group->addChild(new SoEnvironment);
     return made;
 }

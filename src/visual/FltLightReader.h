@@ -10,6 +10,8 @@ namespace FltLightReader
 {
 
 /// The light of a record; none if it is switched off.
-std::optional<FltVisualLight> read(FltRecordView const& record, FltPaletteSet const& palettes);
+/// @param worldPerUnit how long a unit of the file is in the world
+std::optional<FltVisualLight> read(FltRecordView const& record, FltPaletteSet const& palettes,
+                                   double worldPerUnit);
 
 } // namespace FltLightReader

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 namespace
 {
@@ -32,6 +33,29 @@ std::size_t longestOf(std::vector<std::string> const& lines)
     return longest;
 }
 
+using Alignment = FltVisualText::Alignment;
+
+Alignment alignmentOf(std::int32_t justification)
+{
+    return justification == 1 ? Alignment::right : justification == 2 ? Alignment::center : Alignment::left;
+}
+
+/// What lines are aligned to, in a box that begins at the left: its end, its middle or its begin.
+float anchorBetween(float left, float width, std::int32_t justification)
+{
+    if (!std::isfinite(left + width))
+        return left;
+    switch (alignmentOf(justification)) {
+    case Alignment::right:
+        return left + width;
+    case Alignment::center:
+        return left + width / 2;
+    case Alignment::left:
+        break;
+    }
+    return left;
+}
+
 /// The letters stand upright between the corners, or lie if the corners do.
 struct Layout {
     Layout(FltRecordText const& text, std::vector<std::string> const& lines)
@@ -51,6 +75,7 @@ struct Layout {
             place = SbVec3f(0, 0, 0);
         box = SbBox3f(place,
                       place + SbVec3f(width, isLying ? depth : 0, isLying ? 0 : std::max(size, upright)));
+        place[0] = anchorBetween(place[0], width, text.justification);
     }
 
     SbVec3f place;
@@ -58,14 +83,6 @@ struct Layout {
     bool isLying = false;
     SbBox3f box;
 };
-
-FltVisualText::Alignment alignmentOf(FltRecordText const& text)
-{
-    using Alignment = FltVisualText::Alignment;
-    return text.justification == 1   ? Alignment::right
-           : text.justification == 2 ? Alignment::center
-                                     : Alignment::left;
-}
 
 } // namespace
 
@@ -84,7 +101,7 @@ void FltTextReader::addTo(FltNodeBuilder& node, FltRecordView const& record, std
     written.place = layout.place;
     written.size = layout.size;
     written.isLying = layout.isLying;
-    written.alignment = alignmentOf(values);
+    written.alignment = alignmentOf(values.justification);
     written.color = palettes.colors->atIndex(values.color);
     node.addBox(layout.box);
 }

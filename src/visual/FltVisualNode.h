@@ -63,7 +63,7 @@ struct FltVisualLight {
     SbColor color{1, 1, 1};           ///< Of all of its light.
     float cutOffAngle = 0;            ///< Of a spot: half its cone, in radians.
     float dropOffRate = 0;            ///< Of a spot: from 0 (even) to 1 (narrow).
-    float attenuation[3] = {1, 0, 0}; ///< Constant, linear and quadratic.
+    float attenuation[3] = {1, 0, 0}; ///< Constant, linear and quadratic, by distances in the world's units.
 };
 
 /// Text that stands upright along x, or lies.
@@ -72,7 +72,7 @@ struct FltVisualText {
     enum class Alignment { left, right, center };
 
     std::vector<std::string> lines;        ///< In UTF-8, the highest first.
-    SbVec3f place{0, 0, 0};                ///< Where the lowest line begins.
+    SbVec3f place{0, 0, 0};                ///< Of the lowest line: its begin, end or middle, by alignment.
     float size = 1;                        ///< From line to line.
     bool isLying = false;                  ///< In the plane of x and y; otherwise of x and z.
     Alignment alignment = Alignment::left; ///< Of all lines.

@@ -45,6 +45,19 @@ TEST(FltLightNodes, shineFromAPlace)
     EXPECT_EQ(node->location.getValue(), SbVec3f(1, 2, 3));
 }
 
+TEST(FltLightNodes, fadeAsTheirAttenuationSays)
+{
+    FltVisualLight lamp = light(FltVisualLight::Kind::local);
+    EXPECT_EQ(FltLightNodes::fadingOf(lamp), nullptr);
+    lamp.attenuation[1] = 0.25F;
+    lamp.attenuation[2] = 4;
+    SoNodeRef<SoEnvironment> const fading(FltLightNodes::fadingOf(lamp));
+    ASSERT_NE(fading.get(), nullptr);
+    EXPECT_EQ(fading->attenuation.getValue(), SbVec3f(4, 0.25F, 1)) << "the toolkit begins with the square";
+    lamp.kind = FltVisualLight::Kind::infinite;
+    EXPECT_EQ(FltLightNodes::fadingOf(lamp), nullptr) << "a sun has no distance";
+}
+
 TEST(FltLightNodes, shineInACone)
 {
     auto const node = make<SoSpotLight>(FltVisualLight::Kind::spot);

@@ -67,6 +67,26 @@ TEST(FltSceneMaker, keepsANameThatIsTooLongInAnInfo)
     EXPECT_NE(textOf(lamp).find("DirectionalLight {"), std::string::npos);
 }
 
+TEST(FltSceneMaker, letsALightFadeAndNoOther)
+{
+    auto const lamp = node("lamp");
+    FltVisualLight& light = lamp->become<FltVisualLight>();
+    light.kind = FltVisualLight::Kind::local;
+    light.attenuation[1] = 0.5F;
+    EXPECT_EQ(textOf(lamp), R"(Group {
+  Environment {
+    attenuation 0 0.5 1
+  }
+  DEF lamp PointLight {
+    color 1 1 1
+    location 0 0 0
+  }
+  Environment {
+  }
+}
+)");
+}
+
 TEST(FltSceneMaker, makesTheNodesOfASharedPartOnce)
 {
     auto const shared = node("shared");

@@ -13,7 +13,7 @@ using Fields = FltWriter::Fields;
 using Kind = FltVisualLight::Kind;
 
 /// A palette's light number 1 after its opcode and length.
-std::string paletteLight(int type, float dropoff = 0, float angle = 0, float red = 1)
+std::string paletteLight(int type, float dropoff = 0, float angle = 0, float red = 1, float linear = 2)
 {
     std::string body = FltWriter::big32(1) + std::string(232, '\0');
     auto const put = [&body](std::size_t at, std::string const& bytes) {
@@ -22,19 +22,21 @@ std::string paletteLight(int type, float dropoff = 0, float angle = 0, float red
     put(56, FltWriter::bigFloat(red) + FltWriter::bigFloat(0.5F) + FltWriter::bigFloat(-2));
     put(88, FltWriter::big32(type));
     put(132, FltWriter::bigFloat(dropoff) + FltWriter::bigFloat(angle));
-    put(148, FltWriter::bigFloat(1) + FltWriter::bigFloat(2) + FltWriter::bigFloat(3));
+    put(148, FltWriter::bigFloat(1) + FltWriter::bigFloat(linear) + FltWriter::bigFloat(3));
     return body;
 }
 
-FltVisualLight read(Fields fields, std::string const& palette)
+FltVisualLight read(Fields fields, std::string const& palette, Fields const& header = {})
 {
-    CompleteDatabase database;
+    CompleteDatabase database(1570, header);
     database.writer.addRaw(102, palette);
     fields.emplace_back("flags", std::vector<double>{128, 0, 0, 0});
     fields.emplace_back("indexIntoLightPalette", 1);
     database.begin().add("LightSource", fields);
     std::shared_ptr<FltVisualNode> const root = database.see().root;
-    FltVisualLight const* const light = root->children.at(0)->as<FltVisualLight>();
+    std::shared_ptr<FltVisualNode> const top =
+        root->as<FltVisualScale>() != nullptr ? root->children.at(0) : root;
+    FltVisualLight const* const light = top->children.at(0)->as<FltVisualLight>();
     return light != nullptr ? *light : FltVisualLight();
 }
 
@@ -69,6 +71,24 @@ TEST(FltLightReader, keepsColoursBetween0And1AndPlacesInDoubles)
     EXPECT_EQ(light.attenuation[0], 1);
     EXPECT_EQ(light.attenuation[1], 2);
     EXPECT_EQ(light.attenuation[2], 3);
+}
+
+TEST(FltLightReader, fadesByDistancesInTheWorld)
+{
+    constexpr int kilometres = 1;
+    FltVisualLight const light = read({}, paletteLight(1), {{"vertexCoordinateUnits", kilometres}});
+    EXPECT_EQ(light.attenuation[0], 1);
+    EXPECT_FLOAT_EQ(light.attenuation[1], 2e-3F);
+    EXPECT_FLOAT_EQ(light.attenuation[2], 3e-6F);
+}
+
+TEST(FltLightReader, fadesByNoNumbersThatWouldMakeItGrow)
+{
+    for (float const linear : {-1.0F, std::numeric_limits<float>::infinity()}) {
+        FltVisualLight const light = read({}, paletteLight(1, 0, 0, 1, linear));
+        EXPECT_EQ(light.attenuation[1], 0);
+        EXPECT_EQ(light.attenuation[2], 0);
+    }
 }
 
 TEST(FltLightReader, keepsConesBelowAHalfSphereAndDropOffBelow1)

@@ -70,3 +70,21 @@ TEST(FltTextReader, readsAlignmentAndColour)
     EXPECT_EQ(read({{"justification", 3}}).alignment, Alignment::left);
     EXPECT_EQ(read({}).color, 0xffffffffU);
 }
+
+TEST(FltTextReader, anchorsLinesAtTheSideOfTheBoxThatTheyAreAlignedTo)
+{
+    auto const placeOf = [](int justification, double width) {
+        return read({{"XlowerLeftCorner", -3},
+                     {"YlowerLeftCorner", 2},
+                     {"XupperRightCorner", width - 3},
+                     {"YupperRightCorner", 2},
+                     {"ZupperRightCorner", 4},
+                     {"justification", justification}})
+            .place;
+    };
+    EXPECT_EQ(placeOf(0, 10), SbVec3f(-3, 2, 0));
+    EXPECT_EQ(placeOf(1, 10), SbVec3f(7, 2, 0));
+    EXPECT_EQ(placeOf(2, 10), SbVec3f(2, 2, 0));
+    EXPECT_EQ(placeOf(1, 0), SbVec3f(-3, 2, 0)) << "without a box";
+    EXPECT_EQ(placeOf(1, 1e300), SbVec3f(-3, 2, 0)) << "a box without an end";
+}
