@@ -4,6 +4,7 @@
 #include "records/FltOpcode.h"
 #include "records/FltRecordLightPointPalette.h"
 #include "records/FltRecordLightSource.h"
+#include "records/FltRecordLineStyle.h"
 #include "records/FltRecordMaterial.h"
 
 #include <algorithm>
@@ -15,7 +16,8 @@ FltPaletteSet::FltPaletteSet(std::string const& file)
       materials(std::make_shared<std::map<std::int32_t, FltMaterialValues>>()),
       textures(std::make_shared<FltTextureNames>()),
       lights(std::make_shared<std::map<std::int32_t, FltLightValues>>()),
-      lightPoints(std::make_shared<std::map<std::int32_t, FltLightPointValues>>())
+      lightPoints(std::make_shared<std::map<std::int32_t, FltLightPointValues>>()),
+      lineWidths(std::make_shared<std::map<std::int32_t, std::int32_t>>())
 {
     textures->file = file;
 }
@@ -47,6 +49,10 @@ bool FltPaletteSet::take(FltRecordView const& record, int revision)
         if (!isOverridden(lightPointOverride))
             takeLightPoint(record);
         return true;
+    case FltOpcode::lineStylePalette:
+        if (!isOverridden(lineStyleOverride))
+            takeLineStyle(record);
+        return true;
     default:
         return false;
     }
@@ -65,6 +71,8 @@ void FltPaletteSet::overrideBy(FltPaletteSet const& parent, std::uint32_t flags)
         lights = parent.lights;
     if ((flags & lightPointOverride) != 0)
         lightPoints = parent.lightPoints;
+    if ((flags & lineStyleOverride) != 0)
+        lineWidths = parent.lineWidths;
 }
 
 void FltPaletteSet::takeMaterial(FltRecordView const& record)
@@ -116,4 +124,10 @@ void FltPaletteSet::takeLightPoint(FltRecordView const& record)
 {
     FltDecoded<FltRecordLightPointAppearancePalette> const entry(record);
     (*lightPoints)[entry.paletteIndex] = {FltColors::fromPacked(entry.backColor), entry.actualPixelSize};
+}
+
+void FltPaletteSet::takeLineStyle(FltRecordView const& record)
+{
+    FltDecoded<FltRecordLineStylePalette> const style(record);
+    (*lineWidths)[style.lineStyleIndex] = style.lineWidth;
 }

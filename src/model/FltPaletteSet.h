@@ -57,14 +57,16 @@ struct FltPaletteSet {
     std::shared_ptr<FltTextureNames> textures;
     std::shared_ptr<std::map<std::int32_t, FltLightValues>> lights;
     std::shared_ptr<std::map<std::int32_t, FltLightPointValues>> lightPoints;
+    std::shared_ptr<std::map<std::int32_t, std::int32_t>> lineWidths; ///< In pixels, by line style.
 
     static constexpr std::uint32_t colorOverride = 1U << 31;
     static constexpr std::uint32_t materialOverride = 1U << 30;
     static constexpr std::uint32_t textureOverride = 1U << 29;
+    static constexpr std::uint32_t lineStyleOverride = 1U << 28;
     static constexpr std::uint32_t lightOverride = 1U << 26;
     static constexpr std::uint32_t lightPointOverride = 1U << 25;
-    static constexpr std::uint32_t knownOverrides =
-        colorOverride | materialOverride | textureOverride | lightOverride | lightPointOverride;
+    static constexpr std::uint32_t knownOverrides = colorOverride | materialOverride | textureOverride |
+                                                    lineStyleOverride | lightOverride | lightPointOverride;
 
 private:
     bool isOverridden(std::uint32_t flag) const { return (overrides & flag) != 0; }
@@ -73,6 +75,7 @@ private:
     void takeTexture(FltRecordView const& record);
     void takeLight(FltRecordView const& record);
     void takeLightPoint(FltRecordView const& record);
+    void takeLineStyle(FltRecordView const& record);
 
     std::uint32_t overrides = 0;
 };

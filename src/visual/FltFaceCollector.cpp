@@ -208,6 +208,17 @@ std::uint32_t FltFaceCollector::alternateColor(FltRecordFace const& record) cons
     return tools.model.palettes.colors->atIndex(record.alternateColorIndex);
 }
 
+/// The width of a face's lines; 0 for the usual one.
+float FltFaceCollector::lineWidthOf(FltRecordFace const& record) const
+{
+    constexpr std::int32_t usual = 1, widest = 64;
+    std::map<std::int32_t, std::int32_t> const& widths = *tools.model.palettes.lineWidths;
+    auto const found = widths.find(record.lineStyleIndex);
+    return found != widths.end() && found->second > usual
+               ? static_cast<float>(std::min(found->second, widest))
+               : 0;
+}
+
 /// Lines have no side and no normal: they show their colour.
 FltFaceCollector::Look FltFaceCollector::lineLookOf(Look const& look, FltFaceInput const& input,
                                                     bool isAlternate) const
@@ -220,6 +231,7 @@ FltFaceCollector::Look FltFaceCollector::lineLookOf(Look const& look, FltFaceInp
     line.appearance.isLit = false;
     line.appearance.isHidden = look.appearance.isHidden;
     line.appearance.isBlended = (look.color & 0xff) != 0xff;
+    line.appearance.size = lineWidthOf(input.record);
     if (isAlternate) {
         line.color = (alternateColor(input.record) & ~0xffU) | (look.color & 0xff);
         line.usesVertexColors = false;

@@ -127,6 +127,7 @@ private:
     Look lineLookOf(Look const& look, FltFaceInput const& input, bool isAlternate) const;
     std::uint32_t faceColor(FltRecordFace const& record, bool isTextured) const;
     std::uint32_t alternateColor(FltRecordFace const& record) const;
+    float lineWidthOf(FltRecordFace const& record) const;
     void addFaces(FltFaceInput const& input, Look const& look);
     bool doNormalsOppose(FltFaceInput const& input) const;
     void addBowTie(FltFaceInput const& input, Look const& look, FltBowTie const& shape);

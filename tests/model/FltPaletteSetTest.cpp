@@ -106,10 +106,21 @@ TEST(FltPaletteSet, takesALightWithAllItsValues)
     EXPECT_EQ(light.attenuation[2], 6);
 }
 
+TEST(FltPaletteSet, knowsTheWidthsOfLineStyles)
+{
+    FltPaletteSet palettes("a.flt");
+    EXPECT_TRUE(take(palettes, "LineStylePalette", {{"lineStyleIndex", 3}, {"lineWidth", 5}}));
+    EXPECT_EQ(palettes.lineWidths->at(3), 5);
+    FltPaletteSet child("b.flt");
+    child.overrideBy(palettes, FltPaletteSet::lineStyleOverride);
+    EXPECT_TRUE(take(child, "LineStylePalette", {{"lineStyleIndex", 3}, {"lineWidth", 7}}));
+    EXPECT_EQ(child.lineWidths->at(3), 5);
+}
+
 TEST(FltPaletteSet, saysWhatBelongsToNoneOfItsPalettes)
 {
     FltPaletteSet palettes("a.flt");
-    EXPECT_FALSE(take(palettes, "LineStylePalette", {}));
+    EXPECT_FALSE(take(palettes, "SoundPaletteNames", {}));
     EXPECT_FALSE(take(palettes, "Group", {}));
 }
 

@@ -111,6 +111,24 @@ TEST(FltFaceCollector, drawsOutlines)
     EXPECT_EQ(both.triangles[0].color(), "255 0 0 255");
 }
 
+TEST(FltFaceCollector, drawsLinesAsWideAsTheirStyle)
+{
+    CompleteDatabase database;
+    std::vector<double> const offsets = database.polygon({{0, 0, 0}, {1, 0, 0}});
+    for (auto const& [style, width] : {std::pair{1, 1}, {2, 5}, {3, 100000}, {4, -5}})
+        database.writer.add("LineStylePalette", {{"lineStyleIndex", style}, {"lineWidth", width}});
+    database.begin().add("Object").push();
+    for (int const style : {0, 1, 2, 3, 4, 9})
+        database.writer.face(offsets, CompleteDatabase::face({{"lineStyleIndex", style}}));
+    std::shared_ptr<FltVisualNode> const root = database.see().root;
+    std::vector<FltMesh> const& meshes = root->children.at(0)->meshes;
+    ASSERT_EQ(meshes.size(), 3U);
+    EXPECT_EQ(meshes[0].size, 0) << "four styles of the usual width";
+    EXPECT_EQ(meshes[0].indices.size(), 4U * 3);
+    EXPECT_EQ(meshes[1].size, 5);
+    EXPECT_EQ(meshes[2].size, 64);
+}
+
 TEST(FltFaceCollector, drawsLightPoints)
 {
     for (int const drawType : {8, 9, 10})
