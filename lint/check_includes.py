@@ -24,7 +24,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "src/statistics": ("src/toolkit", "src/messages", "src/records"),
     "src/convert": ("src/toolkit", "src/textures", "src/dump", "src/messages", "src/records",
                     "src/parser", "src/statistics"),
-    "src/model": ("src/toolkit", "src/messages", "src/records", "src/parser"),
+    "src/model": ("src/toolkit", "src/textures", "src/messages", "src/records", "src/parser"),
     "src/visual": ("src/toolkit", "src/textures", "src/dump", "src/messages", "src/records", "src/parser",
                    "src/model"),
     "src/scene": ("src/toolkit", "src/textures", "src/visual"),

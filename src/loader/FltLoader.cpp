@@ -124,7 +124,7 @@ void writeLog(FltLoader const& options, FltDatabaseFile const& database, FltMess
 
 FltVisualConversion::Options visualOptions(FltLoader const& options, FltLoadHost& host)
 {
-    FltVisualConversion::Options visual{options, {}, {}};
+    FltVisualConversion::Options visual{options, {}, {}, FltReadableTree(options.onlyBelow)};
     visual.open = [&host](std::string const& file) { return host.openReferenced(file); };
     if (options.progress)
         visual.progress = [&host](std::string const& file, std::size_t done, std::size_t all) {

@@ -1,5 +1,6 @@
 #include "model/FltNodeWords.h"
 
+#include "model/FltReferencedFile.h"
 #include "records/FltOpcode.h"
 #include "records/FltRecordComment.h"
 #include "records/FltRecordExternalReference.h"
@@ -34,7 +35,8 @@ std::string shortNameOf(FltRecordView const& record)
 {
     if (record.opcode != FltOpcode::externalReference)
         return FltNodeWords::idIn(record);
-    std::string name = textIn(FltDecoded<FltRecordExternalReference>(record).asciiPath);
+    std::string name =
+        FltReferencedFile::fileOf(textIn(FltDecoded<FltRecordExternalReference>(record).asciiPath));
     name.erase(0, name.find_last_of("/\\") + 1);
     return name.substr(0, name.rfind('.'));
 }

@@ -11,14 +11,30 @@ std::string slashed(std::string path)
     return path;
 }
 
+/// Where the bracket before the name of a node stands; the end if there is none.
+std::size_t nodeIn(std::string const& reference)
+{
+    if (reference.empty() || reference.back() != '>')
+        return reference.size();
+    return std::min(reference.rfind('<'), reference.size());
+}
+
 } // namespace
+
+std::string FltReferencedFile::fileOf(std::string const& reference)
+{
+    return reference.substr(0, nodeIn(reference));
+}
+
+std::string FltReferencedFile::nodeOf(std::string const& reference)
+{
+    std::size_t const bracket = nodeIn(reference);
+    return bracket < reference.size() ? reference.substr(bracket + 1, reference.size() - bracket - 2) : "";
+}
 
 std::string FltReferencedFile::pathOf(std::string const& database, std::string const& reference)
 {
-    std::string path = slashed(reference);
-    std::size_t const node = path.rfind('<');
-    if (!path.empty() && path.back() == '>' && node != std::string::npos)
-        path.erase(node);
+    std::string const path = slashed(fileOf(reference));
     if (!path.empty() && path.front() == '/')
         return path;
     std::string const from = slashed(database);

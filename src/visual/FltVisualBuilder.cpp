@@ -74,6 +74,14 @@ FltVisualPart FltVisualBuilder::build()
     return node.finish();
 }
 
+FltVisualPart FltVisualBuilder::buildAlone(Number number)
+{
+    FltNodeBuilder node;
+    node->record = {0, file};
+    node.add(buildSwitchChild(number, 0));
+    return node.finish();
+}
+
 FltVisualPart FltVisualBuilder::buildNode(Number number, float objectTransparency)
 {
     FltRecordView const& record = model.tree.recordOf(number);

@@ -19,6 +19,9 @@ public:
     /// The whole visual, in the units of the file.
     FltVisualPart build();
 
+    /// The visual of one node with what stands below it, without those above it.
+    FltVisualPart buildAlone(FltModelTree::Number number);
+
 private:
     using Number = FltModelTree::Number;
 

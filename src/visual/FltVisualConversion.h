@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/FltRecordHeader.h"
+#include "textures/FltReadableTree.h"
 #include "textures/FltTexture.h"
 #include "toolkit/OpenFile.h"
 #include "visual/FltReference.h"
@@ -33,6 +34,9 @@ public:
         /// @return nothing if it isn't to be read, which this function reports; a file that isn't open if it
         ///         can't be opened
         std::function<std::optional<OpenFile>(std::string const& file)> open;
+
+        /// No file elsewhere is found by another case of letters than the stored one.
+        FltReadableTree readable = FltReadableTree();
     };
 
     /// How a conversion ended.

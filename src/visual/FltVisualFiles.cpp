@@ -38,7 +38,7 @@ bool isOpenFlight(FltFileInput& input)
 
 FltVisualFiles::FltVisualFiles(FltVisualConversion::Options const& options,
                                FltVisualConversion::Result& result)
-    : options(options), result(result)
+    : options(options), result(result), search(options.readable)
 {
     setting.levelsOfDetail = options.levelsOfDetail;
     if (options.progress)
@@ -129,7 +129,8 @@ FltVisualPart FltVisualFiles::scaled(FltVisualPart const& content, double scale)
 FltVisualPart FltVisualFiles::refer(FltModel const& from, std::string const& path, std::uint32_t overrides)
 {
     using References = FltVisualOptions::References;
-    std::string const name = FltReferencedFile::pathOf(from.fileName, path);
+    std::string const name = search.find(from.fileName, path);
+    std::string const node = FltReferencedFile::nodeOf(path);
     bool const isThere = !identityOf(name).empty();
     result.references.push_back({path, from.fileName, isThere ? name : std::string(), false});
     std::size_t const entry = result.references.size() - 1;
@@ -137,17 +138,16 @@ FltVisualPart FltVisualFiles::refer(FltModel const& from, std::string const& pat
         ++setting.leftOut["external reference"];
         return {};
     }
-    char const* const forbidden = "external reference that may not be read";
-    if (options.references == References::asFile && isThere) {
+    if (options.references == References::asFile && isThere && node.empty()) {
         if (open(name))
             return makeFileNode(from, name);
         ++setting.leftOut[forbidden];
         return {};
     }
-    Converted const& converted = convertExternal(name, from, overrides);
+    Converted const& converted = convertExternal(name, node, from, overrides);
     FltWarningMessageConsole::beginFile(from.fileName.c_str());
     if (converted.visual.node == nullptr) {
-        ++setting.leftOut[converted.mayBeRead ? "external reference that can't be read" : forbidden];
+        ++setting.leftOut[converted.absence];
         return {};
     }
     result.references[entry].isLoaded = true;
@@ -165,8 +165,8 @@ FltVisualPart FltVisualFiles::makeFileNode(FltModel const& from, std::string con
 }
 
 /// A file counts as another one with other palettes, since they change what it looks like.
-FltVisualFiles::Key FltVisualFiles::keyOf(std::string const& identity, FltModel const& from,
-                                          std::uint32_t overrides)
+FltVisualFiles::Key FltVisualFiles::keyOf(std::string const& identity, std::string const& node,
+                                          FltModel const& from, std::uint32_t overrides)
 {
     FltPaletteSet const own(identity);
     FltPaletteSet palettes = own;
@@ -182,11 +182,14 @@ FltVisualFiles::Key FltVisualFiles::keyOf(std::string const& identity, FltModel 
     note(own.textures, palettes.textures);
     note(own.lights, palettes.lights);
     note(own.lightPoints, palettes.lightPoints);
-    return {identity, overridden};
+    note(own.lineWidths, palettes.lineWidths);
+    return {identity, overridden, node};
 }
 
-FltVisualFiles::Converted const&
-FltVisualFiles::convertExternal(std::string const& name, FltModel const& from, std::uint32_t overrides)
+FltVisualFiles::Converted const& FltVisualFiles::convertExternal(std::string const& name,
+                                                                 std::string const& node,
+                                                                 FltModel const& from,
+                                                                 std::uint32_t overrides)
 {
     static Converted const nothing;
     std::string const found = identityOf(name);
@@ -196,7 +199,7 @@ FltVisualFiles::convertExternal(std::string const& name, FltModel const& from, s
                                               " (" + name + ")");
         return nothing;
     }
-    Key const key = keyOf(identity, from, overrides);
+    Key const key = keyOf(identity, node, from, overrides);
     auto const known = files.find(key);
     bool const isFull = filesInWork.size() > FltLimits::externalReferenceDepth ||
                         files.size() >= FltLimits::externalReferences;
@@ -207,7 +210,8 @@ FltVisualFiles::convertExternal(std::string const& name, FltModel const& from, s
                                               " (" + name + ")");
         return nothing;
     }
-    Converted converted = readExternal(name, identity, from, overrides);
+    Converted converted =
+        node.empty() ? convertWhole(name, key, from, overrides) : convertNode(name, key, from, overrides);
     if (known != files.end() && converted.visual.node == nullptr)
         return known->second;
     return files[key] = std::move(converted);
@@ -227,10 +231,16 @@ bool FltVisualFiles::mayReadAgain(FltFileInput const& input, std::string const& 
         repeatedBytesLeft += repetitions * input.getSize();
         return true;
     }
-    repeatedBytesLeft -= input.getSize();
+    return mayRepeat(input.getSize(), "External files take over too many palettes: some are left out");
+}
+
+/// Whether bytes of files that were read may become a part of the visual once more.
+/// @param excess what is reported otherwise
+bool FltVisualFiles::mayRepeat(std::int64_t bytes, char const* excess)
+{
+    repeatedBytesLeft -= bytes;
     if (repeatedBytesLeft < 0)
-        FltWarningMessageConsole::notifyGuard(
-            "External files take over too many palettes: some are left out");
+        FltWarningMessageConsole::notifyGuard(excess);
     return repeatedBytesLeft >= 0;
 }
 
@@ -239,26 +249,81 @@ std::optional<OpenFile> FltVisualFiles::open(std::string const& name) const
     return options.open ? options.open(name) : RegularFile::open(name.c_str());
 }
 
-FltVisualFiles::Converted FltVisualFiles::readExternal(std::string const& name, std::string const& identity,
-                                                       FltModel const& from, std::uint32_t overrides)
+FltVisualFiles::ExternalModel FltVisualFiles::readExternal(std::string const& name,
+                                                           std::string const& identity, FltModel const& from,
+                                                           std::uint32_t overrides)
 {
     std::optional<OpenFile> file = open(name);
     if (!file)
-        return {{}, 1, false};
-    FltFileInput input(name.c_str(), std::move(*file));
+        return {nullptr, nullptr, forbidden};
+    ExternalModel read;
+    read.input = std::make_unique<FltFileInput>(name.c_str(), std::move(*file));
+    FltFileInput& input = *read.input;
     if (!input.isInFlowCreated() || !isOpenFlight(input) || !mayReadAgain(input, identity))
         return {};
-    FltModel model(input.getFileName(), input.getBuffer(), static_cast<std::size_t>(input.getSize()),
-                   options.salvage, setting.levels);
-    model.palettes.overrideBy(from.palettes, overrides & FltPaletteSet::knownOverrides);
-    filesInWork.push_back(identity);
-    readModel(model, input);
-    int const partsBefore = filesInParts;
+    read.model = std::make_unique<FltModel>(input.getFileName(), input.getBuffer(),
+                                            static_cast<std::size_t>(input.getSize()), options.salvage,
+                                            setting.levels);
+    read.model->palettes.overrideBy(from.palettes, overrides & FltPaletteSet::knownOverrides);
+    readModel(*read.model, input);
+    return read;
+}
+
+FltVisualFiles::Converted FltVisualFiles::convertWhole(std::string const& name, Key const& key,
+                                                       FltModel const& from, std::uint32_t overrides)
+{
+    std::string const& identity = std::get<0>(key);
+    ExternalModel const file = readExternal(name, identity, from, overrides);
     Converted converted;
+    converted.absence = file.absence;
+    if (file.model == nullptr)
+        return converted;
+    converted.metresPerUnit = file.model->metresPerUnit;
+    converted.levelsAbove = setting.levels;
+    int const partsBefore = filesInParts;
+    filesInWork.push_back(identity);
+    converted.visual = build(*file.model, *file.input);
+    filesInWork.pop_back();
+    converted.isWhole = file.model->tree.isWhole() && filesInParts == partsBefore;
+    return converted;
+}
+
+/// The file of the node stays in memory, since others of its nodes may be asked for; not if levels of it were
+/// left out, which may have room elsewhere.
+FltVisualFiles::Converted FltVisualFiles::convertNode(std::string const& name, Key const& key,
+                                                      FltModel const& from, std::uint32_t overrides)
+{
+    auto const& [identity, palettes, node] = key;
+    Key const fileKey(identity, palettes, "");
+    std::unique_ptr<FltNamedParts>& parts = namedParts[fileKey];
+    Converted converted;
+    if (parts == nullptr) {
+        ExternalModel file = readExternal(name, identity, from, overrides);
+        converted.absence = file.absence;
+        if (file.model == nullptr)
+            return converted;
+        double const unit = worldPerUnit(file.model->metresPerUnit);
+        parts = std::make_unique<FltNamedParts>(std::move(file.input), std::move(file.model), setting, unit);
+    }
+    FltModel const& model = parts->getModel();
+    FltNamedParts::Number const number = parts->find(node);
+    if (number == FltModelTree::none) {
+        FltWarningMessageConsole::notifyGuard("An external reference names a node that isn't there",
+                                              ": " + node + " in " + name);
+        converted.absence = withoutNode;
+        return converted;
+    }
+    if (!mayRepeat(parts->bytesOf(number), "Too many parts of external files: some are left out"))
+        return converted;
     converted.metresPerUnit = model.metresPerUnit;
     converted.levelsAbove = setting.levels;
-    converted.visual = build(model, input);
-    converted.isWhole = model.tree.isWhole() && filesInParts == partsBefore;
+    int const partsBefore = filesInParts;
+    FltWarningMessageConsole::beginFile(model.fileName.c_str());
+    filesInWork.push_back(identity);
+    converted.visual = parts->build(number);
     filesInWork.pop_back();
+    converted.isWhole = model.tree.isWhole() && filesInParts == partsBefore;
+    if (!model.tree.isWhole())
+        parts.reset();
     return converted;
 }

@@ -34,4 +34,14 @@ TEST(FltReferencedFile, isTheWholeFileWhateverNodeOfItIsNamed)
     EXPECT_EQ(FltReferencedFile::pathOf("models/town.flt", ""), "models/");
 }
 
+TEST(FltReferencedFile, namesANodeInBracketsAtTheEnd)
+{
+    EXPECT_EQ(FltReferencedFile::nodeOf("town.flt<gate 7>"), "gate 7");
+    EXPECT_EQ(FltReferencedFile::nodeOf("a<b>.flt<top>"), "top");
+    for (char const* const reference : {"town.flt", "a<b>.flt", "top>", "town.flt<>", "", ">"})
+        EXPECT_EQ(FltReferencedFile::nodeOf(reference), "") << reference;
+    EXPECT_EQ(FltReferencedFile::fileOf("sub\\town.flt<a.b/c>"), "sub\\town.flt");
+    EXPECT_EQ(FltReferencedFile::fileOf("<top>"), "");
+}
+
 } // namespace

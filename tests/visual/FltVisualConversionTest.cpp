@@ -2,6 +2,8 @@
 
 #include "support/CompleteDatabase.h"
 
+#include "toolkit/RegularFile.h"
+
 #include <Inventor/SoDB.h>
 #include <Inventor/SoInput.h>
 #include <Inventor/SoOutput.h>
@@ -141,6 +143,124 @@ TEST(FltVisualConversion, leavesExternalFilesOutThatLeadBackAreMissingOrRefused)
     refused.open = [](std::string const&) { return std::nullopt; };
     EXPECT_EQ(parent.draw(refused).triangles.size(), 0U);
     EXPECT_EQ(parent.draw().triangles.size(), 2U);
+}
+
+TEST(FltVisualConversion, findsExternalFilesWhateverTheCaseOfTheirLetters)
+{
+    CompleteDatabase parent;
+    std::string const child = parent.folder.write("Sub/Child.flt", squares(1).writer.bytes());
+    parent.begin().add("ExternalReference", {{"asciiPath", "SUB\\child.FLT"}});
+    EXPECT_EQ(parent.draw().triangles.size(), 2U);
+    EXPECT_EQ(parent.see().references.at(0).path, child);
+    Options named;
+    named.references = FltVisualOptions::References::asFile;
+    EXPECT_TRUE(parent.convert(named).leftOut.empty());
+}
+
+namespace
+{
+
+/// A house that is moved by 10, with a door at its left that is moved by 2, and a tree. The door stands in a
+/// switch that shows nothing.
+std::string village()
+{
+    CompleteDatabase database;
+    std::vector<double> const square = database.square();
+    auto const moveBy = [&](double x) { database.writer.add("Translate", {{"deltaX", x}}); };
+    database.begin().add("Group", {{"idASCII", "house"}});
+    moveBy(10);
+    database.writer.push();
+    database.object(square, CompleteDatabase::face(), "wall");
+    database.writer.add("Switch", {{"numberOfMasks", 1}, {"numberOf32BitWordsPerMask", 1}, {"masks", {0}}})
+        .push()
+        .add("Group", {{"idASCII", "cut"}})
+        .add("LongID", {{"idASCII", "door of the house"}});
+    moveBy(2);
+    database.writer.push();
+    database.object(square, CompleteDatabase::face(), "leaf")
+        .object(square, CompleteDatabase::face(), "leaf");
+    database.writer.pop().pop().pop();
+    database.object(square, CompleteDatabase::face(), "tree");
+    return database.writer.bytes();
+}
+
+/// A database that refers to nodes of the village.
+CompleteDatabase referringTo(std::vector<std::string> const& nodes)
+{
+    CompleteDatabase parent;
+    parent.folder.write("village.flt", village());
+    parent.begin();
+    for (std::string const& node : nodes)
+        parent.writer.add("ExternalReference", {{"asciiPath", "village.flt<" + node + ">"}});
+    return parent;
+}
+
+} // namespace
+
+TEST(FltVisualConversion, showsTheNodeThatAReferenceNames)
+{
+    EXPECT_EQ(referringTo({"house"}).draw().extent(), "10 0 0 to 11 1 0") << "with its own transformation";
+    EXPECT_EQ(referringTo({"door of the house"}).draw().extent(), "2 0 0 to 3 1 0")
+        << "without those above it, nor the switch that hides it";
+    EXPECT_EQ(referringTo({"leaf"}).draw().triangles.size(), 2U) << "the first of that name";
+    EXPECT_EQ(referringTo({"leaf"}).draw().extent(), "0 0 0 to 1 1 0");
+    EXPECT_EQ(referringTo({""}).draw().triangles.size(), 4U) << "the whole file";
+    EXPECT_EQ(referringTo({"wall", "tree", "house", "wall"}).draw().triangles.size(), 8U);
+}
+
+TEST(FltVisualConversion, showsNothingForANodeThatIsntThere)
+{
+    CompleteDatabase database = referringTo({"nobody", "tree"});
+    CompleteDatabase::Converted const result = database.convert();
+    EXPECT_EQ(DrawnScene(result.root.get()).triangles.size(), 2U);
+    EXPECT_EQ(result.leftOut.at("external reference to a node that isn't there"), 1);
+    EXPECT_NE(database.messages.find("names a node that isn't there: nobody in "), std::string::npos);
+    EXPECT_FALSE(result.references.at(0).isLoaded);
+    EXPECT_TRUE(result.references.at(1).isLoaded);
+}
+
+TEST(FltVisualConversion, showsANodeInPlaceWhereWholeFilesAreOnlyNamed)
+{
+    Options named;
+    named.references = FltVisualOptions::References::asFile;
+    EXPECT_EQ(referringTo({"house"}).draw(named).triangles.size(), 2U);
+}
+
+TEST(FltVisualConversion, readsAFileOnceForAllOfItsNodes)
+{
+    CompleteDatabase database = referringTo(std::vector<std::string>(50, "tree"));
+    for (char const* const node : {"wall", "house", "leaf"})
+        database.writer.add("ExternalReference", {{"asciiPath", std::string("village.flt<") + node + ">"}});
+    int opened = 0;
+    Options options;
+    options.open = [&](std::string const& file) {
+        ++opened;
+        return RegularFile::open(file.c_str());
+    };
+    EXPECT_EQ(database.draw(options).triangles.size(), 2U * 53);
+    EXPECT_EQ(opened, 1);
+}
+
+/// Each of nested groups by its name would be the square of their number in nodes.
+TEST(FltVisualConversion, showsNoMorePartsOfAFileThanItsSizeExplains)
+{
+    constexpr int levels = 400;
+    CompleteDatabase child;
+    std::vector<double> const square = child.square();
+    child.begin();
+    for (int i = 0; i < levels; ++i)
+        child.writer.addRaw(199, std::string(1500, 'x'))
+            .add("Group", {{"idASCII", "g" + std::to_string(i)}})
+            .push();
+    child.object(square);
+    CompleteDatabase parent;
+    parent.folder.write("child.flt", child.writer.bytes());
+    parent.begin();
+    for (int i = 0; i < levels; ++i)
+        parent.writer.add("ExternalReference", {{"asciiPath", "child.flt<g" + std::to_string(i) + ">"}});
+    FltVisualConversion::Result const result = parent.see();
+    EXPECT_GT(result.leftOut.at("external reference that can't be read"), levels / 2);
+    EXPECT_NE(parent.messages.find("Too many parts of external files"), std::string::npos);
 }
 
 TEST(FltVisualConversion, skipsExternalFilesOrNamesThemIfThatIsWanted)
