@@ -23,7 +23,7 @@ set(public_headers
     plugin/Plugin.h plugin/SoInputFltReader.h
     records/FltRecord.h records/FltRecordCategory.h records/FltRecordMemory.h records/FltVersion.h
     statistics/FltStatisticsTool.h
-    textures/FltTexture.h textures/PicturePixels.h
+    textures/FltTexture.h textures/FltTextureAttributes.h textures/PicturePixels.h
     toolkit/SbFileHelper.h toolkit/SideFile.h toolkit/SoInputQueries.h toolkit/SoInputReader.h toolkit/SoRefCounter.h
     toolkit/VelloReaderExport.h
     visual/FltDegreeOfFreedom.h visual/FltJointMotion.h visual/FltMesh.h visual/FltMeshIndices.h

@@ -213,6 +213,25 @@ void FltLoadHost::findTextures(std::vector<FltTexture>& textures)
         if (listed.emplace(texture.name, texture.database).second)
             addTexture(texture);
     }
+    addOmissionsOfTextures();
+}
+
+/// What the toolkit can't do with textures that their attributes ask for.
+void FltLoadHost::addOmissionsOfTextures()
+{
+    using Attributes = FltTextureAttributes;
+    auto const add = [this](char const* kind, auto isLost) {
+        auto const count =
+            std::count_if(told.textures.begin(), told.textures.end(),
+                          [&](FltTexture const& texture) { return isLost(texture.attributes); });
+        if (count > 0)
+            told.omissions.push_back({kind, static_cast<std::uint64_t>(count)});
+    };
+    add("mirrored texture", [](Attributes const& attributes) {
+        return attributes.wrapU == Attributes::Wrap::mirror || attributes.wrapV == Attributes::Wrap::mirror;
+    });
+    add("texture whose colours are added",
+        [](Attributes const& attributes) { return attributes.environment == Attributes::Environment::add; });
 }
 
 void FltLoadHost::addTexture(FltTexture const& texture)

@@ -67,6 +67,7 @@ private:
     void reportPicture(std::string const& path) const;
     void addTexture(FltTexture const& texture);
     void reportTexture(FltTexture const& texture);
+    void addOmissionsOfTextures();
 
     FltLoader const& options;
     std::string path;

@@ -19,6 +19,41 @@ namespace
 /// Below a half the toolkit draws textures without means of many pixels, and from a fifth on smoothly.
 constexpr float smoothWithoutMeans = 0.4F, pixelByPixel = 0.1F;
 
+SoTexture2::Wrap wrapOf(FltTextureAttributes::Wrap wrap)
+{
+    return wrap == FltTextureAttributes::Wrap::clamp ? SoTexture2::CLAMP : SoTexture2::REPEAT;
+}
+
+SoTexture2::Model modelOf(FltTextureAttributes::Environment environment)
+{
+    using Environment = FltTextureAttributes::Environment;
+    switch (environment) {
+    case Environment::blend:
+        return SoTexture2::BLEND;
+    case Environment::decal:
+        return SoTexture2::DECAL;
+    case Environment::replace:
+        return SoTexture2::REPLACE;
+    case Environment::modulate:
+    case Environment::add:
+        break;
+    }
+    return SoTexture2::MODULATE;
+}
+
+/// The toolkit has no mirrored textures, which repeat, and none that are added, which modulate.
+void setAttributes(SoTexture2& node, FltTextureAttributes const& attributes)
+{
+    if (SoTexture2::Wrap const wrap = wrapOf(attributes.wrapU); wrap != SoTexture2::REPEAT)
+        node.wrapS = wrap;
+    if (SoTexture2::Wrap const wrap = wrapOf(attributes.wrapV); wrap != SoTexture2::REPEAT)
+        node.wrapT = wrap;
+    if (SoTexture2::Model const model = modelOf(attributes.environment); model != SoTexture2::MODULATE)
+        node.model = model;
+    if (attributes.environment == FltTextureAttributes::Environment::blend)
+        node.blendColor.setValue(1, 1, 1);
+}
+
 /// The node for a key, which is made for the first one who asks.
 template <class Key, class Make>
 SoNode* shared(std::map<Key, SoNodeRef<SoNode>>& nodes, Key const& key, Make make)
@@ -154,5 +189,6 @@ SoTexture2* FltAppearanceNodes::textureOf(std::int32_t number, bool isCutOut)
     if (texture.pixels != nullptr)
         shown->setPixels(texture.pixels);
     shown->setFileName(texture.written);
+    setAttributes(*shown, texture.attributes);
     return shown;
 }

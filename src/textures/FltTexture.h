@@ -1,5 +1,6 @@
 #pragma once
 
+#include "textures/FltTextureAttributes.h"
 #include "textures/PicturePixels.h"
 
 #include <cstddef>
@@ -19,6 +20,8 @@ struct FltTexture {
     std::string damage;     ///< Why a part of the picture is lost, in such an end; empty if nothing is.
     std::string advice;     ///< What to do about a problem or damage; a sentence.
     std::string written;    ///< The name for files that are written: the stored one if nothing was found.
+
+    FltTextureAttributes attributes; ///< Of the file beside the picture, or the usual ones.
 
     /// Null if nothing was found. Textures of one file share them.
     std::shared_ptr<PicturePixels const> pixels;

@@ -1,5 +1,7 @@
 #include "textures/FltTextureFiles.h"
 
+#include "textures/FltTextureAttributeFile.h"
+
 #include <filesystem>
 
 namespace
@@ -63,10 +65,12 @@ FltTexture FltTextureFiles::look(std::string const& name, std::string const& dat
         }
         return texture.pixels != nullptr;
     };
-    FltTextureSearch::Result result = search.find(name, {databaseDirectory, directoryOf(database)}, isRead);
+    std::vector<std::string> const directories = {databaseDirectory, directoryOf(database)};
+    FltTextureSearch::Result result = search.find(name, directories, isRead);
     texture.path = std::move(result.path);
     texture.tried = std::move(result.tried);
     texture.otherDirectories = result.otherDirectories;
+    texture.attributes = FltTextureAttributeFile::find(search, name, texture.path, directories);
     if (texture.pixels == nullptr)
         return texture;
     texture.unreadable.clear();

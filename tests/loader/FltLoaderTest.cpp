@@ -2,6 +2,7 @@
 
 #include "support/ConvertedFile.h"
 #include "support/FileSizeLimit.h"
+#include "support/MadeAttributes.h"
 #include "support/MadePictures.h"
 #include "support/NameTable.h"
 #include "support/ObjectDatabase.h"
@@ -472,6 +473,36 @@ TEST_F(FltLoaderTest, ReadsNoTextureOutsideOfTheDirectoryItIsKeptIn)
     }
     folder.write("inside/near.rgb", SmallPictures::plainSgi(8));
     EXPECT_NE(loader.load(save(texturedTriangle("near.rgb"), "inside/a.flt")).textures()[0].path, "");
+}
+
+TEST_F(FltLoaderTest, SaysOnceWhatTheToolkitCantDoWithATexture)
+{
+    folder.write("tree.rgb", SmallPictures::plainSgi(8));
+    folder.write("tree.rgb.attr", madeAttributes({{36, 4}, {60, 4}}));
+    FltScene const scene = loader.load(save(texturedTriangle("tree.rgb")));
+    ASSERT_EQ(scene.omissions().size(), 2U);
+    EXPECT_EQ(scene.omissions()[0].kind, "mirrored texture");
+    EXPECT_EQ(scene.omissions()[0].count, 1U);
+    EXPECT_EQ(scene.omissions()[1].kind, "texture whose colours are added");
+    EXPECT_EQ(scene.textures()[0].attributes.wrapU, FltTextureAttributes::Wrap::mirror);
+    EXPECT_TRUE(scene.messages().empty());
+}
+
+TEST_F(FltLoaderTest, FindsAReferenceInAnotherCaseOnlyInTheDirectoryItIsKeptIn)
+{
+    save(oneGroup(), "inside/Near.flt");
+    save(oneGroup(), "outside/Far.flt");
+    FltWriter flt;
+    flt.push();
+    for (char const* const name : {"NEAR.flt", "../outside/FAR.flt"})
+        flt.add("ExternalReference", {{"asciiPath", name}});
+    std::string const path = save(flt.pop(), "inside/a.flt");
+    loader.onlyBelow = folder / "inside";
+    FltScene const scene = loader.load(path);
+    EXPECT_TRUE(scene.references().at(0).isLoaded);
+    EXPECT_EQ(scene.references().at(1).path, "");
+    loader.onlyBelow.reset();
+    EXPECT_TRUE(loader.load(path).references().at(1).isLoaded);
 }
 
 TEST_F(FltLoaderTest, KnowsUnitsRevisionAndOrigin)

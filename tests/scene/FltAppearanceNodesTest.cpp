@@ -183,3 +183,35 @@ TEST_F(FltAppearanceNodesTest, GivesTexturesTheirPictures)
     EXPECT_EQ(size, SbVec2s(1, 1));
     EXPECT_EQ(components, 3);
 }
+
+TEST_F(FltAppearanceNodesTest, RepeatsAndMixesATextureAsItsAttributesSay)
+{
+    using Attributes = FltTextureAttributes;
+    FltMesh mesh;
+    mesh.texture = 0;
+    auto const textOf = [&](Attributes::Wrap wrapV, Attributes::Environment environment) {
+        FltTexture texture;
+        texture.attributes.wrapV = wrapV;
+        texture.attributes.environment = environment;
+        std::vector<FltTexture> const list{texture};
+        FltAppearanceNodes others(list);
+        SoNodeRef<SoSeparator> const group(new SoSeparator);
+        others.addTo(*group, mesh);
+        return sceneText(group.get());
+    };
+    auto const holds = [](std::string const& text, char const* part) {
+        return text.find(part) != std::string::npos;
+    };
+    std::string const usual = textOf(Attributes::Wrap::repeat, Attributes::Environment::modulate);
+    EXPECT_FALSE(holds(usual, "wrap"));
+    EXPECT_FALSE(holds(usual, "model "));
+    std::string const clamped = textOf(Attributes::Wrap::clamp, Attributes::Environment::decal);
+    EXPECT_TRUE(holds(clamped, "wrapT CLAMP"));
+    EXPECT_FALSE(holds(clamped, "wrapS"));
+    EXPECT_TRUE(holds(clamped, "model DECAL"));
+    EXPECT_TRUE(holds(textOf(Attributes::Wrap::repeat, Attributes::Environment::replace), "model REPLACE"));
+    std::string const blended = textOf(Attributes::Wrap::repeat, Attributes::Environment::blend);
+    EXPECT_TRUE(holds(blended, "model BLEND"));
+    EXPECT_TRUE(holds(blended, "blendColor 1 1 1"));
+    EXPECT_EQ(textOf(Attributes::Wrap::mirror, Attributes::Environment::add), usual) << "as near as it can";
+}

@@ -1,6 +1,7 @@
 #include "textures/FltTextureFiles.h"
 
 #include "support/ExchangedFolders.h"
+#include "support/MadeAttributes.h"
 #include "support/ScratchFolder.h"
 #include "support/SmallPictures.h"
 
@@ -86,6 +87,25 @@ TEST_F(FltTextureFilesTest, TakesASmallerFormatOfAPictureThatIsTooLarge)
     SmallPictures::writePng(folder.path("tree.png"), 2, 2);
     FltTextureFiles bounded(database, {}, std::nullopt, FltReadableTree(), 1000);
     EXPECT_EQ(bounded.resolve("tree.rgb", database).path, folder / "tree.png");
+}
+
+TEST_F(FltTextureFilesTest, TellsWhatStandsBesideAPicture)
+{
+    folder.write("sub/tree.rgb", SmallPictures::plainSgi(4));
+    folder.write("sub/tree.rgb.attr", madeAttributes({{36, 1}, {60, 3}}));
+    FltTexture const& found = resolve("sub\\tree.rgb");
+    EXPECT_EQ(found.attributes.path, folder / "sub/tree.rgb.attr");
+    EXPECT_EQ(found.attributes.wrapU, FltTextureAttributes::Wrap::clamp);
+    EXPECT_EQ(found.attributes.environment, FltTextureAttributes::Environment::replace);
+    EXPECT_EQ(resolve("other.rgb").attributes.path, "");
+}
+
+TEST_F(FltTextureFilesTest, ShowsAPictureWhateverIsWrongWithItsAttributes)
+{
+    folder.write("tree.rgb", SmallPictures::plainSgi(4));
+    folder.write("tree.rgb.attr", "short");
+    EXPECT_NE(resolve("tree.rgb").pixels, nullptr);
+    EXPECT_EQ(resolve("tree.rgb").attributes.problems.size(), 1U);
 }
 
 TEST_F(FltTextureFilesTest, LooksForATextureOnce)
