@@ -5,8 +5,22 @@
 #include "records/FltOpcode.h"
 
 #include <string>
+#include <vector>
 
 namespace Number = FltFindingNumber;
+
+namespace
+{
+
+std::string listOf(std::vector<std::string> const& problems)
+{
+    std::string list;
+    for (std::string const& problem : problems)
+        list += (list.empty() ? "" : "; ") + problem;
+    return list;
+}
+
+} // namespace
 
 void FltCheckFiles::check(FltDependencies const& dependencies)
 {
@@ -14,6 +28,9 @@ void FltCheckFiles::check(FltDependencies const& dependencies)
         if (texture.database != inventory.path() || texture.uses == 0)
             continue;
         auto const offset = static_cast<std::int64_t>(texture.offset);
+        if (!texture.attributes.problems.empty())
+            findings.addHere(Number::wrongAttributes, offset, FltOpcode::texturePattern,
+                             texture.attributes.path + ": " + listOf(texture.attributes.problems));
         if (texture.path.empty())
             findings.addHere(Number::missingTexture, offset, FltOpcode::texturePattern, quoted(texture.name));
         else if (texture.isElsewhere)
@@ -27,12 +44,16 @@ void FltCheckFiles::check(FltDependencies const& dependencies)
                            : reference.state == State::tooDeep             ? Number::tooDeepReference
                            : isOwn && reference.state == State::missing    ? Number::missingReference
                            : isOwn && reference.state == State::unreadable ? Number::unreadableReference
+                           : isOwn && reference.isElsewhere                ? Number::referenceElsewhere
                                                                            : 0;
         if (number == 0)
             continue;
-        FltFinding* const finding = findings.addHere(
-            number, static_cast<std::int64_t>(reference.offset), FltOpcode::externalReference,
-            reference.problem.empty() ? quoted(reference.name) : reference.problem);
+        std::string const text = !reference.problem.empty() ? reference.problem
+                                 : number == Number::referenceElsewhere
+                                     ? quoted(reference.name) + " is found as " + reference.path
+                                     : quoted(reference.name);
+        FltFinding* const finding = findings.addHere(number, static_cast<std::int64_t>(reference.offset),
+                                                     FltOpcode::externalReference, text);
         if (finding != nullptr)
             finding->file = reference.database;
     }

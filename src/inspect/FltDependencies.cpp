@@ -5,6 +5,8 @@
 #include "records/FltOpcode.h"
 #include "records/FltRecordExternalReference.h"
 #include "records/FltRecordTexturePattern.h"
+#include "textures/FltTextureAttributeFile.h"
+#include "textures/Picture.h"
 #include "toolkit/StackSpace.h"
 
 #include <algorithm>
@@ -25,6 +27,11 @@ std::string slashed(std::string path)
 {
     std::replace(path.begin(), path.end(), '\\', '/');
     return path;
+}
+
+std::string directoryOf(std::string const& file)
+{
+    return file.substr(0, file.rfind('/') + 1);
 }
 
 std::string canonical(std::string const& path)
@@ -69,7 +76,8 @@ std::uint32_t FltDependencies::take(FltInventory const& inventory, std::uint32_t
         std::string const path = findTexture(entry.name, inventory.path());
         bool const isElsewhere =
             !path.empty() && canonical(path) != canonical(storedPath(entry.name, inventory.path()));
-        allTextures.push_back({entry.name, inventory.path(), path, entry.offset, entry.uses, isElsewhere});
+        allTextures.push_back({entry.name, inventory.path(), path, entry.offset, entry.uses, isElsewhere,
+                               attributesOf(entry.name, path, inventory.path())});
     }
     std::uint32_t height = 0;
     for (FltInventory::Node const& node : inventory.nodes)
@@ -83,6 +91,21 @@ std::uint32_t FltDependencies::take(FltInventory const& inventory, std::uint32_t
         height = std::max(height, depth + takeReference(reference, inventory.path(), levelsAbove + depth));
     }
     return height;
+}
+
+FltTextureAttributes FltDependencies::attributesOf(std::string const& name, std::string const& picture,
+                                                   std::string const& database)
+{
+    FltTextureAttributes attributes = FltTextureAttributeFile::find(
+        attributeSearch, name, picture, {directoryOf(chain.front()), directoryOf(database)});
+    if (attributes.path.empty() || picture.empty())
+        return attributes;
+    Picture const read = Picture::read(picture);
+    std::string problem =
+        read.pixels != nullptr ? FltTextureAttributeFile::contradiction(attributes, *read.pixels) : "";
+    if (!problem.empty())
+        attributes.problems.push_back(std::move(problem));
+    return attributes;
 }
 
 void FltDependencies::takeLevels(FltInventory const& inventory, std::uint32_t levelsAbove)
@@ -101,20 +124,16 @@ std::string FltDependencies::nameIn(FltRecordScan const& scan)
     return reference != nullptr ? textOf(reference->asciiPath) : "";
 }
 
-std::string FltDependencies::pathOf(std::string const& database, std::string const& reference)
-{
-    return FltReferencedFile::pathOf(database, reference);
-}
-
 /// @return the levels below the reference
 std::uint32_t FltDependencies::takeReference(FltInventory::Reference const& stored,
                                              std::string const& database, std::uint32_t levelsAbove)
 {
     std::uint32_t height = 0;
-    Reference reference{stored.path,   database,     pathOf(database, stored.path),
+    Reference reference{stored.path,   database,     search.find(database, stored.path),
                         stored.offset, State::found, ""};
     std::size_t const position = allReferences.size();
     allReferences.push_back(reference);
+    reference.isElsewhere = reference.path != FltReferencedFile::pathOf(database, stored.path);
     if (isFile(reference.path)) {
         height = follow(reference, levelsAbove);
     } else {

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "inspect/FltInventory.h"
+#include "model/FltReferenceSearch.h"
+#include "textures/FltTextureAttributes.h"
+#include "textures/FltTextureSearch.h"
 #include "toolkit/VelloReaderExport.h"
 
 #include <functional>
@@ -20,8 +23,9 @@ public:
         std::string database; ///< The file that names it.
         std::string path;     ///< Where it was found; empty if it wasn't.
         std::uint64_t offset = 0;
-        std::uint64_t uses = 0;   ///< Faces and layers that show it.
-        bool isElsewhere = false; ///< Whether it was found at another place than the stored one.
+        std::uint64_t uses = 0;          ///< Faces and layers that show it.
+        bool isElsewhere = false;        ///< Whether it was found at another place than the stored one.
+        FltTextureAttributes attributes; ///< Of the file beside the image; what is wrong with it included.
     };
 
     enum class State {
@@ -38,7 +42,8 @@ public:
         std::string path;     ///< Where it was found; empty if it wasn't.
         std::uint64_t offset = 0;
         State state = State::found;
-        std::string problem; ///< Why it is unreadable.
+        std::string problem;      ///< Why it is unreadable.
+        bool isElsewhere = false; ///< Whether its name is spelled otherwise than stored.
     };
 
     /// Levels that are nested too deeply, those of the files that lead to them included.
@@ -64,8 +69,8 @@ public:
     /// other records.
     static std::string nameIn(FltRecordScan const& scan);
 
-    /// The file that a reference names, as conversions look for it.
-    static std::string pathOf(std::string const& database, std::string const& reference);
+    /// Finds the file that a reference names, as conversions do.
+    using FindReference = FltReferenceSearch;
 
 private:
     /// A file that was gone through.
@@ -81,6 +86,11 @@ private:
     std::uint32_t follow(Reference& reference, std::uint32_t levelsAbove);
 
     FindTexture findTexture;
+    FltTextureAttributes attributesOf(std::string const& name, std::string const& picture,
+                                      std::string const& database);
+
+    FindReference search;
+    FltTextureSearch attributeSearch{{}};
     std::vector<Texture> allTextures;
     std::vector<Reference> allReferences;
     std::vector<DeepLevels> allDeepLevels;

@@ -152,6 +152,13 @@ constexpr FltFindingKind kinds[] = {
     {Number::unevenTexture, note, "The sides of a texture aren't powers of two",
      "Old graphics cards and some programs scale it, which blurs it and takes time.",
      "Scale it to sides such as 256 or 512 pixels."},
+    {Number::wrongAttributes, warning, "The attributes of a texture are not as they should be",
+     "What a NAME.attr file says wrongly counts as not said: the texture repeats, and its colours multiply "
+     "those of the face.",
+     "Save the attributes again in the modelling tool, or delete the file."},
+    {Number::referenceElsewhere, note, "A referenced database is found under another spelling",
+     "The case of letters differs. Other programs, and the exact conversion, may not find it.",
+     "Rename the file, or correct the reference."},
 
     {Number::popWithoutPush, error, "A level is closed that isn't open",
      "Nodes after it stand in the wrong place.",

@@ -52,6 +52,8 @@ enum : int {
     tooDeepReference = 406,
     unreadableTexture = 407,
     unevenTexture = 408,
+    wrongAttributes = 420,
+    referenceElsewhere = 421,
 
     popWithoutPush = 501,
     neverClosed = 502,

@@ -149,6 +149,19 @@ std::string textureElsewhere(ScratchFolder const& folder)
     return save(withTexture("/far/away/tree.rgb").object({{"texturePatternIndex", 3}}).end(), folder);
 }
 
+std::string brokenAttributes(ScratchFolder const& folder)
+{
+    static_cast<void>(folder.write("tree.rgb", SmallPictures::plainSgi(4)));
+    static_cast<void>(folder.write("tree.rgb.attr", "short"));
+    return save(withTexture("tree.rgb").object({{"texturePatternIndex", 3}}).end(), folder);
+}
+
+std::string referInAnotherCase(ScratchFolder const& folder)
+{
+    faultlessDatabase().save(folder / "Tower.flt");
+    return save(withReference("tower.FLT"), folder);
+}
+
 /// An offset with a line feed hits nothing, in a file without any carriage return.
 FltWriter transferredAsText()
 {
@@ -601,6 +614,8 @@ std::vector<FaultyDatabase> const& faultyDatabases()
          [](ScratchFolder const& folder) { return withPicture(SmallPictures::plainSgi(6), folder); },
          {},
          [](ScratchFolder const& folder) { return withPicture(SmallPictures::plainSgi(8), folder); }},
+        {420, brokenAttributes},
+        {421, referInAnotherCase},
         database(501, [] { return with([](FltWriter& flt) { flt.pop(); }); }),
         database(502,
                  [] {

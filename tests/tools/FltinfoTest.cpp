@@ -1,6 +1,7 @@
 #include "ProgramRun.h"
 #include "messages/FltText.h"
 #include "support/FaultyDatabases.h"
+#include "support/MadeAttributes.h"
 #include "support/PseudoTerminal.h"
 #include "writer/EveryRecord.h"
 
@@ -195,6 +196,26 @@ TEST_F(Fltinfo, findsTexturesInGivenDirectories)
     ProgramRun const run("fltinfo", "--deps --texture-path " + (folder / "textures") + " " + file);
     EXPECT_EQ(run.errors, "");
     EXPECT_TRUE(holds(run.output, folder / "textures/gone.rgb"));
+}
+
+TEST_F(Fltinfo, listsTheAttributesOfTextures)
+{
+    std::string const file = town();
+    folder.write("tree.rgb.attr", madeAttributes({{28, 6}, {32, 1}, {36, 1}, {40, 3}, {44, 4}, {60, 9}}));
+    EXPECT_TRUE(holds(ProgramRun("fltinfo", file).output,
+                      "attributes " + (folder / "tree.rgb.attr") +
+                          ": clamp, mirror in v; modulate; mipmap trilinear, bilinear where it is larger\n"));
+    Json const textures =
+        Json::parse(ProgramRun("fltinfo", "-q --deps --json " + file).output)["files"]["textures"];
+    Json const expected = {{"path", folder / "tree.rgb.attr"},
+                           {"wrapU", "clamp"},
+                           {"wrapV", "mirror"},
+                           {"environment", "modulate"},
+                           {"minification", "mipmap trilinear"},
+                           {"magnification", "bilinear"},
+                           {"problems", {"its environment is 9"}}};
+    EXPECT_EQ(textures[0]["attributes"], expected);
+    EXPECT_EQ(textures[1]["attributes"], nullptr);
 }
 
 TEST_F(Fltinfo, saysEverythingAsJson)

@@ -119,3 +119,55 @@ std::string DatabaseReport::stateOf(FltDependencies::State state)
     }
     return "";
 }
+
+std::string DatabaseReport::nameOf(FltTextureAttributes::Wrap wrap)
+{
+    using Wrap = FltTextureAttributes::Wrap;
+    switch (wrap) {
+    case Wrap::repeat:
+        return "repeat";
+    case Wrap::clamp:
+        return "clamp";
+    case Wrap::mirror:
+        return "mirror";
+    }
+    return "";
+}
+
+std::string DatabaseReport::nameOf(FltTextureAttributes::Environment environment)
+{
+    using Environment = FltTextureAttributes::Environment;
+    switch (environment) {
+    case Environment::modulate:
+        return "modulate";
+    case Environment::blend:
+        return "blend";
+    case Environment::decal:
+        return "decal";
+    case Environment::replace:
+        return "replace";
+    case Environment::add:
+        return "add";
+    }
+    return "";
+}
+
+std::string DatabaseReport::nameOf(FltTextureAttributes::Filter filter)
+{
+    using Filter = FltTextureAttributes::Filter;
+    switch (filter) {
+    case Filter::point:
+        return "point";
+    case Filter::bilinear:
+        return "bilinear";
+    case Filter::mipmapPoint:
+        return "mipmap point";
+    case Filter::mipmapLinear:
+        return "mipmap linear";
+    case Filter::mipmapBilinear:
+        return "mipmap bilinear";
+    case Filter::mipmapTrilinear:
+        return "mipmap trilinear";
+    }
+    return "";
+}

@@ -38,6 +38,13 @@ struct DatabaseReport {
     /// The numbers of the children that a mask shows: "0 2 5".
     static std::string childrenOf(FltInventory::Switch const& one, int mask, std::uint32_t children);
 
+    /// What the attributes of a texture say, in words: "repeat", "modulate", "bilinear".
+    /// @{
+    static std::string nameOf(FltTextureAttributes::Wrap wrap);
+    static std::string nameOf(FltTextureAttributes::Environment environment);
+    static std::string nameOf(FltTextureAttributes::Filter filter);
+    /// @}
+
     /// The state of a reference in a word.
     static std::string stateOf(FltDependencies::State state);
 };

@@ -143,6 +143,20 @@ Json sceneOf(SceneMeasure const& scene)
             {"box", std::move(box)}};
 }
 
+/// What stands beside a texture; null if there is nothing.
+Json attributesOf(FltTextureAttributes const& attributes)
+{
+    if (attributes.path.empty())
+        return nullptr;
+    return {{"path", attributes.path},
+            {"wrapU", DatabaseReport::nameOf(attributes.wrapU)},
+            {"wrapV", DatabaseReport::nameOf(attributes.wrapV)},
+            {"environment", DatabaseReport::nameOf(attributes.environment)},
+            {"minification", DatabaseReport::nameOf(attributes.minification)},
+            {"magnification", DatabaseReport::nameOf(attributes.magnification)},
+            {"problems", attributes.problems}};
+}
+
 } // namespace
 
 nlohmann::ordered_json InfoJson::of(DatabaseReport const& report)
@@ -193,7 +207,8 @@ nlohmann::ordered_json InfoJson::filesOf(FltDependencies const& dependencies)
         textures.push_back({{"name", texture.name},
                             {"database", texture.database},
                             {"path", texture.path.empty() ? Json() : Json(texture.path)},
-                            {"uses", texture.uses}});
+                            {"uses", texture.uses},
+                            {"attributes", attributesOf(texture.attributes)}});
     Json references = Json::array();
     for (FltDependencies::Reference const& reference : dependencies.references())
         references.push_back({{"name", reference.name},

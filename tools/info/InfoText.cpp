@@ -41,6 +41,18 @@ std::string part(std::uint64_t count, std::string const& what)
     return count == 0 ? "" : ", " + Numbers::grouped(count) + " " + what;
 }
 
+/// "repeat, clamp in v; modulate; mipmap trilinear, bilinear where it is larger"
+std::string wordsOf(FltTextureAttributes const& attributes)
+{
+    auto const both = [](std::string const& one, std::string const& other, char const* whichOther) {
+        return one == other ? one : one + ", " + other + whichOther;
+    };
+    auto const nameOf = [](auto value) { return DatabaseReport::nameOf(value); };
+    return both(nameOf(attributes.wrapU), nameOf(attributes.wrapV), " in v") + "; " +
+           nameOf(attributes.environment) + "; " +
+           both(nameOf(attributes.minification), nameOf(attributes.magnification), " where it is larger");
+}
+
 } // namespace
 
 void InfoText::heading(std::string_view title)
@@ -265,9 +277,13 @@ void InfoText::writeTextures(DatabaseReport const& report)
     if (list.empty())
         return;
     heading("Textures", list.size(), part(missing, "missing") + part(unused, "not used"));
-    for (FltDependencies::Texture const* const texture : list)
+    for (FltDependencies::Texture const* const texture : list) {
         writeFile(texture->name + (texture->uses == 0 ? " (not used)" : ""), texture->path,
                   texture->path.empty() ? "missing" : "");
+        if (!texture->attributes.path.empty())
+            text += std::string(nameWidth, ' ') + "attributes " +
+                    FltText::printable(texture->attributes.path) + ": " + wordsOf(texture->attributes) + "\n";
+    }
 }
 
 void InfoText::writeReferences(DatabaseReport const& report)

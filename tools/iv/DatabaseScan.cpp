@@ -77,6 +77,15 @@ void addFilesOfLoad(std::string const& database, ReferenceCount& references, Tex
     }
 }
 
+void addFilesOfReferences(std::vector<std::string> const& stored, std::string const& database,
+                          ReferenceCount& references)
+{
+    FltDependencies::FindReference search;
+    for (std::string const& reference : stored)
+        if (!reference.empty())
+            references.add(search.find(database, reference));
+}
+
 } // namespace
 
 DatabaseScan DatabaseScan::of(std::string const& database, std::vector<std::string> const& texturePath,
@@ -95,9 +104,7 @@ try {
     if (records.fault() != FltFraming::Fault::none)
         addFilesOfLoad(database, references, textures);
     else
-        for (std::string const& reference : stored)
-            if (!reference.empty())
-                references.add(FltDependencies::pathOf(database, reference));
+        addFilesOfReferences(stored, database, references);
     if (!wantsTextures || scan.textureNames.empty())
         return scan;
     TextureFinder const find(database, texturePath);
