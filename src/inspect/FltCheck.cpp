@@ -17,8 +17,8 @@
 namespace
 {
 
-/// What a conversion leaves out, and findings of its own tell: FLT-201, 202, 203, 206, 208, 402 to 404, 506 and
-/// 511. Those of other files are found in them.
+/// What a conversion leaves out, and findings of its own tell: FLT-201, 202, 203, 206, 208, 402 to 404, 422,
+/// 506 and 511. Those of other files are found in them.
 constexpr std::string_view toldOtherwise[] = {
     "vertex offset at which no vertex begins",
     "face with missing vertices",
@@ -26,6 +26,7 @@ constexpr std::string_view toldOtherwise[] = {
     "face without vertices",
     "mesh index without a vertex",
     "external reference that can't be read",
+    "external reference to a node that isn't there",
     "instance without a definition",
     "record that belongs to no node",
 };

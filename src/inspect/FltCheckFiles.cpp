@@ -1,7 +1,9 @@
 #include "inspect/FltCheckFiles.h"
 
+#include "inspect/FltCheckedModel.h"
 #include "messages/FltFindingNumber.h"
 #include "messages/FltLimits.h"
+#include "model/FltReferencedFile.h"
 #include "records/FltOpcode.h"
 
 #include <string>
@@ -37,26 +39,8 @@ void FltCheckFiles::check(FltDependencies const& dependencies)
             findings.addHere(Number::textureElsewhere, offset, FltOpcode::texturePattern,
                              quoted(texture.name) + " is found as " + texture.path);
     }
-    for (FltDependencies::Reference const& reference : dependencies.references()) {
-        using State = FltDependencies::State;
-        bool const isOwn = reference.database == inventory.path();
-        int const number = reference.state == State::cycle                 ? Number::circularReference
-                           : reference.state == State::tooDeep             ? Number::tooDeepReference
-                           : isOwn && reference.state == State::missing    ? Number::missingReference
-                           : isOwn && reference.state == State::unreadable ? Number::unreadableReference
-                           : isOwn && reference.isElsewhere                ? Number::referenceElsewhere
-                                                                           : 0;
-        if (number == 0)
-            continue;
-        std::string const text = !reference.problem.empty() ? reference.problem
-                                 : number == Number::referenceElsewhere
-                                     ? quoted(reference.name) + " is found as " + reference.path
-                                     : quoted(reference.name);
-        FltFinding* const finding = findings.addHere(number, static_cast<std::int64_t>(reference.offset),
-                                                     FltOpcode::externalReference, text);
-        if (finding != nullptr)
-            finding->file = reference.database;
-    }
+    for (FltDependencies::Reference const& reference : dependencies.references())
+        checkReference(reference);
     for (FltDependencies::DeepLevels const& levels : dependencies.deepLevels()) {
         FltFinding* const finding = findings.addHere(
             Number::tooDeepLevels, static_cast<std::int64_t>(levels.offset), levels.opcode,
@@ -64,4 +48,41 @@ void FltCheckFiles::check(FltDependencies const& dependencies)
         if (finding != nullptr)
             finding->file = levels.database;
     }
+}
+
+void FltCheckFiles::checkReference(FltDependencies::Reference const& reference)
+{
+    using State = FltDependencies::State;
+    auto const add = [&](int number, std::string const& text) {
+        FltFinding* const finding = findings.addHere(number, static_cast<std::int64_t>(reference.offset),
+                                                     FltOpcode::externalReference, text);
+        if (finding != nullptr)
+            finding->file = reference.database;
+    };
+    bool const isOwn = reference.database == inventory.path();
+    int const number = reference.state == State::cycle                 ? Number::circularReference
+                       : reference.state == State::tooDeep             ? Number::tooDeepReference
+                       : isOwn && reference.state == State::missing    ? Number::missingReference
+                       : isOwn && reference.state == State::unreadable ? Number::unreadableReference
+                                                                       : 0;
+    if (number != 0)
+        add(number, reference.problem.empty() ? quoted(reference.name) : reference.problem);
+    if (!isOwn || reference.state != State::found)
+        return;
+    if (reference.isElsewhere)
+        add(Number::referenceElsewhere, quoted(reference.name) + " is found as " + reference.path);
+    std::string const node = FltReferencedFile::nodeOf(reference.name);
+    if (!node.empty() && !holds(reference.path, node))
+        add(Number::missingNode, quoted(node) + " in " + reference.path);
+}
+
+/// Whether a file has a node of a name. Names are read as the complete conversion reads them.
+bool FltCheckFiles::holds(std::string const& path, std::string const& node)
+{
+    auto known = nodes.find(path);
+    if (known == nodes.end()) {
+        FltInventory const other(path);
+        known = nodes.emplace(path, FltNodeNumbers(FltCheckedModel(other).model.tree)).first;
+    }
+    return known->second.find(node) != FltModelTree::none;
 }

@@ -159,6 +159,9 @@ constexpr FltFindingKind kinds[] = {
     {Number::referenceElsewhere, note, "A referenced database is found under another spelling",
      "The case of letters differs. Other programs, and the exact conversion, may not find it.",
      "Rename the file, or correct the reference."},
+    {Number::missingNode, error, "A reference names a node that isn't there",
+     "Its place stays empty. The exact conversion looks for a file of the whole name.",
+     "Correct the name in angle brackets, or leave it out for the whole file."},
 
     {Number::popWithoutPush, error, "A level is closed that isn't open",
      "Nodes after it stand in the wrong place.",

@@ -54,6 +54,7 @@ enum : int {
     unevenTexture = 408,
     wrongAttributes = 420,
     referenceElsewhere = 421,
+    missingNode = 422,
 
     popWithoutPush = 501,
     neverClosed = 502,

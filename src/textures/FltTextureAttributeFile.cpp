@@ -119,6 +119,12 @@ std::string directoryOf(std::string const& file)
     return file.substr(0, file.rfind('/') + 1);
 }
 
+std::string lastPartOf(std::string const& name)
+{
+    std::string const slashed = FltKnownDirectories::withSlashes(name);
+    return slashed.substr(directoryOf(slashed).size());
+}
+
 /// The first bytes of a file; fewer if there aren't as many.
 std::optional<std::size_t> readInto(std::array<unsigned char, sizeInUse>& bytes, OpenFile const& file)
 {
@@ -159,7 +165,7 @@ FltTextureAttributes FltTextureAttributeFile::decode(PictureBytes const& bytes)
 
 FltTextureAttributes FltTextureAttributeFile::find(FltTextureSearch& search, std::string const& name,
                                                    std::string const& picture,
-                                                   std::vector<std::string> ownDirectories)
+                                                   std::vector<std::string> const& ownDirectories)
 {
     Attributes attributes;
     auto const isRead = [&attributes](std::string const& path, OpenFile const& file) {
@@ -172,10 +178,11 @@ FltTextureAttributes FltTextureAttributeFile::find(FltTextureSearch& search, std
         return true;
     };
     if (!picture.empty())
-        ownDirectories.insert(ownDirectories.begin(), directoryOf(picture));
-    search.find(name + ending, ownDirectories, isRead);
-    if (attributes.path.empty() && !picture.empty())
-        search.find(picture.substr(directoryOf(picture).size()) + ending, ownDirectories, isRead);
+        for (std::string const& one : {name, picture})
+            if (attributes.path.empty())
+                search.find(lastPartOf(one) + ending, {directoryOf(picture)}, isRead);
+    if (attributes.path.empty())
+        search.find(name + ending, ownDirectories, isRead);
     return attributes;
 }
 

@@ -19,7 +19,7 @@ namespace FltTextureAttributeFile
 /// @param picture        where its picture was found; empty if it wasn't
 /// @param ownDirectories of the top-level database and of the file that names the texture
 FltTextureAttributes find(FltTextureSearch& search, std::string const& name, std::string const& picture,
-                          std::vector<std::string> ownDirectories);
+                          std::vector<std::string> const& ownDirectories);
 
 /// What the bytes of such a file say.
 FltTextureAttributes decode(PictureBytes const& bytes);

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "model/FltNodeNumbers.h"
 #include "parser/FltFileInput.h"
 #include "visual/FltVisualBuilder.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <unordered_map>
 
 /// A file of which single nodes are shown, by their names. It stays in memory meanwhile, so that it is read
 /// once, however many of them are asked for.
@@ -21,10 +21,9 @@ public:
                   FltVisualSetting& setting, double worldPerUnit);
 
     FltModel const& getModel() const { return *model; }
-    FltFileInput const& getInput() const { return *input; }
 
     /// The first node of a name in the order of the file; FltModelTree::none if there is none.
-    Number find(std::string const& name) const;
+    Number find(std::string const& name) const { return numbers.find(name); }
 
     /// The bytes of the records from a node on to the last one below it.
     std::int64_t bytesOf(Number number) const;
@@ -36,5 +35,5 @@ private:
     std::unique_ptr<FltFileInput> input;
     std::unique_ptr<FltModel> model;
     FltVisualBuilder builder;
-    std::unordered_map<std::string, Number> numbers; ///< By name.
+    FltNodeNumbers numbers;
 };

@@ -1,5 +1,6 @@
 #include "support/FaultyDatabases.h"
 
+#include "support/MadeAttributes.h"
 #include "support/SmallPictures.h"
 
 #include <array>
@@ -149,17 +150,17 @@ std::string textureElsewhere(ScratchFolder const& folder)
     return save(withTexture("/far/away/tree.rgb").object({{"texturePatternIndex", 3}}).end(), folder);
 }
 
-std::string brokenAttributes(ScratchFolder const& folder)
+std::string withAttributes(std::string const& bytes, ScratchFolder const& folder)
 {
     static_cast<void>(folder.write("tree.rgb", SmallPictures::plainSgi(4)));
-    static_cast<void>(folder.write("tree.rgb.attr", "short"));
+    static_cast<void>(folder.write("tree.rgb.attr", bytes));
     return save(withTexture("tree.rgb").object({{"texturePatternIndex", 3}}).end(), folder);
 }
 
-std::string referInAnotherCase(ScratchFolder const& folder)
+std::string referToTower(std::string const& name, ScratchFolder const& folder)
 {
     faultlessDatabase().save(folder / "Tower.flt");
-    return save(withReference("tower.FLT"), folder);
+    return save(withReference(name), folder);
 }
 
 /// An offset with a line feed hits nothing, in a file without any carriage return.
@@ -614,8 +615,20 @@ std::vector<FaultyDatabase> const& faultyDatabases()
          [](ScratchFolder const& folder) { return withPicture(SmallPictures::plainSgi(6), folder); },
          {},
          [](ScratchFolder const& folder) { return withPicture(SmallPictures::plainSgi(8), folder); }},
-        {420, brokenAttributes},
-        {421, referInAnotherCase},
+        {420,
+         [](ScratchFolder const& folder) { return withAttributes("short", folder); },
+         {},
+         [](ScratchFolder const& folder) {
+             return withAttributes(madeAttributes({{24, 4}}), folder);
+         }},
+        {421,
+         [](ScratchFolder const& folder) { return referToTower("tower.FLT", folder); },
+         {},
+         [](ScratchFolder const& folder) { return referToTower("Tower.flt", folder); }},
+        {422,
+         [](ScratchFolder const& folder) { return referToTower("Tower.flt<nobody>", folder); },
+         {},
+         [](ScratchFolder const& folder) { return referToTower("Tower.flt<o1>", folder); }},
         database(501, [] { return with([](FltWriter& flt) { flt.pop(); }); }),
         database(502,
                  [] {
