@@ -45,13 +45,14 @@ SoLight* FltLightNodes::make(FltVisualLight const& light)
     return node;
 }
 
-SoEnvironment* FltLightNodes::fadingOf(FltVisualLight const& light)
+SoEnvironment* FltLightNodes::fadingOf(FltVisualLight const& light, double worldPerUnit)
 {
     auto const& [constant, linear, quadratic] = light.attenuation;
     bool const isSteady = constant == 1 && linear == 0 && quadratic == 0;
-    if (light.kind == FltVisualLight::Kind::infinite || isSteady)
+    if (light.kind == FltVisualLight::Kind::infinite || isSteady || !(worldPerUnit > 0))
         return nullptr;
     auto* const node = new SoEnvironment;
-    node->attenuation.setValue(quadratic, linear, constant);
+    auto const unit = static_cast<float>(worldPerUnit);
+    node->attenuation.setValue(quadratic / (unit * unit), linear / unit, constant);
     return node;
 }

@@ -12,7 +12,8 @@ namespace FltLightNodes
 SoLight* make(FltVisualLight const& light);
 
 /// How a light fades with the distance: what has to stand before it.
+/// @param worldPerUnit how long a unit of the light's is in the world, in which the toolkit measures
 /// @return null if it doesn't fade
-SoEnvironment* fadingOf(FltVisualLight const& light);
+SoEnvironment* fadingOf(FltVisualLight const& light, double worldPerUnit);
 
 } // namespace FltLightNodes

@@ -347,7 +347,10 @@ SoNodeRef<SoNode> FltSceneMaker::makeScale(FltVisualNode& visual)
     auto const factor = static_cast<float>(visual.as<FltVisualScale>()->factor);
     scale->scaleFactor.setValue(factor, factor, factor);
     group->addChild(scale);
+    double const above = worldPerUnit;
+    worldPerUnit *= visual.as<FltVisualScale>()->factor;
     addChildren(visual, *group);
+    worldPerUnit = above;
     return made;
 }
 
@@ -358,7 +361,7 @@ SoNodeRef<SoNode> FltSceneMaker::makeLight(FltVisualNode& visual)
     FltVisualLight const& values = *visual.as<FltVisualLight>();
     SoNodeRef<SoNode> light(FltLightNodes::make(values));
     SoNodeRef<SoInfo> const whole(SoNodeName::infoOf(visual.name));
-    SoNodeRef<SoEnvironment> const fading(FltLightNodes::fadingOf(values));
+    SoNodeRef<SoEnvironment> const fading(FltLightNodes::fadingOf(values, worldPerUnit));
     bool const isNamedWhole = whole.get() == nullptr;
     if (isNamedWhole && fading.get() == nullptr) {
         name(light.get(), visual);

@@ -74,6 +74,7 @@ private:
     FltMadeScene scene;
     bool const keepsVisual;
     bool isMirrored = false; ///< Whether what is being made stands in an odd number of mirrors.
+    double worldPerUnit = 1; ///< Where the nodes are that are being made.
     FltAppearanceNodes appearances;
     std::unordered_map<FltVisualNode const*, Shared> sharedNodes;
     std::unordered_map<FltVisualNode const*, std::size_t> entries; ///< In the lists of switches and joints.

@@ -38,17 +38,16 @@ FltVisualLight::Kind kindOf(std::int32_t type)
 }
 
 /// Fills how a light fades. Numbers by which it would grow, or be without end, count as none.
-void fillAttenuation(FltVisualLight& light, FltLightValues const& values, double worldPerUnit)
+void fillAttenuation(FltVisualLight& light, FltLightValues const& values)
 {
-    float fading[3];
-    double length = 1;
-    for (int power = 0; power < 3; ++power, length *= worldPerUnit) {
-        fading[power] = static_cast<float>(static_cast<double>(values.attenuation[power]) / length);
-        if (!std::isfinite(fading[power]) || fading[power] < 0)
+    float sum = 0;
+    for (float const part : values.attenuation) {
+        if (!std::isfinite(part) || part < 0)
             return;
+        sum += part;
     }
-    if (fading[0] + fading[1] + fading[2] > 0)
-        std::copy(std::begin(fading), std::end(fading), light.attenuation);
+    if (sum > 0)
+        std::copy(std::begin(values.attenuation), std::end(values.attenuation), light.attenuation);
 }
 
 float partOfOne(float value)
@@ -58,8 +57,7 @@ float partOfOne(float value)
 
 } // namespace
 
-std::optional<FltVisualLight> FltLightReader::read(FltRecordView const& bytes, FltPaletteSet const& palettes,
-                                                   double worldPerUnit)
+std::optional<FltVisualLight> FltLightReader::read(FltRecordView const& bytes, FltPaletteSet const& palettes)
 {
     FltDecoded<FltRecordLightSource> const record(bytes);
     if ((record.flags[0] & enabledFlag) == 0)
@@ -74,6 +72,6 @@ std::optional<FltVisualLight> FltLightReader::read(FltRecordView const& bytes, F
                          partOfOne(values.diffuse[2]));
     light.cutOffAngle = std::clamp(values.cutoffAngle, 0.0F, 90.0F) * radiansPerDegree;
     light.dropOffRate = std::clamp(values.dropoff / exponentOfFullDropoff, 0.0F, 1.0F);
-    fillAttenuation(light, values, worldPerUnit);
+    fillAttenuation(light, values);
     return light;
 }

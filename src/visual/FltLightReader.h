@@ -10,8 +10,6 @@ namespace FltLightReader
 {
 
 /// The light of a record; none if it is switched off.
-/// @param worldPerUnit how long a unit of the file is in the world
-std::optional<FltVisualLight> read(FltRecordView const& record, FltPaletteSet const& palettes,
-                                   double worldPerUnit);
+std::optional<FltVisualLight> read(FltRecordView const& record, FltPaletteSet const& palettes);
 
 } // namespace FltLightReader

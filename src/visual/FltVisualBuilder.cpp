@@ -375,7 +375,7 @@ FltVisualPart const& FltVisualBuilder::buildDefinition(Number number)
 FltVisualPart FltVisualBuilder::buildLight(Number number)
 {
     std::optional<FltVisualLight> const light =
-        FltLightReader::read(model.tree.recordOf(number), model.palettes, worldPerUnit);
+        FltLightReader::read(model.tree.recordOf(number), model.palettes);
     if (!light)
         return {};
     FltNodeBuilder node = begin(number);

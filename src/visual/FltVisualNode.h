@@ -63,7 +63,7 @@ struct FltVisualLight {
     SbColor color{1, 1, 1};           ///< Of all of its light.
     float cutOffAngle = 0;            ///< Of a spot: half its cone, in radians.
     float dropOffRate = 0;            ///< Of a spot: from 0 (even) to 1 (narrow).
-    float attenuation[3] = {1, 0, 0}; ///< Constant, linear and quadratic, by distances in the world's units.
+    float attenuation[3] = {1, 0, 0}; ///< Constant, linear and quadratic.
 };
 
 /// Text that stands upright along x, or lies.

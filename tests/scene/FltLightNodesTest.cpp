@@ -48,14 +48,16 @@ TEST(FltLightNodes, shineFromAPlace)
 TEST(FltLightNodes, fadeAsTheirAttenuationSays)
 {
     FltVisualLight lamp = light(FltVisualLight::Kind::local);
-    EXPECT_EQ(FltLightNodes::fadingOf(lamp), nullptr);
+    EXPECT_EQ(FltLightNodes::fadingOf(lamp, 1), nullptr);
     lamp.attenuation[1] = 0.25F;
     lamp.attenuation[2] = 4;
-    SoNodeRef<SoEnvironment> const fading(FltLightNodes::fadingOf(lamp));
+    SoNodeRef<SoEnvironment> const fading(FltLightNodes::fadingOf(lamp, 1));
     ASSERT_NE(fading.get(), nullptr);
     EXPECT_EQ(fading->attenuation.getValue(), SbVec3f(4, 0.25F, 1)) << "the toolkit begins with the square";
+    SoNodeRef<SoEnvironment> const inHalves(FltLightNodes::fadingOf(lamp, 0.5));
+    EXPECT_EQ(inHalves->attenuation.getValue(), SbVec3f(16, 0.5F, 1)) << "by distances in the world";
     lamp.kind = FltVisualLight::Kind::infinite;
-    EXPECT_EQ(FltLightNodes::fadingOf(lamp), nullptr) << "a sun has no distance";
+    EXPECT_EQ(FltLightNodes::fadingOf(lamp, 1), nullptr) << "a sun has no distance";
 }
 
 TEST(FltLightNodes, shineInACone)

@@ -26,17 +26,15 @@ std::string paletteLight(int type, float dropoff = 0, float angle = 0, float red
     return body;
 }
 
-FltVisualLight read(Fields fields, std::string const& palette, Fields const& header = {})
+FltVisualLight read(Fields fields, std::string const& palette)
 {
-    CompleteDatabase database(1570, header);
+    CompleteDatabase database;
     database.writer.addRaw(102, palette);
     fields.emplace_back("flags", std::vector<double>{128, 0, 0, 0});
     fields.emplace_back("indexIntoLightPalette", 1);
     database.begin().add("LightSource", fields);
     std::shared_ptr<FltVisualNode> const root = database.see().root;
-    std::shared_ptr<FltVisualNode> const top =
-        root->as<FltVisualScale>() != nullptr ? root->children.at(0) : root;
-    FltVisualLight const* const light = top->children.at(0)->as<FltVisualLight>();
+    FltVisualLight const* const light = root->children.at(0)->as<FltVisualLight>();
     return light != nullptr ? *light : FltVisualLight();
 }
 
@@ -71,15 +69,6 @@ TEST(FltLightReader, keepsColoursBetween0And1AndPlacesInDoubles)
     EXPECT_EQ(light.attenuation[0], 1);
     EXPECT_EQ(light.attenuation[1], 2);
     EXPECT_EQ(light.attenuation[2], 3);
-}
-
-TEST(FltLightReader, fadesByDistancesInTheWorld)
-{
-    constexpr int kilometres = 1;
-    FltVisualLight const light = read({}, paletteLight(1), {{"vertexCoordinateUnits", kilometres}});
-    EXPECT_EQ(light.attenuation[0], 1);
-    EXPECT_FLOAT_EQ(light.attenuation[1], 2e-3F);
-    EXPECT_FLOAT_EQ(light.attenuation[2], 3e-6F);
 }
 
 TEST(FltLightReader, fadesByNoNumbersThatWouldMakeItGrow)
