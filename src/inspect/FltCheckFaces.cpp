@@ -2,7 +2,7 @@
 
 #include "messages/FltFindingNumber.h"
 #include "records/FltOpcode.h"
-#include "records/FltRecordGroupAndObject.h"
+#include "visual/FltObjectReader.h"
 
 #include <algorithm>
 #include <cmath>
@@ -58,7 +58,7 @@ void FltCheckFaces::check()
 /// Has each face and mesh read with all that lies on it, as the drawer does.
 void FltCheckFaces::readAll()
 {
-    std::vector<float> transparencies(inventory.nodes.size());
+    std::vector<FltObjectLook> looks(inventory.nodes.size());
     std::vector<bool> isDrawn(static_cast<std::size_t>(checked.model.tree.getCount()), true);
     for (FltModelTree::Number number = 1; number < checked.model.tree.getCount(); ++number) {
         FltRecordView const& record = checked.recordOf(number);
@@ -72,14 +72,13 @@ void FltCheckFaces::readAll()
         }
         std::uint32_t const node = checked.nodeOf(number);
         if (record.opcode == FltOpcode::object)
-            transparencies[node] =
-                static_cast<float>(FltDecoded<FltRecordObject>(record).transparency) / 65535.0F;
+            looks[node] = FltObjectReader::lookOf(record);
         else if (checked.numberOf(node) == number && inventory.nodes[node].parent != FltInventory::none)
-            transparencies[node] = transparencies[inventory.nodes[node].parent];
+            looks[node] = looks[inventory.nodes[node].parent];
         if (record.opcode == FltOpcode::mesh)
             checkPlacesOfMesh(number);
         if (FltFaceReader::reads(record.opcode))
-            reader.read(number, *this, transparencies[node]);
+            reader.read(number, *this, looks[node]);
     }
 }
 

@@ -36,6 +36,8 @@ void refuseWhatIsForTheCompleteConversion(FltLoader const& loader, std::string c
         refuse("levels of detail");
     if (loader.units != FltLoader::Units::metres)
         refuse("units");
+    if (loader.time != FltLoader::TimeOfDay::day)
+        refuse("the time of day");
 }
 
 void startToolkit()
@@ -174,6 +176,7 @@ FltScene sceneOf(FltMadeScene&& made, FltLoadReport&& told, std::vector<std::str
     content->records = std::move(made.records);
     content->switches = std::move(made.switches);
     content->joints = std::move(made.joints);
+    content->flipBooks = std::move(made.flipBooks);
     made.names.give(); // the last that is done, when nothing can fail any more
     return FltScene(std::move(content));
 }

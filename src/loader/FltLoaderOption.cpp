@@ -29,6 +29,7 @@ std::vector<FltLoaderOption> makeTable()
     using References = FltLoader::References;
     using LevelsOfDetail = FltLoader::LevelsOfDetail;
     using Units = FltLoader::Units;
+    using TimeOfDay = FltLoader::TimeOfDay;
     return {
         {"textures",
          "--texture-path",
@@ -48,6 +49,14 @@ std::vector<FltLoaderOption> makeTable()
           word(LevelsOfDetail::lowest, "lowest")},
          "Levels of detail: all of them, one of which shows at each distance, or the finest or the coarsest "
          "alone."},
+        {"time",
+         "--time",
+         Programs::all,
+         Kind::word,
+         "WHEN",
+         &FltLoader::time,
+         {word(TimeOfDay::day, "day"), word(TimeOfDay::dusk, "dusk"), word(TimeOfDay::night, "night")},
+         "The time of day: what a database hides at that time isn't shown."},
         {"exact",
          "--exact",
          Programs::all,

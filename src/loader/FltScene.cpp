@@ -128,6 +128,21 @@ std::optional<std::size_t> FltScene::degreeOfFreedomOf(SoNode const& node) const
     return placeOf(node, (content != nullptr ? *content : nothing()).joints);
 }
 
+std::vector<FltVisualFlipBook> FltScene::flipBooks() const
+{
+    auto const& flipBooks = (content != nullptr ? *content : nothing()).flipBooks;
+    return {flipBooks.begin(), flipBooks.end()};
+}
+
+bool FltScene::play(bool isPlaying)
+{
+    if (content == nullptr)
+        return false;
+    for (FltSceneFlipBook& each : content->flipBooks)
+        each.play(isPlaying);
+    return !content->flipBooks.empty();
+}
+
 std::optional<FltRecordPlace> FltScene::recordOf(SoNode const& node) const
 {
     if (content == nullptr)

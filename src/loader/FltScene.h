@@ -4,6 +4,7 @@
 #include "toolkit/VelloReaderExport.h"
 #include "visual/FltDegreeOfFreedom.h"
 #include "visual/FltSwitch.h"
+#include "visual/FltVisualFlipBook.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -84,6 +85,15 @@ public:
 
     /// The place in the list of the degree of freedom that a node stands for; none for other nodes.
     std::optional<std::size_t> degreeOfFreedomOf(SoNode const& node) const;
+
+    /// All flip-books. At first each stands still, and shows its first frame.
+    std::vector<FltVisualFlipBook> flipBooks() const;
+
+    /// Starts all flip-books, or stops them where they are. Frames change as the toolkit's clock goes on, as
+    /// long as the host has it handle its sensors; each loop is followed by the next one, whatever their
+    /// number in the database.
+    /// @return whether there is any
+    bool play(bool isPlaying);
     /// @}
 
     /// What a scene is made of; for the loader.

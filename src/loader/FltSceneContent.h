@@ -2,6 +2,7 @@
 
 #include "loader/FltScene.h"
 #include "scene/FltNodeRecords.h"
+#include "scene/FltSceneFlipBook.h"
 #include "scene/FltSceneJoint.h"
 #include "scene/FltSceneSwitch.h"
 
@@ -15,5 +16,6 @@ struct FltScene::Content : FltLoadReport {
     FltNodeRecords records;
     std::vector<FltSceneSwitch> switches;
     std::vector<FltSceneJoint> joints;
+    std::vector<FltSceneFlipBook> flipBooks;
     std::once_flag partsNoted; ///< Whether the records know all nodes of the scene.
 };

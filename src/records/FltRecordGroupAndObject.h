@@ -52,6 +52,29 @@ public:
     }
 };
 
+/// The same with what newer revisions have after it: how its children are played, one after the other. No
+/// record of the factory.
+class FltRecordAnimatedGroup : public FltRecordGroup
+{
+public:
+    using FltRecordGroup::FltRecordGroup;
+
+    std::int32_t loopCount = 0;  ///< 0 for without end.
+    float loopDuration = 0;      ///< In seconds.
+    float lastFrameDuration = 0; ///< In seconds.
+
+    template <class Self, class Visitor>
+    static void fields(Self& self, Visitor& visit)
+    {
+        FltRecordGroup::fields(self, visit);
+        if (!visit.from(self.revision, 1421))
+            visit.skip(4);
+        visit("loopCount", self.loopCount);
+        visit("loopDuration", self.loopDuration);
+        visit("lastFrameDuration", self.lastFrameDuration);
+    }
+};
+
 /// A node that holds faces. In the dump the flags come after the transparency.
 class FltRecordObject : public FltRecordOf<FltRecordObject, PrimaryFltRecord>
 {

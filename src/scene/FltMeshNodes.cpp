@@ -1,11 +1,12 @@
 #include "scene/FltMeshNodes.h"
 
+#include "scene/FltHiddenNode.h"
+
 #include <Inventor/nodes/SoIndexedFaceSet.h>
 #include <Inventor/nodes/SoIndexedLineSet.h>
 #include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoPointSet.h>
 #include <Inventor/nodes/SoSeparator.h>
-#include <Inventor/nodes/SoSwitch.h>
 #include <Inventor/nodes/SoTextureCoordinate2.h>
 #include <Inventor/nodes/SoTextureUnit.h>
 #include <Inventor/nodes/SoVertexProperty.h>
@@ -106,10 +107,5 @@ SoGroup* FltMeshNodes::make(FltMesh const& mesh, FltAppearanceNodes& appearances
     addLayerCoordinates(*group, mesh);
     group->addChild(makeMaterial(mesh));
     group->addChild(makeShape(mesh));
-    if (!mesh.isHidden)
-        return group;
-    auto* const closed = new SoSwitch;
-    closed->setName("hidden");
-    closed->addChild(group);
-    return closed;
+    return mesh.isHidden ? FltHiddenNode::around(group) : static_cast<SoGroup*>(group);
 }

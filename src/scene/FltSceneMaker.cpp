@@ -1,5 +1,6 @@
 #include "scene/FltSceneMaker.h"
 
+#include "scene/FltHiddenNode.h"
 #include "scene/FltLightNodes.h"
 #include "scene/FltMeshNodes.h"
 #include "scene/FltNodeInfos.h"
@@ -11,6 +12,7 @@
 #include <Inventor/VRMLnodes/SoVRMLBillboard.h>
 #include <Inventor/nodes/SoEnvironment.h>
 #include <Inventor/nodes/SoFile.h>
+#include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoInfo.h>
 #include <Inventor/nodes/SoLOD.h>
 #include <Inventor/nodes/SoMatrixTransform.h>
@@ -55,6 +57,18 @@ SoFile* fileNode(std::string const& path)
     auto* const node = new SoFile;
     SoSilentField::set(node->name, path.c_str());
     return node;
+}
+
+/// What is drawn of levels where one of them is: it, and coarser ones that stay.
+SoNode* levelFrom(std::vector<SoNodeRef<SoNode>> const& levels, std::size_t first, std::size_t end)
+{
+    end = std::min(end, levels.size());
+    if (first + 1 == end)
+        return levels[first].get();
+    auto* const group = new SoGroup;
+    for (std::size_t i = end; i > first; --i) // the coarsest first
+        group->addChild(levels[i - 1].get());
+    return group;
 }
 
 /// Puts the list of what was numbered while it was read into that order.
@@ -112,6 +126,7 @@ FltMadeScene FltSceneMaker::madeOf(FltVisualNode& root)
     scene.records.finish();
     sortByNumber(scene.switches);
     sortByNumber(scene.joints);
+    sortByNumber(scene.flipBooks);
     return std::move(scene);
 }
 
@@ -152,6 +167,12 @@ SoNodeRef<SoNode> FltSceneMaker::sharedNodeOf(std::shared_ptr<FltVisualNode> con
 }
 
 SoNodeRef<SoNode> FltSceneMaker::makeNode(FltVisualNode& visual)
+{
+    SoNodeRef<SoNode> node = makeShownNode(visual);
+    return visual.isHidden ? SoNodeRef<SoNode>(FltHiddenNode::around(node.get())) : node;
+}
+
+SoNodeRef<SoNode> FltSceneMaker::makeShownNode(FltVisualNode& visual)
 {
     Turned const inside(*this, visual);
     if (visual.as<FltVisualSwitch>() != nullptr)
@@ -202,7 +223,10 @@ SoNodeRef<SoNode> FltSceneMaker::makeGroup(FltVisualNode& visual, SoGroup* group
     begin(visual, *group);
     if (auto const* const text = visual.as<FltVisualText>())
         group->addChild(FltTextNodes::make(*text));
-    addChildren(visual, *group);
+    if (visual.as<FltVisualFlipBook>() != nullptr)
+        addFlipBook(visual, *group);
+    else
+        addChildren(visual, *group);
     addMeshes(visual, *group);
     return made;
 }
@@ -211,6 +235,26 @@ void FltSceneMaker::addChildren(FltVisualNode& visual, SoGroup& group)
 {
     for (std::shared_ptr<FltVisualNode>& child : visual.children)
         group.addChild(nodeOf(child).get());
+}
+
+/// The nodes of children of which not all are drawn.
+std::vector<SoNodeRef<SoNode>> FltSceneMaker::nodesOfChildren(FltVisualNode& visual)
+{
+    std::vector<SoNodeRef<SoNode>> nodes;
+    nodes.reserve(visual.children.size());
+    for (std::shared_ptr<FltVisualNode>& child : visual.children)
+        nodes.push_back(child != nullptr ? nodeOf(child) : SoNodeRef<SoNode>(info("nothing")));
+    return nodes;
+}
+
+void FltSceneMaker::addFlipBook(FltVisualNode& visual, SoGroup& group)
+{
+    FltSceneFlipBook book;
+    static_cast<FltVisualFlipBook&>(book) = *visual.as<FltVisualFlipBook>();
+    book.blinker = SoNodeRef<SoBlinker>(new SoBlinker);
+    book.fill(nodesOfChildren(visual));
+    group.addChild(book.blinker.get());
+    scene.flipBooks.push_back(std::move(book));
 }
 
 void FltSceneMaker::addMeshes(FltVisualNode& visual, SoGroup& group)
@@ -274,8 +318,9 @@ SoNodeRef<SoNode> FltSceneMaker::makeLevels(FltVisualNode& visual)
     auto* const lod = new SoLOD;
     SoNodeRef<SoNode> made(lod);
     FltVisualLevels const& levels = *visual.as<FltVisualLevels>();
-    for (std::shared_ptr<FltVisualNode>& child : visual.children)
-        lod->addChild(child != nullptr ? nodeOf(child).get() : info("nothing"));
+    std::vector<SoNodeRef<SoNode>> const nodes = nodesOfChildren(visual);
+    for (std::size_t i = 0; i < nodes.size(); ++i)
+        lod->addChild(levelFrom(nodes, i, levels.endOfDrawn(i)));
     for (std::size_t i = 0; i < levels.distances.size(); ++i)
         lod->range.set1Value(static_cast<int>(i), static_cast<float>(levels.distances[i]));
     if (levels.center)

@@ -3,6 +3,7 @@
 #include "scene/FltAppearanceNodes.h"
 #include "scene/FltNodeNames.h"
 #include "scene/FltNodeRecords.h"
+#include "scene/FltSceneFlipBook.h"
 #include "scene/FltSceneJoint.h"
 #include "scene/FltSceneSwitch.h"
 #include "visual/FltVisualNode.h"
@@ -19,8 +20,9 @@ struct FltMadeScene {
     SoNodeRef<SoSeparator> root;
     FltNodeNames names; ///< Of its nodes, which have none yet.
     FltNodeRecords records;
-    std::vector<FltSceneSwitch> switches; ///< In the order of their numbers.
-    std::vector<FltSceneJoint> joints;    ///< In the order of their numbers.
+    std::vector<FltSceneSwitch> switches;    ///< In the order of their numbers.
+    std::vector<FltSceneJoint> joints;       ///< In the order of their numbers.
+    std::vector<FltSceneFlipBook> flipBooks; ///< In the order of their numbers.
 };
 
 /// Makes the nodes of a visual: the toolkit's own, so that the scene survives copying, writing and reading
@@ -54,6 +56,8 @@ private:
     SoNodeRef<SoNode> nodeOf(std::shared_ptr<FltVisualNode>& child);
     SoNodeRef<SoNode> sharedNodeOf(std::shared_ptr<FltVisualNode> const& visual);
     SoNodeRef<SoNode> makeNode(FltVisualNode& visual);
+    SoNodeRef<SoNode> makeShownNode(FltVisualNode& visual);
+    std::vector<SoNodeRef<SoNode>> nodesOfChildren(FltVisualNode& visual);
     SoNodeRef<SoNode> makeGroup(FltVisualNode& visual, SoGroup* group);
     SoNodeRef<SoNode> makeSwitch(FltVisualNode& visual);
     SoNodeRef<SoNode> makeLevels(FltVisualNode& visual);
@@ -65,6 +69,7 @@ private:
     void begin(FltVisualNode const& visual, SoGroup& group);
     void addJoint(FltVisualNode const& visual, FltVisualJoint const& joint, SoGroup& group);
     void addChildren(FltVisualNode& visual, SoGroup& group);
+    void addFlipBook(FltVisualNode& visual, SoGroup& group);
     void addMeshes(FltVisualNode& visual, SoGroup& group);
     void name(SoNode* node, FltVisualNode const& visual);
     bool isUsedUp(FltVisualNode const& visual) const;

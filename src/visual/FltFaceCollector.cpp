@@ -118,7 +118,8 @@ FltMesh::Kind FltFaceCollector::kindOf(FltFaceInput const& input)
 
 bool FltFaceCollector::isLit(FltFaceInput const& input)
 {
-    return input.record.lightMode == litFaceColor || input.record.lightMode == litVertexColor;
+    return !input.object.isUnlit &&
+           (input.record.lightMode == litFaceColor || input.record.lightMode == litVertexColor);
 }
 
 bool FltFaceCollector::isTwoSided(FltFaceInput const& input)
@@ -144,7 +145,8 @@ std::uint32_t FltFaceCollector::alphaOf(FltFaceInput const& input) const
 {
     FltMaterialValues const* const material = materialOf(input);
     float const alpha = (1 - static_cast<float>(input.record.transparency) / 65535.0F) *
-                        (1 - input.objectTransparency) * (material != nullptr ? clamped(material->alpha) : 1);
+                        (1 - input.object.transparency) *
+                        (material != nullptr ? clamped(material->alpha) : 1);
     return static_cast<std::uint32_t>(std::lround(clamped(alpha) * 255));
 }
 
@@ -372,7 +374,7 @@ std::int32_t FltFaceCollector::cornerOf(Batch& batch, FltFaceInput const& input,
     corner.color = look.material != nullptr ? multiplied(color, look.material->diffuse) : color;
     corner.uv = SbVec2f(vertex.uv);
     if (look.appearance.isLit)
-        corner.normal = normalOf(vertex, input).value_or(unitNormal);
+        corner.normal = input.object.isFlatShaded ? unitNormal : normalOf(vertex, input).value_or(unitNormal);
     FltMeshTools::Stamp& stamp = tools.stampOf(number);
     bool const hasLayers = look.appearance.layers != FltAppearance::none;
     if (stamp.batch == batch.stamp && !hasLayers && batch.mesh.looksAlike(stamp.corner, corner))

@@ -8,6 +8,7 @@
 #include "visual/FltFileTextures.h"
 #include "visual/FltMeshBuilder.h"
 #include "visual/FltNodeBuilder.h"
+#include "visual/FltObjectLook.h"
 #include "visual/FltPolygonCutter.h"
 
 #include <unordered_map>
@@ -67,7 +68,7 @@ struct FltFaceInput {
     FltModelTree::Number number = FltModelTree::none; ///< In the hierarchy.
     std::vector<std::uint32_t> vertices;              ///< Numbers in the vertex store.
     int level = 0;                                    ///< How many faces it lies on.
-    float objectTransparency = 0;                     ///< From 0 to 1.
+    FltObjectLook object;                             ///< What the Object around it says.
     FltPlacement const* placement = nullptr;
     bool isLightPoints = false; ///< Only its vertices are drawn.
     float pointSize = 0;        ///< Of light points in pixels; 0 for the usual one.

@@ -81,10 +81,10 @@ bool FltFaceReader::reads(std::uint32_t opcode)
            opcode == FltOpcode::indexedLightPoint;
 }
 
-void FltFaceReader::read(Number number, FltFaceReceiver& collector, float objectTransparency,
+void FltFaceReader::read(Number number, FltFaceReceiver& collector, FltObjectLook const& object,
                          FltPlacement const* placement)
 {
-    Context const context{collector, objectTransparency, placement};
+    Context const context{collector, object, placement};
     switch (tools.model.tree.recordOf(number).opcode) {
     case FltOpcode::face:
         readFace(number, context, 0);
@@ -142,7 +142,7 @@ FltFaceInput FltFaceReader::read(FltRecordMesh& face, Number number, Context con
     FltFaceInput input(face);
     input.number = number;
     input.level = level;
-    input.objectTransparency = context.objectTransparency;
+    input.object = context.object;
     input.placement = context.placement;
     readLayers(number, input);
     return input;
@@ -366,7 +366,7 @@ void FltFaceReader::readLightPoints(Number number, Context const& context)
     FltFaceInput input(face);
     input.number = number;
     input.isLightPoints = true;
-    input.objectTransparency = context.objectTransparency;
+    input.object = context.object;
     input.placement = context.placement;
     std::fill(std::begin(face.packedColor), std::end(face.packedColor), std::uint8_t(255));
     if (record.opcode == FltOpcode::lightPoint) {

@@ -13,8 +13,8 @@ public:
     static bool reads(std::uint32_t opcode);
 
     /// Adds a face or mesh and all faces that lie on it.
-    /// @param objectTransparency of the Object around it, from 0 to 1
-    void read(FltModelTree::Number number, FltFaceReceiver& collector, float objectTransparency,
+    /// @param object what the Object around it says
+    void read(FltModelTree::Number number, FltFaceReceiver& collector, FltObjectLook const& object,
               FltPlacement const* placement = nullptr);
 
     /// How a face or mesh turns to the eye.
@@ -27,7 +27,7 @@ public:
 private:
     struct Context {
         FltFaceReceiver& collector;
-        float objectTransparency;
+        FltObjectLook const& object;
         FltPlacement const* placement;
     };
     struct MeshPool {

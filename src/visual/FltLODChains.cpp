@@ -11,9 +11,17 @@ namespace
 {
 
 constexpr std::uint32_t freezeCenterFlag = 0x20000000;
+constexpr std::uint32_t additiveFlag = 0x40000000; // of the newer form; the old one has another use for it
 
 /// Distances meet if they differ by less than this part of them.
 constexpr double meeting = 1e-6;
+
+/// Files mark either of the two levels.
+template <class Level>
+bool staysBelow(Level const& coarser, Level const& finer)
+{
+    return coarser.isAdditive || finer.isAdditive;
+}
 
 /// A distance of the old form. One below zero is none.
 double signedNumber(std::uint32_t stored)
@@ -31,7 +39,7 @@ bool FltLODChains::add(FltRecordView const& record, FltVisualPart const& part)
     FltRecordLOD level(record.classLength());
     level.switchInDistance = signedNumber(old.switchInDistance);
     level.switchOutDistance = signedNumber(old.switchOutDistance);
-    level.flags = old.flags;
+    level.flags = old.flags & ~additiveFlag;
     level.XcenterCoordinate = old.XcenterCoordinate;
     level.YcenterCoordinate = old.YcenterCoordinate;
     level.ZcenterCoordinate = old.ZcenterCoordinate;
@@ -49,7 +57,8 @@ bool FltLODChains::addLevel(FltRecordLOD const& record, FltVisualPart const& par
                          static_cast<float>(record.ZcenterCoordinate));
     bool const isFinite = std::isfinite(center.sqrLength());
     bool const hasCenter = isFinite && (center != SbVec3f(0, 0, 0) || (record.flags & freezeCenterFlag) != 0);
-    levels.push_back({nearest, farthest, center, hasCenter, part});
+    bool const isAdditive = (record.flags & additiveFlag) != 0;
+    levels.push_back({nearest, farthest, center, hasCenter, isAdditive, part});
     return true;
 }
 
@@ -83,7 +92,8 @@ void FltLODChains::addChain(Chain const& chain, FltNodeBuilder& parent) const
         addLevels(chain, parent);
         break;
     case Choice::highest:
-        parent.add(chain.front()->part);
+        for (std::size_t i = 0; i == 0 || (i < chain.size() && staysBelow(*chain[i], *chain[i - 1])); ++i)
+            parent.add(chain[i]->part);
         break;
     case Choice::lowest:
         parent.add(chain.back()->part);
@@ -97,6 +107,7 @@ void FltLODChains::addLevels(Chain const& chain, FltNodeBuilder& parent) const
     FltNodeBuilder builder;
     FltVisualLevels& node = builder->become<FltVisualLevels>();
     FltVisualPart const nothing;
+    std::size_t const nothings = chain.front()->nearest > 0 ? 1 : 0;
     if (chain.front()->nearest > 0) {
         builder.addPlace(nothing);
         node.distances.push_back(chain.front()->nearest * worldPerUnit);
@@ -106,6 +117,7 @@ void FltLODChains::addLevels(Chain const& chain, FltNodeBuilder& parent) const
         node.distances.push_back(level->farthest * worldPerUnit);
     }
     builder.addPlace(nothing);
+    addCoarser(chain, nothings, builder);
     auto const stored =
         std::find_if(chain.begin(), chain.end(), [](Level const* level) { return level->hasCenter; });
     if (stored != chain.end())
@@ -113,4 +125,22 @@ void FltLODChains::addLevels(Chain const& chain, FltNodeBuilder& parent) const
     else if (!builder.getBox().isEmpty())
         node.center = builder.getBox().getCenter();
     parent.add(builder.finish());
+}
+
+/// Has coarser levels stay below those that are added to them.
+/// @param nothings places before that of the first level
+void FltLODChains::addCoarser(Chain const& chain, std::size_t nothings, FltNodeBuilder& node) const
+{
+    FltVisualLevels& levels = *node->as<FltVisualLevels>();
+    std::int64_t visits = 0; // of all that is drawn with the level before
+    for (std::size_t i = chain.size() - 1; i > 0; --i) {
+        visits += chain[i]->part.visits + 1;
+        if (!staysBelow(*chain[i], *chain[i - 1]) || !mayRepeat(visits)) {
+            visits = 0;
+            continue;
+        }
+        levels.nextStays.resize(nothings + chain.size());
+        levels.nextStays[nothings + i - 1] = true;
+        node.addVisits(visits);
+    }
 }

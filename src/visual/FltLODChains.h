@@ -4,6 +4,9 @@
 #include "visual/FltNodeBuilder.h"
 #include "visual/FltVisualOptions.h"
 
+#include <cstdint>
+#include <functional>
+#include <utility>
 #include <vector>
 
 class FltRecordLOD;
@@ -15,7 +18,11 @@ public:
     using Choice = FltVisualOptions::LevelsOfDetail;
 
     /// @param worldPerUnit what distances are multiplied with, since they are told in the world
-    FltLODChains(Choice choice, double worldPerUnit) : choice(choice), worldPerUnit(worldPerUnit) {}
+    /// @param mayRepeat    whether a traversal may visit so many nodes once more
+    FltLODChains(Choice choice, double worldPerUnit, std::function<bool(std::int64_t visits)> mayRepeat)
+        : choice(choice), worldPerUnit(worldPerUnit), mayRepeat(std::move(mayRepeat))
+    {
+    }
 
     /// Adds a level of detail.
     /// @return false if it is drawn at any distance, and is no business of this class
@@ -32,14 +39,17 @@ private:
         double farthest;
         SbVec3f center;
         bool hasCenter;
+        bool isAdditive; ///< Coarser levels stay where it is drawn, and it where finer ones are.
         FltVisualPart part;
     };
     using Chain = std::vector<Level const*>;
 
     void addChain(Chain const& chain, FltNodeBuilder& parent) const;
     void addLevels(Chain const& chain, FltNodeBuilder& parent) const;
+    void addCoarser(Chain const& chain, std::size_t nothings, FltNodeBuilder& node) const;
 
     Choice choice;
     double worldPerUnit;
+    std::function<bool(std::int64_t visits)> mayRepeat;
     std::vector<Level> levels;
 };

@@ -97,6 +97,17 @@ void FltNodeBuilder::stackMatrix(SbMatrix const& matrix)
     part.depth = std::max(part.depth, 2);
 }
 
+FltVisualPart FltNodeBuilder::hidden(FltVisualPart part)
+{
+    if (part.node == nullptr)
+        return part;
+    part.node->isHidden = true;
+    part.box.makeEmpty();
+    ++part.visits;
+    ++part.depth;
+    return part;
+}
+
 void FltNodeBuilder::addBox(SbBox3f const& box)
 {
     if (box.isEmpty())

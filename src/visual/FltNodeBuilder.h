@@ -40,6 +40,12 @@ public:
 
     SbBox3f const& getBox() const { return part.box; }
 
+    /// All traversals visit so many nodes more: a part of this node is drawn at one more place in it.
+    void addVisits(std::int64_t visits) { part.visits += visits; }
+
+    /// A finished part as one that isn't to be seen.
+    static FltVisualPart hidden(FltVisualPart part);
+
     /// The node as a part.
     FltVisualPart const& finish() const { return part; }
 

@@ -11,9 +11,11 @@
 #include "records/FltRecordGroupAndObject.h"
 #include "records/FltRecordLOD.h"
 #include "toolkit/StackSpace.h"
+#include "visual/FltFlipBookReader.h"
 #include "visual/FltJointMotion.h"
 #include "visual/FltJointReader.h"
 #include "visual/FltLightReader.h"
+#include "visual/FltObjectReader.h"
 #include "visual/FltSwitchReader.h"
 #include "visual/FltTextReader.h"
 #include "visual/FltTurningFace.h"
@@ -41,12 +43,6 @@ constexpr int nodesAroundATurningFace = 2;
 /// Nodes between two calls of the progress function.
 constexpr int childrenPerProgress = 1024;
 
-/// Of all that stands in an Object, from 0 to 1.
-float transparencyOf(FltRecordView const& object)
-{
-    return static_cast<float>(FltDecoded<FltRecordObject>(object).transparency) / 65535.0F;
-}
-
 /// What the record of a level of detail says after what every revision has.
 void addSignificantSize(FltRecordView const& record, FltVisualNode& node)
 {
@@ -70,7 +66,7 @@ FltVisualPart FltVisualBuilder::build()
 {
     FltNodeBuilder node;
     node->record = {0, file};
-    addContents(FltModelTree::root, node, 0);
+    addContents(FltModelTree::root, node, {});
     return node.finish();
 }
 
@@ -78,11 +74,11 @@ FltVisualPart FltVisualBuilder::buildAlone(Number number)
 {
     FltNodeBuilder node;
     node->record = {0, file};
-    node.add(buildSwitchChild(number, 0));
+    node.add(buildSwitchChild(number, {}));
     return node.finish();
 }
 
-FltVisualPart FltVisualBuilder::buildNode(Number number, float objectTransparency)
+FltVisualPart FltVisualBuilder::buildNode(Number number, FltObjectLook const& object)
 {
     FltRecordView const& record = model.tree.recordOf(number);
     if (!hasRoomFor(record))
@@ -93,7 +89,7 @@ FltVisualPart FltVisualBuilder::buildNode(Number number, float objectTransparenc
     FltVisualPart part;
     switch (record.opcode) {
     case FltOpcode::switchNode:
-        part = buildSwitch(number, objectTransparency);
+        part = buildSwitch(number, object);
         break;
     case FltOpcode::externalReference:
         part = buildReference(number);
@@ -107,10 +103,10 @@ FltVisualPart FltVisualBuilder::buildNode(Number number, float objectTransparenc
         part = buildLight(number);
         break;
     case FltOpcode::object:
-        part = buildGroup(number, transparencyOf(record));
+        part = buildObject(number);
         break;
     default:
-        part = buildGroup(number, objectTransparency);
+        part = buildGroup(number, object);
         break;
     }
     --setting.levels;
@@ -143,7 +139,7 @@ FltNodeBuilder FltVisualBuilder::begin(Number number) const
     return node;
 }
 
-FltVisualPart FltVisualBuilder::buildGroup(Number number, float objectTransparency)
+FltVisualPart FltVisualBuilder::buildGroup(Number number, FltObjectLook const& object)
 {
     FltRecordView const& record = model.tree.recordOf(number);
     countLeftOut(record);
@@ -159,17 +155,25 @@ FltVisualPart FltVisualBuilder::buildGroup(Number number, float objectTransparen
         node.stackMatrix(FltJointMotion(joint).matrix());
         node.stackMatrix(frame.inverse());
     }
-    addContents(number, node, objectTransparency);
+    addContents(number, node, object);
     return node.finish();
 }
 
+FltVisualPart FltVisualBuilder::buildObject(Number number)
+{
+    FltObjectReader const object =
+        FltObjectReader::read(model.tree.recordOf(number), setting.time, setting.leftOut);
+    FltVisualPart const part = buildGroup(number, object.look);
+    return object.isHidden ? FltNodeBuilder::hidden(part) : part;
+}
+
 /// Adds what stands below a node, in its transformation.
-void FltVisualBuilder::addContents(Number number, FltNodeBuilder& node, float objectTransparency)
+void FltVisualBuilder::addContents(Number number, FltNodeBuilder& node, FltObjectLook const& object)
 {
     FltTransformation const transformation(model.tree, number);
     if (transformation.getReplications() > 0) {
         FltNodeBuilder content;
-        addChildren(number, content, objectTransparency);
+        addChildren(number, content, object);
         addReplications(node, content.finish(), transformation.getStep(), transformation.getReplications());
         return;
     }
@@ -178,7 +182,7 @@ void FltVisualBuilder::addContents(Number number, FltNodeBuilder& node, float ob
     FltRecordView const* const record = number != FltModelTree::root ? &model.tree.recordOf(number) : nullptr;
     if (record != nullptr && record->opcode == FltOpcode::text)
         FltTextReader::addTo(node, *record, FltNodeWords::textOf(model.tree, number), model.palettes);
-    addChildren(number, node, objectTransparency);
+    addChildren(number, node, object);
 }
 
 /// Adds a part, and as many copies of it as there may be, each moved on by a step.
@@ -203,29 +207,75 @@ void FltVisualBuilder::addReplications(FltNodeBuilder& node, FltVisualPart const
 /// Whether a part that stands elsewhere too may stand at one more place.
 bool FltVisualBuilder::mayShare(FltVisualPart const& part)
 {
-    if (part.visits > setting.visitsLeft) {
+    return mayRepeat(part.visits);
+}
+
+/// Whether a traversal may visit so many nodes once more.
+bool FltVisualBuilder::mayRepeat(std::int64_t visits)
+{
+    if (visits > setting.visitsLeft) {
         FltWarningMessageConsole::notifyGuard(
             "A part of the database is left out, because the scene would become too large");
         return false;
     }
-    setting.visitsLeft -= part.visits;
+    setting.visitsLeft -= visits;
     return true;
 }
 
-void FltVisualBuilder::addChildren(Number number, FltNodeBuilder& node, float objectTransparency)
+void FltVisualBuilder::addChildren(Number number, FltNodeBuilder& node, FltObjectLook const& object)
 {
+    if (addFrames(number, node, object))
+        return;
     FltModelTree const& tree = model.tree;
     Collected collected(*this);
     // Lights shine on what comes after them.
     for (Number child = tree[number].firstChild; child != FltModelTree::none; child = tree[child].nextSibling)
         if (tree.recordOf(child).opcode == FltOpcode::lightSource)
-            node.add(buildNode(child, objectTransparency));
+            node.add(buildNode(child, object));
     for (Number child = tree[number].firstChild; child != FltModelTree::none; child = tree[child].nextSibling)
-        addChild(child, node, objectTransparency, collected);
+        addChild(child, node, object, collected);
     collected.finish(node);
 }
 
-void FltVisualBuilder::addChild(Number child, FltNodeBuilder& node, float objectTransparency,
+/// Adds the children of a group as the frames of a flip-book, if that is what they are.
+bool FltVisualBuilder::addFrames(Number number, FltNodeBuilder& node, FltObjectLook const& object)
+{
+    if (number == FltModelTree::root || !FltFlipBookReader::isAnimated(model.tree.recordOf(number)))
+        return false;
+    std::vector<Number> const frames = framesOf(number);
+    std::optional<FltVisualFlipBook> book =
+        FltFlipBookReader::read(model.tree.recordOf(number), model.revision, frames.size());
+    if (!book)
+        return false;
+    std::int64_t visits = 0;
+    for (Number const child : frames) {
+        FltVisualPart const frame = buildAlone(child, object);
+        visits += frame.visits + 1;
+        node.addPlace(frame);
+    }
+    bool const swings = book->steps.size() > frames.size();
+    if (swings && mayRepeat(visits))
+        node.addVisits(visits);
+    else
+        book->steps.resize(frames.size());
+    book->name = FltNodeWords::nameOf(model.tree, number);
+    book->number = setting.flipBooks++;
+    node->become<FltVisualFlipBook>(std::move(*book));
+    return true;
+}
+
+/// The children of an animated group that are drawn where they stand.
+std::vector<FltVisualBuilder::Number> FltVisualBuilder::framesOf(Number number) const
+{
+    FltModelTree const& tree = model.tree;
+    std::vector<Number> frames;
+    for (Number child = tree[number].firstChild; child != FltModelTree::none; child = tree[child].nextSibling)
+        if (tree.recordOf(child).opcode != FltOpcode::instanceDefinition)
+            frames.push_back(child);
+    return frames;
+}
+
+void FltVisualBuilder::addChild(Number child, FltNodeBuilder& node, FltObjectLook const& object,
                                 Collected& collected)
 {
     FltRecordView const& record = model.tree.recordOf(child);
@@ -237,23 +287,23 @@ void FltVisualBuilder::addChild(Number child, FltNodeBuilder& node, float object
         FltOpcodeTable::partOf(static_cast<int>(record.opcode)) == FltOpcodeRow::Part::corners)
         return;
     if (record.opcode == FltOpcode::lod || record.opcode == FltOpcode::oldLOD) {
-        FltVisualPart const part = buildNode(child, objectTransparency);
+        FltVisualPart const part = buildNode(child, object);
         if (part.node != nullptr && !collected.levels.add(record, part))
             node.add(part);
         return;
     }
     if (!FltFaceReader::reads(record.opcode))
-        node.add(buildNode(child, objectTransparency));
+        node.add(buildNode(child, object));
     else if (faces.turningOf(child) != FltFaceReader::Turning::none)
-        node.add(buildBillboard(child, objectTransparency));
+        node.add(buildBillboard(child, object));
     else
-        faces.read(child, collected.faces, objectTransparency);
+        faces.read(child, collected.faces, object);
     if (record.opcode == FltOpcode::lightPoint)
-        addBelowLightPoint(child, node, objectTransparency, collected);
+        addBelowLightPoint(child, node, object, collected);
 }
 
 /// Objects may stand below light points, beside the vertices.
-void FltVisualBuilder::addBelowLightPoint(Number number, FltNodeBuilder& node, float objectTransparency,
+void FltVisualBuilder::addBelowLightPoint(Number number, FltNodeBuilder& node, FltObjectLook const& object,
                                           Collected& collected)
 {
     FltModelTree const& tree = model.tree;
@@ -261,25 +311,25 @@ void FltVisualBuilder::addBelowLightPoint(Number number, FltNodeBuilder& node, f
         return;
     ++setting.levels;
     for (Number child = tree[number].firstChild; child != FltModelTree::none; child = tree[child].nextSibling)
-        addChild(child, node, objectTransparency, collected);
+        addChild(child, node, object, collected);
     --setting.levels;
 }
 
 /// A face that turns to the eye.
-FltVisualPart FltVisualBuilder::buildBillboard(Number number, float objectTransparency)
+FltVisualPart FltVisualBuilder::buildBillboard(Number number, FltObjectLook const& object)
 {
     std::vector<SbVec3d> const points = faces.pointsOf(number);
     FltFaceCollector collector(tools);
     FltNodeBuilder node;
     node->record = {model.tree.recordOf(number).offset, file};
     if (points.size() < 3) {
-        faces.read(number, collector, objectTransparency);
+        faces.read(number, collector, object);
         collector.finish(node);
         return node.finish();
     }
     FltTurningFace const face(points, faces.turningOf(number) == FltFaceReader::Turning::aboutPoint);
     node->become<FltVisualTurning>(face.turning());
-    faces.read(number, collector, objectTransparency, &face.placement);
+    faces.read(number, collector, object, &face.placement);
     collector.finish(node);
     FltVisualPart part = node.finish();
     part.box = face.box;
@@ -287,7 +337,7 @@ FltVisualPart FltVisualBuilder::buildBillboard(Number number, float objectTransp
     return part;
 }
 
-FltVisualPart FltVisualBuilder::buildSwitch(Number number, float objectTransparency)
+FltVisualPart FltVisualBuilder::buildSwitch(Number number, FltObjectLook const& object)
 {
     FltModelTree const& tree = model.tree;
     FltNodeBuilder node = begin(number);
@@ -297,20 +347,20 @@ FltVisualPart FltVisualBuilder::buildSwitch(Number number, float objectTranspare
     FltVisualSwitch& choice = node->become<FltVisualSwitch>(FltSwitchReader::read(tree, number));
     choice.name = node->name;
     for (Number child = tree[number].firstChild; child != FltModelTree::none; child = tree[child].nextSibling)
-        node.addPlace(buildSwitchChild(child, objectTransparency));
+        node.addPlace(buildAlone(child, object));
     choice.number = setting.switches++;
     return node.finish();
 }
 
-/// Each child of a switch stands by itself, and no other one's faces or levels are joined with it.
-FltVisualPart FltVisualBuilder::buildSwitchChild(Number child, float objectTransparency)
+/// A child that stands by itself: no other one's faces or levels are joined with it.
+FltVisualPart FltVisualBuilder::buildAlone(Number child, FltObjectLook const& object)
 {
     FltRecordView const& record = model.tree.recordOf(child);
     if (record.opcode == FltOpcode::lightSource)
-        return buildNode(child, objectTransparency);
+        return buildNode(child, object);
     FltNodeBuilder node;
     Collected collected(*this);
-    addChild(child, node, objectTransparency, collected);
+    addChild(child, node, object, collected);
     collected.finish(node);
     return node.finish();
 }
@@ -352,7 +402,7 @@ FltVisualPart FltVisualBuilder::wrapped(Number number, FltVisualPart const& cont
         addReplications(node, content, transformation.getStep(), transformation.getReplications());
     else if (isAdded)
         node.add(content);
-    addChildren(number, node, 0);
+    addChildren(number, node, {});
     return node.finish();
 }
 
@@ -367,7 +417,7 @@ FltVisualPart const& FltVisualBuilder::buildDefinition(Number number)
         return nothing;
     }
     definitionsInWork.push_back(number);
-    FltVisualPart part = buildGroup(number, 0);
+    FltVisualPart part = buildGroup(number, {});
     definitionsInWork.pop_back();
     return builtDefinitions[number] = std::move(part);
 }

@@ -28,7 +28,9 @@ private:
     /// What children of one node are collected in.
     struct Collected {
         explicit Collected(FltVisualBuilder& builder)
-            : faces(builder.tools), levels(builder.setting.levelsOfDetail, builder.worldPerUnit)
+            : faces(builder.tools),
+              levels(builder.setting.levelsOfDetail, builder.worldPerUnit,
+                     [&builder](std::int64_t visits) { return builder.mayRepeat(visits); })
         {
         }
 
@@ -43,26 +45,30 @@ private:
         FltLODChains levels;
     };
 
-    FltVisualPart buildNode(Number number, float objectTransparency);
+    FltVisualPart buildNode(Number number, FltObjectLook const& object);
     bool hasRoomFor(FltRecordView const& record);
     bool isAlone(Number number) const;
-    FltVisualPart buildGroup(Number number, float objectTransparency);
-    FltVisualPart buildSwitch(Number number, float objectTransparency);
-    FltVisualPart buildSwitchChild(Number child, float objectTransparency);
+    FltVisualPart buildGroup(Number number, FltObjectLook const& object);
+    FltVisualPart buildObject(Number number);
+    FltVisualPart buildSwitch(Number number, FltObjectLook const& object);
+    FltVisualPart buildAlone(Number child, FltObjectLook const& object);
     FltVisualPart buildReference(Number number);
     FltVisualPart buildInstance(Number number);
     FltVisualPart buildLight(Number number);
-    FltVisualPart buildBillboard(Number number, float objectTransparency);
+    FltVisualPart buildBillboard(Number number, FltObjectLook const& object);
     FltVisualPart const& buildDefinition(Number number);
     FltVisualPart wrapped(Number number, FltVisualPart const& content);
     FltNodeBuilder begin(Number number) const;
-    void addContents(Number number, FltNodeBuilder& node, float objectTransparency);
-    void addChildren(Number number, FltNodeBuilder& node, float objectTransparency);
-    void addChild(Number child, FltNodeBuilder& node, float objectTransparency, Collected& collected);
-    void addBelowLightPoint(Number number, FltNodeBuilder& node, float objectTransparency,
+    void addContents(Number number, FltNodeBuilder& node, FltObjectLook const& object);
+    void addChildren(Number number, FltNodeBuilder& node, FltObjectLook const& object);
+    void addChild(Number child, FltNodeBuilder& node, FltObjectLook const& object, Collected& collected);
+    void addBelowLightPoint(Number number, FltNodeBuilder& node, FltObjectLook const& object,
                             Collected& collected);
+    bool addFrames(Number number, FltNodeBuilder& node, FltObjectLook const& object);
+    std::vector<Number> framesOf(Number number) const;
     void addReplications(FltNodeBuilder& node, FltVisualPart const& content, SbMatrix const& step, int count);
     bool mayShare(FltVisualPart const& part);
+    bool mayRepeat(std::int64_t visits);
     void countLeftOut(FltRecordView const& record);
 
     FltModel& model;

@@ -31,10 +31,12 @@ FltVisualControls::FltVisualControls(FltVisualNode const& root)
         waiting.pop_back();
         addIfIs(node, switches);
         addIfIs(node, joints);
+        addIfIs(node, flipBooks);
         for (std::shared_ptr<FltVisualNode> const& child : node.children)
             if (child != nullptr && (child.use_count() == 1 || shared.insert(child.get()).second))
                 waiting.push_back(child.get());
     }
     sortByNumber(switches);
     sortByNumber(joints);
+    sortByNumber(flipBooks);
 }

@@ -10,6 +10,7 @@ struct VELLOREADER_API FltVisualControls {
     /// @param root has to outlive this object
     explicit FltVisualControls(FltVisualNode const& root);
 
-    std::vector<FltVisualSwitch const*> switches; ///< All switches.
-    std::vector<FltVisualJoint const*> joints;    ///< All joints.
+    std::vector<FltVisualSwitch const*> switches;    ///< All switches.
+    std::vector<FltVisualJoint const*> joints;       ///< All joints.
+    std::vector<FltVisualFlipBook const*> flipBooks; ///< All flip-books.
 };

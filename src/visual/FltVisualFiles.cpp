@@ -41,6 +41,7 @@ FltVisualFiles::FltVisualFiles(FltVisualConversion::Options const& options,
     : options(options), result(result), search(options.readable)
 {
     setting.levelsOfDetail = options.levelsOfDetail;
+    setting.time = options.time;
     if (options.progress)
         setting.progress = [this](FltModel const& model, std::size_t offset) {
             tellProgress(model, model.size / 2 + offset / 2, model.size);

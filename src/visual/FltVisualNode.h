@@ -2,6 +2,7 @@
 
 #include "visual/FltDegreeOfFreedom.h"
 #include "visual/FltMesh.h"
+#include "visual/FltVisualFlipBook.h"
 #include "visual/FltVisualSenses.h"
 #include "visual/FltVisualSwitch.h"
 
@@ -20,10 +21,24 @@ struct FltVisualLevel {
 };
 
 /// Levels of detail, the nearest first. A child is drawn as long as the eye is nearer than its distance, and
-/// not nearer than that of the child before. A null one draws nothing.
+/// not nearer than that of the child before. A null one draws nothing. Coarser children may stay while finer
+/// ones are added to them.
 struct FltVisualLevels {
     std::vector<double> distances; ///< In the world's units: one less than children, the last has no end.
     std::optional<SbVec3f> center; ///< What distances count from; the origin without it.
+
+    /// Whether the child after a child stays where that child is drawn: one value for each child, or none if
+    /// each is drawn alone.
+    std::vector<bool> nextStays;
+
+    /// One more than the last child that is drawn where a child is: all from that child on are.
+    std::size_t endOfDrawn(std::size_t child) const
+    {
+        std::size_t end = child + 1;
+        while (end <= nextStays.size() && nextStays[end - 1])
+            ++end;
+        return end;
+    }
 };
 
 /// A part that can be moved. All children and meshes stand below frame⁻¹, the motion, and frame, which act in
@@ -91,12 +106,12 @@ struct FltVisualFile {
 /// comes from, unless FltVisualScale stands above.
 struct FltVisualNode {
     /// What a node is besides a group.
-    using Content = std::variant<std::monostate, // a group
-                                 std::unique_ptr<FltVisualLevel>, std::unique_ptr<FltVisualLevels>,
-                                 std::unique_ptr<FltVisualSwitch>, std::unique_ptr<FltVisualJoint>,
-                                 std::unique_ptr<FltVisualCopies>, std::unique_ptr<FltVisualTurning>,
-                                 std::unique_ptr<FltVisualScale>, std::unique_ptr<FltVisualLight>,
-                                 std::unique_ptr<FltVisualText>, std::unique_ptr<FltVisualFile>>;
+    using Content = std::variant<
+        std::monostate, // a group
+        std::unique_ptr<FltVisualLevel>, std::unique_ptr<FltVisualLevels>, std::unique_ptr<FltVisualSwitch>,
+        std::unique_ptr<FltVisualJoint>, std::unique_ptr<FltVisualCopies>, std::unique_ptr<FltVisualTurning>,
+        std::unique_ptr<FltVisualScale>, std::unique_ptr<FltVisualLight>, std::unique_ptr<FltVisualText>,
+        std::unique_ptr<FltVisualFile>, std::unique_ptr<FltVisualFlipBook>>;
 
     /// The record that a node comes from.
     struct Record {
@@ -110,10 +125,11 @@ struct FltVisualNode {
     std::string name;                  ///< As the database has it; empty for a node that no record names.
     std::vector<std::string> comments; ///< Of the database's people.
     Record record;                     ///< The record that it comes from.
+    bool isHidden = false;             ///< Nothing of it is to be seen, unless somebody asks for it.
     std::vector<SbMatrix> transform;   ///< Of children and meshes: the last matrix acts first.
     Content content;                   ///< What it is besides a group.
     FltVisualSenses senses;            ///< In which it stands, its own transform not counted.
-    std::vector<std::shared_ptr<FltVisualNode>> children; ///< Null only in a switch and in levels.
+    std::vector<std::shared_ptr<FltVisualNode>> children; ///< Null only where one of several is drawn.
     std::vector<FltMesh> meshes;                          ///< Of its own, drawn after its children.
 
     /// What the node is besides a group.

@@ -24,9 +24,15 @@ struct FltVisualOptions {
                 ///< conversion only.
     };
 
+    /// A time of day. At some of them a database hides parts of itself.
+    enum class TimeOfDay { day, dusk, night };
+
     References references = References::follow;          ///< What becomes of external files.
     LevelsOfDetail levelsOfDetail = LevelsOfDetail::all; ///< Which levels of detail there are.
     Units units = Units::metres;                         ///< The unit of the coordinates.
+
+    /// The time of day that is shown: Objects that say so are hidden then. The complete conversion only.
+    TimeOfDay time = TimeOfDay::day;
 
     /// Whether to look for records again after damage. The exact conversion never does.
     bool salvage = true;

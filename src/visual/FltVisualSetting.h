@@ -16,6 +16,7 @@
 /// What all files of a conversion have in common.
 struct FltVisualSetting {
     FltVisualOptions::LevelsOfDetail levelsOfDetail = FltVisualOptions::LevelsOfDetail::all;
+    FltVisualOptions::TimeOfDay time = FltVisualOptions::TimeOfDay::day;
 
     /// Gives the visual of an external file, in the units of the file that refers to it.
     std::function<FltVisualPart(FltModel const& from, std::string const& path, std::uint32_t overrides)>
@@ -29,6 +30,7 @@ struct FltVisualSetting {
     std::vector<FltTexture> textures; ///< In use.
     std::size_t switches = 0;         ///< So far.
     std::size_t joints = 0;           ///< So far.
+    std::size_t flipBooks = 0;        ///< So far.
     int levels = 0; ///< That are open, those of the files that lead to the present one included.
 
     /// Copies that replications may still make.

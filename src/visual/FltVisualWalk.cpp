@@ -57,10 +57,18 @@ std::size_t chosenLevel(FltVisualNode const& node, FltVisualOptions::LevelsOfDet
     return static_cast<std::size_t>(choice == Choice::highest ? first : last);
 }
 
-bool isDrawn(FltVisualNode const& node, std::size_t child, std::size_t onlyChild)
+/// Whether a child of levels is drawn where one of them is chosen.
+bool isAtLevel(FltVisualNode const& node, std::size_t child, std::size_t chosen)
 {
-    if (node.children[child] == nullptr || (onlyChild != none && child != onlyChild))
+    return chosen == none || (child >= chosen && child < node.as<FltVisualLevels>()->endOfDrawn(chosen));
+}
+
+bool isDrawn(FltVisualNode const& node, std::size_t child, std::size_t level)
+{
+    if (node.children[child] == nullptr || node.children[child]->isHidden || !isAtLevel(node, child, level))
         return false;
+    if (node.as<FltVisualFlipBook>() != nullptr)
+        return child == FltVisualFlipBook::first;
     auto const* const choice = node.as<FltVisualSwitch>();
     return choice == nullptr || choice->shows(choice->currentMask, child);
 }
@@ -92,7 +100,7 @@ bool FltVisualWalk::goDown()
     while (frames.back().step < places * node.children.size()) {
         std::size_t const step = frames.back().step++;
         std::size_t const child = step % node.children.size();
-        if (!isDrawn(node, child, frames.back().onlyChild))
+        if (!isDrawn(node, child, frames.back().level))
             continue;
         SbDPMatrix matrix = frames.back().matrix;
         if (copies != nullptr)

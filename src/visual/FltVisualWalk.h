@@ -17,8 +17,8 @@
 ///         use(walk.mesh(), walk.matrix());
 ///
 /// What stands at several places comes once for each. Joints are at their current values, turning faces as
-/// the database stores them, and a switch shows the children of its current mask. Hidden meshes are passed
-/// over. The toolkit needn't be started.
+/// the database stores them, a switch shows the children of its current mask, and a flip-book its first frame.
+/// Hidden nodes and meshes are passed over. The toolkit needn't be started.
 class VELLOREADER_API FltVisualWalk
 {
 public:
@@ -53,10 +53,10 @@ private:
         FltVisualNode const* node;
         FltVisualNode const* named;
         FltVisualNode const* recorded;
-        SbDPMatrix matrix;     ///< Of its children and meshes; not of copies, which have one each.
-        std::size_t onlyChild; ///< The level that is drawn; of other nodes, none.
-        std::size_t step = 0;  ///< Children that are done, of each copy.
-        std::size_t mesh = 0;  ///< Meshes that are done.
+        SbDPMatrix matrix;    ///< Of its children and meshes; not of copies, which have one each.
+        std::size_t level;    ///< The one that is chosen; of other nodes, none.
+        std::size_t step = 0; ///< Children that are done, of each copy.
+        std::size_t mesh = 0; ///< Meshes that are done.
     };
 
     VELLOREADER_INNER void enter(FltVisualNode const& node, SbDPMatrix const& above);

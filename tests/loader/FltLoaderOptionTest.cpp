@@ -35,6 +35,7 @@ TEST(FltLoaderOption, setsTheMemberOfItsRow)
     EXPECT_EQ(loaderWith("texture_names_from", "out").textureNamesFrom, "out");
     EXPECT_EQ(loaderWith("log", "").log, FltLoader::besideDatabase);
     EXPECT_EQ(loaderWith("levels", "lowest").levelsOfDetail, FltLoader::LevelsOfDetail::lowest);
+    EXPECT_EQ(loaderWith("time", "night").time, FltLoader::TimeOfDay::night);
     EXPECT_EQ(loaderWith("units", "stored").units, FltLoader::Units::stored);
 }
 
@@ -77,6 +78,7 @@ TEST(FltLoaderOption, tellsTheDefaultsOfALoader)
     EXPECT_EQ(FltLoaderOption::named("references").defaultWord().inPrograms, "inline");
     EXPECT_EQ(FltLoaderOption::named("levels").defaultWord().name, "all");
     EXPECT_EQ(FltLoaderOption::named("units").defaultWord().name, "metres");
+    EXPECT_EQ(FltLoaderOption::named("time").defaultWord().name, "day");
 }
 
 TEST(FltLoaderOption, hasAWholeRowForEach)
@@ -89,7 +91,7 @@ TEST(FltLoaderOption, hasAWholeRowForEach)
         EXPECT_EQ(option.placeholder.empty(), option.kind == Kind::flag) << option.name;
         EXPECT_EQ(option.words.empty(), option.kind != Kind::word) << option.name;
     }
-    EXPECT_EQ(names.size(), 10U);
+    EXPECT_EQ(names.size(), 11U);
 }
 
 } // namespace

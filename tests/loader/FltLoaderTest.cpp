@@ -179,6 +179,10 @@ TEST_F(FltLoaderTest, RefusesWhatOnlyTheCompleteConversionCan)
     loader.exact = true;
     loader.units = FltLoader::Units::stored;
     EXPECT_EQ(errorOf(path).kind(), Kind::refused);
+    loader = {};
+    loader.exact = true;
+    loader.time = FltLoader::TimeOfDay::dusk;
+    EXPECT_EQ(errorOf(path).kind(), Kind::refused);
 }
 
 TEST_F(FltLoaderTest, GivesTheSameSceneAndLogAsTheConversionOfAFile)

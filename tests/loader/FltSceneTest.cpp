@@ -6,6 +6,7 @@
 #include <Inventor/SbName.h>
 #include <Inventor/VRMLnodes/SoVRMLBillboard.h>
 #include <Inventor/misc/SoChildList.h>
+#include <Inventor/nodes/SoBlinker.h>
 #include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
 #include <Inventor/nodes/SoLOD.h>
@@ -336,6 +337,28 @@ TEST_F(FltSceneTest, TellsTheSwitchAndTheJointOfANodeAmongThoseOfOneName)
     }
     EXPECT_FALSE(FltScene().switchOf(*scene.root()));
     EXPECT_FALSE(FltScene().degreeOfFreedomOf(*scene.root()));
+}
+
+TEST_F(FltSceneTest, StartsAndStopsAllFlipBooks)
+{
+    writer.push();
+    for (char const* const name : {"fire", "smoke"}) {
+        add("Group", {{"idASCII", name}, {"flags", 0x40000000}});
+        writer.push().add("Object").add("Object").pop();
+    }
+    writer.pop();
+    load();
+    std::vector<FltVisualFlipBook> const books = scene.flipBooks();
+    ASSERT_EQ(books.size(), 2U);
+    EXPECT_EQ(books[0].name, "fire");
+    EXPECT_EQ(books[1].name, "smoke");
+    for (bool const isPlaying : {true, false}) {
+        EXPECT_TRUE(scene.play(isPlaying));
+        for (int i = 0; i < 2; ++i)
+            EXPECT_EQ(find<SoBlinker>(i)->on.getValue(), isPlaying);
+    }
+    EXPECT_FALSE(FltScene().play(true));
+    EXPECT_TRUE(FltScene().flipBooks().empty());
 }
 
 TEST_F(FltSceneTest, ShowsAMaskOfOneSwitchAmongThoseOfItsName)

@@ -274,7 +274,7 @@ class OptionsTest(unittest.TestCase):
             options = {name: parameter.default for name, parameter in parameters.items()
                        if parameter.kind is parameter.KEYWORD_ONLY and name != "progress"}
             self.assertEqual(options, {
-                "textures": (), "levels": "all", "exact": False, "log": None, "references": "follow",
+                "textures": (), "levels": "all", "time": "day", "exact": False, "log": None, "references": "follow",
                 "units": "metres", "salvage": True, "largest_file": None, "only_below": None,
                 "texture_names_from": None,
             })

@@ -256,3 +256,60 @@ TEST(FltSceneMaker, tellsTheRecordsOfNodes)
     EXPECT_EQ(own->second.offset, 120U);
     EXPECT_EQ(own->second.file, 1U);
 }
+
+TEST(FltSceneMaker, closesASwitchAroundWhatIsHidden)
+{
+    auto const hidden = node("secret");
+    hidden->isHidden = true;
+    EXPECT_EQ(textOf(hidden), R"(DEF hidden Switch {
+  DEF secret Separator {
+  }
+}
+)");
+}
+
+TEST(FltSceneMaker, drawsCoarserLevelsThatStayTogetherWithFinerOnes)
+{
+    auto const levels = node();
+    levels->children = {node("near"), node("middle"), node("far"), nullptr};
+    FltVisualLevels& content = levels->become<FltVisualLevels>();
+    content.distances = {10, 20, 30};
+    content.nextStays = {true, true, false, false};
+    EXPECT_EQ(textOf(levels), R"(LOD {
+  range [ 10, 20, 30 ]
+  Group {
+    DEF far Separator {
+    }
+    DEF middle Separator {
+    }
+    DEF near Separator {
+    }
+  }
+  Group {
+    USE far
+    USE middle
+  }
+  USE far
+  Info {
+    string "nothing"
+  }
+}
+)");
+}
+
+TEST(FltSceneMaker, makesABlinkerOfAFlipBook)
+{
+    auto const group = node("flame");
+    group->children = {node("low"), node("high"), nullptr};
+    group->become<FltVisualFlipBook>().steps = {{0, 1}, {1, 1}, {2, 1}, {1, 1}};
+    FltMadeScene const scene = sceneOf(group);
+    auto const* const made = static_cast<SoSeparator*>(scene.root->getChild(0));
+    EXPECT_EQ(made->getName(), "flame");
+    ASSERT_TRUE(made->getChild(0)->isOfType(SoBlinker::getClassTypeId()));
+    auto const* const blinker = static_cast<SoBlinker*>(made->getChild(0));
+    ASSERT_EQ(blinker->getNumChildren(), 4);
+    EXPECT_EQ(blinker->getChild(0)->getName(), "low");
+    EXPECT_EQ(blinker->getChild(1), blinker->getChild(3));
+    ASSERT_EQ(scene.flipBooks.size(), 1U);
+    EXPECT_EQ(scene.flipBooks[0].blinker.get(), blinker);
+}

@@ -28,7 +28,7 @@ private:
     static std::string kindOf(FltVisualNode const& node)
     {
         char const* const kinds[] = {"group",   "level", "levels", "switch", "joint", "copies",
-                                     "turning", "scale", "light",  "text",   "file"};
+                                     "turning", "scale", "light",  "text",   "file",  "flip-book"};
         return kinds[node.content.index()];
     }
 };

@@ -15,7 +15,10 @@ struct Range {
     char const* name;
     double nearest;
     double farthest;
+    unsigned flags = 0;
 };
+
+constexpr unsigned additive = 0x40000000;
 
 CompleteDatabase levels(std::vector<Range> const& ranges)
 {
@@ -24,7 +27,8 @@ CompleteDatabase levels(std::vector<Range> const& ranges)
     for (Range const& range : ranges)
         database.writer.add("LOD", {{"idASCII", range.name},
                                     {"switchOutDistance", range.nearest},
-                                    {"switchInDistance", range.farthest}});
+                                    {"switchInDistance", range.farthest},
+                                    {"flags", range.flags}});
     return database;
 }
 
@@ -110,4 +114,59 @@ TEST(FltLODChains, takesTheOriginForACentreOnlyIfItIsFrozen)
         EXPECT_EQ(*levels.center, flags == 0 ? SbVec3f(0.5F, 0.5F, 0) : SbVec3f(0, 0, 0));
     }
     EXPECT_FALSE(onlyLevels(*see(levels({{"empty", 0, 10}}))).center.has_value());
+}
+
+TEST(FltLODChains, keepsCoarserLevelsBelowThoseThatAreAddedToThem)
+{
+    std::vector<Range> const ranges = {
+        {"far", 20, 30, additive}, {"middle", 10, 20, additive}, {"near", 1, 10, additive}};
+    std::shared_ptr<FltVisualNode> const root = see(levels(ranges));
+    FltVisualLevels const& all = onlyLevels(*root);
+    EXPECT_EQ(all.nextStays, (std::vector<bool>{false, true, true, false})) << "the first place is empty";
+    EXPECT_EQ(all.endOfDrawn(0), 1U);
+    EXPECT_EQ(all.endOfDrawn(1), 4U);
+    EXPECT_EQ(all.endOfDrawn(2), 4U);
+    EXPECT_EQ(all.endOfDrawn(3), 4U);
+    EXPECT_EQ(all.endOfDrawn(4), 5U);
+    EXPECT_EQ(VisualText::of(*see(levels(ranges), Choice::highest)),
+              "group\n  group near\n  group middle\n  group far\n");
+    EXPECT_EQ(VisualText::of(*see(levels(ranges), Choice::lowest)), "group\n  group far\n");
+}
+
+TEST(FltLODChains, addsLevelsOfWhichEitherIsMarked)
+{
+    using Stays = std::vector<bool>;
+    EXPECT_EQ(onlyLevels(*see(levels({{"near", 0, 10, additive}, {"far", 10, 20}}))).nextStays,
+              (Stays{true, false}));
+    EXPECT_EQ(onlyLevels(*see(levels({{"near", 0, 10}, {"far", 10, 20, additive}}))).nextStays,
+              (Stays{true, false}));
+    EXPECT_EQ(onlyLevels(*see(levels({{"near", 0, 10}, {"far", 10, 20}}))).nextStays, Stays());
+    EXPECT_EQ(
+        onlyLevels(*see(levels({{"near", 0, 10, additive}, {"middle", 10, 20}, {"far", 20, 30}}))).nextStays,
+        (Stays{true, false, false}));
+}
+
+/// The old form has another use for the same bit.
+TEST(FltLODChains, takesNoLevelOfTheOldFormForAdditive)
+{
+    CompleteDatabase database;
+    database.begin();
+    for (auto const& [nearest, farthest] : {std::pair(0, 10), {10, 20}})
+        database.writer.add(
+            "OLDLOD", {{"switchOutDistance", nearest}, {"switchInDistance", farthest}, {"flags", additive}});
+    EXPECT_TRUE(onlyLevels(*database.see().root).nextStays.empty());
+}
+
+/// Levels inside additive levels would be visited twice for each level above them.
+TEST(FltLODChains, addsNoLevelsToASceneThatWouldBecomeTooLarge)
+{
+    CompleteDatabase database;
+    database.begin();
+    for (int i = 0; i < 60; ++i)
+        database.writer.add("LOD", {{"switchInDistance", 10}, {"flags", additive}})
+            .add("LOD", {{"switchOutDistance", 10}, {"switchInDistance", 20}})
+            .push();
+    FltVisualConversion::Result const seen = database.see();
+    EXPECT_NE(database.messages.find("the scene would become too large"), std::string::npos);
+    EXPECT_FALSE(onlyLevels(*seen.root).nextStays.size() > 1 && onlyLevels(*seen.root).nextStays[0]);
 }

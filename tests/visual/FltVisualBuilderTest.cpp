@@ -1,6 +1,7 @@
 #include "visual/FltVisualBuilder.h"
 
 #include "messages/FltLimits.h"
+#include "support/AnimatedGroup.h"
 #include "support/CompleteDatabase.h"
 #include "support/Text.h"
 #include "toolkit/SoNodeName.h"
@@ -590,4 +591,56 @@ TEST(FltVisualBuilder, movesByTheStepsOfATransformationWhereNoMatrixSaysItAll)
     both.writer.add("Matrix", {{"matrix", matrixWithMove(0, 0, 5)}}).push();
     both.object(corners).writer.pop();
     EXPECT_EQ(both.draw().extent(), "0 0 5 to 1 1 5");
+}
+
+TEST(FltVisualBuilder, playsTheChildrenOfAnAnimatedGroup)
+{
+    CompleteDatabase database;
+    std::vector<double> const one = database.square(0), two = database.square(5);
+    database.begin();
+    addAnimatedGroup(database.writer, "flame", 0x20000000, 3, 4, 0).push(); // swing
+    database.object(one).object(two).object(one).writer.pop();
+    addAnimatedGroup(database.writer, "lone", 0x40000000, 0, 1, 0).push();
+    database.object(one);
+    FltVisualConversion::Result const seen = database.see();
+    FltVisualNode const& flame = *seen.root->children.at(0);
+    auto const* const book = flame.as<FltVisualFlipBook>();
+    ASSERT_NE(book, nullptr);
+    EXPECT_EQ(book->name, "flame");
+    EXPECT_EQ(book->loops, 3U);
+    EXPECT_EQ(book->steps.size(), 4U);
+    EXPECT_EQ(book->seconds(), 4);
+    EXPECT_EQ(flame.children.size(), 3U);
+    EXPECT_EQ(seen.root->children.at(1)->as<FltVisualFlipBook>(), nullptr) << "a single frame";
+    EXPECT_TRUE(seen.leftOut.empty());
+    EXPECT_EQ(database.draw().extent(), "0 0 0 to 1 1 0");
+}
+
+/// What is only there for references elsewhere is no empty frame.
+TEST(FltVisualBuilder, takesAnInstanceDefinitionForNoFrame)
+{
+    CompleteDatabase database;
+    std::vector<double> const square = database.square();
+    database.begin().add("Group", {{"flags", 0x40000000}}).push();
+    database.writer.add("InstanceDefinition", {{"instanceDefinitionNumber", 1}}).push();
+    database.object(square).writer.pop();
+    database.object(square).object(square);
+    FltVisualNode const& group = *database.see().root->children.at(0);
+    EXPECT_EQ(group.children.size(), 2U);
+    EXPECT_EQ(group.as<FltVisualFlipBook>()->steps.size(), 2U);
+}
+
+/// A frame that stands twice in its loop is visited twice, and so are its own frames.
+TEST(FltVisualBuilder, swingsNoFramesOfASceneThatWouldBecomeTooLarge)
+{
+    CompleteDatabase database;
+    database.begin();
+    for (int level = 0; level < 60; ++level) {
+        database.writer.add("Group", {{"flags", 0x20000000}}).push();
+        database.writer.add("Group").add("Group");
+        database.writer.add("Group").add("Group").push();
+    }
+    FltVisualConversion::Result const seen = database.see();
+    EXPECT_NE(database.messages.find("the scene would become too large"), std::string::npos);
+    EXPECT_EQ(seen.root->children.at(0)->as<FltVisualFlipBook>()->steps.size(), 4U);
 }

@@ -29,6 +29,19 @@ TEST(FltVisualControls, listsEachPartOnceByItsNumber)
     EXPECT_EQ(controls.switches[0]->name, "lights");
 }
 
+TEST(FltVisualControls, listsFlipBooksByTheirNumbers)
+{
+    FltVisualNode root;
+    for (std::size_t const number : {1U, 0U}) {
+        root.children.push_back(std::make_shared<FltVisualNode>());
+        root.children.back()->become<FltVisualFlipBook>().number = number;
+    }
+    FltVisualControls const controls(root);
+    ASSERT_EQ(controls.flipBooks.size(), 2U);
+    EXPECT_EQ(controls.flipBooks[0]->number, 0U);
+    EXPECT_EQ(controls.flipBooks[1]->number, 1U);
+}
+
 TEST(FltVisualControls, aSharedPartIsGoneThroughOnceHoweverOftenItStands)
 {
     auto part = jointWith(0);

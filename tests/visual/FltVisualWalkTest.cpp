@@ -8,6 +8,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <sstream>
+#include <tuple>
 
 namespace
 {
@@ -381,3 +382,44 @@ TEST(FltVisualWalk, switchesAreAsTheToolkitDrawsThem)
 }
 
 } // namespace
+
+TEST(FltVisualWalk, goesOverTheFirstFrameOfAFlipBookAlone)
+{
+    CompleteDatabase database;
+    std::vector<double> const first = database.square(), second = database.square(5);
+    database.begin().add("Group", {{"flags", 0x02000000}}).push(); // backward
+    database.object(first).object(second);
+    std::shared_ptr<FltVisualNode> const root = database.see().root;
+    EXPECT_EQ(shapesOf(root), shapesOf(database.draw()));
+    EXPECT_EQ(shapesOf(root).size(), 2U);
+    EXPECT_EQ(shapesOf(root).front().front(), (Corner{0, 0, 0}));
+}
+
+TEST(FltVisualWalk, passesOverHiddenNodes)
+{
+    CompleteDatabase database;
+    std::vector<double> const square = database.square();
+    database.begin().add("Object", {{"flags", 0x80000000}}).push(); // not in daylight
+    database.writer.face(square, CompleteDatabase::face()).pop();
+    std::shared_ptr<FltVisualNode> const root = database.see().root;
+    EXPECT_EQ(root->children.at(0)->meshes.size(), 1U);
+    EXPECT_TRUE(shapesOf(root).empty());
+}
+
+TEST(FltVisualWalk, goesOverCoarserLevelsThatStay)
+{
+    CompleteDatabase database;
+    std::vector<double> const near = database.square(), far = database.square(5);
+    database.begin();
+    for (auto const& [nearest, farthest, square] : {std::tuple(0, 10, near), {10, 20, far}}) {
+        database.writer
+            .add("LOD",
+                 {{"switchOutDistance", nearest}, {"switchInDistance", farthest}, {"flags", 0x40000000}})
+            .push();
+        database.object(square).writer.pop();
+    }
+    std::shared_ptr<FltVisualNode> const root = database.see().root;
+    EXPECT_EQ(shapesOf(root).size(), 4U);
+    EXPECT_EQ(shapesOf(root, LevelsOfDetail::lowest).size(), 2U);
+    EXPECT_EQ(shapesOf(root, LevelsOfDetail::all).size(), 4U);
+}

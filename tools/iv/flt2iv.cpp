@@ -154,9 +154,10 @@ void check(Options const& options, FltLoader const& loader)
     if (namesReferences && keepsUnits)
         throw UsageError("--xref file needs --units metres: files that include each other share their unit");
     bool const isForComplete =
-        namesReferences || keepsUnits || loader.levelsOfDetail != FltLoader::LevelsOfDetail::all;
+        namesReferences || keepsUnits || loader.levelsOfDetail != FltLoader::LevelsOfDetail::all ||
+        loader.time != FltLoader::TimeOfDay::day;
     if (loader.exact && isForComplete)
-        throw UsageError("--exact has no choice of --xref file, --units stored and --lod");
+        throw UsageError("--exact has no choice of --xref file, --units stored, --lod and --time");
     bool const isMany = goesToDirectory(options) || namesReferences;
     if (isMany && loader.log && !loader.log->empty())
         throw UsageError("--log=PATH is for a single database: give --log without a name");
