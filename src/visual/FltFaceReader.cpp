@@ -148,8 +148,9 @@ FltFaceInput FltFaceReader::read(FltRecordMesh& face, Number number, Context con
     return input;
 }
 
-void FltFaceReader::readFace(Number number, Context const& context, int level)
+void FltFaceReader::readFace(Number number, Context const& context, int below)
 {
+    int const level = below + order.levelOf(number);
     FltRecordMesh face(0);
     FltFaceInput input = read(face, number, context, level);
     if (readVertices(number, input))
@@ -268,8 +269,9 @@ void FltFaceReader::readLayerUvs(Number list, bool isMorph, FltFaceInput& input)
     }
 }
 
-void FltFaceReader::readMesh(Number number, Context const& context, int level)
+void FltFaceReader::readMesh(Number number, Context const& context, int below)
 {
+    int const level = below + order.levelOf(number);
     FltRecordMesh face(0);
     FltFaceInput input = read(face, number, context, level);
     MeshPool const& vertices = poolOf(number);

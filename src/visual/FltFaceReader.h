@@ -2,12 +2,13 @@
 
 #include "records/FltRecordMesh.h"
 #include "visual/FltFaceCollector.h"
+#include "visual/FltPlaneOrder.h"
 
 /// Reads faces, meshes and light points with all that stands below them, and hands them to a collector.
 class FltFaceReader
 {
 public:
-    explicit FltFaceReader(FltMeshTools& tools) : tools(tools) {}
+    explicit FltFaceReader(FltMeshTools& tools) : tools(tools), order(tools.model) {}
 
     /// Whether a record is one that this class reads.
     static bool reads(std::uint32_t opcode);
@@ -38,8 +39,8 @@ private:
     void decode(FltModelTree::Number number, FltRecordMesh& surface) const;
     FltFaceInput read(FltRecordMesh& face, FltModelTree::Number number, Context const& context,
                       int level) const;
-    void readFace(FltModelTree::Number number, Context const& context, int level);
-    void readMesh(FltModelTree::Number number, Context const& context, int level);
+    void readFace(FltModelTree::Number number, Context const& context, int below);
+    void readMesh(FltModelTree::Number number, Context const& context, int below);
     void readLightPoints(FltModelTree::Number number, Context const& context);
     void readFacesOn(FltModelTree::Number number, Context const& context, int level);
     bool readVertices(FltModelTree::Number number, FltFaceInput& input);
@@ -55,6 +56,7 @@ private:
     void addMeshVertex(std::uint32_t index, MeshPool const& vertices, FltFaceInput& input) const;
 
     FltMeshTools& tools;
+    FltPlaneOrder order;
     MeshPool pool;
     FltModelTree::Number poolMesh = FltModelTree::none;
     std::size_t missingVertices = 0; ///< Of the face that is being read.
