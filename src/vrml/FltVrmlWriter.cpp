@@ -95,6 +95,21 @@ private:
     /// @param isShared whether it stands at several places
     void writeNode(Node const& node, Place const& place, bool isShared)
     {
+        if (node->isHidden)
+            beginSwitch("-1");
+        writeShown(node, place, isShared);
+        Place::end(text, node->isHidden ? 1 : 0);
+    }
+
+    void beginSwitch(char const* choice)
+    {
+        text.begin("Switch");
+        text.field("whichChoice", choice);
+        text.beginList("choice");
+    }
+
+    void writeShown(Node const& node, Place const& place, bool isShared)
+    {
         if (!isShared)
             return writeNew(*node, place, names.take(node->name));
         auto const [known, isNew] = shared.try_emplace({node.get(), place.isMirrored});
@@ -156,7 +171,19 @@ private:
             shapes.write(*written, place);
         if (auto const* const choice = node.as<FltVisualSwitch>())
             return writeSwitch(node, *choice, place);
+        if (node.as<FltVisualFlipBook>() != nullptr)
+            return writeFirstFrame(node, place);
         writeChildren(node, place);
+    }
+
+    /// The frames of a flip-book, of which the first shows.
+    void writeFirstFrame(FltVisualNode const& node, Place const& place)
+    {
+        lose("flip-books that play");
+        beginSwitch("0");
+        for (std::size_t i = 0; i < node.children.size(); ++i)
+            writeChoice(node, i, i + 1, place);
+        Place::end(text, 1);
     }
 
     /// A light shines on what comes after it: what comes before it stands outside of its group.
@@ -222,13 +249,24 @@ private:
             text.item(distance / place.scale);
         text.endList();
         text.beginList("level");
-        for (Node const& child : node.children)
-            if (child != nullptr)
-                writeNode(child, place, child.use_count() > 1);
-            else
-                Place::end(text, Place::beginGroup(text, ""));
+        for (std::size_t i = 0; i < node.children.size(); ++i)
+            writeChoice(node, i, levels.endOfDrawn(i), place);
         text.endList();
         text.end();
+    }
+
+    /// Children that are drawn together where only one node may stand, the last first; or nothing.
+    void writeChoice(FltVisualNode const& node, std::size_t begin, std::size_t end, Place const& place)
+    {
+        end = std::min(end, node.children.size());
+        bool const isSingle = end == begin + 1 && node.children[begin] != nullptr;
+        int const groups = isSingle ? 0 : Place::beginGroup(text, "");
+        bool const hasStaying =
+            node.as<FltVisualLevels>() != nullptr && !node.as<FltVisualLevels>()->nextStays.empty();
+        for (std::size_t i = end; i > begin; --i)
+            if (Node const& child = node.children[i - 1]; child != nullptr)
+                writeNode(child, place, hasStaying || child.use_count() > 1);
+        Place::end(text, groups);
     }
 
     /// Each child has a door, since VRML97 shows one child of a switch at the most. A light shines out of its
@@ -246,9 +284,7 @@ private:
                 writeLight(*child, *light, place, isShown);
                 continue;
             }
-            text.begin("Switch");
-            text.field("whichChoice", isShown ? "0" : "-1");
-            text.beginList("choice");
+            beginSwitch(isShown ? "0" : "-1");
             writeNode(child, place, child.use_count() > 1);
             Place::end(text, 1);
         }
