@@ -74,7 +74,7 @@ FltVisualPart FltVisualBuilder::buildAlone(Number number)
 {
     FltNodeBuilder node;
     node->record = {0, file};
-    node.add(buildSwitchChild(number, {}));
+    node.add(buildAlone(number, {}));
     return node.finish();
 }
 
