@@ -82,6 +82,7 @@ Json infoOf(FltDatabaseInfo const& info)
             {"origin", {info.originLatitude, info.originLongitude}},
             {"south_west", {info.southWestLatitude, info.southWestLongitude}},
             {"north_east", {info.northEastLatitude, info.northEastLongitude}},
+            {"offset", info.offset},
             {"records", info.records},
             {"bytes", info.bytes}};
 }

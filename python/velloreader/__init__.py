@@ -425,7 +425,8 @@ class Database:
     """What the database holds and the scene doesn't show: how much of each kind."""
     info: dict[str, Any]
     """The header: name, revision, unit, unit_multiplier, last_change, projection, ellipsoid, origin,
-    south_west, north_east (latitude and longitude in degrees), and the numbers of records and bytes."""
+    south_west, north_east (latitude and longitude in degrees), and the numbers of records and bytes; and
+    offset, what the option origin took from all places."""
     switches: list[Switch]
     """The exact conversion knows of none."""
     joints: list[Joint]
@@ -468,7 +469,7 @@ class Database:
         self.references = [Reference(**reference) for reference in content["references"]]
         self.omissions = content["omissions"]
         self.info = content["info"]
-        for place in ("origin", "south_west", "north_east"):
+        for place in ("origin", "south_west", "north_east", "offset"):
             self.info[place] = tuple(self.info[place])
         self.switches = [_switch_of(switch) for switch in content["switches"]]
         self.joints = [_joint_of(joint) for joint in content["joints"]]

@@ -23,8 +23,13 @@ struct FltDatabaseInfo {
     double southWestLongitude = 0; ///< Degrees.
     double northEastLatitude = 0;  ///< Degrees.
     double northEastLongitude = 0; ///< Degrees.
-    std::uint64_t records = 0;     ///< In the file itself, without those that it refers to.
-    std::uint64_t bytes = 0;       ///< The size of the file.
+
+    /// What FltLoader::origin took from all places, in the unit of the scene: a place of the database is that
+    /// of the scene and this.
+    double offset[3] = {0, 0, 0};
+
+    std::uint64_t records = 0; ///< In the file itself, without those that it refers to.
+    std::uint64_t bytes = 0;   ///< The size of the file.
 
     /// A unit as people read it, such as "nautical miles".
     VELLOREADER_API static char const* nameOf(Unit unit);

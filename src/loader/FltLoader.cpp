@@ -10,12 +10,15 @@
 #include "loader/FltSceneContent.h"
 #include "parser/FltFileInput.h"
 #include "parser/Flt_15_7_CreationVisitor.h"
+#include "scene/FltNodeInfos.h"
 #include "scene/FltSceneMaker.h"
 #include "toolkit/SoReferencesGivenBack.h"
 #include "visual/FltCutOuts.h"
 #include "visual/FltVisualConversion.h"
 
 #include <Inventor/SoDB.h>
+#include <Inventor/nodes/SoInfo.h>
+#include <algorithm>
 #include <new>
 
 namespace
@@ -36,6 +39,8 @@ void refuseWhatIsForTheCompleteConversion(FltLoader const& loader, std::string c
         refuse("levels of detail");
     if (loader.units != FltLoader::Units::metres)
         refuse("units");
+    if (loader.origin != FltLoader::Origin::stored)
+        refuse("the origin");
     if (loader.time != FltLoader::TimeOfDay::day)
         refuse("the time of day");
 }
@@ -157,6 +162,7 @@ FltVisualConversion::Result loadCompletely(FltLoader const& options, FltDatabase
         host.takeHeader(*result.header);
     told.info.records = result.records;
     told.info.bytes = result.bytes;
+    std::copy_n(result.offset.getValue(), 3, told.info.offset);
     told.references = std::move(result.references);
     for (auto const& [kind, count] : result.leftOut)
         told.omissions.push_back({kind, static_cast<std::uint64_t>(count)});
@@ -166,6 +172,22 @@ FltVisualConversion::Result loadCompletely(FltLoader const& options, FltDatabase
     return result;
 }
 
+/// Of the coordinates of a visual as a whole.
+double metresPerUnit(FltLoader const& options, FltVisualConversion::Result const& visual)
+{
+    return options.units == FltLoader::Units::metres ? 1 : visual.metresPerUnit;
+}
+
+/// Says in the scene itself from where it was moved, for who reads it from a file.
+void tellOffset(SoSeparator& root, FltDatabaseInfo const& info)
+{
+    if (SbVec3d(info.offset) == SbVec3d(0, 0, 0))
+        return;
+    auto* const node = new SoInfo;
+    node->string = FltNodeInfos::describeOffset(info.offset).c_str();
+    root.insertChild(node, 0);
+}
+
 /// Puts nodes together with what is to be known of them.
 FltScene sceneOf(FltMadeScene&& made, FltLoadReport&& told, std::vector<std::string> files)
 {
@@ -173,6 +195,7 @@ FltScene sceneOf(FltMadeScene&& made, FltLoadReport&& told, std::vector<std::str
     static_cast<FltLoadReport&>(*content) = std::move(told);
     content->files = std::move(files);
     content->root = std::move(made.root);
+    tellOffset(*content->root.get(), content->info);
     content->records = std::move(made.records);
     content->switches = std::move(made.switches);
     content->joints = std::move(made.joints);
@@ -191,8 +214,9 @@ FltScene loadScene(FltLoader const& options, std::string const& path)
     }
     FltLoadReport told;
     FltVisualConversion::Result visual = loadCompletely(options, database, told);
-    return sceneOf(FltSceneMaker::make(std::move(visual.root), visual.textures), std::move(told),
-                   std::move(visual.files));
+    return sceneOf(
+        FltSceneMaker::make(std::move(visual.root), visual.textures, metresPerUnit(options, visual)),
+        std::move(told), std::move(visual.files));
 }
 
 FltVisual loadVisual(FltLoader const& options, std::string const& path)
@@ -203,6 +227,7 @@ FltVisual loadVisual(FltLoader const& options, std::string const& path)
                            "the exact conversion makes scenes only. Load without that option.");
     FltVisual visual;
     FltVisualConversion::Result result = loadCompletely(options, database, visual);
+    visual.metresPerUnit = metresPerUnit(options, result);
     visual.root = std::move(result.root);
     visual.files = std::move(result.files);
     visual.textures = std::move(result.textures);
@@ -214,7 +239,8 @@ FltScene makeScene(FltVisual const& visual)
     startToolkit();
     FltLoadReport told = visual;
     told.textures = visual.distinctTextures();
-    return sceneOf(FltSceneMaker::makeOfKept(visual.root, visual.textures), std::move(told), visual.files);
+    return sceneOf(FltSceneMaker::makeOfKept(visual.root, visual.textures, visual.metresPerUnit),
+                   std::move(told), visual.files);
 }
 
 /// Made beforehand, for when there isn't even the memory to say so; copying it takes none.

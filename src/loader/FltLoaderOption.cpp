@@ -29,6 +29,7 @@ std::vector<FltLoaderOption> makeTable()
     using References = FltLoader::References;
     using LevelsOfDetail = FltLoader::LevelsOfDetail;
     using Units = FltLoader::Units;
+    using Origin = FltLoader::Origin;
     using TimeOfDay = FltLoader::TimeOfDay;
     return {
         {"textures",
@@ -91,6 +92,15 @@ std::vector<FltLoaderOption> makeTable()
          &FltLoader::units,
          {word(Units::metres, "metres"), word(Units::stored, "stored")},
          "The unit of the result: metres, or that of the database."},
+        {"origin",
+         "--origin",
+         Programs::converters,
+         Kind::word,
+         "WHERE",
+         &FltLoader::origin,
+         {word(Origin::stored, "stored"), word(Origin::centre, "centre")},
+         "The zero of the result: that of the database, or the middle of a database that lies far away from "
+         "its zero."},
         {"salvage",
          "",
          Programs::none,

@@ -14,6 +14,7 @@
 /// one may stand several times.
 struct VELLOREADER_API FltVisual : FltLoadReport {
     std::shared_ptr<FltVisualNode const> root; ///< In the unit that was asked for, unless a scale says so.
+    double metresPerUnit = 1;                  ///< Of the root's coordinates.
     std::vector<std::string> files;            ///< The database first, then those that it refers to.
 
     /// Each texture of the list once.

@@ -4,8 +4,8 @@
 #include "records/FltRecordReplicate.h"
 #include "records/FltRecordTransformations.h"
 
+#include <Inventor/SbDPRotation.h>
 #include <Inventor/SbRotation.h>
-#include <Inventor/SbVec3d.h>
 #include <Inventor/SbVec3f.h>
 #include <algorithm>
 #include <cmath>
@@ -14,11 +14,27 @@
 namespace
 {
 
-constexpr float radiansPerDegree = 0.017453292519943295F;
+/// What steps are worked out in.
+struct Floats {
+    using Number = float;
+    using Place = SbVec3f;
+    using Rotation = SbRotation;
+    using Matrix = SbMatrix;
+    static constexpr Number radiansPerDegree = 0.017453292519943295F;
+};
+struct Doubles {
+    using Number = double;
+    using Place = SbVec3d;
+    using Rotation = SbDPRotation;
+    using Matrix = SbDPMatrix;
+    static constexpr Number radiansPerDegree = 0.017453292519943295;
+};
 
-SbVec3f floats(double x, double y, double z)
+template <class In, class Number>
+typename In::Place place(Number x, Number y, Number z)
 {
-    return {static_cast<float>(x), static_cast<float>(y), static_cast<float>(z)};
+    return {static_cast<typename In::Number>(x), static_cast<typename In::Number>(y),
+            static_cast<typename In::Number>(z)};
 }
 
 SbMatrix matrixOf(AbstractMatrixRecord const& record)
@@ -29,104 +45,127 @@ SbMatrix matrixOf(AbstractMatrixRecord const& record)
     return SbMatrix(values);
 }
 
-SbMatrix translationBy(SbVec3f const& way)
+template <class In>
+typename In::Matrix translationBy(typename In::Place const& way)
 {
-    SbMatrix matrix;
+    typename In::Matrix matrix;
     matrix.setTranslate(way);
     return matrix;
 }
 
 /// A matrix that acts around a point.
-SbMatrix around(SbVec3f const& center, SbMatrix const& matrix)
+template <class In>
+typename In::Matrix around(typename In::Place const& center, typename In::Matrix const& matrix)
 {
-    SbMatrix result = translationBy(-center);
+    typename In::Matrix result = translationBy<In>(-center);
     result.multRight(matrix);
-    result.multRight(translationBy(center));
+    result.multRight(translationBy<In>(center));
     return result;
 }
 
-SbMatrix rotationAround(SbVec3f const& center, SbVec3f axis, float degrees)
+template <class In>
+typename In::Matrix rotationAround(typename In::Place const& center, typename In::Place axis, float degrees)
 {
     if (axis.normalize() == 0)
-        return SbMatrix::identity();
-    SbMatrix rotation;
-    rotation.setRotate(SbRotation(axis, degrees * radiansPerDegree));
-    return around(center, rotation);
-}
-
-SbMatrix scaleAround(SbVec3f const& center, SbVec3f const& factors)
-{
-    SbMatrix scale;
-    scale.setScale(factors);
-    return around(center, scale);
+        return In::Matrix::identity();
+    typename In::Matrix rotation;
+    rotation.setRotate(typename In::Rotation(axis, degrees * In::radiansPerDegree));
+    return around<In>(center, rotation);
 }
 
 /// The frame with an origin, a first axis towards a point, and a second one in the plane of another point.
-SbMatrix frameOf(SbVec3f const& origin, SbVec3f const& align, SbVec3f const& track)
+template <class In>
+typename In::Matrix frameOf(typename In::Place const& origin, typename In::Place const& align,
+                            typename In::Place const& track)
 {
-    SbVec3f x = align - origin;
-    SbVec3f y = track - origin;
-    SbVec3f z = x.cross(y);
+    typename In::Place x = align - origin;
+    typename In::Place y = track - origin;
+    typename In::Place z = x.cross(y);
     if (x.normalize() == 0 || z.normalize() == 0)
-        return translationBy(origin);
+        return translationBy<In>(origin);
     y = z.cross(x);
-    return SbMatrix(x[0], x[1], x[2], 0, y[0], y[1], y[2], 0, z[0], z[1], z[2], 0, origin[0], origin[1],
-                    origin[2], 1);
+    return {x[0], x[1], x[2], 0, y[0],      y[1],      y[2],      0,
+            z[0], z[1], z[2], 0, origin[0], origin[1], origin[2], 1};
 }
 
-SbMatrix stepOf(FltRecordTranslate const& record)
+template <class In>
+typename In::Matrix stepOf(FltRecordGeneralMatrix const& record)
 {
-    return translationBy(floats(record.deltaX, record.deltaY, record.deltaZ));
+    return typename In::Matrix(matrixOf(record));
 }
 
-SbMatrix stepOf(FltRecordScaleNonUniform const& record)
+template <class In>
+typename In::Matrix stepOf(FltRecordTranslate const& record)
 {
-    return scaleAround(floats(record.XCenter, record.YCenter, record.ZCenter),
-                       {record.XScaleFactor, record.YScaleFactor, record.ZScaleFactor});
+    return translationBy<In>(place<In>(record.deltaX, record.deltaY, record.deltaZ));
 }
 
-SbMatrix stepOf(FltRecordRotateAboutPoint const& record)
+template <class In>
+typename In::Matrix stepOf(FltRecordScaleNonUniform const& record)
 {
-    return rotationAround(
-        floats(record.XCenterOfRotation, record.YCenterOfRotation, record.ZCenterOfRotation),
-        {record.IAxisOfRotation, record.JAxisOfRotation, record.KAxisOfRotation}, record.angleToRotate);
+    typename In::Matrix scale;
+    scale.setScale(place<In>(record.XScaleFactor, record.YScaleFactor, record.ZScaleFactor));
+    return around<In>(place<In>(record.XCenter, record.YCenter, record.ZCenter), scale);
 }
 
-SbMatrix stepOf(FltRecordRotateAboutEdge const& record)
+template <class In>
+typename In::Matrix stepOf(FltRecordRotateAboutPoint const& record)
 {
-    SbVec3f const first = floats(record.XCenter1, record.YCenter1, record.ZCenter1);
-    SbVec3f const second = floats(record.XCenter2, record.YCenter2, record.ZCenter2);
-    return rotationAround(first, second - first, record.angleToRotate);
+    return rotationAround<In>(
+        place<In>(record.XCenterOfRotation, record.YCenterOfRotation, record.ZCenterOfRotation),
+        place<In>(record.IAxisOfRotation, record.JAxisOfRotation, record.KAxisOfRotation),
+        record.angleToRotate);
 }
 
-SbMatrix stepOf(FltRecordPutTransform const& record)
+template <class In>
+typename In::Matrix stepOf(FltRecordRotateAboutEdge const& record)
 {
-    SbMatrix result = frameOf(floats(record.XFromOrigin, record.YFromOrigin, record.ZFromOrigin),
-                              floats(record.XFromAlign, record.YFromAlign, record.ZFromAlign),
-                              floats(record.XFromTrack, record.YFromTrack, record.ZFromTrack))
-                          .inverse();
-    result.multRight(frameOf(floats(record.XToOrigin, record.YToOrigin, record.ZToOrigin),
-                             floats(record.XToAlign, record.YToAlign, record.ZToAlign),
-                             floats(record.XToTrack, record.YToTrack, record.ZToTrack)));
+    auto const first = place<In>(record.XCenter1, record.YCenter1, record.ZCenter1);
+    auto const second = place<In>(record.XCenter2, record.YCenter2, record.ZCenter2);
+    return rotationAround<In>(first, second - first, record.angleToRotate);
+}
+
+template <class In>
+typename In::Matrix stepOf(FltRecordPutTransform const& record)
+{
+    typename In::Matrix result =
+        frameOf<In>(place<In>(record.XFromOrigin, record.YFromOrigin, record.ZFromOrigin),
+                    place<In>(record.XFromAlign, record.YFromAlign, record.ZFromAlign),
+                    place<In>(record.XFromTrack, record.YFromTrack, record.ZFromTrack))
+            .inverse();
+    result.multRight(frameOf<In>(place<In>(record.XToOrigin, record.YToOrigin, record.ZToOrigin),
+                                 place<In>(record.XToAlign, record.YToAlign, record.ZToAlign),
+                                 place<In>(record.XToTrack, record.YToTrack, record.ZToTrack)));
     return result;
 }
 
-bool isFinite(SbMatrix const& matrix)
+bool isFinite(SbDPMatrix const& matrix)
 {
     for (int i = 0; i < 16; ++i)
-        if (!(std::abs(matrix[i / 4][i % 4]) < 1e30F))
+        if (!(std::abs(matrix[i / 4][i % 4]) < 1e30))
             return false;
     return true;
 }
 
+SbVec3d placeOf(SbDPMatrix const& matrix)
+{
+    return {matrix[3][0], matrix[3][1], matrix[3][2]};
+}
+
+double largestOf(SbVec3d const& sizes)
+{
+    return std::max({std::abs(sizes[0]), std::abs(sizes[1]), std::abs(sizes[2])});
+}
+
 } // namespace
 
-FltTransformation::FltTransformation(FltModelTree const& tree, FltModelTree::Number number)
+FltTransformation::FltTransformation(FltModelTree const& tree, FltModelTree::Number number,
+                                     double allowedError)
 {
     FltRecordView const* const end = tree.ancillaryEnd(number);
     for (FltRecordView const* record = tree.ancillaryBegin(number); record != end; ++record) {
         if (record->opcode == FltOpcode::matrix) {
-            SbMatrix const matrix = matrixOf(FltDecoded<FltRecordMatrix>(*record));
+            SbDPMatrix const matrix(matrixOf(FltDecoded<FltRecordMatrix>(*record)));
             if (isFinite(matrix))
                 matrices.push_back(matrix);
         } else if (record->opcode == FltOpcode::replicate) {
@@ -135,51 +174,96 @@ FltTransformation::FltTransformation(FltModelTree const& tree, FltModelTree::Num
             takeStep(*record);
         }
     }
-    // A matrix is all steps in one.
-    if (matrices.empty() && hasSteps && isFinite(steps))
-        matrices.push_back(steps);
+    // A matrix is all steps in one, in floats.
+    SbDPMatrix const matrix = steps.matrix(allowedError);
+    if (hasSteps && isFinite(matrix)) {
+        if (matrices.empty())
+            matrices.push_back(matrix);
+        else if (matrices.size() == 1 && steps.isRoundedTo(matrices[0]) &&
+                 largestOf(placeOf(steps.exact) - placeOf(matrices[0])) > allowedError)
+            matrices[0] = steps.exact;
+    }
     if (matrices.empty())
         replications = 0;
 }
 
-std::vector<SbMatrix> FltTransformation::placesOf(SbMatrix const& step, int copies)
+std::vector<SbDPMatrix> FltTransformation::placesOf(SbDPMatrix const& step, int copies, double allowedError)
 {
-    std::vector<SbMatrix> places;
+    std::vector<SbDPMatrix> places;
     places.reserve(static_cast<std::size_t>(copies) + 1);
-    SbMatrix place = SbMatrix::identity();
-    for (int i = 0; i <= copies && isFinite(place); ++i) {
-        places.push_back(place);
-        place.multRight(step);
+    Steps place;
+    for (int i = 0; i <= copies && isFinite(place.matrix(allowedError)); ++i) {
+        places.push_back(place.matrix(allowedError));
+        place.add(SbMatrix(step), step);
     }
     return places;
+}
+
+void FltTransformation::Steps::add(SbMatrix const& stepInFloats, SbDPMatrix const& step)
+{
+    inFloats.multRight(stepInFloats);
+    exact.multRight(step);
+}
+
+SbVec3d FltTransformation::Steps::error() const
+{
+    return placeOf(exact) - placeOf(SbDPMatrix(inFloats));
+}
+
+/// All steps in one, in floats as long as those aren't too far off.
+SbDPMatrix FltTransformation::Steps::matrix(double allowedError) const
+{
+    return largestOf(error()) > allowedError ? exact : SbDPMatrix(inFloats);
+}
+
+/// Whether a matrix is what floats make of all steps.
+bool FltTransformation::Steps::isRoundedTo(SbDPMatrix const& matrix) const
+{
+    constexpr double turned = 1e-5;
+    constexpr double moved = 1e-6;
+    constexpr double timesFarther = 8;
+    double largest = 1;
+    double difference = 0;
+    for (int i = 0; i < 12; ++i) {
+        largest = std::max(largest, std::abs(exact[i / 4][i % 4]));
+        difference = std::max(difference, std::abs(exact[i / 4][i % 4] - matrix[i / 4][i % 4]));
+    }
+    return difference <= turned * largest &&
+           largestOf(placeOf(exact) - placeOf(matrix)) <=
+               timesFarther * largestOf(error()) + moved * largestOf(placeOf(exact));
 }
 
 /// The steps act in their order.
 void FltTransformation::takeStep(FltRecordView const& record)
 {
-    SbMatrix step;
     switch (record.opcode) {
     case FltOpcode::generalMatrix:
-        step = matrixOf(FltDecoded<FltRecordGeneralMatrix>(record));
+        takeStepOf<FltRecordGeneralMatrix>(record);
         break;
     case FltOpcode::translate:
-        step = stepOf(FltDecoded<FltRecordTranslate>(record));
+        takeStepOf<FltRecordTranslate>(record);
         break;
     case FltOpcode::scaleNonUniform:
-        step = stepOf(FltDecoded<FltRecordScaleNonUniform>(record));
+        takeStepOf<FltRecordScaleNonUniform>(record);
         break;
     case FltOpcode::rotateAboutPoint:
-        step = stepOf(FltDecoded<FltRecordRotateAboutPoint>(record));
+        takeStepOf<FltRecordRotateAboutPoint>(record);
         break;
     case FltOpcode::rotateAboutEdge:
-        step = stepOf(FltDecoded<FltRecordRotateAboutEdge>(record));
+        takeStepOf<FltRecordRotateAboutEdge>(record);
         break;
     case FltOpcode::putTransform:
-        step = stepOf(FltDecoded<FltRecordPutTransform>(record));
+        takeStepOf<FltRecordPutTransform>(record);
         break;
     default:
-        return;
+        break;
     }
-    steps.multRight(step);
+}
+
+template <class Record>
+void FltTransformation::takeStepOf(FltRecordView const& record)
+{
+    FltDecoded<Record> const step(record);
+    steps.add(stepOf<Floats>(step), stepOf<Doubles>(step));
     hasSteps = true;
 }

@@ -7,22 +7,17 @@
 namespace
 {
 
-SbVec3f narrow(SbVec3d const& place)
-{
-    return {static_cast<float>(place[0]), static_cast<float>(place[1]), static_cast<float>(place[2])};
-}
-
-SoLight* makeOfKind(FltVisualLight const& light)
+SoLight* makeOfKind(FltVisualLight const& light, SbVec3d const& zero)
 {
     switch (light.kind) {
     case FltVisualLight::Kind::local: {
         auto* const node = new SoPointLight;
-        node->location = narrow(light.position);
+        node->location = SbVec3f(light.position - zero);
         return node;
     }
     case FltVisualLight::Kind::spot: {
         auto* const node = new SoSpotLight;
-        node->location = narrow(light.position);
+        node->location = SbVec3f(light.position - zero);
         node->direction = light.direction;
         node->cutOffAngle = light.cutOffAngle;
         node->dropOffRate = light.dropOffRate;
@@ -38,9 +33,9 @@ SoLight* makeOfKind(FltVisualLight const& light)
 
 } // namespace
 
-SoLight* FltLightNodes::make(FltVisualLight const& light)
+SoLight* FltLightNodes::make(FltVisualLight const& light, SbVec3d const& zero)
 {
-    SoLight* const node = makeOfKind(light);
+    SoLight* const node = makeOfKind(light, zero);
     node->color = light.color;
     return node;
 }

@@ -9,7 +9,8 @@
 namespace FltLightNodes
 {
 
-SoLight* make(FltVisualLight const& light);
+/// @param zero what places around it count from
+SoLight* make(FltVisualLight const& light, SbVec3d const& zero = {0, 0, 0});
 
 /// How a light fades with the distance: what has to stand before it.
 /// @param worldPerUnit how long a unit of the light's is in the world, in which the toolkit measures

@@ -1,7 +1,10 @@
 #include "scene/FltMeshNodes.h"
 
 #include "scene/FltHiddenNode.h"
+#include "scene/FltMatrixNodes.h"
+#include "visual/FltLocalOrigin.h"
 
+#include <Inventor/SbBox3f.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
 #include <Inventor/nodes/SoIndexedLineSet.h>
 #include <Inventor/nodes/SoMaterial.h>
@@ -57,10 +60,36 @@ SoMaterial* makeMaterial(FltMesh const& mesh)
     return node;
 }
 
-SoVertexProperty* makeVertexProperty(FltMesh const& mesh)
+std::vector<SbVec3f> moved(std::vector<SbVec3f> const& positions, SbVec3d const& way)
+{
+    std::vector<SbVec3f> places;
+    places.reserve(positions.size());
+    for (SbVec3f const& position : positions)
+        places.emplace_back(SbVec3d(position) + way);
+    return places;
+}
+
+/// Whether floats hold positions well enough where they are moved to.
+bool mayMove(std::vector<SbVec3f> const& positions, SbVec3d const& way)
+{
+    SbBox3f box;
+    double error = 0;
+    for (SbVec3f const& position : positions) {
+        box.extendBy(position);
+        error = std::max(error, FltLocalOrigin::errorOf(SbVec3d(position) + way));
+    }
+    SbVec3f const size = box.isEmpty() ? SbVec3f(0, 0, 0) : box.getSize();
+    return error <=
+           FltLocalOrigin::allowedPartOfExtent * static_cast<double>(std::max({size[0], size[1], size[2]}));
+}
+
+SoVertexProperty* makeVertexProperty(FltMesh const& mesh, SbVec3d const& way)
 {
     auto* const property = new SoVertexProperty;
-    setAll(property->vertex, mesh.positions);
+    if (way == SbVec3d(0, 0, 0))
+        setAll(property->vertex, mesh.positions);
+    else
+        setAll(property->vertex, moved(mesh.positions, way));
     if (!mesh.normals.empty())
         setAll(property->normal, mesh.normals);
     if (!mesh.uvs.empty())
@@ -75,37 +104,43 @@ SoVertexProperty* makeVertexProperty(FltMesh const& mesh)
 }
 
 template <class Shape>
-SoNode* makeIndexedShape(FltMesh const& mesh)
+SoNode* makeIndexedShape(FltMesh const& mesh, SbVec3d const& way)
 {
     auto* const shape = new Shape;
-    shape->vertexProperty = makeVertexProperty(mesh);
+    shape->vertexProperty = makeVertexProperty(mesh, way);
     setAll(shape->coordIndex, mesh.indices);
     return shape;
 }
 
-SoNode* makeShape(FltMesh const& mesh)
+/// @param way what positions are moved by
+SoNode* makeShape(FltMesh const& mesh, SbVec3d const& way)
 {
     switch (mesh.kind) {
     case FltMesh::Kind::faces:
-        return makeIndexedShape<SoIndexedFaceSet>(mesh);
+        return makeIndexedShape<SoIndexedFaceSet>(mesh, way);
     case FltMesh::Kind::lines:
-        return makeIndexedShape<SoIndexedLineSet>(mesh);
+        return makeIndexedShape<SoIndexedLineSet>(mesh, way);
     case FltMesh::Kind::points:
         break;
     }
     auto* const points = new SoPointSet;
-    points->vertexProperty = makeVertexProperty(mesh);
+    points->vertexProperty = makeVertexProperty(mesh, way);
     return points;
 }
 
 } // namespace
 
-SoGroup* FltMeshNodes::make(FltMesh const& mesh, FltAppearanceNodes& appearances, bool isMirrored)
+SoGroup* FltMeshNodes::make(FltMesh const& mesh, FltAppearanceNodes& appearances, bool isMirrored,
+                            SbVec3d const& zero)
 {
+    SbVec3d const place = mesh.origin - zero;
+    bool const isMoved = place == SbVec3d(0, 0, 0) || mayMove(mesh.positions, place);
+    SbVec3d const stand = isMoved ? SbVec3d(0, 0, 0) : FltLocalOrigin::roundedToFloats(place);
     auto* const group = new SoSeparator;
+    FltMatrixNodes::addTranslation(*group, stand);
     appearances.addTo(*group, mesh, isMirrored);
     addLayerCoordinates(*group, mesh);
     group->addChild(makeMaterial(mesh));
-    group->addChild(makeShape(mesh));
+    group->addChild(makeShape(mesh, place - stand));
     return mesh.isHidden ? FltHiddenNode::around(group) : static_cast<SoGroup*>(group);
 }

@@ -11,6 +11,8 @@ namespace FltMeshNodes
 
 /// A separator with all nodes of a mesh, or a switch that doesn't show it.
 /// @param isMirrored whether it stands in an odd number of mirrors
-SoGroup* make(FltMesh const& mesh, FltAppearanceNodes& appearances, bool isMirrored = false);
+/// @param zero       what places around it count from
+SoGroup* make(FltMesh const& mesh, FltAppearanceNodes& appearances, bool isMirrored = false,
+              SbVec3d const& zero = {0, 0, 0});
 
 } // namespace FltMeshNodes

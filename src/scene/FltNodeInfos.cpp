@@ -1,5 +1,6 @@
 #include "scene/FltNodeInfos.h"
 
+#include <limits>
 #include <locale>
 #include <sstream>
 
@@ -22,6 +23,15 @@ std::string FltNodeInfos::describe(FltVisualJoint const& joint)
     line("x scale", joint.scale[0]);
     line("y scale", joint.scale[1]);
     line("z scale", joint.scale[2]);
+    return text.str();
+}
+
+std::string FltNodeInfos::describeOffset(double const (&offset)[3])
+{
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text.precision(std::numeric_limits<double>::max_digits10);
+    text << "offset " << offset[0] << ' ' << offset[1] << ' ' << offset[2];
     return text.str();
 }
 

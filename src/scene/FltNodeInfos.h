@@ -9,6 +9,9 @@ namespace FltNodeInfos
 {
 
 std::string describe(FltVisualJoint const& joint);
+
+/// What was taken from all places of a scene.
+std::string describeOffset(double const (&offset)[3]);
 std::string describe(FltVisualLevel const& level);
 std::string describe(FltVisualSwitch const& choice);
 

@@ -2,13 +2,16 @@
 
 #include "scene/FltHiddenNode.h"
 #include "scene/FltLightNodes.h"
+#include "scene/FltMatrixNodes.h"
 #include "scene/FltMeshNodes.h"
 #include "scene/FltNodeInfos.h"
 #include "scene/FltTextNodes.h"
 #include "toolkit/SoNodeName.h"
 #include "toolkit/SoSilentField.h"
 #include "visual/FltMirrors.h"
+#include "visual/FltNodeMatrix.h"
 
+#include <Inventor/SbMatrix.h>
 #include <Inventor/VRMLnodes/SoVRMLBillboard.h>
 #include <Inventor/nodes/SoEnvironment.h>
 #include <Inventor/nodes/SoFile.h>
@@ -71,6 +74,27 @@ SoNode* levelFrom(std::vector<SoNodeRef<SoNode>> const& levels, std::size_t firs
     return group;
 }
 
+/// All that a scene holds stands at a place.
+void placeFirst(SoSeparator& root, SbVec3d const& place)
+{
+    SoNodeRef<SoGroup> const first(new SoGroup);
+    FltMatrixNodes::addTranslation(*first.get(), place);
+    if (first.get()->getNumChildren() > 0)
+        root.insertChild(first.get()->getChild(0), 0);
+}
+
+/// A node that stands at a place.
+SoNodeRef<SoNode> placed(SoNodeRef<SoNode> const& node, SbVec3d const& place)
+{
+    if (place == SbVec3d(0, 0, 0))
+        return node;
+    auto* const group = new SoSeparator;
+    SoNodeRef<SoNode> made(group);
+    FltMatrixNodes::addTranslation(*group, place);
+    group->addChild(node.get());
+    return made;
+}
+
 /// Puts the list of what was numbered while it was read into that order.
 template <class Part>
 void sortByNumber(std::vector<Part>& parts)
@@ -106,22 +130,25 @@ private:
     bool before;
 };
 
-FltMadeScene FltSceneMaker::make(std::shared_ptr<FltVisualNode> root, std::vector<FltTexture> const& textures)
+FltMadeScene FltSceneMaker::make(std::shared_ptr<FltVisualNode> root, std::vector<FltTexture> const& textures,
+                                 double metresPerUnit)
 {
     std::shared_ptr<FltVisualNode> const givenAway = std::move(root);
-    return FltSceneMaker(textures, false).madeOf(*givenAway);
+    return FltSceneMaker(*givenAway, textures, metresPerUnit, false).madeOf(*givenAway);
 }
 
 FltMadeScene FltSceneMaker::makeOfKept(std::shared_ptr<FltVisualNode const> const& root,
-                                       std::vector<FltTexture> const& textures)
+                                       std::vector<FltTexture> const& textures, double metresPerUnit)
 {
-    return FltSceneMaker(textures, true).madeOf(*std::const_pointer_cast<FltVisualNode>(root));
+    return FltSceneMaker(*root, textures, metresPerUnit, true)
+        .madeOf(*std::const_pointer_cast<FltVisualNode>(root));
 }
 
 FltMadeScene FltSceneMaker::madeOf(FltVisualNode& root)
 {
     SoNodeRef<SoNode> const node = makeNode(root);
     scene.root = SoNodeRef<SoSeparator>(static_cast<SoSeparator*>(node.get()));
+    placeFirst(*scene.root.get(), localZeros.of(root, {0, 0, 0}).around);
     scene.names.add(scene.root.get(), "root");
     scene.records.finish();
     sortByNumber(scene.switches);
@@ -150,10 +177,17 @@ Part& FltSceneMaker::entryOf(std::vector<Part>& list, FltVisualNode const& visua
 SoNodeRef<SoNode> FltSceneMaker::nodeOf(std::shared_ptr<FltVisualNode>& child)
 {
     bool const isShared = child.use_count() > 1;
+    SbVec3d const way = wayTo(*child);
     SoNodeRef<SoNode> node = isShared ? sharedNodeOf(child) : makeNode(*child);
     if (isUsedUp(*child))
         child.reset();
-    return node;
+    return placed(node, way);
+}
+
+/// From the zero of what is being made to the one that a node in it counts from.
+SbVec3d FltSceneMaker::wayTo(FltVisualNode const& child) const
+{
+    return localZeros.of(child, zeros.inside).around - zeros.inside;
 }
 
 SoNodeRef<SoNode> FltSceneMaker::sharedNodeOf(std::shared_ptr<FltVisualNode> const& visual)
@@ -166,6 +200,17 @@ SoNodeRef<SoNode> FltSceneMaker::sharedNodeOf(std::shared_ptr<FltVisualNode> con
     return form;
 }
 
+/// Calls a function that makes the node of a visual, which counts from the visual's zeros.
+template <class Make>
+SoNodeRef<SoNode> FltSceneMaker::makeInZerosOf(FltVisualNode const& visual, Make make)
+{
+    FltLocalZeros::Zeros const outer = zeros;
+    zeros = localZeros.of(visual, outer.inside);
+    SoNodeRef<SoNode> made = make();
+    zeros = outer;
+    return made;
+}
+
 SoNodeRef<SoNode> FltSceneMaker::makeNode(FltVisualNode& visual)
 {
     SoNodeRef<SoNode> node = makeShownNode(visual);
@@ -175,6 +220,11 @@ SoNodeRef<SoNode> FltSceneMaker::makeNode(FltVisualNode& visual)
 SoNodeRef<SoNode> FltSceneMaker::makeShownNode(FltVisualNode& visual)
 {
     Turned const inside(*this, visual);
+    return makeInZerosOf(visual, [&] { return makeByContent(visual); });
+}
+
+SoNodeRef<SoNode> FltSceneMaker::makeByContent(FltVisualNode& visual)
+{
     if (visual.as<FltVisualSwitch>() != nullptr)
         return makeSwitch(visual);
     if (visual.as<FltVisualLevels>() != nullptr)
@@ -213,8 +263,16 @@ void FltSceneMaker::begin(FltVisualNode const& visual, SoGroup& group)
         group.addChild(info(FltNodeInfos::describe(*choice)));
     for (std::string const& comment : visual.comments)
         group.addChild(info(comment));
-    for (SbMatrix const& matrix : visual.transform)
-        group.addChild(transformBy(matrix));
+    addTransform(visual, group);
+}
+
+void FltSceneMaker::addTransform(FltVisualNode const& visual, SoGroup& group)
+{
+    if (!zeros.isOneMatrix)
+        for (SbDPMatrix const& matrix : visual.transform)
+            group.addChild(transformBy(SbMatrix(matrix)));
+    else if (visual.as<FltVisualJoint>() == nullptr) // which has it already
+        FltMatrixNodes::add(group, FltMatrixNodes::between(zeros, FltNodeMatrix::ofTransform(visual)));
 }
 
 SoNodeRef<SoNode> FltSceneMaker::makeGroup(FltVisualNode& visual, SoGroup* group)
@@ -222,7 +280,7 @@ SoNodeRef<SoNode> FltSceneMaker::makeGroup(FltVisualNode& visual, SoGroup* group
     SoNodeRef<SoNode> made(group);
     begin(visual, *group);
     if (auto const* const text = visual.as<FltVisualText>())
-        group->addChild(FltTextNodes::make(*text));
+        group->addChild(FltTextNodes::make(*text, zeros.inside));
     if (visual.as<FltVisualFlipBook>() != nullptr)
         addFlipBook(visual, *group);
     else
@@ -260,7 +318,7 @@ void FltSceneMaker::addFlipBook(FltVisualNode& visual, SoGroup& group)
 void FltSceneMaker::addMeshes(FltVisualNode& visual, SoGroup& group)
 {
     for (FltMesh& mesh : visual.meshes) {
-        group.addChild(FltMeshNodes::make(mesh, appearances, isMirrored));
+        group.addChild(FltMeshNodes::make(mesh, appearances, isMirrored, zeros.inside));
         if (isUsedUp(visual))
             mesh = FltMesh();
     }
@@ -268,6 +326,7 @@ void FltSceneMaker::addMeshes(FltVisualNode& visual, SoGroup& group)
 
 void FltSceneMaker::addJoint(FltVisualNode const& visual, FltVisualJoint const& joint, SoGroup& group)
 {
+    SbDPMatrix const frame = joint.frame.value_or(SbDPMatrix::identity());
     auto& moved = entryOf(scene.joints, visual);
     if (moved.nodes.empty()) {
         static_cast<FltDegreeOfFreedom&>(moved) = joint;
@@ -278,11 +337,16 @@ void FltSceneMaker::addJoint(FltVisualNode const& visual, FltVisualJoint const& 
     }
     moved.nodes.push_back(&group);
     group.addChild(info(FltNodeInfos::describe(joint)));
-    if (joint.frame)
-        group.addChild(transformBy(*joint.frame));
+    if (zeros.isOneMatrix)
+        FltMatrixNodes::add(group, frame * FltNodeMatrix::by(-zeros.around));
+    else if (joint.frame)
+        group.addChild(transformBy(SbMatrix(frame)));
     group.addChild(moved.transform.get());
-    if (joint.frame)
-        group.addChild(transformBy(joint.frame->inverse()));
+    if (zeros.isOneMatrix)
+        FltMatrixNodes::add(group, FltNodeMatrix::by(zeros.inside) * FltNodeMatrix::ofTransform(visual) *
+                                       frame.inverse());
+    else if (joint.frame)
+        group.addChild(transformBy(SbMatrix(frame).inverse()));
 }
 
 /// Each child has a door. A child stands in a plain group, so that a light shines out of it.
@@ -301,7 +365,7 @@ SoNodeRef<SoNode> FltSceneMaker::makeSwitch(FltVisualNode& visual)
             door->addChild(nodeOf(child).get());
         } else if (child != nullptr) {
             Turned const inside(*this, *child);
-            door->addChild(makeGroup(*child, new SoGroup).get());
+            door->addChild(makeInZerosOf(*child, [&] { return makeGroup(*child, new SoGroup); }).get());
         }
         group->addChild(door);
     }
@@ -324,7 +388,7 @@ SoNodeRef<SoNode> FltSceneMaker::makeLevels(FltVisualNode& visual)
     for (std::size_t i = 0; i < levels.distances.size(); ++i)
         lod->range.set1Value(static_cast<int>(i), static_cast<float>(levels.distances[i]));
     if (levels.center)
-        lod->center = *levels.center;
+        lod->center = SbVec3f(SbVec3d(*levels.center) - zeros.inside);
     return made;
 }
 
@@ -337,8 +401,7 @@ SoNodeRef<SoNode> FltSceneMaker::makeTurning(FltVisualNode& visual)
     SoNodeRef<SoNode> made(group);
     scene.records.add(group, visual.record);
     auto* const place = new SoTranslation;
-    place->translation.setValue(static_cast<float>(turning.foot[0]), static_cast<float>(turning.foot[1]),
-                                static_cast<float>(turning.foot[2]));
+    place->translation = SbVec3f(turning.foot - zeros.around);
     group->addChild(place);
     group->addChild(turnAboutX(quarterTurn));
     auto* const billboard = new SoVRMLBillboard;
@@ -355,13 +418,13 @@ SoNodeRef<SoNode> FltSceneMaker::makeTurning(FltVisualNode& visual)
 /// them the two change their places, so both are kept.
 SoNodeRef<SoNode> FltSceneMaker::makeCopies(FltVisualNode& visual)
 {
-    std::array<std::vector<SbMatrix>, 2> places;
-    for (SbMatrix const& place : visual.as<FltVisualCopies>()->places)
+    std::array<std::vector<SbDPMatrix>, 2> places;
+    for (SbDPMatrix const& place : visual.as<FltVisualCopies>()->places)
         places[FltMirrors::isMirror(place) ? 1 : 0].push_back(place);
     auto* const group = new SoGroup;
     SoNodeRef<SoNode> both(group);
     for (bool const isMirror : {false, true}) {
-        std::vector<SbMatrix> const& present = places[isMirror ? 1 : 0];
+        std::vector<SbDPMatrix> const& present = places[isMirror ? 1 : 0];
         if (present.empty())
             continue;
         Turned const inside(*this, isMirror);
@@ -373,13 +436,16 @@ SoNodeRef<SoNode> FltSceneMaker::makeCopies(FltVisualNode& visual)
     return both;
 }
 
-SoNodeRef<SoNode> FltSceneMaker::makeCopies(FltVisualNode& visual, std::vector<SbMatrix> const& places)
+SoNodeRef<SoNode> FltSceneMaker::makeCopies(FltVisualNode& visual, std::vector<SbDPMatrix> const& places)
 {
     auto* const copies = new SoMultipleCopy;
     SoNodeRef<SoNode> made(copies);
-    copies->matrix.setValues(0, static_cast<int>(places.size()), places.data());
+    std::vector<SbMatrix> matrices;
+    for (SbDPMatrix const& place : places)
+        matrices.emplace_back(FltMatrixNodes::between(zeros, place));
+    copies->matrix.setValues(0, static_cast<int>(matrices.size()), matrices.data());
     for (std::shared_ptr<FltVisualNode> const& child : visual.children)
-        copies->addChild(sharedNodeOf(child).get());
+        copies->addChild(placed(sharedNodeOf(child), wayTo(*child)).get());
     return made;
 }
 
@@ -389,11 +455,14 @@ SoNodeRef<SoNode> FltSceneMaker::makeScale(FltVisualNode& visual)
     SoNodeRef<SoNode> made(group);
     scene.records.add(group, visual.record);
     auto* const scale = new SoScale;
-    auto const factor = static_cast<float>(visual.as<FltVisualScale>()->factor);
+    double const exact = visual.as<FltVisualScale>()->factor;
+    auto const factor = static_cast<float>(exact);
     scale->scaleFactor.setValue(factor, factor, factor);
     group->addChild(scale);
+    if (zeros.isOneMatrix)
+        FltMatrixNodes::addTranslation(*group, zeros.inside - zeros.around / exact);
     double const above = worldPerUnit;
-    worldPerUnit *= visual.as<FltVisualScale>()->factor;
+    worldPerUnit *= exact;
     addChildren(visual, *group);
     worldPerUnit = above;
     return made;
@@ -404,7 +473,7 @@ SoNodeRef<SoNode> FltSceneMaker::makeScale(FltVisualNode& visual)
 SoNodeRef<SoNode> FltSceneMaker::makeLight(FltVisualNode& visual)
 {
     FltVisualLight const& values = *visual.as<FltVisualLight>();
-    SoNodeRef<SoNode> light(FltLightNodes::make(values));
+    SoNodeRef<SoNode> light(FltLightNodes::make(values, zeros.inside));
     SoNodeRef<SoInfo> const whole(SoNodeName::infoOf(visual.name));
     SoNodeRef<SoEnvironment> const fading(FltLightNodes::fadingOf(values, worldPerUnit));
     bool const isNamedWhole = whole.get() == nullptr;

@@ -6,6 +6,7 @@
 #include "scene/FltSceneFlipBook.h"
 #include "scene/FltSceneJoint.h"
 #include "scene/FltSceneSwitch.h"
+#include "visual/FltLocalZeros.h"
 #include "visual/FltVisualNode.h"
 
 #include <Inventor/nodes/SoSeparator.h>
@@ -33,15 +34,18 @@ public:
     /// @param root     a group or a scale, of which all nodes know their senses. All that nobody else holds is
     ///                 given away as soon as its nodes are made.
     /// @param textures that meshes name. They have to outlive this call.
-    static FltMadeScene make(std::shared_ptr<FltVisualNode> root, std::vector<FltTexture> const& textures);
+    /// @param metresPerUnit of the scene's coordinates
+    static FltMadeScene make(std::shared_ptr<FltVisualNode> root, std::vector<FltTexture> const& textures,
+                             double metresPerUnit = 1);
 
     /// The same of a visual that stays as it is.
     static FltMadeScene makeOfKept(std::shared_ptr<FltVisualNode const> const& root,
-                                   std::vector<FltTexture> const& textures);
+                                   std::vector<FltTexture> const& textures, double metresPerUnit = 1);
 
 private:
-    FltSceneMaker(std::vector<FltTexture> const& textures, bool keepsVisual)
-        : keepsVisual(keepsVisual), appearances(textures)
+    FltSceneMaker(FltVisualNode const& root, std::vector<FltTexture> const& textures, double metresPerUnit,
+                  bool keepsVisual)
+        : keepsVisual(keepsVisual), appearances(textures), localZeros(root, metresPerUnit)
     {
     }
 
@@ -58,15 +62,20 @@ private:
     SoNodeRef<SoNode> makeNode(FltVisualNode& visual);
     SoNodeRef<SoNode> makeShownNode(FltVisualNode& visual);
     std::vector<SoNodeRef<SoNode>> nodesOfChildren(FltVisualNode& visual);
+    SbVec3d wayTo(FltVisualNode const& child) const;
+    template <class Make>
+    SoNodeRef<SoNode> makeInZerosOf(FltVisualNode const& visual, Make make);
+    SoNodeRef<SoNode> makeByContent(FltVisualNode& visual);
     SoNodeRef<SoNode> makeGroup(FltVisualNode& visual, SoGroup* group);
     SoNodeRef<SoNode> makeSwitch(FltVisualNode& visual);
     SoNodeRef<SoNode> makeLevels(FltVisualNode& visual);
     SoNodeRef<SoNode> makeTurning(FltVisualNode& visual);
     SoNodeRef<SoNode> makeCopies(FltVisualNode& visual);
-    SoNodeRef<SoNode> makeCopies(FltVisualNode& visual, std::vector<SbMatrix> const& places);
+    SoNodeRef<SoNode> makeCopies(FltVisualNode& visual, std::vector<SbDPMatrix> const& places);
     SoNodeRef<SoNode> makeScale(FltVisualNode& visual);
     SoNodeRef<SoNode> makeLight(FltVisualNode& visual);
     void begin(FltVisualNode const& visual, SoGroup& group);
+    void addTransform(FltVisualNode const& visual, SoGroup& group);
     void addJoint(FltVisualNode const& visual, FltVisualJoint const& joint, SoGroup& group);
     void addChildren(FltVisualNode& visual, SoGroup& group);
     void addFlipBook(FltVisualNode& visual, SoGroup& group);
@@ -81,6 +90,8 @@ private:
     bool isMirrored = false; ///< Whether what is being made stands in an odd number of mirrors.
     double worldPerUnit = 1; ///< Where the nodes are that are being made.
     FltAppearanceNodes appearances;
+    FltLocalZeros const localZeros;
+    FltLocalZeros::Zeros zeros; ///< Of the node that is being made.
     std::unordered_map<FltVisualNode const*, Shared> sharedNodes;
     std::unordered_map<FltVisualNode const*, std::size_t> entries; ///< In the lists of switches and joints.
 };

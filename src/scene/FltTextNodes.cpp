@@ -12,10 +12,10 @@ namespace
 constexpr float quarterTurn = 1.5707963F;
 
 /// The first line stands at the origin of the toolkit's text, and the others below it.
-SoTransform* placeOf(FltVisualText const& text)
+SoTransform* placeOf(FltVisualText const& text, SbVec3d const& zero)
 {
     auto* const transform = new SoTransform;
-    SbVec3f place = text.place;
+    SbVec3f place(text.place - zero);
     place[text.isLying ? 1 : 2] += text.size * static_cast<float>(text.lines.size() - 1);
     transform->translation = place;
     if (!text.isLying)
@@ -61,10 +61,10 @@ SoAsciiText* lettersOf(FltVisualText const& text)
 
 } // namespace
 
-SoSeparator* FltTextNodes::make(FltVisualText const& text)
+SoSeparator* FltTextNodes::make(FltVisualText const& text, SbVec3d const& zero)
 {
     auto* const group = new SoSeparator;
-    group->addChild(placeOf(text));
+    group->addChild(placeOf(text, zero));
     group->addChild(fontOf(text));
     group->addChild(unlit());
     group->addChild(materialOf(text));

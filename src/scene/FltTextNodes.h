@@ -8,6 +8,7 @@
 namespace FltTextNodes
 {
 
-SoSeparator* make(FltVisualText const& text);
+/// @param zero what places around it count from
+SoSeparator* make(FltVisualText const& text, SbVec3d const& zero = {0, 0, 0});
 
 } // namespace FltTextNodes

@@ -379,7 +379,7 @@ std::int32_t FltFaceCollector::cornerOf(Batch& batch, FltFaceInput const& input,
     bool const hasLayers = look.appearance.layers != FltAppearance::none;
     if (stamp.batch == batch.stamp && !hasLayers && batch.mesh.looksAlike(stamp.corner, corner))
         return stamp.corner;
-    corner.position = narrow(points[which]);
+    corner.position = points[which];
     stamp = {batch.stamp, batch.mesh.addCorner(corner, ambient)};
     for (std::size_t layer = 0; hasLayers && layer < input.layerUvs.size(); ++layer)
         batch.mesh.addLayerUv(layer, which < input.layerUvs[layer].size() ? input.layerUvs[layer][which]
@@ -391,7 +391,7 @@ void FltFaceCollector::finish(FltNodeBuilder& node)
 {
     for (Batch& batch : batches) {
         FltAppearance const appearance = batch.mesh.getAppearance();
-        FltMesh mesh = batch.mesh.finish(batch.material);
+        FltMesh mesh = batch.mesh.finish(batch.material, tools.model.metresPerUnit);
         tools.textures.nameThem(mesh, appearance);
         node.addMesh(std::move(mesh));
     }

@@ -2,6 +2,7 @@
 
 #include "records/FltRecordDOF.h"
 
+#include <Inventor/SbMatrix.h>
 #include <Inventor/SbVec3d.h>
 #include <cmath>
 
@@ -22,12 +23,12 @@ bool isUnset(SbVec3d const& point)
 }
 
 /// The local frame of a record, as rows of axes and the origin.
-SbMatrix frameOf(FltRecordDOF const& dof)
+SbDPMatrix frameOf(FltRecordDOF const& dof)
 {
     SbVec3d const origin(dof.XOriginOfDOFLocalCoordinateSystem, dof.YOriginOfDOFLocalCoordinateSystem,
                          dof.ZOriginOfDOFLocalCoordinateSystem);
     if (isUnset(origin))
-        return SbMatrix::identity();
+        return SbDPMatrix::identity();
     SbVec3d x =
         SbVec3d(dof.XPointOnXAxisOfDOFLocalCoordinateSystem, dof.YPointOnXAxisOfDOFLocalCoordinateSystem,
                 dof.ZPointOnXAxisOfDOFLocalCoordinateSystem) -
@@ -42,16 +43,8 @@ SbMatrix frameOf(FltRecordDOF const& dof)
         z = SbVec3d(0, 0, 1);
     }
     y = z.cross(x);
-    SbMat rows;
-    for (int i = 0; i < 3; ++i) {
-        rows[0][i] = static_cast<float>(x[i]);
-        rows[1][i] = static_cast<float>(y[i]);
-        rows[2][i] = static_cast<float>(z[i]);
-        rows[3][i] = static_cast<float>(origin[i]);
-        rows[i][3] = 0;
-    }
-    rows[3][3] = 1;
-    return SbMatrix(rows);
+    return {x[0], x[1], x[2], 0, y[0],      y[1],      y[2],      0,
+            z[0], z[1], z[2], 0, origin[0], origin[1], origin[2], 1};
 }
 
 Range rangeOf(double minimum, double maximum, double current, double step, bool isLimited)
@@ -84,8 +77,8 @@ FltVisualJoint FltJointReader::read(FltRecordView const& record)
     record.decodeTo(values);
     FltVisualJoint joint;
     readRanges(joint, values);
-    SbMatrix const frame = frameOf(values);
-    if (!(frame == SbMatrix::identity()))
+    SbDPMatrix const frame = frameOf(values);
+    if (!(SbMatrix(frame) == SbMatrix::identity())) // by what a scene holds
         joint.frame = frame;
     return joint;
 }

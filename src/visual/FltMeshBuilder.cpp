@@ -1,5 +1,7 @@
 #include "visual/FltMeshBuilder.h"
 
+#include "visual/FltLocalOrigin.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -23,7 +25,7 @@ float shininessOf(float value)
 std::int32_t FltMeshBuilder::addCorner(Corner const& corner, SbColor const& ambient)
 {
     hasSeveralColors = hasSeveralColors || (!mesh.colors.empty() && mesh.colors.front() != corner.color);
-    mesh.positions.push_back(corner.position);
+    places.push_back(corner.position);
     mesh.colors.push_back(corner.color);
     if (appearance.isLit)
         mesh.normals.push_back(corner.normal);
@@ -31,7 +33,7 @@ std::int32_t FltMeshBuilder::addCorner(Corner const& corner, SbColor const& ambi
         mesh.uvs.push_back(corner.uv);
     for (int i = 0; i < 3; ++i)
         ambientSum[i] += ambient[i];
-    return static_cast<std::int32_t>(mesh.positions.size()) - 1;
+    return static_cast<std::int32_t>(places.size()) - 1;
 }
 
 void FltMeshBuilder::addLayerUv(std::size_t layer, SbVec2f const& uv)
@@ -39,7 +41,7 @@ void FltMeshBuilder::addLayerUv(std::size_t layer, SbVec2f const& uv)
     if (mesh.layers.size() <= layer)
         mesh.layers.resize(layer + 1);
     std::vector<SbVec2f>& uvs = mesh.layers[layer].uvs;
-    uvs.resize(mesh.positions.size() - 1, SbVec2f(0, 0));
+    uvs.resize(places.size() - 1, SbVec2f(0, 0));
     uvs.push_back(uv);
 }
 
@@ -50,7 +52,7 @@ bool FltMeshBuilder::looksAlike(std::int32_t number, Corner const& corner) const
            (appearance.texture == FltAppearance::none || mesh.uvs[at] == corner.uv);
 }
 
-FltMesh FltMeshBuilder::finish(FltMaterialValues const* material)
+FltMesh FltMeshBuilder::finish(FltMaterialValues const* material, double metresPerUnit)
 {
     mesh.kind = appearance.kind;
     mesh.isLit = appearance.isLit;
@@ -65,22 +67,31 @@ FltMesh FltMeshBuilder::finish(FltMaterialValues const* material)
         mesh.material = materialOf(material);
     if (!hasSeveralColors)
         mesh.colors.resize(std::min<std::size_t>(mesh.colors.size(), 1));
-    for (auto* const values : {&mesh.positions, &mesh.normals})
-        values->shrink_to_fit();
+    mesh.normals.shrink_to_fit();
     mesh.uvs.shrink_to_fit();
     mesh.colors.shrink_to_fit();
     mesh.indices.shrink_to_fit();
     for (FltMesh::Layer& layer : mesh.layers) {
-        layer.uvs.resize(mesh.positions.size(), SbVec2f(0, 0));
+        layer.uvs.resize(places.size(), SbVec2f(0, 0));
         layer.uvs.shrink_to_fit();
     }
+    placeCorners(metresPerUnit);
     return std::move(mesh);
+}
+
+void FltMeshBuilder::placeCorners(double metresPerUnit)
+{
+    mesh.origin = FltLocalOrigin::of(places, metresPerUnit);
+    mesh.positions.reserve(places.size());
+    for (SbVec3d const& place : places)
+        mesh.positions.emplace_back(place - mesh.origin);
+    places = {};
 }
 
 FltMesh::Material FltMeshBuilder::materialOf(FltMaterialValues const* values) const
 {
     FltMesh::Material material;
-    auto const count = static_cast<double>(std::max<std::size_t>(mesh.positions.size(), 1));
+    auto const count = static_cast<double>(std::max<std::size_t>(places.size(), 1));
     for (int i = 0; i < 3; ++i)
         material.ambient[i] = static_cast<float>(ambientSum[i] / count);
     if (values == nullptr)

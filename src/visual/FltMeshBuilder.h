@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 /// Collects all faces, lines or points of one mesh.
 class FltMeshBuilder
@@ -14,7 +15,7 @@ class FltMeshBuilder
 public:
     /// A corner of a face as it is drawn.
     struct Corner {
-        SbVec3f position;
+        SbVec3d position;
         SbVec3f normal{0, 0, 1};
         SbVec2f uv{0, 0};
         std::uint32_t color = FltColors::white; ///< Red, green, blue and alpha.
@@ -37,13 +38,16 @@ public:
     void addIndex(std::int32_t index) { mesh.indices.push_back(index); }
 
     /// The mesh, but for its textures. The builder is used up then.
-    FltMesh finish(FltMaterialValues const* material);
+    /// @param metresPerUnit of the corners' places
+    FltMesh finish(FltMaterialValues const* material, double metresPerUnit = 1);
 
 private:
     FltMesh::Material materialOf(FltMaterialValues const* values) const;
+    void placeCorners(double metresPerUnit);
 
     FltAppearance appearance;
     FltMesh mesh;
+    std::vector<SbVec3d> places; ///< Of the corners.
     double ambientSum[3] = {};
     bool hasSeveralColors = false;
 };

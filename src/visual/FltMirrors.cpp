@@ -2,29 +2,27 @@
 
 #include "visual/FltJointMotion.h"
 
-#include <Inventor/SbDPMatrix.h>
-
-bool FltMirrors::isMirror(SbMatrix const& matrix)
+bool FltMirrors::isMirror(SbDPMatrix const& matrix)
 {
-    return SbDPMatrix(matrix).det4() < 0;
+    return matrix.det4() < 0;
 }
 
 bool FltMirrors::isMirror(FltVisualNode const& node)
 {
     bool isTurned = false;
-    for (SbMatrix const& matrix : node.transform)
+    for (SbDPMatrix const& matrix : node.transform)
         isTurned = isTurned != isMirror(matrix);
     if (auto const* const joint = node.as<FltVisualJoint>())
-        isTurned = isTurned != isMirror(FltJointMotion(*joint).matrix());
+        isTurned = isTurned != isMirror(SbDPMatrix(FltJointMotion(*joint).matrix()));
     if (auto const* const scale = node.as<FltVisualScale>())
         isTurned = isTurned != (scale->factor < 0);
     return isTurned;
 }
 
-FltVisualSenses FltMirrors::sensesOf(std::vector<SbMatrix> const& places)
+FltVisualSenses FltMirrors::sensesOf(std::vector<SbDPMatrix> const& places)
 {
     FltVisualSenses senses;
-    for (SbMatrix const& place : places)
+    for (SbDPMatrix const& place : places)
         senses.in(isMirror(place)) = true;
     return senses;
 }

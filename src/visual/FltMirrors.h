@@ -9,13 +9,13 @@ namespace FltMirrors
 {
 
 /// Whether a matrix turns left into right.
-bool isMirror(SbMatrix const& matrix);
+bool isMirror(SbDPMatrix const& matrix);
 
 /// Whether a node turns what stands in it. Of joints the present values count, and copies have a place each.
 bool isMirror(FltVisualNode const& node);
 
 /// In which senses a part stands that stands at some places.
-FltVisualSenses sensesOf(std::vector<SbMatrix> const& places);
+FltVisualSenses sensesOf(std::vector<SbDPMatrix> const& places);
 
 /// Gives all nodes of a visual their senses.
 void find(FltVisualNode& root);

@@ -49,7 +49,7 @@ void FltNodeBuilder::addPlace(FltVisualPart const& added)
         part.node->children.emplace_back();
 }
 
-void FltNodeBuilder::addCopies(FltVisualPart const& copied, std::vector<SbMatrix> const& places)
+void FltNodeBuilder::addCopies(FltVisualPart const& copied, std::vector<SbDPMatrix> const& places)
 {
     FltNodeBuilder copies;
     copies->become<FltVisualCopies>({places});
@@ -61,11 +61,11 @@ void FltNodeBuilder::addCopies(FltVisualPart const& copied, std::vector<SbMatrix
     }
     copies.part.visits += (static_cast<std::int64_t>(places.size()) - 1) * (copied.visits + 1);
     copies.part.box.makeEmpty();
-    for (SbMatrix const& place : places) {
+    for (SbDPMatrix const& place : places) {
         if (copied.box.isEmpty())
             break;
         SbBox3f box = copied.box;
-        box.transform(place);
+        box.transform(SbMatrix(place));
         copies.part.box.extendBy(box);
     }
     add(copies.part);
@@ -78,21 +78,21 @@ void FltNodeBuilder::addMesh(FltMesh&& mesh)
     if (!mesh.isHidden) {
         SbBox3f box;
         for (SbVec3f const& position : mesh.positions)
-            box.extendBy(position);
+            box.extendBy(SbVec3f(mesh.origin + SbVec3d(position)));
         addBox(box);
     }
     part.node->meshes.push_back(std::move(mesh));
 }
 
-void FltNodeBuilder::addMatrix(SbMatrix const& matrix)
+void FltNodeBuilder::addMatrix(SbDPMatrix const& matrix)
 {
     part.node->transform.push_back(matrix);
     stackMatrix(matrix);
 }
 
-void FltNodeBuilder::stackMatrix(SbMatrix const& matrix)
+void FltNodeBuilder::stackMatrix(SbDPMatrix const& matrix)
 {
-    placement.multLeft(matrix);
+    placement.multLeft(SbMatrix(matrix));
     ++part.visits;
     part.depth = std::max(part.depth, 2);
 }

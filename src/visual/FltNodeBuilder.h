@@ -2,6 +2,7 @@
 
 #include "visual/FltVisualPart.h"
 
+#include <Inventor/SbMatrix.h>
 #include <string>
 #include <vector>
 
@@ -25,15 +26,15 @@ public:
     void addPlace(FltVisualPart const& part);
 
     /// Adds a part that stands at several places.
-    void addCopies(FltVisualPart const& part, std::vector<SbMatrix> const& places);
+    void addCopies(FltVisualPart const& part, std::vector<SbDPMatrix> const& places);
 
     void addMesh(FltMesh&& mesh);
 
     /// Adds a transformation, which all parts stand in. The one that is added last acts first.
-    void addMatrix(SbMatrix const& matrix);
+    void addMatrix(SbDPMatrix const& matrix);
 
     /// All later parts stand in a transformation that the content of the node says.
-    void stackMatrix(SbMatrix const& matrix);
+    void stackMatrix(SbDPMatrix const& matrix);
 
     /// The box of what stands at the origin of the node is this one too.
     void addBox(SbBox3f const& box);

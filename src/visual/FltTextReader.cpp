@@ -41,7 +41,7 @@ Alignment alignmentOf(std::int32_t justification)
 }
 
 /// What lines are aligned to, in a box that begins at the left: its end, its middle or its begin.
-float anchorBetween(float left, float width, std::int32_t justification)
+double anchorBetween(double left, float width, std::int32_t justification)
 {
     if (!std::isfinite(left + width))
         return left;
@@ -59,8 +59,7 @@ float anchorBetween(float left, float width, std::int32_t justification)
 /// The letters stand upright between the corners, or lie if the corners do.
 struct Layout {
     Layout(FltRecordText const& text, std::vector<std::string> const& lines)
-        : place(static_cast<float>(text.XlowerLeftCorner), static_cast<float>(text.YlowerLeftCorner),
-                static_cast<float>(text.ZlowerLeftCorner))
+        : place(text.XlowerLeftCorner, text.YlowerLeftCorner, text.ZlowerLeftCorner)
     {
         float const width = static_cast<float>(std::abs(text.XupperRightCorner - text.XlowerLeftCorner));
         float const depth = static_cast<float>(std::abs(text.YupperRightCorner - text.YlowerLeftCorner));
@@ -71,14 +70,15 @@ struct Layout {
                           : width / (letterWidth * static_cast<float>(longestOf(lines)));
         if (!std::isfinite(size) || !(size > 0))
             size = 1;
-        if (!std::isfinite(place.sqrLength()))
-            place = SbVec3f(0, 0, 0);
-        box = SbBox3f(place,
-                      place + SbVec3f(width, isLying ? depth : 0, isLying ? 0 : std::max(size, upright)));
+        if (!std::isfinite(SbVec3f(place).sqrLength()))
+            place = SbVec3d(0, 0, 0);
+        SbVec3f const corner(place);
+        box = SbBox3f(corner,
+                      corner + SbVec3f(width, isLying ? depth : 0, isLying ? 0 : std::max(size, upright)));
         place[0] = anchorBetween(place[0], width, text.justification);
     }
 
-    SbVec3f place;
+    SbVec3d place;
     float size = 1;
     bool isLying = false;
     SbBox3f box;

@@ -15,6 +15,7 @@
 #include "visual/FltJointMotion.h"
 #include "visual/FltJointReader.h"
 #include "visual/FltLightReader.h"
+#include "visual/FltLocalOrigin.h"
 #include "visual/FltObjectReader.h"
 #include "visual/FltSwitchReader.h"
 #include "visual/FltTextReader.h"
@@ -56,6 +57,7 @@ void addSignificantSize(FltRecordView const& record, FltVisualNode& node)
 
 FltVisualBuilder::FltVisualBuilder(FltModel& model, FltVisualSetting& setting, double worldPerUnit)
     : model(model), setting(setting), worldPerUnit(worldPerUnit),
+      allowedError(FltLocalOrigin::allowedError(0, model.metresPerUnit)),
       file(static_cast<std::uint32_t>(setting.files.size())), tools(model, setting.textures, setting.leftOut),
       faces(tools), definitions(model.tree)
 {
@@ -150,10 +152,10 @@ FltVisualPart FltVisualBuilder::buildGroup(Number number, FltObjectLook const& o
         FltVisualJoint& joint = node->become<FltVisualJoint>(FltJointReader::read(record));
         joint.name = node->name;
         joint.number = setting.joints++;
-        SbMatrix const frame = joint.frame.value_or(SbMatrix::identity());
-        node.stackMatrix(frame);
-        node.stackMatrix(FltJointMotion(joint).matrix());
-        node.stackMatrix(frame.inverse());
+        SbMatrix const frame(joint.frame.value_or(SbDPMatrix::identity()));
+        node.stackMatrix(SbDPMatrix(frame));
+        node.stackMatrix(SbDPMatrix(FltJointMotion(joint).matrix()));
+        node.stackMatrix(SbDPMatrix(frame.inverse()));
     }
     addContents(number, node, object);
     return node.finish();
@@ -170,14 +172,14 @@ FltVisualPart FltVisualBuilder::buildObject(Number number)
 /// Adds what stands below a node, in its transformation.
 void FltVisualBuilder::addContents(Number number, FltNodeBuilder& node, FltObjectLook const& object)
 {
-    FltTransformation const transformation(model.tree, number);
+    FltTransformation const transformation(model.tree, number, allowedError);
     if (transformation.getReplications() > 0) {
         FltNodeBuilder content;
         addChildren(number, content, object);
         addReplications(node, content.finish(), transformation.getStep(), transformation.getReplications());
         return;
     }
-    for (SbMatrix const& matrix : transformation.getMatrices())
+    for (SbDPMatrix const& matrix : transformation.getMatrices())
         node.addMatrix(matrix);
     FltRecordView const* const record = number != FltModelTree::root ? &model.tree.recordOf(number) : nullptr;
     if (record != nullptr && record->opcode == FltOpcode::text)
@@ -187,7 +189,7 @@ void FltVisualBuilder::addContents(Number number, FltNodeBuilder& node, FltObjec
 
 /// Adds a part, and as many copies of it as there may be, each moved on by a step.
 void FltVisualBuilder::addReplications(FltNodeBuilder& node, FltVisualPart const& content,
-                                       SbMatrix const& step, int count)
+                                       SbDPMatrix const& step, int count)
 {
     std::int64_t const visitsOfACopy = content.visits + 1;
     std::int64_t const steps = setting.levels / levelsOfWeight;
@@ -199,7 +201,7 @@ void FltVisualBuilder::addReplications(FltNodeBuilder& node, FltVisualPart const
     setting.copiesLeft -= made * weight;
     setting.visitsLeft -= made * visitsOfACopy;
     if (made > 0)
-        node.addCopies(content, FltTransformation::placesOf(step, static_cast<int>(made)));
+        node.addCopies(content, FltTransformation::placesOf(step, static_cast<int>(made), allowedError));
     else
         node.add(content);
 }
@@ -341,8 +343,8 @@ FltVisualPart FltVisualBuilder::buildSwitch(Number number, FltObjectLook const& 
 {
     FltModelTree const& tree = model.tree;
     FltNodeBuilder node = begin(number);
-    FltTransformation const transformation(tree, number);
-    for (SbMatrix const& matrix : transformation.getMatrices())
+    FltTransformation const transformation(tree, number, allowedError);
+    for (SbDPMatrix const& matrix : transformation.getMatrices())
         node.addMatrix(matrix);
     FltVisualSwitch& choice = node->become<FltVisualSwitch>(FltSwitchReader::read(tree, number));
     choice.name = node->name;
@@ -392,10 +394,10 @@ FltVisualPart FltVisualBuilder::buildInstance(Number number)
 FltVisualPart FltVisualBuilder::wrapped(Number number, FltVisualPart const& content)
 {
     FltNodeBuilder node = begin(number);
-    FltTransformation const transformation(model.tree, number);
+    FltTransformation const transformation(model.tree, number, allowedError);
     bool const isReplicated = transformation.getReplications() > 0;
     if (!isReplicated)
-        for (SbMatrix const& matrix : transformation.getMatrices())
+        for (SbDPMatrix const& matrix : transformation.getMatrices())
             node.addMatrix(matrix);
     bool const isAdded = mayShare(content);
     if (isAdded && isReplicated)

@@ -66,7 +66,8 @@ private:
                             Collected& collected);
     bool addFrames(Number number, FltNodeBuilder& node, FltObjectLook const& object);
     std::vector<Number> framesOf(Number number) const;
-    void addReplications(FltNodeBuilder& node, FltVisualPart const& content, SbMatrix const& step, int count);
+    void addReplications(FltNodeBuilder& node, FltVisualPart const& content, SbDPMatrix const& step,
+                         int count);
     bool mayShare(FltVisualPart const& part);
     bool mayRepeat(std::int64_t visits);
     void countLeftOut(FltRecordView const& record);
@@ -74,7 +75,8 @@ private:
     FltModel& model;
     FltVisualSetting& setting;
     double worldPerUnit;
-    std::uint32_t file; ///< Its number in the visual.
+    double allowedError; ///< How far rounding may move a place, in units of the file.
+    std::uint32_t file;  ///< Its number in the visual.
     FltMeshTools tools;
     FltFaceReader faces;
     FltInstanceDefinitions definitions;

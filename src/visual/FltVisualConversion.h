@@ -55,8 +55,9 @@ public:
         std::vector<FltTexture> textures;    ///< That meshes name. Nobody has looked for them yet.
         int revision = 0;                    ///< Of the format; 0 if the file has no header.
         double metresPerUnit = 1;            ///< Of the database.
-        std::uint64_t records = 0;           ///< In the file itself.
-        std::uint64_t bytes = 0;             ///< The size of the file.
+        SbVec3d offset{0, 0, 0};   ///< Of the database from where it is stored, in the visual's unit.
+        std::uint64_t records = 0; ///< In the file itself.
+        std::uint64_t bytes = 0;   ///< The size of the file.
 
         /// The header record of the file; null if it has none.
         std::shared_ptr<FltRecordHeader const> header;

@@ -6,7 +6,9 @@
 #include "model/FltReferencedFile.h"
 #include "records/FltRevision.h"
 #include "toolkit/RegularFile.h"
+#include "visual/FltLocalOrigin.h"
 #include "visual/FltMirrors.h"
+#include "visual/FltNodeMatrix.h"
 
 #include <algorithm>
 #include <cmath>
@@ -74,6 +76,7 @@ void FltVisualFiles::convert(FltFileInput& input)
     rootMetresPerUnit = model.metresPerUnit;
     filesInWork.push_back(identityOf(model.fileName));
     FltVisualPart const visual = build(model, input);
+    result.offset = moveToOrigin(visual) * worldPerUnit(model.metresPerUnit);
     result.root = scaled(visual, worldPerUnit(model.metresPerUnit)).node;
     FltMirrors::find(*result.root);
     result.outcome = FltVisualConversion::Outcome::converted;
@@ -112,6 +115,20 @@ double FltVisualFiles::worldPerUnit(double metresPerUnit) const
                                                             : metresPerUnit / rootMetresPerUnit;
 }
 
+/// Moves the database as a whole, if that is asked for and it lies far away.
+/// @return by how much, in the unit of the file
+SbVec3d FltVisualFiles::moveToOrigin(FltVisualPart const& database) const
+{
+    if (options.origin == FltVisualOptions::Origin::stored)
+        return {0, 0, 0};
+    SbVec3d const offset = FltLocalOrigin::of(database.box, rootMetresPerUnit);
+    if (offset == SbVec3d(0, 0, 0))
+        return offset;
+    std::vector<SbDPMatrix>& transform = database.node->transform;
+    transform.insert(transform.begin(), FltNodeMatrix::by(-offset));
+    return offset;
+}
+
 /// A part in another scale.
 FltVisualPart FltVisualFiles::scaled(FltVisualPart const& content, double scale)
 {
@@ -122,7 +139,7 @@ FltVisualPart FltVisualFiles::scaled(FltVisualPart const& content, double scale)
     node->record = content.node->record;
     SbMatrix matrix;
     matrix.setScale(static_cast<float>(scale));
-    node.stackMatrix(matrix);
+    node.stackMatrix(SbDPMatrix(matrix));
     node.add(content);
     return node.finish();
 }

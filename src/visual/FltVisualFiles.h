@@ -74,6 +74,7 @@ private:
     void tellProgress(FltModel const& model, std::size_t done, std::size_t all) const;
     void readModel(FltModel& model, FltFileInput& input);
     double worldPerUnit(double metresPerUnit) const;
+    SbVec3d moveToOrigin(FltVisualPart const& database) const;
     static FltVisualPart scaled(FltVisualPart const& content, double scale);
 
     FltVisualConversion::Options const& options;

@@ -6,6 +6,7 @@
 #include "visual/FltVisualSenses.h"
 #include "visual/FltVisualSwitch.h"
 
+#include <Inventor/SbDPMatrix.h>
 #include <Inventor/SbMatrix.h>
 #include <cstddef>
 #include <cstdint>
@@ -45,13 +46,13 @@ struct FltVisualLevels {
 /// this order. The motion is, in this order: a scale, a roll about y, a pitch about x, a yaw about z, a
 /// translation; each has its current value. The node's own transform acts before all of them.
 struct FltVisualJoint : FltDegreeOfFreedom {
-    std::optional<SbMatrix> frame; ///< Rows of axes and the origin; without it the node's own.
-    std::size_t number = 0;        ///< Orders all joints of a database.
+    std::optional<SbDPMatrix> frame; ///< Rows of axes and the origin; without it the node's own.
+    std::size_t number = 0;          ///< Orders all joints of a database.
 };
 
 /// The only child stands at several places.
 struct FltVisualCopies {
-    std::vector<SbMatrix> places; ///< The first is that of the child itself.
+    std::vector<SbDPMatrix> places; ///< The first is that of the child itself.
 };
 
 /// The meshes turn to the eye: their x goes to the right, and their -y to the eye.
@@ -87,7 +88,7 @@ struct FltVisualText {
     enum class Alignment { left, right, center };
 
     std::vector<std::string> lines;        ///< In UTF-8, the highest first.
-    SbVec3f place{0, 0, 0};                ///< Of the lowest line: its begin, end or middle, by alignment.
+    SbVec3d place{0, 0, 0};                ///< Of the lowest line: its begin, end or middle, by alignment.
     float size = 1;                        ///< From line to line.
     bool isLying = false;                  ///< In the plane of x and y; otherwise of x and z.
     Alignment alignment = Alignment::left; ///< Of all lines.
@@ -126,7 +127,7 @@ struct FltVisualNode {
     std::vector<std::string> comments; ///< Of the database's people.
     Record record;                     ///< The record that it comes from.
     bool isHidden = false;             ///< Nothing of it is to be seen, unless somebody asks for it.
-    std::vector<SbMatrix> transform;   ///< Of children and meshes: the last matrix acts first.
+    std::vector<SbDPMatrix> transform; ///< Of children and meshes: the last matrix acts first.
     Content content;                   ///< What it is besides a group.
     FltVisualSenses senses;            ///< In which it stands, its own transform not counted.
     std::vector<std::shared_ptr<FltVisualNode>> children; ///< Null only where one of several is drawn.

@@ -27,9 +27,17 @@ struct FltVisualOptions {
     /// A time of day. At some of them a database hides parts of itself.
     enum class TimeOfDay { day, dusk, night };
 
+    /// Where the zero of the coordinates is.
+    enum class Origin {
+        stored, ///< Where the database has it.
+        centre, ///< In the middle of a database that lies so far from its zero that floats can't hold it well;
+                ///< its offset is told. Any other one stays where it is. The complete conversion only.
+    };
+
     References references = References::follow;          ///< What becomes of external files.
     LevelsOfDetail levelsOfDetail = LevelsOfDetail::all; ///< Which levels of detail there are.
     Units units = Units::metres;                         ///< The unit of the coordinates.
+    Origin origin = Origin::stored;                      ///< The zero of the coordinates.
 
     /// The time of day that is shown: Objects that say so are hidden then. The complete conversion only.
     TimeOfDay time = TimeOfDay::day;

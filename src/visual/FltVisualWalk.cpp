@@ -1,46 +1,11 @@
 #include "visual/FltVisualWalk.h"
 
-#include "visual/FltJointMotion.h"
+#include "visual/FltNodeMatrix.h"
 
 #include <algorithm>
 
 namespace
 {
-
-SbDPMatrix matrixOf(FltVisualTurning const& turning)
-{
-    auto const& [right, back, up] = turning.rows;
-    SbVec3d const& foot = turning.foot;
-    return {right[0], right[1], right[2], 0, back[0], back[1], back[2], 0,
-            up[0],    up[1],    up[2],    0, foot[0], foot[1], foot[2], 1};
-}
-
-SbDPMatrix matrixOf(FltVisualJoint const& joint)
-{
-    SbDPMatrix const motion(FltJointMotion(joint).matrix());
-    if (!joint.frame)
-        return motion;
-    SbDPMatrix const frame(*joint.frame);
-    return frame.inverse() * motion * frame;
-}
-
-/// What brings the children and meshes of a node into its parent's world.
-SbDPMatrix matrixOf(FltVisualNode const& node)
-{
-    SbDPMatrix matrix = SbDPMatrix::identity();
-    for (SbMatrix const& transform : node.transform)
-        matrix.multLeft(SbDPMatrix(transform));
-    if (auto const* const joint = node.as<FltVisualJoint>())
-        matrix.multRight(matrixOf(*joint));
-    if (auto const* const turning = node.as<FltVisualTurning>())
-        matrix.multRight(matrixOf(*turning));
-    if (auto const* const scale = node.as<FltVisualScale>()) {
-        SbDPMatrix factor;
-        factor.setScale(scale->factor);
-        matrix.multRight(factor);
-    }
-    return matrix;
-}
 
 constexpr std::size_t none = ~std::size_t(0);
 
@@ -87,7 +52,7 @@ void FltVisualWalk::enter(FltVisualNode const& node, SbDPMatrix const& above)
     bool const isFirst = frames.empty();
     bool const hasRecord = node.record.offset != FltVisualNode::Record::none;
     frames.push_back({&node, isFirst || !node.name.empty() ? &node : frames.back().named,
-                      isFirst || hasRecord ? &node : frames.back().recorded, matrixOf(node) * above,
+                      isFirst || hasRecord ? &node : frames.back().recorded, FltNodeMatrix::of(node) * above,
                       chosenLevel(node, levels)});
 }
 
@@ -104,7 +69,7 @@ bool FltVisualWalk::goDown()
             continue;
         SbDPMatrix matrix = frames.back().matrix;
         if (copies != nullptr)
-            matrix.multLeft(SbDPMatrix(copies->places[step / node.children.size()]));
+            matrix.multLeft(copies->places[step / node.children.size()]);
         enter(*node.children[child], matrix);
         return true;
     }

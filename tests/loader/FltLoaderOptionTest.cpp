@@ -37,6 +37,7 @@ TEST(FltLoaderOption, setsTheMemberOfItsRow)
     EXPECT_EQ(loaderWith("levels", "lowest").levelsOfDetail, FltLoader::LevelsOfDetail::lowest);
     EXPECT_EQ(loaderWith("time", "night").time, FltLoader::TimeOfDay::night);
     EXPECT_EQ(loaderWith("units", "stored").units, FltLoader::Units::stored);
+    EXPECT_EQ(loaderWith("origin", "centre").origin, FltLoader::Origin::centre);
 }
 
 TEST(FltLoaderOption, addsOneOfSeveralDirectories)

@@ -19,6 +19,7 @@ namespace
 using References = FltLoader::References;
 using Levels = FltLoader::LevelsOfDetail;
 using Units = FltLoader::Units;
+using Origin = FltLoader::Origin;
 
 struct Mode {
     bool isExact;
@@ -27,6 +28,7 @@ struct Mode {
     bool salvages;
     Units units;
     Levels levels;
+    Origin origin;
 
     bool follows() const { return references == References::follow; }
 
@@ -44,9 +46,11 @@ std::vector<Mode> modes()
                 for (bool const salvages : {false, true})
                     for (Units const units : {Units::metres, Units::stored})
                         for (Levels const levels : {Levels::all, Levels::highest, Levels::lowest})
-                            if (!isExact || (references != References::asFile && units == Units::metres &&
-                                             levels == Levels::all))
-                                modes.push_back({isExact, hasLog, references, salvages, units, levels});
+                            for (Origin const origin : {Origin::stored, Origin::centre})
+                                if (!isExact || (references != References::asFile && units == Units::metres &&
+                                                 levels == Levels::all && origin == Origin::stored))
+                                    modes.push_back(
+                                        {isExact, hasLog, references, salvages, units, levels, origin});
     return modes;
 }
 
@@ -62,7 +66,8 @@ std::string nameOf(testing::TestParamInfo<Mode> const& test)
            (mode.salvages ? "Salvaging" : "") + (mode.units == Units::stored ? "Stored" : "") +
            (mode.levels == Levels::highest  ? "Highest"
             : mode.levels == Levels::lowest ? "Lowest"
-                                            : "");
+                                            : "") +
+           (mode.origin == Origin::centre ? "Centred" : "");
 }
 
 /// A database in a folder "inside" that refers to two others in it, one of them large, and to one outside;
@@ -78,6 +83,7 @@ protected:
         loader.salvage = mode.salvages;
         loader.units = mode.units;
         loader.levelsOfDetail = mode.levels;
+        loader.origin = mode.origin;
         if (mode.hasLog)
             loader.log = folder / "log.txt";
         folder.write("inside/near.rgb", SmallPictures::plainSgi(4));

@@ -53,6 +53,41 @@ TEST_F(SceneOfAVisual, isTheOneThatTheLoaderGives)
     EXPECT_EQ(made.recordOf(*made.root()->getChild(0))->file, path);
 }
 
+TEST_F(SceneOfAVisual, isMovedToZeroAsAWhole)
+{
+    constexpr int feet = 4;
+    CompleteDatabase far(1570, {{"vertexCoordinateUnits", feet}});
+    std::vector<double> const square = far.square(4'500'000.3, 5'300'000.7, 120);
+    far.begin();
+    far.object(square);
+    path = far.folder.write("far.flt", far.writer.bytes());
+    EXPECT_EQ(loader.load(path).info().offset[0], 0);
+    loader.origin = FltLoader::Origin::centre;
+    FltVisual const visual = loader.loadVisual(path);
+    EXPECT_NEAR(visual.info.offset[0], 4'500'000.8 * 0.3048, 0.2);
+    EXPECT_NEAR(visual.info.offset[1], 5'300'001.2 * 0.3048, 0.2);
+    EXPECT_EQ(visual.metresPerUnit, 1);
+    FltScene const loaded = loader.load(path);
+    std::string const text = sceneText(loaded.root());
+    EXPECT_EQ(sceneText(FltLoader::makeScene(visual).root()), text);
+    EXPECT_NE(text.find("string \"offset 137160"), std::string::npos) << text;
+    loader.units = FltLoader::Units::stored;
+    EXPECT_NEAR(loader.load(path).info().offset[0], 4'500'000.8, 0.5);
+    EXPECT_EQ(loader.loadVisual(path).metresPerUnit, 0.3048);
+}
+
+TEST_F(SceneOfAVisual, isNotMovedByTheExactConversion)
+{
+    loader.exact = true;
+    loader.origin = FltLoader::Origin::centre;
+    try {
+        loader.load(path);
+        FAIL() << "it was loaded";
+    } catch (FltLoadError const& refusal) {
+        EXPECT_EQ(refusal.kind(), FltLoadError::Kind::refused);
+    }
+}
+
 TEST_F(SceneOfAVisual, leavesTheVisualAsItIs)
 {
     FltVisual const visual = loader.loadVisual(path);

@@ -40,9 +40,9 @@ public:
     {
         FltTransformation const transformation = get();
         EXPECT_EQ(transformation.getMatrices().size(), 1U);
-        SbVec3f to;
-        transformation.getMatrices().at(0).multVecMatrix(from, to);
-        return to;
+        SbVec3d to;
+        transformation.getMatrices().at(0).multVecMatrix(SbVec3d(from), to);
+        return SbVec3f(to);
     }
 
 private:
@@ -170,16 +170,52 @@ TEST(FltTransformation, repeatsOnlyWhatIsMoved)
 
 TEST(FltTransformation, placesTheFirstPartAndItsCopies)
 {
-    SbMatrix step;
+    SbDPMatrix step;
     step.setTranslate({2, 0, 0});
-    std::vector<SbMatrix> const places = FltTransformation::placesOf(step, 2);
+    std::vector<SbDPMatrix> const places = FltTransformation::placesOf(step, 2);
     ASSERT_EQ(places.size(), 3U);
-    EXPECT_EQ(places[0], SbMatrix::identity());
+    EXPECT_EQ(places[0], SbDPMatrix::identity());
     EXPECT_EQ(places[1][3][0], 2);
     EXPECT_EQ(places[2][3][0], 4);
-    SbMatrix far;
-    far.setTranslate({6e29F, 0, 0});
+    SbDPMatrix far;
+    far.setTranslate({6e29, 0, 0});
     EXPECT_EQ(FltTransformation::placesOf(far, 5).size(), 2U);
+}
+
+TEST(FltTransformation, tellsStepsInDoublesWhereFloatsWouldMoveThem)
+{
+    Transformed const near(Records{{"Translate", {{"deltaX", 0.1}}}});
+    EXPECT_EQ(near.get().getMatrices().at(0)[3][0], static_cast<double>(0.1F));
+    Transformed const far(Records{{"Translate", {{"deltaX", 4500000.123}}}});
+    EXPECT_EQ(far.get().getMatrices().at(0)[3][0], 4500000.123);
+}
+
+TEST(FltTransformation, turnsAFarPointAboutItself)
+{
+    Fields const turn = {{"XCenterOfRotation", 4500000.3},
+                         {"YCenterOfRotation", 5300000.7},
+                         {"KAxisOfRotation", 1},
+                         {"angleToRotate", 30}};
+    SbVec3d const center(4500000.3, 5300000.7, 0);
+    SbDPMatrix const step = Transformed(Records{{"RotateAboutPoint", turn}}).get().getMatrices().at(0);
+    for (SbDPMatrix const& place : FltTransformation::placesOf(step, 12)) {
+        SbVec3d turned;
+        place.multVecMatrix(center, turned);
+        EXPECT_LT((turned - center).length(), 1e-6);
+    }
+}
+
+TEST(FltTransformation, takesTheStepsForAMatrixThatIsTheirRounding)
+{
+    Fields const step = {{"deltaX", 4500000.123}};
+    auto const placeBy = [&](double x) {
+        return Transformed(Records{{"Matrix", {{"matrix", matrixBy(x, 0, 0)}}}, {"Translate", step}})
+            .get()
+            .getMatrices()
+            .at(0)[3][0];
+    };
+    EXPECT_EQ(placeBy(4500000), 4500000.123);
+    EXPECT_EQ(placeBy(4500100), 4500100) << "another matrix";
 }
 
 } // namespace

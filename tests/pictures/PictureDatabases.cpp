@@ -514,7 +514,66 @@ void damage(ScratchFolder const& folder)
     save(stage, folder);
 }
 
+void farAway(ScratchFolder const& folder)
+{
+    writeFarModel(folder, {4'027'894.006, 306'123.719, 4'919'499.338});
+}
+
 } // namespace
+
+void writeFarModel(ScratchFolder const& folder, PictureStage::Place const& at)
+{
+    PictureStage stage(1570, {}, at);
+    std::vector<std::vector<double>> stripes, steps;
+    for (int i = 0; i < 20; ++i) {
+        double const left = -5.5 + i * 0.2;
+        stripes.push_back(
+            stage.vertices({{left, 0, 0}, {left + 0.1, 0, 0}, {left + 0.1, 0, 3}, {left, 0, 3}}));
+        double const near = -1.9 + i * 0.06, high = i * 0.03;
+        steps.push_back(stage.vertices(
+            {{-1, near, high}, {0.5, near, high}, {0.5, near, high + 0.03}, {-1, near, high + 0.03}}));
+    }
+    std::vector<double> const post = stage.vertices({{1, 0, 0}, {1.2, 0, 0}, {1.2, 0, 2}, {1, 0, 2}}),
+                              turning = stage.panel(3.5),
+                              door = stage.vertices({{2, 0, 0}, {3, 0, 0}, {3, 0, 2}, {2, 0, 2}});
+    std::vector<double> const copied = stage.vertices({{0.6, 0, 0}, {0.8, 0, 0}, {0.8, 0, 2}, {0.6, 0, 2}});
+    stage.begin().add("Object").push();
+    for (std::vector<double> const& stripe : stripes)
+        stage.flt.face(stripe, stage.face(stage.yellow));
+    for (std::size_t i = 0; i < steps.size(); ++i)
+        stage.flt.face(steps[i], stage.face(i % 2 == 0 ? stage.red : stage.white));
+    stage.flt.pop().add("InstanceDefinition", {{"instanceDefinitionNumber", 1}}).push();
+    stage.object(post, stage.face(stage.green));
+    stage.flt.pop().add("InstanceReference", {{"instanceDefinitionNumber", 1}});
+    stage.flt.add("InstanceReference", {{"instanceDefinitionNumber", 1}});
+    stage.flt.add("Matrix", {{"matrix", matrixWithMove(0.3, 0, 0)}});
+    stage.flt.add("Group").add("Replicate", {{"numberOfReplications", 1}});
+    stage.flt.add("Matrix", {{"matrix", matrixWithMove(0, 0, 2.2)}}).push();
+    stage.object(copied, stage.face(stage.red));
+    stage.flt.pop().add("DOF", {{"XOriginOfDOFLocalCoordinateSystem", at[0] + 2},
+                                {"YOriginOfDOFLocalCoordinateSystem", at[1]},
+                                {"ZOriginOfDOFLocalCoordinateSystem", at[2]},
+                                {"XPointOnXAxisOfDOFLocalCoordinateSystem", at[0] + 3},
+                                {"YPointOnXAxisOfDOFLocalCoordinateSystem", at[1]},
+                                {"ZPointOnXAxisOfDOFLocalCoordinateSystem", at[2]},
+                                {"XPointInXYPlaneOfDOFLocalCoordinateSystem", at[0] + 2},
+                                {"YPointInXYPlaneOfDOFLocalCoordinateSystem", at[1] + 1},
+                                {"ZPointInXYPlaneOfDOFLocalCoordinateSystem", at[2]},
+                                {"currentYaw", 40}});
+    stage.flt.push();
+    stage.object(door, stage.face(stage.blue, {{"drawType", 1}}));
+    stage.flt.pop();
+    stage.object(turning, stage.face(stage.green, {{"templateBillboard", 2}, {"drawType", 1}}));
+    stage.flt.add("Text", {{"XlowerLeftCorner", at[0] - 5},
+                           {"YlowerLeftCorner", at[1]},
+                           {"ZlowerLeftCorner", at[2] + 3.2},
+                           {"XupperRightCorner", at[0] - 1},
+                           {"YupperRightCorner", at[1]},
+                           {"ZupperRightCorner", at[2] + 4.2},
+                           {"color", 127}});
+    stage.flt.add("Comment", {{"textDescription", "FAR"}});
+    save(stage, folder);
+}
 
 std::vector<PictureDatabase> const& pictureDatabases()
 {
@@ -555,6 +614,7 @@ std::vector<PictureDatabase> const& pictureDatabases()
         {"bowTies", "--from 180,15", bowTies},
         {"oldVertices", "--from 180,15", oldVertices},
         {"damage", "--from 180,15", damage},
+        {"farAway", "--from 180,15", farAway},
     };
     return databases;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pictures/PictureStage.h"
 #include "support/ScratchFolder.h"
 
 #include <string>
@@ -11,6 +12,10 @@ struct PictureDatabase {
     std::string options; ///< For fltshot, besides the size.
     void (*write)(ScratchFolder const& folder); ///< Writes "model.flt" and what it needs.
 };
+
+/// Writes "model.flt" with a wall of narrow stripes, steps, and something of all that has a place.
+/// @param at what its coordinates count from
+void writeFarModel(ScratchFolder const& folder, PictureStage::Place const& at);
 
 /// One for each feature of the complete conversion.
 std::vector<PictureDatabase> const& pictureDatabases();

@@ -1,6 +1,9 @@
 #include "pictures/PictureStage.h"
 
-PictureStage::PictureStage(int revision, Fields const& header) : flt(revision, header)
+#include <utility>
+
+PictureStage::PictureStage(int revision, Fields const& header, Place at)
+    : flt(revision, header), at(std::move(at))
 {
     flt.vertexPalette();
     ground = vertices({{-6, -2, 0}, {6, -2, 0}, {6, 2, 0}, {-6, 2, 0}});
@@ -11,7 +14,7 @@ std::vector<double> PictureStage::vertices(std::vector<Place> const& places, std
 {
     std::vector<double> offsets;
     for (Place const& place : places)
-        offsets.push_back(flt.vertex(form, place[0], place[1], place[2], fields));
+        offsets.push_back(flt.vertex(form, at[0] + place[0], at[1] + place[1], at[2] + place[2], fields));
     return offsets;
 }
 
@@ -23,8 +26,10 @@ std::vector<double> PictureStage::panel(double x, std::string const& form, Field
 std::vector<double> PictureStage::texturedPanel(double x, double y)
 {
     std::vector<double> offsets;
-    for (std::vector<double> const& at : {Place{0, 0}, {1, 0}, {1, 1}, {0, 1}})
-        offsets.push_back(flt.vertex("VertexColorUv", x + 2 * at[0], y, 3 * at[1], {{"texture", at}}));
+    for (std::vector<double> const& uv : {Place{0, 0}, {1, 0}, {1, 1}, {0, 1}})
+        for (double const offset :
+             vertices({{x + 2 * uv[0], y, 3 * uv[1]}}, "VertexColorUv", {{"texture", uv}}))
+            offsets.push_back(offset);
     return offsets;
 }
 

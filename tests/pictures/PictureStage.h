@@ -14,7 +14,8 @@ public:
     using Fields = FltWriter::Fields;
     using Place = std::vector<double>;
 
-    explicit PictureStage(int revision = 1570, Fields const& header = {});
+    /// @param at what the coordinates of all vertices count from
+    explicit PictureStage(int revision = 1570, Fields const& header = {}, Place at = {0, 0, 0});
 
     FltWriter flt;
 
@@ -45,5 +46,6 @@ public:
     static inline std::vector<double> const yellow = {255, 40, 200, 230};
 
 private:
+    Place at;
     std::vector<double> ground;
 };

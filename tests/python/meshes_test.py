@@ -224,6 +224,17 @@ class OptionsTest(unittest.TestCase):
         self.assertEqual(self.heights(FOLDER / "footprint.flt"), [0.3048])
         self.assertEqual(self.heights(FOLDER / "footprint.flt", units="stored"), [1])
 
+    def test_the_origin_is_stored_or_in_the_middle_of_a_far_database(self):
+        stored = velloreader.Database(FOLDER / "far.flt")
+        self.assertEqual(stored.info["offset"], (0, 0, 0))
+        centred = velloreader.Database(FOLDER / "far.flt", origin="centre")
+        place, moved = (in_world(next(database.meshes())) for database in (stored, centred))
+        self.assertLess(abs(place[0] - (4500000.3, 5300000.7, 12)).max(), 1e-6)
+        self.assertLess(abs(moved).max(), 2)
+        self.assertLess(abs(moved + centred.info["offset"] - place).max(), 1e-6)
+        near = velloreader.Database(PARTS, origin="centre")
+        self.assertEqual(near.info["offset"], (0, 0, 0))
+
     def test_levels_may_be_the_coarsest(self):
         self.assertIn("coarse", meshes_by_name(levels="lowest"))
         self.assertNotIn("fine", meshes_by_name(levels="lowest"))
@@ -275,7 +286,7 @@ class OptionsTest(unittest.TestCase):
                        if parameter.kind is parameter.KEYWORD_ONLY and name != "progress"}
             self.assertEqual(options, {
                 "textures": (), "levels": "all", "time": "day", "exact": False, "log": None, "references": "follow",
-                "units": "metres", "salvage": True, "largest_file": None, "only_below": None,
+                "units": "metres", "origin": "stored", "salvage": True, "largest_file": None, "only_below": None,
                 "texture_names_from": None,
             })
             for name in options:

@@ -74,6 +74,16 @@ CompleteDatabase site()
     return database;
 }
 
+/// A square at the coordinates of a map.
+CompleteDatabase far()
+{
+    CompleteDatabase database;
+    std::vector<double> const square = database.square(4'500'000.3, 5'300'000.7, 12);
+    database.begin();
+    database.object(square).writer.pop();
+    return database;
+}
+
 } // namespace
 
 int main(int /*count*/, char** arguments)
@@ -83,5 +93,6 @@ int main(int /*count*/, char** arguments)
     parts().writer.save(folder + "parts.flt");
     footprint().writer.save(folder + "footprint.flt");
     site().writer.save(folder + "site.flt");
+    far().writer.save(folder + "far.flt");
     return 0;
 }

@@ -166,7 +166,7 @@ TEST(FltSceneMaker, movesAJointBetweenItsFrameAndBack)
     joint.name = "door";
     joint.translation[2].current = 3;
     joint.frame.emplace();
-    joint.frame->setTranslate(SbVec3f(1, 0, 0));
+    joint.frame->setTranslate(SbVec3d(1, 0, 0));
     std::string const text = textOf(group);
     std::size_t const frame = text.find("MatrixTransform");
     std::size_t const motion = text.find("translation 0 0 3");

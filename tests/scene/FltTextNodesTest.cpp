@@ -12,7 +12,7 @@ FltVisualText twoLines()
 {
     FltVisualText text;
     text.lines = {"Gate 7", "open"};
-    text.place = SbVec3f(1, 2, 3);
+    text.place = SbVec3d(1, 2, 3);
     text.size = 2;
     text.color = 0xff0000ff;
     return text;

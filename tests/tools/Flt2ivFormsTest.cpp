@@ -192,6 +192,26 @@ TEST_F(Flt2ivForms, areInMetresOrInTheUnitOfTheDatabase)
               "0 0 0 to 1 1 0");
 }
 
+TEST_F(Flt2ivForms, areWhereTheDatabaseIsOrAboutZero)
+{
+    FltWriter flt;
+    flt.vertexPalette();
+    double const a = flt.vertex("VertexColor", 4'500'000.3, 5'300'000.7, 0),
+                 b = flt.vertex("VertexColor", 4'500'002.3, 5'300'000.7, 0),
+                 c = flt.vertex("VertexColor", 4'500'000.3, 5'300'002.7, 0);
+    flt.push().add("Object").push().face({a, b, c}).pop().pop();
+    std::string const input = folder.write("far.flt", flt.bytes());
+    std::string const stored = converted("", input, "a.iv");
+    EXPECT_EQ(contentsOf(stored).find("offset"), std::string::npos);
+    EXPECT_EQ(DrawnScene(sceneIn(stored).get()).extent().substr(0, 4), "4.5e");
+    std::string const centred = converted("--origin centre", input, "b.iv");
+    EXPECT_NE(contentsOf(centred).find("offset 4500001.5 5300001.5 0"), std::string::npos);
+    EXPECT_EQ(DrawnScene(sceneIn(centred).get()).extent(), "-1.2 -0.8 0 to 0.8 1.2 0");
+    ProgramRun const exact("flt2iv", "--exact --origin centre " + input);
+    EXPECT_EQ(exact.exitCode, 2);
+    EXPECT_NE(exact.errors.find("--origin centre"), std::string::npos);
+}
+
 TEST_F(Flt2ivForms, haveStatistics)
 {
     std::string const input = database();

@@ -148,8 +148,8 @@ TEST_F(Flt2ivReferences, asFilesNeedAFileAndMetresAndTheCompleteConversion)
 {
     std::string const main = database("main.flt");
     for (std::string const& options :
-         {std::string(), "--units stored -o " + output("a.iv"), "--exact -o " + output("a.iv"),
-          std::string("-o -"), std::string("-o /dev/null")}) {
+         {std::string(), "--units stored -o " + output("a.iv"), "--origin centre -o " + output("a.iv"),
+          "--exact -o " + output("a.iv"), std::string("-o -"), std::string("-o /dev/null")}) {
         ProgramRun const run("flt2iv", "--xref file " + options + " " + main);
         EXPECT_EQ(run.exitCode, 2) << options;
         EXPECT_EQ(run.output, "") << options;

@@ -236,6 +236,20 @@ TEST_F(Fltinfo, saysEverythingAsJson)
     EXPECT_GT(info["scene"]["bytes"], 0);
 }
 
+TEST_F(Fltinfo, tellsTheBoxOfAFarDatabaseAsItIs)
+{
+    FltWriter flt;
+    flt.vertexPalette();
+    double const a = flt.vertex("VertexColor", 4'500'000.3, 5'300'000.7, 0),
+                 b = flt.vertex("VertexColor", 4'500'002.3, 5'300'000.7, 0),
+                 c = flt.vertex("VertexColor", 4'500'000.3, 5'300'002.7, 0);
+    flt.push().add("Object").push().face({a, b, c}).pop().pop();
+    Json const box = Json::parse(
+        ProgramRun("fltinfo", "--json " + folder.write("far.flt", flt.bytes())).output)["scene"]["box"];
+    EXPECT_NEAR(box["least"][0], 4'500'000.3, 1e-6);
+    EXPECT_NEAR(box["greatest"][1], 5'300'002.7, 1e-6);
+}
+
 TEST_F(Fltinfo, makesAListOfSeveralFilesAsJson)
 {
     std::string const file = town();

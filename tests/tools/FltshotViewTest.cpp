@@ -112,3 +112,15 @@ TEST_F(FltshotView, saysThatANamedPartIsEmpty)
     EXPECT_TRUE(holds(errorOf(database + " --fit o0"), "nothing is drawn below this node"));
     EXPECT_GT(shoot(database, "--view top --fit o1").patchOf(1).pixels, 8000);
 }
+
+TEST_F(FltshotView, looksAtPlacesOfADatabaseHoweverFarItIs)
+{
+    // The same as directions(), at the coordinates of a map.
+    std::string const far =
+        squares({{4'500'009, 5'300'000, red}, {4'500'000, 5'300'009, green}, {4'500'000, 5'300'000, blue}});
+    ShotFile const shot = shoot(far, "--view top --look-at 4500009,5300000,0");
+    EXPECT_NEAR(shot.patchOf(0).x, 48, 1.5);
+    EXPECT_NEAR(shot.patchOf(0).y, 48, 1.5);
+    ShotFile const fromPlace = shoot(far, "--eye 4500000,5299990,40");
+    EXPECT_EQ(fromPlace.pixels, shoot(directions(), "--eye 0,-10,40").pixels);
+}

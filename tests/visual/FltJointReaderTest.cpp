@@ -88,17 +88,17 @@ TEST(FltJointReader, makesAFrameOfThreePoints)
 {
     FltVisualJoint const joint = read(frame);
     ASSERT_TRUE(joint.frame.has_value());
-    SbMatrix const expected(0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 1, 2, 3, 1);
-    EXPECT_TRUE(joint.frame->equals(expected, 1e-6F));
+    SbDPMatrix const expected(0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 1, 2, 3, 1);
+    EXPECT_TRUE(joint.frame->equals(expected, 1e-6));
 }
 
 TEST(FltJointReader, takesTheAxesOfTheNodeForPointsInOneLine)
 {
     FltVisualJoint const joint = read({{"XOriginOfDOFLocalCoordinateSystem", 4}});
     ASSERT_TRUE(joint.frame.has_value());
-    SbMatrix expected;
-    expected.setTranslate(SbVec3f(4, 0, 0));
-    EXPECT_TRUE(joint.frame->equals(expected, 1e-6F));
+    SbDPMatrix expected;
+    expected.setTranslate(SbVec3d(4, 0, 0));
+    EXPECT_TRUE(joint.frame->equals(expected, 1e-6));
 }
 
 TEST(FltJointReader, hasNoFrameWhereNobodySetOne)

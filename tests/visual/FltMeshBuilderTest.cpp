@@ -17,7 +17,7 @@ FltAppearance litAndTextured()
 Corner cornerAt(float x, std::uint32_t color = FltColors::white)
 {
     Corner corner;
-    corner.position = SbVec3f(x, 0, 0);
+    corner.position = SbVec3d(static_cast<double>(x), 0, 0);
     corner.uv = SbVec2f(x, 1);
     corner.color = color;
     return corner;
@@ -60,7 +60,7 @@ TEST(FltMeshBuilder, findsCornersThatLookAlikeWhereverTheyStand)
     FltMeshBuilder builder(litAndTextured());
     builder.addCorner(cornerAt(1), SbColor(1, 1, 1));
     Corner other = cornerAt(1);
-    other.position = SbVec3f(9, 9, 9);
+    other.position = SbVec3d(9, 9, 9);
     EXPECT_TRUE(builder.looksAlike(0, other));
     Corner coloured = other, turned = other, moved = other;
     coloured.color = 0;
@@ -147,4 +147,18 @@ TEST(FltMeshBuilder, takesOverWhatTheAppearanceSays)
     EXPECT_TRUE(mesh.isHidden && mesh.isOutlined);
     EXPECT_EQ(mesh.level, 3);
     EXPECT_EQ(mesh.size, 5);
+}
+
+TEST(FltMeshBuilder, countsCornersFromAnOriginThatFloatsDontHold)
+{
+    FltMeshBuilder builder{FltAppearance()};
+    for (double const x : {4500000.1, 4500000.2}) {
+        Corner corner;
+        corner.position = SbVec3d(x, 0, 0);
+        builder.addCorner(corner, SbColor(1, 1, 1));
+    }
+    FltMesh const mesh = builder.finish(nullptr);
+    EXPECT_NE(mesh.origin, SbVec3d(0, 0, 0));
+    EXPECT_NEAR(mesh.origin[0] + static_cast<double>(mesh.positions.at(0)[0]), 4500000.1, 1e-7);
+    EXPECT_NEAR(mesh.origin[0] + static_cast<double>(mesh.positions.at(1)[0]), 4500000.2, 1e-7);
 }

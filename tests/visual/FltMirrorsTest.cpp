@@ -23,7 +23,7 @@ SbMatrix scale(float x, float y, float z)
     return made;
 }
 
-std::shared_ptr<FltVisualNode> nodeWith(std::vector<SbMatrix> const& transform)
+std::shared_ptr<FltVisualNode> nodeWith(std::vector<SbDPMatrix> const& transform)
 {
     auto made = std::make_shared<FltVisualNode>();
     made->transform = transform;

@@ -29,7 +29,7 @@ TEST(FltTextReader, readsLinesAndPlace)
     FltVisualText const text =
         read({{"XlowerLeftCorner", 1}, {"YlowerLeftCorner", 2}, {"ZlowerLeftCorner", 3}}, "caf\xe9\r\n\ntwo");
     EXPECT_EQ(text.lines, (std::vector<std::string>{"caf\xc3\xa9", "", "two"}));
-    EXPECT_EQ(text.place, SbVec3f(1, 2, 3));
+    EXPECT_EQ(text.place, SbVec3d(1, 2, 3));
 }
 
 TEST(FltTextReader, standsAsHighAsItsCornersSay)
@@ -58,7 +58,7 @@ TEST(FltTextReader, staysSoundWithNumbersThatArentAny)
 {
     double const none = std::numeric_limits<double>::quiet_NaN();
     FltVisualText const text = read({{"XlowerLeftCorner", none}, {"ZupperRightCorner", none}});
-    EXPECT_EQ(text.place, SbVec3f(0, 0, 0));
+    EXPECT_EQ(text.place, SbVec3d(0, 0, 0));
     EXPECT_EQ(text.size, 1);
 }
 

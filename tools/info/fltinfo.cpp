@@ -195,8 +195,14 @@ std::optional<SceneMeasure> measureScene(Options const& options, std::string con
     try {
         FltLoader loader;
         loader.texturePath = options.texturePath;
+        loader.origin = FltLoader::Origin::centre; // there the toolkit's floats give the box as it is
         FltScene const scene = loader.load(file);
-        return SceneMeasure::of(scene, file);
+        SceneMeasure measure = SceneMeasure::of(scene, file);
+        for (std::size_t axis = 0; axis < 3 && !measure.isEmpty; ++axis) {
+            measure.least[axis] += scene.info().offset[axis];
+            measure.most[axis] += scene.info().offset[axis];
+        }
+        return measure;
     } catch (FltLoadError const& error) {
         problem = error.what();
     }

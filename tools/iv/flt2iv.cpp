@@ -147,17 +147,21 @@ void check(Options const& options, FltLoader const& loader)
 {
     bool const namesReferences = loader.references == FltLoader::References::asFile;
     bool const keepsUnits = loader.units == FltLoader::Units::stored;
+    bool const keepsOrigin = loader.origin == FltLoader::Origin::stored;
     if (goesToStream(options) && namesReferences)
         throw UsageError("--xref file writes several files: add -o FILE.iv or -o DIR/");
     if (goesToStream(options) && options.run.onlyIfNewer)
         throw UsageError("--if-newer needs a file to compare with: add -o FILE.iv or -o DIR/");
     if (namesReferences && keepsUnits)
         throw UsageError("--xref file needs --units metres: files that include each other share their unit");
-    bool const isForComplete =
-        namesReferences || keepsUnits || loader.levelsOfDetail != FltLoader::LevelsOfDetail::all ||
-        loader.time != FltLoader::TimeOfDay::day;
+    if (namesReferences && !keepsOrigin)
+        throw UsageError("--xref file needs --origin stored: files that include each other share their zero");
+    bool const isForComplete = namesReferences || keepsUnits || !keepsOrigin ||
+                               loader.levelsOfDetail != FltLoader::LevelsOfDetail::all ||
+                               loader.time != FltLoader::TimeOfDay::day;
     if (loader.exact && isForComplete)
-        throw UsageError("--exact has no choice of --xref file, --units stored, --lod and --time");
+        throw UsageError(
+            "--exact has no choice of --xref file, --units stored, --origin centre, --lod and --time");
     bool const isMany = goesToDirectory(options) || namesReferences;
     if (isMany && loader.log && !loader.log->empty())
         throw UsageError("--log=PATH is for a single database: give --log without a name");

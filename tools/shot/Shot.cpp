@@ -11,6 +11,7 @@
 #include "loader/FltLoadError.h"
 
 #include <Inventor/SbRotation.h>
+#include <Inventor/SbVec3d.h>
 #include <Inventor/SoPath.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <cmath>
@@ -51,7 +52,7 @@ Picture Shot::take(std::string const& database)
     std::vector<SbVec3f> const points = DrawnPoints::of(scene.root());
     if (points.empty())
         throw ToolError(database + ": " + EmptyPicture::reasonWithoutPoints(scene.root()));
-    SoNodeRef<SoPerspectiveCamera> const camera = makeCamera(database, scene.root(), points);
+    SoNodeRef<SoPerspectiveCamera> const camera = makeCamera(database, scene, points);
     Picture picture = SceneDrawing::draw(scene.root(), camera.get(), options.style);
     if (SceneDrawing::isEmpty(picture, options.style))
         throw ToolError(database + ": " + EmptyPicture::reason(scene.root(), camera.get(), options.style));
@@ -63,7 +64,7 @@ FltScene Shot::load(std::string const& database)
     program.detail("reading " + database);
     kept.push_back({database, "the input"});
     FltScene scene =
-        options.isThumbnail ? loadCarefully(database) : loaderOptions.makeLoader().load(database);
+        options.isThumbnail ? loadCarefully(database) : loaderOptions.makeCentringLoader().load(database);
     messages.show(scene);
     for (KeptFile& file : loaderOptions.keptFiles(database, scene))
         kept.push_back(std::move(file));
@@ -73,7 +74,7 @@ FltScene Shot::load(std::string const& database)
 /// For a file manager. A database that is too large is no wrong usage: nobody chose it.
 FltScene Shot::loadCarefully(std::string const& database) const
 {
-    FltLoader loader = loaderOptions.makeLoader();
+    FltLoader loader = loaderOptions.makeCentringLoader();
     loader.largestFile = largestFileOfThumbnail;
     loader.onlyBelow = std::filesystem::path(database).parent_path().string();
     try {
@@ -83,7 +84,7 @@ FltScene Shot::loadCarefully(std::string const& database) const
     }
 }
 
-SoNodeRef<SoPerspectiveCamera> Shot::makeCamera(std::string const& database, SoSeparator* scene,
+SoNodeRef<SoPerspectiveCamera> Shot::makeCamera(std::string const& database, FltScene const& scene,
                                                 std::vector<SbVec3f> const& points) const
 {
     SoNodeRef<SoPerspectiveCamera> camera(new SoPerspectiveCamera);
@@ -91,16 +92,19 @@ SoNodeRef<SoPerspectiveCamera> Shot::makeCamera(std::string const& database, SoS
     camera->heightAngle = heightAngle;
     camera->orientation = CameraPlace::lookingFrom(options.azimuth, options.elevation);
     float const aspect = static_cast<float>(options.style.width) / static_cast<float>(options.style.height);
-    std::optional<SbVec3f> target = options.lookAtPlace;
+    SbVec3d const offset(scene.info().offset);
+    std::optional<SbVec3f> target;
+    if (options.lookAtPlace)
+        target = SbVec3f(*options.lookAtPlace - offset);
     if (!options.lookAtName.empty())
-        target = CameraPlace::middleOf(pointsBelow(database, scene, "--look-at", options.lookAtName));
+        target = CameraPlace::middleOf(pointsBelow(database, scene.root(), "--look-at", options.lookAtName));
     if (options.eye) {
-        if (!CameraPlace::stand(*camera, *options.eye, target ? *target : CameraPlace::middleOf(points),
-                                options.zoom))
+        if (!CameraPlace::stand(*camera, SbVec3f(*options.eye - offset),
+                                target ? *target : CameraPlace::middleOf(points), options.zoom))
             throw ToolError(database + ": --eye is the place to look at. Choose another one.",
                             ExitCode::wrongUsage);
     } else if (!options.fitName.empty()) {
-        CameraPlace::fit(*camera, pointsBelow(database, scene, "--fit", options.fitName), aspect,
+        CameraPlace::fit(*camera, pointsBelow(database, scene.root(), "--fit", options.fitName), aspect,
                          options.zoom);
     } else if (target) {
         CameraPlace::fitAround(*camera, *target, points, aspect, options.zoom);

@@ -24,6 +24,9 @@ constexpr long long mostPixelsOfSheet = 1LL << 26;
 /// Of JPEG.
 constexpr long long longestSideOfSheet = 65500;
 
+/// Farther away floats don't hold a place.
+constexpr double largestPlace = 1e30;
+
 constexpr char const* defaultSize = "1280x720";
 constexpr char const* defaultSizeInSheet = "320x180";
 
@@ -37,14 +40,15 @@ std::vector<std::string> namesOfViews()
     return names;
 }
 
-std::optional<SbVec3f> placeFromText(std::string const& text)
+std::optional<SbVec3d> placeFromText(std::string const& text)
 {
-    std::array<float, 3> place{};
+    std::array<double, 3> place{};
     char rest;
-    if (std::sscanf(text.c_str(), "%f,%f,%f%c", &place[0], &place[1], &place[2], &rest) != 3 ||
-        !std::all_of(place.begin(), place.end(), [](float number) { return std::isfinite(number); }))
+    if (std::sscanf(text.c_str(), "%lf,%lf,%lf%c", &place[0], &place[1], &place[2], &rest) != 3 ||
+        !std::all_of(place.begin(), place.end(),
+                     [](double number) { return std::abs(number) <= largestPlace; }))
         return std::nullopt;
-    return SbVec3f(place.data());
+    return SbVec3d(place.data());
 }
 
 /// "fltshot a.flt out.png" means an output.
@@ -99,7 +103,7 @@ ShotOptions::ShotOptions(Program& program)
         "The same in degrees: azimuth clockwise from north and elevation above the horizon. Default: "
         "150,20.");
     program.value("--eye", eyeText, "X,Y,Z",
-                  "Where the viewer stands, in the coordinates of the scene (metres).");
+                  "Where the viewer stands, in the coordinates of the database in metres.");
     program.value(
         "--look-at", lookAtText, "NAME|X,Y,Z",
         "What is in the middle of the picture: a node or a place. Default: the middle of the scene.");

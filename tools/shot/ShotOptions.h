@@ -3,7 +3,7 @@
 #include "shot/DrawingStyle.h"
 #include "support/Program.h"
 
-#include <Inventor/SbVec3f.h>
+#include <Inventor/SbVec3d.h>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,10 +36,10 @@ public:
     float azimuth = 0;   ///< Degrees, clockwise from north.
     float elevation = 0; ///< Degrees above the horizon.
     float zoom = 1;
-    std::optional<SbVec3f> eye;
-    std::optional<SbVec3f> lookAtPlace;
-    std::string lookAtName; ///< Of a node; empty for none.
-    std::string fitName;    ///< Of a node; empty for none.
+    std::optional<SbVec3d> eye;         ///< In the coordinates of the database, in metres.
+    std::optional<SbVec3d> lookAtPlace; ///< The same.
+    std::string lookAtName;             ///< Of a node; empty for none.
+    std::string fitName;                ///< Of a node; empty for none.
     int columns = 0;
     bool isThumbnail = false;
     OutputFile::Existing existing = OutputFile::Existing::replace; ///< A picture that is there already.

@@ -72,6 +72,14 @@ FltLoader LoaderOptions::makeLoader() const
     return loader;
 }
 
+FltLoader LoaderOptions::makeCentringLoader() const
+{
+    FltLoader loader = makeLoader();
+    if (!loader.exact) // which has no choice of it
+        loader.origin = FltLoader::Origin::centre;
+    return loader;
+}
+
 bool LoaderOptions::hasNamedLog() const
 {
     FltLoader const loader = makeLoader();

@@ -22,7 +22,7 @@ public:
     /// @throw UsageError, or ToolError with the exit code for wrong usage
     void check();
 
-    FltLoader makeLoader() const { return loaderOptions.makeLoader(); }
+    FltLoader makeLoader() const { return loaderOptions.makeCentringLoader(); }
     std::string const& input() const { return inputs.front(); } ///< Empty for an empty window.
 
     std::string select;     ///< A part of the name of what is selected at first; empty for nothing.

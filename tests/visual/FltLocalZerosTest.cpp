@@ -1,0 +1,158 @@
+#include "visual/FltLocalZeros.h"
+
+#include "visual/FltNodeMatrix.h"
+
+#include <Inventor/SbDPRotation.h>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+SbVec3d const nowhere(0, 0, 0);
+SbVec3d const far(4'500'000, 5'300'000, 120);
+
+std::shared_ptr<FltVisualNode> group()
+{
+    return std::make_shared<FltVisualNode>();
+}
+
+/// A node with a mesh of one by one that counts from an origin.
+std::shared_ptr<FltVisualNode> meshAt(SbVec3d const& origin)
+{
+    auto node = group();
+    FltMesh mesh;
+    mesh.origin = origin;
+    mesh.positions = {SbVec3f(-0.5F, 0, 0), SbVec3f(0.5F, 1, 0)};
+    node->meshes.push_back(mesh);
+    return node;
+}
+
+FltLocalZeros::Zeros zerosOf(FltVisualNode const& root, FltVisualNode const& node,
+                             SbVec3d const& around = nowhere)
+{
+    return FltLocalZeros(root, 1).of(node, around);
+}
+
+} // namespace
+
+TEST(FltLocalZeros, areThoseOfTheDatabaseWhereFloatsHoldEverything)
+{
+    auto const root = meshAt(nowhere);
+    root->children = {meshAt(nowhere)};
+    root->transform = {FltNodeMatrix::by({9e5, 0, 0})};
+    FltLocalZeros::Zeros const zeros = zerosOf(*root, *root);
+    EXPECT_EQ(zeros.around, nowhere);
+    EXPECT_EQ(zeros.inside, nowhere);
+    EXPECT_FALSE(zeros.isOneMatrix);
+}
+
+TEST(FltLocalZeros, standNearWhatLiesFarAway)
+{
+    auto const root = group();
+    root->children = {meshAt(far)};
+    FltLocalZeros::Zeros const zeros = zerosOf(*root, *root);
+    EXPECT_LT((zeros.around - far).length(), 2);
+    EXPECT_EQ(zeros.inside, zeros.around);
+    EXPECT_EQ(zerosOf(*root, *root->children[0], zeros.inside).inside, zeros.inside) << "the same in it";
+}
+
+TEST(FltLocalZeros, areNearOnBothSidesOfATransformation)
+{
+    auto const root = group();
+    auto const placed = meshAt(far);
+    placed->transform = {FltNodeMatrix::by(-far)};
+    root->children = {placed};
+    EXPECT_EQ(zerosOf(*root, *root).around, nowhere);
+    EXPECT_EQ(zerosOf(*root, *placed).inside, far) << "nothing is left of the matrix";
+}
+
+TEST(FltLocalZeros, areNearBelowMatricesThatCancelEachOther)
+{
+    auto const root = group();
+    auto const outer = group();
+    auto const inner = meshAt(nowhere);
+    outer->transform = {FltNodeMatrix::by(-far)};
+    inner->transform = {FltNodeMatrix::by(far)};
+    root->children = {outer};
+    outer->children = {inner};
+    EXPECT_EQ(zerosOf(*root, *outer).inside, far);
+    EXPECT_EQ(zerosOf(*root, *inner, far).inside, nowhere);
+    outer->children.clear();
+    SbDPMatrix turned;
+    turned.setRotate(SbDPRotation(SbVec3d(0, 0, 1), 0.5));
+    inner->transform = {FltNodeMatrix::by(-far), turned, FltNodeMatrix::by(far)};
+    root->children = {inner};
+    EXPECT_TRUE(zerosOf(*root, *inner).isOneMatrix) << "of the same node";
+}
+
+TEST(FltLocalZeros, areTheSameForAPartAtAllItsPlaces)
+{
+    auto const root = group();
+    auto const part = meshAt(far);
+    root->children = {part, part};
+    FltLocalZeros const zeros(*root, 1);
+    EXPECT_EQ(zeros.of(*part, {1, 2, 3}).around, zeros.of(*part, far).around);
+}
+
+TEST(FltLocalZeros, leaveTurningFacesAndFilesWhereTheyAre)
+{
+    auto const root = meshAt(far);
+    auto const turning = meshAt(nowhere);
+    turning->become<FltVisualTurning>().foot = far;
+    auto const file = group();
+    file->become<FltVisualFile>().path = "a.flt";
+    root->children = {turning, file};
+    FltLocalZeros const zeros(*root, 1);
+    SbVec3d const inRoot = zeros.of(*root, nowhere).inside;
+    EXPECT_EQ(zeros.of(*turning, inRoot).around, inRoot);
+    EXPECT_EQ(zeros.of(*turning, inRoot).inside, nowhere);
+    EXPECT_EQ(zeros.of(*file, inRoot).around, nowhere);
+}
+
+TEST(FltLocalZeros, leaveWhatIsSeenInAPerspective)
+{
+    auto const root = meshAt(far);
+    auto const skewed = meshAt(far);
+    SbDPMatrix matrix;
+    matrix[0][3] = 0.01;
+    skewed->transform = {matrix};
+    root->children = {skewed};
+    FltLocalZeros const zeros(*root, 1);
+    FltLocalZeros::Zeros const left = zeros.of(*skewed, zeros.of(*root, nowhere).inside);
+    EXPECT_EQ(left.around, nowhere);
+    EXPECT_EQ(left.inside, nowhere);
+    EXPECT_FALSE(left.isOneMatrix);
+}
+
+TEST(FltLocalZeros, standAtWhatIsMeantWhereSomethingIsAstray)
+{
+    auto const root = group();
+    root->children = {meshAt(far), meshAt({5e-4, 0, 0})};
+    EXPECT_EQ(zerosOf(*root, *root).around, far);
+    root->children = {meshAt(far), meshAt(-far)};
+    EXPECT_EQ(zerosOf(*root, *root).around, nowhere) << "all around";
+}
+
+TEST(FltLocalZeros, areToleratedByTheUnit)
+{
+    auto const root = meshAt(nowhere);
+    root->become<FltVisualText>().place = SbVec3d(2048.00011, 0, 0);
+    EXPECT_NE(zerosOf(*root, *root).around, nowhere);
+    EXPECT_EQ(FltLocalZeros(*root, 0.3048).of(*root, nowhere).around, nowhere);
+    auto const scale = group();
+    scale->become<FltVisualScale>().factor = 0.3048;
+    scale->children = {root};
+    EXPECT_EQ(zerosOf(*scale, *scale).inside, nowhere);
+}
+
+TEST(FltLocalZeros, holdInAChainOfAnyDepth)
+{
+    auto root = meshAt(far);
+    for (int level = 0; level < 1000; ++level) {
+        auto above = group();
+        above->transform = {FltNodeMatrix::by({1, 0, 0})};
+        above->children = {root};
+        root = above;
+    }
+    EXPECT_LT((zerosOf(*root, *root).around - far - SbVec3d(1000, 0, 0)).length(), 2);
+}
