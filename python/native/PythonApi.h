@@ -15,10 +15,21 @@ PyObject* PyCapsule_New(void* pointer, char const* name, void (*destructor)(PyOb
 void* PyCapsule_GetPointer(PyObject* capsule, char const* name);
 
 PyObject* Py_BuildValue(char const* format, ...);
+PyObject* PyObject_CallMethod(PyObject* object, char const* name, char const* format, ...);
 PyObject* PyObject_CallFunction(PyObject* callable, char const* format, ...);
 PyObject* PyUnicode_DecodeFSDefault(char const* text);
 PyObject* PyUnicode_DecodeUTF8(char const* text, std::ptrdiff_t size, char const* errors);
+PyObject* PyUnicode_InternFromString(char const* text);
 PyObject* PyBool_FromLong(long value);
+PyObject* PyFloat_FromDouble(double value);
+PyObject* PyLong_FromLongLong(long long value);
+PyObject* PyBytes_FromStringAndSize(char const* bytes, std::ptrdiff_t size);
+PyObject* PyByteArray_FromStringAndSize(char const* bytes, std::ptrdiff_t size);
+PyObject* PyDict_New();
+PyObject* PyDict_GetItem(PyObject* dictionary, PyObject* key); ///< Gives no reference away.
+int PyDict_SetItem(PyObject* dictionary, PyObject* key, PyObject* value);
+PyObject* PyList_New(std::ptrdiff_t size);
+int PyList_Append(PyObject* list, PyObject* item);
 int PyObject_IsTrue(PyObject* object);
 void Py_DecRef(PyObject* object);
 

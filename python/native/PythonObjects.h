@@ -19,6 +19,23 @@ inline PyObject* none()
     return Py_BuildValue("");
 }
 
+/// Appends an item to a list, and gives it away. An item that there was no memory for raises an exception.
+inline void append(PyObject* list, PyObject* item)
+{
+    if (list != nullptr && item != nullptr)
+        static_cast<void>(PyList_Append(list, item));
+    Py_DecRef(item);
+}
+
+/// The object itself, or null after an exception, when it isn't wanted any more.
+inline PyObject* unlessRaised(PyObject* object)
+{
+    if (PyErr_Occurred() == nullptr)
+        return object;
+    Py_DecRef(object);
+    return nullptr;
+}
+
 /// Hands an object over to the interpreter, which deletes it with the last reference. No step of Python is in
 /// that, before which an exception could come.
 template <typename Object>

@@ -4,6 +4,8 @@
 
 #include "LoadedVisual.h"
 #include "PythonObjects.h"
+#include "RecordColumns.h"
+#include "RecordObject.h"
 #include "ReportJson.h"
 
 #include "loader/FltLoader.h"
@@ -17,6 +19,7 @@
 #include <dlfcn.h>
 #include <exception>
 #include <memory>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -164,6 +167,28 @@ struct MeshWalk {
 
     std::shared_ptr<LoadedVisual> visual;
     FltVisualWalk walk;
+};
+
+/// Records that are made for one call: a call costs as much as one of them.
+constexpr int recordsAtOnce = 64;
+
+/// A walk over the records of a file.
+struct RecordWalk {
+    /// @param opcodes of the records that are wanted; empty for all
+    RecordWalk(char const* path, std::set<int> opcodes) : reader(path), opcodes(std::move(opcodes)) {}
+
+    /// Goes on to the next record that is wanted. @return false after the last one
+    bool next()
+    {
+        while (reader.next())
+            if (opcodes.empty() || opcodes.count(reader.opcode()) != 0)
+                return true;
+        return false;
+    }
+
+    FltRecordReader reader;
+    std::set<int> opcodes;
+    RecordObject object;
 };
 
 PyObject* colorOf(SbColor const& color)
@@ -333,18 +358,41 @@ VELLOREADER_API PyObject* velloreader_array(PyObject* mesh, char const* which, s
 }
 
 /// Begins to read the records of a database.
+/// @param opcodes of the records that are wanted
+/// @param count   how many there are; 0 if all records are wanted
 /// @return what velloreader_next() takes
-VELLOREADER_API PyObject* velloreader_records(char const* path, PyObject* fail)
-{
-    return guarded(fail, [&] { return owning(std::make_unique<FltRecordReader>(path)); });
-}
-
-/// @return the next record as JSON, or None after the last one
-VELLOREADER_API PyObject* velloreader_next(PyObject* records, PyObject* fail)
+VELLOREADER_API PyObject* velloreader_records(char const* path, int const* opcodes, std::size_t count,
+                                              PyObject* fail)
 {
     return guarded(fail, [&] {
-        auto& reader = owned<FltRecordReader>(records);
-        return reader.next() ? textOf(reader.json()) : PythonObjects::none();
+        return owning(std::make_unique<RecordWalk>(path, std::set<int>(opcodes, opcodes + count)));
+    });
+}
+
+/// @return a list of the next records as dictionaries; an empty one after the last record
+VELLOREADER_API PyObject* velloreader_next(PyObject* records, PyObject* fail)
+{
+    return guarded(fail, [&]() -> PyObject* {
+        auto& at = owned<RecordWalk>(records);
+        PyObject* const list = PyList_New(0);
+        for (int i = 0; i < recordsAtOnce && PyErr_Occurred() == nullptr && at.next(); ++i) {
+            at.reader.give(at.object);
+            PythonObjects::append(list, at.object.take());
+        }
+        return PythonObjects::unlessRaised(list);
+    });
+}
+
+/// @return the columns of the records of an opcode, as RecordColumns gives them, and first where the records
+///         begin in the file, in the same form
+VELLOREADER_API PyObject* velloreader_columns(char const* path, int opcode, PyObject* fail)
+{
+    return guarded(fail, [&] {
+        RecordWalk at(path, {opcode});
+        RecordColumns columns;
+        while (at.next())
+            columns.add(at.reader);
+        return PythonObjects::unlessRaised(columns.take());
     });
 }
 }

@@ -3,6 +3,7 @@
 #include "loader/FltDatabaseFile.h"
 #include "loader/FltLoadLock.h"
 #include "parser/FltRecordScan.h"
+#include "records/FltFieldLister.h"
 #include "records/FltJsonText.h"
 #include "records/FltOpcodeTable.h"
 
@@ -67,24 +68,41 @@ bool FltRecordReader::isAncillary() const
 
 std::string FltRecordReader::json() const
 {
-    FltLoadLock const lock;
-    std::string text = state->scan.json();
-    if (!text.empty())
-        return text;
+    std::string text;
     FltJsonText json(text);
-    json.open('{');
-    json.key("opcode");
-    json.value(opcode());
-    json.key("length");
-    json.value(length());
-    json.key("offset");
-    json.value(offset());
-    json.key("error");
-    json.value(std::string_view(state->scan.complaints().empty()
-                                    ? "too many records are shorter than their layout"
-                                    : state->scan.complaints().back()));
-    json.close('}');
+    give(json);
     return text;
+}
+
+void FltRecordReader::give(FltFieldReceiver& receiver) const
+{
+    FltLoadLock const lock;
+    FltRecordScan const& scan = state->scan;
+    if (scan.record() != nullptr)
+        return FltFieldLister::giveRecord(*scan.record(), offset(), receiver);
+    receiver.beginObject();
+    receiver.key("opcode");
+    receiver.integer(opcode());
+    receiver.key("length");
+    receiver.integer(length());
+    receiver.key("offset");
+    receiver.integer(static_cast<std::int64_t>(offset()));
+    receiver.key("error");
+    receiver.text(scan.complaints().empty() ? "too many records are shorter than their layout"
+                                            : scan.complaints().back());
+    receiver.endObject();
+}
+
+bool FltRecordReader::isReadable() const
+{
+    FltLoadLock const lock;
+    return state->scan.record() != nullptr;
+}
+
+void FltRecordReader::giveFields(FltFieldReceiver& receiver) const
+{
+    if (isReadable())
+        FltFieldLister::giveFields(*state->scan.record(), receiver);
 }
 
 std::string FltRecordReader::fault() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "FltLoadError.h"
+#include "records/FltFieldReceiver.h"
 #include "toolkit/VelloReaderExport.h"
 
 #include <cstdint>
@@ -50,6 +51,15 @@ public:
     ///
     /// A record that is too broken to be read has a text "error" in place of "fields" that says why.
     std::string json() const;
+
+    /// Gives the same to a receiver, as one object.
+    void give(FltFieldReceiver& receiver) const;
+
+    /// Whether it can be read at all. Where it can't, there are no fields.
+    bool isReadable() const;
+
+    /// Gives its fields alone, as members of an object that the receiver has opened.
+    void giveFields(FltFieldReceiver& receiver) const;
     /// @}
 
     /// Why the records end before the file does; empty if they don't. Ask after the last one.

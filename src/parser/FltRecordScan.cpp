@@ -9,7 +9,6 @@
 #include "records/FltOpcode.h"
 #include "records/FltRecord.h"
 #include "records/FltRecordHeader.h"
-#include "records/FltRecordJson.h"
 #include "records/FltRecordTable.h"
 #include "records/FltRevision.h"
 
@@ -152,9 +151,4 @@ void FltRecordScan::decode() const
 std::size_t FltRecordScan::leastLength() const
 {
     return FltRecordTable::leastOf(opcode(), formatRevision);
-}
-
-std::string FltRecordScan::json() const
-{
-    return record() != nullptr ? FltRecordJson::of(*record(), offset()) : std::string();
 }

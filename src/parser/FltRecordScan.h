@@ -17,7 +17,7 @@ class FltRecord;
 /// std::cerr.
 ///
 ///     for (FltRecordScan scan("airfield.flt"); scan.next();)
-///         std::cout << scan.json() << '\n';
+///         std::cout << FltRecordJson::of(*scan.record(), scan.offset()) << '\n';
 ///
 /// It may stand anywhere: it keeps no state outside of itself, but for the length of a call that decodes a
 /// record, in which it takes the library's messages. A record is decoded when it is looked into.
@@ -58,8 +58,6 @@ public:
     /// Bytes that a record of its opcode has at least at the file's revision.
     std::size_t leastLength() const;
 
-    /// The record as JSON; see FltRecordJson. Empty if it can't be decoded.
-    std::string json() const;
     /// @}
 
     /// @name The file

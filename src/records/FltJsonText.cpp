@@ -3,9 +3,10 @@
 #include "messages/FltText.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 namespace
 {
@@ -22,60 +23,100 @@ constexpr float lastWhole = 1 << 24;
 
 } // namespace
 
-void FltJsonText::value(float number)
+void FltJsonText::key(char const* name)
 {
-    if (std::abs(number) <= lastWhole && std::trunc(number) == number &&
-        !(number == 0 && std::signbit(number))) {
-        value(static_cast<std::int32_t>(number));
-        text += ".0";
+    separate();
+    written += '"';
+    written += name;
+    written += "\":";
+    isFirst = true;
+    if (std::exchange(areFlags, false))
+        last.begin = written.size();
+}
+
+void FltJsonText::integer(std::int64_t value)
+{
+    separate();
+    char digits[24];
+    written.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
+}
+
+void FltJsonText::real(float value)
+{
+    if (std::abs(value) <= lastWhole && std::trunc(value) == value && !(value == 0 && std::signbit(value))) {
+        integer(static_cast<std::int32_t>(value));
+        written += ".0";
         return;
     }
-    if (!std::isfinite(number))
-        return value(static_cast<double>(number));
-    // 0.1 rather than 0.10000000149011612
-    char digits[32] = {};
-    std::to_chars(digits, digits + sizeof digits, number);
-    value(std::strtod(digits, nullptr));
+    real(std::isfinite(value) ? shortest(value) : static_cast<double>(value));
 }
 
-void FltJsonText::value(double number)
+void FltJsonText::real(double value)
 {
-    if (std::isnan(number))
-        return value(std::string_view("NaN"));
-    if (std::isinf(number))
-        return value(std::string_view(number < 0 ? "-Infinity" : "Infinity"));
+    if (std::isnan(value))
+        return text("NaN");
+    if (std::isinf(value))
+        return text(value < 0 ? "-Infinity" : "Infinity");
     separate();
     char digits[64];
-    text.append(digits, nlohmann::detail::to_chars(digits, digits + sizeof digits, number));
+    written.append(digits, nlohmann::detail::to_chars(digits, digits + sizeof digits, value));
 }
 
-void FltJsonText::value(bool truth)
-{
-    separate();
-    text += truth ? "true" : "false";
-}
-
-void FltJsonText::value(std::string_view characters)
+void FltJsonText::text(std::string_view characters)
 {
     separate();
     if (!std::all_of(characters.begin(), characters.end(), isPlain)) {
-        Json const json(FltText::utf8(characters));
-        text += FltText::printableJson(json.dump(-1, ' ', false, Json::error_handler_t::replace));
+        Json const json(characters);
+        written += FltText::printableJson(json.dump(-1, ' ', false, Json::error_handler_t::replace));
         return;
     }
-    text += '"';
-    text += characters;
-    text += '"';
+    written += '"';
+    written += characters;
+    written += '"';
 }
 
-void FltJsonText::hexadecimal(std::string_view bytes)
+void FltJsonText::bytes(std::string_view bytes)
 {
     constexpr char digits[] = "0123456789abcdef";
     separate();
-    text += '"';
+    written += '"';
     for (char const byte : bytes) {
-        text += digits[static_cast<unsigned char>(byte) >> 4];
-        text += digits[static_cast<unsigned char>(byte) & 15];
+        written += digits[static_cast<unsigned char>(byte) >> 4];
+        written += digits[static_cast<unsigned char>(byte) & 15];
     }
-    text += '"';
+    written += '"';
+}
+
+void FltJsonText::beginFlags()
+{
+    areFlags = true;
+    last = {};
+}
+
+void FltJsonText::beginArray(Length /*length*/)
+{
+    begin('[');
+}
+
+void FltJsonText::resumeArray()
+{
+    written.pop_back();
+    isFirst = false;
+}
+
+/// Flags may be named when further members are there already: their value stays where it is, and becomes an
+/// object.
+void FltJsonText::flag(char const* name, bool isSet)
+{
+    if (!last.areNamed) {
+        constexpr std::string_view head = "{\"word\":";
+        written.insert(last.end, "}");
+        written.insert(last.begin, head);
+        last = {last.begin, last.end + head.size() + 1, true};
+    }
+    std::string named = ",\"";
+    named += name;
+    named += isSet ? "\":true" : "\":false";
+    written.insert(last.end - 1, named);
+    last.end += named.size();
 }

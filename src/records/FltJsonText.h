@@ -1,86 +1,67 @@
 #pragma once
 
-#include <charconv>
+#include "records/FltFieldReceiver.h"
+
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <type_traits>
 
-/// Writes JSON as text, value by value, without a tree of them. The one place that knows how a number, a text
-/// and bytes look.
-class FltJsonText
+/// Writes a record's fields as JSON text, value by value, without a tree of them. The one place that knows how
+/// a number, a text and bytes look.
+///
+/// A float is written in the fewest digits that are this float; a number that JSON doesn't have is a text. What
+/// a terminal would obey is escaped in texts. Bytes are two
+/// hexadecimal digits each. Flags whose bits are named are an object: the word, and each bit.
+class FltJsonText final : public FltFieldReceiver
 {
 public:
-    /// @param text to which everything is appended. It has to outlive this object.
-    explicit FltJsonText(std::string& text) : text(text) {}
+    /// @param written to which everything is appended. It has to outlive this object.
+    explicit FltJsonText(std::string& written) : written(written) {}
 
-    /// Begins a member of an object. A value follows.
-    void key(std::string_view name)
-    {
-        separate();
-        text += '"';
-        text += name;
-        text += "\":";
-        isFirst = true;
-    }
-
-    /// @name Values
-    /// In an array, or after a key. Names of members, and keys, are plain letters.
-    /// @{
-    template <class Number>
-    std::enable_if_t<std::is_integral_v<Number>> value(Number number)
-    {
-        separate();
-        char digits[24];
-        text.append(digits, std::to_chars(digits, digits + sizeof digits, std::int64_t(number)).ptr);
-    }
-    void value(float number);  ///< In the fewest digits that are this float.
-    void value(double number); ///< One that JSON doesn't have is a text.
-    void value(bool truth);
-
-    /// Text whose bytes aren't UTF-8 is taken as Latin-1, and what a terminal would obey is escaped.
-    void value(std::string_view characters);
-
-    /// Two hexadecimal digits a byte.
-    void hexadecimal(std::string_view bytes);
-    /// @}
-
-    /// Begins and ends an array '[' ']' or an object '{' '}'.
-    /// @{
-    void open(char bracket)
-    {
-        separate();
-        text += bracket;
-        isFirst = true;
-    }
-    void close(char bracket)
-    {
-        text += bracket;
-        isFirst = false;
-    }
-    /// @}
-
-    /// Takes the end of an array or an object back, so that more can follow in it.
-    void reopen()
-    {
-        text.pop_back();
-        isFirst = false;
-    }
-
-    /// Bytes written so far.
-    std::size_t size() const { return text.size(); }
-
-    /// Puts text where bytes are written already.
-    void insert(std::size_t at, std::string_view inserted) { text.insert(at, inserted); }
+    void key(char const* name) override;
+    void integer(std::int64_t value) override;
+    void real(float value) override;
+    void real(double value) override;
+    void text(std::string_view characters) override;
+    void bytes(std::string_view bytes) override;
+    void beginArray(Length length) override;
+    void endArray() override { end(']'); }
+    void beginObject() override { begin('{'); }
+    void endObject() override { end('}'); }
+    void resumeArray() override;
+    void beginFlags() override;
+    void endFlags() override { last.end = written.size(); }
+    void flag(char const* name, bool isSet) override;
 
 private:
+    /// Where the last flags stand in the text, and whether they have named bits yet.
+    struct Flags {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+        bool areNamed = false;
+    };
+
     void separate()
     {
         if (!isFirst)
-            text += ',';
+            written += ',';
+        isFirst = false;
+    }
+    void begin(char bracket)
+    {
+        separate();
+        written += bracket;
+        isFirst = true;
+    }
+    void end(char bracket)
+    {
+        written += bracket;
         isFirst = false;
     }
 
-    std::string& text;
+    std::string& written;
     bool isFirst = true;
+    bool areFlags = false; ///< Whether the next member's value is flags.
+    Flags last;
 };

@@ -1,6 +1,6 @@
 #include "records/FltRecordTable.h"
 
-#include "records/FltFieldJson.h"
+#include "records/FltFieldLister.h"
 #include "records/FltFields.h"
 #include "records/FltOpcode.h"
 #include "records/FltOpcodeTable.h"
@@ -64,7 +64,7 @@ std::size_t least([[maybe_unused]] int revision)
 }
 
 template <class Record>
-void list(FltRecord const& record, FltFieldJson& fields)
+void list(FltRecord const& record, FltFieldLister& fields)
 {
     if (auto const* const typed = dynamic_cast<Record const*>(&record))
         Record::fields(*typed, fields);

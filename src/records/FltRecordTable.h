@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
-class FltFieldJson;
+class FltFieldLister;
 class FltRecord;
 
 /// How the records of one opcode are made and read.
@@ -24,7 +24,7 @@ struct FltRecordRow {
     std::size_t objectSize;
 
     /// Lists the fields of a record of this class; none of a record of another one.
-    void (*list)(FltRecord const& record, FltFieldJson& fields);
+    void (*list)(FltRecord const& record, FltFieldLister& fields);
 };
 
 /// All opcodes that have a class.

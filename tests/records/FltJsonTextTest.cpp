@@ -6,11 +6,25 @@
 namespace
 {
 
-template <class Value>
-std::string textOf(Value value)
+std::string textOf(std::int64_t value)
 {
     std::string text;
-    FltJsonText(text).value(value);
+    FltJsonText(text).integer(value);
+    return text;
+}
+
+template <class Real>
+std::string textOf(Real value)
+{
+    std::string text;
+    FltJsonText(text).real(value);
+    return text;
+}
+
+std::string textOf(std::string_view value)
+{
+    std::string text;
+    FltJsonText(text).text(value);
     return text;
 }
 
@@ -20,32 +34,50 @@ TEST(FltJsonText, writesMembersAndElementsWithCommasBetween)
 {
     std::string text;
     FltJsonText json(text);
-    json.open('{');
+    json.beginObject();
     json.key("a");
-    json.value(1);
+    json.integer(1);
     json.key("b");
-    json.open('[');
-    json.value(-2);
-    json.value(true);
-    json.open('{');
-    json.close('}');
-    json.value(false);
-    json.close(']');
-    json.close('}');
-    EXPECT_EQ(text, R"({"a":1,"b":[-2,true,{},false]})");
+    json.beginArray(FltJsonText::Length::fixed);
+    json.integer(-2);
+    json.text("x");
+    json.beginObject();
+    json.endObject();
+    json.integer(3);
+    json.endArray();
+    json.endObject();
+    EXPECT_EQ(text, R"({"a":1,"b":[-2,"x",{},3]})");
 }
 
 TEST(FltJsonText, goesOnInAnArrayThatHadEnded)
 {
     std::string text;
     FltJsonText json(text);
-    json.open('[');
-    json.value(1);
-    json.close(']');
-    json.reopen();
-    json.value(2);
-    json.close(']');
+    json.beginArray(FltJsonText::Length::counted);
+    json.integer(1);
+    json.endArray();
+    json.resumeArray();
+    json.integer(2);
+    json.endArray();
     EXPECT_EQ(text, "[1,2]");
+}
+
+TEST(FltJsonText, makesAnObjectOfFlagsOnceABitIsNamed)
+{
+    std::string text;
+    FltJsonText json(text);
+    json.beginObject();
+    json.beginFlags();
+    json.key("flags");
+    json.integer(5);
+    json.endFlags();
+    json.key("next");
+    json.integer(1);
+    EXPECT_EQ(text, R"({"flags":5,"next":1)");
+    json.flag("hidden", true);
+    json.flag("terrain", false);
+    json.endObject();
+    EXPECT_EQ(text, R"({"flags":{"word":5,"hidden":true,"terrain":false},"next":1})");
 }
 
 TEST(FltJsonText, writesAFloatInTheFewestDigitsThatAreIt)
@@ -73,8 +105,8 @@ TEST(FltJsonText, writesNumbersThatJsonDoesntHaveAsTexts)
 TEST(FltJsonText, writesWholeNumbersOfAnySize)
 {
     EXPECT_EQ(textOf(std::numeric_limits<std::int64_t>::min()), "-9223372036854775808");
-    EXPECT_EQ(textOf(std::uint8_t(255)), "255");
-    EXPECT_EQ(textOf(std::numeric_limits<std::uint32_t>::max()), "4294967295");
+    EXPECT_EQ(textOf(std::int64_t(255)), "255");
+    EXPECT_EQ(textOf(std::int64_t(std::numeric_limits<std::uint32_t>::max())), "4294967295");
 }
 
 TEST(FltJsonText, escapesWhatATerminalOrAReaderWouldObey)
@@ -82,13 +114,13 @@ TEST(FltJsonText, escapesWhatATerminalOrAReaderWouldObey)
     EXPECT_EQ(textOf(std::string_view("a~ b")), "\"a~ b\"");
     EXPECT_EQ(textOf(std::string_view("\"\\\n\x1f")), "\"\\\"\\\\\\n\\u001f\"");
     EXPECT_EQ(textOf(std::string_view("\x7f")), "\"\\u007f\"");
-    EXPECT_EQ(textOf(std::string_view("caf\xe9")), "\"caf\xc3\xa9\"");
+    EXPECT_EQ(textOf(std::string_view("caf\xc3\xa9")), "\"caf\xc3\xa9\"");
     EXPECT_EQ(textOf(std::string_view("\xe2\x80\xae")), "\"\\u202e\"");
 }
 
 TEST(FltJsonText, writesBytesAsTwoDigitsEach)
 {
     std::string text;
-    FltJsonText(text).hexadecimal(std::string_view("\x00\xff\x1a", 3));
+    FltJsonText(text).bytes(std::string_view("\x00\xff\x1a", 3));
     EXPECT_EQ(text, "\"00ff1a\"");
 }

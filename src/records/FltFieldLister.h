@@ -1,31 +1,44 @@
 #pragma once
 
 #include "records/FltDumpStyles.h"
-#include "records/FltJsonText.h"
+#include "records/FltFieldReceiver.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <string>
 #include <string_view>
 #include <type_traits>
+#include <vector>
 
-/// Lists a record's fields by name with their values, as members of a JSON object. See FltFields.h, and
-/// FltRecordJson for the form of the values.
-class FltFieldJson
+class FltRecord;
+
+/// Hands a record's fields over by name with their values. See FltFields.h.
+class FltFieldLister
 {
 public:
+    /// Gives the fields of any record, as members of the object that is open.
+    static void giveFields(FltRecord const& record, FltFieldReceiver& receiver);
+
+    /// Gives any record as an object: opcode, class, category, length, offset and fields.
+    /// @param byteOffset where the record begins in its file
+    static void giveRecord(FltRecord const& record, std::uint64_t byteOffset, FltFieldReceiver& receiver);
+
     static constexpr bool decodes = false;
     static constexpr bool dumps = false;
     static constexpr bool lists = true;
 
-    /// @param json in the object that gets the fields. It has to outlive this one.
-    explicit FltFieldJson(FltJsonText& json) : json(json) {}
+    /// @param receiver in the object that gets the fields. It has to outlive this one.
+    explicit FltFieldLister(FltFieldReceiver& receiver) : receiver(receiver) {}
 
     template <class Member, class... Style>
     void operator()(char const* name, Member const& member, Style const&... /*style*/)
     {
+        bool const areFlags = std::string_view(name) == "flags" || std::string_view(name) == "Flags";
+        if (areFlags)
+            receiver.beginFlags();
         put(name, member);
+        if (areFlags)
+            receiver.endFlags();
     }
     template <class Value, std::size_t size, class Style>
     void first(int count, char const* name, Value const (&values)[size], Style const& /*style*/)
@@ -35,12 +48,7 @@ public:
     template <class Value>
     void values(char const* name, Value const* values, int count)
     {
-        begin(name);
-        json.open('[');
-        for (int i = 0; i < count; ++i)
-            add(values[i]);
-        json.close(']');
-        end(name);
+        list(name, values, count, FltFieldReceiver::Length::counted);
     }
     void values(char const* name, char const* bytes, int count) { characters(name, bytes, count); }
     void rest(char const* name, std::unique_ptr<char[]> const& text, unsigned int length);
@@ -48,7 +56,10 @@ public:
     void text(char const* name, std::string_view text);
     void bytes(char const* name, char const* bytes, unsigned int count);
     void number(char const* name, int value) { put(name, value); }
-    void flag(char const* name, std::uint32_t word, int bit, char const* label);
+    void flag(char const* name, std::uint32_t word, int bit, char const* /*label*/)
+    {
+        receiver.flag(name, (word >> bit & 1) != 0);
+    }
 
     static bool from(int revision, int first) { return revision >= first; }
     static bool when(bool condition) { return condition; }
@@ -76,8 +87,7 @@ private:
     std::enable_if_t<std::is_arithmetic_v<Number>> put(char const* name, Number value)
     {
         begin(name);
-        json.value(value);
-        end(name);
+        add(value);
     }
     template <std::size_t size>
     void put(char const* name, char const (&text)[size])
@@ -87,41 +97,43 @@ private:
     template <class Value, std::size_t size>
     void put(char const* name, Value const (&values)[size])
     {
-        this->values(name, values, static_cast<int>(size));
+        list(name, values, static_cast<int>(size), FltFieldReceiver::Length::fixed);
+    }
+    template <class Value>
+    void list(char const* name, Value const* values, int count, FltFieldReceiver::Length length)
+    {
+        begin(name);
+        receiver.beginArray(length);
+        for (int i = 0; i < count; ++i)
+            add(values[i]);
+        receiver.endArray();
     }
     template <class Number>
-    std::enable_if_t<std::is_arithmetic_v<Number>> add(Number value)
+    std::enable_if_t<std::is_integral_v<Number>> add(Number value)
     {
-        json.value(value);
+        receiver.integer(value);
     }
+    void add(float value) { receiver.real(value); }
+    void add(double value) { receiver.real(value); }
     template <class Value, std::size_t size>
     void add(Value const (&row)[size])
     {
-        json.open('[');
+        receiver.beginArray(FltFieldReceiver::Length::fixed);
         for (Value const& value : row)
             add(value);
-        json.close(']');
+        receiver.endArray();
     }
 
     /// A char array: text, but for reserved bytes.
     void characters(char const* name, char const* text, int size);
 
-    /// Before and after a value that may hold flags.
-    /// @{
-    void begin(char const* name);
-    void end(char const* name);
-    /// @}
+    void begin(char const* name)
+    {
+        lastElement = nullptr;
+        receiver.key(name);
+    }
 
-    /// Where the value of the last field with flags stands in the text, and whether it has named bits yet.
-    struct Flags {
-        std::size_t begin = 0;
-        std::size_t end = 0;
-        bool areNamed = false;
-    };
-
-    FltJsonText& json;
-    Flags flags;
-    std::string levels;         ///< The open blocks: '}' of a lone one, ']' of one of several.
-    std::string lastElement;    ///< The name of the blocks that ended last,
-    std::size_t elementEnd = 0; ///< and where they ended.
+    FltFieldReceiver& receiver;
+    std::vector<char const*> levels;   ///< The open blocks: the name of one of several, null for a lone one.
+    char const* lastElement = nullptr; ///< The name of the block of several that has just ended.
 };

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <charconv>
+#include <cstdint>
+#include <string_view>
+
+/// Takes a record's fields by name with their values, in the order of the file: what writes JSON, makes objects
+/// of another language or fills columns. See FltRecordReader::fields().
+///
+/// Members of an object come as a key and a value each, elements of an array as values. A value is a number, a
+/// text, bytes, an object or an array.
+class FltFieldReceiver
+{
+public:
+    /// How long an array is.
+    enum class Length {
+        fixed,   ///< The same in every record.
+        counted, ///< As this very record says.
+    };
+
+    /// Begins a member of an object. Its value follows.
+    /// @param name plain letters, which stay as they are as long as the program runs
+    virtual void key(char const* name) = 0;
+
+    /// @name Values
+    /// @{
+    virtual void integer(std::int64_t value) = 0;
+    virtual void real(float value) = 0;
+    virtual void real(double value) = 0;
+    virtual void text(std::string_view characters) = 0; ///< In UTF-8; what isn't was taken as Latin-1.
+    virtual void bytes(std::string_view bytes) = 0;     ///< Reserved bytes and data without a layout.
+    virtual void beginArray(Length length) = 0;
+    virtual void endArray() = 0;
+    virtual void beginObject() = 0;
+    virtual void endObject() = 0;
+    /// @}
+
+    /// Takes the end of the array that was the last value back: more elements of it follow.
+    virtual void resumeArray() = 0;
+
+    /// Stand around a member whose bits may be named.
+    /// @{
+    virtual void beginFlags() = 0;
+    virtual void endFlags() = 0;
+    /// @}
+
+    /// Names a bit of the last flags of the object that is open. Other members may have come between.
+    /// @param name as of key()
+    virtual void flag(char const* name, bool isSet) = 0;
+
+    /// The number that has the fewest digits of all that a float stands for: 0.1 rather than
+    /// 0.10000000149011612.
+    static double shortest(float value)
+    {
+        char digits[32];
+        char const* const end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+        double number = 0;
+        std::from_chars(digits, end, number);
+        return number;
+    }
+
+protected:
+    FltFieldReceiver() = default;
+    FltFieldReceiver(FltFieldReceiver const&) = default;
+    FltFieldReceiver& operator=(FltFieldReceiver const&) = default;
+    ~FltFieldReceiver() = default;
+};
