@@ -145,8 +145,8 @@ void FltPlaneOrder::findPlanes()
         if (tree.ancillaryBegin(number) != tree.ancillaryEnd(number) && number != FltModelTree::root) {
             SbDPMatrix matrix = matrices[matrixOf[at]];
             FltTransformation const transformation(tree, number);
-            for (SbMatrix const& own : transformation.getMatrices())
-                matrix.multLeft(SbDPMatrix(own));
+            for (SbDPMatrix const& own : transformation.getMatrices())
+                matrix.multLeft(own);
             matrixOf[at] = static_cast<std::uint32_t>(matrices.size());
             matrices.push_back(matrix);
         }
