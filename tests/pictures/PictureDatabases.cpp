@@ -1,6 +1,7 @@
 #include "pictures/PictureDatabases.h"
 
 #include "pictures/PictureStage.h"
+#include "support/MadeAttributes.h"
 #include "support/SmallPictures.h"
 
 #include <algorithm>
@@ -339,6 +340,83 @@ void texts(ScratchFolder const& folder)
     save(stage, folder);
 }
 
+/// Each line ends, or has its middle, where its panel does.
+void justifiedTexts(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<std::vector<double>> panels;
+    for (double const height : {0.0, 1.1, 2.2})
+        panels.push_back(stage.vertices(
+            {{-5, 0.1, height}, {5, 0.1, height}, {5, 0.1, height + 1}, {-5, 0.1, height + 1}}));
+    stage.begin();
+    for (std::vector<double> const& panel : panels)
+        stage.object(panel, stage.face(stage.blue));
+    for (int justification = 0; justification < 3; ++justification) {
+        stage.flt.add("Text", {{"XlowerLeftCorner", -5},
+                               {"ZlowerLeftCorner", 0.2 + 1.1 * justification},
+                               {"XupperRightCorner", 5},
+                               {"ZupperRightCorner", 1 + 1.1 * justification},
+                               {"justification", justification},
+                               {"color", 127}});
+        stage.flt.add("Comment", {{"textDescription", "GATE 7"}});
+    }
+    save(stage, folder);
+}
+
+void lineStyles(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<std::vector<double>> lines;
+    for (int i = 0; i < 5; ++i)
+        lines.push_back(stage.vertices({{-5 + 2.5 * i, 0, 0}, {-4 + 2.5 * i, 0, 3}}));
+    for (int i = 0; i < 5; ++i)
+        stage.flt.add("LineStylePalette", {{"lineStyleIndex", i}, {"lineWidth", 1 + 3 * i}});
+    stage.begin();
+    for (int i = 0; i < 5; ++i)
+        stage.object(lines[static_cast<std::size_t>(i)], stage.face(stage.red, {{"lineStyleIndex", i}}));
+    save(stage, folder);
+}
+
+/// A local light of a palette, after its opcode and length.
+std::string redLamp(int index, float quadraticFading)
+{
+    constexpr int local = 1;
+    std::string body = FltWriter::big32(index) + std::string(232, '\0');
+    auto const put = [&body](std::size_t at, std::string const& bytes) {
+        body.replace(at - 4, bytes.size(), bytes);
+    };
+    put(56, FltWriter::bigFloat(1)); // of red
+    put(88, FltWriter::big32(local));
+    put(148, FltWriter::bigFloat(1) + FltWriter::bigFloat(0) + FltWriter::bigFloat(quadraticFading));
+    return body;
+}
+
+/// A lamp that doesn't fade stands in front of the left half of a wall, one that does in front of the right.
+void fadingLights(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<std::vector<double>> walls;
+    for (double x = -5; x < 5; x += 0.5)
+        for (double z = 0; z < 3; z += 0.5)
+            walls.push_back(
+                stage.vertices({{x, 1, z}, {x + 0.5, 1, z}, {x + 0.5, 1, z + 0.5}, {x, 1, z + 0.5}}));
+    for (int const fading : {0, 1})
+        stage.flt.addRaw(102, redLamp(fading, static_cast<float>(2 * fading)));
+    stage.begin();
+    for (int const fading : {0, 1}) {
+        stage.flt.add("Group").push().add("LightSource",
+                                          {{"indexIntoLightPalette", fading},
+                                           {"flags", {128, 0, 0, 0}},
+                                           {"localOrSpotPositionCoordinateX", fading == 0 ? -2.5 : 2.5},
+                                           {"localOrSpotPositionCoordinateZ", 1.5}});
+        std::size_t const half = walls.size() / 2, first = half * static_cast<std::size_t>(fading);
+        for (std::size_t i = first; i < first + half; ++i)
+            stage.object(walls[i], stage.face({255, 90, 90, 90}));
+        stage.flt.pop();
+    }
+    save(stage, folder);
+}
+
 void transformations(ScratchFolder const& folder)
 {
     PictureStage stage;
@@ -489,6 +567,53 @@ void bowTies(ScratchFolder const& folder)
     save(stage, folder);
 }
 
+/// Twice as large as their picture: repeated, clamped in u, clamped and in place of the face's red.
+void textureAttributes(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    saveImage(folder);
+    std::string const image = contentsOf(folder / "image.rgba");
+    constexpr std::size_t wrapU = 40, wrapV = 44, environment = 60;
+    constexpr long clamp = 1, repeat = 0, asBoth = 3, replace = 3;
+    folder.write("clamped.rgba", image);
+    folder.write("clamped.rgba.attr", madeAttributes({{wrapU, clamp}, {wrapV, repeat}}));
+    folder.write("replaced.rgba", image);
+    folder.write("replaced.rgba.attr",
+                 madeAttributes({{36, clamp}, {wrapU, asBoth}, {wrapV, asBoth}, {environment, replace}}));
+    std::vector<std::vector<double>> panels;
+    for (double const x : {-5.0, -1.0, 3.0}) {
+        panels.emplace_back();
+        for (std::vector<double> const& at : {PictureStage::Place{0, 0}, {2, 0}, {2, 2}, {0, 2}})
+            panels.back().push_back(
+                stage.flt.vertex("VertexColorUv", x + at[0], 0, 1.5 * at[1], {{"texture", at}}));
+    }
+    int index = 0;
+    for (char const* const name : {"image.rgba", "clamped.rgba", "replaced.rgba"})
+        stage.flt.add("TexturePattern", {{"fileName", name}, {"patternIndex", index++}});
+    stage.begin();
+    for (index = 0; index < 3; ++index)
+        stage.object(panels[static_cast<std::size_t>(index)],
+                     stage.face(stage.red, {{"texturePatternIndex", index}}));
+    save(stage, folder);
+}
+
+/// Of a file with three panels the middle one alone, and of a group the one that stands in it.
+void referencesToNodes(ScratchFolder const& folder)
+{
+    PictureStage other;
+    std::vector<double> const left = other.panel(-5), middle = other.panel(-1), right = other.panel(0);
+    other.flt.push();
+    other.object(left, other.face(other.red), {{"idASCII", "left"}});
+    other.object(middle, other.face(other.yellow), {{"idASCII", "middle"}});
+    other.flt.add("Group", {{"idASCII", "moved"}}).add("Translate", {{"deltaX", 3}}).push();
+    other.object(right, other.face(other.green), {{"idASCII", "right"}});
+    other.flt.pop().pop().save(folder / "other.flt");
+    PictureStage stage;
+    stage.begin().add("ExternalReference", {{"asciiPath", "OTHER.FLT<middle>"}});
+    stage.flt.add("ExternalReference", {{"asciiPath", "other.flt<moved>"}});
+    save(stage, folder);
+}
+
 void oldVertices(ScratchFolder const& folder)
 {
     FltWriter flt(13);
@@ -598,9 +723,13 @@ std::vector<PictureDatabase> const& pictureDatabases()
         {"instancesAndReplicas", "--from 180,15", instancesAndReplicas},
         {"subfaces", "--from 180,15", subfaces},
         {"references", "--from 180,15", references},
+        {"referencesToNodes", "--from 180,15", referencesToNodes},
         {"lights", "--from 180,15", lights},
+        {"fadingLights", "--from 180,15", fadingLights},
         {"lightPoints", "--from 180,15", lightPoints},
+        {"lineStyles", "--from 180,15", lineStyles},
         {"texts", "--from 180,15", texts},
+        {"justifiedTexts", "--from 180,15", justifiedTexts},
         {"transformations", "--from 180,15", transformations},
         {"textures", "--from 180,15", textures},
         {"trees", "--from 180,15", [](ScratchFolder const& folder) { trees(folder, false); }},
@@ -612,6 +741,7 @@ std::vector<PictureDatabase> const& pictureDatabases()
         {"mirrors", "--from 200,15", mirrors},
         {"mirrorsFromBothSides", "--from 200,15 --two-sided", mirrors},
         {"bowTies", "--from 180,15", bowTies},
+        {"textureAttributes", "--from 180,15", textureAttributes},
         {"oldVertices", "--from 180,15", oldVertices},
         {"damage", "--from 180,15", damage},
         {"farAway", "--from 180,15", farAway},

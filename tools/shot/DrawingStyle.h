@@ -10,6 +10,7 @@ struct DrawingStyle {
     bool isTransparent = false; ///< An alpha channel in place of the backdrop.
     bool isWireframe = false;   ///< The edges of all faces, on both sides.
     bool isTwoSided = false;    ///< Both sides of all faces.
+    bool lightsAll = false;     ///< Light on all faces, also on those that aren't lit.
     bool hasSmallPoints =
         false; ///< No point larger than a pixel: in a small picture they would cover the rest.
 };

@@ -1,6 +1,7 @@
 #include "shot/SceneDrawing.h"
 
 #include "shot/BothSides.h"
+#include "shot/FinerSizes.h"
 #include "support/ToolError.h"
 #include "toolkit/SoNodeRef.h"
 
@@ -11,6 +12,7 @@
 #include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoDrawStyle.h>
 #include <Inventor/nodes/SoEnvironment.h>
+#include <Inventor/nodes/SoLightModel.h>
 #include <Inventor/nodes/SoPerspectiveCamera.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoShapeHints.h>
@@ -68,21 +70,32 @@ SoDrawStyle* makeSmallPoints()
     return points;
 }
 
+/// What has light fall on all shapes after it.
+SoLightModel* makeLit()
+{
+    auto* const light = new SoLightModel;
+    light->setOverride(true);
+    return light;
+}
+
 /// The scene below a backdrop, a camera and its headlights.
 SoNodeRef<SoSeparator> makePicture(SoNode* scene, SoPerspectiveCamera* camera, Backdrop const& backdrop,
                                    DrawingStyle const& style)
 {
-    // There is hardly any ambient light: the toolkit takes the ambient colour of all faces of a set from the
-    // first. The second light shines weakly against the sun.
-    auto* surroundings = new SoEnvironment;
-    surroundings->ambientIntensity = 0.05f;
+    // No side is black: the second light shines against the sun, the third from below, and the ambient light
+    // is that of an SoEnvironment that a scene may have for its own lights.
+    auto* const surroundings = new SoEnvironment;
 
     SoNodeRef<SoSeparator> picture(new SoSeparator);
     picture->addChild(backdrop.makeNodes());
     picture->addChild(camera);
     picture->addChild(surroundings);
-    picture->addChild(makeLight(*camera, SbVec3f(0.62f, -0.55f, -0.56f), 1.0f));
-    picture->addChild(makeLight(*camera, SbVec3f(-0.6f, -0.2f, -0.77f), 0.42f));
+    picture->addChild(makeLight(*camera, SbVec3f(0.62f, -0.55f, -0.56f), 0.75f));
+    picture->addChild(makeLight(*camera, SbVec3f(-0.6f, -0.2f, -0.77f), 0.3f));
+    picture->addChild(makeLight(*camera, SbVec3f(0.1f, 0.8f, -0.6f), 0.18f));
+    picture->addChild(FinerSizes::makeUsual(fineness));
+    if (style.lightsAll)
+        picture->addChild(makeLit());
     if (style.isTwoSided || style.isWireframe)
         picture->addChild(makeTwoSided());
     if (style.isWireframe)
@@ -155,6 +168,7 @@ Picture SceneDrawing::drawNodes(SoNode* nodes, int width, int height, int fine)
 Picture SceneDrawing::draw(SoNode* scene, SoPerspectiveCamera* camera, DrawingStyle const& style)
 {
     BothSides const sides(style.isTwoSided || style.isWireframe ? scene : nullptr);
+    FinerSizes const sizes(scene, fineness);
     auto const drawBefore = [&](Backdrop const& backdrop) {
         return drawNodes(makePicture(scene, camera, backdrop, style).get(), style.width, style.height,
                          fineness);

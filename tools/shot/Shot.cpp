@@ -1,5 +1,6 @@
 #include "shot/Shot.h"
 
+#include "shot/BlankShapes.h"
 #include "shot/CameraPlace.h"
 #include "shot/Ceilings.h"
 #include "shot/DrawnPoints.h"
@@ -66,9 +67,22 @@ FltScene Shot::load(std::string const& database)
     FltScene scene =
         options.isThumbnail ? loadCarefully(database) : loaderOptions.makeCentringLoader().load(database);
     messages.show(scene);
+    tellOfBlankShapes(database, scene);
     for (KeptFile& file : loaderOptions.keptFiles(database, scene))
         kept.push_back(std::move(file));
     return scene;
+}
+
+/// A white blob looks like a mistake of the program, and is none.
+void Shot::tellOfBlankShapes(std::string const& database, FltScene const& scene) const
+{
+    std::size_t const count = options.style.lightsAll ? 0 : BlankShapes::countIn(scene.root());
+    if (count > 0)
+        program.warn(database + ": " + std::to_string(count) +
+                     (count == 1
+                          ? " shape is plain white: it isn't lit, and its texture is missing."
+                          : " shapes are plain white: they aren't lit, and their textures are missing.") +
+                     " --light shows the form, --texture-path DIR finds textures.");
 }
 
 /// For a file manager. A database that is too large is no wrong usage: nobody chose it.

@@ -27,6 +27,7 @@ public:
 private:
     FltScene load(std::string const& database);
     FltScene loadCarefully(std::string const& database) const;
+    void tellOfBlankShapes(std::string const& database, FltScene const& scene) const;
     SoNodeRef<SoPerspectiveCamera> makeCamera(std::string const& database, FltScene const& scene,
                                               std::vector<SbVec3f> const& points) const;
     std::vector<SbVec3f> pointsBelow(std::string const& database, SoSeparator* scene, char const* option,

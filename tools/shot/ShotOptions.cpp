@@ -118,6 +118,8 @@ ShotOptions::ShotOptions(Program& program)
     program.flag("--transparent", style.isTransparent, "No background: an alpha channel in the PNG.");
     program.flag("--wireframe", style.isWireframe, "Draw the edges of all faces alone.");
     program.flag("--two-sided", style.isTwoSided, "Draw both sides of all faces.");
+    program.flag("--light", style.lightsAll,
+                 "Light all faces, also those that the database doesn't have lit.");
     program.value("--columns", columnsText, "N",
                   "How many pictures to put side by side on a sheet. Default: about as many as rows.");
     program.value(

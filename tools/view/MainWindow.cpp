@@ -192,6 +192,10 @@ void MainWindow::makeViewMenu()
     QAction* const normals =
         menu->addAction(tr("&Normals"), view, &SceneView::showNormals, Qt::CTRL + Qt::Key_N);
     normals->setCheckable(true);
+    lightAction = menu->addAction(tr("&Light all faces"));
+    lightAction->setShortcut(Qt::CTRL + Qt::Key_L);
+    lightAction->setCheckable(true);
+    connect(lightAction, &QAction::toggled, view, &SceneView::lightAll);
     bar->addSeparator();
     bar->addAction(normals);
     bar->addSeparator();
@@ -282,6 +286,11 @@ void MainWindow::showProblem(QString const& text)
 {
     statusBar()->showMessage(text);
     print("failed " + ShownText::printable(text));
+}
+
+void MainWindow::setLightingAll(bool isOn)
+{
+    lightAction->setChecked(isOn);
 }
 
 void MainWindow::setWatching(bool isOn)

@@ -40,6 +40,9 @@ public:
     /// Reloads whenever a file of the database changes.
     void setWatching(bool isOn);
 
+    /// Lights all faces, also those that the database doesn't have lit.
+    void setLightingAll(bool isOn);
+
     /// Selects the next node whose name holds a text. @return whether there is one
     bool find(QString const& text);
 
@@ -103,6 +106,7 @@ private:
     RecentFiles* recent;
     FileWatch* fileWatch;
     QAction* watchAction = nullptr;
+    QAction* lightAction = nullptr;
     QDockWidget* recordDock = nullptr;
     QDockWidget* controlDock = nullptr;
     QDockWidget* textureDock = nullptr;

@@ -10,6 +10,7 @@
 #include <Inventor/SoPickedPoint.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/actions/SoRayPickAction.h>
+#include <Inventor/nodes/SoLightModel.h>
 #include <Inventor/nodes/SoPerspectiveCamera.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoSwitch.h>
@@ -70,8 +71,8 @@ SoQtViewer::DrawStyle drawStyle(SceneView::Style style)
 } // namespace
 
 SceneView::SceneView(QWidget* parent)
-    : QWidget(parent), top(new SoSeparator), holder(new SoSeparator), overlay(new SoSeparator),
-      normals(new SoSwitch)
+    : QWidget(parent), top(new SoSeparator), lightModel(new SoLightModel), holder(new SoSeparator),
+      overlay(new SoSeparator), normals(new SoSwitch)
 {
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -80,7 +81,11 @@ SceneView::SceneView(QWidget* parent)
 
     top->ref();
     top->renderCaching = SoSeparator::OFF;
-    top->addChild(holder);
+    auto* const content = new SoSeparator;
+    content->addChild(lightModel);
+    content->addChild(holder);
+    lightAll(false);
+    top->addChild(content);
     top->addChild(normals);
     top->addChild(overlay);
 
@@ -188,6 +193,12 @@ void SceneView::showNormals(bool isShown)
     if (isShown && normals->getNumChildren() == 0)
         normals->addChild(NormalLines::make(holder, viewer->getViewportRegion()));
     normals->whichChild = isShown ? SO_SWITCH_ALL : SO_SWITCH_NONE;
+}
+
+void SceneView::lightAll(bool areLit)
+{
+    lightModel->model.setIgnored(!areLit);
+    lightModel->setOverride(areLit);
 }
 
 QImage SceneView::picture()

@@ -7,6 +7,7 @@
 #include <QWidget>
 #include <memory>
 
+class SoLightModel;
 class SoPath;
 class SoSeparator;
 class SoQtExaminerViewer;
@@ -50,6 +51,9 @@ public:
 
     void showNormals(bool isShown);
 
+    /// Whether all faces are lit, also those that the database doesn't have lit.
+    void lightAll(bool areLit);
+
     /// What is seen, without the rest of the window.
     QImage picture();
 
@@ -72,6 +76,7 @@ private:
 
     std::unique_ptr<SoQtExaminerViewer> viewer;
     SoSeparator* top;
+    SoLightModel* lightModel; ///< Of all that stands in the holder, if anything.
     SoSeparator* holder;
     SoSeparator* overlay;
     SoSwitch* normals;

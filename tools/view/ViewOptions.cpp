@@ -35,6 +35,7 @@ ProgramDescription ViewOptions::description()
 ViewOptions::ViewOptions(Program& program) : loaderOptions(program)
 {
     program.flag("--watch", watches, "Load the database again when a file of it changes.");
+    program.flag("--light", lightsAll, "Light all faces, also those that the database doesn't have lit.");
     program.value("--select", select, "NAME", "Select the first node whose name holds this.");
     program.value("-o,--screenshot", screenshot, "OUT.png",
                   "Save a picture of the window (.png, .jpg, .ppm), and end.", ".png");

@@ -31,6 +31,7 @@ public:
     int width = 0;
     int height = 0;
     bool watches = false;
+    bool lightsAll = false;
     bool prints = false;
     bool printsWidgets = false; ///< For tests.
 

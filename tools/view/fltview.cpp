@@ -73,6 +73,7 @@ ExitCode show(Program const& program, MainWindow& window, ViewOptions const& opt
     if (!isFound)
         program.error("nothing is named " + options.select + ".");
     window.setWatching(options.watches);
+    window.setLightingAll(options.lightsAll);
     if (options.screenshot.empty())
         return QApplication::exec() == 0 ? ExitCode::success : ExitCode::failed;
     if (!isOpen || !isFound)
