@@ -179,7 +179,8 @@ SoNodeRef<SoNode> FltSceneMaker::nodeOf(std::shared_ptr<FltVisualNode>& child)
     bool const isShared = child.use_count() > 1;
     SbVec3d const way = wayTo(*child);
     SoNodeRef<SoNode> node = isShared ? sharedNodeOf(child) : makeNode(*child);
-    if (isUsedUp(*child))
+    // A part that others have used up is still to be found here when this place comes again in a mirror.
+    if (!isShared && isUsedUp(*child))
         child.reset();
     return placed(node, way);
 }

@@ -92,7 +92,7 @@ TEST(FltLoaderOption, hasAWholeRowForEach)
         EXPECT_EQ(option.placeholder.empty(), option.kind == Kind::flag) << option.name;
         EXPECT_EQ(option.words.empty(), option.kind != Kind::word) << option.name;
     }
-    EXPECT_EQ(names.size(), 11U);
+    EXPECT_EQ(names.size(), 12U);
 }
 
 } // namespace

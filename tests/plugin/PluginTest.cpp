@@ -206,8 +206,9 @@ TEST(PluginLibrary, theModulesBesideItExportWhatTheirLoadersLookFor)
     for (std::string const& name : definedNames("libSoFLTFileKit.so"))
         EXPECT_NE(name.find("SoFLTFileKit"), std::string::npos) << name;
     EXPECT_EQ(definedNames("libvelloreader_python.so"),
-              (std::set<std::string>{"velloreader_array", "velloreader_begin", "velloreader_load",
-                                     "velloreader_loader", "velloreader_meshes", "velloreader_next",
-                                     "velloreader_next_mesh", "velloreader_options", "velloreader_records",
-                                     "velloreader_register", "velloreader_scene", "velloreader_set"}));
+              (std::set<std::string>{"velloreader_array", "velloreader_begin", "velloreader_columns",
+                                     "velloreader_load", "velloreader_loader", "velloreader_meshes",
+                                     "velloreader_next", "velloreader_next_mesh", "velloreader_options",
+                                     "velloreader_records", "velloreader_register", "velloreader_scene",
+                                     "velloreader_set"}));
 }

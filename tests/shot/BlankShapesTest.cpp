@@ -1,12 +1,13 @@
 #include "shot/BlankShapes.h"
 
 #include "toolkit/SoNodeRef.h"
-#include "toolkit/SoSharedTexture.h"
+#include "toolkit/SoSilentField.h"
 
 #include <Inventor/nodes/SoIndexedFaceSet.h>
 #include <Inventor/nodes/SoLightModel.h>
 #include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoTexture2.h>
 #include <Inventor/nodes/SoVertexProperty.h>
 #include <gtest/gtest.h>
 
@@ -32,7 +33,7 @@ std::size_t countWith(Look const& look)
     shape->addChild(light);
     auto* const texture = new SoTexture2;
     if (look.namesTexture)
-        SoSharedTexture::nameSilently(*texture, "gone.rgb");
+        SoSilentField::set(texture->filename, "gone.rgb"); // it would be looked for
     unsigned char const pixel[] = {1};
     if (look.hasPicture)
         texture->image.setValue(SbVec2s(1, 1), 1, pixel);

@@ -82,9 +82,9 @@ TEST(FltTextReader, anchorsLinesAtTheSideOfTheBoxThatTheyAreAlignedTo)
                      {"justification", justification}})
             .place;
     };
-    EXPECT_EQ(placeOf(0, 10), SbVec3f(-3, 2, 0));
-    EXPECT_EQ(placeOf(1, 10), SbVec3f(7, 2, 0));
-    EXPECT_EQ(placeOf(2, 10), SbVec3f(2, 2, 0));
-    EXPECT_EQ(placeOf(1, 0), SbVec3f(-3, 2, 0)) << "without a box";
-    EXPECT_EQ(placeOf(1, 1e300), SbVec3f(-3, 2, 0)) << "a box without an end";
+    EXPECT_EQ(placeOf(0, 10), SbVec3d(-3, 2, 0));
+    EXPECT_EQ(placeOf(1, 10), SbVec3d(7, 2, 0));
+    EXPECT_EQ(placeOf(2, 10), SbVec3d(2, 2, 0));
+    EXPECT_EQ(placeOf(1, 0), SbVec3d(-3, 2, 0)) << "without a box";
+    EXPECT_EQ(placeOf(1, 1e300), SbVec3d(-3, 2, 0)) << "a box without an end";
 }
