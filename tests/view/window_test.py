@@ -244,6 +244,34 @@ class WindowTest(unittest.TestCase):
             time.sleep(0.2)
 
 
+class PlayedTest(unittest.TestCase):
+    def setUp(self) -> None:
+        database = pathlib.Path(FOLDER, "played.flt")
+        subprocess.run([WRITE_DATABASE, str(database), "played"], check=True)
+        self.window = Window(str(database))
+        self.window.next_line("loaded")
+        self.window.next_line("flip-books play")
+        focus(" - fltview")
+
+    def tearDown(self) -> None:
+        code = self.window.close()
+        assert self.window.process.stdout
+        self.window.process.stdout.close()
+        self.assertEqual(0, code)
+
+    def test_flip_books_play_until_they_are_told_to_stand_still(self) -> None:
+        self.window.keys("ctrl+p")
+        self.window.next_line("flip-books stand still")
+        self.window.keys("ctrl+p")
+        self.window.next_line("flip-books play")
+
+    def test_another_time_of_day_shows_what_the_day_hides(self) -> None:
+        self.assertIn("/hidden/lantern", self.window.search("lantern"))
+        self.window.keys("alt+v", "y", "n")  # View, Time of day, Night
+        self.window.next_line("reloaded")
+        self.assertTrue(self.window.search("lantern").startswith("selected /lantern\t"))
+
+
 class DragTest(unittest.TestCase):
     def test_a_file_that_is_dropped_is_shown(self) -> None:
         database = pathlib.Path(FOLDER, "dropped.flt")

@@ -11,6 +11,7 @@
 #include "view/SceneView.h"
 #include "view/ShownText.h"
 #include "view/TexturePanel.h"
+#include "view/TimeMenu.h"
 
 #include <Inventor/nodes/SoSeparator.h>
 #include <QActionGroup>
@@ -189,6 +190,15 @@ void MainWindow::makeViewMenu()
                                    Qt::CTRL + Qt::Key_Period));
     menu->addSeparator();
     makeStyleMenu(*menu);
+    auto* const times = new TimeMenu(loader.time, this);
+    times->setEnabled(!loader.exact);
+    connect(times, &TimeMenu::chosen, this, &MainWindow::setTime);
+    menu->addMenu(times);
+    playAction = menu->addAction(tr("P&lay flip-books"), this, &MainWindow::setPlaying, Qt::CTRL + Qt::Key_P);
+    playAction->setCheckable(true);
+    playAction->setChecked(true);
+    playAction->setEnabled(false);
+    menu->addSeparator();
     QAction* const normals =
         menu->addAction(tr("&Normals"), view, &SceneView::showNormals, Qt::CTRL + Qt::Key_N);
     normals->setCheckable(true);
@@ -280,6 +290,21 @@ void MainWindow::take(std::unique_ptr<LoadedScene> loaded, bool isSameAgain)
     (scene->textures.missingCount() == 0 && !scene->scene.messages().empty() ? messageDock : textureDock)
         ->raise();
     watchFiles();
+    playAction->setEnabled(!scene->scene.flipBooks().empty());
+    setPlaying(playAction->isChecked());
+}
+
+void MainWindow::setPlaying(bool isOn)
+{
+    playAction->setChecked(isOn);
+    if (scene != nullptr && scene->scene.play(isOn))
+        print(isOn ? "flip-books play" : "flip-books stand still");
+}
+
+void MainWindow::setTime(FltLoader::TimeOfDay time)
+{
+    loader.time = time;
+    reload();
 }
 
 void MainWindow::showProblem(QString const& text)

@@ -53,6 +53,9 @@ public:
     /// Prints the places of the widgets on the screen too, for tests that click.
     void setPrintingWidgets(bool isOn) { isPrintingWidgets = isOn; }
 
+    /// Has flip-books play, or stand still.
+    void setPlaying(bool isOn);
+
     /// Why the latest database couldn't be loaded.
     QString const& problem() const { return lastProblem; }
 
@@ -83,6 +86,7 @@ private:
     void printSelection(QModelIndex const& index) const;
     void printBox() const;
     void printWidgets() const;
+    void setTime(FltLoader::TimeOfDay time);
     void showProblem(QString const& text);
     void about();
 
@@ -107,6 +111,7 @@ private:
     FileWatch* fileWatch;
     QAction* watchAction = nullptr;
     QAction* lightAction = nullptr;
+    QAction* playAction = nullptr;
     QDockWidget* recordDock = nullptr;
     QDockWidget* controlDock = nullptr;
     QDockWidget* textureDock = nullptr;

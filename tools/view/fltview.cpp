@@ -62,6 +62,7 @@ ExitCode show(Program const& program, MainWindow& window, ViewOptions const& opt
 {
     window.setPrinting(options.prints);
     window.setPrintingWidgets(options.printsWidgets);
+    window.setPlaying(options.screenshot.empty()); // a picture shows first frames
     window.resize(options.width, options.height);
     window.show();
     QApplication::processEvents(); // the picture gets its size, which the camera is fitted to
