@@ -1,6 +1,7 @@
 #include "pictures/PictureDatabases.h"
 
 #include "pictures/PictureStage.h"
+#include "support/AnimatedGroup.h"
 #include "support/MadeAttributes.h"
 #include "support/SmallPictures.h"
 
@@ -226,6 +227,82 @@ void levelsOfDetail(ScratchFolder const& folder)
         stage.object(offsets, stage.face(stage.green));
         stage.flt.pop();
     }
+    save(stage, folder);
+}
+
+/// Near panels between two far ones, which stay.
+void additiveLevels(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<double> const near = stage.panel(-1), left = stage.panel(-5), right = stage.panel(3);
+    stage.begin();
+    for (auto const& [out, in] : {std::pair(0, 100), {100, 1000}}) {
+        stage.flt.add("LOD", {{"switchOutDistance", out}, {"switchInDistance", in}, {"flags", 0x40000000}})
+            .push();
+        if (out == 0)
+            stage.object(near, stage.face(stage.yellow));
+        for (std::vector<double> const& panel : {left, right})
+            if (out > 0)
+                stage.object(panel, stage.face(stage.green));
+        stage.flt.pop();
+    }
+    save(stage, folder);
+}
+
+/// Of three frames the first is shown.
+void flipBooks(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<std::vector<double>> const panels = {stage.panel(-5), stage.panel(-1), stage.panel(3)};
+    stage.begin();
+    addAnimatedGroup(stage.flt, "flame", 0x40000000, 0, 1, 0).push();
+    for (std::vector<double> const& panel : panels)
+        stage.object(panel, stage.face(stage.yellow));
+    save(stage, folder);
+}
+
+/// Three panels with smaller ones in their planes, which stand before them in the file: of faces, of Objects
+/// and of groups. A yellow one with a low priority stays behind each.
+void orderInAPlane(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<std::vector<double>> walls, signs;
+    for (double const x : {-5.0, -1.0, 3.0}) {
+        walls.push_back(stage.panel(x));
+        signs.push_back(stage.vertices({{x + 0.5, 0, 1}, {x + 1.5, 0, 1}, {x + 1.5, 0, 2}, {x + 0.5, 0, 2}}));
+    }
+    FltWriter& flt = stage.begin();
+    auto const priority = [](int value) { return Fields{{"relativePriority", value}}; };
+    flt.add("Object").push();
+    flt.face(signs[0], stage.face(stage.red, priority(2)));
+    flt.face(signs[0], stage.face(stage.yellow, priority(-1)));
+    flt.face(walls[0], stage.face(stage.blue, priority(1))).pop();
+    stage.object(signs[1], stage.face(stage.red), priority(5));
+    stage.object(signs[1], stage.face(stage.yellow), priority(3));
+    stage.object(walls[1], stage.face(stage.blue), priority(4));
+    for (auto const& [value, corners, color] :
+         {std::tuple(7, signs[2], stage.red), {-7, signs[2], stage.yellow}, {0, walls[2], stage.blue}}) {
+        flt.add("Group", priority(value)).push();
+        stage.object(corners, stage.face(color));
+        flt.pop();
+    }
+    save(stage, folder);
+}
+
+/// Objects that aren't illuminated, are flat shaded, and are hidden by day or at night.
+void objectFlags(ScratchFolder const& folder)
+{
+    PictureStage stage;
+    std::vector<double> smooth, panels[3];
+    for (auto const& [x, z, lean] :
+         {std::tuple(-5.0, 0.0, -1.0), {-3.0, 0.0, 1.0}, {-3.0, 3.0, 1.0}, {-5.0, 3.0, -1.0}})
+        smooth.push_back(stage.flt.vertex("VertexColorNormal", x, 0, z, {{"vertexNormal", {lean, -0.2, 0}}}));
+    for (int i = 0; i < 3; ++i)
+        panels[i] = stage.panel(-2 + 2.5 * i);
+    stage.begin();
+    stage.object(smooth, stage.face(stage.green), {{"flags", 0x08000000}});
+    for (auto const& [panel, flags] : {std::pair(0, 0x10000000U), {1, 0x80000000U}, {2, 0x20000000U}})
+        stage.object(panels[panel], stage.face(stage.green), {{"flags", flags}});
     save(stage, folder);
 }
 
@@ -718,6 +795,11 @@ std::vector<PictureDatabase> const& pictureDatabases()
         {"transparency", "--from 180,15", transparency},
         {"levelsOfDetailFromNear", "--from 180,15 --zoom 3", levelsOfDetail},
         {"levelsOfDetailFromFar", "--from 180,15", levelsOfDetail},
+        {"additiveLevels", "--from 180,15", additiveLevels},
+        {"flipBooks", "--from 180,15", flipBooks},
+        {"orderInAPlane", "--from 200,25", orderInAPlane},
+        {"objectFlagsByDay", "--from 180,15", objectFlags},
+        {"objectFlagsAtNight", "--from 180,15 --time night", objectFlags},
         {"degreesOfFreedom", "--from 200,25", degreesOfFreedom},
         {"switches", "--from 180,15", switches},
         {"instancesAndReplicas", "--from 180,15", instancesAndReplicas},
