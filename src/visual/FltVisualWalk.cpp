@@ -1,5 +1,6 @@
 #include "visual/FltVisualWalk.h"
 
+#include "visual/FltMirrors.h"
 #include "visual/FltNodeMatrix.h"
 
 #include <algorithm>
@@ -38,6 +39,18 @@ bool isDrawn(FltVisualNode const& node, std::size_t child, std::size_t level)
     return choice == nullptr || choice->shows(choice->currentMask, child);
 }
 
+/// The places of copies in the order in which they are drawn: those in mirrors come last.
+std::vector<SbDPMatrix> placesOf(FltVisualNode const& node)
+{
+    auto const* const copies = node.as<FltVisualCopies>();
+    std::vector<SbDPMatrix> places;
+    for (bool const isMirror : {false, true})
+        for (std::size_t i = 0; copies != nullptr && i < copies->places.size(); ++i)
+            if (FltMirrors::isMirror(copies->places[i]) == isMirror)
+                places.push_back(copies->places[i]);
+    return places;
+}
+
 } // namespace
 
 FltVisualWalk::FltVisualWalk(std::shared_ptr<FltVisualNode const> root, LevelsOfDetail levels)
@@ -53,23 +66,25 @@ void FltVisualWalk::enter(FltVisualNode const& node, SbDPMatrix const& above)
     bool const hasRecord = node.record.offset != FltVisualNode::Record::none;
     frames.push_back({&node, isFirst || !node.name.empty() ? &node : frames.back().named,
                       isFirst || hasRecord ? &node : frames.back().recorded, FltNodeMatrix::of(node) * above,
-                      chosenLevel(node, levels)});
+                      chosenLevel(node, levels), placesOf(node)});
 }
 
 /// Enters the next child of the last node. @return whether there is one
 bool FltVisualWalk::goDown()
 {
     FltVisualNode const& node = *frames.back().node;
-    auto const* const copies = node.as<FltVisualCopies>();
-    std::size_t const places = copies != nullptr ? copies->places.size() : 1;
+    bool const isCopied = node.as<FltVisualCopies>() != nullptr;
+    std::size_t const places = isCopied ? frames.back().places.size() : 1;
     while (frames.back().step < places * node.children.size()) {
         std::size_t const step = frames.back().step++;
-        std::size_t const child = step % node.children.size();
+        std::size_t const inTurn = step % node.children.size();
+        bool const isCoarsestFirst = frames.back().level != none; // levels that stay are drawn beneath
+        std::size_t const child = isCoarsestFirst ? node.children.size() - 1 - inTurn : inTurn;
         if (!isDrawn(node, child, frames.back().level))
             continue;
         SbDPMatrix matrix = frames.back().matrix;
-        if (copies != nullptr)
-            matrix.multLeft(copies->places[step / node.children.size()]);
+        if (isCopied)
+            matrix.multLeft(frames.back().places[step / node.children.size()]);
         enter(*node.children[child], matrix);
         return true;
     }

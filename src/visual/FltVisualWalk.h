@@ -53,10 +53,11 @@ private:
         FltVisualNode const* node;
         FltVisualNode const* named;
         FltVisualNode const* recorded;
-        SbDPMatrix matrix;    ///< Of its children and meshes; not of copies, which have one each.
-        std::size_t level;    ///< The one that is chosen; of other nodes, none.
-        std::size_t step = 0; ///< Children that are done, of each copy.
-        std::size_t mesh = 0; ///< Meshes that are done.
+        SbDPMatrix matrix;              ///< Of its children and meshes; not of copies, which have one each.
+        std::size_t level;              ///< The one that is chosen; of other nodes, none.
+        std::vector<SbDPMatrix> places; ///< Of copies.
+        std::size_t step = 0;           ///< Children that are done, of each copy.
+        std::size_t mesh = 0;           ///< Meshes that are done.
     };
 
     VELLOREADER_INNER void enter(FltVisualNode const& node, SbDPMatrix const& above);

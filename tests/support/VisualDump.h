@@ -51,10 +51,10 @@ private:
     void put(SbVec3f const& value) { text << ' ' << value[0] << ' ' << value[1] << ' ' << value[2]; }
     void put(SbVec3d const& value) { text << ' ' << value[0] << ' ' << value[1] << ' ' << value[2]; }
     void put(SbColor const& value) { put(static_cast<SbVec3f const&>(value)); }
-    void put(SbMatrix const& matrix)
+    void put(SbDPMatrix const& matrix)
     {
         for (auto const& row : matrix.getValue())
-            for (float const value : row)
+            for (double const value : row)
                 text << ' ' << value;
     }
     template <class Value>
