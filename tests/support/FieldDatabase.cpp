@@ -100,12 +100,14 @@ std::string FieldDatabase::referencedBytes()
     child.add("TexturePattern", {{"fileName", "child.rgb"}, {"patternIndex", 0}});
     child.add("LightSourcePalette", {{"paletteIndex", 0}, {"diffuseRed", 1}});
     child.addRaw(128, pointPalette(9));
+    child.add("LineStylePalette", {{"lineStyleIndex", 1}, {"lineWidth", 9}});
     child.vertexPalette();
     std::vector<double> corners;
     for (auto const& [x, y] : {std::pair(0, 0), {1, 0}, {1, 1}})
         corners.push_back(child.vertex("VertexColorUv", x, y, 0, {{"flags", 0}, {"vertexColorIndex", 5}}));
     child.push().add("Object").push();
     child.face(corners, {{"materialIndex", 0}, {"texturePatternIndex", 0}, {"lightMode", 3}});
+    child.face(corners, {{"drawType", 3}, {"lineStyleIndex", 1}});
     child.pop().add("LightSource", {{"flags", {0x80, 0, 0, 0}}});
     child.addRaw(130, std::string(8, '\0') + FltWriter::big32(3));
     child.push().add("VertexList", {{"offsets", corners}}).pop().pop();
@@ -173,12 +175,7 @@ void FieldDatabase::palettes()
     add("WarpedTextureMapping", {{"index", 5}, {"type", 6}, {"warpedFlag", 1}});
     add("TextureMappingPalette", {{"index", 6}, {"type", 3}, {"block", "of no type"}});
     for (int const type : {0, 1, 2})
-        add("LightSourcePalette", {{"paletteIndex", type},
-                                   {"lightType", type},
-                                   {"lightSourceName", "lamp"},
-                                   {"diffuseRed", 0.5},
-                                   {"spotCutoffAngle", 30},
-                                   {"constantAttenuationCoefficient", 1}});
+        addLight(type);
     add("LineStylePalette", {{"lineStyleIndex", 1}, {"patternMask", 0x7fff}, {"lineWidth", 3}});
     add("SoundPaletteTable",
         {{"maxNumber", 4}, {"actualNumber", 1}, {"totalLength", 6}, {"entries", {1, 0, 0}}});
@@ -186,6 +183,31 @@ void FieldDatabase::palettes()
     add("EyePointTrackPlane");
     add("EyePointTrackPlaneAsTrackPlane");
     addRaw("LightPointAppearancePalette", 128, pointAppearance, pointPalette(5));
+}
+
+/// An entry of the light source table, with all of its reserved bytes: the writer leaves out as many as the
+/// class of the record does.
+void FieldDatabase::addLight(int type)
+{
+    constexpr int left = 30;
+    std::vector<FltField> layout = layoutNamed("LightSourcePalette").fields;
+    std::size_t before = 0;
+    auto reserved = layout.begin();
+    for (; reserved->name != "lightType"; ++reserved)
+        before += static_cast<std::size_t>(sizeOf(reserved->kind) * reserved->count);
+    before += static_cast<std::size_t>(sizeOf(reserved->kind));
+    layout.insert(reserved + 1, {"", K::bytes, left});
+    std::string body = FltWriter(revision)
+                           .add("LightSourcePalette", {{"paletteIndex", type},
+                                                       {"lightType", type},
+                                                       {"lightSourceName", "lamp"},
+                                                       {"diffuseRed", 0.5},
+                                                       {"spotCutoffAngle", 30},
+                                                       {"constantAttenuationCoefficient", 1}})
+                           .lastRecord()
+                           .substr(4);
+    body.insert(before, left, '\0');
+    addRaw("LightSourcePalette", 102, layout, body);
 }
 
 void FieldDatabase::vertices()
@@ -322,6 +344,7 @@ void FieldDatabase::faces()
              {{"lightMode", 3}, {"texturePatternIndex", 0}});
     face(colored, {{"drawType", 4}, {"alternatePackedColor", {255, 1, 2, 3}}});
     face(colored, {{"drawType", 4}, {"flags", 0}, {"alternateColorIndex", 200}});
+    face(colored, {{"drawType", 3}, {"lineStyleIndex", 1}});
     face(textured, {{"texturePatternIndex", 0}});
     face(whole, {{"texturePatternIndex", 1}, {"textureWhite", 1}, {"templateBillboard", 2}});
     face(whole, {});
@@ -424,6 +447,12 @@ void FieldDatabase::nodes()
             {{"idASCII", "light"}, {"indexIntoLightPalette", type}, {"flags", {0x80, 0, 0, 0}}});
     add("Text", {{"idASCII", "text"}, {"XupperRightCorner", 5}, {"ZupperRightCorner", 2}, {"color", 5}});
     add("Comment", {{"textDescription", "Gate 7"}});
+    for (int const lying : {0, 1}) {
+        Fields place = {{"idASCII", "text"}, {"justification", 2}, {"XupperRightCorner", 5}};
+        place.push_back({lying == 0 ? "ZupperRightCorner" : "YupperRightCorner", 2});
+        add("Text", place);
+        add("Comment", {{"textDescription", "Gate 8"}});
+    }
     add("Sound", {{"idASCII", "sound"}});
     add("ClipRegion", {{"idASCII", "clip"}});
     flt.push();

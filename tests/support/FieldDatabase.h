@@ -43,6 +43,7 @@ private:
                 std::string const& body);
     void note(std::string const& record, std::vector<FltField> const& layout);
     void palettes();
+    void addLight(int type);
     void vertices();
     void groups();
     void groupsInPlace();

@@ -67,8 +67,8 @@ private:
     }
     void put(FltDegreeOfFreedom::Range const& range)
     {
-        text << ' ' << range.minimum << ' ' << range.maximum << ' ' << range.current << ' ' << range.step << ' '
-             << range.isLimited;
+        text << ' ' << range.minimum << ' ' << range.maximum << ' ' << range.current << ' ' << range.step
+             << ' ' << range.isLimited;
     }
     void put(FltVisualFlipBook::Step const& step) { text << ' ' << step.frame << ' ' << step.seconds; }
     void put(FltMesh::Layer const& layer)
@@ -120,8 +120,8 @@ private:
     void add(FltMesh const& mesh)
     {
         FltMesh::Material const& material = mesh.material;
-        list("mesh", mesh.kind, mesh.isLit, mesh.isTwoSided, mesh.isBlended, mesh.ignoresTextureAlpha,
-             mesh.isHidden, mesh.isOutlined, mesh.level, mesh.size, mesh.texture);
+        list("mesh", mesh.kind, mesh.isLit, mesh.isTwoSided, mesh.isBlended, mesh.isCutOut,
+             mesh.ignoresTextureAlpha, mesh.isHidden, mesh.isOutlined, mesh.level, mesh.size, mesh.texture);
         list("material", material.ambient, material.specular, material.emissive, material.shininess,
              material.isFromPalette);
         list("corners", mesh.origin, mesh.positions, mesh.normals, mesh.uvs, mesh.colors, mesh.layers,
