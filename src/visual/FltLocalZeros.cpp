@@ -77,9 +77,12 @@ bool hasOwnCoordinates(FltVisualNode const& node)
            node.as<FltVisualCopies>() != nullptr;
 }
 
+/// A rotation that the toolkit makes of a quaternion isn't exact to the last bit.
 bool keepsParallels(SbDPMatrix const& matrix)
 {
-    return matrix[0][3] == 0 && matrix[1][3] == 0 && matrix[2][3] == 0 && matrix[3][3] == 1;
+    constexpr double lastBits = 1e-12;
+    return matrix[0][3] == 0 && matrix[1][3] == 0 && matrix[2][3] == 0 &&
+           std::abs(matrix[3][3] - 1) < lastBits;
 }
 
 /// Whether nobody knows what is in a node, or it is seen in a perspective, which nothing may be moved in.
