@@ -382,7 +382,7 @@ class Mesh:
 
 
 def _texts_of(characters: bytearray, counts: Array) -> Array:
-    """Texts that stand one behind the other, as an array of fixed width if that doesn't take much more room."""
+    """Texts that stand one behind the other, as an array of fixed width unless that takes much more room."""
     numpy = _numpy()
     ends = numpy.cumsum(counts).tolist()
     texts = [characters[end - count:end].decode() for end, count in zip(ends, counts.tolist())]

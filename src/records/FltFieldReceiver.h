@@ -24,25 +24,22 @@ public:
 
     /// @name Values
     /// @{
-    virtual void integer(std::int64_t value) = 0;
-    virtual void real(float value) = 0;
-    virtual void real(double value) = 0;
+    virtual void integer(std::int64_t value) = 0;       ///< A whole number.
+    virtual void real(float value) = 0;                 ///< Of single precision; see shortest().
+    virtual void real(double value) = 0;                ///< Of double precision.
     virtual void text(std::string_view characters) = 0; ///< In UTF-8; what isn't was taken as Latin-1.
     virtual void bytes(std::string_view bytes) = 0;     ///< Reserved bytes and data without a layout.
-    virtual void beginArray(Length length) = 0;
-    virtual void endArray() = 0;
-    virtual void beginObject() = 0;
-    virtual void endObject() = 0;
+    virtual void beginArray(Length length) = 0;         ///< Its elements follow.
+    virtual void endArray() = 0;                        ///< Of the innermost array.
+    virtual void beginObject() = 0;                     ///< Its members follow.
+    virtual void endObject() = 0;                       ///< Of the innermost object.
     /// @}
 
     /// Takes the end of the array that was the last value back: more elements of it follow.
     virtual void resumeArray() = 0;
 
-    /// Stand around a member whose bits may be named.
-    /// @{
-    virtual void beginFlags() = 0;
-    virtual void endFlags() = 0;
-    /// @}
+    virtual void beginFlags() = 0; ///< A member follows whose bits may be named.
+    virtual void endFlags() = 0;   ///< That member has ended.
 
     /// Names a bit of the last flags of the object that is open. Other members may have come between.
     /// @param name as of key()
@@ -60,8 +57,6 @@ public:
     }
 
 protected:
-    FltFieldReceiver() = default;
-    FltFieldReceiver(FltFieldReceiver const&) = default;
-    FltFieldReceiver& operator=(FltFieldReceiver const&) = default;
+    /// Receivers are owned as what they are.
     ~FltFieldReceiver() = default;
 };

@@ -1,4 +1,4 @@
-"""Tests of the records that the package gives. The arguments are the folder of their databases and fltinfo."""
+"""Tests of the records that the package gives. The arguments are a folder of databases and fltinfo."""
 
 import json
 import math
@@ -39,8 +39,8 @@ class RecordsTest(unittest.TestCase):
     def test_say_of_every_record_what_fltinfo_says_as_json(self):
         for revision in REVISIONS:
             path = FOLDER / f"every-{revision}.flt"
-            output = subprocess.run([FLTINFO, "--records", path], capture_output=True, text=True, check=True).stdout
-            expected = [json.dumps(json.loads(line)) for line in output.splitlines()]
+            run = subprocess.run([FLTINFO, "--records", path], capture_output=True, text=True, check=True)
+            expected = [json.dumps(json.loads(line)) for line in run.stdout.splitlines()]
             self.assertEqual(text_of(velloreader.Database(path).records()), expected)
 
     def test_have_numbers_that_json_does_not_have_as_floats(self):
@@ -54,7 +54,8 @@ class RecordsTest(unittest.TestCase):
 
     def test_are_those_of_the_opcodes_that_were_asked_for(self):
         database = velloreader.Database(COLUMNS)
-        self.assertEqual({record["opcode"] for record in database.records(opcodes={OBJECT, FACE})}, {OBJECT, FACE})
+        opcodes = {record["opcode"] for record in database.records(opcodes={OBJECT, FACE})}
+        self.assertEqual(opcodes, {OBJECT, FACE})
         self.assertEqual(list(database.records(opcodes=())), [])
         self.assertEqual(list(database.records(opcodes=(9999,))), [])
 
@@ -79,7 +80,8 @@ class ColumnsTest(unittest.TestCase):
         faces = self.database.columns(FACE)
         self.assertEqual(faces["colorNameIndex"].dtype, numpy.int64)
         self.assertEqual(faces["colorNameIndex"].tolist(), self.values_of(FACE, "colorNameIndex"))
-        self.assertEqual(faces["offset"].tolist(), [record["offset"] for record in self.database.records([FACE])])
+        offsets = [record["offset"] for record in self.database.records([FACE])]
+        self.assertEqual(faces["offset"].tolist(), offsets)
 
     def test_have_numbers_as_the_file_stores_them(self):
         vertex = self.database.columns(VERTEX)
@@ -110,7 +112,8 @@ class ColumnsTest(unittest.TestCase):
         bits = {name: column for name, column in faces.items() if name.startswith("flags.")}
         for name, column in bits.items():
             self.assertEqual(column.dtype, numpy.bool_)
-            self.assertEqual(column.tolist(), [flags[name[len("flags."):]] for flags in self.values_of(FACE, "flags")])
+            bit = name[len("flags."):]
+            self.assertEqual(column.tolist(), [flags[bit] for flags in self.values_of(FACE, "flags")])
         self.assertGreater(len(bits), 1)
         self.assertEqual(faces["flags"].tolist(), [flags["word"] for flags in self.values_of(FACE, "flags")])
 
@@ -123,18 +126,10 @@ class ColumnsTest(unittest.TestCase):
         for revision in REVISIONS:
             database = velloreader.Database(FOLDER / f"every-{revision}.flt")
             for opcode in {record["opcode"] for record in database.records()}:
-                columns = database.columns(opcode)
-                records = list(database.records([opcode]))
-                for name, column in columns.items():
-                    if column.dtype.kind in "ifU" and column.ndim == 1 and "." not in name and name != "offset":
-                        if name + ".count" in columns:
-                            continue
-                        for record, value in zip(records, column.tolist()):
-                            fields = record["fields"]
-                            expected = fields.get(name)
-                            self.assertEqual(expected["word"] if isinstance(expected, dict) else expected,
-                                             value if value is None or column.dtype.kind != "f"
-                                             else velloreader_float(column.dtype, value), (revision, opcode, name))
+                fields = [record["fields"] for record in database.records([opcode])]
+                for name, column in numbers_in(database.columns(opcode)):
+                    with self.subTest(revision=revision, opcode=opcode, name=name):
+                        self.assertEqual(column.tolist(), [word_of(record.get(name)) for record in fields])
 
     def test_are_empty_of_an_opcode_that_no_record_has(self):
         self.assertEqual(self.database.columns(9999), {})
@@ -147,9 +142,16 @@ class ColumnsTest(unittest.TestCase):
             self.database.columns("face")
 
 
-def velloreader_float(kind, value):
-    """A float as records() gives it."""
-    return value if kind == numpy.float64 else float(str(numpy.float32(value)))
+def numbers_in(columns):
+    """The columns that have a whole number, a double or a text for each record, by the names of fields."""
+    return [(name, column) for name, column in columns.items()
+            if column.dtype.kind in "iU" or column.dtype == numpy.float64
+            if column.ndim == 1 and "." not in name and name != "offset" and name + ".count" not in columns]
+
+
+def word_of(value):
+    """Flags as a column has them."""
+    return value["word"] if isinstance(value, dict) else value
 
 
 if __name__ == "__main__":

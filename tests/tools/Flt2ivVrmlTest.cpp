@@ -10,9 +10,9 @@
 #include "textures/Picture.h"
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <fstream>
-#include <cmath>
 #include <gtest/gtest.h>
 #include <map>
 #include <nlohmann/json.hpp>
