@@ -40,6 +40,15 @@ PicturePixels withoutAlpha(PicturePixels const& pixels)
     return result;
 }
 
+void writeWraps(VrmlText& text, FltTextureAttributes const& attributes)
+{
+    using Wrap = FltTextureAttributes::Wrap;
+    if (attributes.wrapU == Wrap::clamp)
+        text.flag("repeatS", false);
+    if (attributes.wrapV == Wrap::clamp)
+        text.flag("repeatT", false);
+}
+
 } // namespace
 
 std::shared_ptr<PicturePixels const> FltVrmlPicture::pixels() const
@@ -92,6 +101,7 @@ void FltVrmlPictures::write(VrmlText& text, VrmlNames& names, FltMesh const& mes
     if (!picture.url.empty()) {
         text.begin("texture ImageTexture");
         text.texts("url", {picture.url});
+        writeWraps(text, picture.texture->attributes);
         text.end();
         return;
     }
@@ -105,6 +115,7 @@ void FltVrmlPictures::write(VrmlText& text, VrmlNames& names, FltMesh const& mes
     name = names.take("picture");
     text.begin("texture PixelTexture", name);
     text.image("image", *picture.pixels());
+    writeWraps(text, picture.texture->attributes);
     text.end();
 }
 

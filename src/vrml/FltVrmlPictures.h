@@ -44,6 +44,12 @@ public:
     /// How many components the pixels of a mesh's first texture have; 0 if there is no picture.
     int componentsOf(FltMesh const& mesh) const;
 
+    /// What the colours of a mesh's first texture do.
+    FltTextureAttributes::Environment environmentOf(FltMesh const& mesh) const
+    {
+        return textureOf(mesh).attributes.environment;
+    }
+
 private:
     void add(FltMesh const& mesh);
     FltTexture const& textureOf(FltMesh const& mesh) const;

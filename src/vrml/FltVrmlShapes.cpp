@@ -84,6 +84,8 @@ void FltVrmlShapes::tellWhatIsLost(FltMesh const& mesh)
 {
     if (mesh.kind != FltMesh::Kind::faces && mesh.size > 0)
         lose(mesh.kind == FltMesh::Kind::lines ? "widths of lines" : "sizes of points", 1);
+    if (hasTexture(mesh) && pictures.environmentOf(mesh) != FltTextureAttributes::Environment::modulate)
+        lose("textures that don't modulate", 1);
     if (!mesh.layers.empty())
         lose("further texture layers", mesh.layers.size());
 }

@@ -90,3 +90,17 @@ TEST(FltVrmlPictures, thatAreMissingKeepTheirNames)
     EXPECT_EQ(written(pictures, {meshOf(1)}), "") << "it has none";
     EXPECT_EQ(pictures.componentsOf(meshOf(0)), 0);
 }
+
+TEST(FltVrmlPictures, endAtTheirEdgesIfTheyAreClamped)
+{
+    std::vector<FltTexture> textures = {texture("a", 3)};
+    textures[0].attributes.wrapV = FltTextureAttributes::Wrap::clamp;
+    FltVisualNode root;
+    root.meshes = {meshOf(0)};
+    FltVrmlPictures pictures(root, textures);
+    std::string const inside = written(pictures, {meshOf(0)});
+    EXPECT_NE(inside.find("repeatT FALSE"), std::string::npos) << inside;
+    EXPECT_EQ(inside.find("repeatS"), std::string::npos);
+    pictures.list[0].url = "a.png";
+    EXPECT_NE(written(pictures, {meshOf(0)}).find("repeatT FALSE"), std::string::npos);
+}

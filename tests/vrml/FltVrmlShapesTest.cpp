@@ -230,3 +230,10 @@ TEST_F(FltVrmlShapesTest, keepTheAlignmentOfText)
     written(text, FltVrmlPlace{true, 1});
     EXPECT_EQ(lost.size(), 1U);
 }
+
+TEST_F(FltVrmlShapesTest, modulateWhateverTheirTextureIsFor)
+{
+    textures[0].attributes.environment = FltTextureAttributes::Environment::replace;
+    written(textured());
+    EXPECT_EQ(lost["textures that don't modulate"], 1U);
+}
