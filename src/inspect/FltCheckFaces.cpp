@@ -2,6 +2,7 @@
 
 #include "messages/FltFindingNumber.h"
 #include "records/FltOpcode.h"
+#include "visual/FltLocalOrigin.h"
 #include "visual/FltObjectReader.h"
 
 #include <algorithm>
@@ -131,7 +132,7 @@ void FltCheckFaces::checkShape(FltFaceInput const& input)
 
 void FltCheckFaces::checkNormals(FltFaceInput const& input)
 {
-    if (!FltFaceCollector::isLit(input))
+    if (!FltFaceCollector::isLit(input) || input.object.isFlatShaded)
         return;
     for (std::uint32_t const number : input.vertices) {
         FltVertex const& vertex = checked.model.vertices[number];
@@ -200,15 +201,14 @@ void FltCheckFaces::checkSight(FltFaceInput const& input)
 /// One finding for all nodes whose faces lie too far from the origin, at the one that loses most.
 void FltCheckFaces::checkDetail()
 {
-    constexpr double leastPart = 1e-6;
-    constexpr double leastMetres = 1e-4;
     double most = 0;
     std::uint32_t worst = 0;
     std::uint64_t count = 0;
     for (std::uint32_t node = 0; node < inventory.nodes.size(); ++node) {
         double const error = nodeBoxes.errorOf(node);
-        double const extent = error > 0 ? nodeBoxes.boxOf(node).getSize().length() : 0;
-        if (error <= leastPart * extent || error * checked.model.metresPerUnit <= leastMetres)
+        SbVec3d const size = error > 0 ? SbVec3d(nodeBoxes.boxOf(node).getSize()) : SbVec3d(0, 0, 0);
+        double const extent = std::max({size[0], size[1], size[2]});
+        if (error <= FltLocalOrigin::allowedError(extent, checked.model.metresPerUnit))
             continue;
         ++count;
         if (error > most) {

@@ -1,5 +1,6 @@
 #include "model/FltNodeNumbers.h"
 
+#include "messages/FltText.h"
 #include "model/FltNodeWords.h"
 #include "records/FltOpcodeTable.h"
 
@@ -22,11 +23,11 @@ FltNodeNumbers::FltNodeNumbers(FltModelTree const& tree)
 {
     for (Number number = FltModelTree::root + 1; number < tree.getCount(); ++number)
         if (mayHaveName(tree.recordOf(number)))
-            numbers.try_emplace(FltNodeWords::nameOf(tree, number), number);
+            numbers.try_emplace(FltText::utf8(FltNodeWords::nameOf(tree, number)), number);
 }
 
 Number FltNodeNumbers::find(std::string const& name) const
 {
-    auto const found = numbers.find(name);
+    auto const found = numbers.find(FltText::utf8(name));
     return found != numbers.end() ? found->second : FltModelTree::none;
 }

@@ -92,6 +92,8 @@ TEST(FltCheckFaces, judgesNormalsOfLitFacesAlone)
     EXPECT_EQ(numbersIn(withFace(square, {}, normal(0, 0, -1))), std::vector<int>{});
     for (int const lightMode : {2, 3}) {
         Fields const lit = {{"lightMode", lightMode}};
+        Fields const flatShaded = {{"flags", 0x08000000}};
+        EXPECT_EQ(numbersIn(withFace(square, lit, normal(0, 0, 0), flatShaded)), std::vector<int>{});
         EXPECT_EQ(numbersIn(withFace(square, lit, normal(0, 0, 0))),
                   std::vector(4, int(Number::unusableNormal)));
         EXPECT_EQ(numbersIn(withFace(square, lit, normal(0, nan, 1))),
