@@ -195,7 +195,7 @@ FltScene sceneOf(FltMadeScene&& made, FltLoadReport&& told, std::vector<std::str
     static_cast<FltLoadReport&>(*content) = std::move(told);
     content->files = std::move(files);
     content->root = std::move(made.root);
-    tellOffset(*content->root.get(), content->info);
+    tellOffset(*content->root, content->info);
     content->records = std::move(made.records);
     content->switches = std::move(made.switches);
     content->joints = std::move(made.joints);

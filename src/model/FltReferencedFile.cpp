@@ -34,7 +34,7 @@ std::string FltReferencedFile::nodeOf(std::string const& reference)
 
 std::string FltReferencedFile::pathOf(std::string const& database, std::string const& reference)
 {
-    std::string const path = slashed(fileOf(reference));
+    std::string path = slashed(fileOf(reference));
     if (!path.empty() && path.front() == '/')
         return path;
     std::string const from = slashed(database);

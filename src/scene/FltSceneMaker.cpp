@@ -78,9 +78,9 @@ SoNode* levelFrom(std::vector<SoNodeRef<SoNode>> const& levels, std::size_t firs
 void placeFirst(SoSeparator& root, SbVec3d const& place)
 {
     SoNodeRef<SoGroup> const first(new SoGroup);
-    FltMatrixNodes::addTranslation(*first.get(), place);
-    if (first.get()->getNumChildren() > 0)
-        root.insertChild(first.get()->getChild(0), 0);
+    FltMatrixNodes::addTranslation(*first, place);
+    if (first->getNumChildren() > 0)
+        root.insertChild(first->getChild(0), 0);
 }
 
 /// A node that stands at a place.
@@ -148,7 +148,7 @@ FltMadeScene FltSceneMaker::madeOf(FltVisualNode& root)
 {
     SoNodeRef<SoNode> const node = makeNode(root);
     scene.root = SoNodeRef<SoSeparator>(static_cast<SoSeparator*>(node.get()));
-    placeFirst(*scene.root.get(), localZeros.of(root, {0, 0, 0}).around);
+    placeFirst(*scene.root, localZeros.of(root, {0, 0, 0}).around);
     scene.names.add(scene.root.get(), "root");
     scene.records.finish();
     sortByNumber(scene.switches);
@@ -442,6 +442,7 @@ SoNodeRef<SoNode> FltSceneMaker::makeCopies(FltVisualNode& visual, std::vector<S
     auto* const copies = new SoMultipleCopy;
     SoNodeRef<SoNode> made(copies);
     std::vector<SbMatrix> matrices;
+    matrices.reserve(places.size());
     for (SbDPMatrix const& place : places)
         matrices.emplace_back(FltMatrixNodes::between(zeros, place));
     copies->matrix.setValues(0, static_cast<int>(matrices.size()), matrices.data());

@@ -30,7 +30,7 @@ double coverageBetween(std::array<int, 4> const& corners)
     for (int const corner : corners)
         above += isAbove(corner) ? 1 : 0;
     if (above == 0 || above == 4)
-        return above / 4;
+        return above == 0 ? 0 : 1;
     int covered = 0;
     for (int x = 0; x < places; ++x)
         for (int y = 0; y < places; ++y) {

@@ -14,7 +14,7 @@ namespace
 int opcodeOf(FltWriter const& flt, std::string const& name)
 {
     std::string const bytes = flt.bytes();
-    FltModelTree tree;
+    FltModelTree tree(0);
     FltModelRecordReader reader(bytes.data(), bytes.size(), true);
     FltRecordView record;
     reader.next(record); // the header, which is no node
