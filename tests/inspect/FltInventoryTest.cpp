@@ -431,7 +431,7 @@ FltWriter meshOf(unsigned mask, unsigned vertices)
 
 std::string primitive()
 {
-    return FltWriter::big16(1) + FltWriter::big16(1) + FltWriter::big32(3) + std::string("\0\1\2", 3) + "\0";
+    return FltWriter::big16(1) + FltWriter::big16(1) + FltWriter::big32(3) + std::string("\0\1\2", 3);
 }
 
 } // namespace

@@ -14,8 +14,8 @@ namespace
 template <class Node>
 Node* nodeOf(SoNodeRef<SoGroup> const& group, SbDPMatrix const& matrix)
 {
-    FltMatrixNodes::add(*group.get(), matrix);
-    return group.get()->getNumChildren() == 1 ? dynamic_cast<Node*>(group.get()->getChild(0)) : nullptr;
+    FltMatrixNodes::add(*group, matrix);
+    return group->getNumChildren() == 1 ? dynamic_cast<Node*>(group->getChild(0)) : nullptr;
 }
 
 } // namespace
@@ -38,9 +38,9 @@ TEST(FltMatrixNodes, becomeWhatSuitsThem)
 TEST(FltMatrixNodes, areNotThereForWhatChangesNothing)
 {
     SoNodeRef<SoGroup> const group(new SoGroup);
-    FltMatrixNodes::add(*group.get(), SbDPMatrix::identity());
-    FltMatrixNodes::addTranslation(*group.get(), {0, 0, 0});
-    EXPECT_EQ(group.get()->getNumChildren(), 0);
+    FltMatrixNodes::add(*group, SbDPMatrix::identity());
+    FltMatrixNodes::addTranslation(*group, {0, 0, 0});
+    EXPECT_EQ(group->getNumChildren(), 0);
 }
 
 TEST(FltMatrixNodes, leadFromZeroToZero)

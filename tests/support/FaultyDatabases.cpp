@@ -262,8 +262,10 @@ FltWriter manyVertices()
     FltWriter flt;
     flt.add("ColorPalette").vertexPalette();
     std::vector<double> corners;
-    for (int i = 0; i < 100'002; ++i)
-        corners.push_back(flt.vertex("VertexColor", i % 3 == 1, i % 3 == 2, i / 3));
+    for (int i = 0; i < 100'002; ++i) {
+        int const height = i / 3;
+        corners.push_back(flt.vertex("VertexColor", i % 3 == 1, i % 3 == 2, height));
+    }
     flt.endVertexPalette().push().add("Object", {{"idASCII", "o1"}}).push();
     for (std::size_t i = 0; i + 2 < corners.size(); i += 3)
         flt.face({corners[i], corners[i + 1], corners[i + 2]});

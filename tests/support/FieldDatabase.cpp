@@ -152,7 +152,7 @@ void FieldDatabase::palettes()
     for (int i = 0; i < 1024; ++i)
         colors.push_back(0xff000000U + static_cast<unsigned>(i) * 0x1357U);
     std::string const name = FltWriter::big32(1) + FltWriter::big16(12) + FltWriter::big16(0) +
-                             FltWriter::big16(7) + FltWriter::big16(0) + "red\0";
+                             FltWriter::big16(7) + FltWriter::big16(0) + "red";
     add("ColorPalette", {{"color", colors}, {"names", name + std::string(1, '\0')}});
     std::string entries;
     for (int word = 0; word < 64 * 46; ++word)
@@ -431,7 +431,7 @@ void FieldDatabase::nodes()
     flt.pop();
     add("Switch",
         {{"idASCII", "switch"}, {"numberOfMasks", 2}, {"numberOf32BitWordsPerMask", 1}, {"masks", {1, 2}}});
-    addRaw("IndexedString", 132, maskName, FltWriter::big32(1) + std::string("on\0", 4));
+    addRaw("IndexedString", 132, maskName, FltWriter::big32(1) + std::string("on") + std::string(2, '\0'));
     flt.push();
     object(colored);
     object(normal);

@@ -51,7 +51,7 @@ TEST(PictureAlpha, coversLessWhenSmoothWhereLeavesAreSinglePixels)
         PicturePixels made{16, 16, 4, std::vector<unsigned char>(16 * 16 * 4, 9)};
         for (int y = 0; y < 16; ++y)
             for (int x = 0; x < 16; ++x)
-                made.bytes[static_cast<std::size_t>(4 * (16 * y + x) + 3)] =
+                made.bytes[static_cast<std::size_t>(4) * static_cast<std::size_t>(16 * y + x) + 3] =
                     x % 8 < size && y % 8 < size ? 255 : 0;
         return coversAsMuchWhenSmooth(made);
     };
