@@ -77,12 +77,24 @@ bool hasOwnCoordinates(FltVisualNode const& node)
            node.as<FltVisualCopies>() != nullptr;
 }
 
+/// Whether a matrix has an inverse that can be worked with: it doesn't flatten what is in it.
+bool isRegular(SbDPMatrix const& matrix)
+{
+    constexpr double flattest = 1e-6;
+    double const volume = std::abs(matrix.det3());
+    double longest = 0;
+    for (int row = 0; row < 3; ++row)
+        longest = std::max(longest, SbVec3d(matrix[row][0], matrix[row][1], matrix[row][2]).length());
+    return volume > flattest * longest * longest * longest;
+}
+
 /// A rotation that the toolkit makes of a quaternion isn't exact to the last bit.
 bool keepsParallels(SbDPMatrix const& matrix)
 {
     constexpr double lastBits = 1e-12;
+    bool const isExact = matrix[3][3] == 1;
     return matrix[0][3] == 0 && matrix[1][3] == 0 && matrix[2][3] == 0 &&
-           std::abs(matrix[3][3] - 1) < lastBits;
+           (isExact || (std::abs(matrix[3][3] - 1) < lastBits && isRegular(matrix)));
 }
 
 /// Whether nobody knows what is in a node, or it is seen in a perspective, which nothing may be moved in.

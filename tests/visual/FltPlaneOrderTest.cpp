@@ -2,6 +2,7 @@
 
 #include "support/CompleteDatabase.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <map>
 
@@ -33,9 +34,8 @@ protected:
     Fields face(int priority)
     {
         int const color = next++;
-        return CompleteDatabase::face(
-            {{"relativePriority", priority}},
-            {255, static_cast<double>(color % 256), static_cast<double>(color / 256), 0});
+        return CompleteDatabase::face({{"relativePriority", priority}},
+                                      {255, double(color % 256), std::floor(color / 256.0), 0});
     }
 
     void addFace(int priority, std::vector<double> const& corners)

@@ -174,7 +174,7 @@ void printRule(Program const& program, std::string const& database, FltDependenc
     std::string text = makeName(database) + ":";
     for (std::string const& file : dependencies.files())
         if (isForMake(file))
-            text += " \\\n  " + makeName(file);
+            (text += " \\\n  ") += makeName(file);
         else
             program.warn(database + ": " + file + " isn't in the rule: make knows no such name");
     print(text + "\n");

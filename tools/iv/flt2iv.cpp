@@ -126,9 +126,12 @@ void chooseConversion(Options& options, FltLoader const& loader)
 void checkOutput(Options const& options)
 {
     std::string const& output = options.output;
-    for (std::string const& input : options.inputs) // "flt2iv a.flt out.iv"
-        if (output == "-" && endsAsResult(input) && !FltLoader::canLoad(input))
-            throw UsageError(input + " is no database. To write it, give -o " + input);
+    auto const isOutput = [](std::string const& input) { // "flt2iv a.flt out.iv"
+        return endsAsResult(input) && !FltLoader::canLoad(input);
+    };
+    auto const misplaced = std::find_if(options.inputs.begin(), options.inputs.end(), isOutput);
+    if (output == "-" && misplaced != options.inputs.end())
+        throw UsageError(*misplaced + " is no database. To write it, give -o " + *misplaced);
     if (goesToStream(options) && options.inputs.size() > 1)
         throw UsageError("several databases need a directory to go to: add -o DIR/");
     std::error_code ignored;

@@ -35,6 +35,7 @@ constexpr NamedView defaultView = {"", 150, 20};
 std::vector<std::string> namesOfViews()
 {
     std::vector<std::string> names;
+    names.reserve(std::size(namedViews));
     for (NamedView const& view : namedViews)
         names.emplace_back(view.name);
     return names;
