@@ -45,8 +45,8 @@ void RecordColumns::add(FltRecordReader const& record)
     record.giveFields(*this);
 }
 
-/// The column of a field of the open block. The fields of a record stand in the order of those of the last one,
-/// but where it lacks some.
+/// The column of a field of the open block. The fields of a record stand in the order of those of the last
+/// one, but where it lacks some.
 RecordColumns::Column& RecordColumns::columnOf(char const* key, char const* type)
 {
     std::pair<std::size_t, char const*> const place(blocks.empty() ? none : blocks.back(), key);

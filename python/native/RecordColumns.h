@@ -13,18 +13,19 @@
 
 /// Gathers the fields of many records of one opcode: a column a field, without an object a record.
 ///
-/// A field in a block is called "block.field", and a named bit "flags.bit". Bytes, and blocks of which a record
-/// has several, have no column.
+/// A field in a block is called "block.field", and a named bit "flags.bit". Bytes, and blocks of which a
+/// record has several, have no column.
 class RecordColumns final : public FltFieldReceiver
 {
 public:
-    /// Adds a row for the record that a reader stands at, unless it is too broken to be read. The first column
-    /// is its place in the file, "offset".
+    /// Adds a row for the record that a reader stands at, unless it is too broken to be read. The first
+    /// column is its place in the file, "offset".
     void add(FltRecordReader const& record);
 
-    /// The columns as a list of tuples, one each: name, type of a value as in Python's struct, values in a row
-    /// by dimension, values as a bytearray, how many values each row has (None if all have as many), whether
-    /// each record lacks the field (None if none does). For texts, all in UTF-8 one behind the other, type "s".
+    /// The columns as a list of tuples, one each: name, type of a value as in Python's struct, values in a
+    /// row by dimension, values as a bytearray, how many values each row has (None if all have as many),
+    /// whether each record lacks the field (None if none does). For texts, all in UTF-8 one behind the other,
+    /// type "s".
     /// @return null, with an exception raised, if there was no memory for it
     PyObject* take();
 

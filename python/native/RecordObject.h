@@ -9,8 +9,8 @@
 
 /// Makes a dictionary of Python of each record. Whoever calls holds the interpreter's lock.
 ///
-/// Text is read as JSON reads it, and floats have the value that JSON writes. Bytes are two hexadecimal digits
-/// each. Flags whose bits are named are a dictionary: the word, and each bit.
+/// Text is read as JSON reads it, and floats have the value that JSON writes. Bytes are two hexadecimal
+/// digits each. Flags whose bits are named are a dictionary: the word, and each bit.
 class RecordObject final : public FltFieldReceiver
 {
 public:

@@ -47,8 +47,8 @@ public:
     };
 
     /// A node of the hierarchy: the header itself, which is the first, groups, objects and so on. Faces and
-    /// meshes have lists of their own. What stands in an extension, or in levels that are nested too deeply, is
-    /// in none.
+    /// meshes have lists of their own. What stands in an extension, or in levels that are nested too deeply,
+    /// is in none.
     struct Node {
         std::uint64_t offset = 0;
         std::uint64_t end = 0; ///< After the last byte of what belongs to it.

@@ -64,8 +64,8 @@ public:
     /// and comes out of load() as it is.
     Progress progress;
 
-    /// The largest file to read, in bytes. A larger database is refused, and a larger external file or picture
-    /// is left out.
+    /// The largest file to read, in bytes. A larger database is refused, and a larger external file or
+    /// picture is left out.
     std::uint64_t largestFile = UINT64_MAX;
 
     /// A directory outside of which nothing is read but the database itself: textures and external files that

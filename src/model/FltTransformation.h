@@ -11,8 +11,8 @@
 class FltTransformation
 {
 public:
-    /// @param allowedError how far rounding to floats may move a place; where it would move it farther, doubles
-    ///                     stand in place of floats
+    /// @param allowedError how far rounding to floats may move a place; where it would move it farther,
+    ///                     doubles stand in place of floats
     FltTransformation(FltModelTree const& tree, FltModelTree::Number number, double allowedError = 1e-4);
 
     /// The matrices in the order in which they are added to a scene: the last one acts first.

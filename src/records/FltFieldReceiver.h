@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <string_view>
 
-/// Takes a record's fields by name with their values, in the order of the file: what writes JSON, makes objects
-/// of another language or fills columns. See FltRecordReader::fields().
+/// Takes a record's fields by name with their values, in the order of the file: what writes JSON, makes
+/// objects of another language or fills columns. See FltRecordReader::fields().
 ///
-/// Members of an object come as a key and a value each, elements of an array as values. A value is a number, a
-/// text, bytes, an object or an array.
+/// Members of an object come as a key and a value each, elements of an array as values. A value is a number,
+/// a text, bytes, an object or an array.
 class FltFieldReceiver
 {
 public:

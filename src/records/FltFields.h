@@ -26,9 +26,9 @@
 ///
 /// Five visitors go over it: FltFieldDecoder reads the fields, FltFieldDump writes them, FltFieldReach counts
 /// the bytes that a decoder may read, FltFieldPlace tells where a field stands, and FltFieldLister
-/// hands over names and values. What only the complete conversion reads has a layout without a class of the factory. Where a
-/// layout needs code of its own for one of them, it asks for it by `if constexpr (Visitor::decodes)`,
-/// `Visitor::dumps` or `Visitor::lists`. Besides fields, a layout may say:
+/// hands over names and values. What only the complete conversion reads has a layout without a class of the
+/// factory. Where a layout needs code of its own for one of them, it asks for it by `if constexpr
+/// (Visitor::decodes)`, `Visitor::dumps` or `Visitor::lists`. Besides fields, a layout may say:
 ///
 /// | Call                              | What it does                                                          |
 /// |-----------------------------------|-----------------------------------------------------------------------|

@@ -7,11 +7,11 @@
 #include <string>
 #include <string_view>
 
-/// Writes a record's fields as JSON text, value by value, without a tree of them. The one place that knows how
-/// a number, a text and bytes look.
+/// Writes a record's fields as JSON text, value by value, without a tree of them. The one place that knows
+/// how a number, a text and bytes look.
 ///
-/// A float is written in the fewest digits that are this float; a number that JSON doesn't have is a text. What
-/// a terminal would obey is escaped in texts. Bytes are two
+/// A float is written in the fewest digits that are this float; a number that JSON doesn't have is a text.
+/// What a terminal would obey is escaped in texts. Bytes are two
 /// hexadecimal digits each. Flags whose bits are named are an object: the word, and each bit.
 class FltJsonText final : public FltFieldReceiver
 {

@@ -31,8 +31,8 @@ struct FltMadeScene {
 class FltSceneMaker
 {
 public:
-    /// @param root     a group or a scale, of which all nodes know their senses. All that nobody else holds is
-    ///                 given away as soon as its nodes are made.
+    /// @param root     a group or a scale, of which all nodes know their senses. All that nobody else holds
+    ///                 is given away as soon as its nodes are made.
     /// @param textures that meshes name. They have to outlive this call.
     /// @param metresPerUnit of the scene's coordinates
     static FltMadeScene make(std::shared_ptr<FltVisualNode> root, std::vector<FltTexture> const& textures,

@@ -17,8 +17,8 @@
 ///         use(walk.mesh(), walk.matrix());
 ///
 /// What stands at several places comes once for each. Joints are at their current values, turning faces as
-/// the database stores them, a switch shows the children of its current mask, and a flip-book its first frame.
-/// Hidden nodes and meshes are passed over. The toolkit needn't be started.
+/// the database stores them, a switch shows the children of its current mask, and a flip-book its first
+/// frame. Hidden nodes and meshes are passed over. The toolkit needn't be started.
 class VELLOREADER_API FltVisualWalk
 {
 public:

@@ -17,9 +17,10 @@
 
 /// Writes a visual as a VRML97 file. The toolkit needn't be started.
 ///
-/// What an unlit face is has no material, or shines; what turns to the eye is a Billboard; parts that stand at
-/// several places are written once, or twice if some of the places mirror them. Nodes have the names of the
-/// database, in which characters other than letters, digits and `_` became `_`, and each name stands once.
+/// What an unlit face is has no material, or shines; what turns to the eye is a Billboard; parts that stand
+/// at several places are written once, or twice if some of the places mirror them. Nodes have the names of
+/// the database, in which characters other than letters, digits and `_` became `_`, and each name stands
+/// once.
 class VELLOREADER_API FltVrmlWriter
 {
 public:

@@ -12,7 +12,8 @@
 #include <string_view>
 #include <vector>
 
-/// The text of a VRML97 file, node by node. What is not a number becomes 0, and infinities the largest numbers.
+/// The text of a VRML97 file, node by node. What is not a number becomes 0, and infinities the largest
+/// numbers.
 class VrmlText
 {
 public:

@@ -1,4 +1,5 @@
-// How fltshot draws light: on faces that have none, on sides in the shade; and how large points and lines are.
+// How fltshot draws light: on faces that have none, on sides in the shade; and how large points and lines
+// are.
 
 #include "FltshotFixture.h"
 
@@ -83,7 +84,8 @@ TEST_F(FltshotLight, leavesNoSideBlack)
         flt.vertexPalette();
         std::vector<std::vector<double>> squares;
         for (int i = 0; i < sides; ++i) {
-            double const angle = 2 * M_PI * i / sides, x = 3 * (i % 4), y = 3 * (i / 4);
+            int const row = i / 4;
+            double const angle = 2 * M_PI * i / sides, x = 3 * (i % 4), y = 3 * row;
             std::vector<double> const normal = {0.99 * std::cos(angle), 0.99 * std::sin(angle), 0.1};
             squares.emplace_back();
             for (auto const& [right, up] : {std::pair{0, 0}, {2, 0}, {2, 2}, {0, 2}})

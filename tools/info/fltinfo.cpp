@@ -172,11 +172,14 @@ void printRule(Program const& program, std::string const& database, FltDependenc
     if (!isForMake(database))
         throw ToolError(database + ": make knows no such name. Give the file another one.", ExitCode::failed);
     std::string text = makeName(database) + ":";
+    auto const tellOf = [&](std::string const& file) {
+        program.warn(database + ": " + file + " isn't in the rule: make knows no such name");
+    };
     for (std::string const& file : dependencies.files())
         if (isForMake(file))
             (text += " \\\n  ") += makeName(file);
         else
-            program.warn(database + ": " + file + " isn't in the rule: make knows no such name");
+            tellOf(file);
     print(text + "\n");
 }
 

@@ -19,8 +19,8 @@ public:
     /// The name of the converted file of a database; none if it isn't among the targets.
     std::optional<std::string> nameOf(std::string const& database) const;
 
-    /// Names the converted files in a scene whose references are SoFile nodes. A reference to a database that isn't among the targets is taken
-    /// out; an empty group keeps its place.
+    /// Names the converted files in a scene whose references are SoFile nodes. A reference to a database that
+    /// isn't among the targets is taken out; an empty group keeps its place.
     /// @return how many were taken out
     std::size_t rename(SoNode* root) const;
 

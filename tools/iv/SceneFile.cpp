@@ -18,8 +18,8 @@
 namespace
 {
 
-/// While a node for VRML is made, the toolkit looks for the picture that it names, and from the wrong directory:
-/// one that isn't found isn't reported as long as this object lives.
+/// While a node for VRML is made, the toolkit looks for the picture that it names, and from the wrong
+/// directory: one that isn't found isn't reported as long as this object lives.
 class NamedPicturesPassedOver
 {
 private:

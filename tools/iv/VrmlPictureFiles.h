@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-/// The pictures of a VRML97 file, as files that browsers read: PNG, JPEG and GIF pictures stay where they are,
-/// and the others are written as PNG into a folder beside the file.
+/// The pictures of a VRML97 file, as files that browsers read: PNG, JPEG and GIF pictures stay where they
+/// are, and the others are written as PNG into a folder beside the file.
 class VrmlPictureFiles
 {
 public:

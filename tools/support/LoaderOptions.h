@@ -30,7 +30,8 @@ public:
     /// A loader with these options, once the command line was parsed.
     FltLoader makeLoader() const;
 
-    /// The same for a program that draws: cameras count in floats, which have to be fine where the database is.
+    /// The same for a program that draws: cameras count in floats, which have to be fine where the database
+    /// is.
     FltLoader makeCentringLoader() const;
 
     /// Whether the listing goes into one file, which can't hold that of several databases.

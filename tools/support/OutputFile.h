@@ -29,8 +29,8 @@ public:
 
     /// Opens the output.
     /// @param kept     files which must not be written or replaced; those that aren't there don't matter
-    /// @param existing if it is kept, a file that stands there is a reason not to write, also if it came after
-    ///                 this one was begun
+    /// @param existing if it is kept, a file that stands there is a reason not to write, also if it came
+    ///                 after this one was begun
     /// @throw ToolError if it can't be written, with the exit code for wrong usage if it is one of @p kept
     explicit OutputFile(std::string path, std::vector<KeptFile> const& kept = {},
                         Existing existing = Existing::replace);

@@ -277,6 +277,12 @@ void Program::refuseValuesOfFlags(std::vector<std::string> const& words) const
 }
 
 /// What is wrong with a command line, for people.
+/// What is said of an option that lacks its value.
+static std::string withoutValue(std::string const& name, ProgramOption const& option)
+{
+    return name + " takes a value: " + name + " " + option.value;
+}
+
 std::string Program::problemOf(CLI::ParseError const& error, std::vector<std::string> const& words) const
 {
     if (std::vector<std::string> const unknown = app->remaining(); !unknown.empty())
@@ -287,7 +293,7 @@ std::string Program::problemOf(CLI::ParseError const& error, std::vector<std::st
         for (std::string const& name : option.names) {
             bool const hasValue = !option.value.empty() && !option.isValueOptional;
             if (hasValue && words.back() == name)
-                return name + " takes a value: " + name + " " + option.value;
+                return withoutValue(name, option);
             if (hasValue && app->get_option(name)->count() > 1)
                 return name + " can be given once only";
         }

@@ -20,8 +20,8 @@ public:
     SceneMessages(SceneMessages const&) = delete;
     SceneMessages& operator=(SceneMessages const&) = delete;
 
-    /// Shows the messages about a database. Those of one cause in a file are one line, and of many only the first
-    /// are shown; a verbose program shows each, and where missing textures were looked for.
+    /// Shows the messages about a database. Those of one cause in a file are one line, and of many only the
+    /// first are shown; a verbose program shows each, and where missing textures were looked for.
     /// @param loaded its scene, or its visual
     void show(FltScene const& loaded) const { show(loaded.messages(), loaded.textures()); }
     void show(FltVisual const& loaded) const { show(loaded.messages, loaded.textures); }
