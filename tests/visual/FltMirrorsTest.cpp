@@ -182,6 +182,23 @@ TEST(FltMirrors, makeNoMoreThanTwoFormsHoweverTheyAreNested)
     EXPECT_EQ(expectToLookUp(database, 2), 14U);
 }
 
+TEST(FltMirrors, findAPartAgainThatOthersHaveUsedUpBefore)
+{
+    CompleteDatabase database;
+    std::vector<double> const offsets = database.square();
+    database.begin();
+    addDefinition(database, offsets);
+    database.writer.add("InstanceDefinition", {{"instanceDefinitionNumber", 4}}).push();
+    addInstance(database, matrix(1, 1, 1));
+    database.writer.pop();
+    for (double const x : {1.0, -1.0})
+        addInstance(database, matrix(x, 1, 1));
+    for (double const x : {1.0, -1.0})
+        database.writer.add("InstanceReference", {{"instanceDefinitionNumber", 4}})
+            .add("Matrix", matrix(x, 1, 1));
+    EXPECT_EQ(expectToLookUp(database, 2), 8U);
+}
+
 TEST(FltMirrors, reachIntoOtherFiles)
 {
     CompleteDatabase other;

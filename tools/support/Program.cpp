@@ -30,6 +30,12 @@ struct Program::Directories {
 namespace
 {
 
+/// What is said of an option that lacks its value.
+std::string withoutValue(std::string const& name, ProgramOption const& option)
+{
+    return name + " takes a value: " + name + " " + option.value;
+}
+
 /// Without a value behind "=".
 std::string nameIn(std::string const& word)
 {
@@ -277,12 +283,6 @@ void Program::refuseValuesOfFlags(std::vector<std::string> const& words) const
 }
 
 /// What is wrong with a command line, for people.
-/// What is said of an option that lacks its value.
-static std::string withoutValue(std::string const& name, ProgramOption const& option)
-{
-    return name + " takes a value: " + name + " " + option.value;
-}
-
 std::string Program::problemOf(CLI::ParseError const& error, std::vector<std::string> const& words) const
 {
     if (std::vector<std::string> const unknown = app->remaining(); !unknown.empty())
