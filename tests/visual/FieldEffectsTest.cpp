@@ -20,7 +20,6 @@
 #include <iostream>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <regex>
 #include <sstream>
 #include <stdexcept>
 
@@ -36,23 +35,46 @@ struct Listed {
     std::string reason;
 };
 
+/// The cells of a line of a table, without the spaces about them; none of a line that is no row.
+std::vector<std::string> cellsOf(std::string const& line)
+{
+    std::vector<std::string> cells;
+    if (line.rfind("| ", 0) != 0)
+        return cells;
+    for (std::size_t from = 2, to = line.find(" |", from); to != std::string::npos;
+         to = line.find(" |", from)) {
+        cells.push_back(line.substr(from, to - from));
+        from = std::min(to + 3, line.size());
+    }
+    return cells;
+}
+
+/// What stands between `marks` in a text.
+std::vector<std::string> quotedIn(std::string const& text)
+{
+    std::vector<std::string> quoted;
+    std::istringstream parts(text);
+    std::string part;
+    for (bool isQuoted = false; std::getline(parts, part, '`'); isQuoted = !isQuoted)
+        if (isQuoted)
+            quoted.push_back(part);
+    return quoted;
+}
+
 std::map<std::string, Listed> fieldsOfThePage()
 {
     std::map<std::string, Listed> listed;
     std::istringstream page(contentsOf(VELLOREADER_DOCS "complete.md"));
-    std::regex const row(R"(\| (\w+) \| (.*) \| (.*) \|)"), name("`([^`]+)`");
     bool isInTable = false;
     std::string line;
     for (std::size_t number = 1; std::getline(page, line); ++number) {
         if (line.rfind("## ", 0) == 0)
             isInTable = line == "## Fields without an effect";
-        std::smatch columns;
-        if (!isInTable || !std::regex_match(line, columns, row))
+        std::vector<std::string> const cells = cellsOf(line);
+        if (!isInTable || cells.size() != 3)
             continue;
-        std::string const fields = columns[2];
-        for (std::sregex_iterator field(fields.begin(), fields.end(), name), end; field != end; ++field)
-            EXPECT_TRUE(
-                listed.emplace(columns[1].str() + "." + (*field)[1].str(), Listed{number, columns[3]}).second)
+        for (std::string const& field : quotedIn(cells[1]))
+            EXPECT_TRUE(listed.emplace(cells[0] + "." + field, Listed{number, cells[2]}).second)
                 << "docs/complete.md has it twice: " << line;
     }
     return listed;
