@@ -39,8 +39,9 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "tools/support": ("src/toolkit", "src/textures", "src/messages", "src/records", "src/loader"),
     "tools/info": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),
     "tools/check": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),
-    "tools/iv": ("tools/support", "src/toolkit", "src/textures", "src/messages", "src/records", "src/parser",
-                 "src/vrml", "src/inspect", "src/loader"),
+    "tools/convert": ("tools/support", "src/messages", "src/records", "src/parser", "src/inspect",
+                      "src/loader"),
+    "tools/iv": ("tools/support", "tools/convert", "src/toolkit", "src/textures", "src/vrml", "src/loader"),
     "tools/shot": ("tools/support", "src/toolkit", "src/messages", "src/loader"),
     "tools/view": ("tools/support", "src/toolkit", "src/textures", "src/messages", "src/records",
                    "src/loader"),
@@ -51,7 +52,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
 LIBRARY = tuple(folder for folder in MAY_INCLUDE if folder.startswith("src/"))
 MAY_INCLUDE |= {
     "tests/support": (*LIBRARY, "writer"),
-    "tests": (*LIBRARY, "writer", "tests/support", "tools/support", "tools/iv"),
+    "tests": (*LIBRARY, "writer", "tests/support", "tools/support", "tools/convert", "tools/iv"),
     "tests/shot": (*LIBRARY, "tests/support", "tools/support", "tools/shot"),
     "tests/view": (*LIBRARY, "writer", "tests/support", "tools/view"),
     "bench": (*LIBRARY, "writer", "tests/support"),

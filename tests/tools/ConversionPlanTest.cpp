@@ -1,5 +1,5 @@
-#include "iv/ConversionPlan.h"
-#include "iv/FileIdentity.h"
+#include "convert/ConversionPlan.h"
+#include "convert/FileIdentity.h"
 #include "support/ScratchFolder.h"
 
 #include "support/Program.h"

@@ -1,4 +1,4 @@
-#include "iv/WorkerPool.h"
+#include "convert/WorkerPool.h"
 
 #include <csignal>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "iv/FileReferences.h"
 
-#include "iv/FileIdentity.h"
+#include "convert/FileIdentity.h"
 #include "support/SceneNodes.h"
 
 #include "toolkit/SoSilentField.h"

@@ -310,7 +310,7 @@ void OutputFile::fail(int reason) const
                     ". Check the directory, its permissions and the space on the disk.");
 }
 
-void OutputFile::checkEnding(std::string const& path, std::initializer_list<std::string_view> endings)
+void OutputFile::checkEnding(std::string const& path, std::vector<std::string_view> const& endings)
 {
     struct stat status = {};
     if (path == "-" || (::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode)))

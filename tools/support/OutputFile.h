@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdio>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <sys/types.h>
@@ -60,7 +59,7 @@ public:
     /// Makes sure that a name ends in one of these endings (".png"), in letters of any case. "-", a device
     /// and a pipe need none.
     /// @throw ToolError with the exit code for wrong usage
-    static void checkEnding(std::string const& path, std::initializer_list<std::string_view> endings);
+    static void checkEnding(std::string const& path, std::vector<std::string_view> const& endings);
 
 private:
     void openStream();

@@ -1,24 +1,9 @@
 #pragma once
 
-#include "iv/SceneForm.h"
-#include "support/OutputFile.h"
-
-#include "loader/FltLoader.h"
-
 #include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <vector>
-
-/// What is made of every database, as the command line says.
-struct ConversionOptions {
-    SceneForm form;
-    bool embedsTextures = false;
-    bool measures = false; ///< Whether the scene is measured for statistics.
-    OutputFile::Existing existing = OutputFile::Existing::replace; ///< Results that are there already.
-    FltLoader::References references = FltLoader::References::follow;
-    FltLoader::Units units = FltLoader::Units::metres;
-};
 
 /// One database and the file that it becomes.
 struct Conversion {

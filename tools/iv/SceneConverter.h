@@ -1,6 +1,8 @@
 #pragma once
 
-#include "iv/Conversion.h"
+#include "convert/ConversionOptions.h"
+#include "convert/DatabaseConverter.h"
+#include "iv/SceneForm.h"
 #include "support/LoaderOptions.h"
 #include "support/Program.h"
 
@@ -11,20 +13,16 @@
 #include <functional>
 #include <vector>
 
-/// Converts databases into scene files, one by one.
-class DatabaseConverter
+/// Converts databases into scene files.
+class SceneConverter : public DatabaseConverter
 {
 public:
     /// Keeps all of them by reference.
-    DatabaseConverter(Program const& program, LoaderOptions const& loaderOptions,
-                      ConversionOptions const& options);
+    SceneConverter(Program const& program, LoaderOptions const& loaderOptions,
+                   ConversionOptions const& options, SceneForm const& form);
 
-    /// Converts one. Its messages go to standard error.
-    /// @param progress see FltLoader
-    /// @param loaded   is called when the load is done, before its messages are shown
-    /// @throw FltLoadError or ToolError; the output is as it was before then
     ConversionStatistics convert(Conversion const& conversion, FltLoader::Progress const& progress,
-                                 std::function<void()> const& loaded) const;
+                                 std::function<void()> const& loaded) const override;
 
 private:
     FltLoader makeLoader(Conversion const& conversion, FltLoader::Progress const& progress) const;
@@ -38,4 +36,5 @@ private:
     Program const& program;
     LoaderOptions const& loaderOptions;
     ConversionOptions const& options;
+    SceneForm const& form;
 };

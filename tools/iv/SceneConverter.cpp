@@ -1,4 +1,4 @@
-#include "iv/DatabaseConverter.h"
+#include "iv/SceneConverter.h"
 
 #include "iv/FileReferences.h"
 #include "iv/SceneFile.h"
@@ -42,11 +42,10 @@ ConversionStatistics measure(FltScene const& scene, std::string const& database)
 /// @param write writes into a stream, and returns the bytes that were written
 /// @return the same
 template <class Write>
-std::uint64_t writeFile(std::string const& path, ConversionOptions const& options,
+std::uint64_t writeFile(std::string const& path, OutputFile::Existing existing, SceneForm const& form,
                         std::vector<KeptFile> const& kept, Write write)
 {
-    OutputFile output(path, kept, options.existing);
-    SceneForm const& form = options.form;
+    OutputFile output(path, kept, existing);
     if (!form.isText() && output.isTerminal())
         throw ToolError(
             "binary output would upset the terminal. Add -o FILE.iv, or send it into a file with >.",
@@ -66,18 +65,15 @@ bool hasFolder(std::string const& output)
 
 } // namespace
 
-DatabaseConverter::DatabaseConverter(Program const& program, LoaderOptions const& loaderOptions,
-                                     ConversionOptions const& options)
-    : program(program), loaderOptions(loaderOptions), options(options)
+SceneConverter::SceneConverter(Program const& program, LoaderOptions const& loaderOptions,
+                               ConversionOptions const& options, SceneForm const& form)
+    : program(program), loaderOptions(loaderOptions), options(options), form(form)
 {
 }
 
-FltLoader DatabaseConverter::makeLoader(Conversion const& conversion,
-                                        FltLoader::Progress const& progress) const
+FltLoader SceneConverter::makeLoader(Conversion const& conversion, FltLoader::Progress const& progress) const
 {
     FltLoader loader = loaderOptions.makeLoader();
-    loader.references = options.references;
-    loader.units = options.units;
     loader.progress = progress;
     if (conversion.output != "-")
         loader.textureNamesFrom = folderOf(conversion.output);
@@ -85,9 +81,9 @@ FltLoader DatabaseConverter::makeLoader(Conversion const& conversion,
 }
 
 /// Makes of the scene what is to be written.
-void DatabaseConverter::prepare(FltScene const& scene, Conversion const& conversion) const
+void SceneConverter::prepare(FltScene const& scene, Conversion const& conversion) const
 {
-    if (options.embedsTextures)
+    if (form.embedsTextures)
         TextureEmbedding::embed(scene.root());
     if (options.references != FltLoader::References::asFile)
         return;
@@ -95,7 +91,7 @@ void DatabaseConverter::prepare(FltScene const& scene, Conversion const& convers
     warnOfReferences(references.rename(scene.root()), conversion);
 }
 
-void DatabaseConverter::warnOfReferences(std::size_t takenOut, Conversion const& conversion) const
+void SceneConverter::warnOfReferences(std::size_t takenOut, Conversion const& conversion) const
 {
     if (takenOut != 0)
         program.warn(conversion.input + ": " + Numbers::counted(takenOut, "reference is", "references are") +
@@ -104,13 +100,13 @@ void DatabaseConverter::warnOfReferences(std::size_t takenOut, Conversion const&
 }
 
 /// Has the pictures of a VRML97 file stand beside it, where there is such a place.
-void DatabaseConverter::placePictures(std::vector<FltVrmlPicture>& pictures, Conversion const& conversion,
-                                      std::vector<KeptFile> const& kept) const
+void SceneConverter::placePictures(std::vector<FltVrmlPicture>& pictures, Conversion const& conversion,
+                                   std::vector<KeptFile> const& kept) const
 {
     VrmlPictureFiles files(conversion.output, kept, options.existing);
     bool const isBeside = hasFolder(conversion.output);
     for (FltVrmlPicture& picture : pictures)
-        if (options.embedsTextures)
+        if (form.embedsTextures)
             continue;
         else if (isBeside)
             files.place(picture);
@@ -118,8 +114,8 @@ void DatabaseConverter::placePictures(std::vector<FltVrmlPicture>& pictures, Con
             VrmlPictureFiles::name(picture);
 }
 
-void DatabaseConverter::warnOfLosses(std::vector<FltOmission> const& omissions,
-                                     Conversion const& conversion) const
+void SceneConverter::warnOfLosses(std::vector<FltOmission> const& omissions,
+                                  Conversion const& conversion) const
 {
     std::string list;
     for (FltOmission const& omission : omissions)
@@ -128,7 +124,7 @@ void DatabaseConverter::warnOfLosses(std::vector<FltOmission> const& omissions,
         program.warn(conversion.input + ": VRML97 has no form for some of it: " + list);
 }
 
-std::uint64_t DatabaseConverter::writeVrml(FltVisual const& visual, Conversion const& conversion) const
+std::uint64_t SceneConverter::writeVrml(FltVisual const& visual, Conversion const& conversion) const
 {
     std::vector<KeptFile> const kept =
         loaderOptions.keptFiles(conversion.input, visual.references, visual.textures);
@@ -141,24 +137,24 @@ std::uint64_t DatabaseConverter::writeVrml(FltVisual const& visual, Conversion c
         takenOut += name ? 0 : 1;
         return name ? std::optional(VrmlPictureFiles::addressOf(*name)) : std::nullopt;
     };
-    std::uint64_t const bytes = writeFile(conversion.output, options, kept, [&](FILE* stream) {
-        return SceneFile::write(vrml, addressOf, stream, options.form);
+    std::uint64_t const bytes = writeFile(conversion.output, options.existing, form, kept, [&](FILE* stream) {
+        return SceneFile::write(vrml, addressOf, stream, form);
     });
     warnOfReferences(takenOut, conversion);
     warnOfLosses(vrml.omissions(), conversion);
     return bytes;
 }
 
-ConversionStatistics DatabaseConverter::convert(Conversion const& conversion,
-                                                FltLoader::Progress const& progress,
-                                                std::function<void()> const& loaded) const
+ConversionStatistics SceneConverter::convert(Conversion const& conversion,
+                                             FltLoader::Progress const& progress,
+                                             std::function<void()> const& loaded) const
 {
     auto const begin = std::chrono::steady_clock::now();
     SceneMessages const messages(program);
     program.detail("reading " + conversion.input);
     FltLoader const loader = makeLoader(conversion, progress);
     ConversionStatistics statistics;
-    if (options.form.isVrml && !loader.exact) {
+    if (form.isVrml && !loader.exact) {
         FltVisual const visual = loader.loadVisual(conversion.input);
         loaded();
         messages.show(visual);
@@ -174,9 +170,9 @@ ConversionStatistics DatabaseConverter::convert(Conversion const& conversion,
             statistics = measure(scene, conversion.input);
         prepare(scene, conversion);
         statistics.bytesIn = scene.info().bytes;
-        statistics.bytesOut =
-            writeFile(conversion.output, options, loaderOptions.keptFiles(conversion.input, scene),
-                      [&](FILE* stream) { return SceneFile::write(scene.root(), stream, options.form); });
+        statistics.bytesOut = writeFile(
+            conversion.output, options.existing, form, loaderOptions.keptFiles(conversion.input, scene),
+            [&](FILE* stream) { return SceneFile::write(scene.root(), stream, form); });
     }
     statistics.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
     return statistics;

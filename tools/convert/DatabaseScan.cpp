@@ -1,6 +1,6 @@
-#include "iv/DatabaseScan.h"
+#include "convert/DatabaseScan.h"
 
-#include "iv/FileIdentity.h"
+#include "convert/FileIdentity.h"
 #include "support/TextureFinder.h"
 
 #include "inspect/FltDependencies.h"

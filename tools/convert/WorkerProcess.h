@@ -1,6 +1,6 @@
 #pragma once
 
-#include "iv/WorkerMessage.h"
+#include "convert/WorkerMessage.h"
 
 #include <cstddef>
 #include <functional>

@@ -1,4 +1,4 @@
-#include "iv/WorkerProcess.h"
+#include "convert/WorkerProcess.h"
 
 #include "support/ToolError.h"
 

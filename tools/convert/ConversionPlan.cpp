@@ -1,6 +1,6 @@
-#include "iv/ConversionPlan.h"
+#include "convert/ConversionPlan.h"
 
-#include "iv/FileIdentity.h"
+#include "convert/FileIdentity.h"
 #include "support/DatabaseFiles.h"
 #include "support/Program.h"
 

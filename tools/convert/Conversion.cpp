@@ -1,4 +1,4 @@
-#include "iv/Conversion.h"
+#include "convert/Conversion.h"
 
 #include "support/Numbers.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "iv/WorkerProcess.h"
+#include "convert/WorkerProcess.h"
 
 #include <cstddef>
 #include <deque>

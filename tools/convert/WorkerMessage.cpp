@@ -1,4 +1,4 @@
-#include "iv/WorkerMessage.h"
+#include "convert/WorkerMessage.h"
 
 #include <cstdint>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "iv/FileIdentity.h"
+#include "convert/FileIdentity.h"
 
 #include <filesystem>
 #include <system_error>

@@ -1,10 +1,13 @@
 #pragma once
 
-#include "iv/ConversionPlan.h"
-#include "iv/DatabaseConverter.h"
-#include "iv/ReferenceGraph.h"
-#include "iv/ReferredFiles.h"
-#include "iv/WorkerPool.h"
+#include "convert/ConversionOptions.h"
+#include "convert/ConversionPlan.h"
+#include "convert/DatabaseConverter.h"
+#include "convert/ReferenceGraph.h"
+#include "convert/ReferredFiles.h"
+#include "convert/WorkerPool.h"
+#include "support/LoaderOptions.h"
+#include "support/Program.h"
 #include "support/ProgressLine.h"
 
 #include <cstdint>
@@ -18,17 +21,9 @@
 class ConversionRun
 {
 public:
-    struct Options {
-        ConversionOptions conversion;
-        std::size_t jobs = 1; ///< Conversions at a time.
-        bool onlyIfNewer =
-            false;              ///< Whether outputs are passed over that are newer than all they are made of.
-        bool summarises = true; ///< Whether to end with a count.
-        ProgressLine::Start progress = ProgressLine::Start::afterASecond;
-    };
-
     /// Keeps all of them by reference. Nothing has started the toolkit yet.
-    ConversionRun(Program const& program, LoaderOptions const& loaderOptions, Options const& options);
+    ConversionRun(Program const& program, LoaderOptions const& loaderOptions,
+                  ConversionOptions const& options, DatabaseConverter const& converter);
 
     /// Makes sure that no output of a plan would replace what the inputs are or refer to, or anything at all
     /// if results are kept. Where no output is there yet, nothing is read.
@@ -68,8 +63,8 @@ private:
 
     Program const& program;
     LoaderOptions const& loaderOptions;
-    Options const& options;
-    DatabaseConverter const converter;
+    ConversionOptions const& options;
+    DatabaseConverter const& converter;
     WorkerPool pool;
     ReferenceGraph graph;
     std::unordered_map<std::string, std::string> scanned; ///< Paths of databases by canonical path.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "iv/DatabaseScan.h"
+#include "convert/DatabaseScan.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "iv/ReferredFiles.h"
+#include "convert/ReferredFiles.h"
 
 #include <optional>
 #include <sys/stat.h>

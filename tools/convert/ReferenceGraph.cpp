@@ -1,4 +1,4 @@
-#include "iv/ReferenceGraph.h"
+#include "convert/ReferenceGraph.h"
 
 #include <algorithm>
 #include <filesystem>

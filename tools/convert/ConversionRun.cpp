@@ -1,4 +1,4 @@
-#include "iv/ConversionRun.h"
+#include "convert/ConversionRun.h"
 
 #include "support/Numbers.h"
 #include "support/TextureFinder.h"
@@ -82,9 +82,8 @@ std::string about(std::string const& input, std::string const& text)
 } // namespace
 
 ConversionRun::ConversionRun(Program const& program, LoaderOptions const& loaderOptions,
-                             Options const& options)
-    : program(program), loaderOptions(loaderOptions), options(options),
-      converter(program, loaderOptions, options.conversion),
+                             ConversionOptions const& options, DatabaseConverter const& converter)
+    : program(program), loaderOptions(loaderOptions), options(options), converter(converter),
       pool(options.jobs,
            [this](Fields const& request, WorkerProcess::Tell const& tell) { return work(request, tell); }),
       progress(options.progress)
@@ -93,19 +92,18 @@ ConversionRun::ConversionRun(Program const& program, LoaderOptions const& loader
 
 bool ConversionRun::namesReferences() const
 {
-    return options.conversion.references == FltLoader::References::asFile;
+    return options.references == FltLoader::References::asFile;
 }
 
 bool ConversionRun::opensReferences() const
 {
-    return options.conversion.references != FltLoader::References::skip;
+    return options.references != FltLoader::References::skip;
 }
 
 ConversionRun::Fields ConversionRun::work(Fields const& request, WorkerProcess::Tell const& tell) const
 {
     if (request.front() == scanning)
-        return DatabaseScan::of(request.at(1), loaderOptions.makeLoader().texturePath,
-                                options.conversion.embedsTextures)
+        return DatabaseScan::of(request.at(1), loaderOptions.makeLoader().texturePath, options.readsTextures)
             .fields();
     if (request.front() == searching)
         return search(request, loaderOptions.makeLoader().texturePath);
@@ -235,7 +233,7 @@ std::string ConversionRun::problemOf(ConversionPlan::Entry const& entry) const
 
 bool ConversionRun::keepsResults() const
 {
-    return options.conversion.existing == OutputFile::Existing::keep;
+    return options.existing == OutputFile::Existing::keep;
 }
 
 /// Whether an output takes the place of a file, which might be one that is needed.
@@ -315,7 +313,7 @@ void ConversionRun::takeResult(ConversionPlan::Entry const& entry, WorkerPool::R
         ConversionStatistics const statistics =
             ConversionStatistics::fromFields({result.reply.begin() + 1, result.reply.end()});
         total += statistics;
-        if (options.conversion.measures)
+        if (options.measures)
             std::printf("%s\n", statistics.tableLine(entry.input).c_str());
     }
 }
@@ -354,7 +352,7 @@ void ConversionRun::convertAll(ConversionPlan const& plan, std::vector<std::size
         showProgress(chosen.size() + refused.size(), bytes);
     };
     conversionBegin = progress.seconds();
-    if (options.conversion.measures)
+    if (options.measures)
         std::printf("%s\n", ConversionStatistics::tableHead().c_str());
     pool.run(
         chosen.size(), [&](std::size_t number) { return requestFor(plan, entries[chosen[number]]); },
@@ -366,7 +364,7 @@ void ConversionRun::convertAll(ConversionPlan const& plan, std::vector<std::size
 ExitCode ConversionRun::report(ConversionPlan const& plan)
 {
     failures.insert(failures.end(), plan.problems().begin(), plan.problems().end());
-    if (options.conversion.measures && converted > 1)
+    if (options.measures && converted > 1)
         std::printf("%s\n", total.tableLine("in all").c_str());
     std::fflush(stdout);
     std::sort(failures.begin(), failures.end());

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "convert/ConversionForm.h"
+#include "convert/ConversionOptions.h"
+#include "convert/ConversionPlan.h"
+#include "convert/DatabaseConverter.h"
+#include "support/LoaderOptions.h"
+#include "support/Program.h"
+
+#include <string>
+#include <vector>
+
+/// The command line of a program that converts databases: which, how, and where the results go.
+///
+///     ConversionCommand command(program, {{".iv", "Open Inventor"}, {".wrl", "VRML97"}});
+///     program.flag("-b,--binary", ...);
+///     command.addOptions();
+///     return program.run(argc, argv, [&] {
+///         command.check();
+///         return command.run(SceneConverter(program, command.loaderOptions(), ...));
+///     });
+class ConversionCommand
+{
+public:
+    /// Adds the options that say where results go, and in which form.
+    /// @param forms the first one is that of results without a name of their own, unless --to says otherwise
+    ConversionCommand(Program& program, std::vector<ConversionForm> forms);
+
+    ConversionCommand(ConversionCommand const&) = delete;
+    ConversionCommand& operator=(ConversionCommand const&) = delete;
+
+    /// Adds the options that say how databases are converted, and the inputs.
+    void addOptions();
+
+    /// Makes sure that the command line can be obeyed, and takes over what depends on several options. What
+    /// follows needs that.
+    /// @throw UsageError
+    void check();
+
+    /// @name What the command line says
+    /// @{
+    LoaderOptions const& loaderOptions() const { return loading; }
+    ConversionOptions& options() { return conversion; }
+    ConversionForm const& form() const { return forms[chosenForm]; }
+    std::string const& formWord() const { return format; }   ///< As --to gives it; empty without it.
+    std::string const& outputName() const { return output; } ///< A file, a directory, or "-".
+    bool goesToDirectory() const; ///< Whether results have names of their own, below the output.
+    /// @}
+
+    /// Converts what the command line names.
+    ExitCode run(DatabaseConverter const& converter);
+
+private:
+    bool goesToStream() const;
+    bool endsAsResult(std::string const& path) const;
+    std::string fileOrDirectory() const;
+    void checkOutput() const;
+    void checkLoader(FltLoader const& loader) const;
+    void chooseForm();
+    ExitCode convertOne(DatabaseConverter const& converter) const;
+    ExitCode convertMany(DatabaseConverter const& converter);
+
+    Program& program;
+    std::vector<ConversionForm> const forms;
+    std::size_t chosenForm = 0;
+    LoaderOptions loading;
+    ConversionOptions conversion;
+    std::vector<std::string> inputs;
+    std::string output = "-";
+    std::string format;
+    std::string jobs;
+    bool showsProgressAtOnce = false;
+};

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <string>
+
+/// A form of results, as a program offers it.
+struct ConversionForm {
+    std::string ending; ///< Of the names of such files: ".iv". Without the full stop it is the word for --to.
+    std::string name;   ///< In a sentence: "Open Inventor".
+};

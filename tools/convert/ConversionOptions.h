@@ -1,0 +1,20 @@
+#pragma once
+
+#include "support/OutputFile.h"
+#include "support/ProgressLine.h"
+
+#include "loader/FltLoader.h"
+
+#include <cstddef>
+
+/// How databases are converted, whatever they become.
+struct ConversionOptions {
+    std::size_t jobs = 1;       ///< Conversions at a time.
+    bool measures = false;      ///< Whether a table of statistics is printed.
+    bool readsTextures = false; ///< Whether pixels of textures become part of results.
+    bool onlyIfNewer = false;   ///< Whether outputs are passed over that are newer than all they are made of.
+    bool summarises = true;     ///< Whether to end with a count.
+    OutputFile::Existing existing = OutputFile::Existing::replace; ///< Results that are there already.
+    FltLoader::References references = FltLoader::References::follow;
+    ProgressLine::Start progress = ProgressLine::Start::afterASecond;
+};
