@@ -109,3 +109,65 @@ TEST_F(ConversionPlanTest, keepsReferencesFromOutsideInTheOutputDirectoryUnderNa
     EXPECT_EQ(outputs(),
               (std::vector<std::string>{"out/city.iv", "out/tree-2.iv", "out/tree-3.iv", "out/tree.iv"}));
 }
+
+TEST_F(ConversionPlanTest, keepsPlacesBelowARoot)
+{
+    file("data/north/a.flt");
+    file("data/south/a.flt");
+    std::string const outside = file("elsewhere/b.flt");
+    plan.addBelow(folder / "data", folder / "data/north", "out");
+    plan.addBelow(folder / "data", folder / "data/north/../south/a.flt", "out");
+    plan.addBelow(folder / "data/", outside, "out");
+    EXPECT_EQ(outputs(), (std::vector<std::string>{"out/north/a.iv", "out/south/a.iv"}));
+    EXPECT_EQ(plan.entries()[1].place, "south/a.flt");
+    ASSERT_EQ(plan.problems().size(), 1U);
+    EXPECT_EQ(plan.problems()[0].find(outside + ": lies outside of " + (folder / "data/")), 0U);
+    EXPECT_TRUE(plan.isBound());
+    EXPECT_TRUE(plan.isTree());
+}
+
+TEST_F(ConversionPlanTest, isOnlyOfAPartButKnowsTheOutputsOfTheOthers)
+{
+    for (int i = 0; i < 20; ++i)
+        file("models/sub/" + std::to_string(i) + ".flt");
+    std::size_t planned = 0;
+    for (std::uint64_t number = 0; number < 3; ++number) {
+        ConversionPlan part(".iv", {number, 3});
+        part.addInput(folder / "models", "out");
+        part.check();
+        EXPECT_TRUE(part.isBound());
+        planned += part.entries().size();
+        for (int i = 0; i < 20; ++i)
+            EXPECT_EQ(part.outputOf(FileIdentity::of(folder / ("models/sub/" + std::to_string(i) + ".flt"))),
+                      "out/sub/" + std::to_string(i) + ".iv");
+        EXPECT_FALSE(part.outputOf(FileIdentity::of(file("models.flt"))));
+        EXPECT_FALSE(part.outputOf(FileIdentity::of(file("models/sub/20.ive"))));
+    }
+    EXPECT_EQ(planned, 20U);
+}
+
+TEST_F(ConversionPlanTest, seesThatADatabaseOfAnotherPartHasTheSameOutput)
+{
+    file("models/a.flt");
+    file("models/a.FLT");
+    for (std::uint64_t number = 0; number < 4; ++number) {
+        ConversionPlan part(".iv", {number, 4});
+        part.addInput(folder / "models", "out");
+        EXPECT_THROW(part.check(), UsageError) << number;
+    }
+}
+
+TEST_F(ConversionPlanTest, replacesNoInputOfAnotherPart)
+{
+    file("a.flt");
+    file("a.iv");
+    for (std::uint64_t number = 0; number < 4; ++number) {
+        ConversionPlan part(".iv", {number, 4});
+        part.addBelow(folder / ".", folder / "a.flt", folder / ".");
+        part.addBelow(folder / ".", folder / "a.iv", folder / "elsewhere");
+        if (TreePart{number, 4}.holds("a.flt"))
+            EXPECT_THROW(part.check(), UsageError);
+        else
+            EXPECT_NO_THROW(part.check());
+    }
+}

@@ -1,6 +1,9 @@
 #include "convert/ConversionCommand.h"
 
 #include "convert/ConversionRun.h"
+#include "convert/FileList.h"
+#include "convert/PartSizes.h"
+#include "convert/TreePart.h"
 #include "support/DatabaseFiles.h"
 #include "support/FileEnding.h"
 #include "support/OutputFile.h"
@@ -87,12 +90,25 @@ void ConversionCommand::addOptions()
                   "there are processors.");
     program.flag("--if-newer", conversion.onlyIfNewer,
                  "Pass over databases whose result is newer than they are, and than all that they refer to.");
+    program.value("--files-from", filesFrom, "LIST",
+                  "Convert the databases that a file names, one a line, by their places below --root; - is "
+                  "standard input.",
+                  "list");
+    program.value("--root", root, "DIR",
+                  "Results keep the places that their databases have below this directory. Without it, those "
+                  "below each directory that is named, and those of --files-from below the present one.",
+                  "/");
+    program.value(
+        "--shard", shard, "K/N",
+        "Convert part K of N alone, 0 to N - 1. Which part a database belongs to its place says, so "
+        "that N computers need to know nothing of each other.");
+    program.value("--plan", partsToPlan, "N", "Print how even N parts are, and convert nothing.");
     program.noClobberOption(conversion.existing);
     program.flag("--stat", conversion.measures,
                  "Print a table: nodes, faces, triangles, textures, bytes and seconds.");
     program.hiddenFlag("--progress-at-once", showsProgressAtOnce);
     loading.add(program, LoaderOptions::Programs::all);
-    program.inputs(inputs);
+    program.inputs(inputs, false);
 }
 
 /// Whether the result goes into a pipe or the like, which has no place beside it.
@@ -103,8 +119,16 @@ bool ConversionCommand::goesToStream() const
     return output == "-" || (fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status));
 }
 
+/// Whether results go to the places that their databases have below a directory.
+bool ConversionCommand::hasPlaces() const
+{
+    return !filesFrom.empty() || !root.empty() || !shard.empty();
+}
+
 bool ConversionCommand::goesToDirectory() const
 {
+    if (hasPlaces())
+        return output != "-";
     bool const namesDirectory =
         !output.empty() && (output.back() == '/' || DatabaseFiles::isDirectory(output));
     return output != "-" &&
@@ -186,9 +210,23 @@ void ConversionCommand::checkLoader(FltLoader const& loader) const
         throw UsageError("--log=PATH is for a single database: give --log without a name");
 }
 
+/// Makes sure that there are inputs, and that places have a directory to count from.
+void ConversionCommand::checkPlaces() const
+{
+    if (inputs.empty() && filesFrom.empty())
+        throw UsageError("FILE is required");
+    if (!root.empty() && !DatabaseFiles::isDirectory(root))
+        throw UsageError("--root " + root + ": there is no such directory");
+    if (hasPlaces() && output == "-" && partsToPlan.empty())
+        throw UsageError("--files-from, --root and --shard need a directory to go to: add -o DIR/");
+}
+
 void ConversionCommand::check()
 {
     FltLoader const loader = loading.makeLoader();
+    checkPlaces();
+    if (!partsToPlan.empty())
+        return;
     checkOutput();
     checkLoader(loader);
     chooseForm();
@@ -222,20 +260,44 @@ ExitCode ConversionCommand::convertOne(DatabaseConverter const& converter) const
     return ExitCode::success;
 }
 
+/// The plan of a part of what the command line names.
+ConversionPlan ConversionCommand::planned(TreePart part) const
+{
+    ConversionPlan plan(form().ending, part);
+    std::string const base = root.empty() ? "." : root;
+    for (std::string const& input : inputs)
+        if (root.empty())
+            plan.addInput(input, output);
+        else
+            plan.addBelow(root, input, output);
+    for (std::string const& name : filesFrom.empty() ? std::vector<std::string>{} : FileList::read(filesFrom))
+        plan.addBelow(base, root.empty() ? name : (fs::path(root) / name).string(), output);
+    return plan;
+}
+
+ExitCode ConversionCommand::showParts() const
+{
+    std::uint64_t const parts = TreePart::countIn("--plan", partsToPlan);
+    ConversionPlan const plan = planned({});
+    std::printf("%s", PartSizes(plan.entries(), parts).text().c_str());
+    return program.reported(plan.problems());
+}
+
 ExitCode ConversionCommand::convertMany(DatabaseConverter const& converter)
 {
     ConversionPlan plan(form().ending);
     if (goesToDirectory())
-        for (std::string const& input : inputs)
-            plan.addInput(input, output);
+        plan = planned(shard.empty() ? TreePart{} : TreePart::named(shard));
     else
         plan.addFile(inputs.front(), output);
-    conversion.summarises = inputs.size() > 1 || DatabaseFiles::isDirectory(inputs.front());
+    conversion.summarises = inputs.size() != 1 || hasPlaces() || DatabaseFiles::isDirectory(inputs.front());
     return ConversionRun(program, loading, conversion, converter).run(plan);
 }
 
 ExitCode ConversionCommand::run(DatabaseConverter const& converter)
 {
+    if (!partsToPlan.empty())
+        return showParts();
     bool const isMany =
         goesToDirectory() || conversion.onlyIfNewer || conversion.references == FltLoader::References::asFile;
     return isMany ? convertMany(converter) : convertOne(converter);

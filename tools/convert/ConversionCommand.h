@@ -52,11 +52,15 @@ public:
 
 private:
     bool goesToStream() const;
+    bool hasPlaces() const;
     bool endsAsResult(std::string const& path) const;
     std::string fileOrDirectory() const;
     void checkOutput() const;
+    void checkPlaces() const;
     void checkLoader(FltLoader const& loader) const;
     void chooseForm();
+    ConversionPlan planned(TreePart part) const;
+    ExitCode showParts() const;
     ExitCode convertOne(DatabaseConverter const& converter) const;
     ExitCode convertMany(DatabaseConverter const& converter);
 
@@ -66,6 +70,10 @@ private:
     LoaderOptions loading;
     ConversionOptions conversion;
     std::vector<std::string> inputs;
+    std::string filesFrom;
+    std::string root;
+    std::string shard;
+    std::string partsToPlan;
     std::string output = "-";
     std::string format;
     std::string jobs;

@@ -32,7 +32,10 @@ bool leaves(fs::path const& relative)
 
 } // namespace
 
-ConversionPlan::ConversionPlan(std::string ending) : ending(std::move(ending)) {}
+ConversionPlan::ConversionPlan(std::string ending, TreePart part)
+    : ending(std::move(ending)), part(part), bound(part.count > 1)
+{
+}
 
 void ConversionPlan::add(Entry entry)
 {
@@ -46,26 +49,64 @@ void ConversionPlan::add(Entry entry)
         list.push_back(std::move(entry)); // a file that was named twice is converted once
 }
 
+/// Takes down what another part converts.
+void ConversionPlan::note(std::string const& input, std::string const& output)
+{
+    others.insert(plain(input));
+    auto const [other, isNew] = otherInputs.try_emplace(plain(output), input);
+    if (!isNew && FileIdentity::of(other->second) != FileIdentity::of(input))
+        clashes.emplace_back(input, other->second);
+}
+
 void ConversionPlan::addFile(std::string const& input, std::string const& output)
 {
-    add({input, "", output, 0, fs::path(input).parent_path().string(),
+    tree = false;
+    add({input, "", output, 0, fs::path(input).filename().string(), fs::path(input).parent_path().string(),
          fs::path(output).parent_path().string()});
+}
+
+/// Plans a database with a place, if it belongs to this part.
+void ConversionPlan::addPlace(std::string const& input, std::string const& place,
+                              std::string const& inputDirectory, std::string const& outputDirectory)
+{
+    std::string const output = (fs::path(outputDirectory) / withEnding(place, ending)).string();
+    if (part.holds(place))
+        add({input, "", output, 0, place, inputDirectory, outputDirectory});
+    else
+        note(input, output);
 }
 
 void ConversionPlan::addInput(std::string const& input, std::string const& outputDirectory)
 {
-    if (DatabaseFiles::isDirectory(input))
-        addDirectory(input, outputDirectory);
-    else
-        addFile(input, (fs::path(outputDirectory) / withEnding(fs::path(input).filename(), ending)).string());
+    if (!DatabaseFiles::isDirectory(input)) {
+        tree = false;
+        std::string const directory = fs::path(input).parent_path().string();
+        roots.emplace(directory, outputDirectory);
+        addPlace(input, fs::path(input).filename().string(), directory, outputDirectory);
+        return;
+    }
+    roots.emplace(input, outputDirectory);
+    DatabaseFiles const found = DatabaseFiles::below(input);
+    for (std::string const& database : found.files)
+        addPlace(database, fs::path(database).lexically_relative(input).generic_string(), input,
+                 outputDirectory);
+    allProblems.insert(allProblems.end(), found.problems.begin(), found.problems.end());
 }
 
-void ConversionPlan::addDirectory(std::string const& directory, std::string const& outputDirectory)
+void ConversionPlan::addBelow(std::string const& root, std::string const& input,
+                              std::string const& outputDirectory)
 {
-    DatabaseFiles const found = DatabaseFiles::below(directory);
+    bound = true;
+    roots.emplace(root, outputDirectory);
+    DatabaseFiles const found = DatabaseFiles::named({input});
+    fs::path const base = fs::absolute(root).lexically_normal();
     for (std::string const& database : found.files) {
-        fs::path const place = fs::path(outputDirectory) / fs::path(database).lexically_relative(directory);
-        add({database, "", withEnding(place, ending), 0, directory, outputDirectory});
+        fs::path const place = fs::absolute(database).lexically_normal().lexically_relative(base);
+        if (leaves(place))
+            allProblems.push_back(database + ": lies outside of " + root +
+                                  ", so it has no place below the output. Give --root a directory above it.");
+        else
+            addPlace(database, place.generic_string(), root, outputDirectory);
     }
     allProblems.insert(allProblems.end(), found.problems.begin(), found.problems.end());
 }
@@ -90,24 +131,44 @@ void ConversionPlan::addReference(std::string const& path, std::string const& id
     fs::path const base = FileIdentity::of(inputDirectory.empty() ? "." : inputDirectory);
     fs::path const relative = fs::path(identity).lexically_relative(base);
     std::string const name = leaves(relative) ? fs::path(path).filename().string() : relative.string();
-    add({path, "", freeOutput(outputDirectory, name), 0, inputDirectory, outputDirectory});
+    add({path, "", freeOutput(outputDirectory, name), 0, name, inputDirectory, outputDirectory});
 }
 
 void ConversionPlan::check() const
 {
+    auto const refuse = [](std::string const& input, std::string const& other, std::string const& output) {
+        throw UsageError(input + " and " + other + " would both become " + output +
+                         ": give them directories of their own");
+    };
     std::unordered_map<std::string, std::string> inputOf;
     for (Entry const& entry : list) {
         auto const [other, isNew] = inputOf.try_emplace(FileIdentity::of(entry.output), entry.input);
         if (!isNew && FileIdentity::of(other->second) != entry.identity)
-            throw UsageError(entry.input + " and " + other->second + " would both become " + entry.output +
-                             ": give them directories of their own");
+            refuse(entry.input, other->second, entry.output);
+        auto const elsewhere = otherInputs.find(plain(entry.output));
+        if (elsewhere != otherInputs.end() && FileIdentity::of(elsewhere->second) != entry.identity)
+            refuse(entry.input, elsewhere->second, entry.output);
     }
+    for (auto const& [input, other] : clashes)
+        refuse(input, other, "one file");
     for (Entry const& entry : list)
-        if (positions.count(FileIdentity::of(entry.output)) != 0)
+        if (positions.count(FileIdentity::of(entry.output)) != 0 || others.count(plain(entry.output)) != 0)
             throw UsageError(entry.output + ": the output for " + entry.input + " would replace an input");
 }
 
-std::string const& ConversionPlan::outputOf(std::string const& identity) const
+std::optional<std::string> ConversionPlan::outputOf(std::string const& identity) const
 {
-    return list[positions.at(identity)].output;
+    if (auto const own = positions.find(identity); own != positions.end())
+        return list[own->second].output;
+    for (auto const& [root, outputDirectory] : roots) {
+        fs::path const place =
+            fs::path(identity).lexically_relative(FileIdentity::of(root.empty() ? "." : root));
+        if (leaves(place))
+            continue;
+        std::string const output = (fs::path(outputDirectory) / withEnding(place, ending)).string();
+        auto const other = otherInputs.find(plain(output));
+        if (other != otherInputs.end() && FileIdentity::of(other->second) == identity)
+            return output;
+    }
+    return std::nullopt;
 }

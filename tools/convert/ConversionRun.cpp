@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <new>
 #include <numeric>
+#include <optional>
 #include <sys/stat.h>
 #include <utility>
 
@@ -148,16 +149,46 @@ void ConversionRun::scanSome(std::vector<DatabaseScan::Reference> const& databas
         watcher);
 }
 
+/// Names the databases to which the planned ones refer, and which aren't converted.
+void ConversionRun::warnOfOutside(ConversionPlan const& plan)
+{
+    struct Outside {
+        std::string path;
+        std::string first; ///< The first database that refers to it.
+        std::uint64_t count = 0;
+    };
+    std::map<std::string, Outside> found;
+    for (ConversionPlan::Entry const& entry : plan.entries())
+        for (DatabaseScan::Reference const& reference : graph.references(entry.identity))
+            if (!plan.outputOf(reference.identity)) {
+                Outside& outside =
+                    found.try_emplace(reference.identity, Outside{reference.path, entry.input}).first->second;
+                ++outside.count;
+            }
+    progress.clear();
+    for (auto const& [identity, outside] : found)
+        program.warn(outside.path +
+                     ": isn't among the databases of this run, so it isn't converted. It is needed by " +
+                     Numbers::counted(outside.count, "database", "databases") + ", first by " +
+                     outside.first + ". Name it too, with a --root above all");
+}
+
 /// Plans the databases to which the planned ones refer, and chooses the references by which a reader comes to
 /// an end.
 void ConversionRun::nameReferences(ConversionPlan& plan)
 {
-    for (std::size_t i = 0; i < plan.entries().size(); ++i) {
+    if (plan.isBound())
+        warnOfOutside(plan);
+    for (std::size_t i = 0; i < plan.entries().size() && !plan.isBound(); ++i) {
         std::string const identity = plan.entries()[i].identity;
         for (DatabaseScan::Reference const& reference : graph.references(identity))
             plan.addReference(reference.path, reference.identity, i);
     }
     plan.check();
+    if (plan.isTree()) {
+        graph.chooseByNames();
+        return;
+    }
     std::vector<std::string> roots;
     for (ConversionPlan::Entry const& entry : plan.entries())
         roots.push_back(entry.identity);
@@ -290,11 +321,11 @@ ConversionRun::Fields ConversionRun::requestFor(ConversionPlan const& plan,
     for (DatabaseScan::Reference const& reference : graph.references(entry.identity)) {
         if (!graph.isChosen(entry.identity, reference.identity))
             continue;
-        std::string const& output = plan.outputOf(reference.identity);
-        if (refused.count(output) != 0)
+        std::optional<std::string> const output = plan.outputOf(reference.identity);
+        if (!output || refused.count(*output) != 0)
             continue;
         request.push_back(reference.identity);
-        request.push_back(output);
+        request.push_back(*output);
     }
     return request;
 }

@@ -51,6 +51,7 @@ private:
     void scan(ConversionPlan const& plan);
     void scanSome(std::vector<DatabaseScan::Reference> const& databases);
     void nameReferences(ConversionPlan& plan);
+    void warnOfOutside(ConversionPlan const& plan);
     void findReferredFiles(ConversionPlan const& plan);
     std::string problemOf(ConversionPlan::Entry const& entry) const;
     bool isUpToDate(ConversionPlan::Entry const& entry) const;

@@ -1,5 +1,7 @@
 #include "convert/ReferenceGraph.h"
 
+#include "convert/ReferenceCircles.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <limits>
@@ -28,6 +30,25 @@ void ReferenceGraph::choose(std::vector<std::string> const& roots)
 {
     for (std::string const& root : roots)
         visit(root);
+}
+
+void ReferenceGraph::chooseByNames()
+{
+    std::vector<std::string> names;
+    names.reserve(files.size());
+    for (auto const& [name, file] : files)
+        names.push_back(name);
+    std::sort(names.begin(), names.end());
+    std::unordered_map<std::string, std::size_t> numbers;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        numbers.emplace(names[i], i);
+    ReferenceCircles::Edges edges(names.size());
+    for (std::size_t i = 0; i < names.size(); ++i)
+        for (DatabaseScan::Reference const& reference : references(names[i]))
+            if (auto const target = numbers.find(reference.identity); target != numbers.end())
+                edges[i].push_back(target->second);
+    for (std::vector<std::size_t> const& group : ReferenceCircles::groupsOf(edges))
+        visit(names[group.front()]);
 }
 
 /// Goes through what a file leads to, in depth: a reference is decided when all below it are.

@@ -35,7 +35,12 @@ public:
     /// @param roots where to begin, one after the other
     void choose(std::vector<std::string> const& roots);
 
-    /// Whether choose() has chosen a reference.
+    /// Chooses as choose() does, but in the same way wherever a search would begin: in a circle it is the file
+    /// whose name comes first that includes the others. So parts of a tree that are converted by themselves
+    /// agree on what they include.
+    void chooseByNames();
+
+    /// Whether a reference was chosen.
     bool isChosen(std::string const& from, std::string const& to) const;
 
     /// What textures are looked for in a directory: their names as stored, each with a database that has it.
