@@ -625,7 +625,8 @@ TEST(FltVisualBuilder, takesAnInstanceDefinitionForNoFrame)
     database.writer.add("InstanceDefinition", {{"instanceDefinitionNumber", 1}}).push();
     database.object(square).writer.pop();
     database.object(square).object(square);
-    FltVisualNode const& group = *database.see().root->children.at(0);
+    FltVisualConversion::Result const seen = database.see();
+    FltVisualNode const& group = *seen.root->children.at(0);
     EXPECT_EQ(group.children.size(), 2U);
     EXPECT_EQ(group.as<FltVisualFlipBook>()->steps.size(), 2U);
 }
