@@ -1,6 +1,7 @@
 #include "scene/FltSceneFlipBook.h"
 
 #include <Inventor/engines/SoEngineOutput.h>
+#include <Inventor/engines/SoOneShot.h>
 #include <Inventor/engines/SoTimeCounter.h>
 #include <algorithm>
 
@@ -19,8 +20,9 @@ SoTimeCounter* counterOf(SoBlinker& blinker)
 
 } // namespace
 
-void FltSceneFlipBook::fill(std::vector<SoNodeRef<SoNode>> const& frames)
+SoBlinker* FltSceneFlipBook::addBlinker(std::vector<SoNodeRef<SoNode>> const& frames)
 {
+    SoBlinker* const blinker = blinkers.emplace_back(new SoBlinker).get();
     blinker->on = FALSE;
     blinker->speed = static_cast<float>(1 / seconds());
     for (Step const& step : steps)
@@ -34,4 +36,23 @@ void FltSceneFlipBook::fill(std::vector<SoNodeRef<SoNode>> const& frames)
     auto const shown =
         std::find_if(steps.begin(), steps.end(), [](Step const& step) { return step.frame == first; });
     blinker->whichChild = static_cast<int>(shown - steps.begin());
+    return blinker;
+}
+
+void FltSceneFlipBook::play(bool isPlaying)
+{
+    for (SoNodeRef<SoBlinker> const& blinker : blinkers)
+        blinker->on.disconnect();
+    bool const hasEnd = isPlaying && loops != 0;
+    // It lives as long as a blinker is connected with it.
+    SoOneShot* const clock = hasEnd ? new SoOneShot : nullptr;
+    if (hasEnd) {
+        clock->duration = SbTime(loops * seconds());
+        clock->trigger.touch();
+    }
+    for (SoNodeRef<SoBlinker> const& blinker : blinkers)
+        if (hasEnd)
+            blinker->on.connectFrom(&clock->isActive);
+        else
+            blinker->on = isPlaying;
 }

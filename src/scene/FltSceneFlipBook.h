@@ -8,12 +8,13 @@
 
 /// A flip-book of a database in its scene.
 struct FltSceneFlipBook : FltVisualFlipBook {
-    SoNodeRef<SoBlinker> blinker; ///< It has a child for each step.
+    std::vector<SoNodeRef<SoBlinker>> blinkers; ///< One, or two: in mirrors, and elsewhere.
 
-    /// Gives the blinker its children and times. It stands still, and shows the first frame.
+    /// Makes a blinker with a child for each step. It stands still, and shows the first frame.
     /// @param frames by their numbers
-    void fill(std::vector<SoNodeRef<SoNode>> const& frames);
+    /// @return the blinker, held by the list
+    SoBlinker* addBlinker(std::vector<SoNodeRef<SoNode>> const& frames);
 
-    /// Starts it, or stops it where it is.
-    void play(bool isPlaying) { blinker->on = isPlaying; }
+    /// Starts it, for as many loops as it has, or stops it where it is.
+    void play(bool isPlaying);
 };

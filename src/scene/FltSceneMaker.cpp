@@ -163,7 +163,7 @@ bool FltSceneMaker::isUsedUp(FltVisualNode const& visual) const
     return !keepsVisual && !visual.senses.isStraight && !visual.senses.isMirrored;
 }
 
-/// The entry of a switch or joint, of which both forms have one.
+/// The entry of a switch, joint or flip-book, of which both forms have one.
 template <class Part>
 Part& FltSceneMaker::entryOf(std::vector<Part>& list, FltVisualNode const& visual)
 {
@@ -308,12 +308,11 @@ std::vector<SoNodeRef<SoNode>> FltSceneMaker::nodesOfChildren(FltVisualNode& vis
 
 void FltSceneMaker::addFlipBook(FltVisualNode& visual, SoGroup& group)
 {
-    FltSceneFlipBook book;
-    static_cast<FltVisualFlipBook&>(book) = *visual.as<FltVisualFlipBook>();
-    book.blinker = SoNodeRef<SoBlinker>(new SoBlinker);
-    book.fill(nodesOfChildren(visual));
-    group.addChild(book.blinker.get());
-    scene.flipBooks.push_back(std::move(book));
+    std::vector<SoNodeRef<SoNode>> const frames = nodesOfChildren(visual);
+    FltSceneFlipBook& book = entryOf(scene.flipBooks, visual);
+    if (book.blinkers.empty())
+        static_cast<FltVisualFlipBook&>(book) = *visual.as<FltVisualFlipBook>();
+    group.addChild(book.addBlinker(frames));
 }
 
 void FltSceneMaker::addMeshes(FltVisualNode& visual, SoGroup& group)

@@ -361,6 +361,30 @@ TEST_F(FltSceneTest, StartsAndStopsAllFlipBooks)
     EXPECT_TRUE(FltScene().flipBooks().empty());
 }
 
+/// A flip-book that stands in a mirror and elsewhere has two blinkers, and is one flip-book all the same.
+TEST_F(FltSceneTest, PlaysBothFormsOfAFlipBookThatStandsInAMirrorToo)
+{
+    writer.push().add("InstanceDefinition", {{"instanceDefinitionNumber", 1}}).push();
+    add("Group", {{"idASCII", "flag"}, {"flags", 0x40000000}});
+    writer.push().add("Object");
+    addFace();
+    writer.add("Object");
+    addFace();
+    writer.pop().pop();
+    for (int const x : {1, -1}) {
+        writer.add("InstanceReference", {{"instanceDefinitionNumber", 1}});
+        writer.add("Matrix",
+                   {{"matrix", std::vector<double>{double(x), 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}}});
+    }
+    writer.pop();
+    load();
+    EXPECT_EQ(scene.flipBooks().size(), 1U);
+    ASSERT_NE(find<SoBlinker>(0), find<SoBlinker>(1));
+    EXPECT_TRUE(scene.play(true));
+    for (int const form : {0, 1})
+        EXPECT_TRUE(find<SoBlinker>(form)->on.getValue()) << form;
+}
+
 TEST_F(FltSceneTest, ShowsAMaskOfOneSwitchAmongThoseOfItsName)
 {
     writer.push();

@@ -311,5 +311,5 @@ TEST(FltSceneMaker, makesABlinkerOfAFlipBook)
     EXPECT_EQ(blinker->getChild(0)->getName(), "low");
     EXPECT_EQ(blinker->getChild(1), blinker->getChild(3));
     ASSERT_EQ(scene.flipBooks.size(), 1U);
-    EXPECT_EQ(scene.flipBooks[0].blinker.get(), blinker);
+    EXPECT_EQ(scene.flipBooks[0].blinkers[0].get(), blinker);
 }
