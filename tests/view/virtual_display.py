@@ -7,6 +7,7 @@ import contextlib
 import os
 import pathlib
 import shutil
+import struct
 import subprocess
 from collections.abc import Iterator
 
@@ -22,7 +23,8 @@ def running(folder: pathlib.Path) -> Iterator[None]:
     folder.chmod(0o700)
     reader, writer = os.pipe()
     process = subprocess.Popen(
-        ["Xvfb", "-displayfd", str(writer), "-screen", "0", "1280x800x24", "-nolisten", "tcp"],
+        ["Xvfb", "-displayfd", str(writer), "-screen", "0", "1280x800x24", "-nolisten", "tcp", "-fbdir",
+         str(folder)],
         pass_fds=[writer], stderr=subprocess.DEVNULL)
     os.close(writer)
     number = b""
@@ -37,6 +39,33 @@ def running(folder: pathlib.Path) -> Iterator[None]:
     finally:
         process.terminate()
         process.wait()
+
+
+@contextlib.contextmanager
+def window_manager() -> Iterator[None]:
+    """Somebody who moves, frames and sizes windows on the display of running()."""
+    process = subprocess.Popen(["openbox"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    try:
+        yield
+    finally:
+        process.terminate()
+        process.wait()
+
+
+class Screen:
+    """What a display of running() shows at present.
+
+    Its memory is a file: a head of numbers, a table of colours, then the pixels, the blue byte of each first.
+    """
+
+    def __init__(self, folder: pathlib.Path) -> None:
+        memory = (folder / "Xvfb_screen0").read_bytes()
+        head = struct.unpack(">25I", memory[:100])
+        self.width, self.height, bits_of_pixel, color_entries = head[4], head[5], head[11], head[19]
+        assert bits_of_pixel == 32 and head[12] == 4 * self.width
+        begin = head[0] + 12 * color_entries
+        pixels = memory[begin:begin + 4 * self.width * self.height]
+        self.pixels = [pixels[i:i + 3][::-1] for i in range(0, len(pixels), 4)]
 
 
 class Picture:

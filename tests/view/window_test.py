@@ -10,21 +10,20 @@ from __future__ import annotations
 
 import os
 import pathlib
-import queue
 import shutil
 import struct
 import subprocess
 import sys
-import threading
 import time
 import unittest
 import zlib
 
+import viewer_window
 import virtual_display
+from viewer_window import PATIENCE, focus
 
 FLTVIEW, WRITE_DATABASE, DRAG_SOURCE, FOLDER = (
     str(pathlib.Path(path).resolve()) for path in sys.argv[1:5])
-PATIENCE = float(os.environ.get("PATIENCE", "120"))  # seconds, on a busy machine under a sanitizer
 
 
 def write_png(path: pathlib.Path) -> None:
@@ -37,86 +36,6 @@ def write_png(path: pathlib.Path) -> None:
                      chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b""))
 
 
-class Window:
-    """fltview, running."""
-
-    def __init__(self, *arguments: str) -> None:
-        command = [FLTVIEW, "--print", "--print-widgets", *arguments]
-        self.process = subprocess.Popen(command, text=True,
-                                        stdout=subprocess.PIPE, cwd=FOLDER)
-        self.lines: queue.Queue[str] = queue.Queue()
-        self.widgets: dict[str, list[int]] = {}
-        self.seen: list[str] = []
-        threading.Thread(target=self.read, daemon=True).start()
-
-    def read(self) -> None:
-        assert self.process.stdout
-        for line in self.process.stdout:
-            self.lines.put(line.rstrip("\n"))
-
-    def next_line(self, beginning: str) -> str:
-        """Waits for a line that begins so, and takes in what comes before it."""
-        end = time.monotonic() + PATIENCE
-        while True:
-            try:
-                line = self.lines.get(timeout=max(end - time.monotonic(), 0.01))
-            except queue.Empty:
-                raise AssertionError(f"no line '{beginning}' after {self.seen[-8:]}") from None
-            self.seen.append(line)
-            if line.startswith("widget "):
-                name, place = line[len("widget "):].split("\t")
-                self.widgets[name] = [int(number) for number in place.split()]
-            if line.startswith(beginning):
-                return line
-
-    def forget(self) -> None:
-        while not self.lines.empty():
-            self.seen.append(self.lines.get())
-
-    def box(self) -> list[float]:
-        return [float(number) for number in self.next_line("box ").split()[1:]]
-
-    def keys(self, *names: str) -> None:
-        subprocess.run(["xdotool", "key", "--delay", "60", *names], check=True)
-
-    def type(self, text: str) -> None:
-        subprocess.run(["xdotool", "type", "--delay", "30", text], check=True)
-
-    def click(self, x: float, y: float, times: int = 1) -> None:
-        subprocess.run(["xdotool", "mousemove", str(int(x)), str(int(y)), "click", "--repeat", str(times),
-                        "--delay", "60", "1"], check=True)
-
-    def click_widget(self, name: str, x: float = 0.5, y: float = 0.5) -> None:
-        left, top, width, height = self.widgets[name]
-        self.click(left + x * width, top + y * height)
-
-    def search(self, name: str) -> str:
-        """Selects by name, and waits until the window stands still. @return what was selected"""
-        self.forget()
-        self.keys("ctrl+f")
-        self.type(name)
-        self.keys("Return")
-        line = self.next_line("selected ")
-        self.next_line("widgets end")
-        return line
-
-    def close(self) -> int:
-        self.keys("ctrl+q")
-        try:
-            return self.process.wait(PATIENCE)
-        finally:
-            self.process.kill()
-
-
-def focus(title: str) -> None:
-    """Gives the keyboard to a window, as no window manager does it here."""
-    end = time.monotonic() + PATIENCE
-    while subprocess.run(["xdotool", "search", "--onlyvisible", "--name", title, "windowfocus", "--sync"],
-                         stderr=subprocess.DEVNULL).returncode != 0:
-        assert time.monotonic() < end, f"no window is named {title}"
-        time.sleep(0.2)
-
-
 def screenshot(name: str) -> None:
     """Keeps what the screen shows, where there is a program for it."""
     if shutil.which("import"):
@@ -127,7 +46,7 @@ class WindowTest(unittest.TestCase):
     def setUp(self) -> None:
         self.database = pathlib.Path(FOLDER, "yard.flt")
         subprocess.run([WRITE_DATABASE, str(self.database)], check=True)
-        self.window = Window(str(self.database), "--watch", "--select", "floor")
+        self.window = viewer_window.Window(FLTVIEW, FOLDER, str(self.database), "--watch", "--select", "floor")
         self.assertEqual(f"loaded {self.database}", self.window.next_line("loaded"))
         self.assertRegex(self.window.next_line("selected"), r"^selected /base/floor\tObject, 1 face\t\d+$")
         self.window.next_line("widgets end")
@@ -248,7 +167,7 @@ class PlayedTest(unittest.TestCase):
     def setUp(self) -> None:
         database = pathlib.Path(FOLDER, "played.flt")
         subprocess.run([WRITE_DATABASE, str(database), "played"], check=True)
-        self.window = Window(str(database))
+        self.window = viewer_window.Window(FLTVIEW, FOLDER, str(database))
         self.window.next_line("loaded")
         self.window.next_line("flip-books play")
         focus(" - fltview")
@@ -276,7 +195,7 @@ class DragTest(unittest.TestCase):
     def test_a_file_that_is_dropped_is_shown(self) -> None:
         database = pathlib.Path(FOLDER, "dropped.flt")
         subprocess.run([WRITE_DATABASE, str(database)], check=True)
-        window = Window("--size", "900x700")
+        window = viewer_window.Window(FLTVIEW, FOLDER, "--size", "900x700")
         assert window.process.stdout
         self.addCleanup(window.process.stdout.close)
         self.addCleanup(window.close)

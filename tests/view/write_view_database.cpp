@@ -2,7 +2,9 @@
 
 #include "ViewDatabase.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <string_view>
 
 namespace
@@ -26,15 +28,32 @@ FltWriter playedDatabase()
     return flt;
 }
 
+/// Nothing to be seen.
+FltWriter emptyDatabase()
+{
+    FltWriter flt(1570);
+    flt.push().pop();
+    return flt;
+}
+
+struct Kind {
+    std::string_view name;
+    FltWriter (*make)();
+};
+
+constexpr Kind kinds[] = {{"yard", viewDatabase}, {"played", playedDatabase}, {"empty", emptyDatabase}};
+
 } // namespace
 
 int main(int argc, char** argv)
 {
-    bool const isPlayed = argc == 3 && std::string_view(argv[2]) == "played";
-    if (argc != 2 && !isPlayed) {
-        std::fputs("usage: write_view_database OUT.flt [played]\n", stderr);
+    std::string_view const name = argc == 3 ? argv[2] : kinds[0].name;
+    auto const* const kind =
+        std::find_if(std::begin(kinds), std::end(kinds), [&](Kind const& each) { return each.name == name; });
+    if (argc < 2 || argc > 3 || kind == std::end(kinds)) {
+        std::fputs("usage: write_view_database OUT.flt [yard|played|empty]\n", stderr);
         return 2;
     }
-    (isPlayed ? playedDatabase() : viewDatabase()).save(argv[1]);
+    kind->make().save(argv[1]);
     return 0;
 }

@@ -4,6 +4,7 @@
 #include "view/DrawnBox.h"
 #include "view/NormalLines.h"
 #include "view/SelectionBox.h"
+#include "view/SettledPicture.h"
 
 #include <Inventor/Qt/SoQt.h>
 #include <Inventor/Qt/viewers/SoQtExaminerViewer.h>
@@ -96,10 +97,12 @@ SceneView::SceneView(QWidget* parent)
     viewer->setEventCallback(takeEvent, this);
     viewer->setSceneGraph(top);
     viewer->getWidget()->setObjectName(pictureName);
+    settled = std::make_unique<SettledPicture>(*viewer);
 }
 
 SceneView::~SceneView()
 {
+    settled.reset();
     viewer->setSceneGraph(nullptr);
     viewer.reset();
     if (selected != nullptr)

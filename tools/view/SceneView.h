@@ -7,6 +7,7 @@
 #include <QWidget>
 #include <memory>
 
+class SettledPicture;
 class SoLightModel;
 class SoPath;
 class SoSeparator;
@@ -75,6 +76,7 @@ private:
     SbBox3f boxOf(SoPath* path) const;
 
     std::unique_ptr<SoQtExaminerViewer> viewer;
+    std::unique_ptr<SettledPicture> settled;
     SoSeparator* top;
     SoLightModel* lightModel; ///< Of all that stands in the holder, if anything.
     SoSeparator* holder;
