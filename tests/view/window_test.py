@@ -281,6 +281,12 @@ class CommandLineTest(unittest.TestCase):
         self.assertTrue(run.stdout.startswith("fltview: look at"))
         self.assertIn("\nExit codes:\n", run.stdout)
 
+    def test_the_manual_page_has_the_keys(self) -> None:
+        run = self.run_view("--man", DISPLAY="")
+        self.assertIn(".SH KEYS AND MOUSE\n", run.stdout)
+        self.assertIn(".B F1 or ?\nshow these keys\n", run.stdout)
+        self.assertIn(".B Ctrl+O\nopen another database", run.stdout)
+
 
 if __name__ == "__main__":
     with virtual_display.running(pathlib.Path(FOLDER)):

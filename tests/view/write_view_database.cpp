@@ -36,12 +36,34 @@ FltWriter emptyDatabase()
     return flt;
 }
 
+/// Many Objects in groups, which take a while to load.
+FltWriter largeDatabase()
+{
+    constexpr int groups = 400;
+    constexpr int objectsOfGroup = 400;
+    FltWriter flt(1570);
+    flt.vertexPalette();
+    std::vector<double> corners;
+    for (auto const& [x, z] : {std::pair{0.0, 0.0}, {1.0, 0.0}, {1.0, 1.0}})
+        corners.push_back(flt.vertex("VertexColor", x, 0, z));
+    flt.push();
+    for (int group = 0; group < groups; ++group) {
+        flt.add("Group", {{"idASCII", "g" + std::to_string(group)}}).push();
+        for (int object = 0; object < objectsOfGroup; ++object)
+            flt.add("Object", {{"idASCII", "o" + std::to_string(object)}}).push().face(corners).pop();
+        flt.pop();
+    }
+    flt.pop();
+    return flt;
+}
+
 struct Kind {
     std::string_view name;
     FltWriter (*make)();
 };
 
-constexpr Kind kinds[] = {{"yard", viewDatabase}, {"played", playedDatabase}, {"empty", emptyDatabase}};
+constexpr Kind kinds[] = {
+    {"yard", viewDatabase}, {"played", playedDatabase}, {"empty", emptyDatabase}, {"large", largeDatabase}};
 
 } // namespace
 
@@ -51,7 +73,7 @@ int main(int argc, char** argv)
     auto const* const kind =
         std::find_if(std::begin(kinds), std::end(kinds), [&](Kind const& each) { return each.name == name; });
     if (argc < 2 || argc > 3 || kind == std::end(kinds)) {
-        std::fputs("usage: write_view_database OUT.flt [yard|played|empty]\n", stderr);
+        std::fputs("usage: write_view_database OUT.flt [yard|played|empty|large]\n", stderr);
         return 2;
     }
     kind->make().save(argv[1]);

@@ -11,6 +11,12 @@ struct ProgramExample {
     std::string purpose; ///< What it does, in a few words.
 };
 
+/// Keys or a movement of the mouse in a program's window, and what they do.
+struct ProgramKey {
+    std::string keys;    ///< "Ctrl+O", "Drag".
+    std::string purpose; ///< In a few words.
+};
+
 /// What a program says of itself before its options. Help, manual page and completions are made of this and
 /// of the options.
 struct ProgramDescription {
@@ -21,6 +27,7 @@ struct ProgramDescription {
     std::vector<ProgramExample> examples;
     ExitCode highestExitCode = ExitCode::wrongUsage; ///< Those above never come from this program.
     std::vector<std::string> seeAlso;                ///< Names of programs with a manual page.
+    std::vector<ProgramKey> keys = {};               ///< For the manual page, of a program with a window.
 };
 
 /// One option of a program, as people read it.

@@ -142,6 +142,10 @@ std::string ProgramHelp::manPage(std::string_view version) const
     page << ".SH OPTIONS\n";
     for (ProgramOption const& option : options)
         page << ".TP\n.B " << roff(headOf(option)) << "\n" << roff(descriptionOf(option)) << "\n";
+    if (!description.keys.empty())
+        page << ".SH KEYS AND MOUSE\n";
+    for (ProgramKey const& key : description.keys)
+        page << ".TP\n.B " << roff(key.keys) << "\n" << roff(key.purpose) << "\n";
     page << ".SH EXIT STATUS\n";
     for (ExitCodeRow const& row : exitCodeTable)
         if (row.code <= description.highestExitCode)

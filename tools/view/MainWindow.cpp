@@ -1,7 +1,11 @@
 #include "view/MainWindow.h"
 
+#include "view/Banner.h"
+#include "view/CheckSheet.h"
 #include "view/ControlPanel.h"
 #include "view/FileWatch.h"
+#include "view/HelpSheet.h"
+#include "view/LoadProgress.h"
 #include "view/LoadedScene.h"
 #include "view/LodBar.h"
 #include "view/MessagePanel.h"
@@ -11,10 +15,10 @@
 #include "view/SceneView.h"
 #include "view/ShownText.h"
 #include "view/TexturePanel.h"
-#include "view/TimeMenu.h"
+#include "view/ViewKeys.h"
+#include "view/ViewMenu.h"
 
 #include <Inventor/nodes/SoSeparator.h>
-#include <QActionGroup>
 #include <QApplication>
 #include <QDockWidget>
 #include <QDragEnterEvent>
@@ -33,7 +37,6 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <cstdio>
 #include <nlohmann/json.hpp>
 #include <utility>
 
@@ -57,8 +60,9 @@ QString draggedFile(QMimeData const& data)
 } // namespace
 
 MainWindow::MainWindow(FltLoader loader)
-    : loader(std::move(loader)), view(new SceneView), model(new SceneTreeModel(this)), tree(new QTreeView),
-      search(new QLineEdit), records(new RecordPanel), controls(new ControlPanel), textures(new TexturePanel),
+    : loader(std::move(loader)), printer(*this), view(new SceneView), banner(new Banner),
+      progress(new LoadProgress), model(new SceneTreeModel(this)), tree(new QTreeView), search(new QLineEdit),
+      records(new RecordPanel), controls(new ControlPanel), textures(new TexturePanel),
       messages(new MessagePanel), lodBar(new LodBar), statistics(ShownText::label()),
       recent(new RecentFiles(this)), fileWatch(new FileWatch(this))
 {
@@ -66,41 +70,77 @@ MainWindow::MainWindow(FltLoader loader)
     setObjectName("fltview");
     setAcceptDrops(true);
     resize(1280, 800);
-    setCentralWidget(view);
+    setCentralWidget(makeCentre());
     makeDocks();
     makeMenus();
     statusBar()->addPermanentWidget(statistics, 1);
     statistics->setObjectName("statistics");
     statistics->setText(tr("Open a database, or drop one here."));
+    connectParts();
+}
 
+QWidget* MainWindow::makeCentre()
+{
+    auto* const centre = new QWidget;
+    auto* const layout = new QVBoxLayout(centre);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(banner);
+    layout->addWidget(progress);
+    layout->addWidget(view, 1);
+    return centre;
+}
+
+void MainWindow::connectParts()
+{
     connect(tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](QModelIndex const& index) { takeTreeSelection(index); });
     connect(tree, &QTreeView::doubleClicked, this, &MainWindow::frameSelection);
-    connect(view, &SceneView::picked, this, [this](SoPath* path) { takePick(path, false); });
-    connect(view, &SceneView::pickedTwice, this, [this](SoPath* path) { takePick(path, true); });
+    connect(view, &SceneView::picked, this, [this](SoPath* picked) { takePick(picked, false); });
+    connect(view, &SceneView::pickedTwice, this, [this](SoPath* picked) { takePick(picked, true); });
     connect(search, &QLineEdit::returnPressed, this, [this] { find(search->text()); });
     connect(controls, &ControlPanel::changed, this, &MainWindow::takeChange);
     connect(lodBar, &LodBar::changed, this, &MainWindow::takeChange);
     connect(model, &QAbstractItemModel::dataChanged, this, [this] {
         view->select(model->path(tree->currentIndex()));
-        printBox();
+        printer.printBox(view->selectionBox());
     });
     connect(recent, &RecentFiles::chosen, this, &MainWindow::open);
     connect(fileWatch, &FileWatch::changed, this, &MainWindow::reload);
     connect(textures, &TexturePanel::found, this, [this](QString const& directory) {
         this->loader.texturePath.push_back(directory.toStdString());
         statistics->setText(QString::fromStdString(scene->describe()));
-        print("statistics " + statistics->text());
+        printer.print("statistics " + statistics->text());
+    });
+    connect(banner, &Banner::messagesWanted, this, [this] {
+        messageDock->show();
+        messageDock->raise();
+    });
+    connect(banner, &Banner::checkWanted, this, &MainWindow::check);
+    connect(progress, &LoadProgress::shown, this, [this] {
+        printer.print("loading " + ShownText::printable(path));
+        printer.printWidgetsSoon();
     });
 }
 
 MainWindow::~MainWindow()
 {
+    clear();
+}
+
+/// Shows nothing.
+void MainWindow::clear()
+{
     controls->clear();
+    records->show({}, nullptr);
     lodBar->show(nullptr);
     textures->show(nullptr, {});
+    messages->show({});
     view->setScene(nullptr, false);
     model->setScene(nullptr, nullptr, nullptr);
+    viewMenu->play()->setEnabled(false);
+    statistics->clear();
+    scene.reset();
 }
 
 QDockWidget* MainWindow::addDock(QString const& title, QWidget* widget, Qt::DockWidgetArea area,
@@ -144,126 +184,130 @@ void MainWindow::makeDocks()
     resizeDocks({textureDock}, {150}, Qt::Vertical);
 }
 
-void MainWindow::makeMenus()
+void MainWindow::makeFileMenu()
 {
     QMenu* const file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("&Open…"), this, &MainWindow::askForFile, QKeySequence::Open);
+    auto const add = [&](QString const& text, std::string_view command, auto slot) {
+        QAction* const action = file->addAction(text, this, slot);
+        ViewKeys::assign(*action, command);
+    };
+    add(tr("&Open…"), "open", &MainWindow::askForFile);
     file->addMenu(recent);
-    file->addAction(tr("&Reload"), this, &MainWindow::reload, QKeySequence(Qt::Key_F5));
+    add(tr("&Reload"), "reload", &MainWindow::reload);
     watchAction = file->addAction(tr("Reload on &changes"), this, &MainWindow::setWatching);
     watchAction->setCheckable(true);
-    file->addAction(tr("&Save picture…"), this, &MainWindow::savePicture, QKeySequence::Save);
+    add(tr("Chec&k this file"), "check", &MainWindow::check);
+    add(tr("&Save picture…"), "savePicture", &MainWindow::savePicture);
     file->addSeparator();
-    file->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
+    add(tr("&Quit"), "quit", &QWidget::close);
+}
 
+void MainWindow::makeMenus()
+{
+    makeFileMenu();
     QMenu* const edit = menuBar()->addMenu(tr("&Edit"));
-    edit->addAction(
-        tr("&Find…"), this,
-        [this] {
-            search->setFocus();
-            search->selectAll();
-        },
-        QKeySequence::Find);
-    edit->addAction(
-        tr("Find &next"), this, [this] { find(search->text()); }, QKeySequence::FindNext);
-    makeViewMenu();
+    QAction* const findFirst = edit->addAction(tr("&Find…"), this, [this] {
+        search->setFocus();
+        search->selectAll();
+    });
+    ViewKeys::assign(*findFirst, "find");
+    QAction* const findNext = edit->addAction(tr("Find &next"), this, [this] { find(search->text()); });
+    ViewKeys::assign(*findNext, "findNext");
+
+    QToolBar* const bar = addToolBar(tr("View"));
+    bar->setObjectName("viewBar");
+    viewMenu = new ViewMenu(*view, *bar, loader, this);
+    menuBar()->addMenu(viewMenu);
+    connect(viewMenu, &ViewMenu::frameSelectionWanted, this, &MainWindow::frameSelection);
+    connect(viewMenu, &ViewMenu::timeChosen, this, &MainWindow::setTime);
+    connect(viewMenu->play(), &QAction::triggered, this, &MainWindow::setPlaying);
+    bar->addSeparator();
+    bar->addWidget(lodBar);
+    viewMenu->addSeparator();
+    for (QDockWidget* dock : findChildren<QDockWidget*>())
+        viewMenu->addAction(dock->toggleViewAction());
+
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
+    QAction* const keys = help->addAction(tr("&Keys and mouse"), this, [this] {
+        auto* const sheet = new HelpSheet(this);
+        sheet->setAttribute(Qt::WA_DeleteOnClose);
+        sheet->show();
+        printer.printWidgetsSoon();
+    });
+    ViewKeys::assign(*keys, "help");
     help->addAction(tr("&About fltview"), this, &MainWindow::about);
 }
 
-void MainWindow::makeViewMenu()
+bool MainWindow::open(QString const& newPath)
 {
-    QMenu* const menu = menuBar()->addMenu(tr("&View"));
-    QToolBar* const bar = addToolBar(tr("View"));
-    bar->setObjectName("viewBar");
-    auto const addSide = [&](QString const& name, SceneView::Side side, QKeySequence const& key) {
-        bar->addAction(menu->addAction(
-            name, this, [this, side] { view->lookFrom(side); }, key));
-    };
-    addSide(tr("&Corner"), SceneView::Side::corner, Qt::CTRL + Qt::Key_1);
-    addSide(tr("&Front"), SceneView::Side::front, Qt::CTRL + Qt::Key_2);
-    addSide(tr("&Right"), SceneView::Side::right, Qt::CTRL + Qt::Key_3);
-    addSide(tr("&Top"), SceneView::Side::top, Qt::CTRL + Qt::Key_4);
-    bar->addSeparator();
-    bar->addAction(menu->addAction(tr("Frame &all"), view, &SceneView::frameAll, Qt::CTRL + Qt::Key_0));
-    bar->addAction(menu->addAction(tr("Frame &selection"), this, &MainWindow::frameSelection,
-                                   Qt::CTRL + Qt::Key_Period));
-    menu->addSeparator();
-    makeStyleMenu(*menu);
-    auto* const times = new TimeMenu(loader.time, this);
-    times->setEnabled(!loader.exact);
-    connect(times, &TimeMenu::chosen, this, &MainWindow::setTime);
-    menu->addMenu(times);
-    playAction = menu->addAction(tr("P&lay flip-books"), this, &MainWindow::setPlaying, Qt::CTRL + Qt::Key_P);
-    playAction->setCheckable(true);
-    playAction->setChecked(true);
-    playAction->setEnabled(false);
-    menu->addSeparator();
-    QAction* const normals =
-        menu->addAction(tr("&Normals"), view, &SceneView::showNormals, Qt::CTRL + Qt::Key_N);
-    normals->setCheckable(true);
-    lightAction = menu->addAction(tr("&Light all faces"));
-    lightAction->setShortcut(Qt::CTRL + Qt::Key_L);
-    lightAction->setCheckable(true);
-    connect(lightAction, &QAction::toggled, view, &SceneView::lightAll);
-    bar->addSeparator();
-    bar->addAction(normals);
-    bar->addSeparator();
-    bar->addWidget(lodBar);
-    menu->addSeparator();
-    for (QDockWidget* dock : findChildren<QDockWidget*>())
-        menu->addAction(dock->toggleViewAction());
-}
-
-void MainWindow::makeStyleMenu(QMenu& menu)
-{
-    struct Style {
-        QString name;
-        SceneView::Style style;
-        int key;
-    };
-    auto* const styles = new QActionGroup(this);
-    for (Style const& style : {Style{tr("S&haded"), SceneView::Style::shaded, Qt::Key_5},
-                               Style{tr("Shaded with &edges"), SceneView::Style::edges, Qt::Key_6},
-                               Style{tr("&Wireframe"), SceneView::Style::lines, Qt::Key_7},
-                               Style{tr("&Points"), SceneView::Style::points, Qt::Key_8},
-                               Style{tr("Without te&xtures"), SceneView::Style::untextured, Qt::Key_9}}) {
-        QAction* const action = menu.addAction(
-            style.name, this, [this, which = style.style] { view->setStyle(which); }, Qt::CTRL + style.key);
-        action->setCheckable(true);
-        action->setChecked(style.style == SceneView::Style::shaded);
-        styles->addAction(action);
-    }
-    menu.addSeparator();
-}
-
-bool MainWindow::open(QString const& path)
-{
-    return load(path, false);
+    return load(newPath, false);
 }
 
 bool MainWindow::reload()
 {
-    return scene != nullptr && load(QString::fromStdString(scene->path()), true);
+    return !path.isEmpty() && load(path, scene != nullptr);
 }
 
-bool MainWindow::load(QString const& path, bool isSameAgain)
+bool MainWindow::load(QString newPath, bool isSameAgain)
 {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
+    if (progress->isLoading())
+        return false;
+    QString const former = std::exchange(path, std::move(newPath));
     std::unique_ptr<LoadedScene> loaded;
+    lastProblem.clear();
     try {
-        loaded = std::make_unique<LoadedScene>(loader, path.toStdString());
-        lastProblem.clear();
+        LoadProgress::Run const run(*progress, path);
+        FltLoader telling = loader;
+        telling.progress = [this](std::string const& file, std::uint64_t done, std::uint64_t inAll) {
+            return progress->goOn(file, done, inAll);
+        };
+        loaded = std::make_unique<LoadedScene>(telling, path.toStdString());
     } catch (FltLoadError const& error) {
         lastProblem = QString::fromUtf8(error.what());
+        if (error.kind() != FltLoadError::Kind::cancelled) {
+            takeFailure(error, isSameAgain);
+            return false;
+        }
+        statusBar()->showMessage(lastProblem);
+        printer.print("cancelled " + ShownText::printable(path));
+        path = former;
     }
-    QApplication::restoreOverrideCursor();
-    if (loaded == nullptr) {
-        showProblem(lastProblem);
+    if (progress->isCloseWanted())
+        QTimer::singleShot(0, this, &QWidget::close);
+    if (loaded == nullptr)
         return false;
-    }
     take(std::move(loaded), isSameAgain);
     return true;
+}
+
+void MainWindow::takeFailure(FltLoadError const& error, bool isSameAgain)
+{
+    if (!isSameAgain) {
+        clear();
+        setWindowTitle(ShownText::title(QFileInfo(path).fileName()) + tr(" (not loaded)") + " - fltview");
+    }
+    std::vector<FltMessage> list = {{FltMessage::Level::error, error.what(), error.file(), error.offset()}};
+    if (scene != nullptr)
+        list.insert(list.end(), scene->scene.messages().begin(), scene->scene.messages().end());
+    messages->show(std::move(list));
+    banner->tell(
+        lastProblem,
+        isSameAgain
+            ? tr("Still shown: %1 as it was loaded before.").arg(ShownText::title(QFileInfo(path).fileName()))
+            : QString());
+    watchFiles();
+    printer.print("failed " + ShownText::printable(lastProblem));
+    printer.printWidgetsSoon();
+}
+
+void MainWindow::check()
+{
+    if (path.isEmpty())
+        return;
+    auto* const sheet = new CheckSheet(path, this);
+    connect(sheet, &CheckSheet::finished, this,
+            [this](QString const& report) { printer.print("checked " + ShownText::printable(report)); });
+    sheet->show();
 }
 
 void MainWindow::take(std::unique_ptr<LoadedScene> loaded, bool isSameAgain)
@@ -274,8 +318,8 @@ void MainWindow::take(std::unique_ptr<LoadedScene> loaded, bool isSameAgain)
     view->setScene(loaded->scene.root(), isSameAgain);
     model->setScene(loaded->scene.root(), &loaded->scene, &loaded->records);
     std::swap(scene, loaded); // the old one goes at the end, when nobody looks at it
-    QString const path = QString::fromStdString(scene->path());
-    print((isSameAgain ? "reloaded " : "loaded ") + ShownText::printable(path));
+    banner->hide();
+    printer.print((isSameAgain ? "reloaded " : "loaded ") + ShownText::printable(path));
     textures->show(&scene->textures, QFileInfo(path).absolutePath());
     messages->show(scene->scene.messages());
     lodBar->show(&scene->levelsOfDetail);
@@ -290,15 +334,15 @@ void MainWindow::take(std::unique_ptr<LoadedScene> loaded, bool isSameAgain)
     (scene->textures.missingCount() == 0 && !scene->scene.messages().empty() ? messageDock : textureDock)
         ->raise();
     watchFiles();
-    playAction->setEnabled(!scene->scene.flipBooks().empty());
-    setPlaying(playAction->isChecked());
+    viewMenu->play()->setEnabled(!scene->scene.flipBooks().empty());
+    setPlaying(viewMenu->play()->isChecked());
 }
 
 void MainWindow::setPlaying(bool isOn)
 {
-    playAction->setChecked(isOn);
+    viewMenu->play()->setChecked(isOn);
     if (scene != nullptr && scene->scene.play(isOn))
-        print(isOn ? "flip-books play" : "flip-books stand still");
+        printer.print(isOn ? "flip-books play" : "flip-books stand still");
 }
 
 void MainWindow::setTime(FltLoader::TimeOfDay time)
@@ -307,15 +351,9 @@ void MainWindow::setTime(FltLoader::TimeOfDay time)
     reload();
 }
 
-void MainWindow::showProblem(QString const& text)
-{
-    statusBar()->showMessage(text);
-    print("failed " + ShownText::printable(text));
-}
-
 void MainWindow::setLightingAll(bool isOn)
 {
-    lightAction->setChecked(isOn);
+    viewMenu->lightAll()->setChecked(isOn);
 }
 
 void MainWindow::setWatching(bool isOn)
@@ -328,31 +366,32 @@ void MainWindow::setWatching(bool isOn)
 void MainWindow::watchFiles()
 {
     QStringList files;
+    if (isWatching)
+        files << path;
     if (isWatching && scene != nullptr) {
-        files << QString::fromStdString(scene->path());
         for (FltReference const& reference : scene->scene.references())
             files << QString::fromStdString(reference.path);
         for (FltTexture const& texture : scene->scene.textures())
             files << QString::fromStdString(texture.path);
-        files.removeAll(QString());
     }
+    files.removeAll(QString());
     fileWatch->watch(files);
 }
 
 void MainWindow::askForFile()
 {
-    QString const directory = scene != nullptr ? QFileInfo(QString::fromStdString(scene->path())).path() : "";
-    QString const path = QFileDialog::getOpenFileName(this, tr("Open a database"), directory, fileFilter);
-    if (!path.isEmpty())
-        open(path);
+    QString const directory = path.isEmpty() ? QString() : QFileInfo(path).path();
+    QString const chosen = QFileDialog::getOpenFileName(this, tr("Open a database"), directory, fileFilter);
+    if (!chosen.isEmpty())
+        open(chosen);
 }
 
 void MainWindow::savePicture()
 {
-    QString const path =
+    QString const file =
         QFileDialog::getSaveFileName(this, tr("Save the picture"), "", tr("Pictures (*.png *.jpg)"));
-    if (!path.isEmpty() && !view->picture().save(path))
-        ShownText::tell(this, QMessageBox::Warning, tr("The picture can't be written to %1.").arg(path));
+    if (!file.isEmpty() && !view->picture().save(file))
+        ShownText::tell(this, QMessageBox::Warning, tr("The picture can't be written to %1.").arg(file));
 }
 
 bool MainWindow::find(QString const& text)
@@ -375,10 +414,9 @@ void MainWindow::takeTreeSelection(QModelIndex const& index)
     view->select(model->path(index));
     showRecords(index);
     controls->show(*scene, *model, index);
-    printSelection(index);
-    printBox();
-    if (isPrintingWidgets)
-        QTimer::singleShot(200, this, &MainWindow::printWidgets); // when they have their places
+    printer.printSelection(*model, index, scene->path());
+    printer.printBox(view->selectionBox());
+    printer.printWidgetsSoon();
 }
 
 void MainWindow::showRecords(QModelIndex const& index)
@@ -405,64 +443,14 @@ void MainWindow::showRecords(QModelIndex const& index)
 void MainWindow::takeChange()
 {
     view->refreshSelection();
-    printBox();
+    printer.printBox(view->selectionBox());
 }
 
-void MainWindow::print(QString const& line) const
+void MainWindow::takePick(SoPath* picked, bool frames)
 {
-    if (!isPrinting)
+    if (picked == nullptr)
         return;
-    std::puts(line.toUtf8().constData());
-    std::fflush(stdout);
-}
-
-void MainWindow::printSelection(QModelIndex const& index) const
-{
-    std::optional<FltRecordPlace> const record = model->record(index);
-    QString const kind = index.sibling(index.row(), SceneTreeModel::kindColumn).data().toString();
-    QString place = record ? "\t" + QString::number(record->offset) : QString();
-    if (record && record->file != scene->path())
-        place += "\t" + ShownText::printable(QString::fromStdString(record->file));
-    print("selected " + ShownText::printable(model->address(index)) + "\t" + kind + place);
-}
-
-void MainWindow::printBox() const
-{
-    SbBox3f const box = view->selectionBox();
-    if (box.isEmpty())
-        return;
-    SbVec3f const& low = box.getMin();
-    SbVec3f const& high = box.getMax();
-    print(QString("box %1 %2 %3  %4 %5 %6")
-              .arg(low[0])
-              .arg(low[1])
-              .arg(low[2])
-              .arg(high[0])
-              .arg(high[1])
-              .arg(high[2]));
-}
-
-void MainWindow::printWidgets() const
-{
-    for (QWidget const* widget : findChildren<QWidget*>()) {
-        if (widget->objectName().isEmpty() || !widget->isVisible())
-            continue;
-        QPoint const corner = widget->mapToGlobal(QPoint(0, 0));
-        print(QString("widget %1\t%2 %3 %4 %5")
-                  .arg(widget->objectName())
-                  .arg(corner.x())
-                  .arg(corner.y())
-                  .arg(widget->width())
-                  .arg(widget->height()));
-    }
-    print("widgets end");
-}
-
-void MainWindow::takePick(SoPath* path, bool frames)
-{
-    if (path == nullptr)
-        return;
-    QModelIndex const index = model->indexOf(*path);
+    QModelIndex const index = model->indexOf(*picked);
     tree->setCurrentIndex(index);
     tree->scrollTo(index);
     if (frames)
@@ -471,12 +459,12 @@ void MainWindow::takePick(SoPath* path, bool frames)
 
 void MainWindow::frameSelection()
 {
-    SoPath* const path = model->path(tree->currentIndex());
-    if (path == nullptr)
+    SoPath* const selected = model->path(tree->currentIndex());
+    if (selected == nullptr)
         return;
-    path->ref();
-    view->frame(path);
-    path->unref();
+    selected->ref();
+    view->frame(selected);
+    selected->unref();
 }
 
 QImage MainWindow::screenshot()
@@ -496,11 +484,17 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 
 void MainWindow::dropEvent(QDropEvent* event)
 {
-    QString const path = draggedFile(*event->mimeData());
-    if (path.isEmpty())
+    QString const file = draggedFile(*event->mimeData());
+    if (file.isEmpty())
         return;
     event->acceptProposedAction();
-    open(path);
+    open(file);
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    printer.printWidgetsSoon();
 }
 
 void MainWindow::about()

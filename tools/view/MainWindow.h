@@ -1,13 +1,17 @@
 #pragma once
 
+#include "view/EventPrinter.h"
+
 #include "loader/FltLoader.h"
 
 #include <QMainWindow>
 #include <QModelIndex>
 #include <memory>
 
+class Banner;
 class ControlPanel;
 class FileWatch;
+class LoadProgress;
 class LoadedScene;
 class LodBar;
 class MessagePanel;
@@ -20,6 +24,7 @@ class SceneTreeModel;
 class SceneView;
 class SoPath;
 class TexturePanel;
+class ViewMenu;
 
 /// The window: the tree beside the picture, the selected record, controls, textures and messages around it.
 class MainWindow : public QMainWindow
@@ -30,11 +35,12 @@ public:
     explicit MainWindow(FltLoader loader);
     ~MainWindow() override;
 
-    /// Shows a database instead of the one before. If that can't be loaded, the one before stays, and a line
-    /// in the window says why. @return whether it was loaded
+    /// Shows a database instead of the one before. If that can't be loaded, the window is empty and a banner
+    /// says why; if somebody cancels the load, the one before stays. @return whether it was loaded
     bool open(QString const& path);
 
-    /// Loads the database again and keeps the camera, the selection and what was found.
+    /// Loads the database again and keeps the camera, the selection and what was found. If that can't be done,
+    /// what was loaded before stays, and the banner says so.
     bool reload();
 
     /// Reloads whenever a file of the database changes.
@@ -48,10 +54,10 @@ public:
 
     /// Prints a line on standard output for whatever gets loaded or selected, and for the box around the
     /// selection when it changes.
-    void setPrinting(bool isOn) { isPrinting = isOn; }
+    void setPrinting(bool isOn) { printer.setOn(isOn); }
 
     /// Prints the places of the widgets on the screen too, for tests that click.
-    void setPrintingWidgets(bool isOn) { isPrintingWidgets = isOn; }
+    void setPrintingWidgets(bool isOn) { printer.setWithWidgets(isOn); }
 
     /// Has flip-books play, or stand still.
     void setPlaying(bool isOn);
@@ -65,39 +71,41 @@ public:
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void makeDocks();
     void makeMenus();
-    void makeViewMenu();
-    void makeStyleMenu(class QMenu& menu);
+    QWidget* makeCentre();
+    void makeFileMenu();
+    void connectParts();
     QDockWidget* addDock(QString const& title, QWidget* widget, Qt::DockWidgetArea area, char const* name);
-    bool load(QString const& path, bool isSameAgain);
+    bool load(QString newPath, bool isSameAgain);
     void take(std::unique_ptr<LoadedScene> scene, bool isSameAgain);
+    void clear();
+    void takeFailure(FltLoadError const& error, bool isSameAgain);
     void watchFiles();
     void askForFile();
     void savePicture();
     void takeTreeSelection(QModelIndex const& index);
     void showRecords(QModelIndex const& index);
-    void takePick(SoPath* path, bool frames);
+    void takePick(SoPath* picked, bool frames);
     void frameSelection();
     void takeChange();
-    void print(QString const& line) const;
-    void printSelection(QModelIndex const& index) const;
-    void printBox() const;
-    void printWidgets() const;
+    void check();
     void setTime(FltLoader::TimeOfDay time);
-    void showProblem(QString const& text);
     void about();
 
     FltLoader loader;
     std::unique_ptr<LoadedScene> scene;
+    EventPrinter printer;
+    QString path; ///< Of the database that was asked for last.
     QString lastProblem;
-    bool isPrinting = false;
-    bool isPrintingWidgets = false;
     bool isWatching = false;
 
     SceneView* view;
+    Banner* banner;
+    LoadProgress* progress;
     SceneTreeModel* model;
     QTreeView* tree;
     QLineEdit* search;
@@ -110,8 +118,7 @@ private:
     RecentFiles* recent;
     FileWatch* fileWatch;
     QAction* watchAction = nullptr;
-    QAction* lightAction = nullptr;
-    QAction* playAction = nullptr;
+    ViewMenu* viewMenu = nullptr;
     QDockWidget* recordDock = nullptr;
     QDockWidget* controlDock = nullptr;
     QDockWidget* textureDock = nullptr;

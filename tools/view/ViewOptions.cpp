@@ -1,6 +1,7 @@
 #include "view/ViewOptions.h"
 
 #include "support/OutputFile.h"
+#include "view/ViewKeys.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -22,14 +23,17 @@ ProgramDescription ViewOptions::description()
         {"Shows the picture, the tree of the scene and the fields of its records side by side. Degrees of "
          "freedom, switches and levels of detail can be set by hand.",
          "Drag to turn, with the middle button to move, turn the wheel to zoom. A click in the picture or "
-         "in the tree selects, a double click brings the selection into the picture.",
+         "in the tree selects, a double click brings the selection into the picture. F1 in the window shows "
+         "all "
+         "keys.",
          "The files that were opened last are kept in ~/.config/VelloReader/fltview.conf."},
         {{"fltview airfield.flt", "look at a database"},
          {"fltview --watch airfield.flt", "load it again whenever it changes, from the same place"},
          {"fltview --texture-path ~/textures tower.flt", "look for its textures there too"},
          {"fltview --select hangar -o hangar.png airfield.flt", "save what the window shows, and end"}},
         ExitCode::wrongUsage,
-        {"flt2iv", "fltshot", "fltinfo", "fltcheck"}};
+        {"flt2iv", "fltshot", "fltinfo", "fltcheck"},
+        ViewKeys::all()};
 }
 
 ViewOptions::ViewOptions(Program& program) : loaderOptions(program)
