@@ -39,7 +39,7 @@ FltWriter emptyDatabase()
 /// Many Objects in groups, which take a while to load.
 FltWriter largeDatabase()
 {
-    constexpr int groups = 400;
+    constexpr int groups = 800;
     constexpr int objectsOfGroup = 400;
     FltWriter flt(1570);
     flt.vertexPalette();
