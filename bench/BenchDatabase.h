@@ -39,4 +39,12 @@ std::size_t writeObjects(std::string const& path, int count, Names names);
 /// A database of external references to files beside it, each a small terrain of its own.
 std::size_t writeTiles(std::string const& path, int count, int facesInEach);
 
+constexpr int texturesOfTown = 20;
+
+enum class Windows { opaque, someTranslucent };
+
+/// A town of Objects of 50 faces, each with one of 20 textures, whose pictures are written beside it. Of
+/// translucent windows there is one among three.
+std::size_t writeTown(std::string const& path, int buildings, Windows windows);
+
 } // namespace BenchDatabase

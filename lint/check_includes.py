@@ -54,9 +54,9 @@ LIBRARY = tuple(folder for folder in MAY_INCLUDE if folder.startswith("src/"))
 MAY_INCLUDE |= {
     "tests/support": (*LIBRARY, "writer"),
     "tests": (*LIBRARY, "writer", "tests/support", "tools/support", "tools/convert", "tools/iv"),
-    "tests/shot": (*LIBRARY, "tests/support", "tools/support", "tools/shot"),
+    "tests/shot": (*LIBRARY, "writer", "tests/support", "tools/support", "tools/shot"),
     "tests/view": (*LIBRARY, "writer", "tests/support", "tools/view"),
-    "bench": (*LIBRARY, "writer", "tests/support"),
+    "bench": (*LIBRARY, "writer", "tests/support", "tools/support", "tools/shot"),
     "fuzz": (*LIBRARY, "writer", "tests/support"),
 }
 
