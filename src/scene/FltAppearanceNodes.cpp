@@ -7,11 +7,13 @@
 #include <Inventor/nodes/SoComplexity.h>
 #include <Inventor/nodes/SoDrawStyle.h>
 #include <Inventor/nodes/SoLightModel.h>
+#include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoPolygonOffset.h>
 #include <Inventor/nodes/SoShapeHints.h>
 #include <Inventor/nodes/SoTextureUnit.h>
 #include <Inventor/nodes/SoTransparencyType.h>
 #include <algorithm>
+#include <cstring>
 
 namespace
 {
@@ -62,6 +64,29 @@ SoNode* shared(std::map<Key, SoNodeRef<SoNode>>& nodes, Key const& key, Make mak
     if (node.get() == nullptr)
         node = SoNodeRef<SoNode>(make());
     return node.get();
+}
+
+std::uint32_t colorOf(FltMesh const& mesh)
+{
+    return mesh.colors.empty() ? ~0U : mesh.colors.front();
+}
+
+SoMaterial* makeMaterial(FltMesh const& mesh)
+{
+    auto* const node = new SoMaterial;
+    SbColor diffuse;
+    float transparency;
+    diffuse.setPackedValue(colorOf(mesh), transparency);
+    node->diffuseColor = diffuse;
+    node->transparency = transparency;
+    if (mesh.isLit)
+        node->ambientColor = mesh.material.ambient;
+    node->shininess = mesh.material.shininess;
+    if (mesh.material.isFromPalette) {
+        node->specularColor = mesh.material.specular;
+        node->emissiveColor = mesh.material.emissive;
+    }
+    return node;
 }
 
 bool hasSeveralFaces(FltMesh const& mesh)
@@ -133,6 +158,20 @@ void FltAppearanceNodes::addLayers(SoGroup& group, FltMesh const& mesh)
         group.addChild(textureOf(layer.texture, mesh.isCutOut));
     }
     group.addChild(shared(units, 0, [] { return new SoTextureUnit; }));
+}
+
+SoNode* FltAppearanceNodes::materialOf(FltMesh const& mesh)
+{
+    FltMesh::Material const& material = mesh.material;
+    std::array<float, 10> const values = {material.ambient[0],  material.ambient[1],  material.ambient[2],
+                                          material.specular[0], material.specular[1], material.specular[2],
+                                          material.emissive[0], material.emissive[1], material.emissive[2],
+                                          material.shininess};
+    MaterialKey key = {};
+    std::memcpy(key.data(), values.data(), sizeof values);
+    key[values.size()] = colorOf(mesh);
+    key[values.size() + 1] = (mesh.isLit ? 1U : 0U) | (material.isFromPalette ? 2U : 0U);
+    return shared(materials, key, [&] { return makeMaterial(mesh); });
 }
 
 /// What is cut out is drawn like what is opaque, but for its clear pixels: so it hides what is behind it, and

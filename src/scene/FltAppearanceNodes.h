@@ -6,6 +6,7 @@
 
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoTexture2.h>
+#include <array>
 #include <cstdint>
 #include <map>
 #include <utility>
@@ -22,7 +23,13 @@ public:
     /// @param isMirrored whether it stands in an odd number of mirrors
     void addTo(SoGroup& group, FltMesh const& mesh, bool isMirrored = false);
 
+    /// The material of a mesh, with its colour if all corners have one.
+    SoNode* materialOf(FltMesh const& mesh);
+
 private:
+    /// The bits of a material's fields.
+    using MaterialKey = std::array<std::uint32_t, 12>;
+
     void addTransparency(SoGroup& group, FltMesh const& mesh);
     float qualityOf(std::int32_t cutOut);
     SoTexture2* textureOf(std::int32_t number, bool isCutOut);
@@ -37,6 +44,7 @@ private:
     std::map<float, SoNodeRef<SoNode>> qualities;
     std::map<std::int32_t, float> qualitiesOfTextures;
     std::map<int, SoNodeRef<SoNode>> lightModels;
+    std::map<MaterialKey, SoNodeRef<SoNode>> materials;
     std::map<int, SoNodeRef<SoNode>> units;
     std::map<std::pair<FltMesh::Kind, float>, SoNodeRef<SoNode>> drawStyles;
 };

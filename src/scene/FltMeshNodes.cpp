@@ -7,7 +7,6 @@
 #include <Inventor/SbBox3f.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
 #include <Inventor/nodes/SoIndexedLineSet.h>
-#include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoPointSet.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoTextureCoordinate2.h>
@@ -40,24 +39,6 @@ void addLayerCoordinates(SoGroup& group, FltMesh const& mesh)
         group.addChild(coordinates);
     }
     group.addChild(new SoTextureUnit);
-}
-
-SoMaterial* makeMaterial(FltMesh const& mesh)
-{
-    auto* const node = new SoMaterial;
-    SbColor diffuse;
-    float transparency;
-    diffuse.setPackedValue(mesh.colors.empty() ? ~0U : mesh.colors.front(), transparency);
-    node->diffuseColor = diffuse;
-    node->transparency = transparency;
-    if (mesh.isLit)
-        node->ambientColor = mesh.material.ambient;
-    node->shininess = mesh.material.shininess;
-    if (mesh.material.isFromPalette) {
-        node->specularColor = mesh.material.specular;
-        node->emissiveColor = mesh.material.emissive;
-    }
-    return node;
 }
 
 std::vector<SbVec3f> moved(std::vector<SbVec3f> const& positions, SbVec3d const& way)
@@ -130,17 +111,23 @@ SoNode* makeShape(FltMesh const& mesh, SbVec3d const& way)
 
 } // namespace
 
-SoGroup* FltMeshNodes::make(FltMesh const& mesh, FltAppearanceNodes& appearances, bool isMirrored,
-                            SbVec3d const& zero)
+void FltMeshNodes::addTo(SoGroup& group, FltMesh const& mesh, FltAppearanceNodes& appearances,
+                         bool isMirrored, SbVec3d const& zero)
 {
     SbVec3d const place = mesh.origin - zero;
     bool const isMoved = place == SbVec3d(0, 0, 0) || mayMove(mesh.positions, place);
     SbVec3d const stand = isMoved ? SbVec3d(0, 0, 0) : FltLocalOrigin::roundedToFloats(place);
+    FltMatrixNodes::addTranslation(group, stand);
+    appearances.addTo(group, mesh, isMirrored);
+    addLayerCoordinates(group, mesh);
+    group.addChild(appearances.materialOf(mesh));
+    group.addChild(makeShape(mesh, place - stand));
+}
+
+SoGroup* FltMeshNodes::make(FltMesh const& mesh, FltAppearanceNodes& appearances, bool isMirrored,
+                            SbVec3d const& zero)
+{
     auto* const group = new SoSeparator;
-    FltMatrixNodes::addTranslation(*group, stand);
-    appearances.addTo(*group, mesh, isMirrored);
-    addLayerCoordinates(*group, mesh);
-    group->addChild(makeMaterial(mesh));
-    group->addChild(makeShape(mesh, place - stand));
+    addTo(*group, mesh, appearances, isMirrored, zero);
     return mesh.isHidden ? FltHiddenNode::around(group) : static_cast<SoGroup*>(group);
 }

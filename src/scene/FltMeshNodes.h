@@ -15,4 +15,9 @@ namespace FltMeshNodes
 SoGroup* make(FltMesh const& mesh, FltAppearanceNodes& appearances, bool isMirrored = false,
               SbVec3d const& zero = {0, 0, 0});
 
+/// Adds all nodes of a mesh to a separator in which nothing comes after them. It is shown even if it is
+/// hidden.
+void addTo(SoGroup& group, FltMesh const& mesh, FltAppearanceNodes& appearances, bool isMirrored = false,
+           SbVec3d const& zero = {0, 0, 0});
+
 } // namespace FltMeshNodes

@@ -5,6 +5,7 @@
 #include "scene/FltMatrixNodes.h"
 #include "scene/FltMeshNodes.h"
 #include "scene/FltNodeInfos.h"
+#include "scene/FltSceneCaching.h"
 #include "scene/FltTextNodes.h"
 #include "toolkit/SoNodeName.h"
 #include "toolkit/SoSilentField.h"
@@ -95,6 +96,18 @@ SoNodeRef<SoNode> placed(SoNodeRef<SoNode> const& node, SbVec3d const& place)
     return made;
 }
 
+/// The nodes that hosts change.
+std::unordered_set<SoNode const*> changingNodes(FltMadeScene const& scene)
+{
+    std::unordered_set<SoNode const*> nodes;
+    for (FltSceneSwitch const& each : scene.switches)
+        for (SoNodeRef<SoSwitch> const& door : each.doors)
+            nodes.insert(door.get());
+    for (FltSceneJoint const& joint : scene.joints)
+        nodes.insert(joint.transform.get());
+    return nodes;
+}
+
 /// Puts the list of what was numbered while it was read into that order.
 template <class Part>
 void sortByNumber(std::vector<Part>& parts)
@@ -154,6 +167,7 @@ FltMadeScene FltSceneMaker::madeOf(FltVisualNode& root)
     sortByNumber(scene.switches);
     sortByNumber(scene.joints);
     sortByNumber(scene.flipBooks);
+    FltSceneCaching::arrange(*scene.root, changingNodes(scene));
     return std::move(scene);
 }
 
@@ -315,10 +329,17 @@ void FltSceneMaker::addFlipBook(FltVisualNode& visual, SoGroup& group)
     group.addChild(book.addBlinker(frames));
 }
 
+/// A mesh that is alone in a separator needs none of its own.
 void FltSceneMaker::addMeshes(FltVisualNode& visual, SoGroup& group)
 {
+    bool const isAlone = visual.meshes.size() == 1 && !visual.meshes.front().isHidden &&
+                         visual.children.empty() && visual.as<FltVisualText>() == nullptr &&
+                         group.isOfType(SoSeparator::getClassTypeId());
     for (FltMesh& mesh : visual.meshes) {
-        group.addChild(FltMeshNodes::make(mesh, appearances, isMirrored, zeros.inside));
+        if (isAlone)
+            FltMeshNodes::addTo(group, mesh, appearances, isMirrored, zeros.inside);
+        else
+            group.addChild(FltMeshNodes::make(mesh, appearances, isMirrored, zeros.inside));
         if (isUsedUp(visual))
             mesh = FltMesh();
     }

@@ -5,6 +5,7 @@
 #include <Inventor/nodes/SoPolygonOffset.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <gtest/gtest.h>
+#include <set>
 
 namespace
 {
@@ -50,6 +51,26 @@ TEST_F(FltAppearanceNodesTest, SharesNodesOfWhatMeshesHaveInCommon)
     ASSERT_EQ(first->getNumChildren(), 5);
     for (int i = 0; i < 5; ++i)
         EXPECT_EQ(first->getChild(i), second->getChild(i)) << i;
+}
+
+TEST_F(FltAppearanceNodesTest, SharesAMaterialAmongMeshesInWhichEachOfItsValuesIsTheSame)
+{
+    FltMesh const plain;
+    SoNodeRef<SoNode> const material(nodes.materialOf(plain));
+    EXPECT_EQ(nodes.materialOf(FltMesh()), material.get());
+    std::vector<FltMesh> others(8);
+    others[0].colors = {0xff0000ff};
+    others[1].colors = {0xffffff80};
+    others[2].isLit = false;
+    others[3].material.ambient = SbColor(1, 1, 0.5F);
+    others[4].material.isFromPalette = true;
+    others[5].material.specular = SbColor(0, 0.5F, 0);
+    others[6].material.emissive = SbColor(0.5F, 0, 0);
+    others[7].material.shininess = 0.5F;
+    std::set<SoNode*> all = {material.get()};
+    for (FltMesh const& other : others)
+        all.insert(nodes.materialOf(other));
+    EXPECT_EQ(all.size(), 1 + others.size());
 }
 
 TEST_F(FltAppearanceNodesTest, ShowsOneSideOrBoth)

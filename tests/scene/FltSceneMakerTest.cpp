@@ -55,6 +55,61 @@ TEST(FltSceneMaker, makesAGroupWithItsNameCommentsAndTransformation)
 )");
 }
 
+TEST(FltSceneMaker, givesAMeshThatIsAloneNoSeparatorOfItsOwn)
+{
+    auto const withMeshes = [](std::size_t count) {
+        auto const object = node("object");
+        object->meshes.resize(count);
+        return object;
+    };
+    auto const separatorsOf = [](std::shared_ptr<FltVisualNode> const& object) {
+        std::string const text = textOf(object);
+        std::size_t count = 0;
+        for (std::size_t at = text.find("Separator {"); at != std::string::npos;
+             at = text.find("Separator {", at + 1))
+            ++count;
+        return count;
+    };
+    EXPECT_EQ(separatorsOf(withMeshes(1)), 1U);
+    EXPECT_EQ(separatorsOf(withMeshes(2)), 3U);
+    auto const hidden = withMeshes(1);
+    hidden->meshes.front().isHidden = true;
+    EXPECT_EQ(separatorsOf(hidden), 2U);
+    auto const above = withMeshes(1);
+    above->children = {node("below")};
+    EXPECT_EQ(separatorsOf(above), 3U);
+    auto const text = withMeshes(1);
+    text->become<FltVisualText>();
+    EXPECT_EQ(separatorsOf(text), 3U);
+}
+
+TEST(FltSceneMaker, keepsTheStateOfAMeshAloneInADoorFromTheNextDoor)
+{
+    auto const group = node("sock");
+    group->become<FltVisualSwitch>();
+    group->children = {node()};
+    group->children.front()->meshes.resize(1);
+    EXPECT_NE(textOf(group).find("Group {\n      Separator {"), std::string::npos) << textOf(group);
+}
+
+TEST(FltSceneMaker, keepsNothingOfWhatASwitchOrAJointChanges)
+{
+    auto const still = [] {
+        auto const part = node();
+        part->meshes.resize(2);
+        return part;
+    };
+    EXPECT_EQ(sceneOf(still()).root->renderCaching.getValue(), SoSeparator::ON);
+    for (bool const isJoint : {false, true}) {
+        auto const group = node();
+        isJoint ? static_cast<void>(group->become<FltVisualJoint>())
+                : static_cast<void>(group->become<FltVisualSwitch>());
+        group->children = {still()};
+        std::string const text = textOf(group);
+        EXPECT_EQ(text.find("renderCaching"), text.find("renderCaching OFF")) << text;
+    }
+}
+
 TEST(FltSceneMaker, keepsANameThatIsTooLongInAnInfo)
 {
     std::string const name(300, 'n');

@@ -14,6 +14,7 @@
 
 #include "loader/FltLoadError.h"
 
+#include <Inventor/nodes/SoSeparator.h>
 #include <string>
 
 namespace
@@ -85,6 +86,7 @@ ExitCode shoot(Program const& program, ShotOptions& options, LoaderOptions const
     if (options.inputs.size() > 1 && loaderOptions.hasNamedLog())
         throw UsageError("one --log can't hold the listings of several databases. Give it without a name");
     EglOffscreen::install();
+    SoSeparator::setNumRenderCaches(0); // no picture is drawn twice
     SceneMessages const messages(program);
     if (char const* problem = EglOffscreen::missing())
         throw ToolError(problem);
