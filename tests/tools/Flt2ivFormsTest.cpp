@@ -233,8 +233,8 @@ TEST_F(Flt2ivForms, thatDoNotGoTogetherAreWrongUsage)
 {
     std::string const input = database();
     for (std::string const& options :
-         {std::string("-b --to wrl"), "--to iv -o " + (folder / "a.wrl"), "-b -o " + (folder / "a.wrl"),
-          std::string("--to obj"), std::string("--units yards")}) {
+         {std::string("-b --to wrl"), "--to iv -o " + (folder / "a.wrl"), "--to wrl -o " + (folder / "a.iv"),
+          "-b -o " + (folder / "a.wrl"), std::string("--to obj"), std::string("--units yards")}) {
         ProgramRun const run("flt2iv", options + " " + input);
         EXPECT_EQ(run.exitCode, 2) << options;
         EXPECT_EQ(run.output, "") << options;

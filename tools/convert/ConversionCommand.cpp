@@ -111,14 +111,6 @@ void ConversionCommand::addOptions()
     program.inputs(inputs, false);
 }
 
-/// Whether the result goes into a pipe or the like, which has no place beside it.
-bool ConversionCommand::goesToStream() const
-{
-    std::error_code ignored;
-    fs::file_status const status = fs::status(output, ignored);
-    return output == "-" || (fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status));
-}
-
 /// Whether results go to the places that their databases have below a directory.
 bool ConversionCommand::hasPlaces() const
 {
@@ -158,10 +150,12 @@ void ConversionCommand::chooseForm()
             endings.push_back(form.ending);
         OutputFile::checkEnding(output, endings);
     }
-    if (!format.empty())
-        chosenForm = formNamed(forms, "." + format);
-    else if (isNamed)
-        chosenForm = formNamed(forms, FileEnding::of(output));
+    std::string const named = isNamed ? FileEnding::of(output) : "";
+    if (!format.empty() && isNamed && endsAsResult(output) && named != "." + format)
+        throw UsageError("the name " + output + " doesn't go with --to " + format);
+    chosenForm = formNamed(forms, format.empty() ? named : "." + format);
+    if (OutputFile::isStream(output) && form().hasOthersBeside)
+        throw UsageError("--to " + wordOf(form()) + " writes several files: " + fileOrDirectory());
 }
 
 /// Refuses places where the results can't go.
@@ -173,7 +167,7 @@ void ConversionCommand::checkOutput() const
     auto const misplaced = std::find_if(inputs.begin(), inputs.end(), isOutput);
     if (output == "-" && misplaced != inputs.end())
         throw UsageError(*misplaced + " is no database. To write it, give -o " + *misplaced);
-    if (goesToStream() && inputs.size() > 1)
+    if (OutputFile::isStream(output) && inputs.size() > 1)
         throw UsageError("several databases need a directory to go to: add -o DIR/");
     std::error_code ignored;
     bool const isThere = fs::exists(output, ignored);
@@ -191,9 +185,9 @@ void ConversionCommand::checkLoader(FltLoader const& loader) const
     bool const namesReferences = loader.references == FltLoader::References::asFile;
     bool const keepsUnits = loader.units == FltLoader::Units::stored;
     bool const keepsOrigin = loader.origin == FltLoader::Origin::stored;
-    if (goesToStream() && namesReferences)
+    if (OutputFile::isStream(output) && namesReferences)
         throw UsageError("--xref file writes several files: " + fileOrDirectory());
-    if (goesToStream() && conversion.onlyIfNewer)
+    if (OutputFile::isStream(output) && conversion.onlyIfNewer)
         throw UsageError("--if-newer needs a file to compare with: " + fileOrDirectory());
     if (namesReferences && keepsUnits)
         throw UsageError("--xref file needs --units metres: files that include each other share their unit");
@@ -244,7 +238,7 @@ ExitCode ConversionCommand::convertOne(DatabaseConverter const& converter) const
     std::string const& input = inputs.front();
     if (output == "-" && DatabaseFiles::isDirectory(input))
         throw ToolError(input + ": this is a directory. Say where its databases shall go: -o DIR/");
-    if (!goesToStream()) {
+    if (!OutputFile::isStream(output)) {
         ConversionPlan plan(form().ending);
         plan.addFile(input, output);
         ConversionRun(program, loading, conversion, converter).checkOutputs(plan);
@@ -255,8 +249,8 @@ ExitCode ConversionCommand::convertOne(DatabaseConverter const& converter) const
         statistics = converter.convert({input, output, {}}, shownOn(line), [&line] { line.clear(); });
     }
     if (conversion.measures)
-        std::fprintf(goesToStream() ? stderr : stdout, "%s\n%s\n", ConversionStatistics::tableHead().c_str(),
-                     statistics.tableLine(input).c_str());
+        std::fprintf(OutputFile::isStream(output) ? stderr : stdout, "%s\n%s\n",
+                     ConversionStatistics::tableHead().c_str(), statistics.tableLine(input).c_str());
     return ExitCode::success;
 }
 

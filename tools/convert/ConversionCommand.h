@@ -8,6 +8,7 @@
 #include "support/Program.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// The command line of a program that converts databases: which, how, and where the results go.
@@ -29,6 +30,9 @@ public:
     ConversionCommand(ConversionCommand const&) = delete;
     ConversionCommand& operator=(ConversionCommand const&) = delete;
 
+    /// Has the program not offer some options of the loader; see LoaderOptions. To be called first.
+    void leaveOut(std::vector<std::string_view> const& names) { loading.leaveOut(names); }
+
     /// Adds the options that say how databases are converted, and the inputs.
     void addOptions();
 
@@ -41,8 +45,8 @@ public:
     /// @{
     LoaderOptions const& loaderOptions() const { return loading; }
     ConversionOptions& options() { return conversion; }
+    ConversionOptions const& options() const { return conversion; }
     ConversionForm const& form() const { return forms[chosenForm]; }
-    std::string const& formWord() const { return format; }   ///< As --to gives it; empty without it.
     std::string const& outputName() const { return output; } ///< A file, a directory, or "-".
     bool goesToDirectory() const; ///< Whether results have names of their own, below the output.
     /// @}
@@ -51,7 +55,6 @@ public:
     ExitCode run(DatabaseConverter const& converter);
 
 private:
-    bool goesToStream() const;
     bool hasPlaces() const;
     bool endsAsResult(std::string const& path) const;
     std::string fileOrDirectory() const;

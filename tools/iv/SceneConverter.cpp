@@ -1,10 +1,11 @@
 #include "iv/SceneConverter.h"
 
+#include "convert/ConversionWarnings.h"
+#include "convert/ReferenceNames.h"
 #include "iv/FileReferences.h"
 #include "iv/SceneFile.h"
 #include "iv/TextureEmbedding.h"
 #include "iv/VrmlPictureFiles.h"
-#include "support/Numbers.h"
 #include "support/OutputFile.h"
 #include "support/SceneMessages.h"
 #include "support/SceneStatistics.h"
@@ -15,7 +16,6 @@
 #include <chrono>
 #include <filesystem>
 #include <optional>
-#include <system_error>
 
 namespace
 {
@@ -55,14 +55,6 @@ std::uint64_t writeFile(std::string const& path, OutputFile::Existing existing, 
     return bytes;
 }
 
-/// Whether other files can stand beside an output.
-bool hasFolder(std::string const& output)
-{
-    std::error_code ignored;
-    std::filesystem::file_status const status = std::filesystem::status(output, ignored);
-    return output != "-" && (!std::filesystem::exists(status) || std::filesystem::is_regular_file(status));
-}
-
 } // namespace
 
 SceneConverter::SceneConverter(Program const& program, LoaderOptions const& loaderOptions,
@@ -87,16 +79,9 @@ void SceneConverter::prepare(FltScene const& scene, Conversion const& conversion
         TextureEmbedding::embed(scene.root());
     if (options.references != FltLoader::References::asFile)
         return;
-    FileReferences const references(conversion.referenceOutputs, folderOf(conversion.output));
-    warnOfReferences(references.rename(scene.root()), conversion);
-}
-
-void SceneConverter::warnOfReferences(std::size_t takenOut, Conversion const& conversion) const
-{
-    if (takenOut != 0)
-        program.warn(conversion.input + ": " + Numbers::counted(takenOut, "reference is", "references are") +
-                     " left out: a reader of the converted files would never come to an end, or they aren't "
-                     "converted themselves");
+    ReferenceNames const names(conversion.referenceOutputs, folderOf(conversion.output));
+    ConversionWarnings(program, conversion.input)
+        .ofReferencesLeftOut(FileReferences::rename(scene.root(), names));
 }
 
 /// Has the pictures of a VRML97 file stand beside it, where there is such a place.
@@ -104,7 +89,7 @@ void SceneConverter::placePictures(std::vector<FltVrmlPicture>& pictures, Conver
                                    std::vector<KeptFile> const& kept) const
 {
     VrmlPictureFiles files(conversion.output, kept, options.existing);
-    bool const isBeside = hasFolder(conversion.output);
+    bool const isBeside = !OutputFile::isStream(conversion.output);
     for (FltVrmlPicture& picture : pictures)
         if (form.embedsTextures)
             continue;
@@ -114,34 +99,25 @@ void SceneConverter::placePictures(std::vector<FltVrmlPicture>& pictures, Conver
             VrmlPictureFiles::name(picture);
 }
 
-void SceneConverter::warnOfLosses(std::vector<FltOmission> const& omissions,
-                                  Conversion const& conversion) const
-{
-    std::string list;
-    for (FltOmission const& omission : omissions)
-        list += (list.empty() ? "" : "; ") + omission.kind + " (" + std::to_string(omission.count) + ")";
-    if (!list.empty())
-        program.warn(conversion.input + ": VRML97 has no form for some of it: " + list);
-}
-
 std::uint64_t SceneConverter::writeVrml(FltVisual const& visual, Conversion const& conversion) const
 {
     std::vector<KeptFile> const kept =
         loaderOptions.keptFiles(conversion.input, visual.references, visual.textures);
     FltVrmlWriter vrml(visual.root, visual.textures);
     placePictures(vrml.pictures(), conversion, kept);
-    FileReferences const references(conversion.referenceOutputs, folderOf(conversion.output));
+    ReferenceNames const names(conversion.referenceOutputs, folderOf(conversion.output));
     std::size_t takenOut = 0;
     auto const addressOf = [&](std::string const& database) {
-        std::optional<std::string> const name = references.nameOf(database);
+        std::optional<std::string> const name = names.nameOf(database);
         takenOut += name ? 0 : 1;
         return name ? std::optional(VrmlPictureFiles::addressOf(*name)) : std::nullopt;
     };
     std::uint64_t const bytes = writeFile(conversion.output, options.existing, form, kept, [&](FILE* stream) {
         return SceneFile::write(vrml, addressOf, stream, form);
     });
-    warnOfReferences(takenOut, conversion);
-    warnOfLosses(vrml.omissions(), conversion);
+    ConversionWarnings const warnings(program, conversion.input);
+    warnings.ofReferencesLeftOut(takenOut);
+    warnings.ofLosses("VRML97", vrml.omissions());
     return bytes;
 }
 

@@ -8,7 +8,6 @@
 
 #include "vrml/FltVrmlPictures.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <vector>
@@ -27,10 +26,8 @@ public:
 private:
     FltLoader makeLoader(Conversion const& conversion, FltLoader::Progress const& progress) const;
     void prepare(FltScene const& scene, Conversion const& conversion) const;
-    void warnOfReferences(std::size_t takenOut, Conversion const& conversion) const;
     void placePictures(std::vector<FltVrmlPicture>& pictures, Conversion const& conversion,
                        std::vector<KeptFile> const& kept) const;
-    void warnOfLosses(std::vector<FltOmission> const& omissions, Conversion const& conversion) const;
     std::uint64_t writeVrml(FltVisual const& visual, Conversion const& conversion) const;
 
     Program const& program;

@@ -2,7 +2,6 @@
 
 #include "convert/ConversionCommand.h"
 #include "iv/SceneConverter.h"
-#include "support/FileEnding.h"
 
 namespace
 {
@@ -38,9 +37,6 @@ ProgramDescription description()
 void choose(SceneForm& form, ConversionCommand& command)
 {
     form.isVrml = command.form().ending == ".wrl";
-    bool const isNamedVrml = FileEnding::of(command.outputName()) == ".wrl";
-    if (isNamedVrml && !form.isVrml && !command.goesToDirectory())
-        throw UsageError("the name " + command.outputName() + " doesn't go with --to " + command.formWord());
     if (form.isVrml && form.isBinary)
         throw UsageError("VRML97 has no binary form: leave -b out, or take -z instead");
     command.options().readsTextures = form.embedsTextures;

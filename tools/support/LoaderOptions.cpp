@@ -1,5 +1,7 @@
 #include "support/LoaderOptions.h"
 
+#include <algorithm>
+
 namespace
 {
 
@@ -10,10 +12,16 @@ constexpr char besideDatabase[] = "/";
 
 } // namespace
 
+void LoaderOptions::leaveOut(std::vector<std::string_view> const& names)
+{
+    leftOut = names;
+}
+
 void LoaderOptions::add(Program& program, Programs programs)
 {
     for (FltLoaderOption const& option : FltLoaderOption::table())
-        if (option.programs == programs) {
+        if (option.programs == programs &&
+            std::find(leftOut.begin(), leftOut.end(), option.name) == leftOut.end()) {
             givenOptions.push_back({option, false, {}, {}});
             add(program, givenOptions.back());
         }

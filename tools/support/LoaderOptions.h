@@ -8,6 +8,7 @@
 
 #include <list>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// The options of the loader that programs offer, from the table of all its options.
@@ -23,6 +24,9 @@ public:
 
     LoaderOptions(LoaderOptions const&) = delete;
     LoaderOptions& operator=(LoaderOptions const&) = delete;
+
+    /// Has the program not offer some options, by their names in the table.
+    void leaveOut(std::vector<std::string_view> const& names);
 
     /// Adds the options that such programs offer.
     void add(Program& program, Programs programs);
@@ -61,5 +65,6 @@ private:
     static void add(Program& program, Given& given);
     static void set(Given const& given, FltLoader& loader);
 
+    std::vector<std::string_view> leftOut;
     std::list<Given> givenOptions; ///< The command line is bound to them.
 };

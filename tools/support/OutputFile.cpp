@@ -247,6 +247,13 @@ int OutputFile::rename() const
     return 0;
 }
 
+bool OutputFile::isStream(std::string const& path)
+{
+    struct stat status = {};
+    return path == "-" ||
+           (::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode));
+}
+
 std::string OutputFile::problemOfReplacing(std::string const& path)
 {
     struct stat status = {};

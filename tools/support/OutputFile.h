@@ -49,6 +49,9 @@ public:
     /// @throw ToolError if not all of it could be written; the target is as before then
     void commit();
 
+    /// Whether an output is a stream, which has no place beside it: standard output, a pipe or a device.
+    static bool isStream(std::string const& path);
+
     /// Why an existing file is kept; empty if no plain file stands there.
     static std::string problemOfReplacing(std::string const& path);
 

@@ -51,7 +51,7 @@ SceneMeasure SceneMeasure::of(FltScene const& scene, std::string const& database
         for (int i = 0; i < fields.getLength(); ++i)
             measure.bytes += bytesOf(*fields[i]);
     });
-    measure.statistics.addFaces(scene, database);
+    measure.statistics.faces = SceneStatistics::facesOf(scene.references(), database);
 
     SoGetBoundingBoxAction action{SbViewportRegion(100, 100)};
     action.apply(scene.root());

@@ -1,11 +1,6 @@
 #pragma once
 
-#include "support/Program.h"
-
-#include "loader/FltScene.h"
-#include "loader/FltVisual.h"
-
-#include <vector>
+#include "support/LoadMessages.h"
 
 class SoError;
 
@@ -20,15 +15,12 @@ public:
     SceneMessages(SceneMessages const&) = delete;
     SceneMessages& operator=(SceneMessages const&) = delete;
 
-    /// Shows the messages about a database. Those of one cause in a file are one line, and of many only the
-    /// first are shown; a verbose program shows each, and where missing textures were looked for.
-    /// @param loaded its scene, or its visual
-    void show(FltScene const& loaded) const { show(loaded.messages(), loaded.textures()); }
-    void show(FltVisual const& loaded) const { show(loaded.messages, loaded.textures); }
+    /// Shows the messages about a database. @param loaded as LoadMessages does
+    void show(FltScene const& loaded) const { messages.show(loaded); }
+    void show(FltVisual const& loaded) const { messages.show(loaded); }
 
 private:
-    void show(std::vector<FltMessage> const& messages, std::vector<FltTexture> const& textures) const;
     static void takeToolkitMessage(SoError const* message, void* program);
 
-    Program const& program;
+    LoadMessages messages;
 };

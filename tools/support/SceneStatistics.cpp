@@ -71,8 +71,10 @@ void SceneStatistics::add(SoNode const& node)
         triangles += trianglesIn(static_cast<SoFaceSet const&>(node));
 }
 
-void SceneStatistics::addFaces(FltScene const& scene, std::string const& database)
+std::uint64_t SceneStatistics::facesOf(std::vector<FltReference> const& references,
+                                       std::string const& database)
 {
+    std::uint64_t faces = 0;
     std::set<std::filesystem::path> files;
     auto const add = [&](std::string const& file) {
         std::error_code ignored;
@@ -80,15 +82,16 @@ void SceneStatistics::addFaces(FltScene const& scene, std::string const& databas
             faces += facesIn(file);
     };
     add(database);
-    for (FltReference const& reference : scene.references())
+    for (FltReference const& reference : references)
         if (reference.isLoaded)
             add(reference.path);
+    return faces;
 }
 
 SceneStatistics SceneStatistics::of(FltScene const& scene, std::string const& database)
 {
     SceneStatistics statistics;
     SceneNodes::forEach(scene.root(), [&statistics](SoNode const& node) { statistics.add(node); });
-    statistics.addFaces(scene, database);
+    statistics.faces = facesOf(scene.references(), database);
     return statistics;
 }
