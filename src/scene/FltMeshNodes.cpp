@@ -4,7 +4,6 @@
 #include "scene/FltMatrixNodes.h"
 #include "visual/FltLocalOrigin.h"
 
-#include <Inventor/SbBox3f.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
 #include <Inventor/nodes/SoIndexedLineSet.h>
 #include <Inventor/nodes/SoPointSet.h>
@@ -48,20 +47,6 @@ std::vector<SbVec3f> moved(std::vector<SbVec3f> const& positions, SbVec3d const&
     for (SbVec3f const& position : positions)
         places.emplace_back(SbVec3d(position) + way);
     return places;
-}
-
-/// Whether floats hold positions well enough where they are moved to.
-bool mayMove(std::vector<SbVec3f> const& positions, SbVec3d const& way)
-{
-    SbBox3f box;
-    double error = 0;
-    for (SbVec3f const& position : positions) {
-        box.extendBy(position);
-        error = std::max(error, FltLocalOrigin::errorOf(SbVec3d(position) + way));
-    }
-    SbVec3f const size = box.isEmpty() ? SbVec3f(0, 0, 0) : box.getSize();
-    return error <=
-           FltLocalOrigin::allowedPartOfExtent * static_cast<double>(std::max({size[0], size[1], size[2]}));
 }
 
 SoVertexProperty* makeVertexProperty(FltMesh const& mesh, SbVec3d const& way)
@@ -115,7 +100,7 @@ void FltMeshNodes::addTo(SoGroup& group, FltMesh const& mesh, FltAppearanceNodes
                          bool isMirrored, SbVec3d const& zero)
 {
     SbVec3d const place = mesh.origin - zero;
-    bool const isMoved = place == SbVec3d(0, 0, 0) || mayMove(mesh.positions, place);
+    bool const isMoved = place == SbVec3d(0, 0, 0) || FltLocalOrigin::mayMove(mesh.positions, place);
     SbVec3d const stand = isMoved ? SbVec3d(0, 0, 0) : FltLocalOrigin::roundedToFloats(place);
     FltMatrixNodes::addTranslation(group, stand);
     appearances.addTo(group, mesh, isMirrored);

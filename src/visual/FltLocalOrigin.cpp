@@ -36,6 +36,18 @@ SbVec3d FltLocalOrigin::roundedToFloats(SbVec3d const& place)
     return SbVec3d(SbVec3f(place));
 }
 
+bool FltLocalOrigin::mayMove(std::vector<SbVec3f> const& positions, SbVec3d const& way)
+{
+    SbBox3f box;
+    double error = 0;
+    for (SbVec3f const& position : positions) {
+        box.extendBy(position);
+        error = std::max(error, errorOf(SbVec3d(position) + way));
+    }
+    SbVec3f const size = box.isEmpty() ? SbVec3f(0, 0, 0) : box.getSize();
+    return error <= allowedPartOfExtent * static_cast<double>(std::max({size[0], size[1], size[2]}));
+}
+
 SbVec3d FltLocalOrigin::of(std::vector<SbVec3d> const& corners, double metresPerUnit)
 {
     double error = 0;

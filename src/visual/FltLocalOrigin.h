@@ -21,6 +21,9 @@ double errorOf(SbVec3d const& place);
 /// The nearest place that floats hold.
 SbVec3d roundedToFloats(SbVec3d const& place);
 
+/// Whether floats hold positions well enough where they are moved to, in doubles.
+bool mayMove(std::vector<SbVec3f> const& positions, SbVec3d const& way);
+
 /// What corners count from: zero, unless rounding them would move one too far; then a place in their middle,
 /// which floats hold.
 SbVec3d of(std::vector<SbVec3d> const& corners, double metresPerUnit);

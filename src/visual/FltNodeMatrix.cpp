@@ -2,6 +2,8 @@
 
 #include "visual/FltJointMotion.h"
 
+#include <cmath>
+
 namespace
 {
 
@@ -44,6 +46,26 @@ SbDPMatrix FltNodeMatrix::ofTransform(FltVisualNode const& node)
     for (SbDPMatrix const& transform : node.transform)
         matrix.multLeft(transform);
     return matrix;
+}
+
+bool FltNodeMatrix::makeAffine(SbDPMatrix& matrix)
+{
+    double const last = matrix[3][3];
+    bool isAffine = last != 0;
+    for (int row = 0; row < 4; ++row)
+        for (int column = 0; column < 4; ++column) {
+            if (!std::isfinite(matrix[row][column])) {
+                matrix = SbDPMatrix::identity();
+                return false;
+            }
+            if (column < 3 && last != 0)
+                matrix[row][column] /= last;
+            if (column == 3 && row < 3 && matrix[row][column] != 0)
+                isAffine = false;
+        }
+    for (int row = 0; row < 4; ++row)
+        matrix[row][3] = row == 3 ? 1 : 0;
+    return isAffine;
 }
 
 SbDPMatrix FltNodeMatrix::by(SbVec3d const& way)

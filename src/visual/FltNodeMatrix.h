@@ -14,6 +14,10 @@ SbDPMatrix of(FltVisualNode const& node);
 /// The part of it that the node's own matrices are.
 SbDPMatrix ofTransform(FltVisualNode const& node);
 
+/// Makes of a matrix one of numbers, and without perspective: for forms that have no other.
+/// @return whether it is the same
+bool makeAffine(SbDPMatrix& matrix);
+
 /// A translation.
 SbDPMatrix by(SbVec3d const& way);
 

@@ -1,8 +1,9 @@
 #include "vrml/FltVrmlShapes.h"
 
-#include "vrml/FltLiftedFaces.h"
+#include "visual/FltLiftedFaces.h"
 #include "vrml/FltOpacityParts.h"
 
+#include <Inventor/SbBox3f.h>
 #include <algorithm>
 #include <cstddef>
 #include <utility>
@@ -40,6 +41,22 @@ double ambientIntensityOf(FltMesh const& part)
     for (std::uint32_t const color : part.colors)
         colors += sumOf(colorOf(color)) / static_cast<double>(part.colors.size());
     return colors > 0 ? std::min(sumOf(part.material.ambient) / colors, 1.0) : 0;
+}
+
+double sizeOf(std::vector<SbVec3f> const& positions)
+{
+    SbBox3f box;
+    for (SbVec3f const& position : positions)
+        box.extendBy(position);
+    return box.isEmpty() ? 0 : static_cast<double>((box.getMax() - box.getMin()).length());
+}
+
+/// As they are drawn: what lies on other faces is a little in front of them.
+std::vector<SbVec3f> drawnPositions(FltMesh const& part, double metresPerUnit)
+{
+    constexpr double partOfSize = 1.0 / 5000; // so large that readers tell the faces apart
+    return FltLiftedFaces::positions(
+        part, FltLiftedFaces::liftOfALevel(sizeOf(part.positions), partOfSize, metresPerUnit));
 }
 
 template <class Values>
@@ -182,7 +199,7 @@ void FltVrmlShapes::writeCorners(FltMesh const& part, FltVrmlPlace const& place)
 {
     text.begin("coord Coordinate");
     text.beginList("point");
-    for (SbVec3f const& position : FltLiftedFaces::positions(part, place.scale))
+    for (SbVec3f const& position : drawnPositions(part, place.scale))
         text.item(place.written(position));
     text.endList();
     text.end();

@@ -1,13 +1,13 @@
 #include "vrml/FltVrmlWriter.h"
 
 #include "visual/FltJointMotion.h"
+#include "visual/FltNodeMatrix.h"
 #include "vrml/FltVrmlPlace.h"
 #include "vrml/FltVrmlShapes.h"
 #include "vrml/VrmlNames.h"
 #include "vrml/VrmlText.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <utility>
 
@@ -18,28 +18,6 @@ constexpr double quarterTurn = 1.5707963267948966;
 
 /// VRML97 has lights end somewhere.
 constexpr double farAway = 1e9;
-
-/// A matrix as VRML97 can say it: of numbers, and without perspective.
-/// @return whether it is the same
-bool makeAffine(SbDPMatrix& matrix)
-{
-    double const last = matrix[3][3];
-    bool isAffine = last != 0;
-    for (int row = 0; row < 4; ++row)
-        for (int column = 0; column < 4; ++column) {
-            if (!std::isfinite(matrix[row][column])) {
-                matrix = SbDPMatrix::identity();
-                return false;
-            }
-            if (column < 3 && last != 0)
-                matrix[row][column] /= last;
-            if (column == 3 && row < 3 && matrix[row][column] != 0)
-                isAffine = false;
-        }
-    for (int row = 0; row < 4; ++row)
-        matrix[row][3] = row == 3 ? 1 : 0;
-    return isAffine;
-}
 
 std::vector<std::string> linesOf(std::string const& text)
 {
@@ -86,7 +64,7 @@ private:
 
     int begin(Place& place, SbDPMatrix matrix, std::string const& name = "")
     {
-        if (!makeAffine(matrix))
+        if (!FltNodeMatrix::makeAffine(matrix))
             lose("transformations with perspective, or of no numbers");
         return place.begin(text, matrix, name);
     }

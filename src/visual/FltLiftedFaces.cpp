@@ -1,24 +1,14 @@
-#include "vrml/FltLiftedFaces.h"
+#include "visual/FltLiftedFaces.h"
 
-#include <Inventor/SbBox3f.h>
 #include <algorithm>
 #include <cstddef>
 
 namespace
 {
 
-/// Of the size of a mesh, and so large that readers tell the faces apart when they show it as a whole.
-constexpr double partOfSize = 1.0 / 5000;
-
-/// So little that nobody sees the gap from nearby.
-constexpr double mostMetres = 0.05;
-
-double sizeOf(std::vector<SbVec3f> const& positions)
+double levelOf(FltMesh const& mesh)
 {
-    SbBox3f box;
-    for (SbVec3f const& position : positions)
-        box.extendBy(position);
-    return box.isEmpty() ? 0 : static_cast<double>((box.getMax() - box.getMin()).length());
+    return mesh.level - (mesh.isOutlined ? 0.5 : 0.0);
 }
 
 /// The directions in which the faces at each corner look, added up.
@@ -43,12 +33,22 @@ std::vector<SbVec3f> directionsOf(FltMesh const& mesh)
 
 } // namespace
 
-std::vector<SbVec3f> FltLiftedFaces::positions(FltMesh const& mesh, double metresPerUnit)
+double FltLiftedFaces::liftOfALevel(double extent, double partOfExtent, double metresPerUnit)
 {
-    double const level = mesh.level - (mesh.isOutlined ? 0.5 : 0.0);
-    if (mesh.kind != FltMesh::Kind::faces || level == 0)
+    constexpr double mostMetres = 0.05;
+    return std::min(mostMetres / metresPerUnit, extent * partOfExtent);
+}
+
+bool FltLiftedFaces::areLifted(FltMesh const& mesh)
+{
+    return mesh.kind == FltMesh::Kind::faces && levelOf(mesh) != 0;
+}
+
+std::vector<SbVec3f> FltLiftedFaces::positions(FltMesh const& mesh, double liftOfALevel)
+{
+    if (!areLifted(mesh))
         return mesh.positions;
-    double const lift = level * std::min(mostMetres / metresPerUnit, sizeOf(mesh.positions) * partOfSize);
+    double const lift = levelOf(mesh) * liftOfALevel;
     std::vector<SbVec3f> lifted = mesh.positions;
     std::vector<SbVec3f> directions = directionsOf(mesh);
     for (std::size_t i = 0; i < lifted.size(); ++i) {

@@ -1,4 +1,4 @@
-#include "vrml/FltLiftedFaces.h"
+#include "visual/FltLiftedFaces.h"
 
 #include <gtest/gtest.h>
 
@@ -15,9 +15,9 @@ FltMesh square(float size, std::uint8_t level)
     return mesh;
 }
 
-float heightOf(FltMesh const& mesh, double metresPerUnit = 1)
+float heightOf(FltMesh const& mesh)
 {
-    return FltLiftedFaces::positions(mesh, metresPerUnit)[2][2];
+    return FltLiftedFaces::positions(mesh, 0.01)[2][2];
 }
 
 } // namespace
@@ -25,6 +25,8 @@ float heightOf(FltMesh const& mesh, double metresPerUnit = 1)
 TEST(FltLiftedFaces, standWhereTheyAreStoredIfTheyLieOnNone)
 {
     EXPECT_EQ(FltLiftedFaces::positions(square(10, 0), 1), square(10, 0).positions);
+    EXPECT_FALSE(FltLiftedFaces::areLifted(square(10, 0)));
+    EXPECT_TRUE(FltLiftedFaces::areLifted(square(10, 1)));
     FltMesh points = square(10, 1);
     points.kind = FltMesh::Kind::points;
     EXPECT_EQ(FltLiftedFaces::positions(points, 1), points.positions);
@@ -32,7 +34,7 @@ TEST(FltLiftedFaces, standWhereTheyAreStoredIfTheyLieOnNone)
 
 TEST(FltLiftedFaces, standInFrontOfTheirFaceByTheirLevel)
 {
-    EXPECT_GT(heightOf(square(10, 1)), 0.001F);
+    EXPECT_FLOAT_EQ(heightOf(square(10, 1)), 0.01F);
     EXPECT_FLOAT_EQ(heightOf(square(10, 2)), 2 * heightOf(square(10, 1)));
     FltMesh below = square(10, 1);
     below.indices = {3, 2, 1, 0, FltMesh::end};
@@ -41,15 +43,17 @@ TEST(FltLiftedFaces, standInFrontOfTheirFaceByTheirLevel)
 
 TEST(FltLiftedFaces, standNoMoreThanFiveCentimetresHigher)
 {
-    EXPECT_FLOAT_EQ(heightOf(square(100'000, 1)), 0.05F);
-    EXPECT_FLOAT_EQ(heightOf(square(1'000'000, 1), 0.001), 50) << "of a thousandth of a metre each";
+    EXPECT_DOUBLE_EQ(FltLiftedFaces::liftOfALevel(10, 0.001, 1), 0.01);
+    EXPECT_DOUBLE_EQ(FltLiftedFaces::liftOfALevel(100'000, 0.001, 1), 0.05);
+    EXPECT_DOUBLE_EQ(FltLiftedFaces::liftOfALevel(1'000'000, 0.001, 0.001), 50)
+        << "of a thousandth of a metre each";
 }
 
 TEST(FltLiftedFaces, standBehindTheLinesOverThem)
 {
     FltMesh outlined = square(10, 0);
     outlined.isOutlined = true;
-    EXPECT_LT(heightOf(outlined), 0.0F);
+    EXPECT_FLOAT_EQ(heightOf(outlined), -0.005F);
 }
 
 TEST(FltLiftedFaces, withoutAnAreaStayWhereTheyAre)
