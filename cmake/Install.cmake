@@ -18,6 +18,7 @@ endif()
 # What a host includes. Include paths are those of the sources: "plugin/Plugin.h".
 set(public_headers
     convert/FltRecordDeclarations.h convert/FltToInventor.h convert/FltToObject.h
+    gltf/FltGltf.h gltf/FltGltfError.h gltf/FltGltfOptions.h gltf/FltGltfReport.h
     parser/FltCreationVisitor.h parser/FltFileInput.h parser/FltInput.h parser/FltObserver.h parser/FltParser.h
     messages/FltWarningMessage.h messages/FltWarningMessageConsole.h
     plugin/Plugin.h plugin/SoInputFltReader.h

@@ -1,0 +1,386 @@
+#include "gltf/FltGltfNodes.h"
+
+#include "gltf/FltGltfExtras.h"
+#include "gltf/GltfColors.h"
+#include "toolkit/StackSpace.h"
+#include "visual/FltJointMotion.h"
+#include "visual/FltNodeMatrix.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace
+{
+
+using List = GltfDocument::List;
+
+constexpr char const* tooLarge = "parts that would make the file too large";
+
+/// Text of the nodes that every database may have, and for each byte of its own.
+constexpr std::size_t mostTextOfAny = std::size_t(128) << 20, mostTextPerByte = 64;
+
+constexpr std::size_t stackForALevel = std::size_t(64) << 10;
+
+/// No database has such places.
+constexpr double endless = 1e30;
+
+bool isKnown(SbDPMatrix const& matrix)
+{
+    for (int row = 0; row < 4; ++row)
+        for (int column = 0; column < 3; ++column)
+            if (!(std::abs(matrix[row][column]) < endless))
+                return false;
+    return true;
+}
+
+/// Brings the direction in which lights of glTF shine to the one of a light, and their place to its.
+SbDPMatrix matrixOf(FltVisualLight const& light)
+{
+    using Kind = FltVisualLight::Kind;
+    SbDPMatrix matrix = SbDPMatrix::identity();
+    SbVec3d direction(light.direction);
+    if (light.kind != Kind::local && direction.normalize() > 0)
+        matrix.setRotate(SbDPRotation(SbVec3d(0, 0, -1), direction));
+    if (light.kind != Kind::infinite)
+        matrix.multRight(FltNodeMatrix::by(light.position));
+    return matrix;
+}
+
+GltfTransform transformOf(FltJointMotion const& motion)
+{
+    float const* const q = motion.rotation.getValue();
+    auto const part = [q](int i) { return static_cast<double>(q[i]); };
+    return {SbVec3d(motion.translation), SbDPRotation(part(0), part(1), part(2), part(3)),
+            SbVec3d(motion.scale)};
+}
+
+/// The number of the level that is drawn: the finest that there is.
+std::size_t finestOf(FltVisualNode const& node)
+{
+    auto const isThere = [](std::shared_ptr<FltVisualNode> const& level) { return level != nullptr; };
+    return static_cast<std::size_t>(std::find_if(node.children.begin(), node.children.end(), isThere) -
+                                    node.children.begin());
+}
+
+/// Levels that aren't drawn where the finest is.
+std::uint64_t countCoarser(FltVisualNode const& node, FltVisualLevels const& levels)
+{
+    auto const isThere = [](std::shared_ptr<FltVisualNode> const& level) { return level != nullptr; };
+    std::size_t const end = std::min(levels.endOfDrawn(finestOf(node)), node.children.size());
+    return static_cast<std::uint64_t>(std::count_if(node.children.begin() + static_cast<std::ptrdiff_t>(end),
+                                                    node.children.end(), isThere));
+}
+
+bool hasRanges(FltVisualNode const& node)
+{
+    return node.children.empty() || node.children.front() == nullptr || node.children.back() == nullptr;
+}
+
+GltfJson jsonOf(FltVisualLight const& light)
+{
+    using Kind = FltVisualLight::Kind;
+    constexpr double pi = 3.14159265358979323846, narrowest = 1e-3, nearlyAll = 0.9999;
+    GltfJson color = GltfJson::array();
+    for (int i = 0; i < 3; ++i)
+        color.push_back(GltfValues::part(GltfColors::linear(static_cast<double>(light.color[i]))));
+    GltfJson json = {{"color", std::move(color)}, {"intensity", pi}};
+    json["type"] = light.kind == Kind::infinite ? "directional" : light.kind == Kind::spot ? "spot" : "point";
+    if (light.kind == Kind::spot) {
+        double const outer = std::clamp(static_cast<double>(light.cutOffAngle), narrowest, pi / 2);
+        double const inner = outer * std::clamp(1 - static_cast<double>(light.dropOffRate), 0.0, nearlyAll);
+        json["spot"] = {{"innerConeAngle", inner}, {"outerConeAngle", outer}};
+    }
+    return json;
+}
+
+/// A visual without a root holds nothing.
+std::shared_ptr<FltVisualNode> rootOf(FltVisual const& visual)
+{
+    return visual.root != nullptr ? std::const_pointer_cast<FltVisualNode>(visual.root)
+                                  : std::make_shared<FltVisualNode>();
+}
+
+} // namespace
+
+FltGltfNodes::FltGltfNodes(FltVisual const& visual, FltGltfOptions const& options, GltfDocument& document,
+                           FltGltfMeshes& meshes, FltGltfLosses& losses)
+    : visual(visual), options(options), document(document), meshes(meshes), losses(losses),
+      root(rootOf(visual)), zeros(*root, visual.metresPerUnit),
+      mostText(mostTextOfAny + mostTextPerByte * static_cast<std::size_t>(visual.info.bytes))
+{
+}
+
+int FltGltfNodes::write()
+{
+    SbVec3d const zero = zeros.of(*root, {0, 0, 0}).around;
+    std::vector<int> children;
+    Place place;
+    place.around = zero;
+    place.outer = FltNodeMatrix::by(-zero);
+    place.metresPerUnit = visual.metresPerUnit;
+    addChild(children, root, place, {});
+    std::string const name = GltfValues::text(visual.info.name);
+    GltfJson top = {{"name", name.empty() ? "database" : name}};
+    // Databases have z up, glTF has y up.
+    constexpr double halfRoot = 0.70710678118654752;
+    top["rotation"] = {-halfRoot, 0.0, 0.0, halfRoot};
+    if (zero != SbVec3d(0, 0, 0))
+        top["translation"] = GltfValues::list({zero[0], zero[2], -zero[1]});
+    if (options.hasExtras)
+        top["extras"] = FltGltfExtras::ofWhole(visual, zero + SbVec3d(visual.info.offset));
+    if (!children.empty())
+        top["children"] = children;
+    return document.add(List::nodes, top);
+}
+
+bool FltGltfNodes::hasRoom() const
+{
+    return document.textSize(List::nodes) < mostText && StackSpace::holds(stackForALevel);
+}
+
+void FltGltfNodes::addChild(std::vector<int>& list, std::shared_ptr<FltVisualNode> const& node,
+                            Place const& place, Child const& child)
+{
+    if (node == nullptr)
+        return;
+    bool const isDrawn = !node->isHidden && child.isShown;
+    if (!isDrawn && !options.keepsHidden) {
+        losses.add(node->isHidden ? "hidden parts" : "children of switches that aren't shown");
+        return;
+    }
+    if (!hasRoom()) {
+        losses.add(tooLarge);
+        return;
+    }
+    hiddenAround += isDrawn ? 0 : 1;
+    list.push_back(writeNode(node, place, child));
+    hiddenAround -= isDrawn ? 0 : 1;
+}
+
+int FltGltfNodes::writeNode(std::shared_ptr<FltVisualNode> const& node, Place const& place,
+                            Child const& child)
+{
+    Chain chain;
+    Place inside = enter(*node, place, chain);
+    inside.isShared = place.isShared || node.use_count() > 1;
+    tellWhatIsLost(*node);
+    std::vector<int> children = writeChildren(*node, inside);
+    return finish(*node, chain, inside, child, children);
+}
+
+/// @return where the children and meshes of a node stand
+FltGltfNodes::Place FltGltfNodes::enter(FltVisualNode const& node, Place const& place, Chain& chain)
+{
+    FltLocalZeros::Zeros const own = zeros.of(node, place.around);
+    Place inside = place;
+    inside.around = own.inside;
+    inside.outer = FltNodeMatrix::by(-own.inside);
+    if (auto const* const joint = node.as<FltVisualJoint>())
+        enterJoint(node, *joint, place, inside, chain);
+    else if (auto const* const light = node.as<FltVisualLight>())
+        addMatrix(matrixOf(*light) * FltNodeMatrix::ofTransform(node) * place.outer, inside, chain);
+    else if (node.as<FltVisualCopies>() != nullptr)
+        inside.outer = FltNodeMatrix::ofTransform(node) * place.outer; // what each copy adds its place to
+    else
+        addMatrix(FltNodeMatrix::by(own.inside) * FltNodeMatrix::of(node) * place.outer, inside, chain);
+    return inside;
+}
+
+/// A joint is a node for its frame, one that moves in it, and one that leads out of the frame again.
+void FltGltfNodes::enterJoint(FltVisualNode const& node, FltVisualJoint const& joint, Place const& place,
+                              Place& inside, Chain& chain)
+{
+    SbDPMatrix const frame = joint.frame.value_or(SbDPMatrix::identity());
+    addMatrix(frame * place.outer, inside, chain);
+    chain.named = chain.transforms.size();
+    FltJointMotion const motion(joint);
+    SbDPMatrix matrix(motion.matrix());
+    if (inside.workedIn || !isKnown(matrix)) {
+        addMatrix(matrix, inside, chain);
+    } else {
+        chain.transforms.push_back(transformOf(motion));
+        inside.metresPerUnit *= std::cbrt(std::abs(matrix.det3()));
+    }
+    addMatrix(FltNodeMatrix::by(inside.around) * FltNodeMatrix::ofTransform(node) * frame.inverse(), inside,
+              chain);
+}
+
+void FltGltfNodes::addMatrix(SbDPMatrix matrix, Place& inside, Chain& chain)
+{
+    bool const isSame = FltNodeMatrix::makeAffine(matrix);
+    bool const isPlace = isKnown(matrix);
+    if (!isPlace)
+        matrix = SbDPMatrix::identity();
+    if (!isSame || !isPlace)
+        losses.add("transformations with perspective, or of no numbers");
+    if (inside.workedIn) {
+        inside.workedIn->multLeft(matrix);
+        return;
+    }
+    GltfTransforms const parts(matrix);
+    if (parts.isSingular) {
+        inside.workedIn = matrix;
+        return;
+    }
+    chain.transforms.insert(chain.transforms.end(), parts.nodes.begin(), parts.nodes.end());
+    inside.metresPerUnit *= std::cbrt(std::abs(matrix.det3()));
+}
+
+std::vector<int> FltGltfNodes::writeChildren(FltVisualNode const& node, Place const& inside)
+{
+    std::vector<int> list;
+    if (node.as<FltVisualLevels>() != nullptr) {
+        writeLevels(node, inside, list);
+    } else if (node.as<FltVisualSwitch>() != nullptr || node.as<FltVisualFlipBook>() != nullptr) {
+        writeChosen(node, inside, list);
+    } else if (auto const* const copies = node.as<FltVisualCopies>()) {
+        for (SbDPMatrix const& matrix : copies->places) {
+            Place place = inside;
+            place.outer = matrix * inside.outer;
+            for (std::shared_ptr<FltVisualNode> const& child : node.children)
+                addChild(list, child, place, {});
+        }
+    } else {
+        for (std::shared_ptr<FltVisualNode> const& child : node.children)
+            addChild(list, child, inside, {});
+    }
+    return list;
+}
+
+/// The finest level, and coarser ones that stay where it is drawn, the coarsest first.
+void FltGltfNodes::writeLevels(FltVisualNode const& node, Place const& inside, std::vector<int>& list)
+{
+    std::size_t const first = finestOf(node);
+    std::size_t const end = std::min(node.as<FltVisualLevels>()->endOfDrawn(first), node.children.size());
+    for (std::size_t i = end; i > first; --i)
+        addChild(list, node.children[i - 1], inside, {i - 1, true});
+}
+
+bool FltGltfNodes::isShown(FltVisualNode const& node, std::size_t child)
+{
+    auto const* const choice = node.as<FltVisualSwitch>();
+    return choice != nullptr ? choice->shows(choice->currentMask, child) : child == FltVisualFlipBook::first;
+}
+
+void FltGltfNodes::writeChosen(FltVisualNode const& node, Place const& inside, std::vector<int>& list)
+{
+    bool const isFlipBook = node.as<FltVisualFlipBook>() != nullptr;
+    for (std::size_t i = 0; i < node.children.size(); ++i)
+        if (!isFlipBook || options.keepsHidden || isShown(node, i))
+            addChild(list, node.children[i], inside, {i, isShown(node, i)});
+}
+
+/// Writes the nodes that a node of the visual becomes. @return the number of the outermost
+int FltGltfNodes::finish(FltVisualNode const& node, Chain const& chain, Place const& inside,
+                         Child const& child, std::vector<int>& children)
+{
+    GltfJson content = contentOf(node, inside, children);
+    std::size_t const last = std::max({chain.transforms.size(), chain.named + 1, std::size_t(1)}) - 1;
+    int number = none;
+    for (std::size_t i = last + 1; i > 0; --i) {
+        std::size_t const at = i - 1;
+        GltfJson json = GltfJson::object();
+        GltfJson extras = GltfJson::object();
+        if (at == chain.named) {
+            if (!node.name.empty())
+                json["name"] = GltfValues::text(node.name);
+            extras = extrasOf(node, inside);
+        }
+        if (at == 0 && child.number)
+            extras["child"] = *child.number;
+        if (at < chain.transforms.size())
+            chain.transforms[at].addTo(json);
+        if (number != none)
+            json["children"] = GltfJson::array({number});
+        if (at == last)
+            json.update(content);
+        if (at == 0 && (node.isHidden || !child.isShown)) {
+            document.use("KHR_node_visibility");
+            json["extensions"]["KHR_node_visibility"] = {{"visible", false}};
+        }
+        if (options.hasExtras && !extras.empty())
+            json["extras"] = std::move(extras);
+        number = document.add(List::nodes, json);
+    }
+    return number;
+}
+
+GltfJson FltGltfNodes::extrasOf(FltVisualNode const& node, Place const& inside)
+{
+    GltfJson extras = FltGltfExtras::of(node, inside.around);
+    if (auto const* const joint = node.as<FltVisualJoint>())
+        extras["joint"] = FltGltfExtras::of(*joint);
+    if (auto const* const file = node.as<FltVisualFile>()) {
+        std::optional<std::string> const address =
+            options.addressOf ? options.addressOf(file->path) : std::optional(file->path);
+        if (address)
+            extras["reference"] = GltfValues::text(*address);
+    }
+    return extras;
+}
+
+/// What stands in a node itself.
+GltfJson FltGltfNodes::contentOf(FltVisualNode const& node, Place const& inside, std::vector<int>& children)
+{
+    GltfJson content = GltfJson::object();
+    if (auto const* const light = node.as<FltVisualLight>())
+        content["extensions"]["KHR_lights_punctual"] = {{"light", addLight(*light)}};
+    FltGltfMeshes::Place const place = {inside.around, inside.metresPerUnit,
+                                        inside.workedIn ? &*inside.workedIn : nullptr, options.lifts,
+                                        inside.isShared};
+    for (FltGltfMeshes::Written const& mesh : meshes.of(node, place, options.keepsHidden)) {
+        bool const isDrawn = hiddenAround == 0 && !mesh.isHidden;
+        triangleCount += isDrawn ? mesh.triangles : 0;
+        if (mesh.stand == SbVec3d(0, 0, 0) && !mesh.isHidden) {
+            content["mesh"] = mesh.number;
+            continue;
+        }
+        GltfJson own = {{"mesh", mesh.number}};
+        GltfTransform transform;
+        transform.translation = mesh.stand;
+        transform.addTo(own);
+        if (mesh.isHidden) {
+            document.use("KHR_node_visibility");
+            own["extensions"]["KHR_node_visibility"] = {{"visible", false}};
+        }
+        children.push_back(document.add(List::nodes, own));
+    }
+    if (!children.empty())
+        content["children"] = children;
+    return content;
+}
+
+int FltGltfNodes::addLight(FltVisualLight const& light)
+{
+    document.use("KHR_lights_punctual");
+    GltfJson const json = jsonOf(light);
+    auto const [known, isNew] = lights.try_emplace(json.dump(), none);
+    if (isNew)
+        known->second = document.add(List::lights, json);
+    return known->second;
+}
+
+void FltGltfNodes::tellWhatIsLost(FltVisualNode const& node)
+{
+    if (node.as<FltVisualTurning>() != nullptr)
+        losses.add("turning faces, which stand still");
+    if (node.as<FltVisualText>() != nullptr)
+        losses.add("texts");
+    if (node.as<FltVisualFlipBook>() != nullptr)
+        losses.add("flip-books that play");
+    if (node.as<FltVisualFile>() != nullptr)
+        losses.add("other files, which readers don't open");
+    if (!options.hasExtras && node.as<FltVisualJoint>() != nullptr)
+        losses.add("limits of degrees of freedom");
+    if (auto const* const light = node.as<FltVisualLight>()) {
+        losses.add("lights that shine on a part alone");
+        if (light->kind != FltVisualLight::Kind::infinite)
+            losses.add("attenuation of lights");
+    }
+    if (auto const* const levels = node.as<FltVisualLevels>()) {
+        losses.add("coarser levels of detail", countCoarser(node, *levels));
+        if (hasRanges(node))
+            losses.add("ranges of levels of detail");
+    }
+}

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "gltf/FltGltfLosses.h"
+#include "gltf/FltGltfMeshes.h"
+#include "gltf/FltGltfOptions.h"
+#include "gltf/GltfDocument.h"
+#include "gltf/GltfTransforms.h"
+#include "loader/FltVisual.h"
+#include "visual/FltLocalZeros.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// The nodes of a glTF file: those of a visual, each once for each place where it stands.
+class FltGltfNodes
+{
+public:
+    /// All have to outlive this object.
+    FltGltfNodes(FltVisual const& visual, FltGltfOptions const& options, GltfDocument& document,
+                 FltGltfMeshes& meshes, FltGltfLosses& losses);
+
+    /// Writes all of them. @return the number of the one at the top
+    int write();
+
+    /// Triangles that are drawn.
+    std::uint64_t triangles() const { return triangleCount; }
+
+private:
+    /// Where a node stands.
+    struct Place {
+        SbVec3d around{0, 0, 0};            ///< What counts as zero there.
+        SbDPMatrix outer;                   ///< From there into what is written.
+        std::optional<SbDPMatrix> workedIn; ///< What points have to bring along besides.
+        double metresPerUnit = 1;           ///< As they are written.
+        bool isShared = false;              ///< Whether what stands there may stand elsewhere, too.
+    };
+
+    /// What a parent knows of a child.
+    struct Child {
+        std::optional<std::size_t> number = std::nullopt; ///< Of a child that isn't always shown.
+        bool isShown = true;
+    };
+
+    /// The nodes that a node of the visual becomes, one in the other.
+    struct Chain {
+        std::vector<GltfTransform> transforms;
+        std::size_t named = 0; ///< The one that has the name: of a joint, the one that moves.
+    };
+
+    static constexpr int none = -1;
+
+    int writeNode(std::shared_ptr<FltVisualNode> const& node, Place const& place, Child const& child);
+    Place enter(FltVisualNode const& node, Place const& place, Chain& chain);
+    void enterJoint(FltVisualNode const& node, FltVisualJoint const& joint, Place const& place, Place& inside,
+                    Chain& chain);
+    void addMatrix(SbDPMatrix matrix, Place& inside, Chain& chain);
+    std::vector<int> writeChildren(FltVisualNode const& node, Place const& inside);
+    void writeLevels(FltVisualNode const& node, Place const& inside, std::vector<int>& list);
+    void writeChosen(FltVisualNode const& node, Place const& inside, std::vector<int>& list);
+    void addChild(std::vector<int>& list, std::shared_ptr<FltVisualNode> const& node, Place const& place,
+                  Child const& child);
+    int finish(FltVisualNode const& node, Chain const& chain, Place const& inside, Child const& child,
+               std::vector<int>& children);
+    GltfJson contentOf(FltVisualNode const& node, Place const& inside, std::vector<int>& children);
+    GltfJson extrasOf(FltVisualNode const& node, Place const& inside);
+    int addLight(FltVisualLight const& light);
+    static bool isShown(FltVisualNode const& node, std::size_t child);
+    void tellWhatIsLost(FltVisualNode const& node);
+    bool hasRoom() const;
+
+    FltVisual const& visual;
+    FltGltfOptions const& options;
+    GltfDocument& document;
+    FltGltfMeshes& meshes;
+    FltGltfLosses& losses;
+    std::shared_ptr<FltVisualNode> root;
+    FltLocalZeros zeros;
+    std::size_t mostText;
+    std::uint64_t triangleCount = 0;
+    int hiddenAround = 0;              ///< Nodes around what is written now that aren't drawn.
+    std::map<std::string, int> lights; ///< By their texts.
+};
