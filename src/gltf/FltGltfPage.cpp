@@ -1,13 +1,17 @@
 #include "gltf/FltGltfPage.h"
 
 #include "gltf/FltBase64.h"
+#include "gltf/FltGltf.h"
 #include "gltf/FltGltfPageParts.h"
 #include "gltf/FltGzip.h"
 
 #include "messages/FltText.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstddef>
+#include <filesystem>
+#include <iterator>
 #include <nlohmann/json.hpp>
 
 namespace
@@ -63,6 +67,28 @@ std::string scriptData(FltGltfPage::Facts const& facts)
     return text;
 }
 
+/// What has no form in glTF, but one in the page.
+constexpr std::string_view shownByThePage[] = {"flip-books that play", "texts",
+                                               "turning faces, which stand still"};
+
+FltGltfPage::Facts factsOf(FltVisual const& visual, FltGltfReport const& report)
+{
+    FltGltfPage::Facts facts;
+    facts.title = std::filesystem::path(visual.files.empty() ? visual.info.name : visual.files.front())
+                      .filename()
+                      .string();
+    facts.missingTextures = report.missingTextures;
+    for (FltReference const& reference : visual.references)
+        if (reference.path.empty())
+            facts.missingFiles.push_back(reference.name);
+    facts.omissions = visual.omissions;
+    for (FltOmission const& omission : report.omissions)
+        if (std::find(std::begin(shownByThePage), std::end(shownByThePage), omission.kind) ==
+            std::end(shownByThePage))
+            facts.omissions.push_back(omission);
+    return facts;
+}
+
 /// As a content security policy names a text.
 /// @param sum its SHA-256 in hexadecimal digits
 std::string policyName(std::string_view sum)
@@ -79,6 +105,20 @@ std::string policyName(std::string_view sum)
 }
 
 } // namespace
+
+FltGltfReport FltGltfPage::write(FltVisual const& visual, FILE* stream, FltGltfOptions const& options)
+{
+    FltGltfOptions own = options;
+    own.keepsHidden = own.keepsLevels = own.hasExtras = true;
+    own.usesInstancing = own.compresses = false; // the page is compressed as a whole
+    own.textureDirectory.reset();
+    FltGltfReport report;
+    std::string const glb = FltGltf::glb(visual, own, &report);
+    std::string const page = html(glb, factsOf(visual, report));
+    std::fwrite(page.data(), 1, page.size(), stream);
+    report.bytes = page.size();
+    return report;
+}
 
 std::string FltGltfPage::html(std::string_view glb, Facts const& facts)
 {

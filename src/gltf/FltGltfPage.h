@@ -1,8 +1,12 @@
 #pragma once
 
+#include "gltf/FltGltfOptions.h"
+#include "gltf/FltGltfReport.h"
+#include "loader/FltVisual.h"
 #include "toolkit/VelloReaderExport.h"
 #include "visual/FltOmission.h"
 
+#include <cstdio>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +23,13 @@ public:
         std::vector<std::string> missingFiles;    ///< The same: databases that it refers to.
         std::vector<FltOmission> omissions;       ///< What isn't shown, by kind.
     };
+
+    /// Writes the page of a visual into a stream, with all that is hidden and all levels of detail, since the
+    /// page can show them. Whether the stream took everything its error flag tells.
+    /// @param options of the .glb in it: whether it is lifted, and the limits for textures. The others are the
+    ///                page's own.
+    /// @throw FltGltfError as FltGltf::glb()
+    static FltGltfReport write(FltVisual const& visual, FILE* stream, FltGltfOptions const& options = {});
 
     /// The page.
     /// @param glb the bytes of a binary glTF file whose pictures are in it

@@ -1,6 +1,10 @@
 #include "gltf/FltGltfPage.h"
 
+#include "loader/FltLoader.h"
 #include "messages/FltText.h"
+#include "support/MemoryStream.h"
+#include "support/ScratchFolder.h"
+#include "writer/FltWriter.h"
 
 #include <gtest/gtest.h>
 
@@ -89,4 +93,27 @@ TEST(FltGltfPage, isTheSameEachTime)
 {
     FltGltfPage::Facts const facts = {"x", {"a"}, {"b"}, {{"c", 1}}};
     EXPECT_EQ(FltGltfPage::html("model", facts), FltGltfPage::html("model", facts));
+}
+
+TEST(FltGltfPage, tellsWhatTheDatabaseLacks)
+{
+    ScratchFolder const folder;
+    FltWriter flt(1570);
+    flt.add("TexturePattern", {{"fileName", "roof.rgb"}}).vertexPalette();
+    std::vector<double> corners;
+    for (auto const& [x, y] : {std::pair{0.0, 0.0}, {1.0, 0.0}, {0.0, 1.0}})
+        corners.push_back(flt.vertex("VertexColorUv", x, y, 0, {{"texture", {x, y}}}));
+    flt.push().add("ExternalReference", {{"asciiPath", "other.flt"}});
+    flt.add("Object").push().face(corners, {{"texturePatternIndex", 0}});
+    flt.save(folder / "house <1>.flt");
+
+    MemoryStream const stream;
+    FltGltfReport const report = FltGltfPage::write(FltLoader().loadVisual(folder / "house <1>.flt"), stream);
+    std::string const page = stream.text();
+    EXPECT_EQ(between("<title>", "</title>", page), "house &lt;1&gt;.flt");
+    EXPECT_EQ(between(factsBegin, "</script>", page),
+              R"({"missingFiles":["other.flt"],"missingTextures":["roof.rgb"],)"
+              R"("omissions":[{"count":1,"kind":"external reference that can't be read"}]})");
+    EXPECT_EQ(report.bytes, page.size());
+    EXPECT_EQ(report.triangles, 1U);
 }

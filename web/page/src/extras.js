@@ -24,14 +24,23 @@ export function recordOf(node) {
     return offset === undefined ? undefined : `byte ${offset}`;
 }
 
-/** @return {name, current, masks: [{name, children}], children: the numbers of nodes}, or null */
-export function switchOf(node) {
+/** The numbers of the nodes that a node chooses from, by the numbers of its children. */
+function choicesOf(node, nodes) {
+    let inner = node;
+    const isChoice = (number) => nodes[number]?.extras?.child !== undefined;
+    while (inner?.children?.length === 1 && !isChoice(inner.children[0]))
+        inner = nodes[inner.children[0]];
+    return new Map(listOf(inner?.children).filter(isChoice).map((number) => [nodes[number].extras.child, number]));
+}
+
+/** @return {name, current, masks: [{name, children}], choices: nodes by the numbers of children}, or null */
+export function switchOf(node, nodes) {
     const told = node.extras?.switch;
     const masks = listOf(told?.masks);
     if (masks.length === 0)
         return null;
     const nameOf = (mask) => told.maskNames?.[mask] || `Mask ${mask}`;
-    return { name: node.name || "switch", current: told.current ?? 0, children: listOf(node.children),
+    return { name: node.name || "switch", current: told.current ?? 0, choices: choicesOf(node, nodes),
         masks: masks.map((children, mask) => ({ name: nameOf(mask), children: listOf(children) })) };
 }
 
@@ -65,13 +74,12 @@ export function turningOf(node) {
     return told === undefined ? null : { isAboutPoint: told === "point" };
 }
 
-/** @return {name, frames: the numbers of nodes, steps: [{frame, seconds}], loops}, or null */
-export function flipBookOf(node) {
+/** @return {name, frames: nodes by the numbers of frames, steps: [{frame, seconds}], loops}, or null */
+export function flipBookOf(node, nodes) {
     const told = node.extras?.flipBook;
-    const frames = listOf(node.children);
     const steps = listOf(told?.frames).map((frame, step) => ({ frame, seconds: Number(told.seconds?.[step]) }))
         .filter(({ seconds }) => seconds > 0);
-    return steps.length === 0 ? null : { name: node.name, frames, steps, loops: told.loops ?? 0 };
+    return steps.length === 0 ? null : { name: node.name, frames: choicesOf(node, nodes), steps, loops: told.loops ?? 0 };
 }
 
 /** @return {lines, place, size, isLying, alignment, color}, or null */

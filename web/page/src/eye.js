@@ -24,6 +24,15 @@ export class Eye {
         stage.canvas.addEventListener("keydown", (event) => this.take(event));
     }
 
+    /** Has a function called once, when the eye next moves. */
+    onMove(listener) {
+        const once = () => {
+            this.controls.removeEventListener("change", once);
+            listener();
+        };
+        this.controls.addEventListener("change", once);
+    }
+
     /** Has a sphere fill the picture, from where the eye looks now. */
     fit(sphere) {
         const { camera } = this.stage;

@@ -9,11 +9,11 @@ export class FlipBooks {
     constructor(description, visibility, ask) {
         this.visibility = visibility;
         this.ask = ask;
-        this.all = (description.nodes ?? []).map((node) => flipBookOf(node)).filter((book) => book !== null);
+        this.all = (description.nodes ?? []).map((node, _, nodes) => flipBookOf(node, nodes)).filter((book) => book !== null);
         this.timer = undefined;
         this.elapsed = 0; // Seconds that were played.
         for (const book of this.all)
-            visibility.show(book.frames, true); // Frames are set aside instead.
+            visibility.show([...book.frames.values()], true); // Frames are set aside instead.
     }
 
     get isPlaying() { return this.timer !== undefined; }

@@ -17,10 +17,10 @@ export function motionOf(values) {
 }
 
 export class Joints {
-    /** @param ask asks for a picture */
-    constructor(description, objects, ask) {
+    /** @param moved is called after each move */
+    constructor(description, objects, moved) {
         this.objects = objects;
-        this.ask = ask;
+        this.moved = moved;
         this.all = [];
         (description.nodes ?? []).forEach((node, number) => {
             const found = objects.has(number) ? jointOf(node, number) : null;
@@ -35,7 +35,7 @@ export class Joints {
         object.matrixAutoUpdate = false;
         object.matrix.copy(motionOf(joint.values));
         object.matrixWorldNeedsUpdate = true;
-        this.ask();
+        this.moved();
     }
 
     section() {
@@ -48,9 +48,7 @@ export class Joints {
     }
 
     fields(joint) {
-        const fields = joint.ranges.filter(isMovable).map((range) => [range, this.field(joint, range)]);
-        if (fields.length === 0)
-            return [element("p", { class: "quiet" }, "The file lets nothing of it move.")];
+        const fields = movableOf(joint.ranges).map((range) => [range, this.field(joint, range)]);
         const reset = () => {
             joint.values = valuesOf(joint.ranges);
             fields.forEach(([range, field]) => field.setValue(range.current));
@@ -72,8 +70,11 @@ export class Joints {
 
 const valuesOf = (ranges) => Object.fromEntries(ranges.map(({ name, current }) => [name, current]));
 
-/** Whether a range leaves anything to choose. */
-const isMovable = ({ minimum, maximum, isLimited }) => maximum > minimum || !isLimited;
+/** The ranges that the file lets move; all if it says nothing of any. */
+function movableOf(ranges) {
+    const told = ranges.filter(({ minimum, maximum }) => maximum > minimum);
+    return told.length > 0 ? told : ranges;
+}
 
 function limitsOf({ minimum, maximum, current, unit }) {
     if (maximum > minimum)

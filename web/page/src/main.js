@@ -36,8 +36,8 @@ async function main() {
     let view = null;
     const selected = new NodeSection(description);
     const tree = new TreeView(byId("tree"), outline, {
-        isShown: ({ node }) => view?.visibility.isShown(node) ?? true,
-        show: ({ node }, on) => view?.visibility.show([node], on),
+        isShown: ({ outer }) => view?.visibility.isShown(outer) ?? true,
+        show: ({ outer }, on) => view?.visibility.show([outer], on),
         select: (item) => {
             selected.show(item);
             view?.select(item.node);
@@ -59,7 +59,7 @@ async function main() {
     }
     tree.allowHiding();
     view.visibility.onChange(() => tree.render());
-    view.onPick((node) => tree.choose(outline.items.get(node)));
+    view.onPick((node) => tree.choose(outline.itemAround(node, (number) => view.model.above(number))));
     makeTools(byId("tools"), view, switchTheme);
     byId("details").replaceChildren(selected.box, ...view.sections(), ...ends);
     view.obey(asked);

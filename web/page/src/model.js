@@ -4,6 +4,9 @@ import { Box3 } from "three";
 import { GLTFLoader } from "three/examples/jsm/loaders/GLTFLoader.js";
 import { picturesFromBytes } from "./pictures.js";
 
+const pointSize = 3; // Pixels.
+const mostLights = 8;
+
 export class Model {
     /** @param nodes the numbers of all nodes that are wanted, coarser levels included */
     static async load(glb, nodes) {
@@ -19,6 +22,17 @@ export class Model {
         this.objects = objects;
         this.nodes = new Map([...objects].map(([node, object]) => [object, node]));
         root.updateMatrixWorld(true);
+        this.keepFewLights();
+        for (const material of this.materials())
+            if (material.isPointsMaterial)
+                material.size = pointSize * window.devicePixelRatio;
+    }
+
+    /** Graphics cards know only so many lights at once. */
+    keepFewLights() {
+        const lights = [];
+        this.root.traverse((object) => object.isLight && lights.push(object));
+        lights.slice(mostLights).forEach((light) => light.removeFromParent());
     }
 
     /** The number of the node that an object belongs to. */
@@ -28,6 +42,9 @@ export class Model {
                 return this.nodes.get(above);
         return undefined;
     }
+
+    /** The number of the node above a node. */
+    above(node) { return this.nodeOf(this.objects.get(node).parent); }
 
     /** The box around all that is drawn below an object, or that could be. */
     boxOf(object) {

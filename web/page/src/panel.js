@@ -45,7 +45,7 @@ export function choice(label, choices, value, take) {
 
 /** A number to be moved. @param range {least, most, step, value} @return an element with a method setValue */
 export function slider(label, unit, range, take) {
-    const shown = element("output");
+    const shown = element("span", { class: "value", "aria-hidden": "true" });
     const input = element("input", { type: "range", min: range.least, max: range.most, step: "any", "aria-label": label });
     const say = () => {
         shown.textContent = `${numberText(Number(input.value))}${unit}`;
@@ -63,7 +63,7 @@ export function slider(label, unit, range, take) {
         input.value = Number(input.value) + way * range.step;
         input.dispatchEvent(new Event("input"));
     });
-    const made = element("label", { class: "field" }, element("span", {}, label, shown), input);
+    const made = element("div", { class: "field" }, element("span", {}, label, shown), input);
     made.setValue = (value) => {
         input.value = value;
         say();

@@ -11,14 +11,21 @@ export class Selection {
         this.model = model;
         this.frame = new Box3Helper(new Box3(), frameColour);
         this.frame.visible = false;
+        this.object = null;
         stage.scene.add(this.frame);
     }
 
     /** @param object null for none */
     mark(object) {
+        this.object = object;
+        this.update();
+    }
+
+    /** After something has moved. */
+    update() {
         this.frame.visible = false;
-        if (object !== null) {
-            this.frame.box.setFromObject(object);
+        if (this.object !== null) {
+            this.frame.box.copy(this.model.boxOf(this.object));
             this.frame.visible = !this.frame.box.isEmpty();
         }
         this.stage.ask();

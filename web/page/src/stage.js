@@ -4,12 +4,12 @@ import { AmbientLight, Color, DirectionalLight, PerspectiveCamera, Scene, Sphere
 
 // Lights of the camera: a sun over its left shoulder, weaker ones against it and from below, so that no side is black.
 const headlights = [
-    { from: [-0.62, 0.55, 0.56], strength: 2.1 },
+    { from: [-0.62, 0.55, 0.56], strength: 2.4 },
     { from: [0.6, 0.2, 0.77], strength: 0.55 },
     { from: [-0.1, -0.8, 0.6], strength: 0.3 },
 ];
 const ambientStrength = 0.35;
-const fieldOfView = 45; // Degrees, from the lower edge to the upper.
+const fieldOfView = 32; // Degrees, from the lower edge to the upper: that of fltshot.
 
 export class Stage {
     /** @throws if the browser has no 3D graphics */

@@ -10,18 +10,18 @@ export class Switches {
     constructor(description, visibility) {
         this.visibility = visibility;
         this.all = [];
-        (description.nodes ?? []).forEach((node) => {
-            const found = switchOf(node);
+        (description.nodes ?? []).forEach((node, _, nodes) => {
+            const found = switchOf(node, nodes);
             if (found !== null)
                 this.all.push(found);
         });
     }
 
     /** Shows what a mask of a switch says. */
-    choose({ masks, children }, mask) {
+    choose({ masks, choices }, mask) {
         const on = new Set(masks[mask].children);
-        this.visibility.show(children.filter((_, child) => on.has(child)), true);
-        this.visibility.show(children.filter((_, child) => !on.has(child)), false);
+        for (const isOn of [true, false])
+            this.visibility.show([...choices].filter(([child]) => on.has(child) === isOn).map(([, node]) => node), isOn);
     }
 
     section() {

@@ -18,6 +18,7 @@ export function makeTools(box, view, switchTheme) {
             ["B", "Background", "Another background", () => view.style.nextBackground()],
             ["L", "Link", "Put this view into the address of the page", () => {
                 location.hash = withCamera(location.hash, view.eye.place());
+                view.tell("The address of this page now holds this view.");
             }]);
     const keys = new Map();
     const buttons = tools.map(([key, label, title, act]) => {

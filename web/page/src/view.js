@@ -9,6 +9,7 @@ import { Selection } from "./selection.js";
 import { Stage } from "./stage.js";
 import { Style } from "./style.js";
 import { Switches } from "./switches.js";
+import { paintTexts } from "./texts.js";
 import { TurningFaces } from "./turning.js";
 import { Visibility } from "./visibility.js";
 
@@ -16,7 +17,7 @@ export class View {
     /** @throws if the browser has no 3D graphics */
     static async open(canvas, glb, description, outline) {
         const stage = new Stage(canvas);
-        return new View(stage, await Model.load(glb, outline.items.keys()), description);
+        return new View(stage, await Model.load(glb, outline.drawn), description);
     }
 
     constructor(stage, model, description) {
@@ -27,12 +28,13 @@ export class View {
         const ask = () => stage.ask();
         this.levels = new Levels(description, model, this.visibility, ask);
         this.switches = new Switches(description, this.visibility);
-        this.joints = new Joints(description, model.objects, ask);
         this.turning = new TurningFaces(description, model.objects);
         this.flipBooks = new FlipBooks(description, this.visibility, ask);
         this.selection = new Selection(stage, model);
+        this.joints = new Joints(description, model.objects, () => this.selection.update());
         this.style = new Style(stage, model);
         this.visibility.onChange(ask);
+        paintTexts(description, model.objects);
         stage.scene.add(model.root);
         stage.bounds = sphereOf(model.boxOf(model.root));
         stage.before.push((camera) => this.levels.follow(camera), (camera) => this.turning.follow(camera));
@@ -52,6 +54,13 @@ export class View {
             this.eye.stand(asked.camera);
         if (asked.background !== null)
             this.style.paint(asked.background);
+    }
+
+    /** Says something until the eye moves. */
+    tell(text) {
+        const notice = document.getElementById("notice");
+        notice.textContent = text;
+        this.eye.onMove(() => { notice.textContent = ""; });
     }
 
     /** Frames a node. */
