@@ -35,6 +35,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "src/loader": ("src/toolkit", "src/textures", "src/dump", "src/messages", "src/records",
                    "src/parser", "src/convert", "src/visual", "src/scene"),
     "src/gltf": ("src/toolkit", "src/textures", "src/messages", "src/visual", "src/loader"),
+    "src/obj": ("src/toolkit", "src/textures", "src/visual", "src/loader", "src/gltf"),
     "src/filekit": ("src/toolkit", "src/loader"),
     "python": ("src/toolkit", "src/visual", "src/loader", "src/gltf"),
     "tools/support": ("src/toolkit", "src/textures", "src/messages", "src/records", "src/loader"),
