@@ -1,5 +1,7 @@
 #pragma once
 
+#include "convert/ConversionFacts.h"
+
 #include <cstdint>
 #include <string>
 #include <unordered_map>
@@ -15,7 +17,7 @@ struct Conversion {
     std::unordered_map<std::string, std::string> referenceOutputs;
 };
 
-/// What a conversion made.
+/// What a conversion made, in numbers.
 struct ConversionStatistics {
     std::uint64_t nodes = 0;
     std::uint64_t faces = 0;
@@ -34,4 +36,10 @@ struct ConversionStatistics {
     /// The head of a table of statistics, and a line of it, each without the end of the line.
     static std::string tableHead();
     std::string tableLine(std::string const& name) const;
+};
+
+/// What a conversion made.
+struct ConversionResult {
+    ConversionStatistics statistics;
+    ConversionFacts facts; ///< Empty unless they are asked for.
 };

@@ -21,6 +21,11 @@ namespace
 
 namespace fs = std::filesystem;
 
+/// Options that have no effect on what results hold.
+std::vector<std::string> const withoutEffect = {"--output", "--jobs",  "--if-newer",   "--no-clobber",
+                                                "--stat",   "--quiet", "--verbose",    "--report",
+                                                "--shard",  "--root",  "--files-from", "--progress-at-once"};
+
 /// Reads --jobs, which is as many as there are processors if it isn't given.
 std::size_t jobsOf(std::string const& text)
 {
@@ -103,6 +108,11 @@ void ConversionCommand::addOptions()
         "Convert part K of N alone, 0 to N - 1. Which part a database belongs to its place says, so "
         "that N computers need to know nothing of each other.");
     program.value("--plan", partsToPlan, "N", "Print how even N parts are, and convert nothing.");
+    program.value(
+        "--report", conversion.report, "FILE",
+        "Write a line of JSON for each database that is done. Another run with this file does what is "
+        "missing or has changed. fltreport reads the files of all parts.",
+        ".jsonl");
     program.noClobberOption(conversion.existing);
     program.flag("--stat", conversion.measures,
                  "Print a table: nodes, faces, triangles, textures, bytes and seconds.");
@@ -177,6 +187,14 @@ void ConversionCommand::checkOutput() const
                          ", and several databases need a directory to go to: give -o DIR/");
     if (conversion.onlyIfNewer && conversion.existing == OutputFile::Existing::keep)
         throw UsageError("--if-newer and --no-clobber contradict each other");
+    if (conversion.report.empty())
+        return;
+    if (OutputFile::isStream(output))
+        throw UsageError("--report needs results with a place: " + fileOrDirectory());
+    if (conversion.onlyIfNewer)
+        throw UsageError("--report knows by itself what is up to date: leave --if-newer out");
+    if (conversion.existing == OutputFile::Existing::keep)
+        throw UsageError("--report and --no-clobber contradict each other");
 }
 
 /// Refuses options that don't go together.
@@ -226,6 +244,7 @@ void ConversionCommand::check()
     chooseForm();
     conversion.jobs = jobsOf(jobs);
     conversion.references = loader.references;
+    conversion.optionsGiven = program.optionsGiven(withoutEffect);
     if (program.isQuiet())
         conversion.progress = ProgressLine::Start::never;
     else if (showsProgressAtOnce)
@@ -246,7 +265,8 @@ ExitCode ConversionCommand::convertOne(DatabaseConverter const& converter) const
     ConversionStatistics statistics;
     {
         ProgressLine line(conversion.progress);
-        statistics = converter.convert({input, output, {}}, shownOn(line), [&line] { line.clear(); });
+        statistics =
+            converter.convert({input, output, {}}, shownOn(line), [&line] { line.clear(); }).statistics;
     }
     if (conversion.measures)
         std::fprintf(OutputFile::isStream(output) ? stderr : stdout, "%s\n%s\n",

@@ -6,6 +6,7 @@
 #include "loader/FltLoader.h"
 
 #include <cstddef>
+#include <string>
 
 /// How databases are converted, whatever they become.
 struct ConversionOptions {
@@ -16,5 +17,7 @@ struct ConversionOptions {
     bool summarises = true;     ///< Whether to end with a count.
     OutputFile::Existing existing = OutputFile::Existing::replace; ///< Results that are there already.
     FltLoader::References references = FltLoader::References::follow;
+    std::string report;       ///< The report's file; empty for none.
+    std::string optionsGiven; ///< Those that have an effect on results, for the report.
     ProgressLine::Start progress = ProgressLine::Start::afterASecond;
 };

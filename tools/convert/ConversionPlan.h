@@ -66,6 +66,9 @@ public:
     /// or because places count from a root.
     bool isBound() const { return bound; }
 
+    /// The part that is planned.
+    TreePart treePart() const { return part; }
+
     /// Whether no database was named by itself, so that none is more than the others.
     bool isTree() const { return tree; }
 

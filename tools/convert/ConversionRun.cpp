@@ -1,6 +1,7 @@
 #include "convert/ConversionRun.h"
 
 #include "support/Numbers.h"
+#include "support/TemporaryName.h"
 #include "support/TextureFinder.h"
 #include "support/ToolError.h"
 
@@ -124,8 +125,9 @@ ConversionRun::Fields ConversionRun::convert(Fields const& request, WorkerProces
     for (std::size_t i = 3; i + 1 < request.size(); i += 2)
         conversion.referenceOutputs[request[i]] = request[i + 1];
     auto const makeFolder = [&conversion] { makeFolderOf(conversion.output); };
-    Fields reply = converter.convert(conversion, teller(conversion.input, tell), makeFolder).fields();
-    reply.insert(reply.begin(), done);
+    ConversionResult const result = converter.convert(conversion, teller(conversion.input, tell), makeFolder);
+    Fields reply = result.statistics.fields();
+    reply.insert(reply.begin(), {done, RunReport::textOf(result.facts)});
     return reply;
 }
 
@@ -287,8 +289,38 @@ void ConversionRun::checkOutputs(ConversionPlan const& plan)
             throw ToolError(problem, keepsResults() ? ExitCode::failed : ExitCode::wrongUsage);
 }
 
-bool ConversionRun::isUpToDate(ConversionPlan::Entry const& entry) const
+/// The results of others that one names.
+std::vector<std::string> ConversionRun::namesIn(ConversionPlan const& plan,
+                                                ConversionPlan::Entry const& entry) const
 {
+    Fields const request = requestFor(plan, entry);
+    std::vector<std::string> names;
+    for (std::size_t i = 4; i < request.size(); i += 2)
+        names.push_back(request[i]);
+    return names;
+}
+
+/// Reads what earlier runs have reported.
+void ConversionRun::startReport(ConversionPlan const& plan)
+{
+    report.emplace(options.report, ReportRun{program.name(), Program::version(), options.optionsGiven,
+                                             plan.treePart(), plan.entries().size()});
+    if (std::string const remark = report->remark(); !remark.empty())
+        program.warn(remark);
+}
+
+/// Whether there is nothing to do, which is seen without a look into any database.
+bool ConversionRun::isAllReported(ConversionPlan const& plan)
+{
+    return report && !namesReferences() &&
+           std::all_of(plan.entries().begin(), plan.entries().end(),
+                       [&](ConversionPlan::Entry const& entry) { return report->isUpToDate(entry, {}); });
+}
+
+bool ConversionRun::isUpToDate(ConversionPlan const& plan, ConversionPlan::Entry const& entry)
+{
+    if (report)
+        return report->isUpToDate(entry, namesIn(plan, entry));
     struct stat output = {};
     return options.onlyIfNewer && ::stat(entry.output.c_str(), &output) == 0 && S_ISREG(output.st_mode) &&
            !graph.hasChangedSince(entry.identity, ReferenceGraph::timeOf(entry.output));
@@ -298,17 +330,22 @@ bool ConversionRun::isUpToDate(ConversionPlan::Entry const& entry) const
 std::vector<std::size_t> ConversionRun::chooseWork(ConversionPlan const& plan)
 {
     std::vector<std::size_t> chosen;
+    std::vector<std::pair<std::size_t, std::string>> problems;
     for (std::size_t i = 0; i < plan.entries().size(); ++i) {
         ConversionPlan::Entry const& entry = plan.entries()[i];
         if (std::string const problem = problemOf(entry); !problem.empty()) {
             refused.insert(entry.output);
-            failures.push_back(about(entry.input, problem));
-        } else if (isUpToDate(entry)) {
+            problems.emplace_back(i, about(entry.input, problem));
+        } else if (isUpToDate(plan, entry)) {
             ++upToDate;
         } else {
             chosen.push_back(i);
         }
     }
+    if (report)
+        report->begin();
+    for (auto const& [number, problem] : problems)
+        addFailure(plan.entries()[number], problem);
     return chosen;
 }
 
@@ -330,22 +367,32 @@ ConversionRun::Fields ConversionRun::requestFor(ConversionPlan const& plan,
     return request;
 }
 
-void ConversionRun::takeResult(ConversionPlan::Entry const& entry, WorkerPool::Result const& result)
+void ConversionRun::addFailure(ConversionPlan::Entry const& entry, std::string const& failure)
+{
+    failures.push_back(failure);
+    if (report)
+        report->addFailure(entry, failure);
+}
+
+void ConversionRun::takeResult(ConversionPlan const& plan, ConversionPlan::Entry const& entry,
+                               WorkerPool::Result const& result)
 {
     progress.clear();
     std::fputs(FltText::printable(result.errors, true).c_str(), stderr);
     if (!result.death.empty()) {
-        failures.push_back(entry.input + ": its conversion ended by " + result.death +
-                           ". Perhaps the memory doesn't suffice; fltcheck may find out more.");
+        addFailure(entry, entry.input + ": its conversion ended by " + result.death +
+                              ". Perhaps the memory doesn't suffice; fltcheck may find out more.");
     } else if (result.reply.front() == failed) {
-        failures.push_back(about(entry.input, result.reply.at(1)));
+        addFailure(entry, about(entry.input, result.reply.at(1)));
     } else {
         ++converted;
         ConversionStatistics const statistics =
-            ConversionStatistics::fromFields({result.reply.begin() + 1, result.reply.end()});
+            ConversionStatistics::fromFields({result.reply.begin() + 2, result.reply.end()});
         total += statistics;
         if (options.measures)
             std::printf("%s\n", statistics.tableLine(entry.input).c_str());
+        if (report)
+            report->add(entry, statistics, namesIn(plan, entry), result.reply.at(1));
     }
 }
 
@@ -379,7 +426,7 @@ void ConversionRun::convertAll(ConversionPlan const& plan, std::vector<std::size
     watcher.end = [&](std::size_t number, WorkerPool::Result const& result) {
         bytesInWork.erase(number);
         bytesDone += entries[chosen[number]].bytes;
-        takeResult(entries[chosen[number]], result);
+        takeResult(plan, entries[chosen[number]], result);
         showProgress(chosen.size() + refused.size(), bytes);
     };
     conversionBegin = progress.seconds();
@@ -392,8 +439,10 @@ void ConversionRun::convertAll(ConversionPlan const& plan, std::vector<std::size
 }
 
 /// Says how it went: what went wrong on standard error, together with the count.
-ExitCode ConversionRun::report(ConversionPlan const& plan)
+ExitCode ConversionRun::summary(ConversionPlan const& plan)
 {
+    if (report && !report->problem().empty())
+        failures.push_back(report->problem());
     failures.insert(failures.end(), plan.problems().begin(), plan.problems().end());
     if (options.measures && converted > 1)
         std::printf("%s\n", total.tableLine("in all").c_str());
@@ -401,29 +450,45 @@ ExitCode ConversionRun::report(ConversionPlan const& plan)
     std::sort(failures.begin(), failures.end());
     for (std::string const& failure : failures)
         program.error(options.summarises ? "not converted: " + failure : failure);
-    std::string summary =
+    std::string count =
         std::to_string(converted) + " of " + std::to_string(plan.entries().size()) + " databases converted";
     if (upToDate != 0)
-        summary += ", " + std::to_string(upToDate) + " up to date";
+        count += ", " + std::to_string(upToDate) + " up to date";
     bool const isSummaryWanted = options.summarises || plan.entries().size() > 1;
     if (isSummaryWanted && !failures.empty())
-        program.error(summary);
+        program.error(count);
     else if (isSummaryWanted && !program.isQuiet())
-        std::printf("%s\n", summary.c_str());
+        std::printf("%s\n", count.c_str());
     return failures.empty() ? ExitCode::success : ExitCode::failed;
+}
+
+/// Takes away what runs that were ended have left of the results.
+void ConversionRun::tidyUp(ConversionPlan const& plan) const
+{
+    std::vector<std::string> targets;
+    targets.reserve(plan.entries().size() + 1);
+    for (ConversionPlan::Entry const& entry : plan.entries())
+        targets.push_back(entry.output);
+    if (!options.report.empty())
+        targets.push_back(options.report);
+    TemporaryName::removeAbandoned(targets);
 }
 
 ExitCode ConversionRun::run(ConversionPlan& plan)
 {
     plan.check();
-    if (options.onlyIfNewer || namesReferences() || replacesFiles(plan))
+    tidyUp(plan);
+    if (!options.report.empty())
+        startReport(plan);
+    bool const hasWork = !isAllReported(plan);
+    if (hasWork && (options.onlyIfNewer || namesReferences() || replacesFiles(plan)))
         scan(plan);
     if (options.onlyIfNewer)
         graph.readTimes(opensReferences());
     if (namesReferences())
         nameReferences(plan);
-    if (replacesFiles(plan))
+    if (hasWork && replacesFiles(plan))
         findReferredFiles(plan);
     convertAll(plan, chooseWork(plan));
-    return report(plan);
+    return summary(plan);
 }

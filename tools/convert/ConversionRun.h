@@ -5,6 +5,7 @@
 #include "convert/DatabaseConverter.h"
 #include "convert/ReferenceGraph.h"
 #include "convert/ReferredFiles.h"
+#include "convert/RunReport.h"
 #include "convert/WorkerPool.h"
 #include "support/LoaderOptions.h"
 #include "support/Program.h"
@@ -12,6 +13,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -48,19 +50,25 @@ private:
     bool opensReferences() const;
     bool keepsResults() const;
     bool replacesFiles(ConversionPlan const& plan) const;
+    void tidyUp(ConversionPlan const& plan) const;
     void scan(ConversionPlan const& plan);
     void scanSome(std::vector<DatabaseScan::Reference> const& databases);
     void nameReferences(ConversionPlan& plan);
     void warnOfOutside(ConversionPlan const& plan);
     void findReferredFiles(ConversionPlan const& plan);
     std::string problemOf(ConversionPlan::Entry const& entry) const;
-    bool isUpToDate(ConversionPlan::Entry const& entry) const;
+    bool isUpToDate(ConversionPlan const& plan, ConversionPlan::Entry const& entry);
+    void startReport(ConversionPlan const& plan);
+    bool isAllReported(ConversionPlan const& plan);
+    std::vector<std::string> namesIn(ConversionPlan const& plan, ConversionPlan::Entry const& entry) const;
     std::vector<std::size_t> chooseWork(ConversionPlan const& plan);
     Fields requestFor(ConversionPlan const& plan, ConversionPlan::Entry const& entry) const;
     void convertAll(ConversionPlan const& plan, std::vector<std::size_t> const& chosen);
-    void takeResult(ConversionPlan::Entry const& entry, WorkerPool::Result const& result);
+    void takeResult(ConversionPlan const& plan, ConversionPlan::Entry const& entry,
+                    WorkerPool::Result const& result);
+    void addFailure(ConversionPlan::Entry const& entry, std::string const& failure);
     void showProgress(std::size_t count, std::uint64_t bytes);
-    ExitCode report(ConversionPlan const& plan);
+    ExitCode summary(ConversionPlan const& plan);
 
     Program const& program;
     LoaderOptions const& loaderOptions;
@@ -71,6 +79,7 @@ private:
     std::unordered_map<std::string, std::string> scanned; ///< Paths of databases by canonical path.
     ReferredFiles referred;
     std::unordered_set<std::string> refused; ///< Outputs that would replace a file that is needed.
+    std::optional<RunReport> report;
     ProgressLine progress;
 
     std::map<std::size_t, std::uint64_t> bytesInWork; ///< Of conversions that go on, by their number.

@@ -20,6 +20,6 @@ public:
     /// @param progress see FltLoader
     /// @param loaded   is called when the load is done, before its messages are shown
     /// @throw FltLoadError or ToolError; the output is as it was before then
-    virtual ConversionStatistics convert(Conversion const& conversion, FltLoader::Progress const& progress,
-                                         std::function<void()> const& loaded) const = 0;
+    virtual ConversionResult convert(Conversion const& conversion, FltLoader::Progress const& progress,
+                                     std::function<void()> const& loaded) const = 0;
 };

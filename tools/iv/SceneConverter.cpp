@@ -1,6 +1,7 @@
 #include "iv/SceneConverter.h"
 
 #include "convert/ConversionWarnings.h"
+#include "convert/FactsOfLoad.h"
 #include "convert/ReferenceNames.h"
 #include "iv/FileReferences.h"
 #include "iv/SceneFile.h"
@@ -121,35 +122,47 @@ std::uint64_t SceneConverter::writeVrml(FltVisual const& visual, Conversion cons
     return bytes;
 }
 
-ConversionStatistics SceneConverter::convert(Conversion const& conversion,
-                                             FltLoader::Progress const& progress,
-                                             std::function<void()> const& loaded) const
+std::uint64_t SceneConverter::writeScene(FltScene const& scene, Conversion const& conversion) const
+{
+    prepare(scene, conversion);
+    return writeFile(conversion.output, options.existing, form,
+                     loaderOptions.keptFiles(conversion.input, scene),
+                     [&](FILE* stream) { return SceneFile::write(scene.root(), stream, form); });
+}
+
+ConversionResult SceneConverter::convert(Conversion const& conversion, FltLoader::Progress const& progress,
+                                         std::function<void()> const& loaded) const
 {
     auto const begin = std::chrono::steady_clock::now();
+    std::optional<FactsOfLoad> facts;
+    if (!options.report.empty())
+        facts.emplace(conversion.input);
     SceneMessages const messages(program);
     program.detail("reading " + conversion.input);
     FltLoader const loader = makeLoader(conversion, progress);
     ConversionStatistics statistics;
-    if (form.isVrml && !loader.exact) {
+    if ((form.isVrml || facts) && !loader.exact) {
         FltVisual const visual = loader.loadVisual(conversion.input);
         loaded();
         messages.show(visual);
+        if (facts)
+            facts->take(visual);
         if (options.measures)
             statistics = measure(FltLoader::makeScene(visual), conversion.input);
         statistics.bytesIn = visual.info.bytes;
-        statistics.bytesOut = writeVrml(visual, conversion);
+        statistics.bytesOut = form.isVrml ? writeVrml(visual, conversion)
+                                          : writeScene(FltLoader::makeScene(visual), conversion);
     } else {
         FltScene const scene = loader.load(conversion.input);
         loaded();
         messages.show(scene);
+        if (facts)
+            facts->take(scene);
         if (options.measures)
             statistics = measure(scene, conversion.input);
-        prepare(scene, conversion);
         statistics.bytesIn = scene.info().bytes;
-        statistics.bytesOut = writeFile(
-            conversion.output, options.existing, form, loaderOptions.keptFiles(conversion.input, scene),
-            [&](FILE* stream) { return SceneFile::write(scene.root(), stream, form); });
+        statistics.bytesOut = writeScene(scene, conversion);
     }
     statistics.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    return statistics;
+    return {statistics, facts ? facts->facts() : ConversionFacts{}};
 }

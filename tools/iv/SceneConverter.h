@@ -20,14 +20,15 @@ public:
     SceneConverter(Program const& program, LoaderOptions const& loaderOptions,
                    ConversionOptions const& options, SceneForm const& form);
 
-    ConversionStatistics convert(Conversion const& conversion, FltLoader::Progress const& progress,
-                                 std::function<void()> const& loaded) const override;
+    ConversionResult convert(Conversion const& conversion, FltLoader::Progress const& progress,
+                             std::function<void()> const& loaded) const override;
 
 private:
     FltLoader makeLoader(Conversion const& conversion, FltLoader::Progress const& progress) const;
     void prepare(FltScene const& scene, Conversion const& conversion) const;
     void placePictures(std::vector<FltVrmlPicture>& pictures, Conversion const& conversion,
                        std::vector<KeptFile> const& kept) const;
+    std::uint64_t writeScene(FltScene const& scene, Conversion const& conversion) const;
     std::uint64_t writeVrml(FltVisual const& visual, Conversion const& conversion) const;
 
     Program const& program;

@@ -1,6 +1,7 @@
 #include "support/OutputFile.h"
 
 #include "support/FileEnding.h"
+#include "support/TemporaryName.h"
 #include "support/ToolError.h"
 
 #include <algorithm>
@@ -13,7 +14,6 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
-#include <random>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -109,14 +109,6 @@ std::string folderOf(std::string const& path)
     return slash != std::string::npos ? path.substr(0, slash + 1) : "./";
 }
 
-/// A name beside the target that nobody uses.
-std::string newNameBeside(std::string const& target)
-{
-    std::random_device random;
-    std::string const folder = folderOf(target);
-    return folder + ".velloreader-" + std::to_string(random()) + std::to_string(random()) + ".part";
-}
-
 /// What an open file is called while it has no name.
 std::string pathOf(int descriptor)
 {
@@ -202,7 +194,7 @@ void OutputFile::openTemporary(mode_t permissions)
 {
     int descriptor = openNameless(folderOf(target));
     if (descriptor < 0) {
-        temporary = newNameBeside(target);
+        temporary = TemporaryName::beside(target);
         SignalGuard::protect(temporary);
         descriptor = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
     }
@@ -221,7 +213,7 @@ void OutputFile::openTemporary(mode_t permissions)
 int OutputFile::takePlace()
 {
     if (temporary.empty()) {
-        temporary = newNameBeside(target);
+        temporary = TemporaryName::beside(target);
         SignalGuard::protect(temporary);
         if (::linkat(AT_FDCWD, pathOf(::fileno(file)).c_str(), AT_FDCWD, temporary.c_str(),
                      AT_SYMLINK_FOLLOW) != 0)

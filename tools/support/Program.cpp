@@ -208,6 +208,23 @@ void Program::detail(std::string const& text) const
         error(text);
 }
 
+std::string Program::optionsGiven(std::vector<std::string> const& except) const
+{
+    std::string text;
+    for (ProgramOption const& one : options) {
+        std::string const& name = one.names.back();
+        CLI::Option const* const option = app->get_option_no_throw(name);
+        if (option == nullptr || option->count() == 0 ||
+            std::find(except.begin(), except.end(), name) != except.end())
+            continue;
+        for (std::string const& value : option->results()) {
+            text += (text.empty() ? "" : " ") + name;
+            text += one.value.empty() ? "" : "=" + value;
+        }
+    }
+    return text;
+}
+
 std::vector<std::string> Program::wordsOf(int argc, char** argv) const
 {
     std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);

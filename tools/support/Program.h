@@ -114,6 +114,10 @@ public:
     void error(std::string const& text) const;  ///< Always printed.
     void warn(std::string const& text) const;   ///< Unless -q is given.
     void detail(std::string const& text) const; ///< If -v is given.
+    /// The options of the command line with their values, in the order of the help: "--lod highest -b".
+    /// @param except long names of those that don't matter
+    std::string optionsGiven(std::vector<std::string> const& except) const;
+
     bool isQuiet() const { return quiet; }
     bool isVerbose() const { return verbose; }
     Colours colours() const;

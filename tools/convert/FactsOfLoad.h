@@ -1,0 +1,34 @@
+#pragma once
+
+#include "convert/ConversionFacts.h"
+
+#include "loader/FltScene.h"
+#include "loader/FltVisual.h"
+
+#include <string>
+
+/// Gathers what a report tells of a database. To be made before it is read.
+class FactsOfLoad
+{
+public:
+    /// @param input the database
+    explicit FactsOfLoad(std::string input);
+
+    /// Takes over what a visual is, and what came of its load.
+    void take(FltVisual const& visual);
+
+    /// Takes over what came of a load without a visual: triangles and the box aren't known then.
+    void take(FltScene const& scene);
+
+    /// All of it, once the result is written.
+    ConversionFacts facts();
+
+private:
+    void take(FltLoadReport const& report);
+    void measure(FltVisual const& visual);
+
+    std::string input;
+    NeededFiles needed;
+    double begin;
+    ConversionFacts gathered;
+};

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "convert/Conversion.h"
+#include "convert/ConversionPlan.h"
+#include "convert/ReportFile.h"
+
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+/// The report of a run: what earlier runs have done already, and what this one does.
+class RunReport
+{
+public:
+    /// @throw ToolError; see ReportFile
+    RunReport(std::string const& path, ReportRun const& run);
+
+    /// What is to be said of the earlier report, such as that it is of no use; empty if there is nothing.
+    std::string remark() const;
+
+    /// Whether an earlier line still holds for a database: its result is there, in its size, and all that it
+    /// was made of is as it was. Such a line is taken over.
+    /// @param names the results of others that it would name
+    bool isUpToDate(ConversionPlan::Entry const& entry, std::vector<std::string> const& names);
+
+    /// Begins to write, once isUpToDate() was asked for all.
+    void begin() { file.begin(takenOver); }
+
+    /// @param facts see textOf()
+    void add(ConversionPlan::Entry const& entry, ConversionStatistics const& statistics,
+             std::vector<std::string> const& names, std::string const& facts);
+    void addFailure(ConversionPlan::Entry const& entry, std::string const& problem);
+
+    /// Why lines couldn't be written, a sentence; empty if all could.
+    std::string const& problem() const { return file.problem(); }
+
+    /// Facts as a text, to send them to another process.
+    static std::string textOf(ConversionFacts const& facts);
+
+private:
+    bool isLike(ReportRun const& run) const;
+    bool isAsItWas(NeededFiles::File const& needed);
+
+    ReportRun const run;
+    ReportFile file;
+    std::unordered_map<std::string, std::size_t> lines;               ///< Earlier ones, by the input.
+    std::unordered_map<std::string, std::optional<FileStamp>> stamps; ///< Of files as they are.
+    std::unordered_map<std::string, bool> known;                      ///< Answers of isUpToDate().
+    std::vector<ReportLine> takenOver;
+};
