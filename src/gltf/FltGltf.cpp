@@ -1,6 +1,7 @@
 #include "gltf/FltGltf.h"
 
 #include "gltf/FltGltfFiles.h"
+#include "gltf/FltGltfPage.h"
 #include "gltf/FltGltfWriter.h"
 
 #include <algorithm>
@@ -62,9 +63,12 @@ void addText(FltGltfFiles& files, FltGltfWriter& writer, std::string const& path
 FltGltfReport FltGltf::write(FltVisual const& visual, std::string const& path, FltGltfOptions const& options)
 {
     std::string const ending = endingOf(path);
+    if (ending == ".html")
+        return FltGltfPage::write(visual, path, options);
     bool const isGlb = ending == ".glb";
     if (!isGlb && ending != ".gltf")
-        throw FltGltfError(path, "this is no name of a glTF file. Choose one that ends in .glb or .gltf.");
+        throw FltGltfError(path,
+                           "this is no name of a glTF file. Choose one that ends in .glb, .gltf or .html.");
     FltGltfFiles files(visual, path, options.textureDirectory.value_or(""));
     FltGltfWriter writer(visual, options, placeIn(files, isGlb && !options.textureDirectory));
     if (isGlb)

@@ -2,6 +2,7 @@
 
 #include "gltf/FltBase64.h"
 #include "gltf/FltGltf.h"
+#include "gltf/FltGltfFiles.h"
 #include "gltf/FltGltfPageParts.h"
 #include "gltf/FltGzip.h"
 
@@ -82,11 +83,27 @@ FltGltfPage::Facts factsOf(FltVisual const& visual, FltGltfReport const& report)
         if (reference.path.empty())
             facts.missingFiles.push_back(reference.name);
     facts.omissions = visual.omissions;
-    for (FltOmission const& omission : report.omissions)
-        if (std::find(std::begin(shownByThePage), std::end(shownByThePage), omission.kind) ==
-            std::end(shownByThePage))
-            facts.omissions.push_back(omission);
+    facts.omissions.insert(facts.omissions.end(), report.omissions.begin(), report.omissions.end());
     return facts;
+}
+
+/// The page of a visual. @param report is filled, but for files
+std::string pageOf(FltVisual const& visual, FltGltfOptions const& options, FltGltfReport& report)
+{
+    FltGltfOptions own = options;
+    own.keepsHidden = own.keepsLevels = own.hasExtras = true;
+    own.usesInstancing = own.compresses = false; // the page is compressed as a whole
+    own.textureDirectory.reset();
+    std::string const glb = FltGltf::glb(visual, own, &report);
+    auto const isShown = [](FltOmission const& omission) {
+        return std::find(std::begin(shownByThePage), std::end(shownByThePage), omission.kind) !=
+               std::end(shownByThePage);
+    };
+    report.omissions.erase(std::remove_if(report.omissions.begin(), report.omissions.end(), isShown),
+                           report.omissions.end());
+    std::string page = FltGltfPage::html(glb, factsOf(visual, report));
+    report.bytes = page.size();
+    return page;
 }
 
 /// As a content security policy names a text.
@@ -106,17 +123,22 @@ std::string policyName(std::string_view sum)
 
 } // namespace
 
-FltGltfReport FltGltfPage::write(FltVisual const& visual, FILE* stream, FltGltfOptions const& options)
+FltGltfReport FltGltfPage::write(FltVisual const& visual, std::string const& path,
+                                 FltGltfOptions const& options)
 {
-    FltGltfOptions own = options;
-    own.keepsHidden = own.keepsLevels = own.hasExtras = true;
-    own.usesInstancing = own.compresses = false; // the page is compressed as a whole
-    own.textureDirectory.reset();
     FltGltfReport report;
-    std::string const glb = FltGltf::glb(visual, own, &report);
-    std::string const page = html(glb, factsOf(visual, report));
+    FltGltfFiles files(visual, path, "");
+    std::string const page = pageOf(visual, options, report);
+    files.add(path, [&](auto const& take) { take(page); });
+    report.files = files.commit();
+    return report;
+}
+
+FltGltfReport FltGltfPage::writeStream(FltVisual const& visual, FILE* stream, FltGltfOptions const& options)
+{
+    FltGltfReport report;
+    std::string const page = pageOf(visual, options, report);
     std::fwrite(page.data(), 1, page.size(), stream);
-    report.bytes = page.size();
     return report;
 }
 

@@ -24,12 +24,17 @@ public:
         std::vector<FltOmission> omissions;       ///< What isn't shown, by kind.
     };
 
-    /// Writes the page of a visual into a stream, with all that is hidden and all levels of detail, since the
-    /// page can show them. Whether the stream took everything its error flag tells.
+    /// Writes the page of a visual, with all that is hidden and all levels of detail, since the page can show
+    /// them. A file that stands there is replaced once the new one is whole, unless it is of the database.
     /// @param options of the .glb in it: whether it is lifted, and the limits for textures. The others are the
     ///                page's own.
-    /// @throw FltGltfError as FltGltf::glb()
-    static FltGltfReport write(FltVisual const& visual, FILE* stream, FltGltfOptions const& options = {});
+    /// @throw FltGltfError as FltGltf::write()
+    static FltGltfReport write(FltVisual const& visual, std::string const& path,
+                               FltGltfOptions const& options = {});
+
+    /// The same into a stream. Whether that took everything its error flag tells.
+    static FltGltfReport writeStream(FltVisual const& visual, FILE* stream,
+                                     FltGltfOptions const& options = {});
 
     /// The page.
     /// @param glb the bytes of a binary glTF file whose pictures are in it

@@ -1,5 +1,6 @@
 #include "gltf/FltGltfPage.h"
 
+#include "gltf/FltGltf.h"
 #include "loader/FltLoader.h"
 #include "messages/FltText.h"
 #include "support/MemoryStream.h"
@@ -108,7 +109,8 @@ TEST(FltGltfPage, tellsWhatTheDatabaseLacks)
     flt.save(folder / "house <1>.flt");
 
     MemoryStream const stream;
-    FltGltfReport const report = FltGltfPage::write(FltLoader().loadVisual(folder / "house <1>.flt"), stream);
+    FltGltfReport const report =
+        FltGltfPage::writeStream(FltLoader().loadVisual(folder / "house <1>.flt"), stream);
     std::string const page = stream.text();
     EXPECT_EQ(between("<title>", "</title>", page), "house &lt;1&gt;.flt");
     EXPECT_EQ(between(factsBegin, "</script>", page),
@@ -116,4 +118,18 @@ TEST(FltGltfPage, tellsWhatTheDatabaseLacks)
               R"("omissions":[{"count":1,"kind":"external reference that can't be read"}]})");
     EXPECT_EQ(report.bytes, page.size());
     EXPECT_EQ(report.triangles, 1U);
+}
+
+TEST(FltGltfPage, isWrittenByTheDoorOfAllForms)
+{
+    ScratchFolder const folder;
+    FltWriter flt(1570);
+    flt.push().add("Group", {{"idASCII", "empty"}});
+    flt.save(folder / "model.flt");
+    FltVisual const visual = FltLoader().loadVisual(folder / "model.flt");
+    FltGltfReport const report = FltGltf::write(visual, folder / "model.HTML");
+    EXPECT_EQ(report.files, std::vector<std::string>{folder / "model.HTML"});
+    MemoryStream const stream;
+    FltGltfPage::writeStream(visual, stream);
+    EXPECT_EQ(contentsOf(folder / "model.HTML"), stream.text());
 }

@@ -5,7 +5,6 @@
 
 #include <cstdio>
 #include <exception>
-#include <memory>
 
 int main(int argc, char** argv)
 {
@@ -14,11 +13,8 @@ int main(int argc, char** argv)
         return 2;
     }
     try {
-        std::unique_ptr<FILE, int (*)(FILE*)> const file(std::fopen(argv[2], "wb"), &std::fclose);
-        if (file == nullptr)
-            return 1;
-        FltGltfPage::write(FltLoader().loadVisual(argv[1]), file.get());
-        return std::fflush(file.get()) == 0 ? 0 : 1;
+        FltGltfPage::write(FltLoader().loadVisual(argv[1]), argv[2]);
+        return 0;
     } catch (std::exception const& problem) {
         std::fprintf(stderr, "write_page: %s\n", problem.what());
         return 1;
