@@ -77,6 +77,14 @@ bool hasRanges(FltVisualNode const& node)
     return node.children.empty() || node.children.front() == nullptr || node.children.back() == nullptr;
 }
 
+/// The part of a screen of sixty degrees that a ball covers.
+double coverageOf(double radius, double distance)
+{
+    constexpr double halfOfScreen = 0.57735026918962576; // at a distance of 1
+    double const part = radius / (distance * halfOfScreen);
+    return std::isfinite(part) ? std::min(1.0, part * part) : 1;
+}
+
 GltfJson jsonOf(FltVisualLight const& light)
 {
     using Kind = FltVisualLight::Kind;
@@ -254,7 +262,41 @@ void FltGltfNodes::writeLevels(FltVisualNode const& node, Place const& inside, s
     std::size_t const first = finestOf(node);
     std::size_t const end = std::min(node.as<FltVisualLevels>()->endOfDrawn(first), node.children.size());
     for (std::size_t i = end; i > first; --i)
-        addChild(list, node.children[i - 1], inside, {i - 1, true});
+        addChild(list, node.children[i - 1], inside,
+                 keepsCoarser(node) ? writeCoarser(node, first, inside) : Child{i - 1});
+}
+
+/// Writes all levels but the finest, which nothing but the finest leads to. @return what it has to tell
+FltGltfNodes::Child FltGltfNodes::writeCoarser(FltVisualNode const& node, std::size_t finest,
+                                               Place const& inside)
+{
+    Child child;
+    child.number = finest;
+    std::vector<double> const& distances = node.as<FltVisualLevels>()->distances;
+    double const radius =
+        bounds.radiusOf(*node.children[finest]) * inside.metresPerUnit / visual.metresPerUnit;
+    std::size_t last = finest;
+    ++hiddenAround;
+    for (std::size_t i = finest + 1; i < node.children.size(); ++i) {
+        std::size_t const before = child.coarser.size();
+        addChild(child.coarser, node.children[i], inside, Child{i});
+        if (child.coarser.size() == before)
+            continue;
+        double const least = last < distances.size() ? coverageOf(radius, distances[i - 1]) : 0;
+        child.coverages.push_back(child.coverages.empty() ? least : std::min(least, child.coverages.back()));
+        last = i;
+    }
+    --hiddenAround;
+    child.coverages.push_back(0);
+    return child;
+}
+
+/// Whether all levels are written. Those that add to each other have no such form.
+bool FltGltfNodes::keepsCoarser(FltVisualNode const& node) const
+{
+    std::size_t const finest = finestOf(node);
+    return options.keepsLevels && node.as<FltVisualLevels>()->nextStays.empty() &&
+           finest < node.children.size() && (options.keepsHidden || !node.children[finest]->isHidden);
 }
 
 bool FltGltfNodes::isShown(FltVisualNode const& node, std::size_t child)
@@ -268,7 +310,7 @@ void FltGltfNodes::writeChosen(FltVisualNode const& node, Place const& inside, s
     bool const isFlipBook = node.as<FltVisualFlipBook>() != nullptr;
     for (std::size_t i = 0; i < node.children.size(); ++i)
         if (!isFlipBook || options.keepsHidden || isShown(node, i))
-            addChild(list, node.children[i], inside, {i, isShown(node, i)});
+            addChild(list, node.children[i], inside, Child{i, isShown(node, i)});
 }
 
 /// Writes the nodes that a node of the visual becomes. @return the number of the outermost
@@ -285,25 +327,39 @@ int FltGltfNodes::finish(FltVisualNode const& node, Chain const& chain, Place co
         if (at == chain.named) {
             if (!node.name.empty())
                 json["name"] = GltfValues::text(node.name);
-            extras = extrasOf(node, inside);
+            if (options.hasExtras)
+                extras = extrasOf(node, inside);
         }
-        if (at == 0 && child.number)
-            extras["child"] = *child.number;
         if (at < chain.transforms.size())
             chain.transforms[at].addTo(json);
         if (number != none)
             json["children"] = GltfJson::array({number});
         if (at == last)
             json.update(content);
-        if (at == 0 && (node.isHidden || !child.isShown)) {
-            document.use("KHR_node_visibility");
-            json["extensions"]["KHR_node_visibility"] = {{"visible", false}};
-        }
-        if (options.hasExtras && !extras.empty())
+        if (at == 0)
+            tellOfPlace(node, child, json, extras);
+        if (!extras.empty())
             json["extras"] = std::move(extras);
         number = document.add(List::nodes, json);
     }
     return number;
+}
+
+/// What the outermost node of a child tells of where it stands in its parent.
+void FltGltfNodes::tellOfPlace(FltVisualNode const& node, Child const& child, GltfJson& json,
+                               GltfJson& extras)
+{
+    if (options.hasExtras && child.number)
+        extras["child"] = *child.number;
+    if (!child.coarser.empty()) {
+        document.use("MSFT_lod");
+        json["extensions"]["MSFT_lod"] = {{"ids", child.coarser}};
+        extras["MSFT_screencoverage"] = child.coverages;
+    }
+    if (node.isHidden || !child.isShown) {
+        document.use("KHR_node_visibility");
+        json["extensions"]["KHR_node_visibility"] = {{"visible", false}};
+    }
 }
 
 GltfJson FltGltfNodes::extrasOf(FltVisualNode const& node, Place const& inside)
@@ -379,7 +435,10 @@ void FltGltfNodes::tellWhatIsLost(FltVisualNode const& node)
             losses.add("attenuation of lights");
     }
     if (auto const* const levels = node.as<FltVisualLevels>()) {
-        losses.add("coarser levels of detail", countCoarser(node, *levels));
+        if (!keepsCoarser(node))
+            losses.add("coarser levels of detail", countCoarser(node, *levels));
+        if (options.keepsLevels && !levels->nextStays.empty())
+            losses.add("levels of detail that add to each other");
         if (hasRanges(node))
             losses.add("ranges of levels of detail");
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gltf/FltGltfBounds.h"
 #include "gltf/FltGltfLosses.h"
 #include "gltf/FltGltfMeshes.h"
 #include "gltf/FltGltfOptions.h"
@@ -44,6 +45,8 @@ private:
     struct Child {
         std::optional<std::size_t> number = std::nullopt; ///< Of a child that isn't always shown.
         bool isShown = true;
+        std::vector<int> coarser = {};      ///< Nodes that stand for it farther away.
+        std::vector<double> coverages = {}; ///< The parts of the screen above which each is drawn.
     };
 
     /// The nodes that a node of the visual becomes, one in the other.
@@ -61,6 +64,7 @@ private:
     void addMatrix(SbDPMatrix matrix, Place& inside, Chain& chain);
     std::vector<int> writeChildren(FltVisualNode const& node, Place const& inside);
     void writeLevels(FltVisualNode const& node, Place const& inside, std::vector<int>& list);
+    Child writeCoarser(FltVisualNode const& node, std::size_t finest, Place const& inside);
     void writeChosen(FltVisualNode const& node, Place const& inside, std::vector<int>& list);
     void addChild(std::vector<int>& list, std::shared_ptr<FltVisualNode> const& node, Place const& place,
                   Child const& child);
@@ -69,6 +73,8 @@ private:
     GltfJson contentOf(FltVisualNode const& node, Place const& inside, std::vector<int>& children);
     GltfJson extrasOf(FltVisualNode const& node, Place const& inside);
     int addLight(FltVisualLight const& light);
+    void tellOfPlace(FltVisualNode const& node, Child const& child, GltfJson& json, GltfJson& extras);
+    bool keepsCoarser(FltVisualNode const& node) const;
     static bool isShown(FltVisualNode const& node, std::size_t child);
     void tellWhatIsLost(FltVisualNode const& node);
     bool hasRoom() const;
@@ -80,6 +86,7 @@ private:
     FltGltfLosses& losses;
     std::shared_ptr<FltVisualNode> root;
     FltLocalZeros zeros;
+    FltGltfBounds bounds;
     std::size_t mostText;
     std::uint64_t triangleCount = 0;
     int hiddenAround = 0;              ///< Nodes around what is written now that aren't drawn.

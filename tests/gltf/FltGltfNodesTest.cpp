@@ -179,6 +179,38 @@ TEST(FltGltfNodes, AreThoseOfCoarserLevelsThatStay)
     EXPECT_EQ(Written({none}).lost("coarser levels of detail"), 0U);
 }
 
+/// Coarser levels stand outside of the scene, and are drawn where the part covers less of the screen.
+TEST(FltGltfNodes, AreThoseOfAllLevelsIfThatIsWanted)
+{
+    Node const levels = node("levels");
+    FltVisualLevels& ranges = levels->become<FltVisualLevels>();
+    ranges.distances = {1, 10, 100, 1000};
+    levels->children = {nullptr, withTriangle("near"), withTriangle("far"), withTriangle("farthest"),
+                        nullptr};
+    FltGltfOptions options;
+    options.keepsLevels = true;
+    Written const written({levels}, options);
+    EXPECT_EQ(written.report.triangles, 1U);
+    EXPECT_EQ(written.read.corners().size(), 3U) << "of a reader without the extension";
+    EXPECT_EQ(written.lost("coarser levels of detail"), 0U);
+    ReadGltf::Json const& near = written.read.node("near");
+    ReadGltf::Json const& ids = near["extensions"]["MSFT_lod"]["ids"];
+    ASSERT_EQ(ids.size(), 2U);
+    EXPECT_EQ(written.read.nodeAt(ids[0])["name"], "far");
+    EXPECT_EQ(written.read.nodeAt(ids[1])["name"], "farthest");
+    EXPECT_EQ(written.read.node("levels")["children"].size(), 1U);
+    ReadGltf::Json const& coverage = near["extras"]["MSFT_screencoverage"];
+    ASSERT_EQ(coverage.size(), 3U);
+    // A triangle with a box of 1 by 1 has a radius of 0.7071.
+    EXPECT_NEAR(coverage[0].get<double>(), 0.5 / (100 / 3.0), 1e-9);
+    EXPECT_NEAR(coverage[1].get<double>(), 0.5 / (10000 / 3.0), 1e-9);
+    EXPECT_EQ(coverage[2], 0);
+    ranges.nextStays = {false, false, true, false};
+    Written const adding({levels}, options);
+    EXPECT_FALSE(adding.has("far"));
+    EXPECT_EQ(adding.lost("levels of detail that add to each other"), 1U);
+}
+
 /// The frame is a node around the one that moves, and its inverse one in it.
 TEST(FltGltfNodes, OfJointsMoveAsTheyDo)
 {
