@@ -37,7 +37,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "src/gltf": ("src/toolkit", "src/textures", "src/messages", "src/visual", "src/loader"),
     "src/obj": ("src/toolkit", "src/textures", "src/visual", "src/loader", "src/gltf"),
     "src/filekit": ("src/toolkit", "src/loader"),
-    "python": ("src/toolkit", "src/visual", "src/loader", "src/gltf"),
+    "python": ("src/toolkit", "src/visual", "src/loader", "src/gltf", "src/obj"),
     "tools/support": ("src/toolkit", "src/textures", "src/messages", "src/records", "src/loader"),
     "tools/info": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),
     "tools/check": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),

@@ -8,9 +8,11 @@
 #include "RecordObject.h"
 #include "ReportJson.h"
 
+#include "gltf/FltGltf.h"
 #include "loader/FltLoader.h"
 #include "loader/FltLoaderOption.h"
 #include "loader/FltRecordReader.h"
+#include "obj/FltObj.h"
 #include "toolkit/SoNodeRef.h"
 #include "toolkit/VelloReaderExport.h"
 
@@ -18,6 +20,7 @@
 #include <Inventor/nodes/SoSeparator.h>
 #include <dlfcn.h>
 #include <exception>
+#include <filesystem>
 #include <memory>
 #include <set>
 #include <stdexcept>
@@ -98,6 +101,10 @@ PyObject* guarded(PyObject* fail, Function const& function)
             Py_DecRef(PyObject_CallFunction(fail, "sNiN", nameOf(problem.kind()), textOf(problem.what()),
                                             problem.systemError(),
                                             PyUnicode_DecodeFSDefault(problem.file().c_str())));
+    } catch (FltGltfError const& problem) {
+        Py_DecRef(PyObject_CallFunction(fail, "sNiN", "refused", textOf(problem.what()),
+                                        problem.systemError(),
+                                        PyUnicode_DecodeFSDefault(problem.file().c_str())));
     } catch (std::bad_alloc const&) {
         PyErr_NoMemory();
     } catch (std::invalid_argument const& problem) {
@@ -321,6 +328,21 @@ VELLOREADER_API PyObject* velloreader_scene(PyObject* visual, SoGroup* parent, P
         FltScene const scene = FltLoader::makeScene(loaded->visual);
         parent->addChild(scene.root());
         return owning(std::make_unique<Root>(scene.root()));
+    });
+}
+
+/// Writes plain data into a file, in the form that its name says.
+/// @return what that form can't tell, by kind, as JSON
+VELLOREADER_API PyObject* velloreader_save(PyObject* visual, char const* path, PyObject* fail)
+{
+    return guarded(fail, [&] {
+        FltVisual const& loaded = owned<std::shared_ptr<LoadedVisual>>(visual)->visual;
+        bool const isObj = std::filesystem::path(path).extension() == ".obj";
+        FltGltfReport const report = isObj ? FltObj::write(loaded, path) : FltGltf::write(loaded, path);
+        Json omissions = Json::object();
+        for (FltOmission const& omission : report.omissions)
+            omissions[omission.kind] = omission.count;
+        return jsonTextOf(omissions);
     });
 }
 

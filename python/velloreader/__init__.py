@@ -178,6 +178,7 @@ _FUNCTIONS: dict[str, list[Any]] = {
     "set": [ctypes.py_object, ctypes.c_char_p, ctypes.c_char_p],
     "load": [ctypes.py_object, ctypes.c_char_p, ctypes.c_void_p, ctypes.py_object],
     "scene": [ctypes.py_object, ctypes.c_void_p],
+    "save": [ctypes.py_object, ctypes.c_char_p],
     "meshes": [ctypes.py_object],
     "next_mesh": [ctypes.py_object],
     "array": [ctypes.py_object, ctypes.c_char_p, ctypes.c_size_t],
@@ -532,10 +533,27 @@ class Database:
             >>> sum(len(mesh.triangles) for mesh in database.meshes() if mesh.kind == "faces") > 1000
             True
         """
+        self._check_visual()
+        return self._walk(_native.velloreader_meshes(self._visual, _fail), tuple(self.textures))
+
+    def save(self, path: Path) -> dict[str, int]:
+        """Writes what is to be seen of the database into a file, whole or not at all, in the form that the
+        ending of its name says: .glb or .gltf for most programs of today, .html for a page that shows it in
+        any browser, .obj for older programs. Returns what the form can't tell: how much of each kind. Raises
+        ValueError for other endings and after the exact conversion, which makes scenes only, and OSError if
+        it can't be written.
+
+            >>> Database("airfield.flt").save("airfield.glb")["texts"]
+            1
+        """
+        self._check_visual()
+        omissions: dict[str, int] = json.loads(_native.velloreader_save(self._visual, _name_of(path), _fail))
+        return omissions
+
+    def _check_visual(self) -> None:
         if self._visual is None:
             name = os.fsdecode(self._name)
             raise ValueError(f"{name}: the exact conversion makes scenes only. Load without that option.")
-        return self._walk(_native.velloreader_meshes(self._visual, _fail), tuple(self.textures))
 
     @staticmethod
     def _walk(meshes: Any, textures: Sequence[Texture]) -> Iterator[Mesh]:

@@ -209,6 +209,6 @@ TEST(PluginLibrary, theModulesBesideItExportWhatTheirLoadersLookFor)
               (std::set<std::string>{"velloreader_array", "velloreader_begin", "velloreader_columns",
                                      "velloreader_load", "velloreader_loader", "velloreader_meshes",
                                      "velloreader_next", "velloreader_next_mesh", "velloreader_options",
-                                     "velloreader_records", "velloreader_register", "velloreader_scene",
-                                     "velloreader_set"}));
+                                     "velloreader_records", "velloreader_register", "velloreader_save",
+                                     "velloreader_scene", "velloreader_set"}));
 }

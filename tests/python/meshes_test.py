@@ -5,6 +5,7 @@ import inspect
 import pathlib
 import subprocess
 import sys
+import tempfile
 import unittest
 import weakref
 
@@ -36,6 +37,26 @@ def run(program):
     text = f"import velloreader\npath = {str(PARTS)!r}\n{program}"
     command = [sys.executable, "-W", "error", "-c", text]
     return subprocess.run(command, capture_output=True, text=True, check=True).stdout.split()
+
+
+class SaveTest(unittest.TestCase):
+    def test_writes_the_form_of_the_name(self):
+        with tempfile.TemporaryDirectory() as folder:
+            database = velloreader.Database(PARTS)
+            for name, begin in (("a.glb", b"glTF"), ("a.gltf", b"{"), ("a.html", b"<!doctype html>"),
+                                ("a.obj", b"mtllib a.mtl")):
+                path = pathlib.Path(folder, name)
+                self.assertIsInstance(database.save(path), dict)
+                self.assertTrue(path.read_bytes().startswith(begin), name)
+
+    def test_tells_why_it_cant(self):
+        database = velloreader.Database(PARTS)
+        with self.assertRaisesRegex(ValueError, "a.png"):
+            database.save("a.png")
+        with self.assertRaises(OSError):
+            database.save("/nowhere/a.glb")
+        with self.assertRaisesRegex(ValueError, "exact conversion"):
+            velloreader.Database(PARTS, exact=True).save("a.glb")
 
 
 class MeshesTest(unittest.TestCase):
