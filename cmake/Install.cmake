@@ -36,7 +36,7 @@ foreach(header IN LISTS public_headers)
   install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VelloReader/${folder})
 endforeach()
 set(loader_headers loader/FltDatabaseInfo.h loader/FltLoadError.h loader/FltLoader.h loader/FltLoadReport.h
-    loader/FltMessage.h loader/FltRecordReader.h loader/FltScene.h loader/FltVisual.h)
+    loader/FltMessage.h loader/FltProjection.h loader/FltRecordReader.h loader/FltScene.h loader/FltVisual.h)
 foreach(header IN LISTS loader_headers)
   install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VelloReader)
 endforeach()

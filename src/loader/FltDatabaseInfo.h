@@ -17,6 +17,10 @@ struct FltDatabaseInfo {
     std::string lastChange;        ///< Date and time as the tool wrote them.
     int projection = 0;            ///< Number of the map projection; 0 is a flat earth.
     int ellipsoid = 0;             ///< Number of the earth model; 0 is WGS 1984.
+    int utmZone = 0;               ///< Of the projection UTM, below zero in the south; 0 if none is stored.
+    double earthMajorAxis = 0;     ///< Metres, of the ellipsoid -1, which the header defines.
+    double earthMinorAxis = 0;     ///< Metres.
+    double delta[2] = {0, 0};      ///< What places the database among others, in x and y, in its unit.
     double originLatitude = 0;     ///< Degrees, of the database's origin.
     double originLongitude = 0;    ///< Degrees.
     double southWestLatitude = 0;  ///< Degrees, of the extents.

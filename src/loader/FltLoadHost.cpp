@@ -44,6 +44,11 @@ void fill(FltDatabaseInfo& info, FltRecordHeader const& header)
     info.lastChange = FltText::withoutEnd(textOf(header.lastRevisionDateTime));
     info.projection = header.projectionType;
     info.ellipsoid = header.earthEllipsoidModel;
+    info.utmZone = header.utmZone;
+    info.earthMajorAxis = header.earthMajorAxis;
+    info.earthMinorAxis = header.earthMinorAxis;
+    info.delta[0] = header.XdeltaToPlaceDatabase;
+    info.delta[1] = header.YdeltaToPlaceDatabase;
     info.originLatitude = header.originLatitude;
     info.originLongitude = header.originLongitude;
     info.southWestLatitude = header.southWestCornerLatitude;

@@ -529,6 +529,25 @@ TEST_F(FltLoaderTest, KnowsUnitsRevisionAndOrigin)
     EXPECT_EQ(info.bytes, flt.bytes().size());
 }
 
+TEST_F(FltLoaderTest, KnowsWhatTheHeaderSaysOfTheEarth)
+{
+    FltWriter const flt(1580, {{"projectionType", 4},
+                               {"utmZone", -19},
+                               {"earthEllipsoidModel", -1},
+                               {"earthMajorAxis", 6378200},
+                               {"earthMinorAxis", 6356800},
+                               {"XdeltaToPlaceDatabase", 400000},
+                               {"YdeltaToPlaceDatabase", 5000000}});
+    FltDatabaseInfo const info = loader.load(save(flt)).info();
+    EXPECT_EQ(info.projection, 4);
+    EXPECT_EQ(info.utmZone, -19);
+    EXPECT_EQ(info.ellipsoid, -1);
+    EXPECT_EQ(info.earthMajorAxis, 6378200);
+    EXPECT_EQ(info.earthMinorAxis, 6356800);
+    EXPECT_EQ(info.delta[0], 400000);
+    EXPECT_EQ(info.delta[1], 5000000);
+}
+
 TEST_F(FltLoaderTest, CountsWhatTheSceneDoesNotShow)
 {
     FltWriter flt;
