@@ -56,7 +56,7 @@ MAY_INCLUDE |= {
     "tests/support": (*LIBRARY, "writer"),
     "tests": (*LIBRARY, "writer", "tests/support", "tools/support", "tools/convert", "tools/iv"),
     "tests/shot": (*LIBRARY, "writer", "tests/support", "tools/support", "tools/shot"),
-    "tests/view": (*LIBRARY, "writer", "tests/support", "tools/view"),
+    "tests/view": (*LIBRARY, "writer", "tests/support", "tools/support", "tools/view"),
     "bench": (*LIBRARY, "writer", "tests/support", "tools/support", "tools/shot"),
     "fuzz": (*LIBRARY, "writer", "tests/support"),
 }

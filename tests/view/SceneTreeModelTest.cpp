@@ -227,4 +227,45 @@ TEST_F(SceneTreeModelTest, LooksAtAScenesManyWaysOnlyWhenTheyAreOpened)
     node->unref();
 }
 
+TEST_F(SceneTreeModelTest, ShowsAPartAloneAndAllAgain)
+{
+    float const before = box().getMax()[0];
+    model.showOnly(model.indexOfAddress("/door"));
+    EXPECT_EQ(SbVec3f(10, 0, 0), box().getMin());
+    EXPECT_EQ(SbVec3f(20, 0, 10), box().getMax());
+    EXPECT_EQ(Qt::Checked, model.indexOfAddress("/door").data(Qt::CheckStateRole).toInt());
+    EXPECT_EQ(Qt::Unchecked, model.indexOfAddress("/base").data(Qt::CheckStateRole).toInt());
+    model.showOnly(model.indexOfAddress("/base/floor"));
+    EXPECT_EQ(SbVec3f(0, 5, 0), box().getMin());
+    model.showAll();
+    EXPECT_EQ(before, box().getMax()[0]);
+    EXPECT_EQ(Qt::Checked, model.indexOfAddress("/door").data(Qt::CheckStateRole).toInt());
+}
+
+TEST_F(SceneTreeModelTest, MakesTheRowsOfALargeGroupInParts)
+{
+    constexpr int count = 1000;
+    auto* const root = new SoSeparator;
+    root->ref();
+    for (int i = 0; i < count; ++i) {
+        auto* const cube = new SoCube;
+        cube->setName(("cube" + std::to_string(i)).c_str());
+        root->addChild(cube);
+    }
+    model.setScene(root, nullptr, nullptr);
+    QModelIndex const top = model.index(0, 0);
+    EXPECT_TRUE(model.hasChildren(top));
+    int const first = model.rowCount(top);
+    EXPECT_LT(first, 100);
+    EXPECT_TRUE(model.canFetchMore(top));
+    model.fetchMore(top);
+    EXPECT_GT(model.rowCount(top), first);
+    EXPECT_EQ(count - 1, model.findNext("cube999", {}).row()) << "a search looks at all";
+    EXPECT_EQ(count, model.rowCount(top));
+    EXPECT_EQ(count + 1, model.rowsMade());
+    EXPECT_FALSE(model.canFetchMore(top));
+    model.setScene(nullptr, nullptr, nullptr);
+    root->unref();
+}
+
 } // namespace

@@ -40,17 +40,20 @@ std::uint64_t bytesOf(SoField const& field)
 
 } // namespace
 
+void SceneMeasure::add(SoNode& node)
+{
+    SoFieldList fields;
+    node.getFields(fields);
+    statistics.add(node);
+    bytes += bytesOfNode;
+    for (int i = 0; i < fields.getLength(); ++i)
+        bytes += bytesOf(*fields[i]);
+}
+
 SceneMeasure SceneMeasure::of(FltScene const& scene, std::string const& database)
 {
     SceneMeasure measure;
-    SceneNodes::forEach(scene.root(), [&measure](SoNode& node) {
-        SoFieldList fields;
-        node.getFields(fields);
-        measure.statistics.add(node);
-        measure.bytes += bytesOfNode;
-        for (int i = 0; i < fields.getLength(); ++i)
-            measure.bytes += bytesOf(*fields[i]);
-    });
+    SceneNodes::forEach(scene.root(), [&measure](SoNode& node) { measure.add(node); });
     measure.statistics.faces = SceneStatistics::facesOf(scene.references(), database);
 
     SoGetBoundingBoxAction action{SbViewportRegion(100, 100)};

@@ -13,6 +13,9 @@ struct SceneMeasure {
     bool isEmpty = true;     ///< Whether there is nothing to be seen, and so no box.
     std::array<double, 3> least{}, most{};
 
+    /// Takes in a node without what is below it, but for the box.
+    void add(SoNode& node);
+
     /// @param database the file that the scene was loaded from
     static SceneMeasure of(FltScene const& scene, std::string const& database);
 };

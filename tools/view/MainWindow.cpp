@@ -8,13 +8,20 @@
 #include "view/LoadProgress.h"
 #include "view/LoadedScene.h"
 #include "view/LodBar.h"
+#include "view/Measure.h"
 #include "view/MessagePanel.h"
+#include "view/PlaceReadout.h"
 #include "view/RecentFiles.h"
 #include "view/RecordPanel.h"
 #include "view/SceneTreeModel.h"
 #include "view/SceneView.h"
+#include "view/SectionBar.h"
+#include "view/SectionPlane.h"
+#include "view/SelectionStatistics.h"
 #include "view/ShownText.h"
 #include "view/TexturePanel.h"
+#include "view/TreeOpening.h"
+#include "view/ViewFooter.h"
 #include "view/ViewKeys.h"
 #include "view/ViewMenu.h"
 
@@ -60,11 +67,12 @@ QString draggedFile(QMimeData const& data)
 } // namespace
 
 MainWindow::MainWindow(FltLoader loader)
-    : loader(std::move(loader)), printer(*this), view(new SceneView), banner(new Banner),
-      progress(new LoadProgress), model(new SceneTreeModel(this)), tree(new QTreeView), search(new QLineEdit),
-      records(new RecordPanel), controls(new ControlPanel), textures(new TexturePanel),
-      messages(new MessagePanel), lodBar(new LodBar), statistics(ShownText::label()),
-      recent(new RecentFiles(this)), fileWatch(new FileWatch(this))
+    : loader(std::move(loader)), printer(*this), view(new SceneView), footer(new ViewFooter(*view)),
+      section(std::make_unique<SectionPlane>(view->content())), sectionBar(new SectionBar(*section)),
+      measure(std::make_unique<Measure>(view->marks())), banner(new Banner), progress(new LoadProgress),
+      model(new SceneTreeModel(this)), tree(new QTreeView), search(new QLineEdit), records(new RecordPanel),
+      controls(new ControlPanel), textures(new TexturePanel), messages(new MessagePanel), lodBar(new LodBar),
+      statistics(ShownText::label()), recent(new RecentFiles(this)), fileWatch(new FileWatch(this))
 {
     setWindowTitle("fltview");
     setObjectName("fltview");
@@ -88,6 +96,7 @@ QWidget* MainWindow::makeCentre()
     layout->addWidget(banner);
     layout->addWidget(progress);
     layout->addWidget(view, 1);
+    layout->addWidget(footer);
     return centre;
 }
 
@@ -96,8 +105,7 @@ void MainWindow::connectParts()
     connect(tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](QModelIndex const& index) { takeTreeSelection(index); });
     connect(tree, &QTreeView::doubleClicked, this, &MainWindow::frameSelection);
-    connect(view, &SceneView::picked, this, [this](SoPath* picked) { takePick(picked, false); });
-    connect(view, &SceneView::pickedTwice, this, [this](SoPath* picked) { takePick(picked, true); });
+    connectView();
     connect(search, &QLineEdit::returnPressed, this, [this] { find(search->text()); });
     connect(controls, &ControlPanel::changed, this, &MainWindow::takeChange);
     connect(lodBar, &LodBar::changed, this, &MainWindow::takeChange);
@@ -123,6 +131,29 @@ void MainWindow::connectParts()
     });
 }
 
+void MainWindow::connectView()
+{
+    connect(view, &SceneView::picked, this, [this](SoPath* picked) { takePick(picked, false); });
+    connect(view, &SceneView::pickedTwice, this, [this](SoPath* picked) { takePick(picked, true); });
+    connect(view, &SceneView::pointed, this, &MainWindow::takePlace);
+    connect(viewMenu, &ViewMenu::showOnlyWanted, this, [this] { model->showOnly(tree->currentIndex()); });
+    connect(viewMenu, &ViewMenu::showAllWanted, this, [this] { model->showAll(); });
+    connect(viewMenu, &ViewMenu::measuringChanged, this, [this](bool isOn) {
+        isMeasuring = isOn;
+        measure->clear();
+        footer->say(isOn ? tr("Click the first place to measure from.") : QString());
+    });
+}
+
+void MainWindow::takePlace(SbVec3f const& place)
+{
+    if (places == nullptr)
+        return;
+    QString const text = isMeasuring ? measure->take(place, places->unitName()) : places->textOf(place);
+    footer->say(text);
+    printer.print("place " + text);
+}
+
 MainWindow::~MainWindow()
 {
     clear();
@@ -140,6 +171,10 @@ void MainWindow::clear()
     model->setScene(nullptr, nullptr, nullptr);
     viewMenu->play()->setEnabled(false);
     statistics->clear();
+    measure->clear();
+    places.reset();
+    selectionStatistics.reset();
+    footer->setUnit({});
     scene.reset();
 }
 
@@ -223,7 +258,11 @@ void MainWindow::makeMenus()
     connect(viewMenu->play(), &QAction::triggered, this, &MainWindow::setPlaying);
     bar->addSeparator();
     bar->addWidget(lodBar);
+    QToolBar* const sectionTools = addToolBar(tr("Section"));
+    sectionTools->setObjectName("sectionTools");
+    sectionTools->addWidget(sectionBar);
     viewMenu->addSeparator();
+    viewMenu->addAction(sectionTools->toggleViewAction());
     for (QDockWidget* dock : findChildren<QDockWidget*>())
         viewMenu->addAction(dock->toggleViewAction());
 
@@ -319,13 +358,19 @@ void MainWindow::take(std::unique_ptr<LoadedScene> loaded, bool isSameAgain)
     model->setScene(loaded->scene.root(), &loaded->scene, &loaded->records);
     std::swap(scene, loaded); // the old one goes at the end, when nobody looks at it
     banner->hide();
+    measure->clear();
+    places = std::make_unique<PlaceReadout>(scene->scene.info(), loader.units == FltLoader::Units::metres);
+    selectionStatistics = std::make_unique<SelectionStatistics>(scene->scene);
+    footer->setUnit(places->unitName());
+    section->setBox(view->box());
+    sectionBar->apply();
     printer.print((isSameAgain ? "reloaded " : "loaded ") + ShownText::printable(path));
     textures->show(&scene->textures, QFileInfo(path).absolutePath());
     messages->show(scene->scene.messages());
     lodBar->show(&scene->levelsOfDetail);
     statistics->setText(QString::fromStdString(scene->describe()));
     setWindowTitle(ShownText::title(QFileInfo(path).fileName()) + " - fltview");
-    tree->expandToDepth(1);
+    TreeOpening::open(*tree);
     if (isSameAgain && !selected.isEmpty())
         tree->setCurrentIndex(model->indexOfAddress(selected));
     if (!isSameAgain)
@@ -414,6 +459,12 @@ void MainWindow::takeTreeSelection(QModelIndex const& index)
     view->select(model->path(index));
     showRecords(index);
     controls->show(*scene, *model, index);
+    if (SoNode* const node = model->node(index); node != nullptr) {
+        QString const numbers =
+            QString::fromStdString(selectionStatistics->of(*node, model->record(index)).describe());
+        records->setSummary(numbers);
+        printer.print("selection " + numbers);
+    }
     printer.printSelection(*model, index, scene->path());
     printer.printBox(view->selectionBox());
     printer.printWidgetsSoon();

@@ -14,16 +14,22 @@ class FileWatch;
 class LoadProgress;
 class LoadedScene;
 class LodBar;
+class Measure;
 class MessagePanel;
+class PlaceReadout;
 class QLabel;
 class QLineEdit;
 class QTreeView;
 class RecentFiles;
 class RecordPanel;
 class SceneTreeModel;
+class SectionBar;
+class SectionPlane;
+class SelectionStatistics;
 class SceneView;
 class SoPath;
 class TexturePanel;
+class ViewFooter;
 class ViewMenu;
 
 /// The window: the tree beside the picture, the selected record, controls, textures and messages around it.
@@ -92,6 +98,8 @@ private:
     void takePick(SoPath* picked, bool frames);
     void frameSelection();
     void takeChange();
+    void takePlace(SbVec3f const& place);
+    void connectView();
     void check();
     void setTime(FltLoader::TimeOfDay time);
     void about();
@@ -104,6 +112,13 @@ private:
     bool isWatching = false;
 
     SceneView* view;
+    ViewFooter* footer;
+    std::unique_ptr<SectionPlane> section;
+    SectionBar* sectionBar;
+    std::unique_ptr<Measure> measure;
+    bool isMeasuring = false;
+    std::unique_ptr<PlaceReadout> places;                     ///< Of the scene.
+    std::unique_ptr<SelectionStatistics> selectionStatistics; ///< Of the scene.
     Banner* banner;
     LoadProgress* progress;
     SceneTreeModel* model;

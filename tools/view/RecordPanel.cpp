@@ -118,12 +118,18 @@ bool filterItem(QTreeWidgetItem& item, QString const& text)
 } // namespace
 
 RecordPanel::RecordPanel(QWidget* parent)
-    : QWidget(parent), search(new QLineEdit), noteLine(ShownText::label()), tree(new QTreeWidget)
+    : QWidget(parent), search(new QLineEdit), summary(ShownText::label()), noteLine(ShownText::label()),
+      tree(new QTreeWidget)
 {
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(summary);
     layout->addWidget(search);
     layout->addWidget(noteLine);
+    summary->setObjectName("summary");
+    summary->setWordWrap(true);
+    summary->setMargin(4);
+    summary->hide();
     layout->addWidget(tree);
     noteLine->setObjectName("note");
     noteLine->setWordWrap(true);
@@ -142,6 +148,7 @@ void RecordPanel::show(std::vector<Json> const& records, SoNode const* node, QSt
 {
     tree->setUpdatesEnabled(false);
     tree->clear();
+    setSummary({});
     noteLine->setText(note);
     noteLine->setVisible(!note.isEmpty());
     for (Json const& record : records)
@@ -150,6 +157,12 @@ void RecordPanel::show(std::vector<Json> const& records, SoNode const* node, QSt
         addNode(*node);
     filter(search->text());
     tree->setUpdatesEnabled(true);
+}
+
+void RecordPanel::setSummary(QString const& text)
+{
+    summary->setText(text);
+    summary->setVisible(!text.isEmpty());
 }
 
 void RecordPanel::addRecord(Json const& record)

@@ -24,12 +24,16 @@ public:
     void show(std::vector<nlohmann::ordered_json> const& records, SoNode const* node,
               QString const& note = {});
 
+    /// Says above the fields what the selected part is made of.
+    void setSummary(QString const& text);
+
 private:
     void addRecord(nlohmann::ordered_json const& record);
     void addNode(SoNode const& node);
     void filter(QString const& text);
 
     QLineEdit* search;
+    QLabel* summary;
     QLabel* noteLine;
     QTreeWidget* tree;
 };

@@ -16,6 +16,8 @@
 #include <Inventor/nodes/SoVertexProperty.h>
 #include <algorithm>
 #include <cstring>
+#include <iterator>
+#include <limits>
 #include <utility>
 
 namespace
@@ -24,6 +26,10 @@ namespace
 /// How many items a search looks at: shared parts of a scene may stand in the tree more often than anybody
 /// can wait for.
 constexpr int longestSearch = 1000000;
+
+/// How many rows of a group are made at once.
+constexpr std::size_t rowsAtOnce = 32;
+constexpr std::size_t allRows = std::numeric_limits<std::size_t>::max();
 
 /// Switches around the children of a switch record bear this before its name.
 constexpr char wrapperMark[] = "child_of_";
@@ -105,8 +111,8 @@ struct SceneTreeModel::Item {
     /// The children to go down by, from the parent's node to this one. The switches that hide single children
     /// aren't counted.
     std::vector<int> steps;
-    bool isCollected = false;
-    std::vector<std::unique_ptr<Item>> children;
+    int nextChild = 0;                           ///< Of the node, the first that hasn't been looked at.
+    std::vector<std::unique_ptr<Item>> children; ///< As far as they are made.
 
     bool isDescribed = false;
     QString name; ///< Empty if it has none.
@@ -114,6 +120,8 @@ struct SceneTreeModel::Item {
 
     /// The group that holds the first node on the way here.
     SoNode* group() const { return parent->node; }
+
+    bool hasMore() const { return isOfType(node, SoGroup::getClassTypeId()) && nextChild < childCount(node); }
 };
 
 SceneTreeModel::SceneTreeModel(QObject* parent) : QAbstractItemModel(parent) {}
@@ -123,11 +131,13 @@ void SceneTreeModel::setScene(SoNode* newRoot, FltScene const* newScene, SceneRe
 {
     beginResetModel();
     root.reset();
+    made = 0;
     scene = newScene;
     records = newRecords;
     if (newRoot != nullptr) {
         root = std::make_unique<Item>();
         root->node = newRoot;
+        made = 1;
     }
     endResetModel();
 }
@@ -155,34 +165,86 @@ bool SceneTreeModel::hasItem(Item const& parent, SoNode const* node) const
     return isSeen(node) || holdsAnything(node) || ownPlaceOf(&parent, node);
 }
 
-void SceneTreeModel::collect(Item& parent, SoNode* node, std::vector<int>& steps) const
+void SceneTreeModel::collectAt(Item& parent, SoNode* node, int index, std::vector<int>& steps,
+                               Items& items) const
 {
-    for (int i = 0; i < childCount(node); ++i) {
-        SoNode* const child = Visibility::child(node, i);
-        steps.push_back(i);
-        if (hasItem(parent, child)) {
-            auto item = std::make_unique<Item>();
-            item->node = child;
-            item->parent = &parent;
-            item->row = static_cast<int>(parent.children.size());
-            item->steps = steps;
-            parent.children.push_back(std::move(item));
-        } else if (isWrapper(child)) {
-            collect(parent, child, steps);
-        }
-        steps.pop_back();
+    SoNode* const child = Visibility::child(node, index);
+    steps.push_back(index);
+    if (hasItem(parent, child)) {
+        auto item = std::make_unique<Item>();
+        item->node = child;
+        item->parent = &parent;
+        item->row = static_cast<int>(parent.children.size() + items.size());
+        item->steps = steps;
+        items.push_back(std::move(item));
+    } else if (isWrapper(child)) {
+        for (int i = 0; i < childCount(child); ++i)
+            collectAt(parent, child, i, steps, items);
     }
+    steps.pop_back();
 }
 
-std::vector<std::unique_ptr<SceneTreeModel::Item>>& SceneTreeModel::childrenOf(Item& item) const
+/// Makes the next items below one, which don't belong to it yet.
+SceneTreeModel::Items SceneTreeModel::collect(Item& item, std::size_t most) const
 {
-    if (!item.isCollected) {
-        item.isCollected = true;
-        std::vector<int> steps;
-        if (isOfType(item.node, SoGroup::getClassTypeId()))
-            collect(item, item.node, steps);
-    }
+    Items items;
+    std::vector<int> steps;
+    while (item.hasMore() && items.size() < most)
+        collectAt(item, item.node, item.nextChild++, steps, items);
+    made += static_cast<int>(items.size());
+    return items;
+}
+
+/// A handful, if there are none yet: views ask for the number of rows first.
+SceneTreeModel::Items& SceneTreeModel::firstChildrenOf(Item& item) const
+{
+    if (item.nextChild == 0)
+        item.children = collect(item, rowsAtOnce);
     return item.children;
+}
+
+SceneTreeModel::Items& SceneTreeModel::childrenOf(Item& item)
+{
+    firstChildrenOf(item);
+    fetch(item, allRows);
+    return item.children;
+}
+
+void SceneTreeModel::fetch(Item& item, std::size_t most)
+{
+    Items items = collect(item, most);
+    if (items.empty())
+        return;
+    int const first = static_cast<int>(item.children.size());
+    beginInsertRows(indexOfItem(&item), first, first + static_cast<int>(items.size()) - 1);
+    std::move(items.begin(), items.end(), std::back_inserter(item.children));
+    endInsertRows();
+}
+
+bool SceneTreeModel::canFetchMore(QModelIndex const& parent) const
+{
+    Item const* const item = itemOf(parent);
+    return item != nullptr && parent.column() == nameColumn && item->nextChild > 0 && item->hasMore();
+}
+
+void SceneTreeModel::fetchMore(QModelIndex const& parent)
+{
+    if (canFetchMore(parent))
+        fetch(*itemOf(parent), rowsAtOnce);
+}
+
+/// Without making rows, if that can be told by looking at a child or two.
+bool SceneTreeModel::hasChildren(QModelIndex const& parent) const
+{
+    Item* const item = itemOf(parent);
+    if (item == nullptr)
+        return root != nullptr;
+    if (parent.column() != nameColumn || item->nextChild > 0 || !item->hasMore())
+        return parent.column() == nameColumn && !item->children.empty();
+    for (int i = 0; i < childCount(item->node); ++i)
+        if (hasItem(*item, Visibility::child(item->node, i)))
+            return true;
+    return !firstChildrenOf(*item).empty();
 }
 
 SceneTreeModel::Item* SceneTreeModel::itemOf(QModelIndex const& index) const
@@ -224,7 +286,7 @@ SoPath* SceneTreeModel::path(QModelIndex const& index) const
     return path;
 }
 
-QModelIndex SceneTreeModel::indexOf(SoPath const& path) const
+QModelIndex SceneTreeModel::indexOf(SoPath const& path)
 {
     if (root == nullptr || path.getLength() == 0 || path.getNode(0) != root->node)
         return {};
@@ -258,7 +320,7 @@ QString SceneTreeModel::address(QModelIndex const& index) const
     return text;
 }
 
-QModelIndex SceneTreeModel::indexOfAddress(QString const& address) const
+QModelIndex SceneTreeModel::indexOfAddress(QString const& address)
 {
     Item* item = root.get();
     for (QString const& name : address.split('/', Qt::SkipEmptyParts)) {
@@ -273,7 +335,7 @@ QModelIndex SceneTreeModel::indexOfAddress(QString const& address) const
     return indexOfItem(item);
 }
 
-SceneTreeModel::Item* SceneTreeModel::next(Item* item) const
+SceneTreeModel::Item* SceneTreeModel::next(Item* item)
 {
     if (!childrenOf(*item).empty())
         return item->children.front().get();
@@ -285,7 +347,7 @@ SceneTreeModel::Item* SceneTreeModel::next(Item* item) const
     return item; // the root
 }
 
-QModelIndex SceneTreeModel::findNext(QString const& text, QModelIndex const& from) const
+QModelIndex SceneTreeModel::findNext(QString const& text, QModelIndex const& from)
 {
     Item* const start = from.isValid() ? itemOf(from) : root.get();
     if (start == nullptr || text.isEmpty())
@@ -306,7 +368,7 @@ QModelIndex SceneTreeModel::index(int row, int column, QModelIndex const& parent
     if (column < 0 || column >= columns || row < 0 || row >= rowCount(parent))
         return {};
     Item* const item =
-        parent.isValid() ? childrenOf(*itemOf(parent))[static_cast<std::size_t>(row)].get() : root.get();
+        parent.isValid() ? itemOf(parent)->children[static_cast<std::size_t>(row)].get() : root.get();
     return createIndex(row, column, item);
 }
 
@@ -320,7 +382,7 @@ int SceneTreeModel::rowCount(QModelIndex const& parent) const
 {
     if (!parent.isValid())
         return root != nullptr ? 1 : 0;
-    return parent.column() == nameColumn ? static_cast<int>(childrenOf(*itemOf(parent)).size()) : 0;
+    return parent.column() == nameColumn ? static_cast<int>(firstChildrenOf(*itemOf(parent)).size()) : 0;
 }
 
 int SceneTreeModel::columnCount(QModelIndex const& /*parent*/) const
@@ -395,6 +457,48 @@ bool SceneTreeModel::setData(QModelIndex const& index, QVariant const& value, in
     Visibility::setHidden(item->group(), item->steps.front(), value.toInt() == Qt::Unchecked);
     emit dataChanged(index, index, {Qt::CheckStateRole});
     return true;
+}
+
+void SceneTreeModel::tellChecks(Item const& parent)
+{
+    if (!parent.children.empty())
+        emit dataChanged(indexOfItem(parent.children.front().get()),
+                         indexOfItem(parent.children.back().get()), {Qt::CheckStateRole});
+}
+
+void SceneTreeModel::showOnly(Item& item)
+{
+    for (Item* shown = &item; shown->parent != nullptr; shown = shown->parent) {
+        for (auto const& other : childrenOf(*shown->parent))
+            Visibility::setHidden(other->group(), other->steps.front(), other.get() != shown);
+        tellChecks(*shown->parent);
+    }
+}
+
+void SceneTreeModel::showOnly(QModelIndex const& index)
+{
+    if (Item* const item = itemOf(index))
+        showOnly(*item);
+}
+
+void SceneTreeModel::showAll(Item& item)
+{
+    bool isChanged = false;
+    for (auto const& child : item.children) {
+        if (Visibility::isHidden(child->group(), child->steps.front())) {
+            Visibility::setHidden(child->group(), child->steps.front(), false);
+            isChanged = true;
+        }
+        showAll(*child);
+    }
+    if (isChanged)
+        tellChecks(item);
+}
+
+void SceneTreeModel::showAll()
+{
+    if (root != nullptr)
+        showAll(*root);
 }
 
 Qt::ItemFlags SceneTreeModel::flags(QModelIndex const& index) const

@@ -13,8 +13,9 @@ class SoNode;
 
 /// The scene as a tree: groups and shapes, each under the name of its record if it stands for one.
 ///
-/// Shared parts of the scene stand in the tree once for each place, so items are made when they are looked
-/// at. Nodes that only set properties, and switches with a single child that the conversion puts around the
+/// Shared parts of the scene stand in the tree once for each place, and a group may have very many children, so
+/// items are made when they are looked at: a handful of each group's at first, and more when somebody scrolls
+/// there or looks for them. Nodes that only set properties, and switches with a single child that the conversion puts around the
 /// children of a switch record, have no items of their own.
 class SceneTreeModel : public QAbstractItemModel
 {
@@ -41,22 +42,34 @@ public:
     SoPath* path(QModelIndex const& index) const;
 
     /// The deepest item that a path leads to.
-    QModelIndex indexOf(SoPath const& path) const;
+    QModelIndex indexOf(SoPath const& path);
 
     /// The names from the root's child on, with a slash before each.
     QString address(QModelIndex const& index) const;
 
     /// The first item of an address; no index if there is none.
-    QModelIndex indexOfAddress(QString const& address) const;
+    QModelIndex indexOfAddress(QString const& address);
 
     /// The next item after @p from whose name holds a text, in letters of any case; the search goes on at the
     /// root once. No index if there is none, or if the tree is too large to be searched whole.
-    QModelIndex findNext(QString const& text, QModelIndex const& from) const;
+    QModelIndex findNext(QString const& text, QModelIndex const& from);
+
+    /// Hides everything but an item, with what is below it and what it stands below.
+    void showOnly(QModelIndex const& index);
+
+    /// Shows again what was hidden.
+    void showAll();
+
+    /// How many rows there are by now, opened or not.
+    int rowsMade() const { return made; }
 
     QModelIndex index(int row, int column, QModelIndex const& parent = {}) const override;
     QModelIndex parent(QModelIndex const& index) const override;
     int rowCount(QModelIndex const& parent = {}) const override;
     int columnCount(QModelIndex const& parent = {}) const override;
+    bool hasChildren(QModelIndex const& parent = {}) const override;
+    bool canFetchMore(QModelIndex const& parent) const override;
+    void fetchMore(QModelIndex const& parent) override;
     QVariant data(QModelIndex const& index, int role) const override;
     bool setData(QModelIndex const& index, QVariant const& value, int role) override;
     Qt::ItemFlags flags(QModelIndex const& index) const override;
@@ -67,10 +80,17 @@ private:
 
     Item* itemOf(QModelIndex const& index) const;
     QModelIndex indexOfItem(Item const* item) const;
-    std::vector<std::unique_ptr<Item>>& childrenOf(Item& item) const;
-    void collect(Item& parent, SoNode* node, std::vector<int>& steps) const;
+    using Items = std::vector<std::unique_ptr<Item>>;
+    Items& firstChildrenOf(Item& item) const;
+    Items& childrenOf(Item& item);
+    Items collect(Item& item, std::size_t most) const;
+    void collectAt(Item& parent, SoNode* node, int index, std::vector<int>& steps, Items& items) const;
+    void fetch(Item& item, std::size_t most);
+    void showOnly(Item& item);
+    void showAll(Item& item);
+    void tellChecks(Item const& parent);
     bool hasItem(Item const& parent, SoNode const* node) const;
-    Item* next(Item* item) const;
+    Item* next(Item* item);
     std::optional<FltRecordPlace> placeOf(SoNode const* node) const;
     std::optional<FltRecordPlace> ownPlaceOf(Item const* parent, SoNode const* node) const;
     void describe(Item& item) const;
@@ -80,6 +100,7 @@ private:
     bool mayBeNamed(Item const& item, QString const& part) const;
 
     std::unique_ptr<Item> root;
+    mutable int made = 0;
     FltScene const* scene = nullptr;
     SceneRecords* records = nullptr;
 };

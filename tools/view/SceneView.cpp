@@ -5,6 +5,7 @@
 #include "view/NormalLines.h"
 #include "view/SelectionBox.h"
 #include "view/SettledPicture.h"
+#include "view/WalkControl.h"
 
 #include <Inventor/Qt/SoQt.h>
 #include <Inventor/Qt/viewers/SoQtExaminerViewer.h>
@@ -15,15 +16,19 @@
 #include <Inventor/nodes/SoPerspectiveCamera.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoSwitch.h>
+#include <Inventor/sensors/SoNodeSensor.h>
 #include <QGLWidget>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <cmath>
 
 namespace
 {
 
 constexpr int clickSlack = 4; ///< Pixels that a click may drag.
+QColor const skyColor(194, 209, 224);
 
 float radians(float degrees)
 {
@@ -46,6 +51,12 @@ SbRotation viewFrom(SceneView::Side side)
         return viewFrom(90, 0);
     case SceneView::Side::top:
         return viewFrom(180, 90);
+    case SceneView::Side::back:
+        return viewFrom(0, 0);
+    case SceneView::Side::left:
+        return viewFrom(270, 0);
+    case SceneView::Side::bottom:
+        return viewFrom(180, -90);
     case SceneView::Side::corner:
         break;
     }
@@ -72,8 +83,8 @@ SoQtViewer::DrawStyle drawStyle(SceneView::Style style)
 } // namespace
 
 SceneView::SceneView(QWidget* parent)
-    : QWidget(parent), top(new SoSeparator), lightModel(new SoLightModel), holder(new SoSeparator),
-      overlay(new SoSeparator), normals(new SoSwitch)
+    : QWidget(parent), top(new SoSeparator), contentRoot(new SoSeparator), markRoot(new SoSeparator),
+      lightModel(new SoLightModel), holder(new SoSeparator), overlay(new SoSeparator), normals(new SoSwitch)
 {
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -82,27 +93,31 @@ SceneView::SceneView(QWidget* parent)
 
     top->ref();
     top->renderCaching = SoSeparator::OFF;
-    auto* const content = new SoSeparator;
-    content->addChild(lightModel);
-    content->addChild(holder);
+    contentRoot->addChild(lightModel);
+    contentRoot->addChild(holder);
     lightAll(false);
-    top->addChild(content);
+    top->addChild(contentRoot);
+    top->addChild(markRoot);
     top->addChild(normals);
     top->addChild(overlay);
 
     viewer = std::make_unique<SoQtExaminerViewer>(frame, "picture", TRUE, SoQtFullViewer::BUILD_NONE);
     viewer->setAnimationEnabled(FALSE);
-    viewer->setBackgroundColor(SbColor(0.76f, 0.82f, 0.88f));
+    setBackground(skyColor);
     viewer->setTransparencyType(SoGLRenderAction::SORTED_OBJECT_BLEND);
     viewer->setEventCallback(takeEvent, this);
     viewer->setSceneGraph(top);
     viewer->getWidget()->setObjectName(pictureName);
     settled = std::make_unique<SettledPicture>(*viewer);
+    cameraSensor = std::make_unique<SoNodeSensor>(
+        [](void* self, SoSensor* /*sensor*/) { emit static_cast<SceneView*>(self)->cameraChanged(); }, this);
+    cameraSensor->attach(camera());
 }
 
 SceneView::~SceneView()
 {
     settled.reset();
+    cameraSensor.reset();
     viewer->setSceneGraph(nullptr);
     viewer.reset();
     if (selected != nullptr)
@@ -121,8 +136,11 @@ void SceneView::setScene(SoSeparator* scene, bool keepCamera)
         holder->addChild(scene);
     if (areNormalsShown)
         showNormals(true);
-    if (keepCamera && hasCamera)
+    markRoot->removeAllChildren();
+    if (keepCamera && hasCamera) {
+        drawnBox = measured();
         return;
+    }
     hasCamera = scene != nullptr;
     lookFrom(Side::corner);
 }
@@ -133,23 +151,33 @@ void SceneView::setStyle(Style style)
     viewer->setDrawStyle(SoQtViewer::INTERACTIVE, SoQtViewer::VIEW_SAME_AS_STILL);
 }
 
+SoCamera* SceneView::camera() const
+{
+    return viewer->getCamera();
+}
+
 void SceneView::lookFrom(Side side)
 {
-    if (SoCamera* const camera = viewer->getCamera())
-        camera->orientation = viewFrom(side);
+    camera()->orientation = viewFrom(side);
     frameAll();
 }
 
 void SceneView::frameAll()
 {
+    drawnBox = measured();
+    frame(drawnBox);
+}
+
+SbBox3f SceneView::measured()
+{
     SbViewportRegion const& region = viewer->getViewportRegion();
     SbBox3f const drawn = DrawnBox::of(holder, region);
     if (!drawn.isEmpty())
-        return frame(drawn);
+        return drawn;
     // Nothing is drawn here, but it may be from elsewhere: levels of detail.
     SoGetBoundingBoxAction action(region);
     action.apply(holder);
-    frame(action.getBoundingBox());
+    return action.getBoundingBox();
 }
 
 void SceneView::frame(SoPath* path)
@@ -159,8 +187,8 @@ void SceneView::frame(SoPath* path)
 
 void SceneView::frame(SbBox3f const& box)
 {
-    if (SoCamera* const camera = viewer->getCamera(); camera != nullptr && !box.isEmpty())
-        CameraFit::fit(*camera, box, viewer->getViewportRegion().getViewportAspectRatio());
+    if (!box.isEmpty())
+        CameraFit::fit(*camera(), box, viewer->getViewportRegion().getViewportAspectRatio());
 }
 
 SbBox3f SceneView::boxOf(SoPath* path) const
@@ -204,6 +232,51 @@ void SceneView::lightAll(bool areLit)
     lightModel->setOverride(areLit);
 }
 
+void SceneView::setHeadlight(bool isOn)
+{
+    viewer->setHeadlight(isOn ? TRUE : FALSE);
+}
+
+void SceneView::setBackground(QColor const& color)
+{
+    viewer->setBackgroundColor(SbColor(static_cast<float>(color.redF()), static_cast<float>(color.greenF()),
+                                       static_cast<float>(color.blueF())));
+}
+
+void SceneView::setFieldOfView(double degrees)
+{
+    if (!camera()->isOfType(SoPerspectiveCamera::getClassTypeId()))
+        return;
+    auto& seeing = static_cast<SoPerspectiveCamera&>(*camera());
+    float const angle = radians(static_cast<float>(degrees));
+    float const before = seeing.focalDistance.getValue();
+    float const after = before * std::tan(seeing.heightAngle.getValue() / 2) / std::tan(angle / 2);
+    SbVec3f ahead;
+    seeing.orientation.getValue().multVec(SbVec3f(0, 0, -1), ahead);
+    seeing.position = seeing.position.getValue() + ahead * (before - after);
+    seeing.focalDistance = after;
+    seeing.heightAngle = angle;
+}
+
+SbRotation SceneView::turn() const
+{
+    return camera()->orientation.getValue();
+}
+
+double SceneView::lengthOfPixel() const
+{
+    SbViewportRegion const& region = viewer->getViewportRegion();
+    if (!camera()->isOfType(SoPerspectiveCamera::getClassTypeId()))
+        return 0;
+    auto const& seeing = static_cast<SoPerspectiveCamera const&>(*camera());
+    // The toolkit fits the angle to the smaller side of the picture.
+    SbVec2s const pixels = region.getViewportSizePixels();
+    double const side = std::min(pixels[0], pixels[1]) / viewer->getGLWidget()->devicePixelRatioF();
+    double const length = 2 * static_cast<double>(seeing.focalDistance.getValue()) *
+                          std::tan(static_cast<double>(seeing.heightAngle.getValue()) / 2);
+    return side > 0 ? length / side : 0;
+}
+
 QImage SceneView::picture()
 {
     viewer->render();
@@ -216,12 +289,29 @@ QPoint SceneView::pictureOrigin() const
     return viewer->getGLWidget()->mapTo(window(), QPoint(0, 0));
 }
 
-SbBool SceneView::takeEvent(void* view, QEvent* event)
+SbBool SceneView::takeEvent(void* self, QEvent* event)
 {
+    auto& view = *static_cast<SceneView*>(self);
     if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonRelease ||
         event->type() == QEvent::MouseButtonDblClick)
-        static_cast<SceneView*>(view)->takeMouseEvent(*static_cast<QMouseEvent*>(event));
-    return FALSE; // the viewer takes it as well
+        view.takeMouseEvent(*static_cast<QMouseEvent*>(event));
+    return view.isWalking && view.takeWalk(*event) ? TRUE : FALSE; // the viewer takes it as well
+}
+
+/// @return whether the event is one of walking, which the viewer doesn't get
+bool SceneView::takeWalk(QEvent& event)
+{
+    if (event.type() == QEvent::KeyPress)
+        return WalkControl::takeKey(static_cast<QKeyEvent&>(event), *camera(),
+                                    (drawnBox.getMax() - drawnBox.getMin()).length());
+    if (event.type() != QEvent::MouseMove && event.type() != QEvent::MouseButtonPress &&
+        event.type() != QEvent::MouseButtonRelease)
+        return false;
+    auto const& mouse = static_cast<QMouseEvent&>(event);
+    if (event.type() == QEvent::MouseMove && (mouse.buttons() & Qt::LeftButton) != 0)
+        WalkControl::look(mouse.pos() - lookedFrom, *camera());
+    lookedFrom = mouse.pos();
+    return mouse.button() == Qt::LeftButton || (mouse.buttons() & Qt::LeftButton) != 0;
 }
 
 void SceneView::takeMouseEvent(QMouseEvent const& event)
@@ -246,7 +336,8 @@ void SceneView::takeMouseEvent(QMouseEvent const& event)
         path->unref();
 }
 
-SoPath* SceneView::pick(QPoint const& place) const
+/// Tells the place, too.
+SoPath* SceneView::pick(QPoint const& place)
 {
     SbViewportRegion const& region = viewer->getViewportRegion();
     double const ratio = viewer->getGLWidget()->devicePixelRatioF();
@@ -259,6 +350,7 @@ SoPath* SceneView::pick(QPoint const& place) const
     SoPickedPoint const* const point = action.getPickedPoint();
     if (point == nullptr)
         return nullptr;
+    emit pointed(point->getPoint());
     SoPath* const whole = point->getPath();
     int const at = whole->findNode(holder);
     if (at < 0 || at + 1 >= whole->getLength())

@@ -23,6 +23,9 @@ public:
 
 signals:
     void frameSelectionWanted();
+    void showOnlyWanted(); ///< The selection alone.
+    void showAllWanted();
+    void measuringChanged(bool isOn);
     void timeChosen(FltLoader::TimeOfDay time);
 
 private:
@@ -31,6 +34,10 @@ private:
     QAction* addSwitch(QString const& text, std::string_view command);
     void addSides(QToolBar& bar);
     void addStyles();
+    void addParts();
+    void addLooks();
+    void addFieldsOfView();
+    void addBackgrounds();
 
     SceneView& view;
     QAction* lightAction = nullptr;
