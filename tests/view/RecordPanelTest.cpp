@@ -37,7 +37,7 @@ TEST_F(RecordPanelTest, ShowsAllFieldsOfARecordAndOfTheNode)
     EXPECT_EQ("0x4000000", value("flags"));
     EXPECT_EQ("yes", value("yawRotationIsLimited"));
     EXPECT_EQ("no", value("pitchRotationIsLimited"));
-    EXPECT_EQ("AUTO", value("renderCaching"));
+    EXPECT_EQ("AUTO", value("pickCulling"));
 }
 
 TEST_F(RecordPanelTest, LeavesWhatHoldsTheTextOfTheFilter)
