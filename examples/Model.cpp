@@ -13,6 +13,12 @@ constexpr unsigned noColorFlag = 0x40000000;
 /// The light mode of faces that are lit, in their own colour.
 constexpr int litFaceColor = 2;
 
+/// A colour in the order of the format.
+FltValue packed(Color color)
+{
+    return {255, std::floor(color.blue), std::floor(color.green), std::floor(color.red)};
+}
+
 } // namespace
 
 Point operator+(Point a, Point b)
@@ -53,9 +59,7 @@ Color operator*(Color color, double factor)
 
 FltWriter::Fields painted(Color color)
 {
-    return {{"lightMode", litFaceColor},
-            {"flags", packedColorFlag},
-            {"packedColor", {255, std::floor(color.blue), std::floor(color.green), std::floor(color.red)}}};
+    return {{"lightMode", litFaceColor}, {"flags", packedColorFlag}, {"packedColor", packed(color)}};
 }
 
 FltWriter::Fields paletteColor(int position, int intensity)
@@ -82,7 +86,7 @@ FltWriter::Fields turningToTheEye(Color color)
     return look;
 }
 
-VertexPalette::VertexPalette()
+VertexPalette::VertexPalette(int revision) : writer(revision)
 {
     writer.vertexPalette();
     begin = writer.bytes().size();
@@ -95,9 +99,8 @@ double VertexPalette::plain(Point place)
 
 double VertexPalette::lamp(Point place, Color color)
 {
-    return writer.vertex(
-        "VertexColor", place.x, place.y, place.z,
-        {{"flags", packedVertexColorFlag}, {"packedColor", {255, color.blue, color.green, color.red}}});
+    return writer.vertex("VertexColor", place.x, place.y, place.z,
+                         {{"flags", packedVertexColorFlag}, {"packedColor", packed(color)}});
 }
 
 double VertexPalette::smooth(Point place, Point normal)
@@ -115,6 +118,15 @@ double VertexPalette::smoothMapped(Point place, Point normal, double u, double v
 {
     return writer.vertex("VertexColorNormalUv", place.x, place.y, place.z,
                          {{"vertexNormal", {normal.x, normal.y, normal.z}}, {"texture", {u, v}}});
+}
+
+double VertexPalette::smoothMapped(Point place, Point normal, double u, double v, Color color)
+{
+    return writer.vertex("VertexColorNormalUv", place.x, place.y, place.z,
+                         {{"flags", packedVertexColorFlag},
+                          {"packedColor", packed(color)},
+                          {"vertexNormal", {normal.x, normal.y, normal.z}},
+                          {"texture", {u, v}}});
 }
 
 void VertexPalette::write(FltWriter& flt) const

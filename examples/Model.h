@@ -42,13 +42,15 @@ FltWriter::Fields turningToTheEye(Color color); ///< A face that turns about its
 class VertexPalette
 {
 public:
-    VertexPalette();
+    /// @param revision of the database
+    explicit VertexPalette(int revision = 1570);
 
     double plain(Point place);
     double lamp(Point place, Color color); ///< A vertex with a colour of its own.
     double smooth(Point place, Point normal);
     double mapped(Point place, double u, double v);
     double smoothMapped(Point place, Point normal, double u, double v);
+    double smoothMapped(Point place, Point normal, double u, double v, Color color);
 
     /// Adds the palette and its vertices to a database.
     void write(FltWriter& flt) const;

@@ -1,5 +1,7 @@
 #include "Textures.h"
 
+#include "ExampleProgram.h"
+#include "Noise.h"
 #include "support/OutputFile.h"
 #include "support/PngFile.h"
 #include "support/ToolError.h"
@@ -7,19 +9,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
-#include <cstdio>
 
 namespace
 {
-
-/// A number from 0 to 1 that looks like chance and is the same every time.
-double grain(int x, int y)
-{
-    std::uint32_t h = static_cast<std::uint32_t>(x) * 374761393u + static_cast<std::uint32_t>(y) * 668265263u;
-    h = (h ^ h >> 13) * 1274126177u;
-    return static_cast<double>((h ^ h >> 16) & 0xffff) / 65535;
-}
 
 void setPixel(Picture& picture, int x, int y, double red, double green, double blue)
 {
@@ -48,9 +40,7 @@ void saveSgi(Picture& picture, std::string const& path)
         for (int y = picture.height - 1; y >= 0; --y)
             for (int x = 0; x < picture.width; ++x)
                 data += static_cast<char>(picture.at(x, y)[channel]);
-    OutputFile output(path);
-    std::fwrite(data.data(), 1, data.size(), output.stream());
-    output.commit();
+    saveFile(data, path);
 }
 
 } // namespace
@@ -62,7 +52,7 @@ void writeAsphalt(std::string const& path)
     for (int y = 0; y < size; ++y)
         for (int x = 0; x < size; ++x) {
             double const seam = x < 1 || y < 1 ? 0.80 : 1;
-            double const grey = (112 + 26 * grain(x, y) + 12 * grain(x / 8, y / 8)) * seam;
+            double const grey = (112 + 26 * lattice(x, y) + 12 * lattice(x / 8, y / 8)) * seam;
             setPixel(picture, x, y, grey, grey, grey + 4);
         }
     savePng(picture, path);
@@ -76,7 +66,7 @@ void writeCorrugation(std::string const& path)
         for (int x = 0; x < size; ++x) {
             double const rib = 0.86 + 0.14 * std::sin(2 * M_PI * x / 16);
             double const joint = y < 2 ? 0.75 : 1;
-            double const grey = 250 * rib * joint - 8 * grain(x / 4, y);
+            double const grey = 250 * rib * joint - 8 * lattice(x / 4, y);
             setPixel(picture, x, y, grey, grey, grey);
         }
     saveSgi(picture, path);
@@ -89,11 +79,23 @@ void writeWindows(std::string const& path)
     for (int y = 0; y < size; ++y)
         for (int x = 0; x < size; ++x) {
             bool const pane = x >= 6 && x < 58 && y >= 14 && y < 50 && x != 31 && x != 32;
-            double const sheen = 40.0 * (size - y) / size + 10 * grain(x / 16, y / 32);
+            double const sheen = 40.0 * (size - y) / size + 10 * lattice(x / 16, y / 32);
             if (pane)
                 setPixel(picture, x, y, 70 + sheen, 110 + sheen, 140 + sheen);
             else
                 setPixel(picture, x, y, 222, 214, 198);
+        }
+    savePng(picture, path);
+}
+
+void writeGround(std::string const& path)
+{
+    constexpr int size = 64;
+    Picture picture(size, size);
+    for (int y = 0; y < size; ++y)
+        for (int x = 0; x < size; ++x) {
+            double const grey = 206 + 30 * lattice(x / 8, y / 8) + 19 * lattice(x, y);
+            setPixel(picture, x, y, grey, grey, grey - 6);
         }
     savePng(picture, path);
 }

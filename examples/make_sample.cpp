@@ -5,17 +5,15 @@
 // Beside the database stands a directory of the same name without ".flt", with its textures and with the
 // terminal, a database of its own that the airfield refers to. The same bytes come out every time.
 
+#include "ExampleProgram.h"
 #include "Model.h"
+#include "Noise.h"
 #include "Textures.h"
-#include "support/OutputFile.h"
 #include "support/ToolError.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
-#include <cstdio>
-#include <exception>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -73,30 +71,6 @@ constexpr double west = -330, east = 330, south = -230, north = 270, cell = 10;
 constexpr int columns = static_cast<int>((east - west) / cell),
               rows = static_cast<int>((north - south) / cell);
 constexpr double lakeLevel = -3;
-
-double lattice(int x, int y)
-{
-    std::uint32_t h = static_cast<std::uint32_t>(x) * 374761393u + static_cast<std::uint32_t>(y) * 668265263u;
-    h = (h ^ h >> 13) * 1274126177u;
-    return static_cast<double>((h ^ h >> 16) & 0xffff) / 65535;
-}
-
-double smoothStep(double low, double high, double value)
-{
-    double const t = std::clamp((value - low) / (high - low), 0.0, 1.0);
-    return t * t * (3 - 2 * t);
-}
-
-/// Chance that changes smoothly, from 0 to 1, with features of such a size.
-double noise(double x, double y, double size)
-{
-    double const fx = std::floor(x / size), fy = std::floor(y / size);
-    int const ix = static_cast<int>(fx), iy = static_cast<int>(fy);
-    double const sx = smoothStep(0, 1, x / size - fx), sy = smoothStep(0, 1, y / size - fy);
-    double const low = lattice(ix, iy) + (lattice(ix + 1, iy) - lattice(ix, iy)) * sx;
-    double const high = lattice(ix, iy + 1) + (lattice(ix + 1, iy + 1) - lattice(ix, iy + 1)) * sx;
-    return low + (high - low) * sy;
-}
 
 /// How far a place is from the level ground of the airfield.
 double distanceFromField(double x, double y)
@@ -799,13 +773,6 @@ std::string makeTerminal()
 }
 /// @}
 
-void save(std::string const& bytes, std::filesystem::path const& path)
-{
-    OutputFile output(path);
-    std::fwrite(bytes.data(), 1, bytes.size(), output.stream());
-    output.commit();
-}
-
 void makeSample(std::filesystem::path const& database, bool force)
 {
     std::filesystem::path const directory = database.parent_path() / database.stem();
@@ -820,8 +787,8 @@ void makeSample(std::filesystem::path const& database, bool force)
     writeAsphalt(asphalt);
     writeCorrugation(corrugation);
     writeWindows(windows);
-    save(makeTerminal(), terminal);
-    save(makeAirfield(database.stem()), database);
+    saveFile(makeTerminal(), terminal);
+    saveFile(makeAirfield(database.stem()), database);
 }
 
 } // namespace
@@ -834,18 +801,5 @@ int main(int argc, char** argv)
     app.add_option("OUT.flt", database, "The database to write; the other files go into a folder of its name")
         ->capture_default_str();
     app.add_flag("--force", force, "Replace files that are there already");
-    app.set_version_flag("--version", "VelloReader " VELLOREADER_VERSION);
-    try {
-        app.parse(argc, argv);
-        makeSample(database, force);
-        return static_cast<int>(ExitCode::success);
-    } catch (CLI::ParseError const& error) {
-        return static_cast<int>(app.exit(error) == 0 ? ExitCode::success : ExitCode::wrongUsage);
-    } catch (ToolError const& problem) {
-        std::fprintf(stderr, "make_sample: %s\n", problem.what());
-        return static_cast<int>(problem.exitCode);
-    } catch (std::exception const& problem) {
-        std::fprintf(stderr, "make_sample: %s\n", problem.what());
-        return static_cast<int>(ExitCode::failed);
-    }
+    return ExampleProgram::run(app, argc, argv, [&] { makeSample(database, force); });
 }
