@@ -45,8 +45,8 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
                       "src/inspect", "src/loader"),
     "tools/iv": ("tools/support", "tools/convert", "src/toolkit", "src/textures", "src/vrml", "src/loader"),
     "tools/shot": ("tools/support", "src/toolkit", "src/messages", "src/loader"),
-    "tools/view": ("tools/support", "src/toolkit", "src/textures", "src/messages", "src/records", "src/inspect",
-                   "src/loader"),
+    "tools/view": ("tools/support", "tools/iv", "src/toolkit", "src/textures", "src/messages", "src/records",
+                   "src/inspect", "src/loader", "src/gltf", "src/obj"),
     "writer": (),
     "examples": ("writer", "tools/support", "src/loader", "src/toolkit", "src/plugin"),
 }

@@ -7,9 +7,12 @@
 #include "view/HelpSheet.h"
 #include "view/LoadProgress.h"
 #include "view/LoadedScene.h"
+#include "view/LoaderWords.h"
 #include "view/LodBar.h"
 #include "view/Measure.h"
 #include "view/MessagePanel.h"
+#include "view/ModelExport.h"
+#include "view/ModelSaver.h"
 #include "view/PlaceReadout.h"
 #include "view/RecentFiles.h"
 #include "view/RecordPanel.h"
@@ -18,7 +21,9 @@
 #include "view/SectionBar.h"
 #include "view/SectionPlane.h"
 #include "view/SelectionStatistics.h"
+#include "view/ShownCommand.h"
 #include "view/ShownText.h"
+#include "view/SiblingFiles.h"
 #include "view/TexturePanel.h"
 #include "view/TreeOpening.h"
 #include "view/ViewFooter.h"
@@ -27,6 +32,7 @@
 
 #include <Inventor/nodes/SoSeparator.h>
 #include <QApplication>
+#include <QClipboard>
 #include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QFileDialog>
@@ -38,6 +44,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPainter>
+#include <QProcess>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
@@ -70,8 +77,9 @@ MainWindow::MainWindow(FltLoader loader)
     : loader(std::move(loader)), printer(*this), view(new SceneView), footer(new ViewFooter(*view)),
       section(std::make_unique<SectionPlane>(view->content())), sectionBar(new SectionBar(*section)),
       measure(std::make_unique<Measure>(view->marks())), banner(new Banner), progress(new LoadProgress),
-      model(new SceneTreeModel(this)), tree(new QTreeView), search(new QLineEdit), records(new RecordPanel),
-      controls(new ControlPanel), textures(new TexturePanel), messages(new MessagePanel), lodBar(new LodBar),
+      saver(std::make_unique<ModelSaver>(*this, *progress)), model(new SceneTreeModel(this)),
+      tree(new QTreeView), search(new QLineEdit), records(new RecordPanel), controls(new ControlPanel),
+      textures(new TexturePanel), messages(new MessagePanel), lodBar(new LodBar),
       statistics(ShownText::label()), recent(new RecentFiles(this)), fileWatch(new FileWatch(this))
 {
     setWindowTitle("fltview");
@@ -228,12 +236,20 @@ void MainWindow::makeFileMenu()
     };
     add(tr("&Open…"), "open", &MainWindow::askForFile);
     file->addMenu(recent);
+    add(tr("&Next in the folder"), "next", [this] { openBeside(1); });
+    add(tr("Pre&vious in the folder"), "previous", [this] { openBeside(-1); });
     add(tr("&Reload"), "reload", &MainWindow::reload);
     watchAction = file->addAction(tr("Reload on &changes"), this, &MainWindow::setWatching);
     watchAction->setCheckable(true);
     add(tr("Chec&k this file"), "check", &MainWindow::check);
-    add(tr("&Save picture…"), "savePicture", &MainWindow::savePicture);
     file->addSeparator();
+    add(tr("Save &model as…"), "saveModel", [this] { saveModel(); });
+    add(tr("Save se&lection as…"), "saveSelection", &MainWindow::saveSelection);
+    add(tr("&Save picture…"), "savePicture", &MainWindow::savePicture);
+    add(tr("Copy &picture"), "copyPicture", &MainWindow::copyPicture);
+    add(tr("Copy &as command"), "copyCommand", &MainWindow::copyCommand);
+    file->addSeparator();
+    add(tr("New &window"), "newWindow", &MainWindow::openWindow);
     add(tr("&Quit"), "quit", &QWidget::close);
 }
 
@@ -437,6 +453,89 @@ void MainWindow::savePicture()
         QFileDialog::getSaveFileName(this, tr("Save the picture"), "", tr("Pictures (*.png *.jpg)"));
     if (!file.isEmpty() && !view->picture().save(file))
         ShownText::tell(this, QMessageBox::Warning, tr("The picture can't be written to %1.").arg(file));
+}
+
+void MainWindow::openBeside(int step)
+{
+    QString const other = SiblingFiles::beside(path, step);
+    if (!other.isEmpty())
+        open(other);
+    else if (!path.isEmpty())
+        tell(tr("This is the %1 database of its folder.").arg(step > 0 ? tr("last") : tr("first")));
+}
+
+void MainWindow::saveModel()
+{
+    saveModel(std::nullopt, QFileInfo(path).completeBaseName());
+}
+
+void MainWindow::saveSelection()
+{
+    QModelIndex selected = tree->currentIndex();
+    std::optional<FltRecordPlace> place = model->record(selected);
+    while (place && !place->isOwn) {
+        selected = selected.parent();
+        place = model->record(selected);
+    }
+    if (place)
+        saveModel(place, selected.sibling(selected.row(), SceneTreeModel::nameColumn).data().toString());
+    else
+        tell(tr("Nothing is selected that stands for a record."));
+}
+
+void MainWindow::saveModel(std::optional<FltRecordPlace> const& part, QString const& name)
+{
+    if (scene == nullptr)
+        return;
+    QString const said = saver->save({loader, scene->path(), part}, name);
+    if (!said.isEmpty())
+        tell(said);
+}
+
+void MainWindow::copyPicture()
+{
+    QImage const picture = view->picture();
+    QApplication::clipboard()->setImage(picture);
+    tell(tr("Copied the picture, %1 by %2 pixels.").arg(picture.width()).arg(picture.height()));
+}
+
+void MainWindow::copyCommand()
+{
+    if (scene == nullptr)
+        return;
+    SceneView::Look const look = view->look();
+    double const* const offset = scene->scene.info().offset;
+    auto const stored = [offset](SbVec3f const& place) { return SbVec3d(place) + SbVec3d(offset); };
+    ShownCommand command;
+    command.database = path;
+    command.loaderWords = LoaderWords::of(loader);
+    command.size = look.size;
+    command.eye = stored(look.eye);
+    command.lookAt = stored(look.target);
+    command.fieldOfView = look.fieldOfView;
+    command.background = look.background;
+    command.lightsAll = viewMenu->lightAll()->isChecked();
+    command.isWireframe = look.style == SceneView::Style::lines;
+    QApplication::clipboard()->setText(command.text());
+    tell(tr("Copied the command line: %1").arg(command.text()));
+}
+
+/// Shows the same database again, from elsewhere or with other settings.
+void MainWindow::openWindow()
+{
+    QStringList words = LoaderWords::of(loader);
+    if (!path.isEmpty())
+        words << "--" << QFileInfo(path).absoluteFilePath();
+    if (!QProcess::startDetached(QApplication::applicationFilePath(), words))
+        tell(tr("%1 can't be started.").arg(QApplication::applicationFilePath()));
+}
+
+/// Says in the line at the bottom what was done.
+void MainWindow::tell(QString const& text)
+{
+    constexpr int milliseconds = 15000;
+    statusBar()->showMessage(ShownText::printable(text), milliseconds);
+    printer.print("told " + ShownText::printable(text));
 }
 
 bool MainWindow::find(QString const& text)

@@ -16,6 +16,7 @@ class LoadedScene;
 class LodBar;
 class Measure;
 class MessagePanel;
+class ModelSaver;
 class PlaceReadout;
 class QLabel;
 class QLineEdit;
@@ -92,7 +93,15 @@ private:
     void takeFailure(FltLoadError const& error, bool isSameAgain);
     void watchFiles();
     void askForFile();
+    void openBeside(int step);
+    void saveModel();
+    void saveSelection();
+    void saveModel(std::optional<FltRecordPlace> const& part, QString const& name);
     void savePicture();
+    void copyPicture();
+    void copyCommand();
+    void openWindow();
+    void tell(QString const& text);
     void takeTreeSelection(QModelIndex const& index);
     void showRecords(QModelIndex const& index);
     void takePick(SoPath* picked, bool frames);
@@ -121,6 +130,7 @@ private:
     std::unique_ptr<SelectionStatistics> selectionStatistics; ///< Of the scene.
     Banner* banner;
     LoadProgress* progress;
+    std::unique_ptr<ModelSaver> saver;
     SceneTreeModel* model;
     QTreeView* tree;
     QLineEdit* search;

@@ -145,8 +145,9 @@ void SceneView::setScene(SoSeparator* scene, bool keepCamera)
     lookFrom(Side::corner);
 }
 
-void SceneView::setStyle(Style style)
+void SceneView::setStyle(Style newStyle)
 {
+    style = newStyle;
     viewer->setDrawStyle(SoQtViewer::STILL, drawStyle(style));
     viewer->setDrawStyle(SoQtViewer::INTERACTIVE, SoQtViewer::VIEW_SAME_AS_STILL);
 }
@@ -256,6 +257,27 @@ void SceneView::setFieldOfView(double degrees)
     seeing.position = seeing.position.getValue() + ahead * (before - after);
     seeing.focalDistance = after;
     seeing.heightAngle = angle;
+}
+
+SceneView::Look SceneView::look() const
+{
+    SbVec3f ahead;
+    turn().multVec(SbVec3f(0, 0, -1), ahead);
+    SbVec3f const eye = camera()->position.getValue();
+    float angle = radians(45);
+    if (camera()->isOfType(SoPerspectiveCamera::getClassTypeId()))
+        angle = static_cast<SoPerspectiveCamera const&>(*camera()).heightAngle.getValue();
+    SbVec2s const pixels = viewer->getViewportRegion().getViewportSizePixels();
+    SbColor const behind = viewer->getBackgroundColor();
+    QColor background;
+    background.setRgbF(static_cast<qreal>(behind[0]), static_cast<qreal>(behind[1]),
+                       static_cast<qreal>(behind[2]));
+    return {eye,
+            eye + ahead * camera()->focalDistance.getValue(),
+            static_cast<double>(angle) * 180 / M_PI,
+            QSize(pixels[0], pixels[1]),
+            background,
+            style};
 }
 
 SbRotation SceneView::turn() const

@@ -34,7 +34,7 @@ public:
     /// Shows a scene. @param keepCamera whether to look from where the last one was looked at
     void setScene(SoSeparator* scene, bool keepCamera);
 
-    void setStyle(Style style);
+    void setStyle(Style newStyle);
 
     /// Looks at the whole scene from a side; z is up.
     void lookFrom(Side side);
@@ -71,6 +71,17 @@ public:
 
     /// Around what is drawn, when all of it was looked at last.
     SbBox3f const& box() const { return drawnBox; }
+
+    /// From where the picture is seen, and how.
+    struct Look {
+        SbVec3f eye;
+        SbVec3f target;     ///< What the camera turns about.
+        double fieldOfView; ///< Degrees of the smaller side.
+        QSize size;         ///< Of the picture, in pixels.
+        QColor background;
+        Style style;
+    };
+    Look look() const;
 
     SbRotation turn() const; ///< Of the camera.
 
@@ -122,6 +133,7 @@ private:
     SbBox3f drawnBox;
     QPoint pressedAt;
     QPoint lookedFrom;
+    Style style = Style::shaded;
     bool isWalking = false;
     bool hasCamera = false;
 };
