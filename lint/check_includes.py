@@ -41,7 +41,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "tools/support": ("src/toolkit", "src/textures", "src/messages", "src/records", "src/loader"),
     "tools/info": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),
     "tools/check": ("tools/support", "src/messages", "src/records", "src/inspect", "src/loader"),
-    "tools/convert": ("tools/support", "src/messages", "src/records", "src/parser", "src/visual",
+    "tools/convert": ("tools/support", "src/toolkit", "src/messages", "src/records", "src/parser", "src/visual",
                       "src/inspect", "src/loader"),
     "tools/iv": ("tools/support", "tools/convert", "src/toolkit", "src/textures", "src/vrml", "src/loader"),
     "tools/shot": ("tools/support", "src/toolkit", "src/messages", "src/loader"),

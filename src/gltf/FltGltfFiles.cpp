@@ -118,6 +118,8 @@ void FltGltfFiles::add(std::string const& file, Pieces const& pieces)
     if (whole->stream() == nullptr)
         fail(file, whole->problem());
     pieces([&whole](std::string_view piece) { std::fwrite(piece.data(), 1, piece.size(), whole->stream()); });
+    if (int const reason = whole->close(); reason != 0)
+        fail(file, reason);
     files.emplace_back(file, std::move(whole));
 }
 

@@ -1,7 +1,9 @@
 #include "toolkit/WholeFile.h"
 
+#include "toolkit/NamelessFile.h"
+#include "toolkit/TemporaryName.h"
+
 #include <cerrno>
-#include <cstdlib>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -23,15 +25,18 @@ mode_t permissionsFor(std::string const& path)
 
 } // namespace
 
-WholeFile::WholeFile(std::string path) : path(std::move(path)), temporary(this->path + ".XXXXXX")
+WholeFile::WholeFile(std::string path) : path(std::move(path))
 {
     struct stat status = {};
     if (::stat(this->path.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
         reason = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
-        temporary.clear();
         return;
     }
-    int const descriptor = ::mkostemp(temporary.data(), O_CLOEXEC);
+    int descriptor = NamelessFile::open(this->path);
+    if (descriptor < 0) {
+        temporary = TemporaryName::beside(this->path);
+        descriptor = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+    }
     if (descriptor < 0) {
         reason = errno;
         temporary.clear();
@@ -52,16 +57,27 @@ WholeFile::~WholeFile()
         ::unlink(temporary.c_str());
 }
 
-int WholeFile::commit()
+int WholeFile::close()
 {
     if (file == nullptr)
         return reason;
-    bool const isBroken = std::ferror(file) != 0;
-    ::fchmod(::fileno(file), permissionsFor(path));
     errno = 0;
-    bool const isClosed = std::fclose(std::exchange(file, nullptr)) == 0;
-    if (isBroken || !isClosed)
-        return reason = errno != 0 ? errno : EIO;
+    if (std::ferror(file) != 0 || std::fflush(file) != 0)
+        reason = errno != 0 ? errno : EIO;
+    ::fchmod(::fileno(file), permissionsFor(path));
+    if (reason == 0 && temporary.empty()) {
+        temporary = TemporaryName::beside(path);
+        reason = NamelessFile::giveName(::fileno(file), temporary);
+    }
+    if (std::fclose(std::exchange(file, nullptr)) != 0 && reason == 0)
+        reason = errno;
+    return reason;
+}
+
+int WholeFile::commit()
+{
+    if (close() != 0)
+        return reason;
     if (std::rename(temporary.c_str(), path.c_str()) != 0)
         return reason = errno;
     temporary.clear();

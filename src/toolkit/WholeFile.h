@@ -4,7 +4,8 @@
 #include <string>
 #include <vector>
 
-/// A plain file that takes its place when it is whole. Until then, whatever stood there before stays.
+/// A plain file that takes its place when it is whole. Until then, whatever stood there before stays. It is
+/// written without a name where the disk can do that, and has one of TemporaryName otherwise.
 ///
 /// Errors are those of the system (errno).
 class WholeFile
@@ -25,7 +26,11 @@ public:
     /// Why the file can't be written; 0 if nothing is known against it.
     int problem() const { return reason; }
 
-    /// Gives the file its place. @return 0, or the reason why it doesn't get it
+    /// Ends the writing, so that many files can be whole before the first one takes its place.
+    /// @return 0, or the reason why the file isn't whole
+    int close();
+
+    /// Gives the file its place, after its end if that isn't there yet. @return 0, or the reason why it doesn't get it
     int commit();
 
     /// Whether two names are those of one file that is there.

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace
 {
@@ -40,6 +41,22 @@ TEST(WholeFile, leavesNothingOtherwise)
         std::fputs("after", file.stream());
     }
     EXPECT_EQ(contentsOf(folder / "x"), "before");
+    EXPECT_EQ(filesIn(folder), 1U);
+}
+
+TEST(WholeFile, hasANameThatTellsWhoseItIsBeforeItHasItsPlace)
+{
+    ScratchFolder const folder;
+    WholeFile file(folder / "x");
+    std::fputs("after", file.stream());
+    EXPECT_EQ(file.close(), 0);
+    EXPECT_EQ(file.stream(), nullptr) << "many files can be whole at a time";
+    ASSERT_EQ(filesIn(folder), 1U);
+    std::string const name = std::filesystem::directory_iterator(folder / "")->path().filename().string();
+    EXPECT_EQ(name.find(".velloreader-"), 0U) << name;
+    EXPECT_NE(name.find("-" + std::to_string(::getpid()) + "-"), std::string::npos) << name;
+    EXPECT_EQ(file.commit(), 0);
+    EXPECT_EQ(contentsOf(folder / "x"), "after");
     EXPECT_EQ(filesIn(folder), 1U);
 }
 

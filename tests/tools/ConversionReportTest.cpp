@@ -4,7 +4,7 @@
 #include "SmallDatabases.h"
 #include "convert/Report.h"
 #include "support/SmallPictures.h"
-#include "support/TemporaryName.h"
+#include "toolkit/TemporaryName.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,11 +1,11 @@
 #include "convert/ConversionRun.h"
 
 #include "support/Numbers.h"
-#include "support/TemporaryName.h"
 #include "support/TextureFinder.h"
 #include "support/ToolError.h"
 
 #include "messages/FltText.h"
+#include "toolkit/TemporaryName.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,7 +1,8 @@
 #include "convert/ReportFile.h"
 
-#include "support/TemporaryName.h"
 #include "support/ToolError.h"
+
+#include "toolkit/TemporaryName.h"
 
 #include <array>
 #include <cerrno>

@@ -1,8 +1,10 @@
 #include "support/OutputFile.h"
 
 #include "support/FileEnding.h"
-#include "support/TemporaryName.h"
 #include "support/ToolError.h"
+
+#include "toolkit/NamelessFile.h"
+#include "toolkit/TemporaryName.h"
 
 #include <algorithm>
 #include <array>
@@ -103,30 +105,6 @@ std::string behindLinks(std::string const& path)
     return file.string();
 }
 
-std::string folderOf(std::string const& path)
-{
-    std::size_t const slash = path.rfind('/');
-    return slash != std::string::npos ? path.substr(0, slash + 1) : "./";
-}
-
-/// What an open file is called while it has no name.
-std::string pathOf(int descriptor)
-{
-    return "/proc/self/fd/" + std::to_string(descriptor);
-}
-
-/// Opens a file that has no name yet, so that nothing is left of it however the program ends.
-/// @return a descriptor, or -1 where there is no such thing
-int openNameless(std::string const& folder)
-{
-    int const descriptor = ::open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0600);
-    if (descriptor >= 0 && ::access(pathOf(descriptor).c_str(), F_OK) == 0)
-        return descriptor;
-    if (descriptor >= 0)
-        ::close(descriptor);
-    return -1;
-}
-
 std::string keptText(std::string const& path)
 {
     return path + ": this file is there already, and --no-clobber keeps it. Choose another name.";
@@ -192,7 +170,7 @@ void OutputFile::openStream()
 
 void OutputFile::openTemporary(mode_t permissions)
 {
-    int descriptor = openNameless(folderOf(target));
+    int descriptor = NamelessFile::open(target);
     if (descriptor < 0) {
         temporary = TemporaryName::beside(target);
         SignalGuard::protect(temporary);
@@ -215,9 +193,8 @@ int OutputFile::takePlace()
     if (temporary.empty()) {
         temporary = TemporaryName::beside(target);
         SignalGuard::protect(temporary);
-        if (::linkat(AT_FDCWD, pathOf(::fileno(file)).c_str(), AT_FDCWD, temporary.c_str(),
-                     AT_SYMLINK_FOLLOW) != 0)
-            return errno;
+        if (int const reason = NamelessFile::giveName(::fileno(file), temporary); reason != 0)
+            return reason;
     }
     int const reason = std::fclose(std::exchange(file, nullptr)) != 0 ? errno : 0;
     return reason == 0 ? rename() : reason;

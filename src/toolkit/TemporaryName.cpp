@@ -1,4 +1,4 @@
-#include "support/TemporaryName.h"
+#include "toolkit/TemporaryName.h"
 
 #include <algorithm>
 #include <array>
@@ -11,6 +11,7 @@
 #include <ctime>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <random>
 #include <set>
 #include <string_view>
@@ -98,7 +99,8 @@ bool isOld(fs::path const& file)
     return ::lstat(file.c_str(), &status) == 0 && std::time(nullptr) - status.st_mtime > day;
 }
 
-void removeFrom(fs::path const& directory, std::set<std::string> const& sums)
+/// @param sums of the targets; nothing for all
+void removeFrom(fs::path const& directory, std::optional<std::set<std::string>> const& sums)
 {
     constexpr std::size_t parts = 5;
     static std::string const host = hostName();
@@ -106,7 +108,7 @@ void removeFrom(fs::path const& directory, std::set<std::string> const& sums)
     for (fs::directory_iterator file(directory, problem); !problem && file != fs::directory_iterator();
          file.increment(problem)) {
         std::vector<std::string> const words = wordsOf(file->path().filename().string());
-        if (words.size() != parts || sums.count(words.back()) == 0)
+        if (words.size() != parts || (sums && sums->count(words.back()) == 0))
             continue;
         if ((words[0] == host && isGone(words[1])) || isOld(file->path()))
             ::unlink(file->path().c_str());
@@ -138,4 +140,9 @@ void TemporaryName::removeAbandoned(std::vector<std::string> const& targets)
     }
     for (auto const& [directory, sums] : directories)
         removeFrom(directory, sums);
+}
+
+void TemporaryName::removeAbandonedIn(std::string const& directory)
+{
+    removeFrom(directory, std::nullopt);
 }

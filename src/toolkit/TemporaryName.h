@@ -16,4 +16,7 @@ std::string beside(std::string const& target);
 /// @param targets the files. What lies beside them for others isn't touched
 void removeAbandoned(std::vector<std::string> const& targets);
 
+/// The same for all that lies in a directory, which needn't be there.
+void removeAbandonedIn(std::string const& directory);
+
 } // namespace TemporaryName

@@ -1,4 +1,4 @@
-#include "support/TemporaryName.h"
+#include "toolkit/TemporaryName.h"
 
 #include "support/ScratchFolder.h"
 
@@ -64,6 +64,17 @@ TEST(TemporaryName, ofAProcessThatIsGoneIsAbandoned)
     EXPECT_TRUE(fs::exists(foreign)) << "for another file";
     TemporaryName::removeAbandoned({other, folder / "no/where"});
     EXPECT_FALSE(fs::exists(foreign));
+}
+
+TEST(TemporaryName, isAbandonedInADirectoryWhateverItWasFor)
+{
+    ScratchFolder const folder;
+    std::string const dead = made(nameOfTheDead(folder / "a.png")), other = made(folder / "b.png");
+    TemporaryName::removeAbandonedIn(folder / "nowhere");
+    EXPECT_TRUE(fs::exists(dead));
+    TemporaryName::removeAbandonedIn(folder / ".");
+    EXPECT_FALSE(fs::exists(dead));
+    EXPECT_TRUE(fs::exists(other));
 }
 
 TEST(TemporaryName, ofAnotherHostIsAbandonedAfterADay)
