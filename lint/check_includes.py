@@ -44,6 +44,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "tools/convert": ("tools/support", "src/toolkit", "src/messages", "src/records", "src/parser", "src/visual",
                       "src/inspect", "src/loader"),
     "tools/iv": ("tools/support", "tools/convert", "src/toolkit", "src/textures", "src/vrml", "src/loader"),
+    "tools/gltf": ("tools/support", "tools/convert", "src/gltf", "src/obj", "src/loader"),
     "tools/shot": ("tools/support", "src/toolkit", "src/messages", "src/loader"),
     "tools/view": ("tools/support", "tools/iv", "src/toolkit", "src/textures", "src/messages", "src/records",
                    "src/inspect", "src/loader", "src/gltf", "src/obj"),

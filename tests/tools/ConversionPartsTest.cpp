@@ -222,5 +222,6 @@ TEST_P(ConversionParts, needADirectoryToGoToAndAnInput)
     EXPECT_FALSE(fs::exists(folder / "out"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, ConversionParts, testing::Values(Converter{"flt2iv", ".iv"}),
+INSTANTIATE_TEST_SUITE_P(Each, ConversionParts,
+                         testing::Values(Converter{"flt2iv", ".iv"}, Converter{"flt2gltf", ".glb"}),
                          [](testing::TestParamInfo<Converter> const& one) { return one.param.program; });

@@ -298,5 +298,6 @@ TEST_P(ConversionReport, isNeverAnInput)
     EXPECT_EQ(contentsOf(tile), SmallDatabase().bytes());
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, ConversionReport, testing::Values(Converter{"flt2iv", ".iv"}),
+INSTANTIATE_TEST_SUITE_P(Each, ConversionReport,
+                         testing::Values(Converter{"flt2iv", ".iv"}, Converter{"flt2gltf", ".glb"}),
                          [](testing::TestParamInfo<Converter> const& one) { return one.param.program; });

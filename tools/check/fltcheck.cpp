@@ -59,7 +59,7 @@ ProgramDescription description()
          {"fltcheck --sarif *.flt >check.sarif", "for a service that reads SARIF"},
          {"fltcheck --explain FLT-601", "what a code means, and what to do"}},
         ExitCode::findings,
-        {"fltinfo", "flt2iv", "fltshot"}};
+        {"fltinfo", "flt2iv", "flt2gltf", "fltshot"}};
 }
 
 void print(std::string const& text)

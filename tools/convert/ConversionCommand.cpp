@@ -147,7 +147,7 @@ bool ConversionCommand::endsAsResult(std::string const& path) const
 /// What is missing where several files are written: "add -o FILE.iv or -o DIR/".
 std::string ConversionCommand::fileOrDirectory() const
 {
-    return "add -o FILE" + forms.front().ending + " or -o DIR/";
+    return "add -o FILE" + form().ending + " or -o DIR/";
 }
 
 /// Takes over the form of the results, from the ending of the output or --to.
@@ -164,8 +164,9 @@ void ConversionCommand::chooseForm()
     if (!format.empty() && isNamed && endsAsResult(output) && named != "." + format)
         throw UsageError("the name " + output + " doesn't go with --to " + format);
     chosenForm = formNamed(forms, format.empty() ? named : "." + format);
-    if (OutputFile::isStream(output) && form().hasOthersBeside)
-        throw UsageError("--to " + wordOf(form()) + " writes several files: " + fileOrDirectory());
+    conversion.beside = form().beside;
+    if (OutputFile::isStream(output) && form().needsPlace)
+        throw UsageError("--to " + wordOf(form()) + " can't go into a pipe: " + fileOrDirectory());
 }
 
 /// Refuses places where the results can't go.

@@ -252,16 +252,25 @@ void ConversionRun::findReferredFiles(ConversionPlan const& plan)
         searches.size(), [&](std::size_t number) { return searches[number].request; }, watcher);
 }
 
+/// The result of an entry, and the file that belongs to it.
+std::vector<std::string> ConversionRun::filesOf(ConversionPlan::Entry const& entry) const
+{
+    std::vector<std::string> files = {entry.output};
+    if (!options.beside.empty())
+        files.push_back(std::filesystem::path(entry.output).replace_extension(options.beside).string());
+    return files;
+}
+
 /// Why an entry can't be converted; empty if it can.
 std::string ConversionRun::problemOf(ConversionPlan::Entry const& entry) const
 {
-    if (keepsResults())
-        if (std::string problem = OutputFile::problemOfReplacing(entry.output); !problem.empty())
+    for (std::string const& file : filesOf(entry)) {
+        if (std::string problem = OutputFile::problemOfReplacing(file); keepsResults() && !problem.empty())
             return problem;
-    std::string const* const reason = referred.reasonToKeep(entry.output);
-    return reason == nullptr ? ""
-                             : entry.output + ": the output would replace " + *reason +
-                                   ". Choose another place for it with -o.";
+        if (std::string const* const reason = referred.reasonToKeep(file); reason != nullptr)
+            return file + ": the output would replace " + *reason + ". Choose another place for it with -o.";
+    }
+    return "";
 }
 
 bool ConversionRun::keepsResults() const
@@ -272,9 +281,11 @@ bool ConversionRun::keepsResults() const
 /// Whether an output takes the place of a file, which might be one that is needed.
 bool ConversionRun::replacesFiles(ConversionPlan const& plan) const
 {
-    return !keepsResults() &&
-           std::any_of(plan.entries().begin(), plan.entries().end(),
-                       [](ConversionPlan::Entry const& entry) { return isFile(entry.output); });
+    auto const replaces = [this](ConversionPlan::Entry const& entry) {
+        std::vector<std::string> const files = filesOf(entry);
+        return std::any_of(files.begin(), files.end(), isFile);
+    };
+    return !keepsResults() && std::any_of(plan.entries().begin(), plan.entries().end(), replaces);
 }
 
 void ConversionRun::checkOutputs(ConversionPlan const& plan)
@@ -466,12 +477,17 @@ ExitCode ConversionRun::summary(ConversionPlan const& plan)
 void ConversionRun::tidyUp(ConversionPlan const& plan) const
 {
     std::vector<std::string> targets;
-    targets.reserve(plan.entries().size() + 1);
-    for (ConversionPlan::Entry const& entry : plan.entries())
-        targets.push_back(entry.output);
+    for (ConversionPlan::Entry const& entry : plan.entries()) {
+        for (std::string& file : filesOf(entry))
+            targets.push_back(std::move(file));
+        std::filesystem::path const stem = std::filesystem::path(entry.output).replace_extension();
+        TemporaryName::removeAbandonedIn(stem.string() + "_textures");
+    }
     if (!options.report.empty())
         targets.push_back(options.report);
     TemporaryName::removeAbandoned(targets);
+    if (!options.textureDirectory.empty())
+        TemporaryName::removeAbandonedIn(options.textureDirectory);
 }
 
 ExitCode ConversionRun::run(ConversionPlan& plan)

@@ -56,6 +56,7 @@ private:
     void nameReferences(ConversionPlan& plan);
     void warnOfOutside(ConversionPlan const& plan);
     void findReferredFiles(ConversionPlan const& plan);
+    std::vector<std::string> filesOf(ConversionPlan::Entry const& entry) const;
     std::string problemOf(ConversionPlan::Entry const& entry) const;
     bool isUpToDate(ConversionPlan const& plan, ConversionPlan::Entry const& entry);
     void startReport(ConversionPlan const& plan);

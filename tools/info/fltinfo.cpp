@@ -58,7 +58,7 @@ ProgramDescription description()
              {"fltinfo --brief models/", "a line for each of a directory"},
              {"fltinfo --json *.flt", "everything, for a program"}},
             ExitCode::wrongUsage,
-            {"fltcheck", "flt2iv", "fltshot"}};
+            {"fltcheck", "flt2iv", "flt2gltf", "fltshot"}};
 }
 
 bool isNumber(std::string const& text)

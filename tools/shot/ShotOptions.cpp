@@ -83,7 +83,7 @@ ProgramDescription ShotOptions::description()
          {"fltshot wand.flt -o wand.png --transparent", "without a background"},
          {"fltshot *.flt -o all.png", "many databases on one sheet"}},
         ExitCode::wrongUsage,
-        {"flt2iv", "fltinfo", "fltcheck"}};
+        {"flt2iv", "flt2gltf", "fltinfo", "fltcheck"}};
 }
 
 ShotOptions::ShotOptions(Program& program)

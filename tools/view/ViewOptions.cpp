@@ -32,7 +32,7 @@ ProgramDescription ViewOptions::description()
          {"fltview --texture-path ~/textures tower.flt", "look for its textures there too"},
          {"fltview --select hangar -o hangar.png airfield.flt", "save what the window shows, and end"}},
         ExitCode::wrongUsage,
-        {"flt2iv", "fltshot", "fltinfo", "fltcheck"},
+        {"flt2iv", "flt2gltf", "fltshot", "fltinfo", "fltcheck"},
         ViewKeys::all()};
 }
 

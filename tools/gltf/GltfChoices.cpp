@@ -1,0 +1,41 @@
+#include "gltf/GltfChoices.h"
+
+void GltfChoices::add(Program& program)
+{
+    program.choice("--lod", levels, {"all", "highest", "lowest"}, "WHICH",
+                   "Levels of detail: the finest or the coarsest alone, or all of them by MSFT_lod. Readers "
+                   "without that extension show the finest, and some show all of them at once.");
+    program.choice("--hidden", hidden, {"drop", "keep"}, "HOW",
+                   "What becomes of parts that aren't shown, such as the other children of switches: left "
+                   "out, or kept by KHR_node_visibility. Readers without that extension show them.");
+    program.choice("--extras", extras, {"all", "none"}, "HOW",
+                   "Whether nodes tell more of themselves in \"extras\": comments, joints and their limits, "
+                   "places in the database.");
+    program.choice("--lift", lift, {"auto", "none"}, "HOW",
+                   "Whether markings that lie on other faces are moved in front of them by a few centimetres "
+                   "at most. Otherwise both are in one place, and flicker.");
+}
+
+void GltfChoices::check(std::string const& ending) const
+{
+    bool const isObj = ending == ".obj";
+    if ((isObj || ending == ".html") && extras == "none")
+        throw UsageError("--extras none is for .glb and .gltf");
+    if (isObj && (levels == "all" || hidden == "keep"))
+        throw UsageError("OBJ has no form for --lod all and --hidden keep");
+}
+
+FltGltfOptions GltfChoices::options() const
+{
+    FltGltfOptions options;
+    options.keepsLevels = levels == "all";
+    options.keepsHidden = hidden == "keep";
+    options.hasExtras = extras == "all";
+    options.lifts = lift == "auto";
+    return options;
+}
+
+FltLoader::LevelsOfDetail GltfChoices::levelsToLoad() const
+{
+    return levels == "lowest" ? FltLoader::LevelsOfDetail::lowest : FltLoader::LevelsOfDetail::all;
+}
