@@ -1,6 +1,6 @@
 #pragma once
 
-#include "gltf/FltGltfBounds.h"
+#include "visual/FltVisualBounds.h"
 #include "gltf/FltGltfLosses.h"
 #include "gltf/FltGltfMeshes.h"
 #include "gltf/FltGltfOptions.h"
@@ -86,7 +86,7 @@ private:
     FltGltfLosses& losses;
     std::shared_ptr<FltVisualNode> root;
     FltLocalZeros zeros;
-    FltGltfBounds bounds;
+    FltVisualBounds bounds;
     std::size_t mostText;
     std::uint64_t triangleCount = 0;
     int hiddenAround = 0;              ///< Nodes around what is written now that aren't drawn.

@@ -1,4 +1,4 @@
-#include "gltf/FltGltfBounds.h"
+#include "visual/FltVisualBounds.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -19,9 +19,9 @@ std::shared_ptr<FltVisualNode> cubeOf(float side)
 
 } // namespace
 
-TEST(FltGltfBounds, AreThoseOfAllThatStandsInANode)
+TEST(FltVisualBounds, AreThoseOfAllThatStandsInANode)
 {
-    FltGltfBounds bounds;
+    FltVisualBounds bounds;
     auto const cube = cubeOf(2);
     EXPECT_NEAR(bounds.radiusOf(*cube), std::sqrt(3.0), 1e-6);
     FltVisualNode scaled;
@@ -36,13 +36,13 @@ TEST(FltGltfBounds, AreThoseOfAllThatStandsInANode)
     EXPECT_NEAR(bounds.radiusOf(copies), std::sqrt(100.0 * 100 + 4 + 4) / 2, 1e-6);
 }
 
-TEST(FltGltfBounds, AreNoneOfWhatIsHiddenOrNotThere)
+TEST(FltVisualBounds, AreNoneOfWhatIsHiddenOrNotThere)
 {
-    FltGltfBounds bounds;
+    FltVisualBounds bounds;
     EXPECT_EQ(bounds.radiusOf(FltVisualNode()), 0);
     FltVisualNode node;
     node.children = {cubeOf(2)};
     node.children[0]->isHidden = true;
     EXPECT_EQ(bounds.radiusOf(node), 0);
-    EXPECT_EQ(FltGltfBounds().radiusOf(*cubeOf(std::numeric_limits<float>::infinity())), 0);
+    EXPECT_EQ(FltVisualBounds().radiusOf(*cubeOf(std::numeric_limits<float>::infinity())), 0);
 }

@@ -1,4 +1,4 @@
-#include "gltf/FltGltfBounds.h"
+#include "visual/FltVisualBounds.h"
 
 #include "visual/FltNodeMatrix.h"
 
@@ -23,15 +23,14 @@ void add(SbBox3d const& box, SbDPMatrix const& matrix, SbBox3d& all)
 
 } // namespace
 
-double FltGltfBounds::radiusOf(FltVisualNode const& node)
+double FltVisualBounds::radiusOf(FltVisualNode const& node)
 {
     SbBox3d const box = boxOf(node);
     double const radius = box.isEmpty() ? 0 : box.getSize().length() / 2;
     return std::isfinite(radius) ? radius : 0;
 }
 
-/// In the coordinates around the node.
-SbBox3d FltGltfBounds::boxOf(FltVisualNode const& node)
+SbBox3d FltVisualBounds::boxOf(FltVisualNode const& node)
 {
     SbBox3d const inside = insideOf(node);
     SbDPMatrix const matrix = FltNodeMatrix::of(node);
@@ -44,7 +43,7 @@ SbBox3d FltGltfBounds::boxOf(FltVisualNode const& node)
     return box;
 }
 
-SbBox3d const& FltGltfBounds::insideOf(FltVisualNode const& node)
+SbBox3d const& FltVisualBounds::insideOf(FltVisualNode const& node)
 {
     if (auto const known = insides.find(&node); known != insides.end())
         return known->second;
