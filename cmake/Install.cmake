@@ -19,6 +19,7 @@ endif()
 # What a host includes. Include paths are those of the sources: "plugin/Plugin.h".
 set(public_headers
     convert/FltRecordDeclarations.h convert/FltToInventor.h convert/FltToObject.h
+    globe/FltGlobe.h globe/FltGlobeError.h globe/FltGlobeFrame.h
     gltf/FltGltf.h gltf/FltGltfError.h gltf/FltGltfOptions.h gltf/FltGltfReport.h
     parser/FltCreationVisitor.h parser/FltFileInput.h parser/FltInput.h parser/FltObserver.h parser/FltParser.h
     messages/FltWarningMessage.h messages/FltWarningMessageConsole.h
@@ -40,6 +41,10 @@ set(loader_headers loader/FltDatabaseInfo.h loader/FltLoadError.h loader/FltLoad
     loader/FltMessage.h loader/FltProjection.h loader/FltRecordReader.h loader/FltScene.h loader/FltVisual.h)
 foreach(header IN LISTS loader_headers)
   install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VelloReader)
+  # Other headers include them by their paths in the sources.
+  get_filename_component(name ${header} NAME)
+  file(WRITE ${PROJECT_BINARY_DIR}/installed/${header} "#include \"../${name}\"\n")
+  install(FILES ${PROJECT_BINARY_DIR}/installed/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VelloReader/loader)
 endforeach()
 set(documented_headers ${public_headers} ${loader_headers})
 list(TRANSFORM documented_headers PREPEND ${PROJECT_SOURCE_DIR}/src/)

@@ -147,3 +147,15 @@ GltfJson FltGltfExtras::ofWhole(FltVisual const& visual, SbVec3d const& subtract
                        {"unit", FltDatabaseInfo::nameOf(info.unit)}};
     return {{"origin", std::move(origin)}, {"files", std::move(files)}};
 }
+
+GltfJson FltGltfExtras::of(FltGlobeFrame const& frame)
+{
+    GltfJson matrix = GltfJson::array();
+    for (int row = 0; row < 4; ++row)
+        for (int column = 0; column < 4; ++column)
+            matrix.push_back(frame.matrix()[row][column]);
+    return {{"latitude", frame.place().latitude},
+            {"longitude", frame.place().longitude},
+            {"height", frame.place().height},
+            {"matrix", std::move(matrix)}};
+}

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "globe/FltGlobeFrame.h"
 #include "gltf/GltfJson.h"
 #include "loader/FltVisual.h"
 
@@ -17,5 +18,8 @@ GltfJson of(FltVisualJoint const& joint);
 /// What the node at the top tells of the whole: `origin` and `files`.
 /// @param subtracted from all places, in the units of the file; z goes up
 GltfJson ofWhole(FltVisual const& visual, SbVec3d const& subtracted);
+
+/// What the node at the top tells of its place on the globe: `globe`.
+GltfJson of(FltGlobeFrame const& frame);
 
 } // namespace FltGltfExtras

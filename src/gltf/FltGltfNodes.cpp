@@ -137,6 +137,8 @@ int FltGltfNodes::write()
         top["translation"] = GltfValues::list({zero[0], zero[2], -zero[1]});
     if (options.hasExtras)
         top["extras"] = FltGltfExtras::ofWhole(visual, zero + SbVec3d(visual.info.offset));
+    if (options.hasExtras && options.globe)
+        top["extras"]["globe"] = FltGltfExtras::of(FltGlobeFrame(*options.globe));
     if (!children.empty())
         top["children"] = children;
     return document.add(List::nodes, top);

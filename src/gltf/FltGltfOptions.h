@@ -1,5 +1,7 @@
 #pragma once
 
+#include "loader/FltProjection.h"
+
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -43,6 +45,9 @@ struct FltGltfOptions {
 
     /// As FltLoader::largestFile, for textures.
     std::uint64_t largestFile = UINT64_MAX;
+
+    /// Where the zero of the visual is on the globe, if FltGlobe has put it there, for `extras.globe`.
+    std::optional<FltProjection::Place> globe;
 
     /// What the file says for a database that it refers to (FltVisualFile), in `extras.reference`; nothing
     /// for what is left out. Without this function it is the path.
