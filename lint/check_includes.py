@@ -59,7 +59,7 @@ MAY_INCLUDE |= {
     "tests": (*LIBRARY, "writer", "tests/support", "tools/support", "tools/convert", "tools/iv"),
     "tests/shot": (*LIBRARY, "writer", "tests/support", "tools/support", "tools/shot"),
     "tests/view": (*LIBRARY, "writer", "tests/support", "tools/support", "tools/view"),
-    "bench": (*LIBRARY, "writer", "tests/support", "tools/support", "tools/shot"),
+    "bench": (*LIBRARY, "writer", "tests/support", "tools/support", "tools/shot", "tools/view"),
     "fuzz": (*LIBRARY, "writer", "tests/support"),
 }
 
