@@ -1,7 +1,8 @@
 """Runs a test of the page for browsers, where the machine has what it takes.
 
 The arguments are the folder of the page's sources, the test's name in its folder "test", and values for the
-environment, NAME=VALUE each. What is missing is told, and the exit code is 77; with VELLOREADER_NO_SKIPS it is 1.
+environment, NAME=VALUE each. What is missing is told, and the exit code is 77; with VELLOREADER_NO_SKIPS it
+is 1.
 """
 
 import os

@@ -1,7 +1,8 @@
 """Has the Khronos validator look at glTF files of many databases, where the machine has what it takes.
 
-The arguments are the folder of the validator, the program that writes the files, the one that writes the sample
-database, and a folder for both. What is missing is told, and the exit code is 77; with VELLOREADER_NO_SKIPS it is 1.
+The arguments are the folder of the validator, the program that writes the files, the one that writes the
+sample database, and a folder for both. What is missing is told, and the exit code is 77; with
+VELLOREADER_NO_SKIPS it is 1.
 """
 
 import os
@@ -32,7 +33,8 @@ def main() -> None:
     sample = folder / "airfield.flt"
     subprocess.run([sampler, sample], check=True, stdout=subprocess.DEVNULL)
     subprocess.run([writer, folder / "files", sample], check=True)
-    sys.exit(subprocess.run(["node", "validate.mjs", folder / "files"], cwd=validator, check=False).returncode)
+    done = subprocess.run(["node", "validate.mjs", folder / "files"], cwd=validator, check=False)
+    sys.exit(done.returncode)
 
 
 main()

@@ -1,6 +1,7 @@
 // Writes the databases that the tests of the page show, each as NAME/model.flt below the given folder: those of the
 // pictures, and some of their own.
 
+#include "SmallTriangles.h"
 #include "pictures/PictureDatabases.h"
 
 #include <cstdio>
@@ -115,6 +116,7 @@ int main(int argc, char** argv)
         std::filesystem::create_directories(argv[1]);
         writeAll(pictureDatabases(), argv[1]);
         writeAll(ownDatabases(), argv[1]);
+        writeAll(smallTriangles(), argv[1]);
     } catch (std::exception const& problem) {
         std::fprintf(stderr, "write_page_databases: %s\n", problem.what());
         return 1;

@@ -1,27 +1,9 @@
 // A browser without a window, and pages in it that mustn't complain or ask for anything.
 
 import { chromium } from "playwright-core";
-import { execFileSync } from "node:child_process";
 import { pathToFileURL } from "node:url";
 
-export const folder = process.env.VELLOREADER_PAGES;
-const programs = process.env.VELLOREADER_PROGRAMS;
 const longest = 120_000; // Milliseconds until a state that never comes is given up.
-
-/** Runs one of the programs. @return what it wrote on standard output */
-export function run(program, ...words) {
-    return execFileSync(programs + program, words, { encoding: "utf8", stdio: ["ignore", "pipe", "pipe"] });
-}
-
-/** The path of a database of the tests, or of the sample. */
-export const databaseOf = (name) => (name === "airfield" ? `${folder}airfield.flt` : `${folder}${name}/model.flt`);
-
-/** Makes the page of a database. @return its path */
-export function makePage(name) {
-    const path = databaseOf(name).replace(/\.flt$/, ".html");
-    run("write_page", databaseOf(name), path);
-    return path;
-}
 
 export function launch(...more) {
     return chromium.launch({ executablePath: "/usr/bin/chromium", args: ["--no-sandbox", "--use-gl=angle",

@@ -2,7 +2,8 @@
 
 import assert from "node:assert/strict";
 import { after, before, test } from "node:test";
-import { launch, makePage, open, pictureOf, settled } from "./browser.mjs";
+import { launch, open, pictureOf, settled } from "./browser.mjs";
+import { makePage } from "./files.mjs";
 import { decode, isChanged } from "./pictures.mjs";
 
 let browser;
@@ -40,17 +41,28 @@ async function assertRow(page, name) {
     assert.equal(await row(page, name).count(), 1, `${name} in ${await page.locator("#tree").textContent()}`);
 }
 
-test("a switch of the sample shows another choice, and a joint of it moves", async () => {
-    const page = await open(browser, makePage("airfield"));
-    const choice = page.locator("#details select").first();
-    const masks = await choice.locator("option").count();
-    assert.ok(masks > 1);
-    const shown = () => page.evaluate(() => document.querySelector("canvas").dataset.pictures);
-    const old = await shown();
-    await choice.selectOption({ index: (await choice.evaluate((field) => field.selectedIndex)) === 0 ? 1 : 0 });
+/** Has a node fill the picture, by its name. */
+async function fit(page, name) {
+    await page.getByLabel("Search names").fill(name);
+    await page.getByLabel("Search names").press("Enter");
+    await page.locator("#tree").press("Enter");
     await settled(page);
-    assert.notEqual(await shown(), old);
-    await page.locator("#details summary", { hasText: "Joints" }).waitFor();
+}
+
+test("a switch of the sample shows another choice", async () => {
+    const page = await open(browser, makePage("airfield"));
+    await fit(page, "windsock");
+    const choice = page.getByLabel("windsock");
+    const other = (await choice.evaluate((field) => field.selectedIndex)) === 0 ? 1 : 0;
+    assert.ok(await changes(page, () => choice.selectOption({ index: other })));
+    await page.close();
+});
+
+test("a joint of the sample turns", async () => {
+    const page = await open(browser, makePage("airfield"));
+    await fit(page, "radar");
+    await page.locator("#details summary", { hasText: "radar" }).click();
+    assert.ok(await changes(page, () => page.getByLabel("Yaw").fill("90")));
     await page.close();
 });
 

@@ -3,7 +3,8 @@
 import assert from "node:assert/strict";
 import { readFileSync } from "node:fs";
 import { after, before, test } from "node:test";
-import { databaseOf, folder, launch, makePage, open, pictureOf, run } from "./browser.mjs";
+import { launch, open, pictureOf } from "./browser.mjs";
+import { databaseOf, folder, makePage, run } from "./files.mjs";
 import { blockDifferenceOf, decode, overlapOf, rednessOf } from "./pictures.mjs";
 
 const [width, height] = [640, 480];

@@ -3,7 +3,8 @@
 import assert from "node:assert/strict";
 import { readFileSync, writeFileSync } from "node:fs";
 import { after, before, test } from "node:test";
-import { launch, makePage, open } from "./browser.mjs";
+import { launch, open } from "./browser.mjs";
+import { makePage } from "./files.mjs";
 
 let browser;
 before(async () => { browser = await launch(); });
