@@ -75,6 +75,9 @@ install_target(velloreader_python LIBRARY DESTINATION ${VELLOREADER_PYTHON_DIR}/
 install(FILES docs/schemas/fltinfo.schema.json docs/schemas/fltcheck.schema.json
         DESTINATION ${CMAKE_INSTALL_DATADIR}/velloreader/schemas)
 
+# The add-on for Blender
+install(FILES share/velloreader/blender/import_openflight.py DESTINATION ${CMAKE_INSTALL_DATADIR}/velloreader/blender)
+
 # What desktops know of the format
 install(FILES share/mime/packages/velloreader.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
 install(FILES share/thumbnailers/velloreader.thumbnailer DESTINATION ${CMAKE_INSTALL_DATADIR}/thumbnailers)

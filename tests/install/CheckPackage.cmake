@@ -35,6 +35,7 @@ foreach(file
     share/man/man1/flt2iv.1.gz share/man/man1/flt2gltf.1.gz share/man/man1/fltshot.1.gz share/man/man1/fltinfo.1.gz share/man/man1/fltcheck.1.gz
     share/bash-completion/completions/fltinfo share/zsh/vendor-completions/_fltcheck
     share/fish/vendor_completions.d/fltcheck.fish share/mime/packages/velloreader.xml
+    share/velloreader/blender/import_openflight.py
     share/velloreader/schemas/fltinfo.schema.json share/thumbnailers/velloreader.thumbnailer)
   string(FIND "${output}" " ./usr/${file}\n" position)
   if(position EQUAL -1)
