@@ -12,7 +12,7 @@ install_target(SoFLTFileKit LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 # The programs find the library by its place relative to theirs, in any prefix. PreparePackage.cmake removes this.
 if(TARGET flt2iv)
   file(RELATIVE_PATH library_from_programs /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
-  set_target_properties(flt2iv flt2gltf fltshot fltinfo fltcheck PROPERTIES
+  set_target_properties(flt2iv flt2gltf fltreport fltshot fltinfo fltcheck PROPERTIES
                         INSTALL_RPATH "$ORIGIN/${library_from_programs}")
 endif()
 
@@ -72,7 +72,7 @@ install(FILES ${python_package_dir}/METADATA python/INSTALLER
 install_target(velloreader_python LIBRARY DESTINATION ${VELLOREADER_PYTHON_DIR}/velloreader)
 
 # What the programs print as JSON
-install(FILES docs/schemas/fltinfo.schema.json docs/schemas/fltcheck.schema.json
+install(FILES docs/schemas/fltinfo.schema.json docs/schemas/fltcheck.schema.json docs/schemas/fltreport.schema.json
         DESTINATION ${CMAKE_INSTALL_DATADIR}/velloreader/schemas)
 
 # The add-on for Blender

@@ -39,7 +39,8 @@ the Coin toolkit.
 Every program on the toolkit reads .flt files once this is installed. flt2iv
 converts them into Open Inventor files, flt2gltf into glTF files and pages for
 browsers, and fltshot draws them into pictures without a window; fltinfo says
-what is in them, and fltcheck what is wrong with them. Programs in C++ use the
+what is in them, and fltcheck what is wrong with them; fltreport sums up what
+became of many. Programs in C++ use the
 library through CMake or pkg-config,
 and programs in Python through the package velloreader, together with pivy.")
 

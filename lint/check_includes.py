@@ -46,6 +46,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
                       "src/inspect", "src/loader"),
     "tools/iv": ("tools/support", "tools/convert", "src/toolkit", "src/textures", "src/vrml", "src/loader"),
     "tools/gltf": ("tools/support", "tools/convert", "src/gltf", "src/obj", "src/loader"),
+    "tools/report": ("tools/support", "tools/convert", "src/messages"),
     "tools/shot": ("tools/support", "src/toolkit", "src/messages", "src/loader"),
     "tools/view": ("tools/support", "tools/iv", "src/toolkit", "src/textures", "src/messages", "src/records",
                    "src/inspect", "src/loader", "src/gltf", "src/obj"),

@@ -62,7 +62,7 @@ std::string completed(std::string const& program, std::string const& word, std::
 /// The programs of this build.
 std::vector<char const*> allPrograms()
 {
-    return {"flt2iv", "flt2gltf", "fltshot", "fltinfo", "fltcheck",
+    return {"flt2iv", "flt2gltf", "fltreport", "fltshot", "fltinfo", "fltcheck",
 #ifdef VELLOREADER_HAS_VIEWER
             "fltview"
 #endif

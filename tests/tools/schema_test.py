@@ -54,6 +54,14 @@ class SchemaTest(unittest.TestCase):
             self.assertEqual(3, len(document["files"]))
             self.assert_valid(document, SCHEMAS / "fltcheck.schema.json")
 
+    def test_fltreport_keeps_to_its_schema(self) -> None:
+        report = self.folder / "report.jsonl"
+        convert = ["flt2gltf", "-q", "--shard", "1/2", "--report", report, "-o", self.folder / "out", self.folder]
+        subprocess.run([PROGRAMS / str(convert[0]), *map(str, convert[1:])], check=False, stderr=subprocess.DEVNULL)
+        document = self.output("fltreport", "--json", report)
+        self.assertEqual([[0, 0]], document["gaps"])
+        self.assert_valid(document, SCHEMAS / "fltreport.schema.json")
+
     def test_fltcheck_writes_sarif_as_the_standard_demands(self) -> None:
         document = self.output("fltcheck", "--sarif", self.sample, self.cut, self.broken)
         self.assertFalse(document["runs"][0]["invocations"][0]["executionSuccessful"])

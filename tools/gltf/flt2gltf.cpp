@@ -36,7 +36,7 @@ ProgramDescription description()
          {"flt2gltf --if-newer -o converted/ models/", "again, but only what has changed"},
          {"flt2gltf --lod all -o a.glb airfield.flt", "with the coarser levels of detail"}},
         ExitCode::wrongUsage,
-        {"flt2iv", "fltshot", "fltinfo", "fltcheck"}};
+        {"flt2iv", "fltreport", "fltshot", "fltinfo", "fltcheck"}};
 }
 
 /// The forms that results can have.

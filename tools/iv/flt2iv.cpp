@@ -30,7 +30,7 @@ ProgramDescription description()
              {"flt2iv --if-newer -o converted/ models/", "again, but only what has changed"},
              {"flt2iv --xref file -o city.iv city.flt", "each referenced database in a file of its own"}},
             ExitCode::wrongUsage,
-            {"flt2gltf", "fltshot", "fltinfo", "fltcheck"}};
+            {"flt2gltf", "fltreport", "fltshot", "fltinfo", "fltcheck"}};
 }
 
 /// Takes over the form of the results.
