@@ -14,7 +14,6 @@
 namespace
 {
 
-using BenchDatabase::Windows;
 using Place = std::array<double, 3>;
 using Panel = std::array<Place, 4>;
 
@@ -57,8 +56,9 @@ std::vector<Panel> panelsOf(double x, double y)
                            {x + side, y + buildingSize, top}}});
     for (int wall = 0; wall < 4; ++wall)
         for (int window = 0; window < windowsInRow * storeys; ++window) {
+            int const storey = window / windowsInRow;
             double const from = window % windowsInRow * windowWidth;
-            double const floor = window / windowsInRow * storeyHeight;
+            double const floor = storey * storeyHeight;
             auto const at = [&](double along, double height) {
                 bool const isFar = wall == 1 || wall == 2;
                 double const way = isFar == (wall % 2 == 0) ? buildingSize - along : along;
@@ -84,7 +84,8 @@ int sideOf(int buildings)
 std::vector<Panel> panelsOfNumber(int building, int side)
 {
     constexpr double step = buildingSize + streetWidth;
-    return panelsOf(building % side * step, building / side * step);
+    int const row = building / side;
+    return panelsOf(building % side * step, row * step);
 }
 
 std::vector<double> addVertices(FltWriter& flt, Panel const& panel)

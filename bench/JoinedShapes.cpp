@@ -45,7 +45,7 @@ void addTriangle(void* data, SoCallbackAction* action, SoPrimitiveVertex const* 
     corners.size = size;
     corners.components = components;
     corners.color = diffuse;
-    SbMatrix const matrix = action->getModelMatrix();
+    SbMatrix const& matrix = action->getModelMatrix();
     for (SoPrimitiveVertex const* const corner : {first, second, third}) {
         SbVec3f place;
         matrix.multVecMatrix(corner->getPoint(), place);

@@ -20,9 +20,9 @@ class VELLOREADER_API FltGltf
 public:
     /// Writes a file.
     /// @param path ends in ".glb" (all in one file), ".gltf" (text, with "NAME.bin" and pictures in
-    ///             "NAME_textures" beside it) or ".html" (a page for browsers that shows it), in letters of any
-    ///             case. A file that stands there is replaced
-    ///             once the new one is whole, unless it is one of the visual's own.
+    ///             "NAME_textures" beside it) or ".html" (a page for browsers that shows it), in letters of
+    ///             any case. A file that stands there is replaced once the new one is whole, unless it is one
+    ///             of the visual's own.
     /// @throw FltGltfError if it can't be written; what stood at the path is as before then
     static FltGltfReport write(FltVisual const& visual, std::string const& path,
                                FltGltfOptions const& options = {});

@@ -9,6 +9,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <tuple>
 #include <utility>
 
@@ -60,7 +61,7 @@ void append(std::string& key, Value const& value)
 std::string keyOf(FltVisualNode const& node, FltGltfMeshes::Place const& place)
 {
     std::string key;
-    append(key, &node);
+    append(key, reinterpret_cast<std::uintptr_t>(&node));
     append(key, static_cast<float>(liftOf(node, place)));
     for (int i = 0; i < 3; ++i)
         append(key, place.zero[i] + 0.0);

@@ -10,7 +10,8 @@
 /// How a visual becomes a glTF file. Each option has the value that every reader draws alike.
 struct FltGltfOptions {
     /// Whether what isn't shown is in the file as well, marked by KHR_node_visibility: hidden parts, the
-    /// children that switches don't show, and all frames of flip-books. Readers without the extension show it.
+    /// children that switches don't show, and all frames of flip-books. Readers without the extension show
+    /// it.
     bool keepsHidden = false;
 
     /// Whether coarser levels of detail are in the file as well, by MSFT_lod. Readers without the extension

@@ -26,8 +26,8 @@ public:
 
     /// Writes the page of a visual, with all that is hidden and all levels of detail, since the page can show
     /// them. A file that stands there is replaced once the new one is whole, unless it is of the database.
-    /// @param options of the .glb in it: whether it is lifted, and the limits for textures. The others are the
-    ///                page's own.
+    /// @param options of the .glb in it: whether it is lifted, and the limits for textures. The others are
+    ///                the page's own.
     /// @throw FltGltfError as FltGltf::write()
     static FltGltfReport write(FltVisual const& visual, std::string const& path,
                                FltGltfOptions const& options = {});

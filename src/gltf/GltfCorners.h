@@ -16,8 +16,8 @@ struct GltfCornerForm {
 
 /// The corners of a mesh as glTF has them, and the triangles, lines or points that they make.
 ///
-/// Positions are finite: what has a corner elsewhere is left out. Each corner is there once; those that nothing
-/// uses may be there too. Lists of a kind that the mesh hasn't are empty.
+/// Positions are finite: what has a corner elsewhere is left out. Each corner is there once; those that
+/// nothing uses may be there too. Lists of a kind that the mesh hasn't are empty.
 struct GltfCorners {
     /// @param hasUvs whether coordinates of the first texture are needed
     GltfCorners(FltMesh const& mesh, GltfCornerForm const& form, bool hasUvs);

@@ -127,9 +127,8 @@ bool GltfPictureFile::isPlainPng(PictureBytes const& file, PicturePixels const& 
         else if (standsAt(file, at + 4, "cHRM"))
             isUsualSpace = isUsualSpace && isUsual(file, begin);
         else if (standsAt(file, at + 4, "iCCP") || standsAt(file, at + 4, "acTL") ||
-                 standsAt(file, at + 4, "eXIf"))
-            return false;
-        else if (standsAt(file, at + 4, "pHYs") && file.big32(begin) != file.big32(begin + 4))
+                 standsAt(file, at + 4, "eXIf") ||
+                 (standsAt(file, at + 4, "pHYs") && file.big32(begin) != file.big32(begin + 4)))
             return false;
         at += chunkFrame + length;
     }

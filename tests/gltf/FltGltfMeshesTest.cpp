@@ -15,8 +15,10 @@ protected:
         FltMesh mesh;
         mesh.isLit = false;
         mesh.colors = {~0U};
-        for (std::size_t i = 0; i < corners; ++i)
-            mesh.positions.emplace_back(static_cast<float>(i % 256), static_cast<float>(i / 256), 0.0F);
+        for (std::size_t i = 0; i < corners; ++i) {
+            std::size_t const row = i / 256;
+            mesh.positions.emplace_back(static_cast<float>(i % 256), static_cast<float>(row), 0.0F);
+        }
         for (std::size_t i = 2; i < corners; i += 3) {
             for (std::size_t corner = i - 2; corner <= i; ++corner)
                 mesh.indices.push_back(static_cast<std::int32_t>(corner));

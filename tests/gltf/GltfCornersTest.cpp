@@ -142,8 +142,8 @@ TEST(GltfCorners, KeepTheOrderOfWhatIsBlended)
     for (int i = 0; i < 60; ++i) {
         int const at = i * 37 % 60; // far from the one before
         for (int corner = 0; corner < 3; ++corner) {
-            mesh.positions.emplace_back(static_cast<float>(at + corner % 2), static_cast<float>(corner / 2),
-                                        0.0F);
+            float const height = corner == 2 ? 1 : 0;
+            mesh.positions.emplace_back(static_cast<float>(at + corner % 2), height, 0.0F);
             mesh.indices.push_back(3 * i + corner);
         }
         mesh.indices.push_back(end);

@@ -1,5 +1,5 @@
-// Writes glTF files of many databases into a folder: of each record of the format at each revision at which it
-// changes, of each feature, and of those that are named.
+// Writes glTF files of many databases into a folder: of each record of the format at each revision at which
+// it changes, of each feature, and of those that are named.
 //
 //     write_gltf_files FOLDER FILE.flt...
 

@@ -52,12 +52,11 @@ TEST_F(ReferenceGraphTest, choosesAlikeWhicheverFilesOfACircleAreKnownToBeNeeded
     EXPECT_TRUE(graph.isChosen("0", "c"));
 
     ReferenceGraph fewer;
-    for (auto const& [file, reference] : {std::pair("c", "a"), {"a", "b"}, {"b", "c"}})
-        fewer.add(file, [&] {
-            DatabaseScan scan;
-            scan.references.push_back({reference, reference, 1});
-            return scan;
-        }());
+    for (auto const& [file, reference] : {std::pair("c", "a"), {"a", "b"}, {"b", "c"}}) {
+        DatabaseScan scan;
+        scan.references.push_back({reference, reference, 1});
+        fewer.add(file, scan);
+    }
     fewer.chooseByNames();
     for (auto const& [file, reference] : {std::pair("c", "a"), {"a", "b"}, {"b", "c"}})
         EXPECT_EQ(fewer.isChosen(file, reference), graph.isChosen(file, reference)) << file;

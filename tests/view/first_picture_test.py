@@ -56,7 +56,8 @@ class FirstPictureTest(unittest.TestCase):
             screen = virtual_display.Screen(FOLDER)
             places[-1] = {i for i, pixel in enumerate(screen.pixels) if pixel == BACKGROUND}
             width, height = map(int, SIZES[len(places) - 1])
-            return len(places[-1]) > width * height / 10 and not (len(places) > 1 and places[-1] == places[-2])
+            is_repeated = len(places) > 1 and places[-1] == places[-2]
+            return len(places[-1]) > width * height / 10 and not is_repeated
 
         for size in SIZES:
             places.append(set())

@@ -46,7 +46,8 @@ class WindowTest(unittest.TestCase):
     def setUp(self) -> None:
         self.database = pathlib.Path(FOLDER, "yard.flt")
         subprocess.run([WRITE_DATABASE, str(self.database)], check=True)
-        self.window = viewer_window.Window(FLTVIEW, FOLDER, str(self.database), "--watch", "--select", "floor")
+        arguments = (str(self.database), "--watch", "--select", "floor")
+        self.window = viewer_window.Window(FLTVIEW, FOLDER, *arguments)
         self.assertEqual(f"loaded {self.database}", self.window.next_line("loaded"))
         self.assertRegex(self.window.next_line("selected"), r"^selected /base/floor\tObject, 1 face\t\d+$")
         self.window.next_line("widgets end")

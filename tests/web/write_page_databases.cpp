@@ -1,5 +1,5 @@
-// Writes the databases that the tests of the page show, each as NAME/model.flt below the given folder: those of the
-// pictures, and some of their own.
+// Writes the databases that the tests of the page show, each as NAME/model.flt below the given folder: those
+// of the pictures, and some of their own.
 
 #include "SmallTriangles.h"
 #include "pictures/PictureDatabases.h"

@@ -103,8 +103,11 @@ void ConversionPlan::addBelow(std::string const& root, std::string const& input,
     for (std::string const& database : found.files) {
         fs::path const place = fs::absolute(database).lexically_normal().lexically_relative(base);
         if (leaves(place))
-            allProblems.push_back(database + ": lies outside of " + root +
-                                  ", so it has no place below the output. Give --root a directory above it.");
+            allProblems.push_back(
+                std::string(database)
+                    .append(": lies outside of ")
+                    .append(root)
+                    .append(", so it has no place below the output. Give --root a directory above it."));
         else
             addPlace(database, place.generic_string(), root, outputDirectory);
     }

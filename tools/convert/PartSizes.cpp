@@ -6,6 +6,7 @@
 #include "messages/FltText.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <numeric>
 
@@ -63,7 +64,7 @@ std::string PartSizes::text() const
                        Numbers::bytes(bytes.all) + ", in " + Numbers::counted(count, "part", "parts") + "\n";
     text += tableRow("of a part", "least", "mean", "most", "most / mean");
     text += tableRow("databases", Numbers::grouped(files.least),
-                     Numbers::grouped(static_cast<std::uint64_t>(files.mean + 0.5)),
+                     Numbers::grouped(static_cast<std::uint64_t>(std::llround(files.mean))),
                      Numbers::grouped(files.most), ratioOf(static_cast<double>(files.most), files.mean));
     text +=
         tableRow("bytes", Numbers::bytes(bytes.least), Numbers::bytes(static_cast<std::uint64_t>(bytes.mean)),

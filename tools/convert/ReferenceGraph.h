@@ -35,9 +35,9 @@ public:
     /// @param roots where to begin, one after the other
     void choose(std::vector<std::string> const& roots);
 
-    /// Chooses as choose() does, but in the same way wherever a search would begin: in a circle it is the file
-    /// whose name comes first that includes the others. So parts of a tree that are converted by themselves
-    /// agree on what they include.
+    /// Chooses as choose() does, but in the same way wherever a search would begin: in a circle it is the
+    /// file whose name comes first that includes the others. So parts of a tree that are converted by
+    /// themselves agree on what they include.
     void chooseByNames();
 
     /// Whether a reference was chosen.

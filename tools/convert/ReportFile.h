@@ -11,7 +11,8 @@ class ReportFile
 {
 public:
     /// Opens a report, and reads what earlier runs have left.
-    /// @throw ToolError if it can't be opened, is another file, or belongs to a run of another kind that goes on
+    /// @throw ToolError if it can't be opened, is another file, or belongs to a run of another kind that goes
+    /// on
     ReportFile(std::string path, ReportRun run);
     ~ReportFile();
 

@@ -4,8 +4,8 @@
 
 class QWidget;
 
-/// As long as it lives, keys and the mouse reach one widget alone: windows are painted and change their size, and
-/// nothing else can be begun in them.
+/// As long as it lives, keys and the mouse reach one widget alone: windows are painted and change their size,
+/// and nothing else can be begun in them.
 class InputGate : public QObject
 {
     Q_OBJECT

@@ -11,8 +11,8 @@ class QLabel;
 class QProgressBar;
 class QPushButton;
 
-/// Says how far a load is, and lets it be cancelled. Loads run in the window's own thread: meanwhile the window
-/// is painted, and takes nothing but that.
+/// Says how far a load is, and lets it be cancelled. Loads run in the window's own thread: meanwhile the
+/// window is painted, and takes nothing but that.
 class LoadProgress : public QWidget
 {
     Q_OBJECT

@@ -46,8 +46,8 @@ public:
     /// says why; if somebody cancels the load, the one before stays. @return whether it was loaded
     bool open(QString const& path);
 
-    /// Loads the database again and keeps the camera, the selection and what was found. If that can't be done,
-    /// what was loaded before stays, and the banner says so.
+    /// Loads the database again and keeps the camera, the selection and what was found. If that can't be
+    /// done, what was loaded before stays, and the banner says so.
     bool reload();
 
     /// Reloads whenever a file of the database changes.

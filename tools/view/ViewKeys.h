@@ -8,8 +8,8 @@
 
 class QAction;
 
-/// What keys and the mouse do in the window: menus, tool tips, the sheet of help and the manual page all have it
-/// from here.
+/// What keys and the mouse do in the window: menus, tool tips, the sheet of help and the manual page all have
+/// it from here.
 namespace ViewKeys
 {
 
