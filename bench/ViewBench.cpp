@@ -1,5 +1,5 @@
-// The viewer with databases of 300,000 faces: the processor time of opening one, beside that of flt2iv, and of
-// a frame while the mouse turns it, beside that of the toolkit alone. It needs a display.
+// The viewer with databases of 300,000 faces: the processor time of opening one, beside that of flt2iv, and
+// of a frame while the mouse turns it, beside that of the toolkit alone. It needs a display.
 
 #include "BenchDatabase.h"
 #include "BenchOptions.h"

@@ -132,8 +132,8 @@ struct CountryTiles::Land {
             {height(x - 1, y) - height(x + 1, y), height(x, y - 1) - height(x, y + 1), 2 * cellSize});
     }
 
-    /// A place on the triangles of the finest level, with x and y in cells. It is moved to a half of a metre, so
-    /// that a matrix, which holds floats, has it as it is.
+    /// A place on the triangles of the finest level, with x and y in cells. It is moved to a half of a metre,
+    /// so that a matrix, which holds floats, has it as it is.
     Point on(double x, double y) const
     {
         Point place = corner(0, 0) + Point{x * cellSize, y * cellSize, 0};

@@ -1,4 +1,5 @@
-// Writes a country: a tree of databases that are tiles of land, with models and textures that all of them share.
+// Writes a country: a tree of databases that are tiles of land, with models and textures that all of them
+// share.
 //
 //     make_country [--tiles N] [--folders rows|quads] [--utm] [--damaged PERCENT] [--force] OUT
 //

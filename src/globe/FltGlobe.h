@@ -30,8 +30,9 @@ struct FltGlobeTile {
 class VELLOREADER_API FltGlobe
 {
 public:
-    /// @param visual with the levels of detail and the unit that were asked for. It stays as it is; the result
-    ///               shares models with it. What has no place on the earth is counted in its omissions.
+    /// @param visual with the levels of detail and the unit that were asked for. It stays as it is; the
+    ///               result shares models with it. What has no place on the earth is counted in its
+    ///               omissions.
     /// @throw FltGlobeError if the database's projection isn't known, or nothing in it has a place
     static FltGlobeTile place(FltVisual const& visual);
 };

@@ -109,7 +109,8 @@ Node FltGlobeNodes::place(Node const& node, SbDPMatrix const& around, Record con
     Record const& nearest = node->record.offset != Record::none ? node->record : above;
     if (node->as<FltVisualCopies>() != nullptr)
         return stoodCopies(*node, around, nearest);
-    // What comes from elsewhere in the coordinates of the database, such as a tile of its terrain, is no model.
+    // What comes from elsewhere in the coordinates of the database, such as a tile of its terrain, is no
+    // model.
     bool const isModel = isFromElsewhere(node, above) && !isUnit(around);
     if (isModel || isStiff(*node))
         return stood(node, around, isModel);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "visual/FltVisualBounds.h"
 #include "gltf/FltGltfLosses.h"
 #include "gltf/FltGltfMeshes.h"
 #include "gltf/FltGltfOptions.h"
@@ -8,6 +7,7 @@
 #include "gltf/GltfTransforms.h"
 #include "loader/FltVisual.h"
 #include "visual/FltLocalZeros.h"
+#include "visual/FltVisualBounds.h"
 
 #include <cstddef>
 #include <cstdint>

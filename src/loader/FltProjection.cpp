@@ -50,7 +50,8 @@ double eccentricitySquare(double flattening)
     return flattening * (2 - flattening);
 }
 
-/// The coefficients of Krüger's series from the plane to the sphere, to the sixth power of the third flattening.
+/// The coefficients of Krüger's series from the plane to the sphere, to the sixth power of the third
+/// flattening.
 std::array<double, 6> coefficients(double n)
 {
     double const n2 = n * n, n3 = n2 * n, n4 = n3 * n, n5 = n4 * n, n6 = n5 * n;

@@ -12,8 +12,8 @@
 /// Known are:
 /// - the flat earth: x goes east and y north from the header's origin, along the radii of curvature there. An
 ///   origin of 0 N, 0 E counts as none;
-/// - UTM: x is the easting and y the northing, to which the header's deltas are added. The zone is the header's
-///   (below zero in the south), or else that of its origin;
+/// - UTM: x is the easting and y the northing, to which the header's deltas are added. The zone is the
+///   header's (below zero in the south), or else that of its origin;
 /// - geodetic: x is the longitude and y the latitude, in degrees;
 /// - geocentric: x, y and z from the middle of the earth.
 ///

@@ -30,7 +30,8 @@ public:
     /// @return 0, or the reason why the file isn't whole
     int close();
 
-    /// Gives the file its place, after its end if that isn't there yet. @return 0, or the reason why it doesn't get it
+    /// Gives the file its place, after its end if that isn't there yet. @return 0, or the reason why it
+    /// doesn't get it
     int commit();
 
     /// Whether two names are those of one file that is there.

@@ -90,7 +90,8 @@ TEST(FltProjectionTest, KnowsThePlacesOfAFlatEarthByItsOrigin)
     FltDatabaseInfo info = infoOf(0);
     info.originLatitude = 48.5;
     info.originLongitude = 9.25;
-    // A kilometre along the ground, by geod of PROJ 9.1. Along the parallel that differs by the bend of a line.
+    // A kilometre along the ground, by geod of PROJ 9.1. Along the parallel that differs by the bend of a
+    // line.
     expectPlace(info, {0, 1000, 2}, 48.5089927955, 9.25, 2, 1e-6);
     expectPlace(info, {1000, 0, 0}, 48.5, 9.2635315413, 0, 1e-6);
     info.unit = FltDatabaseInfo::Unit::feet;

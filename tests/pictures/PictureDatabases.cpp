@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <ostream>
 
 namespace
 {
@@ -775,6 +776,11 @@ void writeFarModel(ScratchFolder const& folder, PictureStage::Place const& at)
                            {"color", 127}});
     stage.flt.add("Comment", {{"textDescription", "FAR"}});
     save(stage, folder);
+}
+
+void PrintTo(PictureDatabase const& database, std::ostream* out)
+{
+    *out << database.name;
 }
 
 std::vector<PictureDatabase> const& pictureDatabases()

@@ -3,6 +3,7 @@
 #include "pictures/PictureStage.h"
 #include "support/ScratchFolder.h"
 
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,8 @@ struct PictureDatabase {
     std::string options; ///< For fltshot, besides the size.
     void (*write)(ScratchFolder const& folder); ///< Writes "model.flt" and what it needs.
 };
+
+void PrintTo(PictureDatabase const& database, std::ostream* out);
 
 /// Writes "model.flt" with a wall of narrow stripes, steps, and something of all that has a place.
 /// @param at what its coordinates count from

@@ -56,8 +56,8 @@ class SchemaTest(unittest.TestCase):
 
     def test_fltreport_keeps_to_its_schema(self) -> None:
         report = self.folder / "report.jsonl"
-        convert = ["flt2gltf", "-q", "--shard", "1/2", "--report", report, "-o", self.folder / "out", self.folder]
-        subprocess.run([PROGRAMS / str(convert[0]), *map(str, convert[1:])], check=False, stderr=subprocess.DEVNULL)
+        options = ["-q", "--shard", "1/2", "--report", report, "-o", self.folder / "out", self.folder]
+        subprocess.run([PROGRAMS / "flt2gltf", *options], check=False, stderr=subprocess.DEVNULL)
         document = self.output("fltreport", "--json", report)
         self.assertEqual([[0, 0]], document["gaps"])
         self.assert_valid(document, SCHEMAS / "fltreport.schema.json")

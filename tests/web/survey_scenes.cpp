@@ -1,4 +1,5 @@
-// Tells what the toolkit draws of Open Inventor files: a line of JSON for each, with what stands below each name.
+// Tells what the toolkit draws of Open Inventor files: a line of JSON for each, with what stands below each
+// name.
 //
 //     survey_scenes FILE.iv...
 

@@ -120,7 +120,8 @@ std::string charts(MergedReports const& reports, MergedReports::Lines const& lin
     return parts.bars.size() > 1 ? text + parts.svg() : text;
 }
 
-/// What a map can be coloured by. The choices stand beside the map, so that the style sees which one is taken.
+/// What a map can be coloured by. The choices stand beside the map, so that the style sees which one is
+/// taken.
 struct Choice {
     char letter; ///< Of the classes.
     std::string name;

@@ -15,15 +15,15 @@ public:
     /// What databases are coloured by.
     enum class Colour { time, triangles, trouble };
 
-    /// @param databases those without a place aren't on the map: of which nothing is to be seen, or which have
-    ///                  no origin where others have one
+    /// @param databases those without a place aren't on the map: of which nothing is to be seen, or which
+    ///                  have no origin where others have one
     explicit TileMap(MergedReports::Lines const& databases);
 
     bool isEmpty() const { return tiles.empty(); }
     std::size_t placed() const { return count; } ///< Databases on the map.
 
-    /// As SVG. An element has a class for each kind of colour: "a0" to "a4" for the time, "b0" to "b4" for the
-    /// triangles, "c0" to "c3" for the trouble.
+    /// As SVG. An element has a class for each kind of colour: "a0" to "a4" for the time, "b0" to "b4" for
+    /// the triangles, "c0" to "c3" for the trouble.
     std::string svg() const;
 
     /// What the classes of a colour mean, from the first one on.

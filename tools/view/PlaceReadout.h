@@ -16,8 +16,8 @@ public:
     /// @param isInMetres    whether the scene is in metres; else it is in the database's unit
     PlaceReadout(FltDatabaseInfo const& info, bool isInMetres);
 
-    /// "x 1  y 2  z 0.5 m  |  database 3.28084  6.56168  1.64042 feet  |  48.5000090° N, 9.2500136° E, 0.5 m (flat
-    /// earth, on WGS 1984)", or "(unknown projection, number 3)".
+    /// "x 1  y 2  z 0.5 m  |  database 3.28084  6.56168  1.64042 feet  |  48.5000090° N, 9.2500136° E, 0.5 m
+    /// (flat earth, on WGS 1984)", or "(unknown projection, number 3)".
     QString textOf(SbVec3f const& place) const;
 
     QString unitName() const; ///< "m" or that of the database.

@@ -13,10 +13,10 @@ class SoNode;
 
 /// The scene as a tree: groups and shapes, each under the name of its record if it stands for one.
 ///
-/// Shared parts of the scene stand in the tree once for each place, and a group may have very many children, so
-/// items are made when they are looked at: a handful of each group's at first, and more when somebody scrolls
-/// there or looks for them. Nodes that only set properties, and switches with a single child that the conversion puts around the
-/// children of a switch record, have no items of their own.
+/// Shared parts of the scene stand in the tree once for each place, and a group may have very many children,
+/// so items are made when they are looked at: a handful of each group's at first, and more when somebody
+/// scrolls there or looks for them. Nodes that only set properties, and switches with a single child that the
+/// conversion puts around the children of a switch record, have no items of their own.
 class SceneTreeModel : public QAbstractItemModel
 {
     Q_OBJECT
