@@ -11,7 +11,7 @@ namespace
 {
 
 constexpr int cells = 6; ///< Along each side of a tile, at the finest level.
-constexpr double cellSize = 200, tileSize = cells * cellSize;
+constexpr double cellSize = 200;
 
 /// @name Where the country is
 /// 47.5 degrees north and 9 degrees east, on the shore of Lake Constance; on the middle of UTM zone 32.
