@@ -33,7 +33,7 @@ constexpr int warmUp = 10;
 constexpr int measured = 60;
 
 /// How the shapes of a scene are made.
-enum class Shapes { ofObjects, oneOfTexture };
+enum class Shapes { ofObjects, merged, oneOfTexture };
 
 struct Case {
     std::string name;
@@ -48,7 +48,8 @@ struct Loaded {
 
     explicit Loaded(Case const& each)
     {
-        FltLoader const loader;
+        FltLoader loader;
+        loader.merge = each.shapes == Shapes::merged;
         scene = loader.load(each.path);
         root = each.shapes == Shapes::oneOfTexture ? SoNodeRef<SoNode>(JoinedShapes::of(scene.root()).get())
                                                    : SoNodeRef<SoNode>(scene.root());
@@ -140,7 +141,9 @@ int main(int argc, char** argv)
         if (argv[i][0] == '-')
             own.push_back(argv[i]);
         else
-            cases.push_back({argv[i], argv[i]});
+            for (Shapes const shapes : {Shapes::ofObjects, Shapes::merged})
+                cases.push_back(
+                    {argv[i] + std::string(shapes == Shapes::merged ? ", merged" : ""), argv[i], shapes});
     BenchOptions const options(static_cast<int>(own.size()), own.data(), false);
     try {
         ScratchFolder const folder;
@@ -149,10 +152,13 @@ int main(int argc, char** argv)
         BenchDatabase::writeTerrain(folder / "terrain.flt", terrainVertices, BenchDatabase::Vertices::shared);
         cases.insert(cases.begin(),
                      {{"town", folder / "town.flt"},
+                      {"town, merged", folder / "town.flt", Shapes::merged},
                       {"town, one shape a texture", folder / "town.flt", Shapes::oneOfTexture},
                       {"town, translucent windows", folder / "clear.flt"},
+                      {"the same, merged", folder / "clear.flt", Shapes::merged},
                       {"the same, one shape a texture", folder / "clear.flt", Shapes::oneOfTexture},
-                      {"terrain", folder / "terrain.flt"}});
+                      {"terrain", folder / "terrain.flt"},
+                      {"terrain, merged", folder / "terrain.flt", Shapes::merged}});
         if (!options.json)
             std::printf("%-44s %7s %8s %8s %8s %8s %7s %8s %7s\n", "milliseconds of a frame", "first",
                         "whole", "inside", "toolkit", "inside", "MB", "nodes", "shapes");

@@ -31,8 +31,8 @@ set(public_headers
     toolkit/VelloReaderExport.h
     visual/FltDegreeOfFreedom.h visual/FltJointMotion.h visual/FltMesh.h visual/FltMeshIndices.h
     visual/FltOmission.h visual/FltReference.h visual/FltSwitch.h visual/FltVisualControls.h visual/FltVisualNode.h
-    visual/FltVisualFlipBook.h visual/FltVisualOptions.h visual/FltVisualSenses.h visual/FltVisualSwitch.h
-    visual/FltVisualWalk.h)
+    visual/FltVisualFlipBook.h visual/FltVisualOptions.h visual/FltVisualRecord.h visual/FltVisualSenses.h
+    visual/FltVisualSwitch.h visual/FltVisualWalk.h)
 foreach(header IN LISTS public_headers)
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VelloReader/${folder})

@@ -14,6 +14,7 @@
 #include "scene/FltSceneMaker.h"
 #include "toolkit/SoReferencesGivenBack.h"
 #include "visual/FltCutOuts.h"
+#include "visual/FltMeshMerger.h"
 #include "visual/FltVisualConversion.h"
 
 #include <Inventor/SoDB.h>
@@ -43,6 +44,8 @@ void refuseWhatIsForTheCompleteConversion(FltLoader const& loader, std::string c
         refuse("the origin");
     if (loader.time != FltLoader::TimeOfDay::day)
         refuse("the time of day");
+    if (loader.merge)
+        refuse("merged shapes");
 }
 
 void startToolkit()
@@ -141,6 +144,12 @@ FltVisualConversion::Options visualOptions(FltLoader const& options, FltLoadHost
     return visual;
 }
 
+/// Of the coordinates of a visual as a whole.
+double metresPerUnit(FltLoader const& options, FltVisualConversion::Result const& visual)
+{
+    return options.units == FltLoader::Units::metres ? 1 : visual.metresPerUnit;
+}
+
 /// Loads by the complete conversion.
 /// @param told gets what is to be known besides
 FltVisualConversion::Result loadCompletely(FltLoader const& options, FltDatabaseFile const& database,
@@ -168,14 +177,10 @@ FltVisualConversion::Result loadCompletely(FltLoader const& options, FltDatabase
         told.omissions.push_back({kind, static_cast<std::uint64_t>(count)});
     host.findTextures(result.textures);
     FltCutOuts::mark(result.root, result.textures);
+    if (options.merge)
+        FltMeshMerger::merge(*result.root, metresPerUnit(options, result));
     told.messages = std::move(messages.messages());
     return result;
-}
-
-/// Of the coordinates of a visual as a whole.
-double metresPerUnit(FltLoader const& options, FltVisualConversion::Result const& visual)
-{
-    return options.units == FltLoader::Units::metres ? 1 : visual.metresPerUnit;
 }
 
 /// Says in the scene itself from where it was moved, for who reads it from a file.

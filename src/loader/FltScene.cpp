@@ -1,5 +1,10 @@
 #include "loader/FltSceneContent.h"
 
+#include <Inventor/SoPath.h>
+#include <Inventor/SoPickedPoint.h>
+#include <Inventor/details/SoFaceDetail.h>
+#include <Inventor/details/SoLineDetail.h>
+#include <Inventor/details/SoPointDetail.h>
 #include <algorithm>
 #include <utility>
 
@@ -25,6 +30,20 @@ std::optional<std::size_t> placeOf(SoNode const& node, std::vector<Part> const& 
     if (found == parts.end())
         return std::nullopt;
     return static_cast<std::size_t>(found - parts.begin());
+}
+
+/// The number of what was picked of a shape; less than 0 where the shape doesn't tell.
+int numberOf(SoDetail const* detail)
+{
+    if (detail == nullptr)
+        return -1;
+    if (detail->isOfType(SoFaceDetail::getClassTypeId()))
+        return static_cast<SoFaceDetail const*>(detail)->getFaceIndex();
+    if (detail->isOfType(SoLineDetail::getClassTypeId()))
+        return static_cast<SoLineDetail const*>(detail)->getLineIndex();
+    if (detail->isOfType(SoPointDetail::getClassTypeId()))
+        return static_cast<SoPointDetail const*>(detail)->getCoordinateIndex();
+    return -1;
 }
 
 FltScene::Content const& nothing()
@@ -152,4 +171,14 @@ std::optional<FltRecordPlace> FltScene::recordOf(SoNode const& node) const
     if (entry == nullptr)
         return std::nullopt;
     return FltRecordPlace{content->files[entry->second.file], entry->second.offset, entry->first == &node};
+}
+
+std::optional<FltRecordPlace> FltScene::recordOf(SoPickedPoint const& picked) const
+{
+    SoNode const& shape = *picked.getPath()->getTail();
+    FltNodeRecords::Record const* const part =
+        content != nullptr ? content->records.findPart(shape, numberOf(picked.getDetail())) : nullptr;
+    if (part == nullptr || part->offset == FltNodeRecords::Record::none)
+        return recordOf(shape);
+    return FltRecordPlace{content->files[part->file], part->offset, false};
 }

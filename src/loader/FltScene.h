@@ -14,6 +14,7 @@
 #include <vector>
 
 class SoNode;
+class SoPickedPoint;
 class SoSeparator;
 
 /// Where the record of a node stands.
@@ -61,6 +62,10 @@ public:
     /// The exact conversion knows of none. A node that was added later has none either; don't ask for one
     /// that doesn't live any more. It works after release() too.
     std::optional<FltRecordPlace> recordOf(SoNode const& node) const;
+
+    /// The record of what was picked: that of its shape, or, where FltLoader::merge joined shapes of several
+    /// records, that of the face, line or point.
+    std::optional<FltRecordPlace> recordOf(SoPickedPoint const& picked) const;
 
     /// @name What can be moved
     /// The exact conversion knows of none.

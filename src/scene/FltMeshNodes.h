@@ -9,7 +9,7 @@
 namespace FltMeshNodes
 {
 
-/// A separator with all nodes of a mesh, or a switch that doesn't show it.
+/// A separator with all nodes of a mesh, the shape last, or a switch that doesn't show it.
 /// @param isMirrored whether it stands in an odd number of mirrors
 /// @param zero       what places around it count from
 SoGroup* make(FltMesh const& mesh, FltAppearanceNodes& appearances, bool isMirrored = false,

@@ -5,6 +5,7 @@
 #include <Inventor/nodes/SoVertexShape.h>
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <unordered_set>
 
 namespace
@@ -50,9 +51,16 @@ void FltNodeRecords::add(SoNode const* node, Record const& record)
         records.emplace_back(node, record);
 }
 
+void FltNodeRecords::addShape(SoNode const* shape, std::vector<FltMesh::Part> const& parts)
+{
+    if (!parts.empty())
+        shapes.emplace_back(shape, parts);
+}
+
 void FltNodeRecords::finish()
 {
     sortByAddress(records);
+    sortByAddress(shapes);
 }
 
 std::uint32_t FltNodeRecords::numberOf(SoNode const* node) const
@@ -85,4 +93,15 @@ FltNodeRecords::Entry const* FltNodeRecords::find(SoNode const& node) const
         return own;
     Part const* const part = findAddress(parts, &node);
     return part != nullptr ? &records[part->second] : nullptr;
+}
+
+FltNodeRecords::Record const* FltNodeRecords::findPart(SoNode const& shape, int number) const
+{
+    Shape const* const known = findAddress(shapes, &shape);
+    if (known == nullptr)
+        return nullptr;
+    auto const next =
+        std::upper_bound(known->second.begin(), known->second.end(), number,
+                         [](int wanted, FltMesh::Part const& part) { return wanted < part.first; });
+    return next != known->second.begin() ? &std::prev(next)->record : nullptr;
 }

@@ -20,6 +20,9 @@ public:
     /// Notes the record of a node, which must not be noted twice.
     void add(SoNode const* node, Record const& record);
 
+    /// Notes which faces, lines or points of a shape come from which record.
+    void addShape(SoNode const* shape, std::vector<FltMesh::Part> const& parts);
+
     /// Has find() know what was noted.
     void finish();
 
@@ -34,11 +37,17 @@ public:
     /// @return null for a node that isn't known
     Entry const* find(SoNode const& node) const;
 
+    /// The record of a face, a line or a point of a shape whose parts were noted.
+    /// @return null for another shape
+    Record const* findPart(SoNode const& shape, int number) const;
+
 private:
     using Part = std::pair<SoNode const*, std::uint32_t>;
+    using Shape = std::pair<SoNode const*, std::vector<FltMesh::Part>>;
 
     std::uint32_t numberOf(SoNode const* node) const;
 
     std::vector<Entry> records; ///< By address.
+    std::vector<Shape> shapes;  ///< By address.
     std::vector<Part> parts;    ///< By address: nodes without a record, and the number of the one above them.
 };

@@ -336,10 +336,12 @@ void FltSceneMaker::addMeshes(FltVisualNode& visual, SoGroup& group)
                          visual.children.empty() && visual.as<FltVisualText>() == nullptr &&
                          group.isOfType(SoSeparator::getClassTypeId());
     for (FltMesh& mesh : visual.meshes) {
+        SoGroup* own = &group;
         if (isAlone)
             FltMeshNodes::addTo(group, mesh, appearances, isMirrored, zeros.inside);
         else
-            group.addChild(FltMeshNodes::make(mesh, appearances, isMirrored, zeros.inside));
+            group.addChild(own = FltMeshNodes::make(mesh, appearances, isMirrored, zeros.inside));
+        scene.records.addShape(own->getChild(own->getNumChildren() - 1), mesh.parts);
         if (isUsedUp(visual))
             mesh = FltMesh();
     }

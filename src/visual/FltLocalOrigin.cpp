@@ -48,6 +48,11 @@ bool FltLocalOrigin::mayMove(std::vector<SbVec3f> const& positions, SbVec3d cons
     return error <= allowedPartOfExtent * static_cast<double>(std::max({size[0], size[1], size[2]}));
 }
 
+bool FltLocalOrigin::mayCountTogether(double extent, double smallest, double metresPerUnit)
+{
+    return extent / 2 * floatError <= allowedError(smallest, metresPerUnit);
+}
+
 SbVec3d FltLocalOrigin::of(std::vector<SbVec3d> const& corners, double metresPerUnit)
 {
     double error = 0;

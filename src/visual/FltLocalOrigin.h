@@ -24,6 +24,11 @@ SbVec3d roundedToFloats(SbVec3d const& place);
 /// Whether floats hold positions well enough where they are moved to, in doubles.
 bool mayMove(std::vector<SbVec3f> const& positions, SbVec3d const& way);
 
+/// Whether floats hold the corners of meshes as well when all of them count from one place in their middle.
+/// @param extent   of all meshes together
+/// @param smallest the extent of the smallest of them
+bool mayCountTogether(double extent, double smallest, double metresPerUnit);
+
 /// What corners count from: zero, unless rounding them would move one too far; then a place in their middle,
 /// which floats hold.
 SbVec3d of(std::vector<SbVec3d> const& corners, double metresPerUnit);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "visual/FltVisualRecord.h"
+
 #include <Inventor/SbColor.h>
 #include <Inventor/SbVec2f.h>
 #include <Inventor/SbVec3d.h>
@@ -39,6 +41,12 @@ struct FltMesh {
             false; ///< Otherwise nobody gave a material, and specular and emissive are black.
     };
 
+    /// Faces, lines or points that follow each other, and come from one record.
+    struct Part {
+        std::int32_t first = 0; ///< The number of the first of them.
+        FltVisualRecord record; ///< The nearest one above that has a node of its own.
+    };
+
     Kind kind = Kind::faces; ///< What is drawn.
     bool isLit = true;       ///< Otherwise the colours are what is seen, whatever light there is.
     bool isTwoSided = false; ///< Otherwise faces are seen from where their corners go to the left;
@@ -61,4 +69,6 @@ struct FltMesh {
     std::vector<Layer> layers;         ///< Further textures, in their order.
     std::vector<std::int32_t> indices; ///< Corners of each face (convex and flat) or line, and an end; none
                                        ///< for points.
+    std::vector<Part> parts;           ///< Of a mesh that was joined of several, in their order. Otherwise
+                                       ///< none: all of it comes from the record of its node.
 };

@@ -3,6 +3,7 @@
 #include "visual/FltDegreeOfFreedom.h"
 #include "visual/FltMesh.h"
 #include "visual/FltVisualFlipBook.h"
+#include "visual/FltVisualRecord.h"
 #include "visual/FltVisualSenses.h"
 #include "visual/FltVisualSwitch.h"
 
@@ -115,13 +116,7 @@ struct FltVisualNode {
         std::unique_ptr<FltVisualFile>, std::unique_ptr<FltVisualFlipBook>>;
 
     /// The record that a node comes from.
-    struct Record {
-        /// In place of an offset, for a node that no record made.
-        static constexpr std::uint64_t none = ~std::uint64_t(0);
-
-        std::uint64_t offset = none; ///< Of its first byte in the file.
-        std::uint32_t file = 0;      ///< In the list of files.
-    };
+    using Record = FltVisualRecord;
 
     std::string name;                  ///< As the database has it; empty for a node that no record names.
     std::vector<std::string> comments; ///< Of the database's people.

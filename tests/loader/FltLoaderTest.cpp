@@ -183,6 +183,10 @@ TEST_F(FltLoaderTest, RefusesWhatOnlyTheCompleteConversionCan)
     loader.exact = true;
     loader.time = FltLoader::TimeOfDay::dusk;
     EXPECT_EQ(errorOf(path).kind(), Kind::refused);
+    loader = {};
+    loader.exact = true;
+    loader.merge = true;
+    EXPECT_EQ(errorOf(path).kind(), Kind::refused);
 }
 
 TEST_F(FltLoaderTest, GivesTheSameSceneAndLogAsTheConversionOfAFile)

@@ -4,7 +4,10 @@
 #include "writer/FltWriter.h"
 
 #include <Inventor/SbName.h>
+#include <Inventor/SbViewportRegion.h>
+#include <Inventor/SoPickedPoint.h>
 #include <Inventor/VRMLnodes/SoVRMLBillboard.h>
+#include <Inventor/actions/SoRayPickAction.h>
 #include <Inventor/misc/SoChildList.h>
 #include <Inventor/nodes/SoBlinker.h>
 #include <Inventor/nodes/SoDirectionalLight.h>
@@ -446,5 +449,38 @@ TEST_F(FltSceneTest, MovesBothFormsOfAPartThatStandsInAMirrorToo)
         EXPECT_EQ(scene.switchOf(*named("lamp", form)), 0U);
         EXPECT_EQ(scene.degreeOfFreedomOf(*named("door", 2 * form)),
                   0U); // its transformation has the name too
+    }
+}
+
+TEST_F(FltSceneTest, KnowsTheRecordOfWhatWasPickedOfMergedShapes)
+{
+    writer.push();
+    std::vector<std::uint64_t> objects;
+    for (int x = 0; x < 5; ++x) {
+        SbMatrix matrix;
+        matrix.setTranslate(SbVec3f(static_cast<float>(10 * x), 0, 0));
+        objects.push_back(add("Object", {{"idASCII", "o" + std::to_string(x)}}));
+        std::vector<double> values;
+        for (int i = 0; i < 16; ++i)
+            values.push_back(double(matrix[i / 4][i % 4]));
+        writer.add("Matrix", {{"matrix", values}});
+        addFace();
+    }
+    writer.pop();
+    for (bool const isMerged : {false, true}) {
+        loader.merge = isMerged;
+        load();
+        EXPECT_EQ(SoNode::getByName("o3") != nullptr, !isMerged);
+        for (std::size_t x = 0; x < objects.size(); ++x) {
+            SoRayPickAction pick(SbViewportRegion(10, 10));
+            pick.setRay(SbVec3f(10 * static_cast<float>(x) + 0.7F, 0.6F, 5), SbVec3f(0, 0, -1));
+            pick.apply(scene.root());
+            ASSERT_NE(pick.getPickedPoint(), nullptr) << x;
+            std::optional<FltRecordPlace> const place = scene.recordOf(*pick.getPickedPoint());
+            ASSERT_TRUE(place.has_value());
+            EXPECT_EQ(place->offset, objects[x]);
+            EXPECT_EQ(place->file, database);
+            EXPECT_FALSE(place->isOwn);
+        }
     }
 }

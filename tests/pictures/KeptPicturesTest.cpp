@@ -21,30 +21,45 @@ bool hasTheRightSize(ShotFile const& picture)
 class KeptPictures : public testing::TestWithParam<PictureDatabase>
 {
 protected:
+    void draw(std::string const& moreOptions = "")
+    {
+        GetParam().write(folder);
+        ProgramRun const run("fltshot", GetParam().options + moreOptions + " --size " +
+                                            std::to_string(width) + "x" + std::to_string(height) + " -q -o " +
+                                            drawn + " " + (folder / "model.flt"));
+        ASSERT_EQ(run.exitCode, 0) << run.errors;
+    }
+
+    void expectTheKeptPicture() const
+    {
+        ShotFile const now(drawn);
+        ASSERT_TRUE(hasTheRightSize(now));
+        ShotFile const kept(VELLOREADER_KEPT_PICTURES + GetParam().name + ".png");
+        ASSERT_TRUE(hasTheRightSize(kept)) << "no picture is kept";
+        EXPECT_LT(PictureDifference::worstMean(now, kept), 8.0);
+    }
+
     ScratchFolder folder;
+    std::string const drawn = folder / "drawn.png";
 };
 
 } // namespace
 
 TEST_P(KeptPictures, ShowWhatIsStillDrawn)
 {
-    GetParam().write(folder);
-    std::string const drawn = folder / "drawn.png";
-    ProgramRun const run("fltshot", GetParam().options + " --size " + std::to_string(width) + "x" +
-                                        std::to_string(height) + " -q -o " + drawn + " " +
-                                        (folder / "model.flt"));
-    ASSERT_EQ(run.exitCode, 0) << run.errors;
-    ShotFile const now(drawn);
-    ASSERT_TRUE(hasTheRightSize(now));
+    ASSERT_NO_FATAL_FAILURE(draw());
 
     // With a folder in this variable the pictures are left there, to be looked at and kept.
     if (char const* const wanted = std::getenv("VELLOREADER_NEW_PICTURES"))
         std::filesystem::copy_file(drawn, std::string(wanted) + "/" + GetParam().name + ".png",
                                    std::filesystem::copy_options::overwrite_existing);
+    expectTheKeptPicture();
+}
 
-    ShotFile const kept(VELLOREADER_KEPT_PICTURES + GetParam().name + ".png");
-    ASSERT_TRUE(hasTheRightSize(kept)) << "no picture is kept";
-    EXPECT_LT(PictureDifference::worstMean(now, kept), 8.0);
+TEST_P(KeptPictures, ShowWhatIsDrawnOfMergedShapesToo)
+{
+    ASSERT_NO_FATAL_FAILURE(draw(" --merge"));
+    expectTheKeptPicture();
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, KeptPictures, testing::ValuesIn(pictureDatabases()),

@@ -306,7 +306,8 @@ class OptionsTest(unittest.TestCase):
             options = {name: parameter.default for name, parameter in parameters.items()
                        if parameter.kind is parameter.KEYWORD_ONLY and name != "progress"}
             self.assertEqual(options, {
-                "textures": (), "levels": "all", "time": "day", "exact": False, "log": None,
+                "textures": (), "levels": "all", "time": "day", "exact": False, "merge": False,
+                "log": None,
                 "references": "follow", "units": "metres", "origin": "stored", "salvage": True,
                 "largest_file": None, "only_below": None, "texture_names_from": None,
             })

@@ -1,6 +1,7 @@
 #include "visual/FltLocalOrigin.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace
 {
@@ -54,4 +55,13 @@ TEST(FltLocalOrigin, ofABoxIsItsMiddleIfItIsFarAway)
     EXPECT_EQ(FltLocalOrigin::of(SbBox3f(-1e6F, 0, 0, 4.2e6F, 8, 0), 1), nowhere) << "wider than far";
     EXPECT_EQ(FltLocalOrigin::of(SbBox3f(1500, 0, 0, 1600, 8, 0), 1), nowhere);
     EXPECT_EQ(FltLocalOrigin::of(SbBox3f(1500, 0, 0, 1600, 8, 0), 1000), SbVec3d(1550, 4, 0)) << "kilometres";
+}
+
+TEST(FltLocalOrigin, isSharedAsLongAsFloatsHoldTheSmallest)
+{
+    EXPECT_TRUE(FltLocalOrigin::mayCountTogether(3000, 1, 1)); // off by less than a tenth of a millimetre
+    EXPECT_FALSE(FltLocalOrigin::mayCountTogether(4000, 1, 1));
+    EXPECT_TRUE(FltLocalOrigin::mayCountTogether(4000, 1, 0.3048));
+    EXPECT_TRUE(FltLocalOrigin::mayCountTogether(4000, 4000, 1)); // by a millionth of what is seen
+    EXPECT_FALSE(FltLocalOrigin::mayCountTogether(std::numeric_limits<double>::quiet_NaN(), 1, 1));
 }
