@@ -44,6 +44,8 @@ void refuseWhatIsForTheCompleteConversion(FltLoader const& loader, std::string c
         refuse("the origin");
     if (loader.time != FltLoader::TimeOfDay::day)
         refuse("the time of day");
+    if (loader.names != FltLoader::Names::all)
+        refuse("the choice of names");
     if (loader.merge)
         refuse("merged shapes");
 }
@@ -194,7 +196,8 @@ void tellOffset(SoSeparator& root, FltDatabaseInfo const& info)
 }
 
 /// Puts nodes together with what is to be known of them.
-FltScene sceneOf(FltMadeScene&& made, FltLoadReport&& told, std::vector<std::string> files)
+FltScene sceneOf(FltMadeScene&& made, FltLoadReport&& told, std::vector<std::string> files,
+                 FltVisualOptions::Names names)
 {
     auto content = std::make_unique<FltScene::Content>();
     static_cast<FltLoadReport&>(*content) = std::move(told);
@@ -205,7 +208,7 @@ FltScene sceneOf(FltMadeScene&& made, FltLoadReport&& told, std::vector<std::str
     content->switches = std::move(made.switches);
     content->joints = std::move(made.joints);
     content->flipBooks = std::move(made.flipBooks);
-    made.names.give(); // the last that is done, when nothing can fail any more
+    made.names.give(names); // the last that is done, when nothing can fail any more
     return FltScene(std::move(content));
 }
 
@@ -221,7 +224,7 @@ FltScene loadScene(FltLoader const& options, std::string const& path)
     FltVisualConversion::Result visual = loadCompletely(options, database, told);
     return sceneOf(
         FltSceneMaker::make(std::move(visual.root), visual.textures, metresPerUnit(options, visual)),
-        std::move(told), std::move(visual.files));
+        std::move(told), std::move(visual.files), options.names);
 }
 
 FltVisual loadVisual(FltLoader const& options, std::string const& path)
@@ -233,6 +236,7 @@ FltVisual loadVisual(FltLoader const& options, std::string const& path)
     FltVisual visual;
     FltVisualConversion::Result result = loadCompletely(options, database, visual);
     visual.metresPerUnit = metresPerUnit(options, result);
+    visual.names = options.names;
     visual.root = std::move(result.root);
     visual.files = std::move(result.files);
     visual.textures = std::move(result.textures);
@@ -245,7 +249,7 @@ FltScene makeScene(FltVisual const& visual)
     FltLoadReport told = visual;
     told.textures = visual.distinctTextures();
     return sceneOf(FltSceneMaker::makeOfKept(visual.root, visual.textures, visual.metresPerUnit),
-                   std::move(told), visual.files);
+                   std::move(told), visual.files, visual.names);
 }
 
 /// Made beforehand, for when there isn't even the memory to say so; copying it takes none.

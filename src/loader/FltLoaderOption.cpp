@@ -30,6 +30,7 @@ std::vector<FltLoaderOption> makeTable()
     using LevelsOfDetail = FltLoader::LevelsOfDetail;
     using Units = FltLoader::Units;
     using Origin = FltLoader::Origin;
+    using Names = FltLoader::Names;
     using TimeOfDay = FltLoader::TimeOfDay;
     return {
         {"textures",
@@ -74,6 +75,16 @@ std::vector<FltLoaderOption> makeTable()
          &FltLoader::merge,
          {},
          "Join shapes that look alike, so that a scene of many Objects is drawn faster."},
+        {"names",
+         "",
+         Programs::none,
+         Kind::word,
+         "WHICH",
+         &FltLoader::names,
+         {word(Names::all, "all"), word(Names::unique, "unique"), word(Names::none, "none")},
+         "The nodes of a scene that bear their names: all of them, those whose name no other has, or none, "
+         "so "
+         "that a scene of very many nodes is let go fast."},
         {"log",
          "--log",
          Programs::all,

@@ -37,7 +37,8 @@ struct VELLOREADER_API FltLoaderOption {
         std::variant<bool FltLoader::*, std::uint64_t FltLoader::*, std::optional<std::string> FltLoader::*,
                      std::vector<std::string> FltLoader::*, FltLoader::References FltLoader::*,
                      FltLoader::LevelsOfDetail FltLoader::*, FltLoader::Units FltLoader::*,
-                     FltLoader::Origin FltLoader::*, FltLoader::TimeOfDay FltLoader::*>;
+                     FltLoader::Origin FltLoader::*, FltLoader::TimeOfDay FltLoader::*,
+                     FltLoader::Names FltLoader::*>;
 
     std::string_view name; ///< In Python.
     std::string_view flag; ///< On command lines; empty where no program offers it.

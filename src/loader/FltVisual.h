@@ -3,6 +3,7 @@
 #include "FltLoadReport.h"
 #include "toolkit/VelloReaderExport.h"
 #include "visual/FltVisualNode.h"
+#include "visual/FltVisualOptions.h"
 
 #include <memory>
 #include <string>
@@ -16,6 +17,9 @@ struct VELLOREADER_API FltVisual : FltLoadReport {
     std::shared_ptr<FltVisualNode const> root; ///< In the unit that was asked for, unless a scale says so.
     double metresPerUnit = 1;                  ///< Of the root's coordinates.
     std::vector<std::string> files;            ///< The database first, then those that it refers to.
+
+    /// Which nodes of its scene bear their names.
+    FltVisualOptions::Names names = FltVisualOptions::Names::all;
 
     /// Each texture of the list once.
     std::vector<FltTexture> distinctTextures() const;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "toolkit/SoNodeRef.h"
+#include "visual/FltVisualOptions.h"
 
 #include <Inventor/nodes/SoNode.h>
 #include <cstddef>
@@ -16,10 +17,12 @@ public:
     /// Notes the name that a node is to bear, cut if it is too long.
     void add(SoNode* node, std::string_view name);
 
-    /// Names the nodes, and forgets them.
-    void give();
+    /// Names the nodes, or those that are wanted of them, and forgets all.
+    void give(FltVisualOptions::Names wanted = FltVisualOptions::Names::all);
 
 private:
+    void keepUnique();
+
     struct Name {
         SoNodeRef<SoNode> node;
         std::size_t begin; ///< In the text.

@@ -34,10 +34,19 @@ struct FltVisualOptions {
                 ///< its offset is told. Any other one stays where it is. The complete conversion only.
     };
 
+    /// Which nodes of a scene bear the names of the database. The toolkit searches for each name that it gives
+    /// back, so that a scene of very many named nodes takes long to let go.
+    enum class Names {
+        all,    ///< Each that the database has a name for.
+        unique, ///< Those whose name no other one has. The complete conversion only.
+        none,   ///< Not one. The complete conversion only.
+    };
+
     References references = References::follow;          ///< What becomes of external files.
     LevelsOfDetail levelsOfDetail = LevelsOfDetail::all; ///< Which levels of detail there are.
     Units units = Units::metres;                         ///< The unit of the coordinates.
     Origin origin = Origin::stored;                      ///< The zero of the coordinates.
+    Names names = Names::all;                            ///< The nodes that bear their names.
 
     /// The time of day that is shown: Objects that say so are hidden then. The complete conversion only.
     TimeOfDay time = TimeOfDay::day;

@@ -30,6 +30,7 @@ TEST(FltLoaderOption, setsTheMemberOfItsRow)
 {
     EXPECT_TRUE(loaderWith("exact", "1").exact);
     EXPECT_TRUE(loaderWith("merge", "1").merge);
+    EXPECT_EQ(loaderWith("names", "unique").names, FltLoader::Names::unique);
     EXPECT_FALSE(loaderWith("salvage", "0").salvage);
     EXPECT_EQ(loaderWith("largest_file", "18446744073709551614").largestFile, UINT64_MAX - 1);
     EXPECT_EQ(loaderWith("only_below", "/data").onlyBelow, "/data");
@@ -93,7 +94,7 @@ TEST(FltLoaderOption, hasAWholeRowForEach)
         EXPECT_EQ(option.placeholder.empty(), option.kind == Kind::flag) << option.name;
         EXPECT_EQ(option.words.empty(), option.kind != Kind::word) << option.name;
     }
-    EXPECT_EQ(names.size(), 13U);
+    EXPECT_EQ(names.size(), 14U);
 }
 
 } // namespace

@@ -187,6 +187,10 @@ TEST_F(FltLoaderTest, RefusesWhatOnlyTheCompleteConversionCan)
     loader.exact = true;
     loader.merge = true;
     EXPECT_EQ(errorOf(path).kind(), Kind::refused);
+    loader = {};
+    loader.exact = true;
+    loader.names = FltLoader::Names::none;
+    EXPECT_EQ(errorOf(path).kind(), Kind::refused);
 }
 
 TEST_F(FltLoaderTest, GivesTheSameSceneAndLogAsTheConversionOfAFile)

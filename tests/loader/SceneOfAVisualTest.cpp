@@ -53,6 +53,18 @@ TEST_F(SceneOfAVisual, isTheOneThatTheLoaderGives)
     EXPECT_EQ(made.recordOf(*made.root()->getChild(0))->file, path);
 }
 
+TEST_F(SceneOfAVisual, bearsTheNamesThatWereWanted)
+{
+    loader.names = FltLoader::Names::none;
+    std::string const loaded = sceneText(loader.load(path).root());
+    EXPECT_EQ(sceneText(FltLoader::makeScene(loader.loadVisual(path)).root()), loaded);
+    EXPECT_EQ(SoNode::getByName("root"), nullptr);
+    loader.names = FltLoader::Names::unique;
+    FltScene const scene = loader.load(path);
+    EXPECT_NE(SoNode::getByName("root"), nullptr);
+    EXPECT_NE(sceneText(scene.root()), loaded);
+}
+
 TEST_F(SceneOfAVisual, isMovedToZeroAsAWhole)
 {
     constexpr int feet = 4;

@@ -307,7 +307,7 @@ class OptionsTest(unittest.TestCase):
                        if parameter.kind is parameter.KEYWORD_ONLY and name != "progress"}
             self.assertEqual(options, {
                 "textures": (), "levels": "all", "time": "day", "exact": False, "merge": False,
-                "log": None,
+                "names": "all", "log": None,
                 "references": "follow", "units": "metres", "origin": "stored", "salvage": True,
                 "largest_file": None, "only_below": None, "texture_names_from": None,
             })

@@ -32,3 +32,28 @@ TEST(FltNodeNames, namesNothingBeforeItIsTold)
     EXPECT_EQ(nameOf(nameless), "");
     EXPECT_EQ(first->getRefCount(), 1);
 }
+
+TEST(FltNodeNames, leavesOutThoseThatSeveralHaveIfOnlyUniqueOnesAreWanted)
+{
+    FltNodeNames names;
+    SoNodeRef<SoNode> const one = newNode(), other = newNode(), alone = newNode();
+    names.add(one.get(), "a tree"); // both become "a_tree"
+    names.add(other.get(), "a.tree");
+    names.add(alone.get(), "tower");
+    names.give(FltVisualOptions::Names::unique);
+    EXPECT_EQ(nameOf(one), "");
+    EXPECT_EQ(nameOf(other), "");
+    EXPECT_EQ(nameOf(alone), "tower");
+    EXPECT_EQ(one->getRefCount(), 1);
+}
+
+TEST(FltNodeNames, givesNoneIfNoneAreWanted)
+{
+    FltNodeNames names;
+    SoNodeRef<SoNode> const node = newNode();
+    names.add(node.get(), "tower");
+    names.give(FltVisualOptions::Names::none);
+    EXPECT_EQ(nameOf(node), "");
+    names.give();
+    EXPECT_EQ(nameOf(node), "");
+}
