@@ -12,7 +12,7 @@ install_target(SoFLTFileKit LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 # The programs find the library by its place relative to theirs, in any prefix. PreparePackage.cmake removes this.
 if(TARGET flt2iv)
   file(RELATIVE_PATH library_from_programs /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
-  set_target_properties(flt2iv flt2gltf fltreport fltshot fltinfo fltcheck PROPERTIES
+  set_target_properties(flt2iv flt2gltf fltreport flttileset fltshot fltinfo fltcheck PROPERTIES
                         INSTALL_RPATH "$ORIGIN/${library_from_programs}")
 endif()
 

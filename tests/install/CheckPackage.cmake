@@ -25,14 +25,14 @@ endif()
 string(REGEX REPLACE "-[^-]*$" "" release "${VERSION}")
 run(dpkg-deb --contents ${package})
 foreach(file
-    bin/flt2iv bin/flt2gltf bin/fltreport bin/fltshot bin/fltinfo bin/fltcheck include/VelloReader/plugin/Plugin.h ${LIBRARIES}/libzov.inventor.io.flt.so
+    bin/flt2iv bin/flt2gltf bin/fltreport bin/flttileset bin/fltshot bin/fltinfo bin/fltcheck include/VelloReader/plugin/Plugin.h ${LIBRARIES}/libzov.inventor.io.flt.so
     "${LIBRARIES}/libzov.inventor.io.flt -> libzov.inventor.io.flt.so" ${LIBRARIES}/libSoFLTFileKit.so
     ${LIBRARIES}/cmake/VelloReader/VelloReaderConfig.cmake ${LIBRARIES}/pkgconfig/velloreader.pc
     lib/python3/dist-packages/velloreader/__init__.py lib/python3/dist-packages/velloreader/py.typed
     lib/python3/dist-packages/velloreader/libvelloreader_python.so
     lib/python3/dist-packages/velloreader-${release}.dist-info/METADATA
     share/doc/velloreader/copyright share/doc/velloreader/changelog.gz share/doc/velloreader/changelog.Debian.gz
-    share/man/man1/flt2iv.1.gz share/man/man1/flt2gltf.1.gz share/man/man1/fltreport.1.gz share/man/man1/fltshot.1.gz share/man/man1/fltinfo.1.gz share/man/man1/fltcheck.1.gz
+    share/man/man1/flt2iv.1.gz share/man/man1/flt2gltf.1.gz share/man/man1/fltreport.1.gz share/man/man1/flttileset.1.gz share/man/man1/fltshot.1.gz share/man/man1/fltinfo.1.gz share/man/man1/fltcheck.1.gz
     share/bash-completion/completions/fltinfo share/zsh/vendor-completions/_fltcheck
     share/fish/vendor_completions.d/fltcheck.fish share/mime/packages/velloreader.xml
     share/velloreader/blender/import_openflight.py

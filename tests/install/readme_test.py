@@ -17,7 +17,7 @@ import unittest
 SOURCE, WORK = map(pathlib.Path, sys.argv[1:3])
 LIBRARIES = sys.argv[3]
 CLONE, HOME, ROOT = WORK / "project" / "VelloReader", WORK / "home", WORK / "root"
-PROGRAMS = {"flt2iv", "flt2gltf", "fltreport", "fltcheck", "fltinfo", "fltshot", "fltview"}
+PROGRAMS = {"flt2iv", "flt2gltf", "fltreport", "flttileset", "fltcheck", "fltinfo", "fltshot", "fltview"}
 BLOCK = re.compile(r"^```sh\n(.*?)^```$", re.MULTILINE | re.DOTALL)
 
 # Stands for apt-get: the packages go into a place of their own, and their dependencies are held against the

@@ -62,7 +62,7 @@ std::string completed(std::string const& program, std::string const& word, std::
 /// The programs of this build.
 std::vector<char const*> allPrograms()
 {
-    return {"flt2iv", "flt2gltf", "fltreport", "fltshot", "fltinfo", "fltcheck",
+    return {"flt2iv", "flt2gltf", "fltreport", "flttileset", "fltshot", "fltinfo", "fltcheck",
 #ifdef VELLOREADER_HAS_VIEWER
             "fltview"
 #endif
@@ -111,14 +111,17 @@ TEST_P(ProgramFace, exitsWith2AndPointsToTheHelpForWrongUsage)
 
 TEST_P(ProgramFace, saysWhatWasMeantByASlip)
 {
-    std::pair<char const*, char const*> const slips[] = {
-        {"--texturepath=d x.flt", "there is no option --texturepath; did you mean --texture-path? Try: "},
+    std::vector<std::pair<char const*, char const*>> slips = {
         {"--verbos x.flt", "there is no option --verbos; did you mean --verbose? Try: "},
         {"--quiet=yes x.flt", "--quiet takes no value. Try: "},
         {"--quiet=true x.flt", "--quiet takes no value. Try: "},
-        {"x.flt --texture-path", "--texture-path takes a value: --texture-path DIR. Try: "},
         {"-", "a database isn't read from standard input (-)"},
     };
+    if (holds(run("--help").output, "--texture-path")) {
+        slips.emplace_back("--texturepath=d x.flt",
+                           "there is no option --texturepath; did you mean --texture-path? Try: ");
+        slips.emplace_back("x.flt --texture-path", "--texture-path takes a value: --texture-path DIR. Try: ");
+    }
     for (auto const& [arguments, answer] : slips) {
         ProgramRun const wrong = run(arguments);
         EXPECT_EQ(wrong.exitCode, 2) << arguments;
@@ -130,7 +133,7 @@ TEST_P(ProgramFace, saysWhatWasMeantByASlip)
 TEST_P(ProgramFace, hasEachOptionInItsManualPageAndItsCompletions)
 {
     std::vector<std::string> const options = optionsIn(run("--help").output);
-    EXPECT_GT(options.size(), 6U);
+    EXPECT_GT(options.size(), 4U);
     std::string const page = run("--man").output;
     EXPECT_LT(page.find(".SH EXAMPLES"), page.find(".SH OPTIONS"));
     for (std::string const& option : options) {

@@ -313,7 +313,7 @@ ExitCode ConversionCommand::run(DatabaseConverter const& converter)
 {
     if (!partsToPlan.empty())
         return showParts();
-    bool const isMany =
-        goesToDirectory() || conversion.onlyIfNewer || conversion.references == FltLoader::References::asFile;
+    bool const isMany = goesToDirectory() || conversion.onlyIfNewer || !conversion.report.empty() ||
+                        conversion.references == FltLoader::References::asFile;
     return isMany ? convertMany(converter) : convertOne(converter);
 }

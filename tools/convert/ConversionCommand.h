@@ -49,6 +49,8 @@ public:
     ConversionForm const& form() const { return forms[chosenForm]; }
     std::string const& outputName() const { return output; } ///< A file, a directory, or "-".
     bool goesToDirectory() const; ///< Whether results have names of their own, below the output.
+    bool isPart() const { return !shard.empty(); }       ///< Whether a part is converted alone.
+    bool isPlan() const { return !partsToPlan.empty(); } ///< Whether nothing is converted.
     /// @}
 
     /// Converts what the command line names.

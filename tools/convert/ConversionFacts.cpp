@@ -1,5 +1,6 @@
 #include "convert/ConversionFacts.h"
 
+#include "convert/TileFacts.h"
 #include "messages/FltText.h"
 
 #include <cmath>
@@ -30,6 +31,8 @@ void ConversionFacts::addTo(Json& json) const
     json["triangles"] = triangles;
     if (box)
         json["box"] = {box->least, box->most};
+    if (tile)
+        json["tile"] = TileFacts::jsonOf(*tile);
     json["origin"] = {{"latitude", asNumber(latitude)},
                       {"longitude", asNumber(longitude)},
                       {"projection", projection},
@@ -53,6 +56,8 @@ ConversionFacts ConversionFacts::from(Json const& json)
     if (json.contains("box"))
         facts.box = Box{json["box"].at(0).get<std::array<double, 3>>(),
                         json["box"].at(1).get<std::array<double, 3>>()};
+    if (json.contains("tile"))
+        facts.tile = TileFacts::from(json["tile"]);
     Json const& origin = json.at("origin");
     origin.at("latitude").get_to(facts.latitude);
     origin.at("longitude").get_to(facts.longitude);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "convert/NeededFiles.h"
+#include "tiles/FltTile.h"
 
 #include <array>
 #include <cstdint>
@@ -21,6 +22,8 @@ struct ConversionFacts {
     std::vector<std::string> missingTextures;   ///< As stored, each once.
     std::uint64_t triangles = 0; ///< At the finest level of detail, as often as they are drawn.
     std::optional<Box> box;      ///< Of these; nothing if there is nothing to be seen.
+
+    std::optional<FltTile> tile; ///< Of a result that may be part of a tileset; without its file.
 
     /// @name As the header of the database says
     /// @{

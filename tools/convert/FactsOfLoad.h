@@ -6,6 +6,7 @@
 #include "loader/FltVisual.h"
 
 #include <string>
+#include <utility>
 
 /// Gathers what a report tells of a database. To be made before it is read.
 class FactsOfLoad
@@ -19,6 +20,9 @@ public:
 
     /// Takes over what came of a load without a visual: triangles and the box aren't known then.
     void take(FltScene const& scene);
+
+    /// Takes over what a tileset needs to know.
+    void take(FltTile tile) { gathered.tile = std::move(tile); }
 
     /// All of it, once the result is written.
     ConversionFacts facts();

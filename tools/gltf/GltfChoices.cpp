@@ -2,9 +2,11 @@
 
 void GltfChoices::add(Program& program)
 {
-    program.choice("--lod", levels, {"all", "highest", "lowest"}, "WHICH",
+    program.choice("--lod", levels, {"all", "highest", "lowest", "split"}, "WHICH",
                    "Levels of detail: the finest or the coarsest alone, or all of them by MSFT_lod. Readers "
-                   "without that extension show the finest, and some show all of them at once.");
+                   "without that extension show the finest, and some show all of them at once. Split writes "
+                   "files for a tileset: NAME.glb with the finest, NAME.1.glb with what is seen from farther "
+                   "away, and so on.");
     program.choice("--hidden", hidden, {"drop", "keep"}, "HOW",
                    "What becomes of parts that aren't shown, such as the other children of switches: left "
                    "out, or kept by KHR_node_visibility. Readers without that extension show them.");
@@ -14,6 +16,15 @@ void GltfChoices::add(Program& program)
     program.choice("--lift", lift, {"auto", "none"}, "HOW",
                    "Whether markings that lie on other faces are moved in front of them by a few centimetres "
                    "at most. Otherwise both are in one place, and flicker.");
+    program.flag(
+        "--globe", isGlobe,
+        "Put databases on the globe by their map projections: metres that go east, north and up at "
+        "the middle of each, so that neighbours meet. One whose projection isn't known is an error.");
+    program.flag("--tileset", isTileset,
+                 "Write a tileset (3D Tiles 1.1) over the results, tileset.json beside them; --globe goes "
+                 "with it. Databases without a place on the globe are models, which stand where others refer "
+                 "to them by --xref file. What the tileset is made of is in --report, by default "
+                 "tileset.jsonl beside it.");
 }
 
 void GltfChoices::check(std::string const& ending) const
@@ -23,6 +34,8 @@ void GltfChoices::check(std::string const& ending) const
         throw UsageError("--extras none is for .glb and .gltf");
     if (isObj && (levels == "all" || hidden == "keep"))
         throw UsageError("OBJ has no form for --lod all and --hidden keep");
+    if (ending != ".glb" && (isTileset || areSplit()))
+        throw UsageError("--tileset and --lod split are for .glb");
 }
 
 FltGltfOptions GltfChoices::options() const

@@ -26,12 +26,23 @@ public:
     /// What they say of writing.
     FltGltfOptions options() const;
 
+    /// Whether databases are put on the globe.
+    bool areOnGlobe() const { return isGlobe || isTileset; }
+
+    /// Whether a tileset is made of the results.
+    bool makeTileset() const { return isTileset; }
+
+    /// Whether a result is one file for each distance.
+    bool areSplit() const { return levels == "split"; }
+
     /// What they say of loading.
     FltLoader::LevelsOfDetail levelsToLoad() const;
 
 private:
-    std::string levels = "highest"; ///< Of detail: "all", "highest" or "lowest".
+    std::string levels = "highest"; ///< Of detail: "all", "highest", "lowest" or "split".
     std::string hidden = "drop";    ///< "drop" or "keep".
     std::string extras = "all";     ///< "all" or "none".
     std::string lift = "auto";      ///< "auto" or "none".
+    bool isGlobe = false;
+    bool isTileset = false;
 };

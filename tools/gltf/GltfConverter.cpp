@@ -6,9 +6,11 @@
 #include "gltf/FltGltfPage.h"
 #include "obj/FltObj.h"
 #include "support/LoadMessages.h"
+#include "support/Numbers.h"
 #include "support/OutputFile.h"
 #include "support/SceneStatistics.h"
 #include "support/ToolError.h"
+#include "tiles/FltTileFiles.h"
 
 #include <chrono>
 #include <filesystem>
@@ -64,9 +66,44 @@ FltGltfReport GltfConverter::writeForm(FltVisual const& visual, std::string cons
                                            : FltGltf::write(visual, output, options);
 }
 
+/// Puts a visual on the globe, if that is wanted. Of a tileset's databases those that have no place there are
+/// models.
+std::optional<FltGlobeTile> GltfConverter::placedOnGlobe(FltVisual const& visual,
+                                                         std::string const& input) const
+{
+    if (!choices.areOnGlobe())
+        return std::nullopt;
+    try {
+        FltGlobeTile tile = FltGlobe::place(visual);
+        for (std::string const& remark : tile.remarks)
+            program.warn(input + ": " + remark);
+        return tile;
+    } catch (FltGlobeError const& error) {
+        if (!choices.makeTileset())
+            throw ToolError(input + ": " + error.what());
+        program.detail(input + ": a model, since " + error.what());
+        return std::nullopt;
+    }
+}
+
+/// Writes a file of a tileset, and coarser ones.
+/// @param tile becomes what the tileset has to know
+FltGltfReport GltfConverter::writeTile(FltVisual const& visual, Conversion const& conversion,
+                                       FltGltfOptions const& options, std::optional<FltTile>& tile) const
+{
+    FltTileFiles::Written written =
+        FltTileFiles::write(visual, conversion.output, options, choices.areSplit());
+    if (written.leftOut != 0)
+        program.warn(conversion.input + ": " + Numbers::counted(written.leftOut, "distance", "distances") +
+                     " at which levels of detail change have no file of their own");
+    tile = std::move(written.tile);
+    return std::move(written.report);
+}
+
 /// @param options how, but for the names of references
+/// @param tile    becomes what a tileset has to know, if the result may be part of one
 FltGltfReport GltfConverter::write(FltVisual const& visual, Conversion const& conversion,
-                                   FltGltfOptions options) const
+                                   FltGltfOptions options, std::optional<FltTile>& tile) const
 {
     ReferenceNames const names(conversion.referenceOutputs,
                                std::filesystem::path(conversion.output).parent_path().string());
@@ -76,7 +113,10 @@ FltGltfReport GltfConverter::write(FltVisual const& visual, Conversion const& co
         leftOut += name ? 0 : 1;
         return name;
     };
-    FltGltfReport report = writeForm(visual, conversion.output, options);
+    bool const isTile = (choices.areOnGlobe() || choices.areSplit()) && command.form().ending == ".glb" &&
+                        !OutputFile::isStream(conversion.output);
+    FltGltfReport report =
+        isTile ? writeTile(visual, conversion, options, tile) : writeForm(visual, conversion.output, options);
     ConversionWarnings const warnings(program, conversion.input);
     warnings.ofReferencesLeftOut(leftOut);
     warnings.ofLosses(command.form().ending == ".obj" ? "OBJ" : "glTF", report.omissions);
@@ -101,13 +141,22 @@ ConversionResult GltfConverter::convert(Conversion const& conversion, FltLoader:
         facts.emplace(conversion.input);
     program.detail("reading " + conversion.input);
     FltLoader const loader = makeLoader(progress);
-    FltVisual const visual = loader.loadVisual(conversion.input);
+    FltVisual const stored = loader.loadVisual(conversion.input);
     loaded();
+    std::optional<FltGlobeTile> const onGlobe = placedOnGlobe(stored, conversion.input);
+    FltVisual const& visual = onGlobe ? onGlobe->visual : stored;
     LoadMessages(program).show(visual);
     warnOfUnit(visual, loader, conversion.input);
-    if (facts)
+    FltGltfOptions options = makeOptions(loader);
+    if (onGlobe)
+        options.globe = onGlobe->frame.place();
+    std::optional<FltTile> tile;
+    FltGltfReport const report = write(visual, conversion, options, tile);
+    if (facts) {
         facts->take(visual);
-    FltGltfReport const report = write(visual, conversion, makeOptions(loader));
+        if (tile)
+            facts->take(*std::move(tile));
+    }
     ConversionStatistics statistics;
     statistics.nodes = report.nodes;
     statistics.triangles = report.triangles;

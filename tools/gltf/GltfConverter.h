@@ -2,10 +2,13 @@
 
 #include "convert/ConversionCommand.h"
 #include "convert/DatabaseConverter.h"
+#include "globe/FltGlobe.h"
 #include "gltf/FltGltf.h"
 #include "gltf/GltfChoices.h"
 #include "support/Program.h"
+#include "tiles/FltTile.h"
 
+#include <optional>
 #include <string>
 
 /// Converts databases into glTF files, pages and OBJ.
@@ -19,7 +22,11 @@ public:
                              std::function<void()> const& loaded) const override;
 
 private:
-    FltGltfReport write(FltVisual const& visual, Conversion const& conversion, FltGltfOptions options) const;
+    std::optional<FltGlobeTile> placedOnGlobe(FltVisual const& visual, std::string const& input) const;
+    FltGltfReport write(FltVisual const& visual, Conversion const& conversion, FltGltfOptions options,
+                        std::optional<FltTile>& tile) const;
+    FltGltfReport writeTile(FltVisual const& visual, Conversion const& conversion,
+                            FltGltfOptions const& options, std::optional<FltTile>& tile) const;
     FltGltfReport writeForm(FltVisual const& visual, std::string const& output,
                             FltGltfOptions const& options) const;
     FltGltfReport writeStream(FltVisual const& visual, std::string const& output,

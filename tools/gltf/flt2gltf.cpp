@@ -1,6 +1,7 @@
 // Converts OpenFlight databases into glTF files.
 
 #include "convert/ConversionCommand.h"
+#include "convert/TilesetRun.h"
 #include "gltf/GltfConverter.h"
 
 #include <filesystem>
@@ -34,9 +35,10 @@ ProgramDescription description()
          {"flt2gltf -o airfield.html airfield.flt", "a page that shows it, without a network"},
          {"flt2gltf -o converted/ models/", "a whole directory"},
          {"flt2gltf --if-newer -o converted/ models/", "again, but only what has changed"},
-         {"flt2gltf --lod all -o a.glb airfield.flt", "with the coarser levels of detail"}},
+         {"flt2gltf --lod all -o a.glb airfield.flt", "with the coarser levels of detail"},
+         {"flt2gltf --tileset --lod split --xref file -o globe/ terrain/", "3D Tiles for a globe"}},
         ExitCode::wrongUsage,
-        {"flt2iv", "fltreport", "fltshot", "fltinfo", "fltcheck"}};
+        {"flt2iv", "flttileset", "fltreport", "fltshot", "fltinfo", "fltcheck"}};
 }
 
 /// The forms that results can have.
@@ -60,6 +62,31 @@ std::string sharedTextures(ConversionCommand const& command)
     return isGltf && areSeveral ? (output.parent_path() / "textures").string() : "";
 }
 
+/// The tileset of the results.
+std::string tilesetOf(ConversionCommand const& command)
+{
+    std::filesystem::path const output = command.outputName();
+    return ((command.goesToDirectory() ? output : output.parent_path()) / "tileset.json").string();
+}
+
+/// Has a run write the report that a tileset is made of.
+void prepareTileset(ConversionCommand& command)
+{
+    if (command.loaderOptions().makeLoader().units == FltLoader::Units::stored)
+        throw UsageError("--tileset needs --units metres: globes know no other unit");
+    if (!command.options().report.empty() || command.isPlan())
+        return;
+    if (command.isPart())
+        throw UsageError("--tileset needs --report where a part is converted alone: flttileset makes the "
+                         "tileset of the reports of all parts");
+    if (OutputFile::isStream(command.outputName()))
+        throw UsageError("--tileset needs results with a place: add -o FILE.glb or -o DIR/");
+    std::filesystem::path const report =
+        std::filesystem::path(tilesetOf(command)).replace_extension(".jsonl");
+    std::filesystem::create_directories(report.parent_path().empty() ? "." : report.parent_path());
+    command.options().report = report.string();
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -71,10 +98,16 @@ int main(int argc, char** argv)
     command.leaveOut({"levels", "exact"});
     command.addOptions();
     return program.run(argc, argv, [&] {
+        if (choices.makeTileset())
+            prepareTileset(command);
         command.check();
         choices.check(command.form().ending);
         command.options().readsTextures = true;
         command.options().textureDirectory = sharedTextures(command);
-        return command.run(GltfConverter(program, command, choices));
+        ExitCode const code = command.run(GltfConverter(program, command, choices));
+        if (!choices.makeTileset() || command.isPart() || command.isPlan())
+            return code;
+        ExitCode const ofTileset = TilesetRun(program).write({command.options().report}, tilesetOf(command));
+        return code != ExitCode::success ? code : ofTileset;
     });
 }
