@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <tuple>
 #include <utility>
 
@@ -125,21 +126,35 @@ public:
         bool isHidden;
         GltfJson primitives;
         std::uint64_t triangles;
+        SbBox3f box; ///< Of all positions, where they are going to be rounded.
+
+        std::optional<GltfGrid> grid() const
+        {
+            return box.isEmpty() ? std::nullopt : std::optional(GltfGrid::in(box));
+        }
     };
 
-    Group& groupOf(SbVec3d const& stand, bool isHidden)
+    std::size_t groupOf(SbVec3d const& stand, bool isHidden)
     {
         auto const [known, isNew] =
             numbers.try_emplace({isHidden, stand[0], stand[1], stand[2]}, groups.size());
         if (isNew)
-            groups.push_back({stand, isHidden, GltfJson::array(), 0});
-        return groups[known->second];
+            groups.push_back({stand, isHidden, GltfJson::array(), 0, {}});
+        return known->second;
     }
 
     std::vector<Group> groups;
 
 private:
     std::map<std::tuple<bool, double, double, double>, std::size_t> numbers;
+};
+
+/// A mesh of the visual, as it becomes primitives.
+struct FltGltfMeshes::Part {
+    FltMesh const& mesh;
+    std::size_t group;
+    FltGltfMaterials::Number material;
+    GltfCorners corners;
 };
 
 std::vector<FltGltfMeshes::Written> FltGltfMeshes::of(FltVisualNode const& node, Place const& place,
@@ -173,16 +188,30 @@ std::vector<FltGltfMeshes::Written> FltGltfMeshes::write(FltVisualNode const& no
 {
     double const lift = liftOf(node, place);
     Collected collected;
+    std::vector<Part> rounded; // once the box of all is known
     for (FltMesh const& mesh : node.meshes) {
         if (mesh.isHidden && !keepsHidden) {
             losses.add("hidden parts");
             continue;
         }
         SbVec3d const stand = standOf(mesh, place);
+        std::size_t const group = collected.groupOf(stand, mesh.isHidden);
+        if (mesh.positions.empty())
+            continue;
         GltfCornerForm const form = {mesh.origin - place.zero - stand, lift, place.workedIn};
-        Collected::Group& group = collected.groupOf(stand, mesh.isHidden);
-        group.triangles += addPrimitives(mesh, form, group.primitives);
+        FltGltfMaterials::Number const material = materials.numberOf(mesh);
+        Part part = {mesh, group, material, GltfCorners(mesh, form, material.hasTexture)};
+        losses.add("faces, lines and points with places that are no numbers", part.corners.lost);
+        if (!quantizes) {
+            addPrimitives(part, collected);
+            continue;
+        }
+        for (std::uint32_t const corner : part.corners.indices)
+            collected.groups[group].box.extendBy(part.corners.positions[corner]);
+        rounded.push_back(std::move(part));
     }
+    for (Part const& part : rounded)
+        addPrimitives(part, collected);
     std::vector<Written> written;
     for (Collected::Group& group : collected.groups) {
         if (group.primitives.empty())
@@ -192,33 +221,32 @@ std::vector<FltGltfMeshes::Written> FltGltfMeshes::write(FltVisualNode const& no
             mesh["name"] = GltfValues::text(node.name);
         mesh["primitives"] = std::move(group.primitives);
         int const number = document.add(GltfDocument::List::meshes, mesh);
-        written.push_back({number, group.stand, group.isHidden, group.triangles});
+        GltfGrid const grid = group.grid().value_or(GltfGrid());
+        if (group.grid())
+            document.use("KHR_mesh_quantization", true);
+        written.push_back({number, group.stand + grid.zero, grid.step, group.isHidden, group.triangles});
     }
-    auto const isRightIn = [](Written const& one) { return one.stand == SbVec3d(0, 0, 0) && !one.isHidden; };
-    std::stable_partition(written.begin(), written.end(), isRightIn);
+    std::stable_partition(written.begin(), written.end(), [](Written const& one) { return one.isRightIn(); });
     return written;
 }
 
-/// @return how many triangles there are
-std::uint64_t FltGltfMeshes::addPrimitives(FltMesh const& mesh, GltfCornerForm const& form,
-                                           GltfJson& primitives)
+void FltGltfMeshes::addPrimitives(Part const& part, Collected& collected)
 {
-    if (mesh.positions.empty())
-        return 0;
     constexpr std::array<int, 4> modes = {0, 0, 1, 4}; // points, lines and triangles, by their corners
-    FltGltfMaterials::Number const material = materials.numberOf(mesh);
-    GltfCorners const corners(mesh, form, material.hasTexture);
-    losses.add("faces, lines and points with places that are no numbers", corners.lost);
-    bool const isPoints = mesh.kind == FltMesh::Kind::points;
+    GltfCorners const& corners = part.corners;
+    Collected::Group& group = collected.groups[part.group];
+    std::optional<GltfGrid> const grid = group.grid();
+    bool const isPoints = part.mesh.kind == FltMesh::Kind::points;
+    bool const isFaces = part.mesh.kind == FltMesh::Kind::faces;
     forEachPart(corners,
                 [&](std::vector<std::uint32_t> const& numbers, std::vector<std::uint16_t> const& indices) {
-                    GltfJson primitive = {{"attributes", views.addCorners(corners, numbers)}};
+                    GltfJson primitive = {{"attributes", views.addCorners(corners, numbers, grid)}};
                     if (!isPoints)
-                        primitive["indices"] = views.addIndices(indices);
-                    primitive["material"] = material.material;
+                        primitive["indices"] = views.addIndices(indices, isFaces);
+                    primitive["material"] = part.material.material;
                     primitive["mode"] = modes.at(corners.cornersOfAShape);
-                    primitives.push_back(std::move(primitive));
+                    group.primitives.push_back(std::move(primitive));
                     vertexCount += numbers.size();
                 });
-    return mesh.kind == FltMesh::Kind::faces ? corners.indices.size() / 3 : 0;
+    group.triangles += isFaces ? corners.indices.size() / 3 : 0;
 }

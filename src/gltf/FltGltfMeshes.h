@@ -17,8 +17,10 @@ class FltGltfMeshes
 {
 public:
     /// All have to outlive this object.
-    FltGltfMeshes(GltfDocument& document, FltGltfMaterials& materials, FltGltfLosses& losses)
-        : document(document), materials(materials), losses(losses), views(document)
+    /// @param quantizes as in FltGltfOptions
+    FltGltfMeshes(GltfDocument& document, FltGltfMaterials& materials, FltGltfLosses& losses,
+                  bool quantizes = false)
+        : document(document), materials(materials), losses(losses), quantizes(quantizes), views(document)
     {
     }
 
@@ -35,8 +37,12 @@ public:
     struct Written {
         int number;
         SbVec3d stand;           ///< Where it stands in its node.
+        double step;             ///< What its positions count, in units of its node; 1 unless quantized.
         bool isHidden;           ///< It is to be seen only if somebody asks for it.
         std::uint64_t triangles; ///< In it.
+
+        /// Whether it needs no node of its own.
+        bool isRightIn() const { return stand == SbVec3d(0, 0, 0) && step == 1 && !isHidden; }
     };
 
     /// The meshes of a node, those that stand right in it first.
@@ -47,14 +53,16 @@ public:
 
 private:
     class Collected;
+    struct Part;
 
     std::vector<Written> write(FltVisualNode const& node, Place const& place, bool keepsHidden);
-    std::uint64_t addPrimitives(FltMesh const& mesh, GltfCornerForm const& form, GltfJson& primitives);
+    void addPrimitives(Part const& part, Collected& collected);
     bool mayRepeat(FltVisualNode const& node);
 
     GltfDocument& document;
     FltGltfMaterials& materials;
     FltGltfLosses& losses;
+    bool const quantizes;
     GltfVertexViews views;
     std::uint64_t vertexCount = 0;
     std::map<std::string, std::vector<Written>> shared; ///< By what makes one differ from another.

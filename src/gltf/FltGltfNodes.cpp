@@ -102,6 +102,25 @@ GltfJson jsonOf(FltVisualLight const& light)
     return json;
 }
 
+/// Whether a node is a group, all of which is seen.
+bool isPlainGroup(FltVisualNode const& node)
+{
+    return std::holds_alternative<std::monostate>(node.content) && !node.isHidden &&
+           std::none_of(node.meshes.begin(), node.meshes.end(),
+                        [](FltMesh const& mesh) { return mesh.isHidden; });
+}
+
+/// What a node of glTF does that has a matrix; nothing where it takes several nodes, and where it mirrors.
+std::optional<GltfTransform> oneTransformOf(SbDPMatrix matrix)
+{
+    if (!FltNodeMatrix::makeAffine(matrix) || !isKnown(matrix) || !(matrix.det3() > 0))
+        return std::nullopt;
+    GltfTransforms const parts(matrix);
+    if (parts.isSingular || parts.nodes.size() > 1)
+        return std::nullopt;
+    return parts.nodes.empty() ? GltfTransform() : parts.nodes.front();
+}
+
 /// A visual without a root holds nothing.
 std::shared_ptr<FltVisualNode> rootOf(FltVisual const& visual)
 {
@@ -114,7 +133,7 @@ std::shared_ptr<FltVisualNode> rootOf(FltVisual const& visual)
 FltGltfNodes::FltGltfNodes(FltVisual const& visual, FltGltfOptions const& options, GltfDocument& document,
                            FltGltfMeshes& meshes, FltGltfLosses& losses)
     : visual(visual), options(options), document(document), meshes(meshes), losses(losses),
-      root(rootOf(visual)), zeros(*root, visual.metresPerUnit),
+      instances(document), root(rootOf(visual)), zeros(*root, visual.metresPerUnit),
       mostText(mostTextOfAny + mostTextPerByte * static_cast<std::size_t>(visual.info.bytes))
 {
 }
@@ -245,7 +264,9 @@ std::vector<int> FltGltfNodes::writeChildren(FltVisualNode const& node, Place co
     } else if (node.as<FltVisualSwitch>() != nullptr || node.as<FltVisualFlipBook>() != nullptr) {
         writeChosen(node, inside, list);
     } else if (auto const* const copies = node.as<FltVisualCopies>()) {
-        for (SbDPMatrix const& matrix : copies->places) {
+        bool const areTold =
+            node.children.size() == 1 && writeAtOnce(list, *node.children.front(), *copies, inside);
+        for (SbDPMatrix const& matrix : areTold ? std::vector<SbDPMatrix>() : copies->places) {
             Place place = inside;
             place.outer = matrix * inside.outer;
             for (std::shared_ptr<FltVisualNode> const& child : node.children)
@@ -256,6 +277,95 @@ std::vector<int> FltGltfNodes::writeChildren(FltVisualNode const& node, Place co
             addChild(list, child, inside, {});
     }
     return list;
+}
+
+/// Where a part stands at each of the places of its parent.
+FltGltfNodes::Copies FltGltfNodes::enter(FltVisualNode const& part, Copies const& copies)
+{
+    Copies inside;
+    inside.around = zeros.of(part, copies.around).inside;
+    inside.metresPerUnit = copies.metresPerUnit;
+    for (SbDPMatrix const& matrix : copies.matrices)
+        inside.matrices.push_back(FltNodeMatrix::by(inside.around) * FltNodeMatrix::of(part) * matrix);
+    return inside;
+}
+
+/// Where the children of a part stand. @param inside where it stands itself
+FltGltfNodes::Copies FltGltfNodes::forChildren(Copies inside)
+{
+    for (SbDPMatrix& matrix : inside.matrices)
+        matrix = FltNodeMatrix::by(-inside.around) * matrix;
+    return inside;
+}
+
+/// Whether all copies of a part can be told at once: it is made of groups and meshes alone, and needs no more
+/// than a node at each place.
+bool FltGltfNodes::areOfOneKind(FltVisualNode const& part, Copies const& copies)
+{
+    if (!isPlainGroup(part) || !hasRoom())
+        return false;
+    std::uint64_t const count = part.meshes.size() * copies.matrices.size();
+    if (count > copiesLeft)
+        return false;
+    copiesLeft -= count;
+    Copies const inside = enter(part, copies);
+    bool const areOne = part.meshes.empty() || std::all_of(inside.matrices.begin(), inside.matrices.end(),
+                                                           [](SbDPMatrix const& matrix) {
+                                                               return oneTransformOf(matrix).has_value();
+                                                           });
+    Copies const below = forChildren(inside);
+    return areOne && std::all_of(part.children.begin(), part.children.end(), [&](auto const& child) {
+               return child != nullptr && areOfOneKind(*child, below);
+           });
+}
+
+/// Writes all copies of a part. @return the number of its node
+int FltGltfNodes::writeCopies(FltVisualNode const& part, Copies const& copies)
+{
+    Copies const inside = enter(part, copies);
+    Place place;
+    place.around = inside.around;
+    place.isShared = true;
+    std::vector<GltfTransform> transforms;
+    for (SbDPMatrix const& matrix : part.meshes.empty() ? std::vector<SbDPMatrix>() : inside.matrices)
+        transforms.push_back(oneTransformOf(matrix).value_or(GltfTransform()));
+    place.metresPerUnit = inside.metresPerUnit * std::cbrt(std::abs(inside.matrices.front().det3()));
+    std::vector<int> children;
+    Copies const below = forChildren(inside);
+    for (std::shared_ptr<FltVisualNode> const& child : part.children)
+        children.push_back(writeCopies(*child, below));
+    for (FltGltfMeshes::Written const& mesh : meshes.of(part, meshPlaceOf(place), options.keepsHidden)) {
+        triangleCount += hiddenAround == 0 ? mesh.triangles * transforms.size() : 0;
+        children.push_back(instances.add(mesh.number, mesh.stand, mesh.step, transforms));
+    }
+    GltfJson json = GltfJson::object();
+    if (!part.name.empty())
+        json["name"] = GltfValues::text(part.name);
+    if (!children.empty())
+        json["children"] = children;
+    if (GltfJson extras = options.hasExtras ? extrasOf(part, place) : GltfJson::object(); !extras.empty())
+        json["extras"] = std::move(extras);
+    return document.add(List::nodes, json);
+}
+
+/// Tells all copies of a part at once, if there is such a form. @return whether that is so
+bool FltGltfNodes::writeAtOnce(std::vector<int>& list, FltVisualNode const& part,
+                               FltVisualCopies const& copies, Place const& inside)
+{
+    if (!options.usesInstancing || copies.places.size() < 2 || inside.workedIn)
+        return false;
+    Copies all;
+    all.around = inside.around;
+    all.metresPerUnit = inside.metresPerUnit;
+    for (SbDPMatrix const& copy : copies.places)
+        all.matrices.push_back(copy * inside.outer);
+    std::uint64_t const before = copiesLeft;
+    if (!areOfOneKind(part, all)) {
+        copiesLeft = before;
+        return false;
+    }
+    list.push_back(writeCopies(part, all));
+    return true;
 }
 
 /// The finest level, and coarser ones that stay where it is drawn, the coarsest first.
@@ -378,25 +488,29 @@ GltfJson FltGltfNodes::extrasOf(FltVisualNode const& node, Place const& inside)
     return extras;
 }
 
+FltGltfMeshes::Place FltGltfNodes::meshPlaceOf(Place const& inside) const
+{
+    return {inside.around, inside.metresPerUnit, inside.workedIn ? &*inside.workedIn : nullptr, options.lifts,
+            inside.isShared};
+}
+
 /// What stands in a node itself.
 GltfJson FltGltfNodes::contentOf(FltVisualNode const& node, Place const& inside, std::vector<int>& children)
 {
     GltfJson content = GltfJson::object();
     if (auto const* const light = node.as<FltVisualLight>())
         content["extensions"]["KHR_lights_punctual"] = {{"light", addLight(*light)}};
-    FltGltfMeshes::Place const place = {inside.around, inside.metresPerUnit,
-                                        inside.workedIn ? &*inside.workedIn : nullptr, options.lifts,
-                                        inside.isShared};
-    for (FltGltfMeshes::Written const& mesh : meshes.of(node, place, options.keepsHidden)) {
+    for (FltGltfMeshes::Written const& mesh : meshes.of(node, meshPlaceOf(inside), options.keepsHidden)) {
         bool const isDrawn = hiddenAround == 0 && !mesh.isHidden;
         triangleCount += isDrawn ? mesh.triangles : 0;
-        if (mesh.stand == SbVec3d(0, 0, 0) && !mesh.isHidden) {
+        if (mesh.isRightIn()) {
             content["mesh"] = mesh.number;
             continue;
         }
         GltfJson own = {{"mesh", mesh.number}};
         GltfTransform transform;
         transform.translation = mesh.stand;
+        transform.scale *= mesh.step;
         transform.addTo(own);
         if (mesh.isHidden) {
             document.use("KHR_node_visibility");

@@ -4,6 +4,7 @@
 #include "gltf/FltGltfMeshes.h"
 #include "gltf/FltGltfOptions.h"
 #include "gltf/GltfDocument.h"
+#include "gltf/GltfInstances.h"
 #include "gltf/GltfTransforms.h"
 #include "loader/FltVisual.h"
 #include "visual/FltLocalZeros.h"
@@ -55,6 +56,13 @@ private:
         std::size_t named = 0; ///< The one that has the name: of a joint, the one that moves.
     };
 
+    /// Where the copies of a part stand that are told at once.
+    struct Copies {
+        SbVec3d around{0, 0, 0};          ///< What counts as zero in each.
+        double metresPerUnit = 1;         ///< As the first is written.
+        std::vector<SbDPMatrix> matrices; ///< From there to what is written.
+    };
+
     static constexpr int none = -1;
 
     int writeNode(std::shared_ptr<FltVisualNode> const& node, Place const& place, Child const& child);
@@ -63,6 +71,12 @@ private:
                     Chain& chain);
     void addMatrix(SbDPMatrix matrix, Place& inside, Chain& chain);
     std::vector<int> writeChildren(FltVisualNode const& node, Place const& inside);
+    Copies enter(FltVisualNode const& part, Copies const& copies);
+    static Copies forChildren(Copies inside);
+    bool areOfOneKind(FltVisualNode const& part, Copies const& copies);
+    int writeCopies(FltVisualNode const& part, Copies const& copies);
+    bool writeAtOnce(std::vector<int>& list, FltVisualNode const& part, FltVisualCopies const& copies,
+                     Place const& inside);
     void writeLevels(FltVisualNode const& node, Place const& inside, std::vector<int>& list);
     Child writeCoarser(FltVisualNode const& node, std::size_t finest, Place const& inside);
     void writeChosen(FltVisualNode const& node, Place const& inside, std::vector<int>& list);
@@ -70,6 +84,7 @@ private:
                   Child const& child);
     int finish(FltVisualNode const& node, Chain const& chain, Place const& inside, Child const& child,
                std::vector<int>& children);
+    FltGltfMeshes::Place meshPlaceOf(Place const& inside) const;
     GltfJson contentOf(FltVisualNode const& node, Place const& inside, std::vector<int>& children);
     GltfJson extrasOf(FltVisualNode const& node, Place const& inside);
     int addLight(FltVisualLight const& light);
@@ -84,11 +99,13 @@ private:
     GltfDocument& document;
     FltGltfMeshes& meshes;
     FltGltfLosses& losses;
+    GltfInstances instances;
     std::shared_ptr<FltVisualNode> root;
     FltLocalZeros zeros;
     FltVisualBounds bounds;
     std::size_t mostText;
     std::uint64_t triangleCount = 0;
-    int hiddenAround = 0;              ///< Nodes around what is written now that aren't drawn.
-    std::map<std::string, int> lights; ///< By their texts.
+    std::uint64_t copiesLeft = 4'000'000; ///< Of meshes, that may be told at once.
+    int hiddenAround = 0;                 ///< Nodes around what is written now that aren't drawn.
+    std::map<std::string, int> lights;    ///< By their texts.
 };

@@ -18,8 +18,8 @@ struct FltGltfOptions {
     /// show the finest alone, and some all of them at once.
     bool keepsLevels = false;
 
-    /// Whether what stands at several places is told once, by EXT_mesh_gpu_instancing. Readers without the
-    /// extension refuse the file.
+    /// Whether copies of meshes are told at once, by EXT_mesh_gpu_instancing: those of replications. Readers
+    /// without the extension refuse the file.
     bool usesInstancing = false;
 
     /// Whether numbers of corners are rounded to few bits, by KHR_mesh_quantization. Readers without the

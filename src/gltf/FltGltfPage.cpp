@@ -92,7 +92,7 @@ std::string pageOf(FltVisual const& visual, FltGltfOptions const& options, FltGl
 {
     FltGltfOptions own = options;
     own.keepsHidden = own.keepsLevels = own.hasExtras = true;
-    own.usesInstancing = own.compresses = false; // the page is compressed as a whole
+    own.usesInstancing = own.quantizes = own.compresses = false; // the page is compressed as a whole
     own.textureDirectory.reset();
     std::string const glb = FltGltf::glb(visual, own, &report);
     auto const isShown = [](FltOmission const& omission) {

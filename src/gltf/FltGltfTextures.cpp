@@ -81,7 +81,7 @@ int FltGltfTextures::imageOf(FltTexture const& texture, bool isOpaque)
     if (!address.empty()) {
         image["uri"] = address;
     } else {
-        int const view = document.binary.add(GltfBinary::Target::none);
+        int const view = document.binary.add(GltfBinary::Content::anything);
         document.binary.bytes(view) = std::move(picture.bytes);
         image["bufferView"] = view;
         image["mimeType"] = picture.mimeType();

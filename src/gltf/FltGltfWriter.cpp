@@ -15,9 +15,11 @@ FltGltfWriter::FltGltfWriter(FltVisual const& visual, FltGltfOptions const& opti
         document, visual.textures, source,
         place ? place : [](GltfPicture const&, std::string const&) { return ""; });
     FltGltfMaterials materials(document, textures, losses);
-    FltGltfMeshes meshes(document, materials, losses);
+    FltGltfMeshes meshes(document, materials, losses, options.quantizes);
     FltGltfNodes nodes(visual, options, document, meshes, losses);
     top = nodes.write();
+    if (options.compresses && document.binary.compress())
+        document.use("EXT_meshopt_compression", true);
     report.omissions = losses.list();
     report.missingTextures = textures.missing();
     report.nodes = document.count(List::nodes);

@@ -14,12 +14,20 @@
 class GltfBinary
 {
 public:
-    /// What a view is for, as the format numbers it.
-    enum class Target : int { none = 0, vertices = 34962, indices = 34963 };
+    /// What a view holds.
+    enum class Content { anything, corners, triangles, indices };
 
     /// Adds an empty view. @return its number
-    /// @param stride from one vertex to the next, where the view holds vertices; a multiple of 4
-    int add(Target target, std::size_t stride = 0);
+    /// @param stride from one corner to the next, where the view holds corners; a multiple of 4. Indices have 2
+    ///               bytes each
+    int add(Content content, std::size_t stride = 0);
+
+    /// Compresses the views of corners and indices by EXT_meshopt_compression. Nothing can be added to them
+    /// any more. @return whether there are any
+    bool compress();
+
+    /// Bytes of the views that are compressed, as they are without that.
+    std::size_t sizeWithout() const;
 
     /// The bytes of a view, to be added to.
     std::string& bytes(int view) { return views[static_cast<std::size_t>(view)].bytes; }
@@ -38,9 +46,12 @@ public:
 
 private:
     struct View {
-        Target target;
+        Content content;
         std::size_t stride;
         std::string bytes;
+        std::size_t sizeWithout = 0; ///< Of one that is compressed, as it was before.
+
+        std::size_t sizeOfOne() const { return content == Content::corners ? stride : 2; }
     };
 
     std::vector<View> views;

@@ -81,7 +81,11 @@ std::string GltfDocument::text(int root, std::string const& bufferUri) const
         GltfJson buffer = {{"byteLength", size}};
         if (!bufferUri.empty())
             buffer["uri"] = bufferUri;
-        text += member("buffers", '[' + dumped(buffer) + ']');
+        GltfJson buffers = GltfJson::array({std::move(buffer)});
+        if (std::size_t const sizeWithout = binary.sizeWithout(); sizeWithout != 0) // which is nowhere
+            buffers.push_back({{"byteLength", sizeWithout},
+                               {"extensions", {{"EXT_meshopt_compression", {{"fallback", true}}}}}});
+        text += member("buffers", dumped(buffers));
         text += member("bufferViews", dumped(binary.list()));
     }
     return text + '}';

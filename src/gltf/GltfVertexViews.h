@@ -2,6 +2,7 @@
 
 #include "gltf/GltfCorners.h"
 #include "gltf/GltfDocument.h"
+#include "gltf/GltfGrid.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -17,31 +18,42 @@ public:
 
     /// Adds corners. @return the attributes of a primitive that is made of them
     /// @param numbers of those corners that are added, in their order
-    GltfJson addCorners(GltfCorners const& corners, std::vector<std::uint32_t> const& numbers);
+    /// @param grid    that positions are rounded to, the other numbers in the same way; nothing to round none
+    GltfJson addCorners(GltfCorners const& corners, std::vector<std::uint32_t> const& numbers,
+                        std::optional<GltfGrid> const& grid);
 
     /// Adds indices. @return the number of their accessor
-    int addIndices(std::vector<std::uint16_t> const& indices);
+    /// @param areTriangles whether each three of them are one
+    int addIndices(std::vector<std::uint16_t> const& values, bool areTriangles);
 
 private:
     /// A view, which begins with the first number in it.
     struct View {
-        GltfBinary::Target target;
+        GltfBinary::Content content;
         std::size_t stride;
         std::optional<int> number;
     };
 
     std::string& bytesOf(View& view);
-    static GltfJson accessor(View const& view, std::size_t offset, int componentType, std::size_t count,
-                             char const* type);
+    int add(View const& view, std::size_t offset, int componentType, std::size_t count, char const* type,
+            GltfJson const& more);
     int addPositions(GltfCorners const& corners, std::vector<std::uint32_t> const& numbers);
+    int addPlaces(GltfCorners const& corners, std::vector<std::uint32_t> const& numbers,
+                  GltfGrid const& grid);
     int addNormals(GltfCorners const& corners, std::vector<std::uint32_t> const& numbers);
+    int addRoundNormals(GltfCorners const& corners, std::vector<std::uint32_t> const& numbers);
     int addUvs(GltfCorners const& corners, std::vector<std::uint32_t> const& numbers);
+    int addRoundUvs(GltfCorners const& corners, std::vector<std::uint32_t> const& numbers);
     int addColors(GltfCorners const& corners, std::vector<std::uint32_t> const& numbers);
 
     GltfDocument& document;
-    View positions{GltfBinary::Target::vertices, 3 * sizeof(float), {}};
-    View normals{GltfBinary::Target::vertices, 3 * sizeof(float), {}};
-    View uvs{GltfBinary::Target::vertices, 2 * sizeof(float), {}};
-    View colors{GltfBinary::Target::vertices, 4 * sizeof(std::uint16_t), {}};
-    View indices{GltfBinary::Target::indices, 0, {}};
+    View positions{GltfBinary::Content::corners, 3 * sizeof(float), {}};
+    View normals{GltfBinary::Content::corners, 3 * sizeof(float), {}};
+    View uvs{GltfBinary::Content::corners, 2 * sizeof(float), {}};
+    View colors{GltfBinary::Content::corners, 4 * sizeof(std::uint16_t), {}};
+    View places{GltfBinary::Content::corners, 4 * sizeof(std::uint16_t), {}};
+    View roundNormals{GltfBinary::Content::corners, 4 * sizeof(std::int8_t), {}};
+    View roundUvs{GltfBinary::Content::corners, 2 * sizeof(std::uint16_t), {}};
+    View triangles{GltfBinary::Content::triangles, 0, {}};
+    View lines{GltfBinary::Content::indices, 0, {}};
 };

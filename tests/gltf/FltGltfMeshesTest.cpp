@@ -134,6 +134,27 @@ TEST_F(FltGltfMeshesTest, AreLiftedFromWhatTheyLieOnByTheExtentOfAll)
     EXPECT_NE(text().find("\"max\":[2.0,1.0,5.0]"), std::string::npos) << "centimetres";
 }
 
+/// Numbers of corners have few bits, and a node of their own leads back from these.
+TEST_F(FltGltfMeshesTest, AreRoundedIfThatIsWanted)
+{
+    FltGltfMeshes rounding(document, materials, losses, true);
+    FltVisualNode node;
+    node.meshes = {triangles(3), triangles(3)};
+    node.meshes[0].positions = {{0, 0, 0}, {100, 0, 0}, {0, 20, 0}};
+    node.meshes[1].positions = {{-31, 0, 0}, {2, 0, 0}, {0, 1, 0}};
+    node.meshes[1].normals = {{0, 0, 1}, {0, -1, 0}, {1, 0, 0}};
+    node.meshes[1].isLit = true;
+    auto const written = rounding.of(node, {}, false);
+    ASSERT_EQ(written.size(), 1U);
+    EXPECT_EQ(written[0].stand, SbVec3d(-31, 0, 0)) << "one grid for the whole node";
+    EXPECT_NEAR(written[0].step, 131. / 65535, 1e-12);
+    EXPECT_FALSE(written[0].isRightIn());
+    EXPECT_NE(text().find("\"extensionsRequired\":[\"KHR_mesh_quantization\"]"), std::string::npos);
+    EXPECT_NE(text().find("\"max\":[65535,10005,0]"), std::string::npos) << text();
+    EXPECT_EQ(countOf("\"componentType\":5126"), 0U) << "no floats";
+    EXPECT_EQ(countOf("\"byteStride\":4"), 1U) << "of normals, by a byte each";
+}
+
 TEST_F(FltGltfMeshesTest, ThatAreHiddenAreLeftOutOrMarked)
 {
     FltVisualNode node;

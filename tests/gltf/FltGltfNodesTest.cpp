@@ -235,6 +235,49 @@ TEST(FltGltfNodes, OfJointsMoveAsTheyDo)
     EXPECT_TRUE(isThere);
 }
 
+/// Copies of a group with a part in it, at these places.
+Node copiesOf(std::vector<SbDPMatrix> places)
+{
+    Node const copies = node("row"), tree = node("tree");
+    copies->become<FltVisualCopies>({std::move(places)});
+    tree->transform = {moved(0, 5, 0)};
+    tree->children = {withTriangle("leaves")};
+    copies->children = {tree};
+    return copies;
+}
+
+FltGltfOptions instancing()
+{
+    FltGltfOptions options;
+    options.usesInstancing = true;
+    return options;
+}
+
+TEST(FltGltfNodes, TellCopiesAtOnceIfThatIsWanted)
+{
+    Node const row = copiesOf({moved(0, 0, 0), moved(10, 0, 0), moved(20, 0, 0)});
+    Written const plain({row}), written({row}, instancing());
+    EXPECT_EQ(plain.report.triangles, 3U);
+    EXPECT_EQ(written.report.triangles, 3U);
+    EXPECT_LT(written.report.nodes, plain.report.nodes);
+    EXPECT_TRUE(written.has("tree") && written.has("leaves"));
+    EXPECT_EQ(written.read.json["extensionsRequired"], ReadGltf::Json::array({"EXT_mesh_gpu_instancing"}));
+    EXPECT_FALSE(plain.read.json.contains("extensionsRequired"));
+}
+
+TEST(FltGltfNodes, AreOneForEachPlaceWhereCopiesHaveNoOtherForm)
+{
+    SbDPMatrix mirror = SbDPMatrix::identity();
+    mirror.setScale(SbVec3d(-1, 1, 1));
+    Node const withJoint = copiesOf({moved(0, 0, 0), moved(1, 0, 0)});
+    withJoint->children[0]->children[0]->become<FltVisualJoint>();
+    for (Node const& row : {copiesOf({moved(0, 0, 0), mirror}), copiesOf({moved(0, 0, 0)}), withJoint}) {
+        Written const written({row}, instancing());
+        EXPECT_FALSE(written.read.json.contains("extensionsRequired"));
+        EXPECT_EQ(written.report.nodes, Written({row}).report.nodes);
+    }
+}
+
 TEST(FltGltfNodes, OfCopiesShareAMesh)
 {
     Node const copies = node("copies");

@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 /// Each option by itself, and how its files are called.
 std::vector<std::pair<std::string, FltGltfOptions>> everyOption()
 {
-    std::vector<std::pair<std::string, FltGltfOptions>> all(4);
+    std::vector<std::pair<std::string, FltGltfOptions>> all(7);
     all[0].first = "plain";
     all[1].first = "hidden";
     all[1].second.keepsHidden = true;
@@ -32,6 +32,12 @@ std::vector<std::pair<std::string, FltGltfOptions>> everyOption()
     all[3].first = "bare";
     all[3].second.hasExtras = false;
     all[3].second.lifts = false;
+    all[4].first = "quantized";
+    all[4].second.quantizes = true;
+    all[5].first = "compressed";
+    all[5].second.compresses = true;
+    all[6].first = "instanced";
+    all[6].second.usesInstancing = true;
     return all;
 }
 

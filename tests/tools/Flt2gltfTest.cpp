@@ -45,9 +45,13 @@ public:
         flt.push();
     }
 
-    void add(std::string const& name)
+    void add(std::string const& name, int copies = 0)
     {
-        flt.add("Group", {{"idASCII", name}}).push();
+        flt.add("Group", {{"idASCII", name}});
+        if (copies > 0)
+            flt.add("Replicate", {{"numberOfReplications", copies}})
+                .add("Matrix", {{"matrix", {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 3, 0, 0, 1}}});
+        flt.push();
         flt.face(corners, {{"texturePatternIndex", -1}, {"materialIndex", -1}}).pop();
     }
 
@@ -178,14 +182,30 @@ TEST_F(Flt2gltf, leavesExtrasOut)
     EXPECT_FALSE(holds(contents("none.glb"), "\"extras\""));
 }
 
-TEST_F(Flt2gltf, requiresNoExtensionOfReaders)
+TEST_F(Flt2gltf, requiresNoExtensionUnlessAskedFor)
 {
-    std::string const input = database("a.flt");
-    for (char const* const options :
-         {"", "--lod all --hidden keep --lift none --units stored --time night"}) {
+    Groups groups;
+    for (int i = 0; i < 50; ++i)
+        groups.add("part");
+    groups.add("trees", 50);
+    std::string const input = folder.write("a.flt", groups.flt.pop().bytes());
+    using Words = std::vector<std::string>;
+    std::map<std::string, Words> const required = {
+        {"", {}},
+        {"--lod all --hidden keep --lift none --units stored --time night", {}},
+        {"--instancing", {"EXT_mesh_gpu_instancing"}},
+        {"--quantize", {"KHR_mesh_quantization"}},
+        {"--meshopt", {"EXT_meshopt_compression"}}};
+    for (auto const& [options, extensions] : required) {
         EXPECT_EQ(into("a.glb", input, options).exitCode, 0) << options;
-        EXPECT_FALSE(jsonOf(contents("a.glb")).contains("extensionsRequired")) << options;
+        EXPECT_EQ(jsonOf(contents("a.glb")).value("extensionsRequired", Words()), extensions) << options;
     }
+    EXPECT_EQ(into("a.gltf", input, "--quantize --meshopt --instancing").exitCode, 0);
+    EXPECT_EQ(nlohmann::json::parse(contents("a.gltf"))["extensionsRequired"].size(), 3U);
+    std::string const help = run("--help").output;
+    for (char const* const extension : {"MSFT_lod", "KHR_node_visibility", "EXT_mesh_gpu_instancing",
+                                        "KHR_mesh_quantization", "EXT_meshopt_compression"})
+        EXPECT_TRUE(holds(help, extension)) << extension;
 }
 
 TEST_F(Flt2gltf, writesLevelsAndHiddenPartsIfAskedFor)
@@ -304,8 +324,9 @@ TEST_F(Flt2gltf, refusesOptionsThatDoNotGoTogether)
     for (std::string const& options :
          {"--to gltf -o " + (folder / "a.glb"), "--exact -o " + (folder / "a.glb"),
           "--lod some -o " + (folder / "a.glb"), "--lod all -o " + (folder / "a.obj"),
-          "--extras none -o " + (folder / "a.html"), std::string("--meshopt --to html"),
-          "--xref file --units stored -o " + (folder / "a.glb"), "--extras some -o " + (folder / "a.glb")}) {
+          "--extras none -o " + (folder / "a.html"), "--meshopt -o " + (folder / "a.html"),
+          std::string("--meshopt --to html"), "--xref file --units stored -o " + (folder / "a.glb"),
+          "--extras some -o " + (folder / "a.glb")}) {
         ProgramRun const refused = run(options + " " + input);
         EXPECT_EQ(refused.exitCode, 2) << options;
         EXPECT_EQ(refused.output, "") << options;

@@ -10,6 +10,15 @@ void GltfChoices::add(Program& program)
     program.choice("--hidden", hidden, {"drop", "keep"}, "HOW",
                    "What becomes of parts that aren't shown, such as the other children of switches: left "
                    "out, or kept by KHR_node_visibility. Readers without that extension show them.");
+    program.flag("--instancing", instances,
+                 "Tell the copies of a replication at once, by EXT_mesh_gpu_instancing. Readers without that "
+                 "extension refuse the file, since it requires it.");
+    program.flag("--quantize", quantizes,
+                 "Round the numbers of corners to few bits, by KHR_mesh_quantization. Readers without that "
+                 "extension refuse the file, since it requires it.");
+    program.flag("--meshopt", compresses,
+                 "Compress meshes, by EXT_meshopt_compression; best together with --quantize. Readers without "
+                 "that extension refuse the file, since it requires it.");
     program.choice("--extras", extras, {"all", "none"}, "HOW",
                    "Whether nodes tell more of themselves in \"extras\": comments, joints and their limits, "
                    "places in the database.");
@@ -30,8 +39,8 @@ void GltfChoices::add(Program& program)
 void GltfChoices::check(std::string const& ending) const
 {
     bool const isObj = ending == ".obj";
-    if ((isObj || ending == ".html") && extras == "none")
-        throw UsageError("--extras none is for .glb and .gltf");
+    if ((isObj || ending == ".html") && (instances || quantizes || compresses || extras == "none"))
+        throw UsageError("--instancing, --quantize, --meshopt and --extras none are for .glb and .gltf");
     if (isObj && (levels == "all" || hidden == "keep"))
         throw UsageError("OBJ has no form for --lod all and --hidden keep");
     if (ending != ".glb" && (isTileset || areSplit()))
@@ -43,6 +52,9 @@ FltGltfOptions GltfChoices::options() const
     FltGltfOptions options;
     options.keepsLevels = levels == "all";
     options.keepsHidden = hidden == "keep";
+    options.usesInstancing = instances;
+    options.quantizes = quantizes;
+    options.compresses = compresses;
     options.hasExtras = extras == "all";
     options.lifts = lift == "auto";
     return options;

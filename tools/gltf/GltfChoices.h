@@ -45,4 +45,7 @@ private:
     std::string lift = "auto";      ///< "auto" or "none".
     bool isGlobe = false;
     bool isTileset = false;
+    bool instances = false;
+    bool quantizes = false;
+    bool compresses = false;
 };

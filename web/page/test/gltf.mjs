@@ -1,7 +1,7 @@
 // Reads glTF files by three.js's GLTFLoader without a browser, and tells what is drawn of them.
 
 import { readFileSync } from "node:fs";
-import { Box3, Color, Matrix3, Vector3 } from "three";
+import { Box3, Color, Matrix3, Mesh, Vector3 } from "three";
 
 // What the loader takes from browsers. Pictures aren't decoded.
 globalThis.self = globalThis;
@@ -9,11 +9,30 @@ globalThis.document = { createElementNS: () => { throw new Error("a picture is t
 globalThis.createImageBitmap = async () => ({ width: 1, height: 1, close() {} });
 const { GLTFLoader } = await import("three/examples/jsm/loaders/GLTFLoader.js");
 
+const { MeshoptDecoder } = await import("three/examples/jsm/libs/meshopt_decoder.module.js");
+
+/** Puts a mesh of its own at each place where one is told to stand. */
+function spread(model) {
+    const told = [];
+    model.scene.traverse((object) => object.isInstancedMesh && told.push(object));
+    for (const object of told) {
+        for (let i = 0; i < object.count; ++i) {
+            const mesh = new Mesh(object.geometry, object.material);
+            object.getMatrixAt(i, mesh.matrix);
+            mesh.matrix.premultiply(object.matrix).decompose(mesh.position, mesh.quaternion, mesh.scale);
+            model.parser.associations.set(mesh, model.parser.associations.get(object));
+            object.parent.add(mesh);
+        }
+        object.removeFromParent();
+    }
+}
+
 /** Reads a .glb. @return what GLTFLoader makes of it, its matrices up to date */
 export async function readGlb(path) {
     const bytes = readFileSync(path);
-    const model = await new GLTFLoader().parseAsync(
+    const model = await new GLTFLoader().setMeshoptDecoder(MeshoptDecoder).parseAsync(
         bytes.buffer.slice(bytes.byteOffset, bytes.byteOffset + bytes.length), "");
+    spread(model);
     model.scene.updateMatrixWorld(true);
     return model;
 }
