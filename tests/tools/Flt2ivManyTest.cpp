@@ -391,7 +391,7 @@ TEST_F(Flt2ivMany, showsItsProgressOnATerminalAlone)
     static_cast<void>(folder.write("models/bad.flt", "no database"));
     std::string const screen = folder / "screen";
     std::string const command =
-        VELLOREADER_PROGRAMS "flt2iv --progress-at-once -j 1 -o " + out + " " + (folder / "models");
+        VELLOREADER_PROGRAMS "flt2iv --progress -j 1 -o " + out + " " + (folder / "models");
     auto const onTerminal = [&](std::string const& line) {
         static_cast<void>(std::system(
             ("TERM=xterm script -qec '" + line + "' /dev/null >" + screen + " </dev/null").c_str()));
@@ -404,16 +404,16 @@ TEST_F(Flt2ivMany, showsItsProgressOnATerminalAlone)
     EXPECT_TRUE(holds(shown, "flt2iv: 20 of 21 databases converted\r\n"));
     EXPECT_FALSE(holds(onTerminal(command + " -q"), "\x1b"));
     EXPECT_FALSE(holds(onTerminal("TERM=dumb " + command), "\x1b"));
-    std::string const plain = run("--progress-at-once").errors;
+    std::string const plain = run("--progress").errors;
     EXPECT_EQ(plain.find_first_of("\r\x1b"), std::string::npos) << plain;
 
-    std::string const one = onTerminal(VELLOREADER_PROGRAMS "flt2iv --progress-at-once -o " +
+    std::string const one = onTerminal(VELLOREADER_PROGRAMS "flt2iv --progress -o " +
                                        (folder / "a.iv") + " " + (folder / "models/m000.flt"));
     EXPECT_TRUE(holds(one, " %\x1b[K")) << one;
     ASSERT_GE(one.size(), 4U);
     EXPECT_EQ(one.substr(one.size() - 4), "\r\x1b[K") << "nothing stays";
     std::string const damaged = folder.write("damaged.flt", SmallDatabase().bytes() + "more");
     std::string const warned =
-        onTerminal(VELLOREADER_PROGRAMS "flt2iv --progress-at-once -o " + (folder / "a.iv") + " " + damaged);
+        onTerminal(VELLOREADER_PROGRAMS "flt2iv --progress -o " + (folder / "a.iv") + " " + damaged);
     EXPECT_TRUE(holds(warned, " %\x1b[K\r\x1b[Kflt2iv: warning: ")) << warned;
 }

@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 /// Options that have no effect on what results hold.
 std::vector<std::string> const withoutEffect = {"--output", "--jobs",  "--if-newer",   "--no-clobber",
                                                 "--stat",   "--quiet", "--verbose",    "--report",
-                                                "--shard",  "--root",  "--files-from", "--progress-at-once"};
+                                                "--shard",  "--root",  "--files-from", "--progress"};
 
 /// Reads --jobs, which is as many as there are processors if it isn't given.
 std::size_t jobsOf(std::string const& text)
@@ -116,7 +116,8 @@ void ConversionCommand::addOptions()
     program.noClobberOption(conversion.existing);
     program.flag("--stat", conversion.measures,
                  "Print a table: nodes, faces, triangles, textures, bytes and seconds.");
-    program.hiddenFlag("--progress-at-once", showsProgressAtOnce);
+    program.flag("--progress", showsProgressAtOnce,
+                 "Show on a terminal how far it is from the beginning, not only when it takes longer.");
     loading.add(program, LoaderOptions::Programs::all);
     program.inputs(inputs, false);
 }

@@ -128,11 +128,6 @@ void Program::value(std::string const& names, std::string& value, std::string co
     app->add_option(names, value, text);
 }
 
-void Program::hiddenFlag(std::string const& name, bool& isSet)
-{
-    app->add_flag(name, isSet);
-}
-
 void Program::values(std::string const& names, std::vector<std::string>& list, std::string const& placeholder,
                      std::string const& text, std::string const& fileEnding)
 {

@@ -79,9 +79,6 @@ public:
     void choice(std::string const& names, std::string& value, std::vector<std::string> const& choices,
                 std::string const& placeholder, std::string const& description);
 
-    /// A flag for tests, which the help doesn't tell.
-    void hiddenFlag(std::string const& name, bool& isSet);
-
     /// --no-clobber, for programs that write.
     /// @param existing what becomes of a result that is there already: replaced without the option
     void noClobberOption(OutputFile::Existing& existing);

@@ -49,7 +49,8 @@ ViewOptions::ViewOptions(Program& program) : loaderOptions(program)
         "--print", prints,
         "Print a line on standard output for whatever gets loaded or selected, with its kind and the "
         "place of its record, and for the box around the selection when it changes.");
-    program.hiddenFlag("--print-widgets", printsWidgets);
+    program.flag("--print-widgets", printsWidgets,
+                 "Print where fields and buttons are on the screen, for programs that press them.");
     program.inputs(inputs, false);
 }
 

@@ -33,7 +33,7 @@ public:
     bool watches = false;
     bool lightsAll = false;
     bool prints = false;
-    bool printsWidgets = false; ///< For tests.
+    bool printsWidgets = false;
 
 private:
     LoaderOptions loaderOptions;
