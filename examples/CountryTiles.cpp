@@ -67,7 +67,8 @@ std::string landRecords(Level const& level, std::vector<double> const& vertices)
         for (int column = 0; column < cells; column += level.stride) {
             auto const at = [&](int right, int up) {
                 int const y = row + up * level.stride, x = column + right * level.stride;
-                return vertices[static_cast<std::size_t>(y * (cells + 1) + x)];
+                int const place = y * (cells + 1) + x;
+                return vertices[static_cast<std::size_t>(place)];
             };
             flt.face({at(0, 0), at(1, 0), at(1, 1)}, look);
             flt.face({at(0, 0), at(1, 1), at(0, 1)}, look);
@@ -121,7 +122,8 @@ struct CountryTiles::Land {
 
     double height(int x, int y) const
     {
-        return heights[static_cast<std::size_t>((y + 1) * (cells + 3) + x + 1)];
+        int const place = (y + 1) * (cells + 3) + x + 1;
+        return heights[static_cast<std::size_t>(place)];
     }
 
     Point corner(int x, int y) const { return Point{east(x), north(y), height(x, y)} + shift; }
