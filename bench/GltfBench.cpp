@@ -1,5 +1,5 @@
-// Writes terrains of 300,000 vertices as .glb files, and tells the processor time over that of making the scene,
-// each with loading, and the largest memory of the process over the size of the database.
+// Writes terrains of 300,000 vertices as .glb files, and tells the processor time over that of making the
+// scene, each with loading, and the largest memory of the process over the size of the database.
 
 #include "BenchDatabase.h"
 #include "BenchOptions.h"

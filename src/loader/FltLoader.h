@@ -59,10 +59,10 @@ public:
     /// Whether to convert as the plug-in does, with all its rules, rather than to show as much as possible.
     bool exact = false;
 
-    /// Whether to join shapes that look alike, so that a scene of many Objects is drawn faster: across all that
-    /// moves, changes and is hidden together, in pieces that stand side by side. What blends stays as it is.
-    /// Nodes that hold nothing any more are left out, with their names; FltScene::recordOf() of what was picked
-    /// still leads to its record. The complete conversion only.
+    /// Whether to join shapes that look alike, so that a scene of many Objects is drawn faster: across all
+    /// that moves, changes and is hidden together, in pieces that stand side by side. What blends stays as it
+    /// is. Nodes that hold nothing any more are left out, with their names; FltScene::recordOf() of what was
+    /// picked still leads to its record. The complete conversion only.
     bool merge = false;
 
     /// Called now and then during a load, at least once a file. A log that the complete conversion is asked

@@ -34,8 +34,8 @@ struct FltVisualOptions {
                 ///< its offset is told. Any other one stays where it is. The complete conversion only.
     };
 
-    /// Which nodes of a scene bear the names of the database. The toolkit searches for each name that it gives
-    /// back, so that a scene of very many named nodes takes long to let go.
+    /// Which nodes of a scene bear the names of the database. The toolkit searches for each name that it
+    /// gives back, so that a scene of very many named nodes takes long to let go.
     enum class Names {
         all,    ///< Each that the database has a name for.
         unique, ///< Those whose name no other one has. The complete conversion only.

@@ -407,8 +407,8 @@ TEST_F(Flt2ivMany, showsItsProgressOnATerminalAlone)
     std::string const plain = run("--progress").errors;
     EXPECT_EQ(plain.find_first_of("\r\x1b"), std::string::npos) << plain;
 
-    std::string const one = onTerminal(VELLOREADER_PROGRAMS "flt2iv --progress -o " +
-                                       (folder / "a.iv") + " " + (folder / "models/m000.flt"));
+    std::string const one = onTerminal(VELLOREADER_PROGRAMS "flt2iv --progress -o " + (folder / "a.iv") +
+                                       " " + (folder / "models/m000.flt"));
     EXPECT_TRUE(holds(one, " %\x1b[K")) << one;
     ASSERT_GE(one.size(), 4U);
     EXPECT_EQ(one.substr(one.size() - 4), "\r\x1b[K") << "nothing stays";
