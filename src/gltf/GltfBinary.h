@@ -18,8 +18,8 @@ public:
     enum class Content { anything, corners, triangles, indices };
 
     /// Adds an empty view. @return its number
-    /// @param stride from one corner to the next, where the view holds corners; a multiple of 4. Indices have 2
-    ///               bytes each
+    /// @param stride from one corner to the next, where the view holds corners; a multiple of 4. Indices have
+    ///               2 bytes each
     int add(Content content, std::size_t stride = 0);
 
     /// Compresses the views of corners and indices by EXT_meshopt_compression. Nothing can be added to them

@@ -12,7 +12,8 @@
 #include <string>
 #include <vector>
 
-/// Makes the entries of a tileset for databases, with their levels of detail and the models that stand in them.
+/// Makes the entries of a tileset for databases, with their levels of detail and the models that stand in
+/// them.
 class FltTileEntries
 {
 public:
@@ -24,7 +25,8 @@ public:
     /// The entry of a tile in the coordinates of the earth; nothing if there is nothing to be seen in it.
     std::optional<FltTileEntry> of(FltTile const& tile);
 
-    /// Lowers errors in an entry to what is around it, since a viewer looks at it only where that is too coarse.
+    /// Lowers errors in an entry to what is around it, since a viewer looks at it only where that is too
+    /// coarse.
     static void limitErrors(Json& entry, double most);
 
     /// The members of an entry that each has.

@@ -23,8 +23,8 @@ public:
     /// @param visual  in metres, on the globe if the options say where
     /// @param path    ends in ".glb"; coarser forms are "NAME.1.glb" and so on
     /// @param options those of the files
-    /// @param splits  whether each distance at which levels at the top change has a file: the first one has the
-    ///                finest alone then. Of many distances eight have one.
+    /// @param splits  whether each distance at which levels at the top change has a file: the first one has
+    ///                the finest alone then. Of many distances eight have one.
     /// @throw FltGltfError if a file can't be written
     static Written write(FltVisual const& visual, std::string const& path, FltGltfOptions const& options,
                          bool splits);

@@ -23,8 +23,8 @@ struct FltTilesetReport {
 
 /// Writes 3D Tiles 1.1: what globes in browsers and engines load piece by piece, by the distance of the eye.
 ///
-/// Tiles hang in a quadtree by latitude and longitude, whose nodes show nothing by themselves. A file holds ten
-/// thousand entries at most; further ones are in files beside it. None of the .glb is read.
+/// Tiles hang in a quadtree by latitude and longitude, whose nodes show nothing by themselves. A file holds
+/// ten thousand entries at most; further ones are in files beside it. None of the .glb is read.
 class VELLOREADER_API FltTileset
 {
 public:

@@ -13,12 +13,12 @@ class FltLevelsAtDistance
 public:
     using Node = std::shared_ptr<FltVisualNode>;
 
-    /// The distances at which what the levels at the top of a visual show changes, ascending, each once. Levels
-    /// below others don't count.
+    /// The distances at which what the levels at the top of a visual show changes, ascending, each once.
+    /// Levels below others don't count.
     static std::vector<double> changesOf(FltVisualNode const& root);
 
-    /// What is seen from a distance: of each group of levels what it shows there. At 0 that is the finest that
-    /// there is.
+    /// What is seen from a distance: of each group of levels what it shows there. At 0 that is the finest
+    /// that there is.
     /// @return the visual's own nodes, but for those that lead to levels; null for null
     Node at(Node const& root, double distance);
 

@@ -13,7 +13,8 @@
 #include <vector>
 
 /// A tileset with all files that belong to it, as a viewer goes through it. What is wrong with it fails the
-/// test: members of another kind, boxes that stick out of those around them, errors that grow on the way down.
+/// test: members of another kind, boxes that stick out of those around them, errors that grow on the way
+/// down.
 class CheckedTileset
 {
 public:

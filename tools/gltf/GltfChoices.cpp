@@ -16,9 +16,10 @@ void GltfChoices::add(Program& program)
     program.flag("--quantize", quantizes,
                  "Round the numbers of corners to few bits, by KHR_mesh_quantization. Readers without that "
                  "extension refuse the file, since it requires it.");
-    program.flag("--meshopt", compresses,
-                 "Compress meshes, by EXT_meshopt_compression; best together with --quantize. Readers without "
-                 "that extension refuse the file, since it requires it.");
+    program.flag(
+        "--meshopt", compresses,
+        "Compress meshes, by EXT_meshopt_compression; best together with --quantize. Readers without "
+        "that extension refuse the file, since it requires it.");
     program.choice("--extras", extras, {"all", "none"}, "HOW",
                    "Whether nodes tell more of themselves in \"extras\": comments, joints and their limits, "
                    "places in the database.");
