@@ -40,6 +40,14 @@ TEST_F(RecordPanelTest, ShowsAllFieldsOfARecordAndOfTheNode)
     EXPECT_EQ("AUTO", value("pickCulling"));
 }
 
+TEST_F(RecordPanelTest, SaysWhatNumbersCountIn)
+{
+    panel.show(loaded.records.fieldsOf(place("door")), nullptr, {}, "metres");
+    EXPECT_TRUE(value("maxYaw").endsWith("°"));
+    EXPECT_TRUE(value("XOriginOfDOFLocalCoordinateSystem").endsWith(" metres"));
+    EXPECT_EQ("0.0", value("XMaxScale"));
+}
+
 TEST_F(RecordPanelTest, LeavesWhatHoldsTheTextOfTheFilter)
 {
     panel.show(loaded.records.fieldsOf(place("door")), nullptr);
@@ -74,15 +82,15 @@ TEST_F(RecordPanelTest, CutsLongLists)
     points->ref();
     points->point.setNum(100000);
     panel.show({}, points);
-    EXPECT_TRUE(value("point").startsWith("100000 values: "));
+    EXPECT_TRUE(value("point").startsWith("100,000 values: "));
     EXPECT_LT(value("point").size(), 1000);
     points->unref();
 
     nlohmann::ordered_json const list = std::vector<int>(5000, 7);
     panel.show({{{"class", "X"}, {"opcode", 1}, {"length", 4}, {"offset", 0}, {"fields", {{"list", list}}}}},
                nullptr);
-    EXPECT_EQ("5000 entries", value("list"));
-    EXPECT_EQ("4000 more", value("…"));
+    EXPECT_EQ("5,000 entries", value("list"));
+    EXPECT_EQ("4,000 more", value("…"));
 }
 
 } // namespace

@@ -96,7 +96,7 @@ TEST_F(SwitchControlTest, NamesTheMasks)
     LoadedScene named(FltLoader(), folder.path("named.flt"));
     control.show(named.scene, 0, *static_cast<SoGroup*>(nodeIn(named, "s")), 0);
     EXPECT_EQ("1: night", masks().itemText(1));
-    EXPECT_EQ("(no name)", children().item(0)->text());
+    EXPECT_EQ("child 0", children().item(0)->text());
     control.clear();
 }
 

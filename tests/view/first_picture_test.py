@@ -21,6 +21,7 @@ from viewer_window import PATIENCE
 FLTVIEW, WRITE_DATABASE, FOLDER = (pathlib.Path(path).resolve() for path in sys.argv[1:4])
 BACKGROUND = bytes((194, 209, 224))
 BLACK = bytes(3)
+LOOKS = 8  # that show the same before it counts
 SIZES = (("1000", "700"), ("1180", "760"), ("900", "640"))
 
 
@@ -52,12 +53,18 @@ class FirstPictureTest(unittest.TestCase):
         self.start(self.database("empty"))
         places: list[set[int]] = []
 
+        looks_alike = 0
+
         def is_half_of_the_middle_free() -> bool:
+            """And stays so for a while: the parts of a window get their sizes one after the other."""
+            nonlocal looks_alike
             screen = virtual_display.Screen(FOLDER)
-            places[-1] = {i for i, pixel in enumerate(screen.pixels) if pixel == BACKGROUND}
+            seen = {i for i, pixel in enumerate(screen.pixels) if pixel == BACKGROUND}
+            looks_alike = looks_alike + 1 if seen == places[-1] else 0
+            places[-1] = seen
             width, height = map(int, SIZES[len(places) - 1])
-            is_repeated = len(places) > 1 and places[-1] == places[-2]
-            return len(places[-1]) > width * height / 10 and not is_repeated
+            is_another_size = len(places) == 1 or seen != places[-2]
+            return len(seen) > width * height / 10 and is_another_size and looks_alike >= LOOKS
 
         for size in SIZES:
             places.append(set())

@@ -14,8 +14,11 @@ PATIENCE = float(os.environ.get("PATIENCE", "120"))  # seconds, on a busy machin
 class Window:
     """fltview, running."""
 
-    def __init__(self, program: str, folder: str, *arguments: str) -> None:
+    def __init__(self, program: str, folder: str, *arguments: str, remembers: bool = False) -> None:
+        """@param remembers whether it has the size and the docks of the last time"""
         command = [program, "--print", "--print-widgets", *arguments]
+        if "--size" not in arguments and not remembers:
+            command += ["--size", "1280x800"]
         self.process = subprocess.Popen(command, text=True, stdout=subprocess.PIPE, cwd=folder)
         self.lines: queue.Queue[str] = queue.Queue()
         self.widgets: dict[str, list[int]] = {}

@@ -32,7 +32,8 @@ def running(folder: pathlib.Path) -> Iterator[None]:
         number += os.read(reader, 16)
     os.close(reader)
     os.environ.update(DISPLAY=":" + number.decode().strip(), LIBGL_ALWAYS_SOFTWARE="1",
-                      XDG_CONFIG_HOME=str(folder / "settings"), XDG_RUNTIME_DIR=str(folder))
+                      XDG_CONFIG_HOME=str(folder / "settings"), XDG_DATA_HOME=str(folder / "data"),
+                      XDG_RUNTIME_DIR=str(folder))
     os.environ.pop("QT_QPA_PLATFORM", None)
     try:
         yield

@@ -128,7 +128,7 @@ class WindowTest(unittest.TestCase):
         focus("The image of")
         self.window.type(str(folder / "poster.png"))
         self.window.keys("Return")
-        self.assertIn("1 textures, 0 missing", self.window.next_line("statistics"))
+        self.assertIn("1 texture, 0 missing", self.window.next_line("statistics"))
         screenshot("found")
         focus(" - fltview")
 

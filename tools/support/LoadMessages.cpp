@@ -1,9 +1,9 @@
 #include "support/LoadMessages.h"
 
+#include "support/MessageGroups.h"
+
 #include <algorithm>
-#include <map>
 #include <string>
-#include <tuple>
 
 namespace
 {
@@ -28,43 +28,13 @@ std::string listOf(std::vector<std::string> const& words)
     return list;
 }
 
-bool isDigit(char character)
-{
-    return character >= '0' && character <= '9';
-}
-
-/// A text without the numbers that stand by themselves, which differ from case to case. Those in names stay.
-std::string withoutNumbers(std::string const& text)
-{
-    std::string rest;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        std::size_t end = i + (text[i] == '-' ? 1 : 0);
-        while (end < text.size() && isDigit(text[end]))
-            ++end;
-        bool const isNumber = end > i && isDigit(text[end - 1]) && (i == 0 || text[i - 1] == ' ') &&
-                              (end == text.size() || text[end] == ' ' || text[end] == ',');
-        if (isNumber)
-            i = end - 1;
-        else
-            rest += text[i];
-    }
-    return rest;
-}
-
-/// The messages of one cause in a file as one: the first of them, with how many they are.
+/// The messages of one cause in a file as one.
 std::vector<FltMessage> grouped(std::vector<FltMessage> const& messages)
 {
-    std::vector<FltMessage> groups;
-    std::map<std::tuple<FltMessage::Level, std::string, std::string>, std::size_t> positions;
-    for (FltMessage const& message : messages) {
-        auto const [known, isNew] =
-            positions.try_emplace({message.level, message.file, withoutNumbers(message.text)}, groups.size());
-        if (isNew)
-            groups.push_back(message);
-        else
-            groups[known->second].count += message.count;
-    }
-    return groups;
+    std::vector<FltMessage> summaries;
+    for (MessageGroups::Group const& group : MessageGroups::of(messages))
+        summaries.push_back(MessageGroups::summaryOf(group));
+    return summaries;
 }
 
 } // namespace

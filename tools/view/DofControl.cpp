@@ -89,10 +89,12 @@ void DofControl::addRow(QGridLayout& layout, std::size_t which)
     auto* const label = new QLabel(names[which]);
     row.slider = new QSlider(Qt::Horizontal);
     row.slider->setRange(0, sliderSteps);
+    row.slider->setAccessibleName(names[which]);
     row.slider->setObjectName(QString("slider %1").arg(names[which]));
     row.number = new QDoubleSpinBox;
     row.number->setRange(-farthestNumber, farthestNumber);
     row.number->setDecimals(3);
+    row.number->setAccessibleName(names[which]);
     row.number->setObjectName(QString("number %1").arg(names[which]));
     int const line = static_cast<int>(which);
     layout.addWidget(label, line, 0);

@@ -1,5 +1,7 @@
 #include "view/LoadedScene.h"
 
+#include "support/Numbers.h"
+
 #include <Inventor/nodes/SoSeparator.h>
 #include <cstdio>
 
@@ -23,19 +25,20 @@ LoadedScene::LoadedScene(FltLoader const& loader, std::string const& path)
 
 std::string LoadedScene::describe() const
 {
-    char text[400];
+    using Numbers::counted;
     FltDatabaseInfo const& info = scene.info();
-    std::string header;
+    std::string const separator = "  |  ";
+    std::string text;
     if (info.revision != 0)
-        header = "revision " + std::to_string(info.revision) + ", in " + FltDatabaseInfo::nameOf(info.unit) +
-                 "  |  ";
-    std::snprintf(text, sizeof text,
-                  "%llu faces, %llu triangles in %llu shapes  |  %llu records  |  "
-                  "%zu textures, %d missing  |  %zu messages  |  loaded in %.2f s",
-                  static_cast<unsigned long long>(statistics.faces),
-                  static_cast<unsigned long long>(statistics.triangles),
-                  static_cast<unsigned long long>(statistics.shapes),
-                  static_cast<unsigned long long>(info.records), textures.textures().size(),
-                  textures.missingCount(), scene.messages().size(), seconds);
-    return header + text;
+        text = "revision " + std::to_string(info.revision) + ", in " + FltDatabaseInfo::nameOf(info.unit) +
+               separator;
+    char time[40];
+    std::snprintf(time, sizeof time, "loaded in %.2f s", seconds);
+    return text + counted(statistics.faces, "face", "faces") + ", " +
+           counted(statistics.triangles, "triangle", "triangles") + " in " +
+           counted(statistics.shapes, "shape", "shapes") + separator +
+           counted(info.records, "record", "records") + separator +
+           counted(textures.textures().size(), "texture", "textures") + ", " +
+           std::to_string(textures.missingCount()) + " missing" + separator +
+           counted(scene.messages().size(), "message", "messages") + separator + time;
 }

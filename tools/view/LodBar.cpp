@@ -28,6 +28,7 @@ LodBar::LodBar(QWidget* parent)
     slider->setRange(0, sliderSteps);
     slider->setMaximumWidth(200);
     slider->setObjectName("lodDistance");
+    slider->setAccessibleName(tr("Distance that levels of detail are seen from"));
     byHand->setObjectName("lodByHand");
     byHand->setToolTip(tr("Draw what is seen from a chosen distance, wherever the eye is"));
     label->setMinimumWidth(80);

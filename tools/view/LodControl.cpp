@@ -32,6 +32,7 @@ LodControl::LodControl(QWidget* parent) : QWidget(parent), choice(new QComboBox)
     layout->addRow(tr("Draw"), choice);
     layout->addRow(tr("Changes at"), ranges);
     choice->setObjectName("level");
+    choice->setAccessibleName(tr("Level of detail that is drawn"));
     connect(choice, qOverload<int>(&QComboBox::currentIndexChanged), this, &LodControl::take);
 }
 

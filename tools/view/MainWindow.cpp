@@ -5,6 +5,7 @@
 #include "view/ControlPanel.h"
 #include "view/FileWatch.h"
 #include "view/HelpSheet.h"
+#include "view/ListColumns.h"
 #include "view/LoadProgress.h"
 #include "view/LoadedScene.h"
 #include "view/LoaderWords.h"
@@ -29,6 +30,7 @@
 #include "view/ViewFooter.h"
 #include "view/ViewKeys.h"
 #include "view/ViewMenu.h"
+#include "view/WindowMemory.h"
 
 #include <Inventor/nodes/SoSeparator.h>
 #include <QApplication>
@@ -37,7 +39,6 @@
 #include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -45,6 +46,7 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QProcess>
+#include <QSettings>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
@@ -59,6 +61,8 @@ namespace
 
 /// Of one record, in the panel.
 constexpr std::size_t mostFaces = 100;
+
+constexpr char darkKey[] = "darkStyle"; ///< In settings.
 
 QString const fileFilter = QObject::tr("OpenFlight databases (*.flt *.FLT);;All files (*)");
 
@@ -146,6 +150,8 @@ void MainWindow::connectView()
     connect(view, &SceneView::pointed, this, &MainWindow::takePlace);
     connect(viewMenu, &ViewMenu::showOnlyWanted, this, [this] { model->showOnly(tree->currentIndex()); });
     connect(viewMenu, &ViewMenu::showAllWanted, this, [this] { model->showAll(); });
+    connect(viewMenu->dark(), &QAction::toggled, this, &MainWindow::setDark);
+    viewMenu->dark()->setChecked(QSettings().value(darkKey).toBool());
     connect(viewMenu, &ViewMenu::measuringChanged, this, [this](bool isOn) {
         isMeasuring = isOn;
         measure->clear();
@@ -202,8 +208,10 @@ void MainWindow::makeDocks()
     tree->setObjectName("tree");
     tree->setUniformRowHeights(true);
     tree->setExpandsOnDoubleClick(false);
-    tree->header()->setStretchLastSection(true);
-    tree->setColumnWidth(0, 190);
+    tree->setTextElideMode(Qt::ElideMiddle); // names begin alike, and differ at their ends
+    tree->setAccessibleName(tr("The scene"));
+    ListColumns::fit(*tree, SceneTreeModel::nameColumn);
+    search->setAccessibleName(tr("Search by name"));
     search->setPlaceholderText(tr("Search by name (Ctrl+F), Enter for the next"));
     search->setClearButtonEnabled(true);
     search->setObjectName("search");
@@ -389,7 +397,7 @@ void MainWindow::take(std::unique_ptr<LoadedScene> loaded, bool isSameAgain)
     TreeOpening::open(*tree);
     if (isSameAgain && !selected.isEmpty())
         tree->setCurrentIndex(model->indexOfAddress(selected));
-    if (!isSameAgain)
+    if (!isSameAgain && isListingRecent)
         recent->add(path);
     statusBar()->clearMessage();
     (scene->textures.missingCount() == 0 && !scene->scene.messages().empty() ? messageDock : textureDock)
@@ -587,7 +595,9 @@ void MainWindow::showRecords(QModelIndex const& index)
             for (auto& face : scene->records.facesOf(*place, mostFaces))
                 shown.push_back(std::move(face));
     }
-    records->show(shown, model->node(index), notes.join('\n'));
+    bool const isOfDatabase = place && place->file == scene->path();
+    QString const unit = isOfDatabase ? FltDatabaseInfo::nameOf(scene->scene.info().unit) : tr("units");
+    records->show(shown, model->node(index), notes.join('\n'), unit);
 }
 
 void MainWindow::takeChange()
@@ -645,6 +655,25 @@ void MainWindow::resizeEvent(QResizeEvent* event)
 {
     QMainWindow::resizeEvent(event);
     printer.printWidgetsSoon();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (isRemembering)
+        WindowMemory::save(*this);
+    QMainWindow::closeEvent(event);
+}
+
+void MainWindow::rememberPlaces()
+{
+    isRemembering = true;
+    WindowMemory::restore(*this);
+}
+
+void MainWindow::setDark(bool isDark)
+{
+    style.setDark(isDark);
+    QSettings().setValue(darkKey, isDark);
 }
 
 void MainWindow::about()

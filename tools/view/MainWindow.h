@@ -1,6 +1,7 @@
 #pragma once
 
 #include "view/EventPrinter.h"
+#include "view/WindowStyle.h"
 
 #include "loader/FltLoader.h"
 
@@ -66,6 +67,12 @@ public:
     /// Prints the places of the widgets on the screen too, for tests that click.
     void setPrintingWidgets(bool isOn) { printer.setWithWidgets(isOn); }
 
+    /// Has size and docks of the last time, and keeps those that it is going to have.
+    void rememberPlaces();
+
+    /// Whether what is opened goes into the lists of recent files. It does at first.
+    void setListingRecent(bool isOn) { isListingRecent = isOn; }
+
     /// Has flip-books play, or stand still.
     void setPlaying(bool isOn);
 
@@ -79,6 +86,7 @@ protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void makeDocks();
@@ -109,6 +117,7 @@ private:
     void takeChange();
     void takePlace(SbVec3f const& place);
     void connectView();
+    void setDark(bool isDark);
     void check();
     void setTime(FltLoader::TimeOfDay time);
     void about();
@@ -119,6 +128,9 @@ private:
     QString path; ///< Of the database that was asked for last.
     QString lastProblem;
     bool isWatching = false;
+    bool isRemembering = false;
+    bool isListingRecent = true;
+    WindowStyle style;
 
     SceneView* view;
     ViewFooter* footer;

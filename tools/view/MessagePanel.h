@@ -1,11 +1,11 @@
 #pragma once
 
-#include "loader/FltMessage.h"
+#include "support/MessageGroups.h"
 
 #include <QTreeWidget>
 #include <vector>
 
-/// What the loader had to say, the worst first.
+/// What the loader had to say, the worst first. Messages of one cause are one line, and each stands below it.
 class MessagePanel : public QTreeWidget
 {
     Q_OBJECT

@@ -1,5 +1,7 @@
 #include "view/RecentFiles.h"
 
+#include "view/DesktopRecent.h"
+
 #include <QFileInfo>
 #include <QSettings>
 
@@ -26,6 +28,7 @@ void RecentFiles::add(QString const& path)
     files.prepend(whole);
     settings.setValue(key, QStringList(files.mid(0, most)));
     fill();
+    DesktopRecent::add(whole);
 }
 
 void RecentFiles::fill()

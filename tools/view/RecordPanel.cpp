@@ -1,5 +1,7 @@
 #include "view/RecordPanel.h"
 
+#include "support/Numbers.h"
+#include "view/FieldUnit.h"
 #include "view/ShownText.h"
 
 #include <Inventor/SbName.h>
@@ -33,6 +35,11 @@ QString shortened(QString text)
     return text;
 }
 
+QString counted(std::size_t count, char const* one, char const* several)
+{
+    return QString::fromStdString(Numbers::counted(count, one, several));
+}
+
 bool fitsInLine(Json const& list)
 {
     return list.size() <= longestLine && std::none_of(list.begin(), list.end(), [](Json const& element) {
@@ -57,22 +64,33 @@ QString textOf(Json const& value)
 QTreeWidgetItem* addLine(QTreeWidgetItem* parent, QString const& name, QString const& text)
 {
     auto* const item = new QTreeWidgetItem(parent, {name, text});
+    item->setToolTip(0, ShownText::toolTip(name));
     item->setToolTip(1, ShownText::toolTip(text));
     return item;
 }
 
-void addValue(QTreeWidgetItem* parent, QString const& name, Json const& value);
+/// What a number counts in, of a field of fractions or of several.
+QString unitOf(QString const& name, Json const& value, QString const& lengthUnit)
+{
+    bool const isNumber =
+        value.is_number_float() || (value.is_array() && !value.empty() && value.front().is_number_float());
+    return isNumber ? FieldUnit::of(name, lengthUnit) : QString();
+}
 
-void addElements(QTreeWidgetItem* parent, Json const& list)
+void addValue(QTreeWidgetItem* parent, QString const& name, Json const& value, QString const& unit);
+
+void addElements(QTreeWidgetItem* parent, Json const& list, QString const& unit)
 {
     int const count = static_cast<int>(std::min(list.size(), std::size_t{longestList}));
     for (int i = 0; i < count; ++i)
-        addValue(parent, QString::number(i), list[static_cast<std::size_t>(i)]);
+        addValue(parent, QString::number(i), list[static_cast<std::size_t>(i)], unit);
     if (static_cast<std::size_t>(count) < list.size())
-        addLine(parent, "…", QString::number(list.size() - static_cast<std::size_t>(count)) + " more");
+        addLine(parent, "…",
+                QString::fromStdString(Numbers::grouped(list.size() - static_cast<std::size_t>(count))) +
+                    " more");
 }
 
-void addValue(QTreeWidgetItem* parent, QString const& name, Json const& value)
+void addValue(QTreeWidgetItem* parent, QString const& name, Json const& value, QString const& unit)
 {
     if (value.is_object()) {
         auto const word = value.find("word");
@@ -80,11 +98,11 @@ void addValue(QTreeWidgetItem* parent, QString const& name, Json const& value)
             parent, name, word != value.end() ? "0x" + QString::number(word->get<std::uint32_t>(), 16) : "");
         for (auto const& [key, element] : value.items())
             if (key != "word")
-                addValue(item, QString::fromStdString(key), element);
+                addValue(item, QString::fromStdString(key), element, unit);
     } else if (value.is_array() && !fitsInLine(value)) {
-        addElements(addLine(parent, name, QString::number(value.size()) + " entries"), value);
+        addElements(addLine(parent, name, counted(value.size(), "entry", "entries")), value, unit);
     } else {
-        addLine(parent, name, textOf(value));
+        addLine(parent, name, textOf(value) + unitOf(name, value, unit));
     }
 }
 
@@ -101,7 +119,8 @@ QString textOf(SoField& field)
         many->get1(i, text);
         values << QString::fromUtf8(text.getString());
     }
-    return QString::number(many->getNum()) + " values: " + values.join(", ") + ", …";
+    return counted(static_cast<std::size_t>(many->getNum()), "value", "values") + ": " + values.join(", ") +
+           ", …";
 }
 
 /// Hides what doesn't hold a text. @return whether anything of the item is left
@@ -140,11 +159,14 @@ RecordPanel::RecordPanel(QWidget* parent)
     tree->setHeaderLabels({tr("Field"), tr("Value")});
     tree->setAlternatingRowColors(true);
     tree->setColumnWidth(0, 170);
+    tree->setTextElideMode(Qt::ElideMiddle); // names of fields begin alike, and end alike
+    tree->setAccessibleName(tr("Fields"));
     tree->setObjectName("fields");
     connect(search, &QLineEdit::textChanged, this, &RecordPanel::filter);
 }
 
-void RecordPanel::show(std::vector<Json> const& records, SoNode const* node, QString const& note)
+void RecordPanel::show(std::vector<Json> const& records, SoNode const* node, QString const& note,
+                       QString const& unit)
 {
     tree->setUpdatesEnabled(false);
     tree->clear();
@@ -152,7 +174,7 @@ void RecordPanel::show(std::vector<Json> const& records, SoNode const* node, QSt
     noteLine->setText(note);
     noteLine->setVisible(!note.isEmpty());
     for (Json const& record : records)
-        addRecord(record);
+        addRecord(record, unit);
     if (node != nullptr)
         addNode(*node);
     filter(search->text());
@@ -165,7 +187,7 @@ void RecordPanel::setSummary(QString const& text)
     summary->setVisible(!text.isEmpty());
 }
 
-void RecordPanel::addRecord(Json const& record)
+void RecordPanel::addRecord(Json const& record, QString const& unit)
 {
     // A record that is too broken to be read has no class.
     auto const member = [&record](char const* name) {
@@ -179,7 +201,7 @@ void RecordPanel::addRecord(Json const& record)
         addLine(item, tr("error"), textOf(*error));
     if (auto const fields = record.find("fields"); fields != record.end())
         for (auto const& [name, value] : fields->items())
-            addValue(item, QString::fromStdString(name), value);
+            addValue(item, QString::fromStdString(name), value, unit);
     item->setExpanded(true);
 }
 

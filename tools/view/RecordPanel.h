@@ -21,14 +21,15 @@ public:
     /// @param records as SceneRecords::fieldsOf() gives them
     /// @param node    null for none
     /// @param note    what is to be known besides; empty for nothing
+    /// @param unit    of lengths in the records: "feet"; empty if it isn't known
     void show(std::vector<nlohmann::ordered_json> const& records, SoNode const* node,
-              QString const& note = {});
+              QString const& note = {}, QString const& unit = {});
 
     /// Says above the fields what the selected part is made of.
     void setSummary(QString const& text);
 
 private:
-    void addRecord(nlohmann::ordered_json const& record);
+    void addRecord(nlohmann::ordered_json const& record, QString const& unit);
     void addNode(SoNode const& node);
     void filter(QString const& text);
 

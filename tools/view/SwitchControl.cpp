@@ -34,7 +34,7 @@ std::vector<SoSwitch*> childrenOf(SoGroup& node)
 }
 
 /// What a child is called: the node of its record stands two below the switch around it.
-QString nameOf(SoSwitch const& child)
+QString nameOf(SoSwitch const& child, std::size_t number)
 {
     SoNode const* node = child.getNumChildren() > 0 ? child.getChild(0) : &child;
     SoGroup const* const group =
@@ -42,7 +42,7 @@ QString nameOf(SoSwitch const& child)
     if (node->getName().getLength() == 0 && group != nullptr && group->getNumChildren() == 1)
         node = group->getChild(0);
     SbName const name = node->getName();
-    return name.getLength() > 0 ? QString::fromUtf8(name.getString()) : QStringLiteral("(no name)");
+    return name.getLength() > 0 ? QString::fromUtf8(name.getString()) : QString("child %1").arg(number);
 }
 
 } // namespace
@@ -54,6 +54,8 @@ SwitchControl::SwitchControl(QWidget* parent)
     layout->addRow(tr("Mask"), maskChoice);
     layout->addRow(tr("Children"), childList);
     maskChoice->setObjectName("mask");
+    maskChoice->setAccessibleName(tr("Mask of the switch"));
+    childList->setAccessibleName(tr("Children of the switch"));
     maskChoice->setPlaceholderText(tr("none of them"));
     childList->setObjectName("children");
     connect(maskChoice, qOverload<int>(&QComboBox::currentIndexChanged), this, &SwitchControl::takeMask);
@@ -76,8 +78,8 @@ void SwitchControl::show(FltScene& newScene, std::size_t newIndex, SoGroup& node
     }
     maskChoice->setCurrentIndex(shownMask());
     childList->clear();
-    for (SoSwitch const* child : children)
-        (new QListWidgetItem(nameOf(*child), childList))->setCheckState(stateOf(*child));
+    for (std::size_t i = 0; i < children.size(); ++i)
+        (new QListWidgetItem(nameOf(*children[i], i), childList))->setCheckState(stateOf(*children[i]));
 }
 
 void SwitchControl::clear()

@@ -1,7 +1,10 @@
 #include "view/TexturePanel.h"
 
+#include "view/ListColumns.h"
 #include "view/ShownText.h"
+#include "view/WindowStyle.h"
 
+#include <QEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -11,7 +14,7 @@
 namespace
 {
 
-QTreeWidgetItem* makeItem(TextureList::Texture const& texture, std::size_t index)
+QTreeWidgetItem* makeItem(TextureList::Texture const& texture, std::size_t index, QPalette const& palette)
 {
     QString const name = QString::fromStdString(texture.name);
     QString const state = texture.isMissing() ? QStringLiteral("missing")
@@ -21,7 +24,7 @@ QTreeWidgetItem* makeItem(TextureList::Texture const& texture, std::size_t index
     item->setToolTip(0, ShownText::toolTip(name));
     if (texture.isMissing())
         for (int column = 0; column < 3; ++column)
-            item->setForeground(column, QColor(190, 30, 30));
+            item->setForeground(column, WindowStyle::warningColor(palette));
     return item;
 }
 
@@ -41,7 +44,9 @@ TexturePanel::TexturePanel(QWidget* parent)
     layout->addLayout(buttons);
     tree->setHeaderLabels({tr("Texture"), tr("Image"), tr("Nodes")});
     tree->setRootIsDecorated(false);
-    tree->setColumnWidth(0, 420);
+    ListColumns::fit(*tree, 0);
+    tree->setTextElideMode(Qt::ElideLeft); // paths differ at their ends
+    tree->setAccessibleName(tr("Textures"));
     tree->setObjectName("textures");
     find->setObjectName("find");
     find->setToolTip(tr("Choose the file of the selected texture; others are looked for beside it"));
@@ -69,8 +74,15 @@ void TexturePanel::refresh()
     for (bool const isMissing : {true, false})
         for (std::size_t i = 0; i < list.size(); ++i)
             if (list[i].isMissing() == isMissing)
-                tree->addTopLevelItem(makeItem(list[i], i));
+                tree->addTopLevelItem(makeItem(list[i], i, palette()));
     tree->setCurrentItem(tree->topLevelItem(0));
+}
+
+void TexturePanel::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::PaletteChange)
+        refresh(); // its colours are those of the style
+    QWidget::changeEvent(event);
 }
 
 void TexturePanel::askForFile()

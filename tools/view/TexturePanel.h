@@ -26,6 +26,9 @@ signals:
     /// A directory in which a texture was found.
     void found(QString const& directory);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     void refresh();
     void askForFile();

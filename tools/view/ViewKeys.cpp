@@ -58,6 +58,7 @@ constexpr Row rows[] = {
     {"normals", "Ctrl+N", "show the normals"},
     {"lightAll", "Ctrl+L", "light all faces, also those that the database doesn't have lit"},
     {"headlight", "Ctrl+H", "switch the light from the eye on or off"},
+    {"dark", "Ctrl+D", "have the window be dark, or as the desktop is"},
     {"play", "Ctrl+P", "have flip-books play or stand still"},
     {"help", "F1; ?", "show these keys"},
 };

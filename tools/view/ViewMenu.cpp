@@ -49,6 +49,7 @@ void ViewMenu::addLooks()
     connect(headlight, &QAction::toggled, &view, &SceneView::setHeadlight);
     addFieldsOfView();
     addBackgrounds();
+    darkAction = addSwitch(tr("&Dark style"), "dark");
 }
 
 void ViewMenu::addFieldsOfView()

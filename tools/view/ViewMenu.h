@@ -20,6 +20,7 @@ public:
 
     QAction* lightAll() const { return lightAction; }
     QAction* play() const { return playAction; }
+    QAction* dark() const { return darkAction; } ///< Whether the window is dark.
 
 signals:
     void frameSelectionWanted();
@@ -42,4 +43,5 @@ private:
     SceneView& view;
     QAction* lightAction = nullptr;
     QAction* playAction = nullptr;
+    QAction* darkAction = nullptr;
 };

@@ -11,6 +11,7 @@ namespace
 
 constexpr int smallestSide = 100;
 constexpr int largestSide = 8192;
+constexpr char defaultSize[] = "1280x800";
 
 } // namespace
 
@@ -26,7 +27,8 @@ ProgramDescription ViewOptions::description()
          "in the tree selects, a double click brings the selection into the picture. F1 in the window shows "
          "all "
          "keys.",
-         "The files that were opened last are kept in ~/.config/VelloReader/fltview.conf."},
+         "The files that were opened last, size, docks and style of the window are kept in "
+         "~/.config/VelloReader/fltview.conf, and the files also in the desktop's own list."},
         {{"fltview airfield.flt", "look at a database"},
          {"fltview --watch airfield.flt", "load it again whenever it changes, from the same place"},
          {"fltview --texture-path ~/textures tower.flt", "look for its textures there too"},
@@ -44,7 +46,10 @@ ViewOptions::ViewOptions(Program& program) : loaderOptions(program)
     program.value("-o,--screenshot", screenshot, "OUT.png",
                   "Save a picture of the window (.png, .jpg, .ppm), and end.", ".png");
     program.noClobberOption(existing);
-    program.value("--size", sizeText, "WxH", "Width and height of the window in pixels.");
+    program.value(
+        "--size", sizeText, "WxH",
+        std::string("Width and height of the window in pixels. Default: as it was last, at first ") +
+            defaultSize + ".");
     program.flag(
         "--print", prints,
         "Print a line on standard output for whatever gets loaded or selected, with its kind and the "
@@ -57,6 +62,9 @@ ViewOptions::ViewOptions(Program& program) : loaderOptions(program)
 void ViewOptions::check()
 {
     char rest;
+    hasSize = !sizeText.empty();
+    if (!hasSize)
+        sizeText = defaultSize;
     if (std::sscanf(sizeText.c_str(), "%5dx%5d%c", &width, &height, &rest) != 2 ||
         std::min(width, height) < smallestSide || std::max(width, height) > largestSide)
         throw UsageError("--size " + sizeText + ": give width and height in pixels from " +

@@ -30,6 +30,7 @@ public:
     OutputFile::Existing existing = OutputFile::Existing::replace; ///< A screenshot that is there already.
     int width = 0;
     int height = 0;
+    bool hasSize = false; ///< Whether somebody asked for that size.
     bool watches = false;
     bool lightsAll = false;
     bool prints = false;
@@ -38,5 +39,5 @@ public:
 private:
     LoaderOptions loaderOptions;
     std::vector<std::string> inputs;
-    std::string sizeText = "1280x800";
+    std::string sizeText;
 };

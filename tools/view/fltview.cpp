@@ -63,7 +63,11 @@ ExitCode show(Program const& program, MainWindow& window, ViewOptions const& opt
     window.setPrinting(options.prints);
     window.setPrintingWidgets(options.printsWidgets);
     window.setPlaying(options.screenshot.empty()); // a picture shows first frames
-    window.resize(options.width, options.height);
+    window.setListingRecent(options.screenshot.empty());
+    if (options.hasSize || !options.screenshot.empty())
+        window.resize(options.width, options.height);
+    else
+        window.rememberPlaces();
     window.show();
     QApplication::processEvents(); // the picture gets its size, which the camera is fitted to
     bool const isOpen = options.input().empty() || window.open(QString::fromStdString(options.input()));
