@@ -87,10 +87,26 @@ if(TARGET fltview)
   set_target_properties(fltview PROPERTIES INSTALL_RPATH "$ORIGIN/${library_from_programs}")
   install_target(fltview RUNTIME COMPONENT view)
   install(FILES share/applications/fltview.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT view)
+  install(FILES share/metainfo/io.velloreader.fltview.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo
+          COMPONENT view)
   install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velloreader-view COMPONENT view)
   install(FILES CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velloreader-view RENAME changelog COMPONENT view)
 endif()
 
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/velloreader)
+
+# The sample, to try the programs on
+if(TARGET make_sample)
+  set(sample ${PROJECT_BINARY_DIR}/sample)
+  set(sample_files airfield/terminal.flt airfield/asphalt.png airfield/corrugation.rgb airfield/windows.png)
+  list(TRANSFORM sample_files PREPEND ${sample}/)
+  add_custom_command(OUTPUT ${sample}/airfield.flt ${sample_files}
+                     COMMAND ${CMAKE_COMMAND} -E make_directory ${sample}
+                     COMMAND make_sample --force ${sample}/airfield.flt DEPENDS make_sample
+                     COMMENT "Writing the sample" VERBATIM)
+  add_custom_target(sample ALL DEPENDS ${sample}/airfield.flt ${sample_files})
+  install_files_of(sample ${sample}/airfield.flt DESTINATION ${documents}/examples)
+  install_files_of(sample ${sample_files} DESTINATION ${documents}/examples/airfield)
+endif()
 install(FILES packaging/copyright DESTINATION ${documents})
 install(FILES CHANGELOG.md DESTINATION ${documents} RENAME changelog)

@@ -36,7 +36,8 @@ foreach(file
     share/bash-completion/completions/fltinfo share/zsh/vendor-completions/_fltcheck
     share/fish/vendor_completions.d/fltcheck.fish share/mime/packages/velloreader.xml
     share/velloreader/blender/import_openflight.py
-    share/velloreader/schemas/fltinfo.schema.json share/thumbnailers/velloreader.thumbnailer)
+    share/velloreader/schemas/fltinfo.schema.json share/thumbnailers/velloreader.thumbnailer
+    share/doc/velloreader/examples/airfield.flt share/doc/velloreader/examples/airfield/terminal.flt)
   string(FIND "${output}" " ./usr/${file}\n" position)
   if(position EQUAL -1)
     message(FATAL_ERROR "${file} isn't in the package:\n${output}")
@@ -54,7 +55,8 @@ if(package)
     message(FATAL_ERROR "the viewer's package doesn't depend on what it needs: ${output}")
   endif()
   run(dpkg-deb --contents ${package})
-  foreach(file bin/fltview share/man/man1/fltview.1.gz share/applications/fltview.desktop)
+  foreach(file bin/fltview share/man/man1/fltview.1.gz share/applications/fltview.desktop
+      share/metainfo/io.velloreader.fltview.metainfo.xml)
     string(FIND "${output}" " ./usr/${file}\n" position)
     if(position EQUAL -1)
       message(FATAL_ERROR "${file} isn't in the viewer's package:\n${output}")
