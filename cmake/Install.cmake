@@ -77,6 +77,8 @@ install(FILES docs/schemas/fltinfo.schema.json docs/schemas/fltcheck.schema.json
 
 # The add-on for Blender
 install(FILES share/velloreader/blender/import_openflight.py DESTINATION ${CMAKE_INSTALL_DATADIR}/velloreader/blender)
+install(PROGRAMS share/velloreader/slurm/convert.sbatch share/velloreader/slurm/merge.sbatch
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/velloreader/slurm)
 
 # What desktops know of the format
 install(FILES share/mime/packages/velloreader.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)

@@ -36,6 +36,7 @@ foreach(file
     share/bash-completion/completions/fltinfo share/zsh/vendor-completions/_fltcheck
     share/fish/vendor_completions.d/fltcheck.fish share/mime/packages/velloreader.xml
     share/velloreader/blender/import_openflight.py
+    share/velloreader/slurm/convert.sbatch share/velloreader/slurm/merge.sbatch
     share/velloreader/schemas/fltinfo.schema.json share/thumbnailers/velloreader.thumbnailer
     share/doc/velloreader/examples/airfield.flt share/doc/velloreader/examples/airfield/terminal.flt)
   string(FIND "${output}" " ./usr/${file}\n" position)
