@@ -62,8 +62,10 @@ std::vector<Json> landOf(std::string const& tile)
 std::vector<Json> edgeOf(std::vector<Json> const& land, int first, int step)
 {
     std::vector<Json> edge;
-    for (int i = 0; i < pointsOfASide; ++i)
-        edge.push_back(land.at(static_cast<std::size_t>(first + i * step)));
+    for (int i = 0; i < pointsOfASide; ++i) {
+        int const point = first + i * step;
+        edge.push_back(land.at(static_cast<std::size_t>(point)));
+    }
     return edge;
 }
 
