@@ -96,7 +96,7 @@ void FltCheckFaces::add(FltFaceInput const& input)
 {
     points.clear();
     for (std::uint32_t const vertex : input.vertices) {
-        points.emplace_back(checked.model.vertices[vertex].position);
+        points.emplace_back(checked.model.vertices.placeOf(vertex).data());
         nodeBoxes.add(checked.nodeOf(input.number), points.back());
     }
     if (points.empty() || FltFaceCollector::kindOf(input) != FltMesh::Kind::faces)

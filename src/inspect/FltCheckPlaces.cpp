@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <optional>
 #include <string>
 
 namespace Number = FltFindingNumber;
@@ -77,8 +78,8 @@ void FltCheckPlaces::checkTransformation(std::uint32_t node)
         isMirror = isMirror != (SbDPMatrix(matrix).det3() < 0);
     if (isMirror)
         findings.add(Number::mirroringMatrix, here.offset, here.opcode, node, FltOpcodeName::of(here.opcode));
-    FltRecordView const* const replicate = tree.ancillary(number, FltOpcode::replicate);
-    if (replicate == nullptr || !transformation.getMatrices().empty())
+    std::optional<FltRecordView> const replicate = tree.ancillary(number, FltOpcode::replicate);
+    if (!replicate || !transformation.getMatrices().empty())
         return;
     if (int const copies = FltDecoded<FltRecordReplicate>(*replicate).numberOfReplications; copies > 0)
         findings.add(Number::replicationInPlace, here.offset, here.opcode, node,
@@ -91,18 +92,16 @@ void FltCheckPlaces::checkBox(std::uint32_t node)
 {
     FltModelTree const& tree = checked.model.tree;
     FltModelTree::Number const number = checked.numberOf(node);
-    FltRecordView const* const box = tree.ancillary(number, FltOpcode::boundingBox);
-    FltRecordView const* const old = tree.ancillary(number, FltOpcode::oldBoundingBox);
-    if ((box == nullptr && old == nullptr) || !checked.isWhole() || !boxes.isPlain(node) ||
-        boxes.boxOf(node).isEmpty())
+    std::optional<FltRecordView> const box = tree.ancillary(number, FltOpcode::boundingBox);
+    std::optional<FltRecordView> const old = tree.ancillary(number, FltOpcode::oldBoundingBox);
+    if ((!box && !old) || !checked.isWhole() || !boxes.isPlain(node) || boxes.boxOf(node).isEmpty())
         return;
-    SbBox3d const stored =
-        box != nullptr ? boxIn<FltRecordBoundingBox>(*box) : boxIn<FltRecordOldBoundingBox>(*old);
-    double const least = box != nullptr ? 0 : 1; // the old form has whole numbers
+    SbBox3d const stored = box ? boxIn<FltRecordBoundingBox>(*box) : boxIn<FltRecordOldBoundingBox>(*old);
+    double const least = box ? 0 : 1; // the old form has whole numbers
     if (areEqual(stored, boxes.boxOf(node), least) || areEqual(stored, boxes.placedBoxOf(node), least))
         return;
     SbBox3d const& found = boxes.boxOf(node);
-    FltRecordView const& record = box != nullptr ? *box : *old;
+    FltRecordView const& record = box ? *box : *old;
     findings.add(Number::wrongBox, record.offset, static_cast<int>(record.opcode), node,
                  "it is from " + placeOf(stored.getMin()) + " to " + placeOf(stored.getMax()) +
                      ", the faces from " + placeOf(found.getMin()) + " to " + placeOf(found.getMax()));

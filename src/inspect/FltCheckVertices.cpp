@@ -63,7 +63,7 @@ void FltCheckVertices::takeOffset(std::int64_t offset, FltModelTree::Number list
     isUsed[vertex] = true;
     FltModelTree::Number const owner = checked.parentOf(list);
     bool const isOfFace = owner != FltModelTree::root && checked.recordOf(owner).opcode == FltOpcode::face;
-    if (!isOfFace && !checked.model.vertices[vertex].hasUsablePlace())
+    if (!isOfFace && !checked.model.vertices.hasUsablePlace(vertex))
         findings.add(Number::unusablePlace, checked.recordOf(list).offset,
                      static_cast<int>(checked.recordOf(list).opcode), checked.nodeOf(list),
                      "a vertex of this list");

@@ -37,7 +37,7 @@ public:
     /// read it.
     Number numberOf(std::uint32_t node) const { return numbers[node]; }
 
-    FltRecordView const& recordOf(Number number) const { return model.tree.recordOf(number); }
+    FltRecordView recordOf(Number number) const { return model.tree.recordOf(number); }
 
     /// Whether all of the hierarchy is known: no damage has parted it, and nothing stands in extensions or
     /// too deep.

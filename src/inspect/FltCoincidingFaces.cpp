@@ -1,6 +1,5 @@
 #include "inspect/FltCoincidingFaces.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace
@@ -30,7 +29,8 @@ std::optional<std::uint64_t> FltCoincidingFaces::add(Layer const& layer, std::ui
 {
     std::size_t const begin = kept.size();
     kept.insert(kept.end(), corners.begin(), corners.end());
-    Side side{layer, offset, begin, corners.size(), findLeast(begin, corners.size()), false};
+    auto const count = static_cast<std::uint32_t>(corners.size());
+    Side side{layer, count, offset, begin, findLeast(begin, count), false};
     std::optional<std::uint64_t> const atFront = addSide(side);
     if (!isTwoSided)
         return atFront;
@@ -39,15 +39,12 @@ std::optional<std::uint64_t> FltCoincidingFaces::add(Layer const& layer, std::ui
     return atFront ? atFront : atBack;
 }
 
-std::size_t FltCoincidingFaces::findLeast(std::size_t begin, std::size_t count) const
+std::uint32_t FltCoincidingFaces::findLeast(std::size_t begin, std::uint32_t count) const
 {
-    std::size_t least = 0;
-    for (std::size_t i = 1; i < count; ++i) {
-        double const* const position = positionAt(begin + i);
-        double const* const before = positionAt(begin + least);
-        if (std::lexicographical_compare(position, position + 3, before, before + 3))
+    std::uint32_t least = 0;
+    for (std::uint32_t i = 1; i < count; ++i)
+        if (positionAt(begin + i) < positionAt(begin + least))
             least = i;
-    }
     return least;
 }
 
@@ -65,8 +62,8 @@ std::uint64_t FltCoincidingFaces::hashOf(Side const& side) const
     std::uint64_t hash = mixed(side.layer.scope, static_cast<std::uint32_t>(side.layer.level));
     hash = mixed(hash, static_cast<std::uint32_t>(side.layer.priority));
     for (std::size_t i = 0; i < side.count; ++i)
-        for (int axis = 0; axis < 3; ++axis)
-            hash = mixed(hash, bitsOf(positionAt(side.place(i))[axis]));
+        for (double const coordinate : positionAt(side.place(i)))
+            hash = mixed(hash, bitsOf(coordinate));
     return hash;
 }
 
@@ -76,7 +73,7 @@ bool FltCoincidingFaces::isSame(Side const& left, Side const& right) const
         left.layer.priority != right.layer.priority || left.count != right.count)
         return false;
     for (std::size_t i = 0; i < left.count; ++i)
-        if (!std::equal(positionAt(left.place(i)), positionAt(left.place(i)) + 3, positionAt(right.place(i))))
+        if (positionAt(left.place(i)) != positionAt(right.place(i)))
             return false;
     return true;
 }

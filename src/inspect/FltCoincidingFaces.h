@@ -2,6 +2,7 @@
 
 #include "model/FltVertexStore.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -34,10 +35,10 @@ private:
     /// A side of a face, from its least corner on.
     struct Side {
         Layer layer;
+        std::uint32_t count;
         std::uint64_t offset;
-        std::size_t begin; ///< In kept.
-        std::size_t count;
-        std::size_t least; ///< From begin on.
+        std::size_t begin;   ///< In kept.
+        std::uint32_t least; ///< From begin on.
         bool isBack;
 
         std::size_t place(std::size_t i) const
@@ -46,8 +47,8 @@ private:
         }
     };
 
-    double const* positionAt(std::size_t place) const { return vertices[kept[place]].position; }
-    std::size_t findLeast(std::size_t begin, std::size_t count) const;
+    std::array<double, 3> positionAt(std::size_t place) const { return vertices.placeOf(kept[place]); }
+    std::uint32_t findLeast(std::size_t begin, std::uint32_t count) const;
     std::optional<std::uint64_t> addSide(Side const& side);
     std::uint64_t hashOf(Side const& side) const;
     bool isSame(Side const& left, Side const& right) const;

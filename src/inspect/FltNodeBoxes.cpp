@@ -59,8 +59,7 @@ bool FltNodeBoxes::isPlainItself(std::uint32_t node) const
     case FltOpcode::lod:
     case FltOpcode::oldLOD:
     case FltOpcode::switchNode:
-        return number != FltModelTree::none &&
-               checked.model.tree.ancillary(number, FltOpcode::replicate) == nullptr;
+        return number != FltModelTree::none && !checked.model.tree.ancillary(number, FltOpcode::replicate);
     default:
         return false;
     }

@@ -61,7 +61,7 @@ void FltModelReader::read(FltModel& model, FltLeftOut& leftOut, Progress const& 
         ++model.records;
         switch (FltOpcodeTable::partOf(static_cast<int>(record.opcode))) {
         case Part::vertex:
-            model.vertices.addPaletteVertex(record, *model.palettes.colors, model.revision);
+            model.vertices.addPaletteVertex(record, model.palettes.colors, model.revision);
             break;
         case Part::palette:
             if (record.opcode == FltOpcode::vertexPalette)

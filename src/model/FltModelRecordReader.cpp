@@ -25,6 +25,7 @@ bool FltModelRecordReader::next(FltRecordView& record)
         record.size = framing.getLength();
         record.opcode = static_cast<std::uint32_t>(framing.getOpcode());
         record.offset = base + framing.getOffset();
+        record.isApart = false;
         position = record.offset + record.size;
         if (record.size < headSize) {
             FltWarningMessageConsole::setPosition(record.offset, framing.getOpcode());
@@ -106,6 +107,7 @@ void FltModelRecordReader::join(FltRecordView& record)
         position = base + framing.getOffset() + framing.getLength();
     }
     record.data = bytes.get();
+    record.isApart = true;
     record.size = static_cast<std::uint32_t>(whole);
     joined.push_back(std::move(bytes));
 }

@@ -3,8 +3,6 @@
 #include "messages/FltWarningMessageConsole.h"
 #include "records/FltOpcodeTable.h"
 
-#include <algorithm>
-
 using Part = FltOpcodeRow::Part;
 
 FltModelTree::Place FltModelTree::add(FltRecordView const& record)
@@ -14,7 +12,7 @@ FltModelTree::Place FltModelTree::add(FltRecordView const& record)
         addNode(record);
         break;
     case FltLevelStep::ancillary:
-        records.push_back(record);
+        records.add(record);
         break;
     case FltLevelStep::openedTooDeep:
         leaveOutFrom(record);
@@ -42,8 +40,7 @@ void FltModelTree::addNode(FltRecordView const& record)
 {
     Node node;
     node.record = static_cast<std::uint32_t>(records.size());
-    node.isSubface = levels.isSubface();
-    records.push_back(record);
+    records.add(record);
     auto const number = static_cast<Number>(nodes.size());
     levels.setLast(number);
     Node& parent = nodes[static_cast<std::size_t>(levels.getParent())];
@@ -64,26 +61,29 @@ void FltModelTree::leaveOutFrom(FltRecordView const& record)
     FltWarningMessageConsole::notifyDamage("Levels that are nested too deeply are left out");
 }
 
-FltRecordView const* FltModelTree::ancillaryBegin(Number number) const
+std::size_t FltModelTree::ancillaryBegin(Number number) const
 {
-    return records.data() + (number == root ? 0 : nodes[static_cast<std::size_t>(number)].record + 1);
+    return number == root ? 0 : std::size_t(nodes[static_cast<std::size_t>(number)].record) + 1;
 }
 
-FltRecordView const* FltModelTree::ancillaryEnd(Number number) const
+bool FltModelTree::isAncillaryAt(std::size_t record) const
 {
-    FltRecordView const* const end = records.data() + records.size();
-    FltRecordView const* record = ancillaryBegin(number);
-    while (record != end && FltOpcodeTable::partOf(static_cast<int>(record->opcode)) == Part::ancillary)
-        ++record;
-    return record;
+    return record < records.size() && FltOpcodeTable::partOf(records.opcodeOf(record)) == Part::ancillary;
 }
 
-FltRecordView const* FltModelTree::ancillary(Number number, int opcode) const
+FltRecordPlaces::Range FltModelTree::ancillaries(Number number) const
 {
-    FltRecordView const* const end = ancillaryEnd(number);
-    FltRecordView const* const found =
-        std::find_if(ancillaryBegin(number), end, [opcode](FltRecordView const& record) {
-            return static_cast<int>(record.opcode) == opcode;
-        });
-    return found != end ? found : nullptr;
+    std::size_t const begin = ancillaryBegin(number);
+    std::size_t end = begin;
+    while (isAncillaryAt(end))
+        ++end;
+    return {records, begin, end};
+}
+
+std::optional<FltRecordView> FltModelTree::ancillary(Number number, int opcode) const
+{
+    for (std::size_t record = ancillaryBegin(number); isAncillaryAt(record); ++record)
+        if (records.opcodeOf(record) == opcode)
+            return records[record];
+    return std::nullopt;
 }

@@ -2,9 +2,11 @@
 
 #include "messages/FltLimits.h"
 #include "model/FltLevels.h"
-#include "model/FltRecordView.h"
+#include "model/FltRecordPlaces.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 /// The hierarchy of a database: which record stands below which.
@@ -22,7 +24,6 @@ public:
         Number firstChild = none;
         Number lastChild = none;
         Number nextSibling = none;
-        bool isSubface = false;
     };
 
     /// @param levelsAbove the levels that lead to the file, in those that refer to it
@@ -41,9 +42,15 @@ public:
     Place add(FltRecordView const& record);
 
     Node const& operator[](Number number) const { return nodes[static_cast<std::size_t>(number)]; }
-    FltRecordView const& recordOf(Number number) const
+    FltRecordView recordOf(Number number) const
     {
         return records[nodes[static_cast<std::size_t>(number)].record];
+    }
+
+    /// The opcode of a node's record, which the file needn't be asked for.
+    int opcodeOf(Number number) const
+    {
+        return records.opcodeOf(nodes[static_cast<std::size_t>(number)].record);
     }
 
     /// One more than the highest number of a node.
@@ -51,11 +58,10 @@ public:
 
     /// The records that say more about a node.
     /// @{
-    FltRecordView const* ancillaryBegin(Number number) const;
-    FltRecordView const* ancillaryEnd(Number number) const;
+    FltRecordPlaces::Range ancillaries(Number number) const;
 
-    /// The first one of an opcode; null if there is none.
-    FltRecordView const* ancillary(Number number, int opcode) const;
+    /// The first one of an opcode; nothing if there is none.
+    std::optional<FltRecordView> ancillary(Number number, int opcode) const;
     /// @}
 
     /// Has levels left out from a record on, since they are nested too deeply. The first place is reported.
@@ -66,8 +72,10 @@ public:
 
 private:
     void addNode(FltRecordView const& record);
+    std::size_t ancillaryBegin(Number number) const;
+    bool isAncillaryAt(std::size_t record) const;
 
-    std::vector<FltRecordView> records;
+    FltRecordPlaces records;
     std::vector<Node> nodes;
     FltLevels<Number> levels;
     bool whole = true;

@@ -45,7 +45,7 @@ std::string shortNameOf(FltRecordView const& record)
 
 std::string FltNodeWords::nameOf(FltModelTree const& tree, Number number)
 {
-    if (FltRecordView const* const longId = tree.ancillary(number, FltOpcode::longID))
+    if (std::optional<FltRecordView> const longId = tree.ancillary(number, FltOpcode::longID))
         return longIdIn(*longId);
     return shortNameOf(tree.recordOf(number));
 }
@@ -63,17 +63,16 @@ std::string FltNodeWords::longIdIn(FltRecordView const& record)
 std::vector<std::string> FltNodeWords::commentsOf(FltModelTree const& tree, Number number)
 {
     std::vector<std::string> comments;
-    if (tree.recordOf(number).opcode == FltOpcode::text)
+    if (tree.opcodeOf(number) == FltOpcode::text)
         return comments;
-    FltRecordView const* const end = tree.ancillaryEnd(number);
-    for (FltRecordView const* each = tree.ancillaryBegin(number); each != end; ++each)
-        if (each->opcode == FltOpcode::comment)
-            comments.push_back(commentIn(*each));
+    for (FltRecordView const& each : tree.ancillaries(number))
+        if (each.opcode == FltOpcode::comment)
+            comments.push_back(commentIn(each));
     return comments;
 }
 
 std::string FltNodeWords::textOf(FltModelTree const& tree, Number number)
 {
-    FltRecordView const* const comment = tree.ancillary(number, FltOpcode::comment);
-    return comment != nullptr ? commentIn(*comment) : std::string();
+    std::optional<FltRecordView> const comment = tree.ancillary(number, FltOpcode::comment);
+    return comment ? commentIn(*comment) : std::string();
 }

@@ -26,8 +26,10 @@ bool FltPaletteSet::take(FltRecordView const& record, int revision)
 {
     switch (record.opcode) {
     case FltOpcode::colorPalette:
-        if (!isOverridden(colorOverride))
+        if (!isOverridden(colorOverride)) {
+            colors = std::make_shared<FltColors>(); // vertices before it keep their own
             colors->assign(record, revision);
+        }
         return true;
     case FltOpcode::material:
         if (!isOverridden(materialOverride))

@@ -20,6 +20,7 @@ struct FltRecordView {
     std::uint32_t size = 0;
     std::uint32_t opcode = 0;
     std::size_t offset = 0; ///< Of the first byte in its file.
+    bool isApart = false; ///< Its bytes don't stand in the file as they are: continuations are joined to it.
 
     bool holds(std::size_t at, std::size_t count) const { return at <= size && count <= size - at; }
 

@@ -162,16 +162,15 @@ double largestOf(SbVec3d const& sizes)
 FltTransformation::FltTransformation(FltModelTree const& tree, FltModelTree::Number number,
                                      double allowedError)
 {
-    FltRecordView const* const end = tree.ancillaryEnd(number);
-    for (FltRecordView const* record = tree.ancillaryBegin(number); record != end; ++record) {
-        if (record->opcode == FltOpcode::matrix) {
-            SbDPMatrix const matrix(matrixOf(FltDecoded<FltRecordMatrix>(*record)));
+    for (FltRecordView const& record : tree.ancillaries(number)) {
+        if (record.opcode == FltOpcode::matrix) {
+            SbDPMatrix const matrix(matrixOf(FltDecoded<FltRecordMatrix>(record)));
             if (isFinite(matrix))
                 matrices.push_back(matrix);
-        } else if (record->opcode == FltOpcode::replicate) {
-            replications = FltDecoded<FltRecordReplicate>(*record).numberOfReplications;
+        } else if (record.opcode == FltOpcode::replicate) {
+            replications = FltDecoded<FltRecordReplicate>(record).numberOfReplications;
         } else {
-            takeStep(*record);
+            takeStep(record);
         }
     }
     // A matrix is all steps in one, in floats.

@@ -55,6 +55,14 @@ FltVertex oldVertexOf(FltRecordView const& record, [[maybe_unused]] FltColors co
     return vertex;
 }
 
+/// Where all forms of the palette have their coordinates.
+struct Coordinates {
+    FltRecordVertexColor const form{0};
+    std::size_t const x = FltFields::endOf(form, &form.Xcoordinate) - sizeof(double);
+    std::size_t const y = FltFields::endOf(form, &form.Ycoordinate) - sizeof(double);
+    std::size_t const z = FltFields::endOf(form, &form.Zcoordinate) - sizeof(double);
+};
+
 FltVertex paletteVertexOf(FltRecordView const& record, FltColors const& colors, int revision)
 {
     switch (record.opcode) {
@@ -71,10 +79,51 @@ FltVertex paletteVertexOf(FltRecordView const& record, FltColors const& colors, 
 
 } // namespace
 
-void FltVertexStore::addPaletteVertex(FltRecordView const& record, FltColors const& colors, int revision)
+void FltVertexStore::addPaletteVertex(FltRecordView const& record, std::shared_ptr<FltColors> const& colors,
+                                      int revision)
 {
-    if (offsets.add(record.offset, static_cast<std::uint32_t>(vertices.size())))
-        add(paletteVertexOf(record, colors, revision));
+    if (!offsets.add(record.offset, static_cast<std::uint32_t>(size())))
+        return;
+    if (size() == 0) {
+        this->colors = colors;
+        this->revision = revision;
+    }
+    if (vertices.empty() && (this->colors != colors || this->revision != revision))
+        keepDecoded();
+    if (vertices.empty())
+        stored.add(record);
+    else
+        add(paletteVertexOf(record, *colors, revision));
+}
+
+void FltVertexStore::keepFirst(std::size_t count)
+{
+    if (count >= stored.size() && count < size())
+        vertices.resize(count - stored.size());
+}
+
+/// Others would get other colours.
+void FltVertexStore::keepDecoded()
+{
+    for (std::uint32_t number = 0; number < stored.size(); ++number)
+        vertices.push_back(decoded(number));
+    stored = {};
+}
+
+FltVertex FltVertexStore::decoded(std::uint32_t number) const
+{
+    return paletteVertexOf(stored[number], *colors, revision);
+}
+
+std::array<double, 3> FltVertexStore::placeOf(std::uint32_t number) const
+{
+    if (number >= stored.size()) {
+        double const(&position)[3] = vertices[number - stored.size()].position;
+        return {position[0], position[1], position[2]};
+    }
+    static Coordinates const coordinates;
+    FltRecordView const record = stored[number];
+    return {record.doubleAt(coordinates.x), record.doubleAt(coordinates.y), record.doubleAt(coordinates.z)};
 }
 
 std::uint32_t FltVertexStore::addOldVertex(FltRecordView const& record, FltColors const& colors)
@@ -92,5 +141,5 @@ std::uint32_t FltVertexStore::addOldVertex(FltRecordView const& record, FltColor
 std::uint32_t FltVertexStore::add(FltVertex const& vertex)
 {
     vertices.push_back(vertex);
-    return static_cast<std::uint32_t>(vertices.size() - 1);
+    return static_cast<std::uint32_t>(size() - 1);
 }

@@ -154,8 +154,7 @@ void FltFaceCollector::collectPoints(FltFaceInput const& input)
 {
     points.clear();
     for (std::uint32_t const number : input.vertices) {
-        double const* const position = tools.model.vertices[number].position;
-        SbVec3d const point(position[0], position[1], position[2]);
+        SbVec3d const point(tools.model.vertices.placeOf(number).data());
         points.push_back(input.placement != nullptr ? input.placement->place(point) : point);
     }
     normal = FltPolygonCutter::normalOf(points);
@@ -288,9 +287,7 @@ void FltFaceCollector::addBowTie(FltFaceInput const& input, Look const& look, Fl
 {
     FltVertexStore& vertices = tools.model.vertices;
     auto const corner = [&](int after) { return static_cast<std::size_t>((shape.first + after) % 4); };
-    auto const vertex = [&](int after) -> FltVertex const& {
-        return vertices[input.vertices[corner(after)]];
-    };
+    auto const vertex = [&](int after) { return vertices[input.vertices[corner(after)]]; };
     FltVertex const middle =
         FltVertex::between(FltVertex::between(vertex(0), vertex(1), shape.alongFirst),
                            FltVertex::between(vertex(2), vertex(3), shape.alongOther), 0.5);

@@ -15,6 +15,7 @@
 #include <initializer_list>
 #include <iterator>
 #include <numeric>
+#include <optional>
 
 using Number = FltModelTree::Number;
 
@@ -85,7 +86,7 @@ void FltFaceReader::read(Number number, FltFaceReceiver& collector, FltObjectLoo
                          FltPlacement const* placement)
 {
     Context const context{collector, object, placement};
-    switch (tools.model.tree.recordOf(number).opcode) {
+    switch (tools.model.tree.opcodeOf(number)) {
     case FltOpcode::face:
         readFace(number, context, 0);
         break;
@@ -96,6 +97,14 @@ void FltFaceReader::read(Number number, FltFaceReceiver& collector, FltObjectLoo
         readLightPoints(number, context);
         break;
     }
+}
+
+void FltFaceReader::forgetVertices()
+{
+    pool = {};
+    poolMesh = FltModelTree::none;
+    tools.model.vertices.keepFirst(paletteVertices);
+    tools.stamps.resize(std::min(tools.stamps.size(), paletteVertices));
 }
 
 /// Decodes a face, which is the part of a mesh's record that both have, or a mesh.
@@ -125,13 +134,13 @@ std::vector<SbVec3d> FltFaceReader::pointsOf(Number number)
 {
     FltRecordMesh face(0);
     FltFaceInput input(face);
-    if (tools.model.tree.recordOf(number).opcode == FltOpcode::mesh)
+    if (tools.model.tree.opcodeOf(number) == FltOpcode::mesh)
         input.vertices = poolOf(number).vertices;
     else
         readVertices(number, input);
     std::vector<SbVec3d> points;
     for (std::uint32_t const vertex : input.vertices)
-        points.emplace_back(tools.model.vertices[vertex].position);
+        points.emplace_back(tools.model.vertices.placeOf(vertex).data());
     return points;
 }
 
@@ -165,9 +174,9 @@ void FltFaceReader::readFacesOn(Number number, Context const& context, int level
          child = tree[child].nextSibling) {
         if (!StackSpace::holds(FltLimits::stackForALevel))
             return tree.leaveOutFrom(tree.recordOf(child));
-        if (tree.recordOf(child).opcode == FltOpcode::face)
+        if (tree.opcodeOf(child) == FltOpcode::face)
             readFace(child, context, level + 1);
-        else if (tree.recordOf(child).opcode == FltOpcode::mesh)
+        else if (tree.opcodeOf(child) == FltOpcode::mesh)
             readMesh(child, context, level + 1);
     }
 }
@@ -228,7 +237,7 @@ void FltFaceReader::readVertexList(Number list, FltFaceInput& input)
 
 void FltFaceReader::addVertex(std::uint32_t vertex, FltFaceInput& input)
 {
-    if (vertex == FltVertexStore::none || !tools.model.vertices[vertex].hasUsablePlace())
+    if (vertex == FltVertexStore::none || !tools.model.vertices.hasUsablePlace(vertex))
         ++missingVertices;
     else
         input.vertices.push_back(vertex);
@@ -237,11 +246,10 @@ void FltFaceReader::addVertex(std::uint32_t vertex, FltFaceInput& input)
 void FltFaceReader::readLayers(Number number, FltFaceInput& input) const
 {
     FltModelTree const& tree = tools.model.tree;
-    FltRecordView const* const end = tree.ancillaryEnd(number);
-    for (FltRecordView const* record = tree.ancillaryBegin(number); record != end; ++record) {
-        if (record->opcode != FltOpcode::multitexture)
+    for (FltRecordView const& record : tree.ancillaries(number)) {
+        if (record.opcode != FltOpcode::multitexture)
             continue;
-        FltDecoded<FltRecordTextureLayers> const layers(*record);
+        FltDecoded<FltRecordTextureLayers> const layers(record);
         for (int layer = 1; layer <= layerCount; ++layer)
             if (layers.hasLayer(layer) && tools.textures.has(layers.layer(layer).texture))
                 input.layers.push_back({layer, layers.layer(layer).texture});
@@ -254,8 +262,8 @@ void FltFaceReader::readLayerUvs(Number list, bool isMorph, FltFaceInput& input)
 {
     if (input.layers.empty())
         return;
-    FltRecordView const* const record = tools.model.tree.ancillary(list, FltOpcode::uvList);
-    if (record == nullptr)
+    std::optional<FltRecordView> const record = tools.model.tree.ancillary(list, FltOpcode::uvList);
+    if (!record)
         return;
     FltDecoded<FltRecordLayerUVs> const head(*record);
     FltRecordLayerUVs::Entry entry(head, isMorph);
@@ -277,7 +285,7 @@ void FltFaceReader::readMesh(Number number, Context const& context, int below)
     MeshPool const& vertices = poolOf(number);
     FltModelTree const& tree = tools.model.tree;
     for (Number child = tree[number].firstChild; child != FltModelTree::none; child = tree[child].nextSibling)
-        if (tree.recordOf(child).opcode == FltOpcode::meshPrimitive)
+        if (tree.opcodeOf(child) == FltOpcode::meshPrimitive)
             readPrimitive(tree.recordOf(child), vertices, input, context.collector);
     readFacesOn(number, context, level);
 }
@@ -290,10 +298,9 @@ FltFaceReader::MeshPool const& FltFaceReader::poolOf(Number mesh)
     poolMesh = mesh;
     pool = MeshPool();
     FltModelTree const& tree = tools.model.tree;
-    FltRecordView const* const end = tree.ancillaryEnd(mesh);
-    for (FltRecordView const* record = tree.ancillaryBegin(mesh); record != end; ++record)
-        if (record->opcode == FltOpcode::localVertexPool)
-            readPool(*record, pool);
+    for (FltRecordView const& record : tree.ancillaries(mesh))
+        if (record.opcode == FltOpcode::localVertexPool)
+            readPool(record, pool);
     return pool;
 }
 
@@ -348,7 +355,7 @@ void FltFaceReader::readPrimitive(FltRecordView const& record, MeshPool const& v
 
 void FltFaceReader::addMeshVertex(std::uint32_t index, MeshPool const& vertices, FltFaceInput& input) const
 {
-    if (index >= vertices.vertices.size() || !tools.model.vertices[vertices.vertices[index]].hasUsablePlace())
+    if (index >= vertices.vertices.size() || !tools.model.vertices.hasUsablePlace(vertices.vertices[index]))
         return;
     input.vertices.push_back(vertices.vertices[index]);
     for (std::size_t i = 0; i < input.layers.size(); ++i) {

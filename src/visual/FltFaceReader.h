@@ -8,7 +8,10 @@
 class FltFaceReader
 {
 public:
-    explicit FltFaceReader(FltMeshTools& tools) : tools(tools), order(tools.model) {}
+    explicit FltFaceReader(FltMeshTools& tools)
+        : tools(tools), order(tools.model), paletteVertices(tools.model.vertices.size())
+    {
+    }
 
     /// Whether a record is one that this class reads.
     static bool reads(std::uint32_t opcode);
@@ -24,6 +27,9 @@ public:
 
     /// The places of all vertices of a face or mesh, without those of faces that lie on it.
     std::vector<SbVec3d> pointsOf(FltModelTree::Number number);
+
+    /// Forgets vertices that stand in faces and meshes. Numbers of theirs mean nothing any more.
+    void forgetVertices();
 
 private:
     struct Context {
@@ -57,6 +63,7 @@ private:
 
     FltMeshTools& tools;
     FltPlaneOrder order;
+    std::size_t paletteVertices; ///< Those that were there before.
     MeshPool pool;
     FltModelTree::Number poolMesh = FltModelTree::none;
     std::size_t missingVertices = 0; ///< Of the face that is being read.

@@ -142,7 +142,7 @@ void FltPlaneOrder::findPlanes()
     double scale = 0;
     for (Number number = 0; number < tree.getCount(); ++number) {
         auto const at = static_cast<std::size_t>(number);
-        if (tree.ancillaryBegin(number) != tree.ancillaryEnd(number) && number != FltModelTree::root) {
+        if (!tree.ancillaries(number).empty() && number != FltModelTree::root) {
             SbDPMatrix matrix = matrices[matrixOf[at]];
             FltTransformation const transformation(tree, number);
             for (SbDPMatrix const& own : transformation.getMatrices())
@@ -172,7 +172,7 @@ void FltPlaneOrder::readPoints(Number surface, std::vector<SbVec3d>& points)
 {
     FltModelTree const& tree = model.tree;
     points.clear();
-    if (FltRecordView const* const pool = tree.ancillary(surface, FltOpcode::localVertexPool)) {
+    if (std::optional<FltRecordView> const pool = tree.ancillary(surface, FltOpcode::localVertexPool)) {
         FltDecoded<FltRecordLocalVertexPool> const head(*pool);
         FltRecordLocalVertexPool::Vertex vertex;
         vertex.mask = head.attributeMask;
@@ -198,7 +198,7 @@ void FltPlaneOrder::readPoints(Number surface, std::vector<SbVec3d>& points)
         case FltOpcode::oldVertexColor:
         case FltOpcode::oldVertexColorNormal:
             points.emplace_back(
-                oldVertices[oldVertices.addOldVertex(record, *model.palettes.colors)].position);
+                oldVertices.placeOf(oldVertices.addOldVertex(record, *model.palettes.colors)).data());
             break;
         default:
             break;
@@ -215,7 +215,7 @@ void FltPlaneOrder::readList(FltRecordView const& record, std::vector<SbVec3d>& 
         entries.decode(i, entry);
         std::uint32_t const vertex = model.vertices.find(entry.offset);
         if (vertex != FltVertexStore::none)
-            points.emplace_back(model.vertices[vertex].position);
+            points.emplace_back(model.vertices.placeOf(vertex).data());
     }
 }
 
@@ -232,7 +232,7 @@ void FltPlaneOrder::order(Number parent)
             if (--entriesLeft < 0)
                 return FltWarningMessageConsole::notifyGuard(
                     "Too many priorities are nested: further ones are passed over");
-            bool const isElsewhere = tree.recordOf(number).opcode == FltOpcode::instanceDefinition;
+            bool const isElsewhere = tree.opcodeOf(number) == FltOpcode::instanceDefinition;
             if (planes[at] != FltPlaneSet::none)
                 entries.push_back({planes[at], priority, number});
             number = isElsewhere || isSurface(number) ? ends[at] : number + 1;

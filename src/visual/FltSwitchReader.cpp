@@ -15,11 +15,10 @@ FltVisualSwitch FltSwitchReader::read(FltModelTree const& tree, FltModelTree::Nu
     choice.wordsPerMask = static_cast<std::size_t>(std::max(masks.wordsPerMask, 0));
     choice.masks = std::move(masks.words);
     choice.maskNames.resize(static_cast<std::size_t>(choice.getMaskCount()));
-    FltRecordView const* const end = tree.ancillaryEnd(number);
-    for (FltRecordView const* each = tree.ancillaryBegin(number); each != end; ++each) {
-        if (each->opcode != FltOpcode::indexedString)
+    for (FltRecordView const& each : tree.ancillaries(number)) {
+        if (each.opcode != FltOpcode::indexedString)
             continue;
-        FltDecoded<FltRecordIndexedString> const name(*each);
+        FltDecoded<FltRecordIndexedString> const name(each);
         if (name.index < choice.maskNames.size())
             choice.maskNames[name.index] = name.text.get();
     }

@@ -127,8 +127,7 @@ bool FltVisualBuilder::hasRoomFor(FltRecordView const& record)
 /// Whether nothing stands below a node, and no record tells more of it.
 bool FltVisualBuilder::isAlone(Number number) const
 {
-    return model.tree[number].firstChild == FltModelTree::none &&
-           model.tree.ancillaryBegin(number) == model.tree.ancillaryEnd(number);
+    return model.tree[number].firstChild == FltModelTree::none && model.tree.ancillaries(number).empty();
 }
 
 /// An empty node for a record, with what people wrote at it.
@@ -181,9 +180,9 @@ void FltVisualBuilder::addContents(Number number, FltNodeBuilder& node, FltObjec
     }
     for (SbDPMatrix const& matrix : transformation.getMatrices())
         node.addMatrix(matrix);
-    FltRecordView const* const record = number != FltModelTree::root ? &model.tree.recordOf(number) : nullptr;
-    if (record != nullptr && record->opcode == FltOpcode::text)
-        FltTextReader::addTo(node, *record, FltNodeWords::textOf(model.tree, number), model.palettes);
+    if (number != FltModelTree::root && model.tree.opcodeOf(number) == FltOpcode::text)
+        FltTextReader::addTo(node, model.tree.recordOf(number), FltNodeWords::textOf(model.tree, number),
+                             model.palettes);
     addChildren(number, node, object);
 }
 
@@ -232,7 +231,7 @@ void FltVisualBuilder::addChildren(Number number, FltNodeBuilder& node, FltObjec
     Collected collected(*this);
     // Lights shine on what comes after them.
     for (Number child = tree[number].firstChild; child != FltModelTree::none; child = tree[child].nextSibling)
-        if (tree.recordOf(child).opcode == FltOpcode::lightSource)
+        if (tree.opcodeOf(child) == FltOpcode::lightSource)
             node.add(buildNode(child, object));
     for (Number child = tree[number].firstChild; child != FltModelTree::none; child = tree[child].nextSibling)
         addChild(child, node, object, collected);
@@ -299,9 +298,17 @@ void FltVisualBuilder::addChild(Number child, FltNodeBuilder& node, FltObjectLoo
     else if (faces.turningOf(child) != FltFaceReader::Turning::none)
         node.add(buildBillboard(child, object));
     else
-        faces.read(child, collected.faces, object);
+        readFaces(child, collected.faces, object);
     if (record.opcode == FltOpcode::lightPoint)
         addBelowLightPoint(child, node, object, collected);
+}
+
+/// Vertices that stand in a face or a mesh are of no use to another one.
+void FltVisualBuilder::readFaces(Number number, FltFaceCollector& collector, FltObjectLook const& object,
+                                 FltPlacement const* placement)
+{
+    faces.read(number, collector, object, placement);
+    faces.forgetVertices();
 }
 
 /// Objects may stand below light points, beside the vertices.
@@ -325,13 +332,13 @@ FltVisualPart FltVisualBuilder::buildBillboard(Number number, FltObjectLook cons
     FltNodeBuilder node;
     node->record = {model.tree.recordOf(number).offset, file};
     if (points.size() < 3) {
-        faces.read(number, collector, object);
+        readFaces(number, collector, object);
         collector.finish(node);
         return node.finish();
     }
     FltTurningFace const face(points, faces.turningOf(number) == FltFaceReader::Turning::aboutPoint);
     node->become<FltVisualTurning>(face.turning());
-    faces.read(number, collector, object, &face.placement);
+    readFaces(number, collector, object, &face.placement);
     collector.finish(node);
     FltVisualPart part = node.finish();
     part.box = face.box;

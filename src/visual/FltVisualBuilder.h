@@ -62,6 +62,8 @@ private:
     void addContents(Number number, FltNodeBuilder& node, FltObjectLook const& object);
     void addChildren(Number number, FltNodeBuilder& node, FltObjectLook const& object);
     void addChild(Number child, FltNodeBuilder& node, FltObjectLook const& object, Collected& collected);
+    void readFaces(Number number, FltFaceCollector& collector, FltObjectLook const& object,
+                   FltPlacement const* placement = nullptr);
     void addBelowLightPoint(Number number, FltNodeBuilder& node, FltObjectLook const& object,
                             Collected& collected);
     bool addFrames(Number number, FltNodeBuilder& node, FltObjectLook const& object);

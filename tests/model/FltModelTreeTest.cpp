@@ -10,6 +10,7 @@
 #include <iostream>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace
 {
@@ -42,9 +43,14 @@ struct Grown {
         return list;
     }
 
-    long ancillaries(FltModelTree::Number number) const
+    /// Opcodes of what says more about a node.
+    std::vector<std::uint32_t> ancillaries(FltModelTree::Number number) const
     {
-        return tree.ancillaryEnd(number) - tree.ancillaryBegin(number);
+        std::vector<std::uint32_t> opcodes;
+        for (FltRecordView const& record : tree.ancillaries(number))
+            opcodes.push_back(record.opcode);
+        EXPECT_EQ(tree.ancillaries(number).empty(), opcodes.empty());
+        return opcodes;
     }
 
     std::string bytes;
@@ -80,15 +86,11 @@ TEST(FltModelTree, goesOnWithANodeInASecondLevelOfIt)
     EXPECT_EQ(Grown(flt).text(), "2(4 5)");
 }
 
-TEST(FltModelTree, knowsWhichFacesLieOnOthers)
+TEST(FltModelTree, hasFacesThatLieOnOthersBelowThese)
 {
     FltWriter flt;
     flt.add("Face").add("PushSubface").add("Face").add("PopSubface").add("Face");
-    Grown const grown(flt);
-    EXPECT_EQ(grown.text(), "5(5) 5");
-    EXPECT_FALSE(grown.tree[1].isSubface);
-    EXPECT_TRUE(grown.tree[2].isSubface);
-    EXPECT_FALSE(grown.tree[3].isSubface);
+    EXPECT_EQ(Grown(flt).text(), "5(5) 5");
 }
 
 TEST(FltModelTree, givesANodeTheRecordsRightAfterIt)
@@ -104,10 +106,10 @@ TEST(FltModelTree, givesANodeTheRecordsRightAfterIt)
         .add("Comment")
         .pop();
     Grown const grown(flt);
-    EXPECT_EQ(grown.ancillaries(FltModelTree::root), 1);
-    EXPECT_EQ(grown.ancillaries(1), 2);
-    EXPECT_EQ(grown.tree.ancillaryBegin(1)[1].opcode, std::uint32_t(FltOpcode::matrix));
-    EXPECT_EQ(grown.ancillaries(2), 1);
+    EXPECT_EQ(grown.ancillaries(FltModelTree::root).size(), 1U);
+    ASSERT_EQ(grown.ancillaries(1).size(), 2U);
+    EXPECT_EQ(grown.ancillaries(1)[1], std::uint32_t(FltOpcode::matrix));
+    EXPECT_EQ(grown.ancillaries(2).size(), 1U);
 }
 
 TEST(FltModelTree, findsTheFirstRecordOfAnOpcodeAfterANode)
@@ -115,10 +117,12 @@ TEST(FltModelTree, findsTheFirstRecordOfAnOpcodeAfterANode)
     FltWriter flt;
     flt.add("Group").add("Matrix").add("Comment").add("Comment").add("Group").add("LongID");
     Grown const grown(flt);
-    EXPECT_EQ(grown.tree.ancillary(1, FltOpcode::comment), grown.tree.ancillaryBegin(1) + 1);
-    EXPECT_EQ(grown.tree.ancillary(1, FltOpcode::longID), nullptr) << "it is the other node's";
-    EXPECT_EQ(grown.tree.ancillary(2, FltOpcode::longID), grown.tree.ancillaryBegin(2));
-    EXPECT_EQ(grown.tree.ancillary(FltModelTree::root, FltOpcode::matrix), nullptr);
+    ASSERT_TRUE(grown.tree.ancillary(1, FltOpcode::comment));
+    FltRecordView const matrix = *grown.tree.ancillary(1, FltOpcode::matrix);
+    EXPECT_EQ(grown.tree.ancillary(1, FltOpcode::comment)->offset, matrix.offset + matrix.size);
+    EXPECT_FALSE(grown.tree.ancillary(1, FltOpcode::longID)) << "it is the other node's";
+    EXPECT_TRUE(grown.tree.ancillary(2, FltOpcode::longID));
+    EXPECT_FALSE(grown.tree.ancillary(FltModelTree::root, FltOpcode::matrix));
 }
 
 /// It went to the node that was read last, some levels below the one that it was written after.
@@ -127,8 +131,8 @@ TEST(FltModelTree, givesNoNodeWhatFollowsAPop)
     FltWriter flt;
     flt.push().add("Group").push().add("Object").pop().add("Matrix").add("Comment").pop().add("Matrix");
     Grown const grown(flt);
-    EXPECT_EQ(grown.ancillaries(1), 0);
-    EXPECT_EQ(grown.ancillaries(2), 0);
+    EXPECT_TRUE(grown.ancillaries(1).empty());
+    EXPECT_TRUE(grown.ancillaries(2).empty());
     EXPECT_EQ(grown.places.at(Place::nowhere), 3);
 }
 
@@ -137,7 +141,7 @@ TEST(FltModelTree, givesANodeAfterAPopItsRecords)
     FltWriter flt;
     flt.push().add("Group").push().pop().add("Group").add("Matrix").push().add("Comment").pop().pop();
     Grown const grown(flt);
-    EXPECT_EQ(grown.ancillaries(2), 2);
+    EXPECT_EQ(grown.ancillaries(2).size(), 2U);
     EXPECT_EQ(grown.places.count(Place::nowhere), 0U);
 }
 
@@ -153,7 +157,7 @@ TEST(FltModelTree, leavesOutWhatStandsInAnExtension)
         .add("Matrix");
     Grown const grown(flt);
     EXPECT_EQ(grown.text(), "2");
-    EXPECT_EQ(grown.ancillaries(1), 1);
+    EXPECT_EQ(grown.ancillaries(1).size(), 1U);
     EXPECT_EQ(grown.places.at(Place::leftOut), 1);
 }
 

@@ -2,7 +2,10 @@
 
 #include "support/LastRecord.h"
 
+#include <array>
+#include <deque>
 #include <gtest/gtest.h>
+#include <memory>
 
 namespace
 {
@@ -19,14 +22,21 @@ protected:
     {
         FltWriter flt;
         flt.add("ColorPalette", {{"color", {0.0, double(0xff0000ffU)}}});
-        colors.assign(LastRecord(flt).view(), 1570);
+        colors->assign(LastRecord(flt).view(), 1570);
+    }
+
+    /// Adds the record that a writer has added last.
+    void add(FltWriter const& flt, int revision = 1570)
+    {
+        records.emplace_back(flt);
+        store.addPaletteVertex(records.back().view(), colors, revision);
     }
 
     FltVertex added(char const* form, Fields const& fields, int revision = 1570)
     {
         FltWriter flt(revision);
         flt.vertex(form, 1, 2, 3, fields);
-        store.addPaletteVertex(LastRecord(flt).view(), colors, revision);
+        add(flt, revision);
         return store[static_cast<std::uint32_t>(store.size() - 1)];
     }
 
@@ -35,10 +45,11 @@ protected:
         fields.insert(fields.end(), {{"Xcoordinate", 4}, {"Ycoordinate", -5}, {"Zcoordinate", 6}});
         FltWriter flt(11);
         flt.add(form, fields);
-        return store[store.addOldVertex(LastRecord(flt).view(), colors)];
+        return store[store.addOldVertex(LastRecord(flt).view(), *colors)];
     }
 
-    FltColors colors;
+    std::shared_ptr<FltColors> colors = std::make_shared<FltColors>();
+    std::deque<LastRecord> records; ///< They have to outlive the store.
     FltVertexStore store;
 };
 
@@ -103,11 +114,63 @@ TEST_F(FltVertexStoreTest, findsVerticesOfThePaletteAmongOthers)
     flt.vertexPalette();
     store.beginPalette(LastRecord(flt).view());
     int const first = flt.vertex("VertexColor", 1, 0, 0);
-    store.addPaletteVertex(LastRecord(flt).view(), colors, 1570);
+    add(flt);
     EXPECT_EQ(store.add(FltVertex()), 1U);
     int const second = flt.vertex("VertexColor", 2, 0, 0);
-    store.addPaletteVertex(LastRecord(flt).view(), colors, 1570);
+    add(flt);
     EXPECT_EQ(store.find(first), 0U);
     EXPECT_EQ(store.find(second), 2U);
     EXPECT_EQ(store.find(second + 1), FltVertexStore::none);
+    EXPECT_EQ(store.placeOf(0)[0], 1);
+    EXPECT_EQ(store.placeOf(1)[0], 0);
+    EXPECT_EQ(store[2].position[0], 2);
+}
+
+TEST_F(FltVertexStoreTest, keepsTheColoursThatHeldWhereAVertexStands)
+{
+    FltWriter flt;
+    for (int i = 0; i < 2; ++i) {
+        flt.vertex("VertexColor", i, 0, 0, {{"vertexColorIndex", 255}});
+        add(flt);
+    }
+    FltWriter other;
+    other.add("ColorPalette", {{"color", {0.0, double(0xffff0000U)}}});
+    colors = std::make_shared<FltColors>();
+    colors->assign(LastRecord(other).view(), 1570);
+    flt.vertex("VertexColor", 2, 0, 0, {{"vertexColorIndex", 255}});
+    add(flt);
+    ASSERT_EQ(store.size(), 3U);
+    EXPECT_EQ(store[0].color, 0xff0000ffU);
+    EXPECT_EQ(store[1].color, 0xff0000ffU);
+    EXPECT_EQ(store[2].color, 0x0000ffffU);
+    for (std::uint32_t i = 0; i < 3; ++i)
+        EXPECT_EQ(store.placeOf(i)[0], i);
+}
+
+TEST_F(FltVertexStoreTest, forgetsWhatStandsBehindThoseThatAreKept)
+{
+    added("VertexColor", {});
+    addedOld("OldVertex", {});
+    addedOld("OldVertex", {});
+    store.keepFirst(2);
+    EXPECT_EQ(store.size(), 2U);
+    EXPECT_EQ(store.placeOf(1)[0], 4);
+    store.keepFirst(1);
+    EXPECT_EQ(store.size(), 1U);
+    EXPECT_EQ(store.placeOf(0)[0], 1);
+    EXPECT_EQ(store.add(FltVertex()), 1U);
+}
+
+TEST_F(FltVertexStoreTest, tellsThePlacesOfAllForms)
+{
+    for (char const* const form :
+         {"VertexColor", "VertexColorNormal", "VertexColorUv", "VertexColorNormalUv"}) {
+        store = {};
+        added(form, {});
+        EXPECT_EQ(store.placeOf(0), (std::array<double, 3>{1, 2, 3})) << form;
+        EXPECT_TRUE(store.hasUsablePlace(0));
+    }
+    FltVertex far;
+    far.position[1] = 1e31;
+    EXPECT_FALSE(store.hasUsablePlace(store.add(far)));
 }

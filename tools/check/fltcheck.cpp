@@ -13,7 +13,9 @@
 #include <algorithm>
 #include <cstdio>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <set>
+#include <utility>
 
 namespace
 {
@@ -82,9 +84,14 @@ FltFindingKind const& kindOf(std::string const& code)
     return *kind;
 }
 
-/// What only a load tells: its pictures, and what isn't shown. A database that can't be loaded has other
-/// findings.
-void checkScene(Program const& program, Options const& options, std::string const& file, FltCheck& check)
+/// What only a load tells.
+struct Loaded {
+    std::vector<FltTexture> textures; ///< Its own.
+    std::vector<FltOmission> omissions;
+};
+
+/// Of a database that can't be loaded nothing: it has other findings.
+std::optional<Loaded> load(Program const& program, Options const& options, std::string const& file)
 {
     try {
         FltLoader loader;
@@ -95,13 +102,19 @@ void checkScene(Program const& program, Options const& options, std::string cons
             return texture.database != visual.files.front();
         };
         own.erase(std::remove_if(own.begin(), own.end(), isOthers), own.end());
-        check.checkPictures(own);
-        for (FltOmission const& omission : visual.omissions)
-            if (!options.isExact)
-                check.addOmission(omission.kind, omission.count);
+        return Loaded{std::move(own), visual.omissions};
     } catch (FltLoadError const& problem) {
         program.detail(std::string("no scene: ") + problem.what());
     }
+    return std::nullopt;
+}
+
+void checkScene(Loaded const& loaded, Options const& options, FltCheck& check)
+{
+    check.checkPictures(loaded.textures);
+    for (FltOmission const& omission : loaded.omissions)
+        if (!options.isExact)
+            check.addOmission(omission.kind, omission.count);
 }
 
 void drop(std::set<int> const& ignored, CheckedFile& checked)
@@ -118,6 +131,10 @@ void drop(std::set<int> const& ignored, CheckedFile& checked)
 CheckedFile check(Program const& program, Options const& options, std::string const& file)
 {
     program.detail("reading " + file);
+    std::optional<Loaded> loaded;
+    // Before the inventory, so that the memory of only one of them is taken at a time.
+    if (!options.isFast)
+        loaded = load(program, options, file);
     FltInventory const inventory(file, options.isExact ? FltInventory::Offsets::bySums
                                                        : FltInventory::Offsets::byPlace);
     FltCheck check(inventory);
@@ -129,8 +146,8 @@ CheckedFile check(Program const& program, Options const& options, std::string co
     check.checkVisibility();
     if (options.isExact)
         check.checkExactConversion();
-    if (!options.isFast)
-        checkScene(program, options, file, check);
+    if (loaded)
+        checkScene(*loaded, options, check);
     return {file, "", check.findings(), check.leftOut()};
 }
 
