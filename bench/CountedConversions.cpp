@@ -8,7 +8,10 @@
 #include "SceneCase.h"
 #include "convert/FltToInventor.h"
 #include "dump/FltDumpOutput.h"
+#include "loader/FltLoader.h"
+#include "loader/FltRecordReader.h"
 #include "parser/FltFileInput.h"
+#include "toolkit/SoNodeRef.h"
 
 #include <Inventor/SoDB.h>
 #include <Inventor/errors/SoDebugError.h>
@@ -29,14 +32,35 @@ constexpr int terrainVertices = 30'000;
 /// A tenth of what the times are taken of, and that: under a counter everything takes fifty times as long.
 constexpr int divisors[] = {10, 1};
 
+/// What becomes of a database.
+enum class As { sceneWithLog, scene, completeScene, json };
+
+/// Holds a node beyond the work that is counted: nothing is let go in it.
+SoSeparator* kept(SoNodeRef<SoSeparator> const& node)
+{
+    node->ref();
+    return node.get();
+}
+
 } // namespace
 
 /// The counter looks for this name.
-extern "C" [[gnu::noinline]] void convertCounted(char const* path, bool withLog, SoSeparator** root)
+extern "C" [[gnu::noinline]] void convertCounted(char const* path, As as, SoSeparator** root)
 {
-    if (withLog) {
+    switch (as) {
+    case As::sceneWithLog:
         *root = FltToInventor::convertFromFile(path);
         return;
+    case As::completeScene:
+        *root = kept(SoNodeRef<SoSeparator>(FltLoader().load(path).root()));
+        return;
+    case As::json:
+        *root = kept(SoNodeRef<SoSeparator>(new SoSeparator)); // what the caller takes for success
+        for (FltRecordReader records(path); records.next();)
+            records.json();
+        return;
+    case As::scene:
+        break;
     }
     FltDumpOutput::Redirect const noDump(nullptr);
     FltFileInput input(path);
@@ -55,12 +79,12 @@ namespace
 
 /// Converts in a process of its own: what one conversion leaves in the toolkit's tables is no matter of the
 /// next.
-void convert(std::string const& path, bool withLog, int count, std::string const& name)
+void convert(std::string const& path, As as, int count, std::string const& name)
 {
     BenchTime::apart(1, [&] {
         Silence const silence;
         SoSeparator* root = nullptr;
-        convertCounted(path.c_str(), withLog, &root);
+        convertCounted(path.c_str(), as, &root);
         if (root == nullptr)
             throw std::runtime_error("no scene of " + path);
         std::printf("%d %d %s\n", static_cast<int>(getpid()), count, name.c_str());
@@ -90,13 +114,15 @@ void convertAll(std::filesystem::path const& folder)
         Silence const silence; // the first conversion makes what all others use again
         FltToInventor::convertFromFile((folder / "empty.flt").c_str());
     }
-    convert(folder / "empty.flt", true, 0, "nothing");
-    convert(folder / "terrain.flt", true, terrainVertices, "terrain with log");
-    convert(folder / "terrain.flt", false, terrainVertices, "terrain without log");
+    convert(folder / "empty.flt", As::sceneWithLog, 0, "nothing");
+    convert(folder / "terrain.flt", As::sceneWithLog, terrainVertices, "terrain with log");
+    convert(folder / "terrain.flt", As::scene, terrainVertices, "terrain without log");
+    convert(folder / "terrain.flt", As::completeScene, terrainVertices, "terrain, completely");
+    convert(folder / "terrain.flt", As::json, terrainVertices, "terrain as JSON");
     for (SceneCase const& item : SceneCase::all())
         for (int const divisor : divisors)
-            convert(folder / item.name / std::to_string(divisor) / "scene.flt", true, item.count / divisor,
-                    item.name);
+            convert(folder / item.name / std::to_string(divisor) / "scene.flt", As::sceneWithLog,
+                    item.count / divisor, item.name);
 }
 
 } // namespace

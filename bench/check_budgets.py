@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Counts the instructions of conversions and compares them with budgets.
+"""Counts the instructions of conversions, what is drawn, and memory, and compares them with budgets.
 
-Instructions are the same on a busy machine and on an idle one. Run by "./dev bench --check"; with --update
-the budgets become what was counted.
+All of it is the same on a busy machine and on an idle one. Run by "./dev bench --check"; with --update the
+budgets become what was counted.
 """
 from __future__ import annotations
 
@@ -46,6 +46,24 @@ def count(program: str, folder: pathlib.Path) -> list[Result]:
     return results
 
 
+def other_counts(program: pathlib.Path, folder: pathlib.Path) -> dict[str, dict[str, int]]:
+    """What the program beside it counts: by kind, and by name."""
+    counted = subprocess.run([str(program), str(folder)], check=True, stdout=subprocess.PIPE, text=True)
+    results: dict[str, dict[str, int]] = {'counts': {}, 'peaks': {}}
+    for line in counted.stdout.splitlines():
+        kind, number, name = line.split(' ', 2)
+        results[kind + 's'][name] = int(number)
+    return results
+
+
+def check_others(kind: str, counted: dict[str, int], kept: dict[str, int], tolerance: float) -> list[str]:
+    """What of one kind is wrong, in words."""
+    faults = [f'"{name}" has ' + ('no budget' if name in counted else 'a budget, and was not counted')
+              for name in sorted(counted.keys() ^ kept.keys())]
+    return faults + [f'{kind}: "{name}" is {counted[name]:,}; its budget is {kept[name]:,}'
+                     for name in counted.keys() & kept.keys() if counted[name] > kept[name] * tolerance]
+
+
 def label(name: str, items: int) -> str:
     return f'{name}, {items}'
 
@@ -85,6 +103,8 @@ def main() -> int:
     options = parser.parse_args()
     with tempfile.TemporaryDirectory() as folder:
         results = count(options.program, pathlib.Path(folder))
+        beside = pathlib.Path(options.program).with_name('counted_results')
+        others = other_counts(beside, pathlib.Path(folder))
     budgets = json.loads(BUDGETS.read_text())
     growth = growths(results)
     sizes = {(result.name, result.items) for result in results if result.items}
@@ -95,11 +115,18 @@ def main() -> int:
         is_tenfold = (name, items // TENFOLD) in sizes
         grown = f'{growth[name]:7.2f}' if is_tenfold and name in growth else ''
         print(f'{name:40} {items:8} {instructions:14,} {share} {grown}')
+    for kind, counted in others.items():
+        for name, number in counted.items():
+            budget = budgets.get(kind, {}).get(name)
+            print(f'{name:40} {"":8} {number:14,} ' + (f'{number / budget:9.2f}' if budget else f'{"-":>9}'))
     if options.update:
+        budgets.update(others)
         budgets['instructions'] = {label(name, items): instructions for name, items, instructions in results}
         BUDGETS.write_text(json.dumps(budgets, indent=2) + '\n')
         return 0
     faults = check(results, budgets)
+    faults += check_others('counts', others['counts'], budgets['counts'], 1)
+    faults += check_others('peaks', others['peaks'], budgets['peaks'], budgets['peakTolerance'])
     for fault in faults:
         print(f'check_budgets: {fault}', file=sys.stderr)
     return 1 if faults else 0
