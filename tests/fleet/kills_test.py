@@ -6,6 +6,7 @@ kills_test.py PROGRAMS SHARE
 
 from __future__ import annotations
 
+import os
 import random
 import subprocess
 import time
@@ -15,7 +16,7 @@ from fleet import FleetTest
 
 
 class KillsTest(FleetTest):
-    kills = 5
+    kills = int(os.environ.get("VELLOREADER_KILLS", "5"))
 
     def start(self) -> subprocess.Popen[str]:
         """Starts a run that does what is missing."""

@@ -136,20 +136,31 @@ MergedReports::Lines MergedReports::failed() const
     return found;
 }
 
-MergedReports::Lines MergedReports::largest(Lines lines, std::size_t most,
-                                            double (*number)(ReportLine const& line))
+/// The databases of which a number is largest; those of which it is 0 are left out.
+MergedReports::Lines MergedReports::ranked(std::size_t most, double (*number)(ReportLine const& line)) const
 {
-    lines.erase(std::remove_if(lines.begin(), lines.end(),
+    Lines found = databases();
+    found.erase(std::remove_if(found.begin(), found.end(),
                                [number](ReportLine const* line) { return !(number(*line) > 0); }),
-                lines.end());
-    auto const end = lines.begin() + static_cast<std::ptrdiff_t>(std::min(most, lines.size()));
-    std::partial_sort(lines.begin(), end, lines.end(),
+                found.end());
+    auto const end = found.begin() + static_cast<std::ptrdiff_t>(std::min(most, found.size()));
+    std::partial_sort(found.begin(), end, found.end(),
                       [number](ReportLine const* one, ReportLine const* other) {
                           double const first = number(*one), second = number(*other);
                           return first != second ? first > second : one->input < other->input;
                       });
-    lines.erase(end, lines.end());
-    return lines;
+    found.erase(end, found.end());
+    return found;
+}
+
+MergedReports::Lines MergedReports::slowest(std::size_t most) const
+{
+    return ranked(most, [](ReportLine const& line) { return line.facts.seconds; });
+}
+
+MergedReports::Lines MergedReports::largest(std::size_t most) const
+{
+    return ranked(most, [](ReportLine const& line) { return static_cast<double>(line.bytesWritten); });
 }
 
 std::vector<MergedReports::Missing> MergedReports::missingTextures() const

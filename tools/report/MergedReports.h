@@ -70,14 +70,18 @@ public:
     /// Those that couldn't be converted, by their names.
     Lines failed() const;
 
-    /// The databases of which a number is largest, the largest first.
-    /// @param most how many at most
-    static Lines largest(Lines lines, std::size_t most, double (*number)(ReportLine const& line));
+    /// Those whose conversion took longest, the slowest first. @param most how many at most
+    Lines slowest(std::size_t most) const;
+
+    /// Those with the largest results, the largest first. @param most how many at most
+    Lines largest(std::size_t most) const;
 
     /// By how many databases they darken, the most first.
     std::vector<Missing> missingTextures() const;
 
 private:
+    Lines ranked(std::size_t most, double (*number)(ReportLine const& line)) const;
+
     std::vector<Part> allParts;
     std::vector<ReportLine> lines;
     std::unordered_map<std::string, std::size_t> positions; ///< In the lines, by the input.

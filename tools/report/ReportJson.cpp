@@ -47,8 +47,7 @@ Json sumsOf(MergedReports::Totals const& totals)
 Json slowestOf(MergedReports const& reports, std::size_t most)
 {
     Json list = Json::array();
-    for (ReportLine const* line : MergedReports::largest(
-             reports.databases(), most, [](ReportLine const& one) { return one.facts.seconds; }))
+    for (ReportLine const* line : reports.slowest(most))
         list.push_back({{"input", line->input}, {"seconds", line->facts.seconds}});
     return list;
 }
@@ -56,9 +55,7 @@ Json slowestOf(MergedReports const& reports, std::size_t most)
 Json largestOf(MergedReports const& reports, std::size_t most)
 {
     Json list = Json::array();
-    for (ReportLine const* line :
-         MergedReports::largest(reports.databases(), most,
-                                [](ReportLine const& one) { return static_cast<double>(one.bytesWritten); }))
+    for (ReportLine const* line : reports.largest(most))
         list.push_back({{"output", line->output}, {"bytes", line->bytesWritten}});
     return list;
 }

@@ -192,20 +192,18 @@ Rows failedIn(MergedReports::Lines const& failed, std::size_t most)
     return rows;
 }
 
-Rows slowestIn(MergedReports::Lines const& lines, std::size_t most)
+Rows slowestIn(MergedReports const& reports, std::size_t most)
 {
     Rows rows;
-    for (ReportLine const* line :
-         MergedReports::largest(lines, most, [](ReportLine const& one) { return one.facts.seconds; }))
+    for (ReportLine const* line : reports.slowest(most))
         rows.emplace_back(Duration::text(line->facts.seconds), line->input);
     return rows;
 }
 
-Rows largestIn(MergedReports::Lines const& lines, std::size_t most)
+Rows largestIn(MergedReports const& reports, std::size_t most)
 {
     Rows rows;
-    for (ReportLine const* line : MergedReports::largest(
-             lines, most, [](ReportLine const& one) { return static_cast<double>(one.bytesWritten); }))
+    for (ReportLine const* line : reports.largest(most))
         rows.emplace_back(Numbers::bytes(line->bytesWritten), line->output);
     return rows;
 }
@@ -247,8 +245,8 @@ std::string ReportPage::of(MergedReports const& reports, std::size_t most)
         page += row(name, value);
     page += "</table>\n" + charts(reports, lines) + map(lines);
     page += table("Not converted", failedIn(failed, most), failed.size());
-    page += table("Slowest", slowestIn(lines, most), 0);
-    page += table("Largest results", largestIn(lines, most), 0);
+    page += table("Slowest", slowestIn(reports, most), 0);
+    page += table("Largest results", largestIn(reports, most), 0);
     page += table("Missing textures", missingIn(missing, most), missing.size());
     return page + "</body>\n</html>\n";
 }

@@ -118,13 +118,10 @@ std::string ReportText::of(MergedReports const& reports, std::size_t most)
         parts.add("", missing[i]);
     text += parts.text(missing.size() - std::min(most, missing.size())) + failedIn(reports, most);
     List slowest("Slowest");
-    for (ReportLine const* line : MergedReports::largest(
-             reports.databases(), most, [](ReportLine const& one) { return one.facts.seconds; }))
+    for (ReportLine const* line : reports.slowest(most))
         slowest.add(Duration::text(line->facts.seconds), line->input);
     List largest("Largest results");
-    for (ReportLine const* line :
-         MergedReports::largest(reports.databases(), most,
-                                [](ReportLine const& one) { return static_cast<double>(one.bytesWritten); }))
+    for (ReportLine const* line : reports.largest(most))
         largest.add(Numbers::bytes(line->bytesWritten), line->output);
     return text + slowest.text(0) + largest.text(0) + missingIn(reports, most);
 }
