@@ -265,7 +265,8 @@ std::vector<std::string> ConversionRun::filesOf(ConversionPlan::Entry const& ent
 std::string ConversionRun::problemOf(ConversionPlan::Entry const& entry) const
 {
     for (std::string const& file : filesOf(entry)) {
-        if (std::string problem = OutputFile::problemOfReplacing(file); keepsResults() && !problem.empty())
+        if (std::string problem = keepsResults() ? OutputFile::problemOfReplacing(file) : "";
+            !problem.empty())
             return problem;
         if (std::string const* const reason = referred.reasonToKeep(file); reason != nullptr)
             return file + ": the output would replace " + *reason + ". Choose another place for it with -o.";
