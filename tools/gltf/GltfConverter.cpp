@@ -76,7 +76,7 @@ std::optional<FltGlobeTile> GltfConverter::placedOnGlobe(FltVisual const& visual
     try {
         FltGlobeTile tile = FltGlobe::place(visual);
         for (std::string const& remark : tile.remarks)
-            program.warn(input + ": " + remark);
+            program.warn(std::string(input).append(": ").append(remark));
         return tile;
     } catch (FltGlobeError const& error) {
         if (!choices.makeTileset())

@@ -24,7 +24,7 @@ ProgramDescription description()
          "what is shown of the database, by rules that all readers know; more is there if asked for. What "
          "glTF can't tell is listed.",
          "Of a directory all databases are converted, and those of the directories below it. Their files "
-         "stand in the output's directory as they stood there, and share their textures in \"textures\".",
+         "stand in the output's directory as they stood there, and share their textures in \"textures\". "
          "Files that the database refers to are converted with it. With --xref file each becomes a file of "
          "its own; a node names it in its \"extras\", which no reader draws by itself.",
          "A result takes its place when it is whole; what stood there before stays until then. When many "
