@@ -1,7 +1,8 @@
 // What "./dev bench --check" counts besides instructions: see check_budgets.py.
 //
-// "counted_results FOLDER" makes databases, and prints a line for each count: "count" or "peak", the number, and
-// what it is of. A count is the same on every machine; a peak is the largest memory of a process, in bytes.
+// "counted_results FOLDER" makes databases, and prints a line for each count: "count" or "peak", the number,
+// and what it is of. A count is the same on every machine; a peak is the largest memory of a process, in
+// bytes.
 
 #include "BenchDatabase.h"
 #include "BenchTime.h"
