@@ -49,4 +49,10 @@ TEST(PlaceReadoutTest, SaysThatAProjectionIsUnknown)
         PlaceReadout(info, true).textOf(SbVec3f(1, 2, 3)).endsWith("|  (unknown projection, number 3)"));
 }
 
+TEST(PlaceReadoutTest, TakesWhatTransformsAddToAZeroForZero)
+{
+    QString const text = PlaceReadout(FltDatabaseInfo(), true).textOf(SbVec3f(1, -2, 5.68434e-14F));
+    EXPECT_TRUE(text.startsWith("x 1  y -2  z 0 m  |  database 1  -2  0 metres")) << text.toStdString();
+}
+
 } // namespace

@@ -48,6 +48,19 @@ TEST_F(RecordPanelTest, SaysWhatNumbersCountIn)
     EXPECT_EQ("0.0", value("XMaxScale"));
 }
 
+TEST_F(RecordPanelTest, GivesNamesTheRoomThatTheyNeedAndLeavesAThirdToValues)
+{
+    auto const& tree = *panel.findChild<QTreeWidget*>("fields");
+    panel.show(loaded.records.fieldsOf(place("door")), nullptr);
+    panel.setVisible(true);
+    panel.resize(1000, 400);
+    int const needed = tree.columnWidth(0);
+    EXPECT_GT(needed, tree.fontMetrics().horizontalAdvance("XPointInXYPlaneOfDOFLocalCoordinateSystem"));
+    panel.resize(300, 400);
+    EXPECT_LT(tree.columnWidth(0), needed);
+    EXPECT_EQ(tree.viewport()->width() * 2 / 3, tree.columnWidth(0));
+}
+
 TEST_F(RecordPanelTest, LeavesWhatHoldsTheTextOfTheFilter)
 {
     panel.show(loaded.records.fieldsOf(place("door")), nullptr);

@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
 """Looks at a model in a real window: places, distances, parts, sections, light, background, walking, sides.
 
-    look_test.py FLTVIEW WRITE_VIEW_DATABASE FOLDER
+    look_test.py FLTVIEW FLTINFO WRITE_VIEW_DATABASE FOLDER
 """
 
 from __future__ import annotations
 
+import json
 import pathlib
 import subprocess
 import sys
@@ -16,7 +17,7 @@ from collections.abc import Callable
 import virtual_display
 from viewer_window import PATIENCE, Window, focus
 
-FLTVIEW, WRITE_DATABASE, FOLDER = (str(pathlib.Path(path).resolve()) for path in sys.argv[1:4])
+FLTVIEW, FLTINFO, WRITE_DATABASE, FOLDER = (str(pathlib.Path(path).resolve()) for path in sys.argv[1:5])
 SKY = bytes((194, 209, 224))
 
 
@@ -35,16 +36,16 @@ class LookTest(unittest.TestCase):
         self.window.process.stdout.close()
         self.assertEqual(0, code)
 
-    def picture(self) -> list[bytes]:
-        """The pixels of the picture alone."""
+    def picture(self, part: str = "picture") -> list[bytes]:
+        """The pixels of the picture, or of another part, alone."""
         screen = virtual_display.Screen(pathlib.Path(FOLDER))
-        left, top, width, height = self.window.widgets["picture"]
+        left, top, width, height = self.window.widgets[part]
         return [pixel for y in range(top, top + height)
                 for pixel in screen.pixels[y * screen.width + left:y * screen.width + left + width]]
 
-    def wait_for(self, condition: Callable[[list[bytes]], bool]) -> None:
+    def wait_for(self, condition: Callable[[list[bytes]], bool], part: str = "picture") -> None:
         end = time.monotonic() + PATIENCE
-        while not condition(self.picture()):
+        while not condition(self.picture(part)):
             self.assertLess(time.monotonic(), end)
             time.sleep(0.1)
 
@@ -88,6 +89,35 @@ class LookTest(unittest.TestCase):
         expected = "selection 2 faces, 4 triangles, 8 vertices, 0 textures, about"
         self.assertTrue(numbers.startswith(expected), numbers)
 
+    def test_the_numbers_of_the_whole_are_those_of_fltinfo(self) -> None:
+        self.window.search("yard")
+        numbers = [line for line in self.window.seen if line.startswith("selection ")][-1]
+        told = subprocess.run([FLTINFO, "--json", self.database], check=True, text=True, stdout=subprocess.PIPE)
+        info = json.loads(told.stdout)
+        vertices = sum(info["geometry"]["vertices"].values())
+        self.assertTrue(numbers.startswith(
+            f"selection {info['scene']['faces']} faces, {info['scene']['triangles']} triangles, "
+            f"{vertices} vertices, {len(info['textures'])} texture, about {info['scene']['bytes'] / 1000:.1f} kB"),
+            numbers)
+
+    def test_the_size_and_below_the_picture_axes_and_a_scale_are_seen(self) -> None:
+        size = [line for line in self.window.seen if line.startswith("size ")][-1]
+        self.assertEqual("size 45 × 5 × 10 m", size)  # without the level of detail that isn't drawn from here
+        for part in ("axes", "scaleBar", "size"):
+            self.wait_for(lambda pixels: len(set(pixels)) > 1, part)
+
+    def test_dragging_turns_the_model_and_walking_looks_around(self) -> None:
+        left, top, width, height = self.window.widgets["picture"]
+        for _ in ("turning", "walking"):
+            before = self.picture()
+            steps = ["mousemove", str(left + width // 2), str(top + height // 2), "mousedown", "1"]
+            for x in range(1, 6):
+                steps += ["mousemove", str(left + width // 2 + 10 * x), str(top + height // 2), "sleep", "0.05"]
+            subprocess.run(["xdotool", *steps, "mouseup", "1"], check=True)
+            self.wait_for(lambda pixels, before=before: pixels != before)
+            self.window.keys("ctrl+2", "F2")
+            self.wait_for(lambda pixels: pixels.count(SKY) > len(pixels) / 4)
+
     def test_a_part_is_shown_alone_and_all_again(self) -> None:
         def has_red(pixels: list[bytes]) -> bool:
             return any(pixel[0] > 150 > 4 * max(pixel[1:]) for pixel in pixels)
@@ -130,5 +160,5 @@ class LookTest(unittest.TestCase):
 
 if __name__ == "__main__":
     with virtual_display.running(pathlib.Path(FOLDER)):
-        succeeded = unittest.main(argv=sys.argv[:1] + sys.argv[4:], exit=False).result.wasSuccessful()
+        succeeded = unittest.main(argv=sys.argv[:1] + sys.argv[5:], exit=False).result.wasSuccessful()
     sys.exit(0 if succeeded else 1)

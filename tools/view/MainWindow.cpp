@@ -389,6 +389,7 @@ void MainWindow::take(std::unique_ptr<LoadedScene> loaded, bool isSameAgain)
     section->setBox(view->box());
     sectionBar->apply();
     printer.print((isSameAgain ? "reloaded " : "loaded ") + ShownText::printable(path));
+    printer.print("size " + footer->sizeText());
     textures->show(&scene->textures, QFileInfo(path).absolutePath());
     messages->show(scene->scene.messages());
     lodBar->show(&scene->levelsOfDetail);

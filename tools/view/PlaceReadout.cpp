@@ -1,12 +1,15 @@
 #include "view/PlaceReadout.h"
 
+#include <cmath>
+
 namespace
 {
 
-QString numberOf(double value)
+/// Without what transforms add to a zero.
+QString numberOf(double value, int digits = 10) // centimetres in the coordinates of a map
 {
-    constexpr int digits = 10; // centimetres in the coordinates of a map
-    return QString::number(value, 'g', digits);
+    constexpr double finest = 1e-9;
+    return QString::number(std::abs(value) < finest ? 0 : value, 'g', digits);
 }
 
 /// "48.5000090° N"
@@ -44,8 +47,7 @@ QString PlaceReadout::textOf(SbVec3f const& place) const
                 numberOf(onEarth->height) + " m " + earth;
     constexpr int digits = 6;
     return QString("x %1  y %2  z %3 %4  |  database %5  %6  %7 %8  |  %9")
-        .arg(QString::number(static_cast<double>(place[0]), 'g', digits),
-             QString::number(static_cast<double>(place[1]), 'g', digits),
-             QString::number(static_cast<double>(place[2]), 'g', digits), unitName(), numberOf(stored[0]),
+        .arg(numberOf(static_cast<double>(place[0]), digits), numberOf(static_cast<double>(place[1]), digits),
+             numberOf(static_cast<double>(place[2]), digits), unitName(), numberOf(stored[0]),
              numberOf(stored[1]), numberOf(stored[2]), storedUnit, earth);
 }

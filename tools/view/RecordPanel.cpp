@@ -158,7 +158,6 @@ RecordPanel::RecordPanel(QWidget* parent)
     search->setClearButtonEnabled(true);
     tree->setHeaderLabels({tr("Field"), tr("Value")});
     tree->setAlternatingRowColors(true);
-    tree->setColumnWidth(0, 170);
     tree->setTextElideMode(Qt::ElideMiddle); // names of fields begin alike, and end alike
     tree->setAccessibleName(tr("Fields"));
     tree->setObjectName("fields");
@@ -178,7 +177,21 @@ void RecordPanel::show(std::vector<Json> const& records, SoNode const* node, QSt
     if (node != nullptr)
         addNode(*node);
     filter(search->text());
+    fitNames();
     tree->setUpdatesEnabled(true);
+}
+
+/// Gives names the room that they need, and leaves a third for the values.
+void RecordPanel::fitNames()
+{
+    tree->resizeColumnToContents(0);
+    tree->setColumnWidth(0, std::min(tree->columnWidth(0), tree->viewport()->width() * 2 / 3));
+}
+
+void RecordPanel::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    fitNames();
 }
 
 void RecordPanel::setSummary(QString const& text)

@@ -28,7 +28,11 @@ public:
     /// Says above the fields what the selected part is made of.
     void setSummary(QString const& text);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
+    void fitNames();
     void addRecord(nlohmann::ordered_json const& record, QString const& unit);
     void addNode(SoNode const& node);
     void filter(QString const& text);

@@ -7,11 +7,12 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QVBoxLayout>
 
 namespace
 {
 
-constexpr int linesOfPlace = 3;
+constexpr int linesOfPlace = 4;
 constexpr char separator[] = "  |  "; ///< Of the parts of a place.
 
 } // namespace
@@ -23,9 +24,11 @@ ViewFooter::ViewFooter(SceneView& view, QWidget* parent)
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(4, 0, 8, 0);
     layout->addWidget(axes);
-    layout->addWidget(scale);
+    auto* const lengths = new QVBoxLayout;
+    lengths->addWidget(scale);
+    lengths->addWidget(size);
+    layout->addLayout(lengths);
     layout->addWidget(label, 1);
-    layout->addWidget(size);
     label->setObjectName("place");
     label->setWordWrap(true);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);

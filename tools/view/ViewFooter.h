@@ -23,7 +23,7 @@ public:
     void refreshSize();
 
     void say(QString const& text); ///< Of a click.
-    QString sizeText() const;
+    QString sizeText() const;      ///< Of what is drawn: "660 × 500 × 149.7 m".
 
 private:
     void followCamera();
