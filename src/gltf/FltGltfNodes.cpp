@@ -304,16 +304,16 @@ bool FltGltfNodes::areOfOneKind(FltVisualNode const& part, Copies const& copies)
 {
     if (!isPlainGroup(part) || !hasRoom())
         return false;
-    std::uint64_t const count = part.meshes.size() * copies.matrices.size();
+    std::uint64_t const count = (1 + part.meshes.size()) * copies.matrices.size();
     if (count > copiesLeft)
         return false;
     copiesLeft -= count;
-    Copies const inside = enter(part, copies);
+    Copies inside = enter(part, copies);
     bool const areOne = part.meshes.empty() || std::all_of(inside.matrices.begin(), inside.matrices.end(),
                                                            [](SbDPMatrix const& matrix) {
                                                                return oneTransformOf(matrix).has_value();
                                                            });
-    Copies const below = forChildren(inside);
+    Copies const below = forChildren(std::move(inside));
     return areOne && std::all_of(part.children.begin(), part.children.end(), [&](auto const& child) {
                return child != nullptr && areOfOneKind(*child, below);
            });
@@ -322,7 +322,7 @@ bool FltGltfNodes::areOfOneKind(FltVisualNode const& part, Copies const& copies)
 /// Writes all copies of a part. @return the number of its node
 int FltGltfNodes::writeCopies(FltVisualNode const& part, Copies const& copies)
 {
-    Copies const inside = enter(part, copies);
+    Copies inside = enter(part, copies);
     Place place;
     place.around = inside.around;
     place.isShared = true;
@@ -331,9 +331,12 @@ int FltGltfNodes::writeCopies(FltVisualNode const& part, Copies const& copies)
         transforms.push_back(oneTransformOf(matrix).value_or(GltfTransform()));
     place.metresPerUnit = inside.metresPerUnit * std::cbrt(std::abs(inside.matrices.front().det3()));
     std::vector<int> children;
-    Copies const below = forChildren(inside);
+    Copies const below = forChildren(std::move(inside));
     for (std::shared_ptr<FltVisualNode> const& child : part.children)
-        children.push_back(writeCopies(*child, below));
+        if (hasRoom())
+            children.push_back(writeCopies(*child, below));
+        else
+            losses.add(tooLarge);
     for (FltGltfMeshes::Written const& mesh : meshes.of(part, meshPlaceOf(place), options.keepsHidden)) {
         triangleCount += hiddenAround == 0 ? mesh.triangles * transforms.size() : 0;
         children.push_back(instances.add(mesh.number, mesh.stand, mesh.step, transforms));
@@ -359,11 +362,8 @@ bool FltGltfNodes::writeAtOnce(std::vector<int>& list, FltVisualNode const& part
     all.metresPerUnit = inside.metresPerUnit;
     for (SbDPMatrix const& copy : copies.places)
         all.matrices.push_back(copy * inside.outer);
-    std::uint64_t const before = copiesLeft;
-    if (!areOfOneKind(part, all)) {
-        copiesLeft = before;
+    if (!areOfOneKind(part, all))
         return false;
-    }
     list.push_back(writeCopies(part, all));
     return true;
 }

@@ -105,7 +105,7 @@ private:
     FltVisualBounds bounds;
     std::size_t mostText;
     std::uint64_t triangleCount = 0;
-    std::uint64_t copiesLeft = 4'000'000; ///< Of meshes, that may be told at once.
-    int hiddenAround = 0;                 ///< Nodes around what is written now that aren't drawn.
-    std::map<std::string, int> lights;    ///< By their texts.
+    std::uint64_t copiesLeft = 500'000; ///< Places of nodes and meshes that may be looked at for copies.
+    int hiddenAround = 0;               ///< Nodes around what is written now that aren't drawn.
+    std::map<std::string, int> lights;  ///< By their texts.
 };

@@ -2,6 +2,7 @@
 
 #include "ReadGltf.h"
 #include "gltf/FltGltf.h"
+#include "support/SmallStack.h"
 
 #include <algorithm>
 #include <cmath>
@@ -82,6 +83,13 @@ FltGltfOptions keepingHidden()
     options.keepsHidden = true;
     return options;
 }
+
+/// Of bytes: one that a thousand levels of nodes more than fill.
+#ifdef __SANITIZE_ADDRESS__
+constexpr std::size_t smallStack = std::size_t(3) << 20;
+#else
+constexpr std::size_t smallStack = std::size_t(1) << 19;
+#endif
 
 Node switchOfThree()
 {
@@ -263,6 +271,19 @@ TEST(FltGltfNodes, TellCopiesAtOnceIfThatIsWanted)
     EXPECT_TRUE(written.has("tree") && written.has("leaves"));
     EXPECT_EQ(written.read.json["extensionsRequired"], ReadGltf::Json::array({"EXT_mesh_gpu_instancing"}));
     EXPECT_FALSE(plain.read.json.contains("extensionsRequired"));
+}
+
+TEST(FltGltfNodes, OfCopiesStayWithinASmallStack)
+{
+    Node const row = copiesOf({moved(0, 0, 0), moved(1, 0, 0)});
+    for (int i = 0; i < 1000; ++i) {
+        Node const outer = node();
+        outer->children = {row->children[0]};
+        row->children[0] = outer;
+    }
+    std::uint64_t nodes = 0;
+    runOnStackOf(smallStack, [&] { nodes = Written({row}, instancing()).report.nodes; });
+    EXPECT_GT(nodes, 10U);
 }
 
 TEST(FltGltfNodes, AreOneForEachPlaceWhereCopiesHaveNoOtherForm)
