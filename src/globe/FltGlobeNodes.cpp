@@ -1,6 +1,7 @@
 #include "globe/FltGlobeNodes.h"
 
 #include "toolkit/StackSpace.h"
+#include "visual/FltNodeCopy.h"
 #include "visual/FltNodeMatrix.h"
 
 #include <algorithm>
@@ -49,11 +50,7 @@ SbVec3d pointAt(SbVec3d const& point, SbDPMatrix const& matrix)
 /// A node with the names of another one. Nothing around it is a mirror: what was, is worked in.
 Node namedLike(FltVisualNode const& from)
 {
-    auto node = std::make_shared<FltVisualNode>();
-    node->name = from.name;
-    node->comments = from.comments;
-    node->record = from.record;
-    node->isHidden = from.isHidden;
+    Node node = FltNodeCopy::namedLike(from);
     node->senses.isStraight = true;
     return node;
 }
@@ -63,13 +60,6 @@ bool leadsOn(FltVisualNode const& node)
 {
     return std::holds_alternative<std::monostate>(node.content) && node.meshes.empty() &&
            node.children.size() == 1 && node.children.front() != nullptr;
-}
-
-template <class Part>
-void copyPart(FltVisualNode const& from, FltVisualNode& node)
-{
-    if (auto const* const part = from.as<Part>())
-        node.become<Part>(*part);
 }
 
 std::array<double, 16> numbersOf(SbDPMatrix const& matrix)
@@ -155,9 +145,7 @@ Node FltGlobeNodes::bent(FltVisualNode const& from, SbDPMatrix const& around, Re
 
 void FltGlobeNodes::takeContent(FltVisualNode const& from, SbDPMatrix const& inside, FltVisualNode& node)
 {
-    copyPart<FltVisualLevel>(from, node);
-    copyPart<FltVisualSwitch>(from, node);
-    copyPart<FltVisualFlipBook>(from, node);
+    FltNodeCopy::takeContent<FltVisualLevel, FltVisualSwitch, FltVisualFlipBook>(from, node);
     if (auto const* const light = from.as<FltVisualLight>())
         takeLight(*light, inside, node);
     if (auto const* const stored = from.as<FltVisualLevels>()) {

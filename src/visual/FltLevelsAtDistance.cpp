@@ -1,37 +1,16 @@
 #include "visual/FltLevelsAtDistance.h"
 
+#include "visual/FltNodeCopy.h"
+
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <unordered_set>
 
 namespace
 {
 
 using Node = FltLevelsAtDistance::Node;
-
-/// A node that shares all with another one but its content and its children.
-Node namedLike(FltVisualNode const& from)
-{
-    auto node = std::make_shared<FltVisualNode>();
-    node->name = from.name;
-    node->comments = from.comments;
-    node->record = from.record;
-    node->isHidden = from.isHidden;
-    node->transform = from.transform;
-    node->senses = from.senses;
-    node->meshes = from.meshes;
-    return node;
-}
-
-template <class... Parts>
-void copyContent(FltVisualNode const& from, FltVisualNode& node)
-{
-    auto const copy = [&](auto const* part) {
-        if (part != nullptr)
-            node.become<std::decay_t<decltype(*part)>>(*part);
-    };
-    (copy(from.as<Parts>()), ...);
-}
 
 /// The number of the level that is drawn at a distance.
 std::size_t levelAt(FltVisualNode const& node, double distance)
@@ -92,7 +71,10 @@ Node FltLevelsAtDistance::chosen(Node const& node)
         return node;
     if (auto const found = known.find(node.get()); found != known.end())
         return found->second;
-    Node made = namedLike(*node);
+    Node made = FltNodeCopy::namedLike(*node);
+    made->transform = node->transform;
+    made->senses = node->senses;
+    made->meshes = node->meshes;
     if (auto const* const levels = node->as<FltVisualLevels>()) {
         std::size_t const first = levelAt(*node, distance);
         std::size_t const end = std::min(levels->endOfDrawn(first), node->children.size());
@@ -100,9 +82,9 @@ Node FltLevelsAtDistance::chosen(Node const& node)
             if (node->children[i - 1] != nullptr)
                 made->children.push_back(chosen(node->children[i - 1]));
     } else {
-        copyContent<FltVisualLevel, FltVisualSwitch, FltVisualJoint, FltVisualCopies, FltVisualTurning,
-                    FltVisualScale, FltVisualLight, FltVisualText, FltVisualFile, FltVisualFlipBook>(*node,
-                                                                                                     *made);
+        FltNodeCopy::takeContent<FltVisualLevel, FltVisualSwitch, FltVisualJoint, FltVisualCopies,
+                                 FltVisualTurning, FltVisualScale, FltVisualLight, FltVisualText,
+                                 FltVisualFile, FltVisualFlipBook>(*node, *made);
         for (Node const& child : node->children)
             made->children.push_back(chosen(child));
     }

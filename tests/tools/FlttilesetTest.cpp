@@ -199,6 +199,11 @@ TEST_F(Flttileset, putsDatabasesOnTheGlobeWithoutATilesetToo)
     EXPECT_EQ(run.exitCode, 0) << run.errors;
     EXPECT_FALSE(fs::exists(folder / "out/tileset.json"));
     EXPECT_NE(contentsOf(folder / "out/t0.glb").find("\"globe\":{\"latitude\":48."), std::string::npos);
+    save("land/feet.flt",
+         square(0, {{"projectionType", 4}, {"utmZone", 32}, {"vertexCoordinateUnits", 4}}).pop());
+    ProgramRun const feet("flt2gltf", "--globe --units stored -o " + (folder / "feet.glb") + " " +
+                                          (folder / "land/feet.flt"));
+    EXPECT_EQ(feet.errors.find("readers take for metres"), std::string::npos) << feet.errors;
     save("land/unknown.flt", square(0, {{"projectionType", 9}}).pop());
     ProgramRun const unknown = convert("--globe", "out/");
     EXPECT_EQ(unknown.exitCode, 1);

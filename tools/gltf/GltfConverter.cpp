@@ -146,7 +146,8 @@ ConversionResult GltfConverter::convert(Conversion const& conversion, FltLoader:
     std::optional<FltGlobeTile> const onGlobe = placedOnGlobe(stored, conversion.input);
     FltVisual const& visual = onGlobe ? onGlobe->visual : stored;
     LoadMessages(program).show(visual);
-    warnOfUnit(visual, loader, conversion.input);
+    if (!onGlobe) // there all is in metres
+        warnOfUnit(visual, loader, conversion.input);
     FltGltfOptions options = makeOptions(loader);
     if (onGlobe)
         options.globe = onGlobe->frame.place();
