@@ -1,6 +1,5 @@
 // Whoever hears the window instead of seeing it is told what each of its parts is.
 
-#include "view/CheckSheet.h"
 #include "view/DofControl.h"
 #include "view/HelpSheet.h"
 #include "view/LodBar.h"
@@ -18,7 +17,6 @@
 #include <QAbstractSpinBox>
 #include <QAccessible>
 #include <QComboBox>
-#include <QLineEdit>
 #include <gtest/gtest.h>
 
 namespace
@@ -31,10 +29,8 @@ void expectNames(QWidget& panel)
     if (auto* const own = qobject_cast<Kind*>(&panel))
         widgets << own;
     for (Kind* const widget : widgets) {
-        bool const isPartOfAnother = qobject_cast<QAbstractSpinBox*>(widget->parentWidget()) != nullptr ||
-                                             widget->parentWidget() == nullptr
-                                         ? false
-                                         : widget->parentWidget()->inherits("QComboBoxPrivateContainer");
+        QWidget const* const parent = widget->parentWidget();
+        bool const isPartOfAnother = parent != nullptr && parent->inherits("QComboBoxPrivateContainer");
         if ((widget->focusPolicy() & Qt::TabFocus) == 0 || isPartOfAnother)
             continue;
         QAccessibleInterface* const heard = QAccessible::queryAccessibleInterface(widget);

@@ -6,7 +6,9 @@
 
 from __future__ import annotations
 
+import functools
 import json
+import operator
 import pathlib
 import subprocess
 import sys
@@ -92,13 +94,12 @@ class LookTest(unittest.TestCase):
     def test_the_numbers_of_the_whole_are_those_of_fltinfo(self) -> None:
         self.window.search("yard")
         numbers = [line for line in self.window.seen if line.startswith("selection ")][-1]
-        told = subprocess.run([FLTINFO, "--json", self.database], check=True, text=True, stdout=subprocess.PIPE)
-        info = json.loads(told.stdout)
+        info = json.loads(subprocess.check_output([FLTINFO, "--json", self.database], text=True))
+        whole = info["scene"]
         vertices = sum(info["geometry"]["vertices"].values())
         self.assertTrue(numbers.startswith(
-            f"selection {info['scene']['faces']} faces, {info['scene']['triangles']} triangles, "
-            f"{vertices} vertices, {len(info['textures'])} texture, about {info['scene']['bytes'] / 1000:.1f} kB"),
-            numbers)
+            f"selection {whole['faces']} faces, {whole['triangles']} triangles, {vertices} vertices, "
+            f"{len(info['textures'])} texture, about {whole['bytes'] / 1000:.1f} kB"), numbers)
 
     def test_the_size_and_below_the_picture_axes_and_a_scale_are_seen(self) -> None:
         size = [line for line in self.window.seen if line.startswith("size ")][-1]
@@ -112,9 +113,10 @@ class LookTest(unittest.TestCase):
             before = self.picture()
             steps = ["mousemove", str(left + width // 2), str(top + height // 2), "mousedown", "1"]
             for x in range(1, 6):
-                steps += ["mousemove", str(left + width // 2 + 10 * x), str(top + height // 2), "sleep", "0.05"]
+                steps += ["mousemove", str(left + width // 2 + 10 * x), str(top + height // 2)]
+                steps += ["sleep", "0.05"]
             subprocess.run(["xdotool", *steps, "mouseup", "1"], check=True)
-            self.wait_for(lambda pixels, before=before: pixels != before)
+            self.wait_for(functools.partial(operator.ne, before))
             self.window.keys("ctrl+2", "F2")
             self.wait_for(lambda pixels: pixels.count(SKY) > len(pixels) / 4)
 
