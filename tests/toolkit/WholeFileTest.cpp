@@ -5,8 +5,12 @@
 
 #include <cerrno>
 #include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace
 {
@@ -58,6 +62,25 @@ TEST(WholeFile, hasANameThatTellsWhoseItIsBeforeItHasItsPlace)
     EXPECT_EQ(file.commit(), 0);
     EXPECT_EQ(contentsOf(folder / "x"), "after");
     EXPECT_EQ(filesIn(folder), 1U);
+}
+
+TEST(WholeFile, needsNoDescriptorWhileItWaitsForItsPlace)
+{
+    struct rlimit before = {};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    struct rlimit few = before;
+    few.rlim_cur = 64;
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
+    ScratchFolder const folder;
+    std::vector<std::unique_ptr<WholeFile>> files;
+    for (int i = 0; i < 100; ++i) {
+        files.push_back(std::make_unique<WholeFile>(folder / std::to_string(i)));
+        EXPECT_EQ(files.back()->close(), 0) << i;
+    }
+    for (auto const& file : files)
+        EXPECT_EQ(file->commit(), 0);
+    EXPECT_EQ(filesIn(folder), 100U);
+    ::setrlimit(RLIMIT_NOFILE, &before);
 }
 
 TEST(WholeFile, keepsThePermissionsOfTheOneThatItReplaces)

@@ -141,9 +141,9 @@ struct Choice {
         std::string const isTaken = "#" + id() + ":checked ~ ";
         std::string text = isTaken + ".legend-" + letter + " { display: flex; }\n";
         for (std::size_t i = 0; i < fills.size(); ++i) {
-            std::string const name = std::string(".") + letter + std::to_string(i);
-            text.append(isTaken).append(".map ").append(name).append(" { fill: ").append(fills[i]);
-            text.append("; }\n.legend ").append(name).append(" { background: ").append(fills[i]);
+            std::string const place = std::string(".") + letter + std::to_string(i);
+            text.append(isTaken).append(".map ").append(place).append(" { fill: ").append(fills[i]);
+            text.append("; }\n.legend ").append(place).append(" { background: ").append(fills[i]);
             text.append("; }\n");
         }
         return text;
