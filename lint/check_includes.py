@@ -52,7 +52,7 @@ MAY_INCLUDE: dict[str, tuple[str, ...]] = {
     "tools/tileset": ("tools/support", "tools/convert"),
     "tools/shot": ("tools/support", "src/toolkit", "src/messages", "src/loader"),
     "tools/view": ("tools/support", "tools/iv", "src/toolkit", "src/textures", "src/messages", "src/records",
-                   "src/inspect", "src/loader", "src/gltf", "src/obj"),
+                   "src/visual", "src/inspect", "src/loader", "src/gltf", "src/obj"),
     "writer": (),
     "examples": ("writer", "tools/support", "src/loader", "src/toolkit", "src/plugin"),
 }

@@ -1,5 +1,7 @@
 #include "view/VisualPart.h"
 
+#include "visual/FltNodeCopy.h"
+
 #include <algorithm>
 #include <set>
 
@@ -43,25 +45,14 @@ private:
     std::set<FltVisualNode const*> seen; ///< Shared parts are looked through once.
 };
 
-template <class Content>
-void take(FltVisualNode& node, FltVisualNode const& from)
-{
-    if (auto const* const content = from.as<Content>())
-        node.become(*content);
-}
-
 /// A node like another one, with a single child, which is always shown.
 Node above(FltVisualNode const& node, Node const& child)
 {
-    auto alike = std::make_shared<FltVisualNode>();
-    alike->name = node.name;
-    alike->comments = node.comments;
-    alike->record = node.record;
+    Node alike = FltNodeCopy::namedLike(node);
+    alike->isHidden = false;
     alike->transform = node.transform;
     alike->senses = node.senses;
-    take<FltVisualJoint>(*alike, node);
-    take<FltVisualCopies>(*alike, node);
-    take<FltVisualScale>(*alike, node);
+    FltNodeCopy::takeContent<FltVisualJoint, FltVisualCopies, FltVisualScale>(node, *alike);
     alike->children = {child};
     return alike;
 }
