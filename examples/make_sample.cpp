@@ -532,17 +532,25 @@ void addBeacon(FltWriter& flt, Point place, Model const& redLamp, Model const& w
     flt.pop();
 }
 
-/// Turns about the z axis, a full circle.
+/// Turns about the mast, a full circle.
 void addRadar(FltWriter& flt, Point place, Model const& mast, Model const& dish)
 {
     mast.write(flt, "mast", placedAt(place));
+    Point const top = place + Point{0, 0, 20};
     flt.add("DOF", {{"idASCII", "radar"},
-                    {"XPointOnXAxisOfDOFLocalCoordinateSystem", 1},
-                    {"YPointInXYPlaneOfDOFLocalCoordinateSystem", 1},
+                    {"XOriginOfDOFLocalCoordinateSystem", top.x},
+                    {"YOriginOfDOFLocalCoordinateSystem", top.y},
+                    {"ZOriginOfDOFLocalCoordinateSystem", top.z},
+                    {"XPointOnXAxisOfDOFLocalCoordinateSystem", top.x + 1},
+                    {"YPointOnXAxisOfDOFLocalCoordinateSystem", top.y},
+                    {"ZPointOnXAxisOfDOFLocalCoordinateSystem", top.z},
+                    {"XPointInXYPlaneOfDOFLocalCoordinateSystem", top.x},
+                    {"YPointInXYPlaneOfDOFLocalCoordinateSystem", top.y + 1},
+                    {"ZPointInXYPlaneOfDOFLocalCoordinateSystem", top.z},
                     {"minimumYaw", -180},
                     {"maxYaw", 180},
                     {"incrementInYaw", 2}});
-    flt.add("Matrix", placedAt(place + Point{0, 0, 20}, 150));
+    flt.add("Matrix", placedAt(top, 150));
     flt.push();
     dish.write(flt, "dish");
     flt.pop();
