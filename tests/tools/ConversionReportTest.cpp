@@ -242,6 +242,31 @@ TEST_P(ConversionReport, isWrittenByTwoRunsAtOnce)
     EXPECT_EQ(run().output, nothingToDo(30));
 }
 
+TEST_P(ConversionReport, readsAgainWhatChangedWhileItWasRead)
+{
+    database("metres.flt");
+    database("feet.flt", {{}, "", 4});
+    database("changing.flt");
+    std::string const command =
+        std::string(VELLOREADER_PROGRAMS) + GetParam().program + " -q " + arguments("");
+    std::string const script =
+        folder.write("change.sh", "cd '" + (folder / "tree") +
+                                      "'\nwhile [ ! -e ../stop ]; do\n"
+                                      "cat metres.flt >changing.flt\ncat feet.flt >changing.flt\ndone &\n"
+                                      "for i in 1 2 3 4 5; do\n" +
+                                      command + "\ndone\n>../stop\nwait\n");
+    // A half of it may be read, which is told.
+    static_cast<void>(std::system(("bash " + script + " 2>/dev/null").c_str()));
+    ProgramRun const last = run();
+    EXPECT_EQ(last.exitCode, 0) << last.errors;
+    auto const whole = results();
+    ASSERT_EQ(whole.size(), 3U);
+    fs::remove_all(folder / "out");
+    fs::remove(path);
+    EXPECT_EQ(run("-q").exitCode, 0);
+    EXPECT_EQ(results(), whole) << "as if it had never been otherwise";
+}
+
 TEST_P(ConversionReport, isNotFooledByAClockThatWasSetBack)
 {
     if (std::system("faketime -f '-1y' true 2>/dev/null") != 0)
