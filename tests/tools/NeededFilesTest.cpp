@@ -1,66 +1,67 @@
 #include "convert/NeededFiles.h"
-
 #include "support/ScratchFolder.h"
 
 #include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <thread>
 
 namespace
 {
 
-/// Waits until the clock that marks files has gone on by more than its step.
-void letFilesGrowOld(ScratchFolder const& folder)
+namespace fs = std::filesystem;
+
+/// Longer than the system's clock of files stands still.
+void letTheClockGoOn()
 {
-    std::string const first = folder.write("clock", "");
-    auto const begin = std::filesystem::last_write_time(first);
-    while (std::filesystem::last_write_time(folder.write("clock", "")) <
-           begin + std::chrono::milliseconds(20)) {
-    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));
 }
 
 } // namespace
 
-TEST(NeededFiles, areKnownBySizeAndTime)
+TEST(NeededFiles, AreSettledIfNoneChangedSinceTheConversionBegan)
 {
     ScratchFolder const folder;
-    std::string const file = folder.write("a.flt", "bytes");
-    letFilesGrowOld(folder);
+    std::string const file = folder.write("a.flt", "one");
+    letTheClockGoOn();
     NeededFiles needed;
     needed.add(file);
-    needed.add(file);
-    needed.add(folder / "nowhere");
-    needed.add(folder / ".");
-    ASSERT_EQ(needed.files().size(), 1U);
-    EXPECT_EQ(needed.files()[0].stamp.size, 5U);
-    EXPECT_EQ(FileStamp::of(file), needed.files()[0].stamp);
-    EXPECT_FALSE(FileStamp::of(folder / "."));
-    EXPECT_FALSE(FileStamp::of(folder / "nowhere"));
-}
-
-TEST(NeededFiles, areSettledUnlessOneWasChangedMeanwhile)
-{
-    ScratchFolder const folder;
-    std::string const still = folder.write("still.flt", "bytes"),
-                      changed = folder.write("changed.flt", "bytes");
-    letFilesGrowOld(folder);
-    NeededFiles needed;
-    needed.add(still);
     EXPECT_TRUE(needed.areSettled());
-    static_cast<void>(folder.write("changed.flt", "bytes"));
-    needed.add(changed);
+    ASSERT_EQ(needed.files().size(), 1U);
+    EXPECT_EQ(needed.files()[0].stamp.size, 3U);
+}
+
+TEST(NeededFiles, AreNotSettledIfOneChangedMeanwhileEvenIfItsTimeSaysOtherwise)
+{
+    ScratchFolder const folder;
+    std::string const file = folder.write("a.flt", "one");
+    fs::file_time_type const time = fs::last_write_time(file);
+    letTheClockGoOn();
+    NeededFiles needed;
+    static_cast<void>(folder.write("a.flt", "two"));
+    fs::last_write_time(file, time);
+    needed.add(file);
     EXPECT_FALSE(needed.areSettled());
 }
 
-TEST(NeededFiles, noticeAChangeThatGivesAFileItsOldTime)
+TEST(NeededFiles, AreStillNotSettledAfterOthersThatAre)
 {
     ScratchFolder const folder;
-    std::string const file = folder.write("a.flt", "bytes");
-    auto const time = std::filesystem::last_write_time(file);
-    letFilesGrowOld(folder);
+    std::string const old = folder.write("old.flt", "one");
+    letTheClockGoOn();
     NeededFiles needed;
-    static_cast<void>(folder.write("a.flt", "other"));
-    std::filesystem::last_write_time(file, time);
-    needed.add(file);
+    needed.add(folder.write("new.flt", "two"));
+    needed.add(old);
     EXPECT_FALSE(needed.areSettled());
+}
+
+TEST(NeededFiles, StandOnceAndOnlyIfTheyAreThere)
+{
+    ScratchFolder const folder;
+    std::string const file = folder.write("a.flt", "one");
+    NeededFiles needed;
+    needed.add(file);
+    needed.add(file);
+    needed.add(folder / "lost.flt");
+    EXPECT_EQ(needed.files().size(), 1U);
 }
