@@ -28,6 +28,10 @@ function(prepare package usr overrides)
   # Everybody may read them, whatever umask the package was made with.
   file(CHMOD_RECURSE ${usr}/share PERMISSIONS ${readable} DIRECTORY_PERMISSIONS ${readable} OWNER_EXECUTE GROUP_EXECUTE
        WORLD_EXECUTE)
+  file(GLOB scripts ${usr}/share/velloreader/slurm/*)
+  if(scripts)
+    file(CHMOD ${scripts} PERMISSIONS ${readable} OWNER_EXECUTE GROUP_EXECUTE WORLD_EXECUTE)
+  endif()
   file(CHMOD_RECURSE ${usr} DIRECTORY_PERMISSIONS ${readable} OWNER_EXECUTE GROUP_EXECUTE WORLD_EXECUTE)
 endfunction()
 
