@@ -90,6 +90,7 @@ bool GltfBinary::compress()
         if (packed.empty() || packed.size() >= view.bytes.size())
             continue;
         view.sizeWithout = view.bytes.size();
+        view.countWithout = view.sizeWithout / view.sizeOfOne();
         view.bytes = std::move(packed);
     }
     return sizeWithout() != 0;
@@ -130,7 +131,7 @@ GltfJson GltfBinary::list() const
                                                              {"byteLength", view.bytes.size()},
                                                              {"byteStride", view.sizeOfOne()},
                                                              {"mode", modeOf(view.content)},
-                                                             {"count", view.sizeWithout / view.sizeOfOne()}};
+                                                             {"count", view.countWithout}};
         all.push_back(std::move(told));
         offset += view.bytes.size() + gapAfter(view.bytes.size());
         offsetWithout += view.sizeWithout + gapAfter(view.sizeWithout);

@@ -49,7 +49,8 @@ private:
         Content content;
         std::size_t stride;
         std::string bytes;
-        std::size_t sizeWithout = 0; ///< Of one that is compressed, as it was before.
+        std::size_t sizeWithout = 0;  ///< Of one that is compressed, as it was before.
+        std::size_t countWithout = 0; ///< Of what was in it.
 
         std::size_t sizeOfOne() const { return content == Content::corners ? stride : 2; }
     };
