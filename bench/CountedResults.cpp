@@ -6,11 +6,11 @@
 
 #include "BenchDatabase.h"
 #include "BenchTime.h"
+#include "NodeCount.h"
 #include "inspect/FltCheck.h"
 #include "loader/FltLoader.h"
 
 #include <Inventor/SoDB.h>
-#include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/errors/SoDebugError.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoShape.h>
@@ -25,17 +25,6 @@ constexpr int buildings = 200;
 constexpr int vertices = 300'000;
 constexpr int objects = 20'000;
 
-/// How many nodes of a type a traversal meets.
-int countOf(SoType type, SoNode* root)
-{
-    SoSearchAction search;
-    search.setType(type);
-    search.setInterest(SoSearchAction::ALL);
-    search.setSearchingAll(TRUE);
-    search.apply(root);
-    return search.getPaths().getLength();
-}
-
 /// What is gone through to draw a database.
 void tellDrawing(std::string const& path, std::string const& name)
 {
@@ -44,10 +33,10 @@ void tellDrawing(std::string const& path, std::string const& name)
         loader.merge = isMerged;
         FltScene const scene = loader.load(path);
         char const* const how = isMerged ? ", merged" : "";
-        std::printf("count %d %s%s: nodes\n", countOf(SoNode::getClassTypeId(), scene.root()), name.c_str(),
-                    how);
-        std::printf("count %d %s%s: shapes\n", countOf(SoShape::getClassTypeId(), scene.root()), name.c_str(),
-                    how);
+        std::printf("count %d %s%s: nodes\n", NodeCount::of(SoNode::getClassTypeId(), scene.root()),
+                    name.c_str(), how);
+        std::printf("count %d %s%s: shapes\n", NodeCount::of(SoShape::getClassTypeId(), scene.root()),
+                    name.c_str(), how);
     }
 }
 

@@ -6,11 +6,11 @@
 #include "BenchTime.h"
 #include "DrawnFrames.h"
 #include "JoinedShapes.h"
+#include "NodeCount.h"
 #include "loader/FltLoader.h"
 #include "support/ScratchFolder.h"
 
 #include <Inventor/SoDB.h>
-#include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/nodes/SoShape.h>
 #include <cstdio>
 #include <exception>
@@ -55,17 +55,6 @@ struct Loaded {
                                                    : SoNodeRef<SoNode>(scene.root());
     }
 };
-
-/// How many nodes of a type a traversal meets.
-int count(SoNode* root, SoType type)
-{
-    SoSearchAction search;
-    search.setType(type);
-    search.setInterest(SoSearchAction::ALL);
-    search.setSearchingAll(TRUE);
-    search.apply(root);
-    return search.getPaths().getLength();
-}
 
 /// The first frame, and one of many from outside and from inside, in milliseconds; then the memory in
 /// megabytes.
@@ -169,8 +158,8 @@ int main(int argc, char** argv)
         for (std::size_t i = 0; i < cases.size(); ++i) {
             Silence const silence;
             Loaded const loaded(cases[i]);
-            rows[i]["nodes"] = count(loaded.root.get(), SoNode::getClassTypeId());
-            rows[i]["shapes"] = count(loaded.root.get(), SoShape::getClassTypeId());
+            rows[i]["nodes"] = NodeCount::of(SoNode::getClassTypeId(), loaded.root.get());
+            rows[i]["shapes"] = NodeCount::of(SoShape::getClassTypeId(), loaded.root.get());
         }
         if (options.json)
             std::puts(rows.dump(2).c_str());
