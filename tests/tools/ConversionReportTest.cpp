@@ -274,8 +274,11 @@ TEST_P(ConversionReport, isNotFooledByAClockThatWasSetBack)
     tiles(4);
     for (int i = 0; i < 4; ++i)
         age(folder / ("tree/t" + std::to_string(i) + ".flt"), 1'000'000'000);
-    std::string const command = "NO_FAKE_STAT=1 faketime -f '-1y' " + std::string(VELLOREADER_PROGRAMS) +
-                                GetParam().program + " " + arguments("") + " >" + (folder / "said");
+    // Its library comes before that of the address sanitizer, which minds unless it is told.
+    std::string const command =
+        "ASAN_OPTIONS=\"$ASAN_OPTIONS:verify_asan_link_order=0\" NO_FAKE_STAT=1 faketime -f '-1y' " +
+        std::string(VELLOREADER_PROGRAMS) + GetParam().program + " " + arguments("") + " >" +
+        (folder / "said");
     EXPECT_EQ(std::system(command.c_str()), 0);
     EXPECT_EQ(contentsOf(folder / "said"), "4 of 4 databases converted\n");
     EXPECT_EQ(run().output, nothingToDo(4));
