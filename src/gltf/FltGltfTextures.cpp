@@ -1,5 +1,7 @@
 #include "gltf/FltGltfTextures.h"
 
+#include "textures/PictureAlpha.h"
+
 namespace
 {
 
@@ -68,8 +70,8 @@ int FltGltfTextures::numberOf(std::int32_t texture, bool isOpaque)
 
 int FltGltfTextures::imageOf(FltTexture const& texture, bool isOpaque)
 {
-    bool const hasAlpha = texture.pixels->components == 2 || texture.pixels->components == 4;
-    auto const [known, isNew] = images.try_emplace({texture.pixels.get(), isOpaque && hasAlpha}, none);
+    auto const [known, isNew] =
+        images.try_emplace({texture.pixels.get(), isOpaque && hasAlpha(*texture.pixels)}, none);
     if (!isNew)
         return known->second;
     GltfPicture picture(texture, isOpaque, source);

@@ -1,6 +1,7 @@
 #include "gltf/GltfPicture.h"
 
 #include "gltf/GltfPictureFile.h"
+#include "textures/PictureAlpha.h"
 
 #include <array>
 #include <cstdio>
@@ -10,22 +11,6 @@
 
 namespace
 {
-
-bool hasAlpha(PicturePixels const& pixels)
-{
-    return pixels.components == 2 || pixels.components == 4;
-}
-
-PicturePixels withoutAlpha(PicturePixels const& pixels)
-{
-    auto const before = static_cast<std::size_t>(pixels.components);
-    PicturePixels result{pixels.width, pixels.height, pixels.components - 1, {}};
-    result.bytes.reserve(pixels.bytes.size() / before * (before - 1));
-    for (std::size_t i = 0; i < pixels.bytes.size(); ++i)
-        if (i % before != before - 1)
-            result.bytes.push_back(pixels.bytes[i]);
-    return result;
-}
 
 std::string pngOf(PicturePixels const& pixels)
 {

@@ -44,6 +44,22 @@ double coverageBetween(std::array<int, 4> const& corners)
 
 } // namespace
 
+bool hasAlpha(PicturePixels const& picture)
+{
+    return picture.components == 2 || picture.components == 4;
+}
+
+PicturePixels withoutAlpha(PicturePixels const& picture)
+{
+    auto const before = static_cast<std::size_t>(picture.components);
+    PicturePixels result{picture.width, picture.height, picture.components - 1, {}};
+    result.bytes.reserve(picture.bytes.size() / before * (before - 1));
+    for (std::size_t i = 0; i < picture.bytes.size(); ++i)
+        if (i % before != before - 1)
+            result.bytes.push_back(picture.bytes[i]);
+    return result;
+}
+
 PictureAlpha alphaOf(PicturePixels const& picture)
 {
     if (picture.components != 2 && picture.components != 4)

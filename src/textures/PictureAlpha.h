@@ -9,6 +9,12 @@ enum class PictureAlpha {
     graded, ///< Something in between.
 };
 
+/// Whether pixels have a byte for it.
+bool hasAlpha(PicturePixels const& picture);
+
+/// @param picture that has alpha
+PicturePixels withoutAlpha(PicturePixels const& picture);
+
 /// Looks at all pixels of a picture.
 PictureAlpha alphaOf(PicturePixels const& picture);
 

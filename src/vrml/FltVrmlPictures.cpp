@@ -1,5 +1,7 @@
 #include "vrml/FltVrmlPictures.h"
 
+#include "textures/PictureAlpha.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <unordered_set>
@@ -22,22 +24,6 @@ void forEachMesh(FltVisualNode const& root, Function function)
             if (*child != nullptr && (child->use_count() == 1 || known.insert(child->get()).second))
                 waiting.push_back(child->get());
     }
-}
-
-bool hasAlpha(PicturePixels const& pixels)
-{
-    return pixels.components == 2 || pixels.components == 4;
-}
-
-PicturePixels withoutAlpha(PicturePixels const& pixels)
-{
-    auto const before = static_cast<std::size_t>(pixels.components);
-    PicturePixels result{pixels.width, pixels.height, pixels.components - 1, {}};
-    result.bytes.reserve(pixels.bytes.size() / before * (before - 1));
-    for (std::size_t i = 0; i < pixels.bytes.size(); ++i)
-        if (i % before != before - 1)
-            result.bytes.push_back(pixels.bytes[i]);
-    return result;
 }
 
 void writeWraps(VrmlText& text, FltTextureAttributes const& attributes)

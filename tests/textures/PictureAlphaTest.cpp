@@ -66,3 +66,18 @@ TEST(PictureAlpha, letsOnePixelInTwentyBeGraded)
     EXPECT_EQ(alphaOf(mixed(5, 100)), PictureAlpha::cutOut);
     EXPECT_EQ(alphaOf(mixed(6, 100)), PictureAlpha::graded);
 }
+
+TEST(PictureAlpha, IsTheLastByteOfAPixelAndCanBeLeftOut)
+{
+    PicturePixels const colors{2, 1, 4, {1, 2, 3, 200, 4, 5, 6, 201}};
+    ASSERT_TRUE(hasAlpha(colors));
+    PicturePixels const opaque = withoutAlpha(colors);
+    EXPECT_EQ(opaque.components, 3);
+    EXPECT_EQ(opaque.width, 2);
+    EXPECT_EQ(opaque.bytes, (std::vector<unsigned char>{1, 2, 3, 4, 5, 6}));
+    EXPECT_FALSE(hasAlpha(opaque));
+    PicturePixels const grey{1, 2, 2, {1, 200, 2, 201}};
+    ASSERT_TRUE(hasAlpha(grey));
+    EXPECT_EQ(withoutAlpha(grey).bytes, (std::vector<unsigned char>{1, 2}));
+    EXPECT_FALSE(hasAlpha(withoutAlpha(grey)));
+}
