@@ -61,6 +61,18 @@ protected:
         scene = loader.load(database);
     }
 
+    /// Loads it with the instance as it is, and in a mirror.
+    void loadInBothSenses()
+    {
+        for (double const x : {1.0, -1.0}) {
+            writer.add("InstanceReference", {{"instanceDefinitionNumber", 1}});
+            writer.add("Matrix",
+                       {{"matrix", std::vector<double>{x, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}}});
+        }
+        writer.pop();
+        load();
+    }
+
     /// The first node of a type, or the one of a number.
     template <class Node>
     Node* find(int number = 0) const
@@ -374,13 +386,7 @@ TEST_F(FltSceneTest, PlaysBothFormsOfAFlipBookThatStandsInAMirrorToo)
     writer.add("Object");
     addFace();
     writer.pop().pop();
-    for (int const x : {1, -1}) {
-        writer.add("InstanceReference", {{"instanceDefinitionNumber", 1}});
-        writer.add("Matrix",
-                   {{"matrix", std::vector<double>{double(x), 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}}});
-    }
-    writer.pop();
-    load();
+    loadInBothSenses();
     EXPECT_EQ(scene.flipBooks().size(), 1U);
     ASSERT_NE(find<SoBlinker>(0), find<SoBlinker>(1));
     EXPECT_TRUE(scene.play(true));
@@ -425,13 +431,7 @@ TEST_F(FltSceneTest, MovesBothFormsOfAPartThatStandsInAMirrorToo)
     writer.add("DOF", {{"idASCII", "door"}}).push().add("Object");
     addFace();
     writer.pop().pop().pop();
-    for (int const x : {1, -1}) {
-        writer.add("InstanceReference", {{"instanceDefinitionNumber", 1}});
-        writer.add("Matrix",
-                   {{"matrix", std::vector<double>{double(x), 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}}});
-    }
-    writer.pop();
-    load();
+    loadInBothSenses();
     ASSERT_EQ(scene.switches().size(), 1U);
     ASSERT_EQ(scene.degreesOfFreedom().size(), 1U);
     EXPECT_NE(find<SoIndexedFaceSet>(0), find<SoIndexedFaceSet>(2));
