@@ -20,7 +20,7 @@ TEST_F(SelectionStatisticsTest, CountsTheWholeAsFltinfoDoes)
 {
     SelectionStatistics::Numbers const all = counted.of(*loaded.scene.root(), FltRecordPlace{path, 0, true});
     FltInventory const inventory(path);
-    SceneMeasure const measure = SceneMeasure::of(loaded.scene, path);
+    SceneMeasure const measure = SceneMeasure::of(FltLoader().load(path), path);
     EXPECT_EQ(inventory.faces.size(), all.faces);
     EXPECT_EQ(inventory.vertices.size(), all.vertices);
     EXPECT_EQ(measure.statistics.faces, all.faces);

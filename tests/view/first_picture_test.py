@@ -16,7 +16,7 @@ import unittest
 from collections.abc import Callable
 
 import virtual_display
-from viewer_window import PATIENCE
+from viewer_window import PATIENCE, Window, on_window
 
 FLTVIEW, WRITE_DATABASE, FOLDER = (pathlib.Path(path).resolve() for path in sys.argv[1:4])
 BACKGROUND = bytes((194, 209, 224))
@@ -45,13 +45,24 @@ class FirstPictureTest(unittest.TestCase):
         self.addCleanup(process.kill)
 
     def resize(self, size: tuple[str, str]) -> None:
-        subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", " - fltview",
-                        "windowsize", *size], check=True, stdout=subprocess.DEVNULL)
+        """Asks for a size until the window has it: it may be dressed by the window manager meanwhile."""
+        wanted = {f"{name}={number}" for name, number in zip(("WIDTH", "HEIGHT"), size)}
+
+        def has_size() -> bool:
+            shape = on_window(" - fltview", "windowsize", *size, "getwindowgeometry", "--shell")
+            return wanted <= set(shape.splitlines())
+
+        wait_until(has_size, f"the window doesn't get the size {size}")
 
     def places_of_the_background(self) -> list[set[int]]:
         """Where an empty database leaves the picture free, in each size of the window."""
-        self.start(self.database("empty"))
+        window = Window(str(FLTVIEW), str(FOLDER), "--size", "x".join(SIZES[0]), self.database("empty"))
+        assert window.process.stdout
+        self.addCleanup(window.process.stdout.close)
+        self.addCleanup(window.process.wait)
+        self.addCleanup(window.process.kill)
         places: list[set[int]] = []
+        laid_out: list[int] = []
 
         looks_alike = 0
 
@@ -69,6 +80,9 @@ class FirstPictureTest(unittest.TestCase):
         for size in SIZES:
             places.append(set())
             self.resize(size)
+            while window.widgets.get("picture", laid_out) == laid_out:
+                window.next_line("widgets end")
+            laid_out = window.widgets["picture"]
             wait_until(is_half_of_the_middle_free, f"the picture of an empty database isn't drawn at {size}")
         self.doCleanups()
         return places
@@ -92,7 +106,7 @@ class FirstPictureTest(unittest.TestCase):
 
     def test_with_a_window_manager(self) -> None:
         with contextlib.ExitStack() as stack:
-            stack.enter_context(virtual_display.window_manager())
+            stack.enter_context(virtual_display.window_manager(FOLDER))
             self.see_the_picture_in_every_size()
             self.doCleanups()
 

@@ -13,7 +13,7 @@ import sys
 import unittest
 
 import virtual_display
-from viewer_window import Window, focus
+from viewer_window import Window, drag_to_the_window, focus
 
 FLTVIEW, WRITE_DATABASE, DRAG_SOURCE, FOLDER = (str(pathlib.Path(path).resolve()) for path in sys.argv[1:5])
 PROBLEM = "not an OpenFlight database"
@@ -88,13 +88,7 @@ class LoadTest(unittest.TestCase):
         source = subprocess.Popen([DRAG_SOURCE, bad, "1100", "100"])
         self.addCleanup(source.wait)
         self.addCleanup(source.terminate)
-        for kind, name in (("--name", "fltview"), ("--class", "drag_source")):
-            subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", kind, name],
-                           check=True, stdout=subprocess.DEVNULL)
-        steps = ["mousemove", "1150", "150", "mousedown", "1"]
-        for x in range(1140, 400, -60):
-            steps += ["mousemove", str(x), "300", "sleep", "0.05"]
-        subprocess.run(["xdotool", *steps, "sleep", "0.5", "mouseup", "1"], check=True)
+        drag_to_the_window("fltview")
         self.assert_failed(window, bad, r"dropped.flt \(not loaded\) - fltview")
 
     def test_a_file_that_cannot_be_loaded_again_stays_and_is_named_so(self) -> None:

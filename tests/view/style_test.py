@@ -14,7 +14,7 @@ import unittest
 from collections.abc import Callable
 
 import virtual_display
-from viewer_window import PATIENCE, Window, focus
+from viewer_window import PATIENCE, Window, focus, on_window
 
 FLTVIEW, WRITE_DATABASE, FOLDER = (str(pathlib.Path(path).resolve()) for path in sys.argv[1:4])
 
@@ -69,14 +69,10 @@ class StyleTest(unittest.TestCase):
 
     def test_the_size_of_the_window_is_remembered(self) -> None:
         def size() -> list[str]:
-            window = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "yard.flt - fltview"],
-                                    text=True, check=True, stdout=subprocess.PIPE).stdout.split()[0]
-            shape = subprocess.run(["xdotool", "getwindowgeometry", "--shell", window], text=True, check=True,
-                                   stdout=subprocess.PIPE).stdout
+            shape = on_window("yard.flt - fltview", "getwindowgeometry", "--shell")
             return [line for line in shape.splitlines() if line.startswith(("WIDTH", "HEIGHT"))]
 
-        subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "yard.flt - fltview", "windowsize",
-                        "--sync", "1100", "700"], check=True)
+        on_window("yard.flt - fltview", "windowsize", "--sync", "1100", "700")
         self.wait_for(lambda: size() == ["WIDTH=1100", "HEIGHT=700"])
         self.window.forget()
         self.window.search("door")  # the window has taken the size in

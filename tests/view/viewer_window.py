@@ -84,10 +84,30 @@ class Window:
             self.process.kill()
 
 
+def on_window(name: str, *command: str, by: str = "--name") -> str:
+    """Does something to a window as soon as it is there, and does it again while windows come and go below
+    it, which the search doesn't bear. @return what the command prints, or the window's number
+    """
+    end = time.monotonic() + PATIENCE
+    while True:
+        run = subprocess.run(["xdotool", "search", "--onlyvisible", by, name, *command], text=True,
+                             stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        if run.returncode == 0:
+            return run.stdout
+        assert time.monotonic() < end, f"no window is named {name}"
+        time.sleep(0.2)
+
+
 def focus(title: str) -> None:
     """Gives the keyboard to a window, as no window manager does it here."""
-    end = time.monotonic() + PATIENCE
-    while subprocess.run(["xdotool", "search", "--onlyvisible", "--name", title, "windowfocus", "--sync"],
-                         stderr=subprocess.DEVNULL).returncode != 0:
-        assert time.monotonic() < end, f"no window is named {title}"
-        time.sleep(0.2)
+    on_window(title, "windowfocus", "--sync")
+
+
+def drag_to_the_window(name: str) -> None:
+    """Draws what drag_source offers at the right over a window at the left, and drops it there."""
+    on_window(name)
+    on_window("drag_source", by="--class")
+    steps = ["mousemove", "1150", "150", "mousedown", "1"]
+    for x in range(1140, 400, -60):
+        steps += ["mousemove", str(x), "300", "sleep", "0.05"]
+    subprocess.run(["xdotool", *steps, "sleep", "0.5", "mouseup", "1"], check=True)

@@ -6,9 +6,11 @@ import collections
 import contextlib
 import os
 import pathlib
+import shlex
 import shutil
 import struct
 import subprocess
+import time
 from collections.abc import Iterator
 
 
@@ -16,15 +18,16 @@ from collections.abc import Iterator
 def running(folder: pathlib.Path) -> Iterator[None]:
     """A display for the programs that are started within, which keep their settings in the folder.
 
-    What the folder held before is removed.
+    What the folder held before is removed. The display doesn't begin anew when its last window goes: who
+    comes in that moment would be turned away.
     """
     shutil.rmtree(folder, ignore_errors=True)
     (folder / "settings").mkdir(parents=True)
     folder.chmod(0o700)
     reader, writer = os.pipe()
     process = subprocess.Popen(
-        ["Xvfb", "-displayfd", str(writer), "-screen", "0", "1280x800x24", "-nolisten", "tcp", "-fbdir",
-         str(folder)],
+        ["Xvfb", "-displayfd", str(writer), "-screen", "0", "1280x800x24", "-nolisten", "tcp", "-noreset",
+         "-fbdir", str(folder)],
         pass_fds=[writer], stderr=subprocess.DEVNULL)
     os.close(writer)
     number = b""
@@ -43,10 +46,19 @@ def running(folder: pathlib.Path) -> Iterator[None]:
 
 
 @contextlib.contextmanager
-def window_manager() -> Iterator[None]:
-    """Somebody who moves, frames and sizes windows on the display of running()."""
-    process = subprocess.Popen(["openbox"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+def window_manager(folder: pathlib.Path) -> Iterator[None]:
+    """Somebody who moves, frames and sizes windows on the display of running(), and is at work within.
+
+    A window that comes while it begins may stay hidden for good.
+    """
+    begun = folder / "window-manager-has-begun"
+    begun.unlink(missing_ok=True)
+    process = subprocess.Popen(["openbox", "--startup", f"touch {shlex.quote(str(begun))}"],
+                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     try:
+        while not begun.exists():
+            assert process.poll() is None, "openbox ends at once"
+            time.sleep(0.05)
         yield
     finally:
         process.terminate()

@@ -20,7 +20,7 @@ import zlib
 
 import viewer_window
 import virtual_display
-from viewer_window import PATIENCE, focus
+from viewer_window import PATIENCE, drag_to_the_window, focus
 
 FLTVIEW, WRITE_DATABASE, DRAG_SOURCE, FOLDER = (
     str(pathlib.Path(path).resolve()) for path in sys.argv[1:5])
@@ -204,14 +204,7 @@ class DragTest(unittest.TestCase):
         source = subprocess.Popen([DRAG_SOURCE, str(database), "1100", "100"])
         self.addCleanup(source.wait)
         self.addCleanup(source.terminate)
-        subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", "fltview"],
-                       check=True, stdout=subprocess.DEVNULL)
-        subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--class", "drag_source"],
-                       check=True, stdout=subprocess.DEVNULL)
-        steps = ["mousemove", "1150", "150", "mousedown", "1"]
-        for x in range(1140, 400, -60):
-            steps += ["mousemove", str(x), "300", "sleep", "0.05"]
-        subprocess.run(["xdotool", *steps, "sleep", "0.5", "mouseup", "1"], check=True)
+        drag_to_the_window("fltview")
         self.assertEqual(f"loaded {database}", window.next_line("loaded"))
 
 
