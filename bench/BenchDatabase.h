@@ -31,6 +31,9 @@ enum class Appearance {
 std::size_t writeTerrain(std::string const& path, int vertexCount, Vertices vertices,
                          Appearance appearance = Appearance::packedColors);
 
+/// Meshes of 1,500 vertices with colour and normal, each a strip of triangles, in one Object.
+std::size_t writeMeshes(std::string const& path, int vertexCount);
+
 enum class Names { distinct, equal };
 
 /// Objects of one face each.

@@ -63,14 +63,20 @@ void tellPeak(std::string const& name, Work work)
 void tellAll(std::string const& folder)
 {
     std::string const town = folder + "/town.flt", terrain = folder + "/terrain.flt",
-                      single = folder + "/objects.flt";
+                      single = folder + "/objects.flt", old = folder + "/old.flt",
+                      meshes = folder + "/meshes.flt";
     BenchDatabase::writeTown(town, buildings, BenchDatabase::Windows::opaque);
     BenchDatabase::writeTerrain(terrain, vertices, BenchDatabase::Vertices::shared);
     BenchDatabase::writeObjects(single, objects, BenchDatabase::Names::distinct);
+    BenchDatabase::writeTerrain(old, vertices, BenchDatabase::Vertices::old);
+    BenchDatabase::writeMeshes(meshes, vertices);
     tellPeak("terrain, checked", [&] { check(terrain); });
     tellPeak("terrain, inventory", [&] { FltInventory const inventory(terrain); });
     tellPeak("terrain, visual", [&] { FltLoader().loadVisual(terrain); });
     tellPeak("terrain, scene", [&] { FltLoader().load(terrain); });
+    tellPeak("old vertices, checked", [&] { check(old); });
+    tellPeak("meshes, checked", [&] { check(meshes); });
+    tellPeak("meshes, scene", [&] { FltLoader().load(meshes); });
     tellPeak("objects, scene", [&] { FltLoader().load(single); });
     SoDB::init();
     SoDebugError::setHandlerCallback([](SoError const*, void*) {}, nullptr);

@@ -314,7 +314,7 @@ constexpr SceneCase cases[] = {
     {"vertices, unused", built<vertices>, 20000},
     {"vertices, shared by faces", sharedTerrain, 3000},
     {"vertices, in random order", randomTerrain, 3000},
-    {"vertices of the obsolete form", oldTerrain, 3000},
+    {"vertices of the obsolete form", oldTerrain, 20000},
     {"faces with both, changing", changingTerrain, 3000},
     {"faces of one object", built<faces>, 3000},
     {"faces with materials", built<facesWithMaterials>, 3000},

@@ -24,7 +24,8 @@ set(public_headers
     parser/FltCreationVisitor.h parser/FltFileInput.h parser/FltInput.h parser/FltObserver.h parser/FltParser.h
     messages/FltWarningMessage.h messages/FltWarningMessageConsole.h
     plugin/Plugin.h plugin/SoInputFltReader.h
-    records/FltFieldReceiver.h records/FltRecord.h records/FltRecordCategory.h records/FltRecordMemory.h records/FltVersion.h
+    records/FltColumn.h records/FltColumnBytes.h records/FltFieldReceiver.h records/FltRecord.h records/FltRecordCategory.h
+    records/FltRecordMemory.h records/FltVersion.h
     statistics/FltStatisticsTool.h
     textures/FltTexture.h textures/FltTextureAttributes.h textures/PicturePixels.h
     toolkit/SbFileHelper.h toolkit/SideFile.h toolkit/SoInputQueries.h toolkit/SoInputReader.h toolkit/SoRefCounter.h

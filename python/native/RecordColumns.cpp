@@ -2,25 +2,23 @@
 
 #include "PythonObjects.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
 namespace
 {
 
-std::size_t sizeOf(char const* type)
+/// An address and bytes.
+PyObject* placeOf(void const* first, std::size_t size)
 {
-    return type == nullptr || *type == '?' || *type == 's' ? 1
-           : *type == 'f'                                  ? sizeof(float)
-                                                           : sizeof(double);
-}
-
-PyObject* bytesOf(std::string const& bytes)
-{
-    return PyByteArray_FromStringAndSize(bytes.data(), static_cast<std::ptrdiff_t>(bytes.size()));
-}
-
-PyObject* bytesOf(std::vector<std::uint64_t> const& numbers)
-{
-    return PyByteArray_FromStringAndSize(reinterpret_cast<char const*>(numbers.data()),
-                                         static_cast<std::ptrdiff_t>(numbers.size() * sizeof numbers[0]));
+    return Py_BuildValue("(KK)", reinterpret_cast<unsigned long long>(first),
+                         static_cast<unsigned long long>(size));
 }
 
 PyObject* listOf(std::vector<std::size_t> const& numbers)
@@ -31,169 +29,148 @@ PyObject* listOf(std::vector<std::size_t> const& numbers)
     return list;
 }
 
-} // namespace
-
-void RecordColumns::add(FltRecordReader const& record)
+bool isFirstOfCharacter(char byte)
 {
-    if (!record.isReadable())
-        return;
-    ++records;
-    expected = 0;
-    lastFlags = none;
-    key("offset");
-    integer(static_cast<std::int64_t>(record.offset()));
-    record.giveFields(*this);
+    return (static_cast<unsigned char>(byte) & 0xc0) != 0x80;
 }
 
-/// The column of a field of the open block. The fields of a record stand in the order of those of the last
-/// one, but where it lacks some.
-RecordColumns::Column& RecordColumns::columnOf(char const* key, char const* type)
+/// The texts of a column, one after the other.
+class Texts
 {
-    std::pair<std::size_t, char const*> const place(blocks.empty() ? none : blocks.back(), key);
-    std::size_t number = expected;
-    if (number >= keys.size() || keys[number] != place) {
-        auto const [column, isNew] = known.try_emplace(place, columns.size());
-        number = column->second;
-        if (isNew) {
-            columns.emplace_back();
-            columns.back().name = blocks.empty() ? key : columns[blocks.back()].name + '.' + key;
-            columns.back().type = type;
-            keys.push_back(place);
-        }
+public:
+    explicit Texts(FltColumn const& column)
+        : at(column.values.data()), count(column.counts.data()),
+          end(column.counts.data() + column.counts.size())
+    {
     }
-    expected = number + 1;
-    return columns[number];
-}
 
-/// Gives a column rows for records that lack it.
-/// @param rows that it is to have
-/// @param at   where their values go
-void RecordColumns::fillUp(Column& column, std::size_t rows, std::size_t at)
-{
-    if (column.rows == rows)
-        return;
-    column.absences.resize(column.rows, 0);
-    column.absences.resize(rows, 1);
-    if (column.isCounted)
-        column.counts.resize(rows, 0);
-    else
-        column.values.insert(at, (rows - column.rows) * column.rowSize, 0);
-    column.rows = rows;
-}
-
-/// Ends the row of this record.
-/// @param start where its values begin
-/// @param count how many it has, where that isn't the same for all
-void RecordColumns::endRow(Column& column, std::size_t start, std::size_t count)
-{
-    column.rowSize = column.values.size() - start;
-    fillUp(column, records - 1, start);
-    if (column.isCounted)
-        column.counts.push_back(count);
-    if (!column.absences.empty())
-        column.absences.push_back(0);
-    ++column.rows;
-}
-
-template <class Value>
-void RecordColumns::add(char const* type, Value value)
-{
-    if (ignored > 0)
-        return;
-    auto const* const bytes = reinterpret_cast<char const*>(&value);
-    if (depth > 0) {
-        columns[array].type = type;
-        columns[array].values.append(bytes, sizeof value);
-        return;
+    bool isAtEnd() const { return count == end; }
+    std::string_view next()
+    {
+        std::uint64_t size = 0;
+        std::memcpy(&size, count, sizeof size);
+        count += sizeof size;
+        return {std::exchange(at, at + size), static_cast<std::size_t>(size)};
     }
-    Column& column = columnOf(member, type);
-    std::size_t const start = column.values.size();
-    column.values.append(bytes, sizeof value);
-    endRow(column, start, 1);
-}
 
-void RecordColumns::text(std::string_view characters)
-{
-    if (ignored > 0 || depth > 0)
-        return;
-    Column& column = columnOf(member, "s");
-    std::size_t const start = column.values.size();
-    column.isCounted = true;
-    column.values += characters;
-    endRow(column, start, column.values.size() - start);
-}
+private:
+    char const* at;
+    char const* count;
+    char const* end;
+};
 
-void RecordColumns::flag(char const* name, bool isSet)
+/// Writes a text with four bytes a character, as far as there is room. @return the end
+char* widen(std::string_view text, char* to, char const* end)
 {
-    if (ignored > 0 || lastFlags == none)
-        return;
-    blocks.push_back(lastFlags);
-    member = name;
-    add("?", static_cast<std::uint8_t>(isSet));
-    blocks.pop_back();
-}
-
-void RecordColumns::beginArray(Length length)
-{
-    if (ignored > 0)
-        return;
-    if (++depth == 1) {
-        Column& column = columnOf(member, nullptr);
-        column.isCounted = length == Length::counted;
-        array = expected - 1;
-        start = column.values.size();
-        elements = 0;
-    } else if (depth == 2) {
-        ++elements;
+    for (std::size_t i = 0; i < text.size() && to != end;) {
+        auto const byte = static_cast<unsigned char>(text[i++]);
+        std::uint32_t character = byte < 0x80   ? byte
+                                  : byte < 0xe0 ? byte & 0x1fU
+                                  : byte < 0xf0 ? byte & 0xfU
+                                                : byte & 7U;
+        for (; i < text.size() && !isFirstOfCharacter(text[i]); ++i)
+            character = character << 6 | (static_cast<unsigned char>(text[i]) & 0x3fU);
+        std::memcpy(to, &character, sizeof character);
+        to += sizeof character;
     }
+    return to;
 }
 
-/// An array of arrays has rows of two dimensions, or elements of one where rows are counted.
-void RecordColumns::endArray()
+std::size_t rowsOf(FltColumn const& texts)
 {
-    if (ignored > 0 || --depth > 0)
-        return;
-    Column& column = columns[array];
-    if (column.type == nullptr && !column.isCounted)
-        return;
-    std::size_t const count = (column.values.size() - start) / sizeOf(column.type);
-    if (elements > 0)
-        column.shape = column.isCounted ? Shape{count / elements} : Shape{elements, count / elements};
-    else if (!column.isCounted)
-        column.shape = {count};
-    endRow(column, start, elements > 0 ? elements : count);
+    return texts.counts.size() / sizeof(std::uint64_t);
 }
 
-void RecordColumns::beginObject()
+/// Whether texts of one width take little more room than the characters.
+/// @param longest of them, in bytes
+bool isEven(FltColumn const& column, std::size_t longest)
 {
-    if (ignored > 0 || depth > 0) {
-        ++ignored;
-        return;
+    constexpr std::size_t wideOfAny = 1000;
+    return longest * rowsOf(column) <= 4 * column.values.size() + wideOfAny;
+}
+
+std::size_t longestOf(FltColumn const& column)
+{
+    std::size_t longest = 0;
+    for (Texts texts(column); !texts.isAtEnd();)
+        longest = std::max(longest, texts.next().size());
+    return longest;
+}
+
+/// How many characters the longest text has, and at least one.
+/// @param longest of them, in bytes
+std::size_t widthOf(FltColumn const& column, std::size_t longest)
+{
+    char const* const first = column.values.data();
+    if (std::all_of(first, first + column.values.size(), isFirstOfCharacter))
+        return std::max<std::size_t>(longest, 1);
+    std::ptrdiff_t width = 1;
+    for (Texts texts(column); !texts.isAtEnd();) {
+        std::string_view const text = texts.next();
+        width = std::max(width, std::count_if(text.begin(), text.end(), isFirstOfCharacter));
     }
-    static_cast<void>(columnOf(member, nullptr));
-    blocks.push_back(expected - 1);
+    return static_cast<std::size_t>(width);
 }
 
-void RecordColumns::endObject()
+/// Makes all texts of one width, with zeros behind them.
+/// @param longest of them, in bytes
+/// @return the type
+std::string makeEven(FltColumn& column, std::size_t longest)
 {
-    if (ignored > 0)
-        --ignored;
-    else
-        blocks.pop_back();
+    std::size_t const width = widthOf(column, longest);
+    std::size_t const rowSize = width * sizeof(std::uint32_t);
+    FltColumnBytes even;
+    even.reserve(rowsOf(column) * rowSize);
+    for (Texts texts(column); !texts.isAtEnd();) {
+        char* const row = even.extend(rowSize);
+        char* const end = widen(texts.next(), row, row + rowSize);
+        std::fill(end, row + rowSize, '\0');
+    }
+    column.values = std::move(even);
+    return 'U' + std::to_string(width);
 }
 
-PyObject* RecordColumns::take()
+PyObject* textsOf(FltColumn const& column)
 {
     PyObject* const list = PyList_New(0);
-    for (Column& column : columns) {
-        if (column.type == nullptr)
-            continue;
-        fillUp(column, records, column.values.size());
-        PythonObjects::append(
-            list, Py_BuildValue("(NsNNNN)", PythonObjects::textOf(column.name), column.type,
-                                listOf(column.shape), bytesOf(column.values),
-                                column.isCounted ? bytesOf(column.counts) : PythonObjects::none(),
-                                column.absences.empty() ? PythonObjects::none() : bytesOf(column.absences)));
-    }
+    for (Texts texts(column); !texts.isAtEnd();)
+        PythonObjects::append(list, PythonObjects::textOf(texts.next()));
     return list;
+}
+
+PyObject* tupleOf(FltColumn taken)
+{
+    auto owned = std::make_unique<FltColumn>(std::move(taken));
+    FltColumn& column = *owned;
+    std::string type(1, static_cast<char>(column.type));
+    PyObject* values = nullptr;
+    bool const isText = column.type == FltColumn::Type::text;
+    std::size_t const longest = isText ? longestOf(column) : 0;
+    if (isText && !isEven(column, longest)) {
+        type = "O";
+        values = textsOf(column);
+    } else {
+        if (isText)
+            type = makeEven(column, longest);
+        values = placeOf(column.values.data(), column.values.size());
+    }
+    PyObject* const counts = column.isCounted && !isText ? placeOf(column.counts.data(), column.counts.size())
+                                                         : PythonObjects::none();
+    PyObject* const absences = column.absences.empty()
+                                   ? PythonObjects::none()
+                                   : placeOf(column.absences.data(), column.absences.size());
+    PyObject* const name = PythonObjects::textOf(column.name);
+    PyObject* const shape = listOf(column.shape);
+    return Py_BuildValue("(NNsNNNN)", PythonObjects::owning(std::move(owned)), name, type.c_str(), shape,
+                         values, counts, absences);
+}
+
+} // namespace
+
+PyObject* RecordColumns::listOf(std::vector<FltColumn> columns)
+{
+    PyObject* const list = PyList_New(0);
+    for (FltColumn& column : columns)
+        PythonObjects::append(list, tupleOf(std::move(column)));
+    return PythonObjects::unlessRaised(list);
 }

@@ -409,12 +409,6 @@ VELLOREADER_API PyObject* velloreader_next(PyObject* records, PyObject* fail)
 ///         begin in the file, in the same form
 VELLOREADER_API PyObject* velloreader_columns(char const* path, int opcode, PyObject* fail)
 {
-    return guarded(fail, [&] {
-        RecordWalk at(path, {opcode});
-        RecordColumns columns;
-        while (at.next())
-            columns.add(at.reader);
-        return PythonObjects::unlessRaised(columns.take());
-    });
+    return guarded(fail, [&] { return RecordColumns::listOf(FltRecordReader(path).columns(opcode)); });
 }
 }

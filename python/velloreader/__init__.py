@@ -290,6 +290,13 @@ def _numpy() -> Any:
         return None
 
 
+def _storage_at(owner: Any, address: int, size: int) -> Any:
+    """Bytes of what an object owns, which keep it alive."""
+    storage = (ctypes.c_ubyte * size).from_address(address)
+    vars(storage)["_owner"] = owner
+    return storage
+
+
 def _array(mesh: Any, which: str, layer: int = 0) -> Array:
     """An array in the storage of a mesh, or None."""
     place = _native.velloreader_array(mesh, which.encode(), layer, _fail)
@@ -297,10 +304,8 @@ def _array(mesh: Any, which: str, layer: int = 0) -> Array:
         return None
     address, rows, columns, kind = place
     size = rows * max(columns, 1) * struct.calcsize(kind)
-    storage = (ctypes.c_ubyte * size).from_address(address)
-    vars(storage)["_mesh"] = mesh
     shape = [rows, columns] if columns else [rows]
-    view = memoryview(storage).cast("B").cast(kind, shape).toreadonly()
+    view = memoryview(_storage_at(mesh, address, size)).cast("B").cast(kind, shape).toreadonly()
     return view if _numpy() is None else _numpy().asarray(view)
 
 
@@ -382,31 +387,24 @@ class Mesh:
         return f"<Mesh {self.name!r}: {self.kind}>"
 
 
-def _texts_of(characters: bytearray, counts: Array) -> Array:
-    """Texts that stand one behind the other, as an array of fixed width unless that takes much more room."""
-    numpy = _numpy()
-    ends = numpy.cumsum(counts).tolist()
-    texts = [characters[end - count:end].decode() for end, count in zip(ends, counts.tolist())]
-    width = int(counts.max(initial=0))
-    is_even = width * len(texts) <= 4 * len(characters) + 1000
-    return numpy.array(texts, dtype=numpy.str_ if is_even else object)
-
-
-def _columns_of(name: str, kind: str, shape: list[int], values: bytearray, counts: bytearray | None,
-                absences: bytearray | None) -> dict[str, Array]:
-    """A field's column, and that of its counts."""
+def _columns_of(owner: Any, name: str, kind: str, shape: list[int], values: Any,
+                counts: tuple[int, int] | None, absences: tuple[int, int] | None) -> dict[str, Array]:
+    """A field's column, and that of its counts, in the storage of what owns them."""
     numpy = importlib.import_module("numpy")
+
+    def array_at(place: tuple[int, int], kind: str) -> Array:
+        return numpy.frombuffer(_storage_at(owner, *place), kind)
+
     columns: dict[str, Array] = {}
-    if counts is None:
-        columns[name] = numpy.frombuffer(values, kind).reshape([-1, *shape])
-    elif kind == "s":
-        columns[name] = _texts_of(values, numpy.frombuffer(counts, numpy.uint64))
+    if kind == "O":
+        columns[name] = numpy.array(values, dtype=object)
     else:
-        columns[name] = numpy.frombuffer(values, kind).reshape([-1, *shape])
-        columns[name + ".count"] = numpy.frombuffer(counts, numpy.uint64)
+        columns[name] = array_at(values, kind).reshape([-1, *shape])
+    if counts is not None:
+        columns[name + ".count"] = array_at(counts, "u8")
     if absences is not None:
-        row_of = name if counts is None or kind == "s" else name + ".count"
-        mask = numpy.frombuffer(absences, numpy.bool_)
+        row_of = name if counts is None else name + ".count"
+        mask = array_at(absences, "?")
         column = columns[row_of]
         rows = mask.reshape([-1] + [1] * (column.ndim - 1))
         columns[row_of] = numpy.ma.masked_array(column, numpy.broadcast_to(rows, column.shape))

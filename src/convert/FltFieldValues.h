@@ -1,5 +1,7 @@
 #pragma once
 
+#include "toolkit/LargePages.h"
+
 #include <algorithm>
 #include <vector>
 
@@ -12,6 +14,7 @@ void setFieldValues(Field& field, std::vector<Value> const& values)
         return;
     }
     auto* const copy = new Value[values.size()];
+    LargePages::useIn(copy, copy + values.size());
     std::copy(values.begin(), values.end(), copy);
     field.setValuesPointer(static_cast<int>(values.size()), copy);
     field.enableDeleteValues();

@@ -1,5 +1,7 @@
 #include "convert/FltMaterialSlots.h"
 
+#include "toolkit/LargePages.h"
+
 #include <Inventor/nodes/SoMaterial.h>
 #include <cstddef>
 
@@ -18,6 +20,7 @@ template <class Field, class Value>
 void write(Field& field, std::vector<FltMaterialFields> const& slots, Value FltMaterialFields::*value)
 {
     auto* const values = new Value[slots.size()];
+    LargePages::useIn(values, values + slots.size());
     for (std::size_t i = 0; i < slots.size(); ++i)
         values[i] = slots[i].*value;
     field.setValuesPointer(static_cast<int>(slots.size()), values);
@@ -38,7 +41,7 @@ void FltMaterialSlots::set(int index, FltMaterialFields const& fields)
             slots.emplace_back(); // what a new material has
         slots.resize(at, between());
     }
-    slots.push_back(fields);
+    LargePages::add(slots, fields);
 }
 
 void FltMaterialSlots::writeTo(SoMaterial& material) const

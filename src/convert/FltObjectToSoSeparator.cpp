@@ -8,6 +8,7 @@
 #include "records/FltRecordCast.h"
 #include "records/FltRecordFace.h"
 #include "records/FltRecordVertex.h"
+#include "toolkit/LargePages.h"
 
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
@@ -99,19 +100,22 @@ void FltObjectToSoSeparator::visitAllFaces()
 void FltObjectToSoSeparator::getAllRecordsFromFltObject(RecordIterator& iterator,
                                                         std::vector<FltRecord*>& records)
 {
+    RecordIterator const begin = iterator;
+    bool isClosed = false;
     for (int depth = 0; *iterator != nullptr; ++iterator) {
         int const opcode = (*iterator)->getOpcode();
         if (opcode > FltOpcode::lastOfObject)
-            return;
-        if (opcode == FltOpcode::popLevel)
-            --depth;
-        else if (opcode == FltOpcode::pushLevel)
+            break;
+        if (opcode == FltOpcode::pushLevel)
             ++depth;
-        if (depth >= 0)
-            records.push_back(*iterator);
-        if (depth <= 0 && opcode == FltOpcode::popLevel)
-            return;
+        else if (opcode == FltOpcode::popLevel && --depth <= 0) {
+            isClosed = depth == 0;
+            break;
+        }
     }
+    RecordIterator const end = isClosed ? iterator + 1 : iterator;
+    LargePages::makeRoom(records, static_cast<std::size_t>(end - begin) + 1); // and one that ends them
+    records.insert(records.end(), begin, end);
 }
 
 void FltObjectToSoSeparator::visitFace(FltRecordFace const* face, RecordIterator& iterator, int subFaceLevel)
@@ -167,13 +171,14 @@ void FltObjectToSoSeparator::addOldVertexFaceSet(FltRecordFace const& face)
 void FltObjectToSoSeparator::addFaceToVector(FltRecordFace const* face, std::vector<int> const& faceIndices,
                                              Batch& batch)
 {
+    LargePages::makeRoom(batch.indices, faceIndices.size() + 1);
     batch.indices.insert(batch.indices.end(), faceIndices.begin(), faceIndices.end());
     batch.indices.push_back(-1);
-    batch.textureIndices.push_back(face->texturePatternIndex);
+    LargePages::add(batch.textureIndices, face->texturePatternIndex);
     ++batch.faceCounter;
     if (std::optional<FltMaterialFields> const fields = materialOf(*face))
         batch.materialSlots.set(batch.faceCounter, *fields);
-    batch.materialIndices.push_back(batch.faceCounter);
+    LargePages::add(batch.materialIndices, batch.faceCounter);
 }
 
 void FltObjectToSoSeparator::visitAllVertexList(RecordIterator& iterator, std::vector<int>& indices, int& id)
@@ -258,14 +263,12 @@ void FltObjectToSoSeparator::visitVertexList(FltRecordVertexList const* list, st
     if (list == nullptr || list->vertexOffsets.empty())
         return;
     std::size_t const begin = indices.size();
-    std::size_t const count = list->vertexOffsets.size();
-    indices.resize(begin + count);
-    vertexIds.resize(count);
-    for (std::size_t i = 0; i < count; ++i) {
-        FltVertexOffsets::Entry const entry =
-            resources->vertices.placeAt(FltVertexPalette::offsetOf(list->vertexOffsets[i]));
-        vertexIds[i] = entry.id != 0 ? entry.id : resources->vertices.getId(nullptr);
-        indices[begin + i] = entry.index;
+    vertexIds.clear();
+    for (int const offset : list->vertexOffsets) {
+        FltVertexOffsets::Entry const entry = resources->vertices.placeAt(FltVertexPalette::offsetOf(offset));
+        int const vertexId = entry.id != 0 ? entry.id : resources->vertices.getId(nullptr);
+        vertexIds.push_back(vertexId);
+        indices.push_back(entry.index);
     }
     auto const isFirst = [this](int vertexId) { return vertexId == vertexIds.front(); };
     auto const hasUV = [](int vertexId) {

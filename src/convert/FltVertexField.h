@@ -1,6 +1,7 @@
 #pragma once
 
 #include "convert/FltFieldValues.h"
+#include "toolkit/LargePages.h"
 
 #include <Inventor/SbBasic.h>
 #include <algorithm>
@@ -39,6 +40,16 @@ public:
         clear(before);
     }
 
+    /// Writes a value; none beyond the size.
+    void set(int index, Value const& value)
+    {
+        if (index < num && !isShown && static_cast<std::size_t>(index) == gathered.size()) {
+            LargePages::add(gathered, value);
+        } else if (Value* const place = find(index)) {
+            *place = value;
+        }
+    }
+
     /// Where a value is written; null beyond the size.
     Value* find(int index)
     {
@@ -47,9 +58,7 @@ public:
         if (isShown)
             return storage + index;
         auto const at = static_cast<std::size_t>(index);
-        if (at == gathered.size())
-            gathered.push_back(zero);
-        else if (at > gathered.size())
+        if (at >= gathered.size())
             gathered.resize(at + 1, zero);
         return &gathered[at];
     }

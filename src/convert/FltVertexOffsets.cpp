@@ -1,5 +1,7 @@
 #include "convert/FltVertexOffsets.h"
 
+#include "toolkit/LargePages.h"
+
 void FltVertexOffsets::add(unsigned long offset, Entry const& entry)
 {
     if (!sorted.empty() && sorted.back().offset == offset) {
@@ -14,6 +16,6 @@ void FltVertexOffsets::add(unsigned long offset, Entry const& entry)
     if (!others.empty())
         others.erase(offset);
     while (begins.size() <= piece)
-        begins.push_back(static_cast<std::uint32_t>(sorted.size()));
-    sorted.push_back({offset, entry});
+        LargePages::add(begins, static_cast<std::uint32_t>(sorted.size()));
+    LargePages::add(sorted, {offset, entry});
 }

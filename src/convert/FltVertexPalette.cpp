@@ -115,17 +115,16 @@ void FltVertexPalette::add(Position position, FltRecordVertexColor const& record
 
     // Writes land only inside an array as it stands.
     Fields& fields = form.fields;
-    if (SbVec3f* const place = at(form.coordinates).fields.vertex.find(index))
-        place->setValue(static_cast<float>(record.Xcoordinate), static_cast<float>(record.Ycoordinate),
-                        static_cast<float>(record.Zcoordinate));
+    at(form.coordinates)
+        .fields.vertex.set(index,
+                           {static_cast<float>(record.Xcoordinate), static_cast<float>(record.Ycoordinate),
+                            static_cast<float>(record.Zcoordinate)});
     if (normal != nullptr)
-        if (SbVec3f* const place = fields.normal.find(index))
-            place->setValue(normal);
+        fields.normal.set(index, SbVec3f(normal));
     if (texture != nullptr)
-        if (SbVec2f* const place = fields.texCoord.find(index))
-            place->setValue(texture);
-    if (std::uint32_t* const place = fields.orderedRGBA.find(index))
-        *place = packedColorOf(position, record);
+        fields.texCoord.set(index, SbVec2f(texture));
+    if (index < fields.orderedRGBA.getNum())
+        fields.orderedRGBA.set(index, packedColorOf(position, record));
     ++form.count;
 }
 

@@ -1,11 +1,12 @@
 #include "dump/FltDump.h"
 
-#include "dump/FltDumpBuffer.h"
-
+#include <algorithm>
 #include <atomic>
 #include <charconv>
+#include <cstdint>
 #include <locale>
 #include <ostream>
+#include <utility>
 
 namespace
 {
@@ -26,10 +27,8 @@ void forgetStream(std::ios_base::event /*event*/, std::ios_base& stream, int /*s
     classicStream.compare_exchange_strong(seen, nullptr, std::memory_order_relaxed);
 }
 
-bool hasClassicLocale(std::ostream& os)
+[[gnu::noinline]] bool seesClassicLocale(std::ostream& os)
 {
-    if (classicStream.load(std::memory_order_relaxed) == &os)
-        return true;
     if (os.getloc() != std::locale::classic())
         return false;
     long& isWatched = os.iword(watchedSlot());
@@ -38,6 +37,22 @@ bool hasClassicLocale(std::ostream& os)
     isWatched = 1; // a copy of a stream's format brings it along, together with the callback
     classicStream.store(&os, std::memory_order_relaxed);
     return true;
+}
+
+bool hasClassicLocale(std::ostream& os)
+{
+    return classicStream.load(std::memory_order_relaxed) == &os || seesClassicLocale(os);
+}
+
+/// @return its end
+template <class Number>
+[[gnu::noinline]] char* putLine(char* to, std::string_view label, std::string_view separator, Number number)
+{
+    to = std::copy(label.begin(), label.end(), to);
+    to = std::copy(separator.begin(), separator.end(), to);
+    to = FltNumberText::write(to, number);
+    *to = '\n';
+    return to + 1;
 }
 
 } // namespace
@@ -51,80 +66,95 @@ bool FltDump::formatsByDefault(std::ostream& os)
            os.width() == 0 && hasClassicLocale(os);
 }
 
-FltDump::FltDump(std::ostream& os)
-    : os(os), isDefaultState(formatsByDefault(os)), at(buffer),
-      end(isDefaultState ? buffer + sizeof buffer : buffer)
+FltDump::FltDump(std::ostream& os) : os(os), isDefaultState(formatsByDefault(os))
 {
     FltDumpBuffer* const dump = FltDumpBuffer::current;
     if (isDefaultState && dump != nullptr && os.rdbuf() == dump && os.good() && os.tie() == nullptr) {
         log = dump;
-        at = dump->roomBegin();
-        end = dump->roomEnd();
+        takeBlock();
     }
 }
 
-char* FltDump::makeRoomFor(std::size_t size)
+void FltDump::takeBlock()
 {
-    if (!isDefaultState)
-        return nullptr;
-    handOver();
-    if (log != nullptr) {
-        log->write();
-        at = log->roomBegin();
-        end = log->roomEnd();
-    }
-    return static_cast<std::size_t>(end - at) >= size ? at : nullptr;
+    at = log->roomBegin();
+    end = log->roomEnd();
+    lastLine = static_cast<std::size_t>(end - at) > longestLine ? end - longestLine : at;
 }
 
 /// Gives the stream what was gathered.
 void FltDump::handOver()
 {
-    if (log != nullptr)
-        return log->taken(at);
-    std::streamsize const size = at - buffer;
-    at = buffer;
+    auto const size = static_cast<std::streamsize>(std::exchange(gathered, 0));
     if (size > 0 && os.good() && os.rdbuf()->sputn(buffer, size) != size)
         os.setstate(std::ios_base::badbit);
 }
 
-/// What the stream formats itself.
+template <class Number>
+void FltDump::lineInPieces(std::string_view label, std::string_view separator, Number number)
+{
+    std::size_t const most = label.size() + separator.size() + longestNumber + 1;
+    if (log != nullptr || !isDefaultState || most > sizeof buffer - gathered)
+        return lineOf(label, separator, number);
+    gathered = static_cast<std::size_t>(putLine(buffer + gathered, label, separator, number) - buffer);
+    handOver();
+    os.flush();
+}
+template void FltDump::lineInPieces(std::string_view, std::string_view, std::int32_t);
+template void FltDump::lineInPieces(std::string_view, std::string_view, std::uint32_t);
+template void FltDump::lineInPieces(std::string_view, std::string_view, std::uint64_t);
+template void FltDump::lineInPieces(std::string_view, std::string_view, double);
+
 template <class Value>
 FltDump& FltDump::putAnyway(Value value)
 {
-    os << value;
-    return *this;
+    if (!isDefaultState) {
+        os << value;
+        return *this;
+    }
+    char text[longestNumber];
+    return putTextAnyway({text, static_cast<std::size_t>(put(text, value) - text)});
 }
 template FltDump& FltDump::putAnyway(std::int32_t);
 template FltDump& FltDump::putAnyway(std::uint32_t);
 template FltDump& FltDump::putAnyway(std::uint64_t);
 template FltDump& FltDump::putAnyway(double);
-template FltDump& FltDump::putAnyway(void const*);
 
-/// Text for a stream that formats, or that no room can hold.
 FltDump& FltDump::putTextAnyway(std::string_view text)
 {
-    if (!isDefaultState)
-        os << text;
-    else
-        os.write(text.data(), static_cast<std::streamsize>(text.size()));
     if (log != nullptr) {
-        at = log->roomBegin();
-        end = log->roomEnd();
+        log->taken(at);
+        os.write(text.data(), static_cast<std::streamsize>(text.size()));
+        takeBlock();
+    } else if (isDefaultState) {
+        gather(text);
+    } else {
+        os << text;
     }
     return *this;
 }
 
-void FltDump::flushLine()
+[[gnu::noinline]] void FltDump::gather(std::string_view text)
 {
-    handOver();
-    os.flush();
+    if (text.size() > sizeof buffer - gathered)
+        handOver();
+    if (text.size() > sizeof buffer) {
+        os.write(text.data(), static_cast<std::streamsize>(text.size()));
+        return;
+    }
+    std::memcpy(buffer + gathered, text.data(), text.size());
+    gathered += text.size();
 }
 
-void FltDump::endLine()
+void FltDump::endLineAnyway()
 {
-    if (char* const to = roomFor(1))
-        return endLineAt(to);
-    os.put(os.widen('\n'));
+    if (isDefaultState)
+        putTextAnyway("\n");
+    else
+        os.put(os.widen('\n'));
+    if (log != nullptr)
+        return;
+    handOver();
     os.flush();
 }
 
@@ -142,14 +172,15 @@ void FltDump::bits(std::uint32_t word)
 
 FltDump& FltDump::pointer(void const* address)
 {
-    char* to = roomFor(longestNumber);
-    if (to == nullptr)
-        return putAnyway(address);
+    if (!isDefaultState) {
+        os << address;
+        return *this;
+    }
+    char text[longestNumber];
     auto const value = reinterpret_cast<std::uintptr_t>(address);
-    if (value != 0)
-        to = put(to, "0x");
-    at = std::to_chars(to, to + longestNumber, value, 16).ptr;
-    return *this;
+    char* const digits = value != 0 ? put(text, "0x") : text;
+    char const* const after = std::to_chars(digits, text + longestNumber, value, 16).ptr;
+    return *this << std::string_view(text, static_cast<std::size_t>(after - text));
 }
 
 // A word that prints as a pointer is no address of anything.

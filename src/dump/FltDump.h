@@ -1,13 +1,12 @@
 #pragma once
 
+#include "dump/FltDumpBuffer.h"
 #include "dump/FltNumberText.h"
 
 #include <cstdint>
 #include <cstring>
 #include <iosfwd>
 #include <string_view>
-
-class FltDumpBuffer;
 
 /// The dump of one record while it is written.
 ///
@@ -23,7 +22,13 @@ class FltDump
 {
 public:
     explicit FltDump(std::ostream& os);
-    ~FltDump() { handOver(); }
+    ~FltDump()
+    {
+        if (log != nullptr)
+            log->taken(at);
+        else
+            handOver();
+    }
 
     FltDump(FltDump const&) = delete;
     FltDump& operator=(FltDump const&) = delete;
@@ -33,28 +38,23 @@ public:
     template <std::size_t size>
     void line(char const (&label)[size])
     {
-        if (char* to = roomFor(size))
-            return endLineAt(put(to, label));
+        if (hasRoomFor<size>())
+            return endLineAt(put(at, label));
         *this << std::string_view(label, size - 1);
         endLine();
     }
     template <std::size_t size, class Number>
     void line(char const (&label)[size], Number number)
     {
-        if (char* to = roomFor(size + longestNumber))
-            return endLineAt(put(put(to, label), printed(number)));
-        *this << std::string_view(label, size - 1) << printed(number);
-        endLine();
+        if (hasRoomFor<size + longestNumber>())
+            return endLineAt(put(put(at, label), printed(number)));
+        lineInPieces({label, size - 1}, "", printed(number));
     }
 
     /// A line of pieces of text and numbers.
     template <class... Pieces>
     void lineOf(Pieces const&... pieces)
     {
-        if (char* to = roomFor((sizeOf(pieces) + ... + 1))) {
-            ((to = put(to, pieces)), ...);
-            return endLineAt(to);
-        }
         (*this << ... << pieces);
         endLine();
     }
@@ -63,10 +63,9 @@ public:
     template <std::size_t size, class Number>
     void field(char const (&name)[size], Number number)
     {
-        if (char* to = roomFor(size + 2 + longestNumber))
-            return endLineAt(put(put(put(to, name), ": "), printed(number)));
-        *this << std::string_view(name, size - 1) << ": " << printed(number);
-        endLine();
+        if (hasRoomFor<size + 2 + longestNumber>())
+            return endLineAt(put(put(put(at, name), ": "), printed(number)));
+        lineInPieces({name, size - 1}, ": ", printed(number));
     }
     /// @}
 
@@ -74,10 +73,10 @@ public:
     template <std::size_t size>
     void character(char const (&label)[size], char value)
     {
-        if (char* to = roomFor(size + 1)) {
-            to = put(to, label);
-            *to++ = value;
-            return endLineAt(to);
+        if (hasRoomFor<size + 1>()) {
+            char* const to = put(at, label);
+            *to = value;
+            return endLineAt(to + 1);
         }
         *this << std::string_view(label, size - 1) << value;
         endLine();
@@ -97,10 +96,9 @@ public:
     template <std::size_t size>
     void colorByte(char const (&label)[size], std::uint8_t value)
     {
-        if (char* to = roomFor(size + longestNumber))
-            return endLineAt(FltNumberText::writeFraction(put(to, label), value));
-        *this << std::string_view(label, size - 1) << FltNumberText::fractionOf(value);
-        endLine();
+        if (hasRoomFor<size + longestNumber>())
+            return endLineAt(FltNumberText::writeFraction(put(at, label), value));
+        lineInPieces({label, size - 1}, "", FltNumberText::fractionOf(value));
     }
 
     /// Text up to its first zero. A field without one runs on into the members after it.
@@ -143,11 +141,9 @@ public:
     /// @{
     FltDump& operator<<(std::string_view text)
     {
-        char* const to = roomFor(text.size() + 1); // more than none, so that a stream may pad an empty text
-        if (to == nullptr)
+        if (text.size() >= static_cast<std::size_t>(end - at))
             return putTextAnyway(text);
-        std::memcpy(to, text.data(), text.size());
-        at = to + text.size();
+        at = put(at, text);
         return *this;
     }
     FltDump& operator<<(char character) { return *this << std::string_view(&character, 1); }
@@ -162,7 +158,12 @@ public:
     FltDump& pointer(std::int32_t word);  ///< Sign-extended.
 
     /// Ends the line, with a flush.
-    void endLine();
+    void endLine()
+    {
+        if (!hasRoomFor<0>())
+            return endLineAnyway();
+        endLineAt(at);
+    }
     /// @}
 
     /// The text at @p text, whose zero may be missing.
@@ -181,24 +182,16 @@ public:
     static double printed(double value) { return value; }
     /// @}
 
-    /// Where the next character goes in a log's block; null on any other stream. What was written since an
-    /// earlier place stands between the two, unless a block was written out meanwhile.
-    char const* placeInLog() const { return log != nullptr ? at : nullptr; }
+    /// Whether the lines go into the block of a log.
+    bool isInLog() const { return log != nullptr; }
 
 private:
     static constexpr std::size_t longestNumber = FltNumberText::longest;
 
-    static bool formatsByDefault(std::ostream& os);
+    /// No line of a label and a number is longer.
+    static constexpr std::size_t longestLine = 128;
 
-    /// Room that a piece of a line takes at the most.
-    /// @{
-    static std::size_t sizeOf(std::string_view text) { return text.size(); }
-    template <class Number>
-    static std::size_t sizeOf(Number /*number*/)
-    {
-        return longestNumber;
-    }
-    /// @}
+    static bool formatsByDefault(std::ostream& os);
 
     template <std::size_t size>
     static char* put(char* to, char const (&text)[size])
@@ -217,43 +210,50 @@ private:
         return FltNumberText::write(to, number);
     }
 
-    /// Where @p size characters can be put; null on a stream that formats by itself, and for a text that is
-    /// longer than any room.
-    char* roomFor(std::size_t size)
+    /// Whether so many characters and an end of line can be put where the log's block goes on.
+    template <std::size_t size>
+    bool hasRoomFor() const
     {
-        return static_cast<std::size_t>(end - at) >= size ? at : makeRoomFor(size);
+        static_assert(size < longestLine);
+        return at < lastLine;
     }
-    char* makeRoomFor(std::size_t size);
 
     template <class Number>
     FltDump& number(Number value)
     {
-        char* const to = roomFor(longestNumber);
-        if (to == nullptr)
+        if (!hasRoomFor<longestNumber>())
             return putAnyway(value);
-        at = put(to, value);
+        at = put(at, value);
         return *this;
     }
 
     /// Ends a line in room that holds its last character as well.
     void endLineAt(char* to)
     {
-        *to++ = '\n';
-        at = to;
-        if (log == nullptr)
-            flushLine();
+        *to = '\n';
+        at = to + 1;
     }
 
+    /// @name Where a log's block has no room, and on any other stream
+    /// @{
+    template <class Number>
+    [[gnu::cold]] void lineInPieces(std::string_view label, std::string_view separator, Number number);
     template <class Value>
-    FltDump& putAnyway(Value value);
-    FltDump& putTextAnyway(std::string_view text);
-    void flushLine();
+    [[gnu::cold]] FltDump& putAnyway(Value value);
+    [[gnu::cold]] FltDump& putTextAnyway(std::string_view text);
+    [[gnu::cold]] void endLineAnyway();
+    void gather(std::string_view text);
+    /// @}
+
+    void takeBlock();
     void handOver();
 
     std::ostream& os;
     FltDumpBuffer* log = nullptr; ///< The log whose block the lines go into, or null.
     bool isDefaultState;
-    char* at;         ///< Where the next character goes,
-    char* end;        ///< and the end of the room there.
-    char buffer[512]; ///< The room of any stream but a log's.
+    char* at = nullptr;       ///< Where the next character goes in the log's block,
+    char* end = nullptr;      ///< and where that ends.
+    char* lastLine = nullptr; ///< A line that begins before this place fits in between.
+    std::size_t gathered = 0;
+    char buffer[512]; ///< What was gathered for any stream but a log's.
 };

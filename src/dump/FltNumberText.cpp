@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <endian.h>
 
 namespace
 {
@@ -11,6 +12,7 @@ namespace
 constexpr int digitCount = 6;
 constexpr double lowestScaled = 1e5;
 constexpr double beyondScaled = 1e6;
+constexpr std::uint32_t beyondEightDigits = 100'000'000;
 
 /// All are exact.
 constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
@@ -27,20 +29,21 @@ double scaledBy(double value, int power)
     return power >= 0 ? value * powersOfTen[power] : value / powersOfTen[-power];
 }
 
-bool isInReach(int power)
-{
-    return power >= -highestPower && power <= highestPower;
-}
+/// Numbers with these exponents are scaled by a power that stands in the table, whether the exponent is right
+/// or one too low.
+constexpr int lowestExponent = digitCount - 1 - highestPower;
+constexpr int highestExponent = digitCount - 2 + highestPower;
 
 /// Eight characters as a word, the first one lowest: writing them is one step, and so is cutting some off.
 using Eight = std::uint64_t;
 
 constexpr Eight eightZeros = 0x3030303030303030;
+constexpr Eight zeroPointZeros = 0x3030303030302e30; // "0.000000"
 
 void put(char* at, Eight characters)
 {
-    for (int i = 0; i < 8; ++i)
-        at[i] = static_cast<char>(characters >> (8 * i));
+    Eight const inOrder = htole64(characters);
+    std::memcpy(at, &inOrder, sizeof inOrder);
 }
 
 /// All numbers of two digits, the first digit lowest.
@@ -54,21 +57,31 @@ struct Pairs {
 };
 constexpr Pairs pairs;
 
+/// The digits of a number below ten thousand.
+Eight fourDigits(std::uint32_t number)
+{
+    std::uint32_t const high = number / 100;
+    return Eight(pairs.of[high]) | Eight(pairs.of[number - high * 100]) << 16;
+}
+
 /// The digits of a number below a million, with two zeros behind them.
 Eight sixDigits(std::uint32_t number)
 {
     std::uint32_t const high = number / 10000;
-    std::uint32_t const rest = number - high * 10000;
-    std::uint32_t const middle = rest / 100;
-    std::uint32_t const low = rest - middle * 100;
-    return Eight(pairs.of[high]) | Eight(pairs.of[middle]) << 16 | Eight(pairs.of[low]) << 32 |
-           (eightZeros & ~Eight(0) << 48);
+    return Eight(pairs.of[high]) | fourDigits(number - high * 10000) << 16 | (eightZeros & ~Eight(0) << 48);
+}
+
+/// The digits of a number below a hundred million, with zeros before them.
+Eight eightDigits(std::uint32_t number)
+{
+    std::uint32_t const high = number / 10000;
+    return fourDigits(high) | fourDigits(number - high * 10000) << 32;
 }
 
 /// How many digits are left when zeros at the end are cut off.
 int countOf(Eight digits)
 {
-    return 8 - __builtin_clzll(digits ^ eightZeros) / 8;
+    return static_cast<int>(8 - static_cast<unsigned>(__builtin_clzll(digits ^ eightZeros)) / 8);
 }
 
 char* writeExactly(char* at, double value)
@@ -91,7 +104,7 @@ char* writeFixed(char* at, Eight digits, int count, int exponent)
 /// 0.ddd to 0.000ddd. @param exponent that of the first digit, from -4 to -1
 char* writeBelowOne(char* at, Eight digits, int count, int exponent)
 {
-    std::memcpy(at, "0.000000", 8);
+    put(at, zeroPointZeros);
     at += 1 - exponent;
     put(at, digits);
     return at + count;
@@ -126,12 +139,12 @@ char* FltNumberText::write(char* at, double value)
     if (size < beyondScaled) {
         auto const whole = static_cast<std::int32_t>(size);
         if (size == whole)
-            return writeWhole(at, whole);
+            return write(at, whole);
     }
     // The quotient is the decimal logarithm of 2: this is the decimal exponent, or one below it.
     int const binaryExponent = static_cast<int>(word >> 52 & 0x7ff) - 1023;
     int exponent = (binaryExponent * 78913) >> 18;
-    if (!isInReach(digitCount - 1 - exponent) || !isInReach(digitCount - 2 - exponent))
+    if (exponent < lowestExponent || exponent > highestExponent)
         return writeExactly(at, size);
     double scaled = scaledBy(size, digitCount - 1 - exponent);
     if (scaled >= beyondScaled)
@@ -154,6 +167,26 @@ char* FltNumberText::write(char* at, double value)
         return writeFixed(at, digits, count, exponent);
     return exponent >= -4 && exponent < 0 ? writeBelowOne(at, digits, count, exponent)
                                           : writeScientific(at, digits, count, exponent);
+}
+
+char* FltNumberText::writeLonger(char* at, std::int32_t value)
+{
+    auto const size = static_cast<std::uint32_t>(value);
+    if (value >= 0)
+        return writeLonger(at, size);
+    *at = '-';
+    return write(at + 1, 0 - size);
+}
+
+/// @param value not zero
+char* FltNumberText::writeLonger(char* at, std::uint32_t value)
+{
+    if (value >= beyondEightDigits)
+        return std::to_chars(at, at + longest, value).ptr;
+    Eight const digits = eightDigits(value);
+    int const zeros = __builtin_ctzll(digits ^ eightZeros) / 8;
+    put(at, digits >> (8 * zeros));
+    return at + 8 - zeros;
 }
 
 FltNumberText::Fractions::Fractions()

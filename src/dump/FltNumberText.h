@@ -17,8 +17,14 @@ public:
 
     /// @name Whole numbers, in decimal
     /// @{
-    static char* write(char* at, std::int32_t value) { return writeWhole(at, value); }
-    static char* write(char* at, std::uint32_t value) { return writeWhole(at, value); }
+    static char* write(char* at, std::int32_t value)
+    {
+        return isDigit(value) ? writeDigit(at, value) : writeLonger(at, value);
+    }
+    static char* write(char* at, std::uint32_t value)
+    {
+        return isDigit(value) ? writeDigit(at, value) : writeLonger(at, value);
+    }
     static char* write(char* at, std::uint64_t value) { return std::to_chars(at, at + longest, value).ptr; }
     /// @}
 
@@ -38,15 +44,22 @@ public:
     }
 
 private:
-    /// Most fields of most records are zero.
+    /// Most fields of most records are zero, and fewer are above nine.
+    /// @{
     template <class Number>
-    static char* writeWhole(char* at, Number value)
+    static bool isDigit(Number value)
     {
-        if (static_cast<std::uint32_t>(value) > 9)
-            return std::to_chars(at, at + longest, value).ptr;
+        return static_cast<std::uint32_t>(value) <= 9;
+    }
+    template <class Number>
+    static char* writeDigit(char* at, Number value)
+    {
         *at = static_cast<char>('0' + value);
         return at + 1;
     }
+    static char* writeLonger(char* at, std::int32_t value);
+    static char* writeLonger(char* at, std::uint32_t value);
+    /// @}
 
     /// The texts of all 256.
     struct Fractions {

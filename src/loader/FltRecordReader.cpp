@@ -3,9 +3,10 @@
 #include "loader/FltDatabaseFile.h"
 #include "loader/FltLoadLock.h"
 #include "parser/FltRecordScan.h"
-#include "records/FltFieldLister.h"
+#include "records/FltFieldColumns.h"
 #include "records/FltJsonText.h"
 #include "records/FltOpcodeTable.h"
+#include "records/FltRecordFields.h"
 
 #include <limits>
 #include <new>
@@ -14,7 +15,27 @@
 struct FltRecordReader::State {
     explicit State(std::string const& path) : scan(path) {}
 
+    /// Gives the record that the scan stands at as one object.
+    template <class Receiver>
+    void give(Receiver& receiver) const
+    {
+        if (scan.record() != nullptr)
+            return FltRecordFields::giveWhole(*scan.record(), scan.offset(), receiver);
+        receiver.beginObject();
+        receiver.key("opcode");
+        receiver.integer(scan.opcode());
+        receiver.key("length");
+        receiver.integer(scan.length());
+        receiver.key("offset");
+        receiver.integer(static_cast<std::int64_t>(scan.offset()));
+        receiver.key("error");
+        receiver.text(scan.complaints().empty() ? "too many records are shorter than their layout"
+                                                : scan.complaints().back());
+        receiver.endObject();
+    }
+
     FltRecordScan scan;
+    FltJsonText text; ///< Of the last record that was asked for.
 };
 
 FltRecordReader::FltRecordReader(std::string const& path)
@@ -69,28 +90,22 @@ bool FltRecordReader::isAncillary() const
 std::string FltRecordReader::json() const
 {
     std::string text;
-    FltJsonText json(text);
-    give(json);
+    addJson(text);
     return text;
+}
+
+void FltRecordReader::addJson(std::string& text) const
+{
+    FltLoadLock const lock;
+    state->text.clear();
+    state->give(state->text);
+    text += state->text.written();
 }
 
 void FltRecordReader::give(FltFieldReceiver& receiver) const
 {
     FltLoadLock const lock;
-    FltRecordScan const& scan = state->scan;
-    if (scan.record() != nullptr)
-        return FltFieldLister::giveRecord(*scan.record(), offset(), receiver);
-    receiver.beginObject();
-    receiver.key("opcode");
-    receiver.integer(opcode());
-    receiver.key("length");
-    receiver.integer(length());
-    receiver.key("offset");
-    receiver.integer(static_cast<std::int64_t>(offset()));
-    receiver.key("error");
-    receiver.text(scan.complaints().empty() ? "too many records are shorter than their layout"
-                                            : scan.complaints().back());
-    receiver.endObject();
+    state->give(receiver);
 }
 
 bool FltRecordReader::isReadable() const
@@ -102,7 +117,23 @@ bool FltRecordReader::isReadable() const
 void FltRecordReader::giveFields(FltFieldReceiver& receiver) const
 {
     if (isReadable())
-        FltFieldLister::giveFields(*state->scan.record(), receiver);
+        FltRecordFields::give(*state->scan.record(), receiver);
+}
+
+std::vector<FltColumn> FltRecordReader::columns(int opcode)
+{
+    FltLoadLock const lock;
+    FltRecordScan& scan = state->scan;
+    FltFieldColumns columns(scan.countOf(opcode));
+    while (scan.next()) {
+        FltRecord const* const record = scan.opcode() == opcode ? scan.record() : nullptr;
+        if (record == nullptr)
+            continue;
+        columns.beginRecord(scan.offset());
+        FltRecordFields::give(*record, columns);
+        columns.endRecord();
+    }
+    return columns.take();
 }
 
 std::string FltRecordReader::fault() const

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "FltLoadError.h"
+#include "records/FltColumn.h"
 #include "records/FltFieldReceiver.h"
 #include "toolkit/VelloReaderExport.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 /// Reads the records of a database one by one, without making a scene.
 ///
@@ -52,6 +54,9 @@ public:
     /// A record that is too broken to be read has a text "error" in place of "fields" that says why.
     std::string json() const;
 
+    /// Appends the same to a text: one that gathers many records makes no text of its own for each.
+    void addJson(std::string& text) const;
+
     /// Gives the same to a receiver, as one object.
     void give(FltFieldReceiver& receiver) const;
 
@@ -61,6 +66,12 @@ public:
     /// Gives its fields alone, as members of an object that the receiver has opened.
     void giveFields(FltFieldReceiver& receiver) const;
     /// @}
+
+    /// Goes over all further records, and gathers the fields of those of an opcode: a column a field, of as
+    /// many rows as there are records that can be read. The first column is their places in the file,
+    /// "offset". Bytes, and blocks of which a record has several, have no column; a list has one if any
+    /// record has a value of it.
+    std::vector<FltColumn> columns(int opcode);
 
     /// Why the records end before the file does; empty if they don't. Ask after the last one.
     std::string fault() const;

@@ -16,12 +16,24 @@ namespace
 
 using Console = FltWarningMessageConsole;
 
-/// Where the parser is in the file.
-Console::Place place;
+/// What messages are counted and placed by.
+struct Account {
+    Console::Place place;             ///< Where the parser is in the file.
+    std::map<std::string, int> kinds; ///< How many messages of each kind there were, while a Count lives.
+    bool isCounting = false;
 
-/// How many messages of each kind there were, while a Count lives.
-std::map<std::string, int> kinds;
-bool isCounting = false;
+    void clear()
+    {
+        place.fileName.clear();
+        place.byteOffset = 0;
+        place.opcode = 0;
+        kinds.clear();
+        isCounting = false;
+    }
+};
+
+Account ofTheProcess;
+Account* account = &ofTheProcess; ///< That of the innermost session.
 
 int keptGuardMessages = 0;
 Console::Listener* listener = nullptr;
@@ -65,7 +77,7 @@ void report(std::string const& text, Console::Place const* where)
 /// @return whether to report it
 bool isToBeReported(std::string const& kind)
 {
-    return !isCounting || ++kinds[kind] <= FltLimits::messagesOfAKind;
+    return !account->isCounting || ++account->kinds[kind] <= FltLimits::messagesOfAKind;
 }
 
 } // namespace
@@ -132,25 +144,25 @@ char const* FltWarningMessageConsole::keepText(std::string const& text)
     return texts.insert(text).first->c_str();
 }
 
-FltWarningMessageConsole::Count::Count() : isOutermost(!isCounting)
+FltWarningMessageConsole::Count::Count() : isOutermost(!account->isCounting)
 {
     if (!isOutermost)
         return;
-    kinds.clear();
-    isCounting = true;
+    account->kinds.clear();
+    account->isCounting = true;
 }
 
 FltWarningMessageConsole::Count::~Count()
 {
     if (isOutermost)
-        isCounting = false;
+        account->isCounting = false;
 }
 
 void FltWarningMessageConsole::Count::finish()
 {
     if (!isOutermost)
         return;
-    for (auto const& [kind, count] : kinds) {
+    for (auto const& [kind, count] : account->kinds) {
         int const more = count - FltLimits::messagesOfAKind;
         if (more <= 0)
             continue;
@@ -159,31 +171,32 @@ void FltWarningMessageConsole::Count::finish()
         else
             report("WARNING ! " + std::to_string(more) + " more of this kind: " + kind, nullptr);
     }
-    kinds.clear();
+    account->kinds.clear();
 }
 
 /// What a session has of its own.
 struct FltWarningMessageConsole::Session::State {
-    Place place;
-    std::map<std::string, int> kinds;
-    bool isCounting = false;
+    Account own;
+    Account* before = nullptr;
 
-    void exchange() noexcept
-    {
-        std::swap(place, ::place);
-        std::swap(kinds, ::kinds);
-        std::swap(isCounting, ::isCounting);
-    }
+    /// Those who read a file record by record begin a session for each: what one had serves the next.
+    VELLOREADER_INNER static std::unique_ptr<State> spare;
 };
 
-FltWarningMessageConsole::Session::Session() : before(std::make_unique<State>())
+std::unique_ptr<FltWarningMessageConsole::Session::State> FltWarningMessageConsole::Session::State::spare;
+
+FltWarningMessageConsole::Session::Session() : state(std::move(State::spare))
 {
-    before->exchange();
+    if (state == nullptr)
+        state = std::make_unique<State>();
+    state->before = std::exchange(account, &state->own);
 }
 
 FltWarningMessageConsole::Session::~Session()
 {
-    before->exchange();
+    account = state->before;
+    state->own.clear();
+    State::spare = std::move(state);
 }
 
 void FltWarningMessageConsole::notifyGuard(std::string const& kind, std::string const& detail)
@@ -194,14 +207,14 @@ void FltWarningMessageConsole::notifyGuard(std::string const& kind, std::string 
 
 void FltWarningMessageConsole::beginFile(char const* fileName)
 {
-    place = Place();
-    place.fileName = fileName != nullptr ? fileName : "";
+    account->place = Place();
+    account->place.fileName = fileName != nullptr ? fileName : "";
 }
 
 void FltWarningMessageConsole::setPosition(std::size_t byteOffset, int opcode)
 {
-    place.byteOffset = byteOffset;
-    place.opcode = opcode;
+    account->place.byteOffset = byteOffset;
+    account->place.opcode = opcode;
 }
 
 void FltWarningMessageConsole::notifyDamage(std::string const& kind, std::string const& detail)
@@ -210,10 +223,11 @@ void FltWarningMessageConsole::notifyDamage(std::string const& kind, std::string
         return;
     std::string const what = "WARNING ! " + kind + detail;
     if (listener != nullptr)
-        return report(what, &place);
-    report(what + " (" + place.fileName + ", record with opcode " + std::to_string(place.opcode) +
-               " at byte offset " + std::to_string(place.byteOffset) + ")",
-           &place);
+        return report(what, &account->place);
+    report(what + " (" + account->place.fileName + ", record with opcode " +
+               std::to_string(account->place.opcode) + " at byte offset " +
+               std::to_string(account->place.byteOffset) + ")",
+           &account->place);
 }
 
 FltWarningMessageConsole::Listener* FltWarningMessageConsole::setListener(Listener* newListener)

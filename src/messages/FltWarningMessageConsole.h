@@ -75,7 +75,7 @@ public:
 
     private:
         struct State;
-        std::unique_ptr<State> before;
+        std::unique_ptr<State> state;
     };
 
     /// Reports at level 2, printed: "WARNING ! ", the kind and the detail.

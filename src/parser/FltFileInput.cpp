@@ -3,12 +3,12 @@
 #include "dump/FltDumpOutput.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFraming.h"
+#include "toolkit/LargePages.h"
 #include "toolkit/RegularFile.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <iostream>
 #include <string>
@@ -19,24 +19,6 @@
 
 namespace
 {
-
-/// Bytes of a large page of the system.
-constexpr std::uintptr_t pageSize = 2U << 20;
-
-/// The first address from @p bytes on at which a large page may begin.
-char* pageAfter(char* bytes)
-{
-    return bytes + (pageSize - reinterpret_cast<std::uintptr_t>(bytes) % pageSize) % pageSize;
-}
-
-/// The system makes large pages at once, and small ones one by one. If it has none, that is all.
-void useLargePages(char* bytes, std::size_t size)
-{
-    char* const begin = pageAfter(bytes);
-    std::size_t const skipped = static_cast<std::size_t>(begin - bytes);
-    if (size >= skipped + pageSize)
-        ::madvise(begin, (size - skipped) / pageSize * pageSize, MADV_HUGEPAGE);
-}
 
 std::unique_ptr<char[]> copyOf(std::string_view text)
 {
@@ -136,7 +118,7 @@ void FltFileInput::fileToBuffer()
         return;
     auto const room = static_cast<std::size_t>(size);
     buffer.reset(new char[room]);
-    useLargePages(buffer.get(), room);
+    LargePages::useIn(buffer.get(), buffer.get() + room);
     int reason = 0;
     std::size_t const there = readWhole(::fileno(file.get()), buffer.get(), room, reason);
     size = static_cast<long>(there);
@@ -147,8 +129,13 @@ void FltFileInput::fileToBuffer()
 
 void FltFileInput::dropBytesWhenParsed()
 {
+    dropBytesFrom(0);
+}
+
+void FltFileInput::dropBytesFrom(std::size_t first)
+{
     dropsBytes = true;
-    dropped = pageAfter(buffer.get());
+    dropped = LargePages::firstFrom(buffer.get() + first);
 }
 
 void FltFileInput::dropMore()

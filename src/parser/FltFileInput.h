@@ -51,15 +51,18 @@ public:
     /// the object.
     void dropBytesWhenParsed();
 
-    /// Gives the memory of the bytes before @p end back, if dropBytesWhenParsed() was called; they are zero
-    /// from then on. Less than a few megabytes wait for more.
+    /// The same for another reader, which needs the bytes before @p first to the end.
+    void dropBytesFrom(std::size_t first);
+
+    /// Gives the memory of the bytes before @p end back, if one of the above was called; they are zero from
+    /// then on. Less than a few megabytes wait for more.
     void dropBytesBefore(char const* end)
     {
         if (dropsBytes && end - dropped >= droppedAtOnce)
             dropMore();
     }
 
-    /// Frees all bytes, if dropBytesWhenParsed() was called.
+    /// Frees all bytes, if one of the above was called.
     void dropBytes();
 
     /// Writes every byte to std::cout as a decimal number followed by a blank.

@@ -1,31 +1,6 @@
 #include "parser/FltFraming.h"
 
-#include "records/FltUtils.h"
-
 #include <algorithm>
-
-bool FltFraming::next()
-{
-    if (fault != Fault::none)
-        return false;
-    offset += length;
-    opcode = 0;
-    length = 0;
-    std::size_t const rest = size - offset;
-    if (rest == 0)
-        return false;
-    if (rest < 4) {
-        fault = Fault::cutHead;
-        return false;
-    }
-    opcode = FltUtils::word16At(data());
-    length = FltUtils::word16At(data() + 2);
-    if (length == 0)
-        fault = Fault::zeroLength;
-    else if (length > rest)
-        fault = Fault::pastEnd;
-    return fault == Fault::none;
-}
 
 void FltFraming::goTo(std::size_t newOffset)
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "records/FltUtils.h"
+
 #include <cstddef>
 #include <string>
 
@@ -23,7 +25,26 @@ public:
 
     /// Goes on to the next record.
     /// @return whether there is one
-    bool next();
+    bool next()
+    {
+        if (fault != Fault::none)
+            return false;
+        offset += length;
+        opcode = 0;
+        length = 0;
+        std::size_t const rest = size - offset;
+        if (rest < headSize) {
+            fault = rest == 0 ? Fault::none : Fault::cutHead;
+            return false;
+        }
+        opcode = FltUtils::word16At(data());
+        length = FltUtils::word16At(data() + 2);
+        if (length == 0)
+            fault = Fault::zeroLength;
+        else if (length > rest)
+            fault = Fault::pastEnd;
+        return fault == Fault::none;
+    }
 
     /// Has next() go on with the record that begins at a byte; with none if there is no such byte.
     void goTo(std::size_t newOffset);
@@ -49,6 +70,8 @@ public:
     static std::string restFrom(std::size_t offset, std::size_t size);
 
 private:
+    static constexpr std::size_t headSize = 4; ///< Bytes of opcode and length.
+
     char const* begin;
     std::size_t size;
     std::size_t offset = 0;

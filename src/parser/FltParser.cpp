@@ -13,6 +13,7 @@
 #include "records/FltRecordHeader.h"
 #include "records/FltRecordTable.h"
 #include "records/FltUtils.h"
+#include "toolkit/LargePages.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -24,6 +25,10 @@ namespace
 
 /// Bytes of opcode and length.
 constexpr unsigned int headSize = 4;
+
+/// Records have more bytes than this in the mean, so that one piece of memory is enough for the list of most
+/// files. What isn't filled of it takes none.
+constexpr std::size_t fewBytesOfARecord = 32;
 
 /// Bounds what the records of a file may cost that are shorter than their layouts. Each reads on into the
 /// bytes after it, and makes an object, and a dump, as large as those of a whole one.
@@ -126,8 +131,7 @@ bool FltParser::isAnOpenFlightInput(FltInput* candidate)
 void FltParser::fltRecordsVectorBuild(FltRawData* raw)
 {
     // Room comes first, so that a record that was made always has its place.
-    if (fltRecords.size() == fltRecords.capacity())
-        fltRecords.reserve(std::max<std::size_t>(2 * fltRecords.size(), 64));
+    LargePages::makeRoom(fltRecords);
     FltRecord* record = nullptr;
     creationVisitor->visitFltRawData(record, raw);
     fltRecords.push_back(record);
@@ -161,8 +165,9 @@ int FltParser::run()
         host->beginFile(*input);
     FltDumpOutput::line("beginning of parsing");
 
-    char const* const begin = input->getBuffer();
+    char* const begin = input->getBuffer();
     auto const size = static_cast<std::size_t>(input->getSize());
+    LargePages::makeRoom(fltRecords, size / fewBytesOfARecord + 1);
     FltFraming framing(begin, size);
     ShortRecords shortRecords(size);
     FltRawData raw;
@@ -183,7 +188,7 @@ int FltParser::run()
                                                    ", is left out");
             break;
         }
-        raw.assign(framing.data(), begin + size, length, reach);
+        raw.refer(begin + framing.getOffset(), begin + size, length, reach);
         if (!makeRecord(&raw, framing.getOffset()))
             continue;
         ++numberOfFltRawData;

@@ -2,7 +2,6 @@
 
 #include "dump/FltDumpOutput.h"
 #include "messages/FltLimits.h"
-#include "messages/FltMessageSilence.h"
 #include "messages/FltWarningMessageConsole.h"
 #include "parser/FltFileInput.h"
 #include "parser/FltStoredRecord.h"
@@ -22,7 +21,7 @@
 namespace
 {
 
-/// Takes the library's messages while it lives.
+/// Takes the library's messages while it lives, once it is told to; before, nobody gets them.
 class Listening : private FltWarningMessageConsole::Listener
 {
 public:
@@ -35,35 +34,35 @@ public:
     Listening(Listening const&) = delete;
     Listening& operator=(Listening const&) = delete;
 
+    void begin() { isListening = true; }
+
 private:
     void take(char const* text, int /*level*/, FltWarningMessageConsole::Place const* /*place*/) override
     {
+        if (!isListening)
+            return;
         static constexpr std::string_view mark = "WARNING ! ";
         std::string_view const message = text;
         texts.emplace_back(message.substr(0, mark.size()) == mark ? message.substr(mark.size()) : message);
     }
     void takeCount(std::string const& kind, int more) override
     {
-        texts.push_back(kind + ": " + std::to_string(more) + " more");
+        if (isListening)
+            texts.push_back(kind + ": " + std::to_string(more) + " more");
     }
 
     FltWarningMessageConsole::Session session;
     std::vector<std::string>& texts;
     Listener* before;
+    bool isListening = false;
 };
-
-/// Without what records say of their length when they are made: FltRecordScan::leastLength() tells that.
-std::unique_ptr<FltRecord> makeSilently(FltStoredRecord const& stored)
-{
-    FltMessageSilence const silence;
-    return stored.make();
-}
 
 std::unique_ptr<FltFileInput> open(std::string const& path)
 {
     FltDumpOutput::Redirect const noDump(nullptr);
     std::vector<std::string> messages;
-    Listening const listening(messages);
+    Listening listening(messages);
+    listening.begin();
     std::error_code ignored;
     if (std::filesystem::is_directory(path, ignored))
         throw std::runtime_error(path +
@@ -112,6 +111,14 @@ void FltRecordScan::goTo(std::uint64_t offset)
     toldOfTooManyShortRecords = false;
 }
 
+std::size_t FltRecordScan::countOf(int opcode) const
+{
+    std::size_t count = 0;
+    for (FltFraming ahead = framing; ahead.next();)
+        count += ahead.getOpcode() == opcode ? 1 : 0;
+    return count;
+}
+
 std::size_t FltRecordScan::bytesOfShortRecords() const
 {
     return FltLimits::shortRecordBytes + FltLimits::shortRecordBytesPerFileByte * content.size();
@@ -139,9 +146,10 @@ void FltRecordScan::decode() const
     shortRecordBytesLeft -= cost;
 
     try {
-        std::unique_ptr<FltRecord> record = makeSilently(stored);
-        Listening const listening(looked.said);
-        stored.decodeTo(*record);
+        Listening listening(looked.said);
+        std::unique_ptr<FltRecord> record = stored.make();
+        listening.begin(); // what records say of their length when they are made leastLength() tells
+        stored.decodeTo(*record, block);
         looked.decoded = std::move(record);
     } catch (std::bad_alloc const&) { // of which a negative count is one
         looked.said.emplace_back("A count is negative, or larger than the memory: the record is left out");

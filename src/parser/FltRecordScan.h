@@ -1,6 +1,7 @@
 #pragma once
 
 #include "parser/FltFraming.h"
+#include "parser/FltRawData.h"
 #include "toolkit/VelloReaderExport.h"
 
 #include <cstddef>
@@ -39,6 +40,9 @@ public:
     /// Has next() go on with the record that begins at a byte. What records that are shorter than their
     /// layouts may cost counts from here on.
     void goTo(std::uint64_t offset);
+
+    /// How many records of an opcode next() has yet to come to.
+    std::size_t countOf(int opcode) const;
 
     /// @name The record
     /// @{
@@ -93,5 +97,6 @@ private:
     int formatRevision = 0;
     mutable std::size_t shortRecordBytesLeft; ///< What those that are shorter than their layouts may cost.
     mutable bool toldOfTooManyShortRecords = false;
+    mutable FltRawData block; ///< What the decoder of the last record was given.
     mutable Look looked;
 };

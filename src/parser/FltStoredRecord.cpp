@@ -21,11 +21,16 @@ std::unique_ptr<FltRecord> FltStoredRecord::make() const
                                           : new FltRecordUnknown(static_cast<std::int16_t>(opcode), length));
 }
 
+void FltStoredRecord::decodeTo(FltRecord& record, FltRawData& block) const
+{
+    block.assign(begin, fileEnd, length, FltRecordTable::reachOf(opcode, length, revision));
+    record.getPropertiesFromData(block.data);
+}
+
 void FltStoredRecord::decodeTo(FltRecord& record) const
 {
-    FltRawData raw;
-    raw.assign(begin, fileEnd, length, FltRecordTable::reachOf(opcode, length, revision));
-    record.getPropertiesFromData(raw.data);
+    FltRawData block;
+    decodeTo(record, block);
 }
 
 std::unique_ptr<FltRecord> FltStoredRecord::decode() const

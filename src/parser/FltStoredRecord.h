@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 
+class FltRawData;
 class FltRecord;
 
 /// A record where it stands in a file, for programs that look at records one by one.
@@ -20,8 +21,10 @@ struct FltStoredRecord {
     std::unique_ptr<FltRecord> make() const;
 
     /// @param record of the class that make() gives
+    /// @param block  takes the bytes that the decoder reads: those who read many records have one for all
     /// @throw std::bad_alloc for counts that ask for too much or for less than nothing
-    void decodeTo(FltRecord& record) const;
+    void decodeTo(FltRecord& record, FltRawData& block) const;
+    void decodeTo(FltRecord& record) const; ///< The same with a block of its own.
 
     /// Both in one.
     /// @throw std::bad_alloc as decodeTo() does

@@ -26,6 +26,9 @@ public:
     /// Writes the category line and the line with opcode and length. @return @p os
     virtual std::ostream& opcodeAndLength(std::ostream& os) const;
 
+    /// Writes @p title and the lines of opcodeAndLength().
+    void writeHead(FltDump& dump, std::string_view title) const;
+
 protected:
     /// Writes @p title, an end of line, and opcodeAndLength(). @return @p os
     std::ostream& titleOpcodeAndLength(std::ostream& os, std::string_view title) const;
@@ -41,8 +44,9 @@ class PrimaryFltRecord : public AbstractFltRecord
 {
 public:
     using AbstractFltRecord::AbstractFltRecord;
+    static constexpr FltRecordCategory category = FltRecordCategory::primary;
     std::string getRecordCategory() const override { return std::string(nameOf(getCategory())); }
-    FltRecordCategory getCategory() const override { return FltRecordCategory::primary; }
+    FltRecordCategory getCategory() const override { return category; }
 };
 
 /// A record that says more of the primary record before it.
@@ -50,8 +54,9 @@ class AncillaryFltRecord : public AbstractFltRecord
 {
 public:
     using AbstractFltRecord::AbstractFltRecord;
+    static constexpr FltRecordCategory category = FltRecordCategory::ancillary;
     std::string getRecordCategory() const override { return std::string(nameOf(getCategory())); }
-    FltRecordCategory getCategory() const override { return FltRecordCategory::ancillary; }
+    FltRecordCategory getCategory() const override { return category; }
 };
 
 /// A record that opens or closes a level, or places an instance.
@@ -59,8 +64,9 @@ class ControlFltRecord : public AbstractFltRecord
 {
 public:
     using AbstractFltRecord::AbstractFltRecord;
+    static constexpr FltRecordCategory category = FltRecordCategory::control;
     std::string getRecordCategory() const override { return std::string(nameOf(getCategory())); }
-    FltRecordCategory getCategory() const override { return FltRecordCategory::control; }
+    FltRecordCategory getCategory() const override { return category; }
 };
 
 /// An entry of one of the file's shared tables.
@@ -68,6 +74,7 @@ class PaletteFltRecord : public AbstractFltRecord
 {
 public:
     using AbstractFltRecord::AbstractFltRecord;
+    static constexpr FltRecordCategory category = FltRecordCategory::palette;
     std::string getRecordCategory() const override { return std::string(nameOf(getCategory())); }
-    FltRecordCategory getCategory() const override { return FltRecordCategory::palette; }
+    FltRecordCategory getCategory() const override { return category; }
 };

@@ -1,34 +1,33 @@
 #pragma once
 
+#include "messages/FltText.h"
 #include "records/FltDumpStyles.h"
 #include "records/FltFieldReceiver.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string_view>
 #include <type_traits>
 #include <vector>
 
-class FltRecord;
-
-/// Hands a record's fields over by name with their values. See FltFields.h.
+/// Hands a record's fields over by name with their values. See FltFields.h, and FltRecordFields.h for a whole
+/// record.
+///
+/// @tparam Receiver FltFieldReceiver, or a class with the same functions: one that the compiler knows gets
+///                  each value without a virtual call
+template <class Receiver>
 class FltFieldLister
 {
 public:
-    /// Gives the fields of any record, as members of the object that is open.
-    static void giveFields(FltRecord const& record, FltFieldReceiver& receiver);
-
-    /// Gives any record as an object: opcode, class, category, length, offset and fields.
-    /// @param byteOffset where the record begins in its file
-    static void giveRecord(FltRecord const& record, std::uint64_t byteOffset, FltFieldReceiver& receiver);
-
     static constexpr bool decodes = false;
     static constexpr bool dumps = false;
     static constexpr bool lists = true;
 
     /// @param receiver in the object that gets the fields. It has to outlive this one.
-    explicit FltFieldLister(FltFieldReceiver& receiver) : receiver(receiver) {}
+    explicit FltFieldLister(Receiver& receiver) : receiver(receiver) {}
 
     template <class Member, class... Style>
     void operator()(char const* name, Member const& member, Style const&... /*style*/)
@@ -51,10 +50,28 @@ public:
         list(name, values, count, FltFieldReceiver::Length::counted);
     }
     void values(char const* name, char const* bytes, int count) { characters(name, bytes, count); }
-    void rest(char const* name, std::unique_ptr<char[]> const& text, unsigned int length);
-    void text(char const* name, char const* text, int count);
-    void text(char const* name, std::string_view text);
-    void bytes(char const* name, char const* bytes, unsigned int count);
+    void rest(char const* name, std::unique_ptr<char[]> const& characters, unsigned int length)
+    {
+        if (characters != nullptr)
+            text(name, characters.get(), length > 4 ? static_cast<int>(length - 4) : 0);
+    }
+    void text(char const* name, char const* characters, int count)
+    {
+        if (characters != nullptr)
+            text(name, std::string_view(characters, ::strnlen(characters, static_cast<std::size_t>(count))));
+    }
+    void text(char const* name, std::string_view characters)
+    {
+        begin(name);
+        giveText(characters);
+    }
+    void bytes(char const* name, char const* characters, unsigned int count)
+    {
+        if (characters == nullptr)
+            return;
+        begin(name);
+        receiver.bytes({characters, count});
+    }
     void number(char const* name, int value) { put(name, value); }
     void flag(char const* name, std::uint32_t word, int bit, char const* /*label*/)
     {
@@ -64,9 +81,33 @@ public:
     static bool from(int revision, int first) { return revision >= first; }
     static bool when(bool condition) { return condition; }
 
-    void open(char const* name);
-    void openElement(char const* name);
-    void close();
+    void open(char const* name)
+    {
+        begin(name);
+        receiver.beginObject();
+        levels.push_back(nullptr);
+    }
+
+    /// Blocks of one name that follow one another are elements of one array.
+    void openElement(char const* name)
+    {
+        if (lastElement != nullptr && std::strcmp(lastElement, name) == 0) {
+            receiver.resumeArray();
+        } else {
+            begin(name);
+            receiver.beginArray(FltFieldReceiver::Length::counted);
+        }
+        receiver.beginObject();
+        levels.push_back(name);
+    }
+    void close()
+    {
+        receiver.endObject();
+        lastElement = levels.back();
+        if (lastElement != nullptr)
+            receiver.endArray();
+        levels.pop_back();
+    }
 
     template <class Member, class Value>
     void preset(Member const& /*member*/, Value /*value*/)
@@ -103,10 +144,14 @@ private:
     void list(char const* name, Value const* values, int count, FltFieldReceiver::Length length)
     {
         begin(name);
-        receiver.beginArray(length);
-        for (int i = 0; i < count; ++i)
-            add(values[i]);
-        receiver.endArray();
+        if constexpr (Receiver::takesLists) {
+            receiver.list(values, count, length);
+        } else {
+            receiver.beginArray(length);
+            for (int i = 0; i < count; ++i)
+                add(values[i]);
+            receiver.endArray();
+        }
     }
     template <class Number>
     std::enable_if_t<std::is_integral_v<Number>> add(Number value)
@@ -125,7 +170,25 @@ private:
     }
 
     /// A char array: text, but for reserved bytes.
-    void characters(char const* name, char const* text, int size);
+    void characters(char const* name, char const* characters, int size)
+    {
+        if (beginsWith(name, "reserved") || beginsWith(name, "spare"))
+            bytes(name, characters, static_cast<unsigned int>(size));
+        else
+            text(name, characters, size);
+    }
+
+    /// What isn't UTF-8 is taken as Latin-1. Once for all fields that are texts, not in each.
+    [[gnu::noinline]] void giveText(std::string_view characters)
+    {
+        bool const isPlain = std::all_of(characters.begin(), characters.end(), [](char character) {
+            return static_cast<signed char>(character) >= 0;
+        });
+        if (isPlain)
+            receiver.text(characters);
+        else
+            receiver.text(FltText::utf8(characters));
+    }
 
     void begin(char const* name)
     {
@@ -133,7 +196,12 @@ private:
         receiver.key(name);
     }
 
-    FltFieldReceiver& receiver;
+    static bool beginsWith(std::string_view text, std::string_view beginning)
+    {
+        return text.substr(0, beginning.size()) == beginning;
+    }
+
+    Receiver& receiver;
     std::vector<char const*> levels;   ///< The open blocks: the name of one of several, null for a lone one.
     char const* lastElement = nullptr; ///< The name of the block of several that has just ended.
 };

@@ -12,6 +12,9 @@
 class FltFieldReceiver
 {
 public:
+    /// An array comes element by element. Receivers that the library knows may take it in one piece.
+    static constexpr bool takesLists = false;
+
     /// How long an array is.
     enum class Length {
         fixed,   ///< The same in every record.

@@ -4,10 +4,12 @@
 #include "records/FltFieldDump.h"
 #include "records/FltFieldPlace.h"
 #include "records/FltFieldReach.h"
+#include "records/FltRecordHead.h"
 #include "records/FltVersion.h"
 
 #include <iosfwd>
 #include <type_traits>
+#include <typeinfo>
 
 /// A record's layout stands once: in its class's
 ///
@@ -73,8 +75,12 @@ template <class Record>
 template <class Record>
 std::ostream& dump(Record const& record, std::ostream& os)
 {
-    record.nameOpcodeAndLength(os);
+    bool const isOfThisClass = typeid(record) == typeid(Record);
+    if (!isOfThisClass) // one below may have a head of its own
+        record.nameOpcodeAndLength(os);
     FltFieldDump dump(os);
+    if (isOfThisClass)
+        FltRecordHead::write(record, dump.dump);
     Record::fields(record, dump);
     return os;
 }

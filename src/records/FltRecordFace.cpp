@@ -18,26 +18,32 @@ std::size_t entryCount(unsigned int length)
 
 std::ostream& FltRecordVertexList::nameOpcodeAndLength(std::ostream& os) const
 {
-    return titleOpcodeAndLength(os, "\n VERTEX LIST RECORD ");
+    return titleOpcodeAndLength(os, title);
 }
 
 void FltRecordVertexList::getPropertiesFromData(char* data)
 {
-    std::size_t const before = vertexOffsets.size();
     std::size_t const count = entryCount(getLength());
-    vertexOffsets.resize(before + count);
-    FltFieldDecoder(data + 4).values("vertexOffsets", vertexOffsets.data() + before, static_cast<int>(count));
+    char* cursor = data + 4;
+    vertexOffsets.reserve(vertexOffsets.size() + count);
+    for (std::size_t i = 0; i < count; ++i) {
+        int offset;
+        FltUtils::getInt32ValueThenDecal(&offset, cursor);
+        vertexOffsets.push_back(offset);
+    }
 }
 
 std::ostream& FltRecordVertexList::properties(std::ostream& os) const
 {
-    nameOpcodeAndLength(os);
-    FltDump dump(os);
+    return FltFields::dump(*this, os);
+}
+
+void FltRecordVertexList::dumpOffsets(FltDump& dump) const
+{
     dump << "Offset: ";
     for (int offset : vertexOffsets)
         dump << offset << "  ";
     dump.endLine();
-    return os;
 }
 
 std::size_t FltRecordMorphVertexList::getReach(unsigned int length)
@@ -48,7 +54,7 @@ std::size_t FltRecordMorphVertexList::getReach(unsigned int length)
 
 std::ostream& FltRecordMorphVertexList::nameOpcodeAndLength(std::ostream& os) const
 {
-    return titleOpcodeAndLength(os, "\n MORPH VERTEX LIST RECORD ");
+    return titleOpcodeAndLength(os, title);
 }
 
 void FltRecordMorphVertexList::getPropertiesFromData(char* data)
@@ -67,13 +73,15 @@ void FltRecordMorphVertexList::getPropertiesFromData(char* data)
 
 std::ostream& FltRecordMorphVertexList::properties(std::ostream& os) const
 {
-    nameOpcodeAndLength(os);
-    FltDump dump(os);
+    return FltFields::dump(*this, os);
+}
+
+void FltRecordMorphVertexList::dumpOffsets(FltDump& dump) const
+{
     dump << "Offset: ";
     for (auto const& [first, second] : vertexOffsets)
         dump << "(" << first << "," << second << ")  ";
     dump.endLine();
-    return os;
 }
 
 template class FltRecordOf<FltRecordFace, PrimaryFltRecord>;

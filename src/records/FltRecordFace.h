@@ -9,8 +9,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <string_view>
 #include <utility>
 #include <vector>
+
+class FltDump;
 
 /// A polygon: its appearance. Its vertices stand in the list of the level below.
 ///
@@ -134,7 +137,10 @@ class FltRecordVertexList : public PrimaryFltRecord
 public:
     using PrimaryFltRecord::PrimaryFltRecord;
 
-    int getOpcode() const override { return FltOpcode::vertexList; }
+    static constexpr int opcode = FltOpcode::vertexList;
+    static constexpr std::string_view title = "\n VERTEX LIST RECORD ";
+
+    int getOpcode() const override { return opcode; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -145,7 +151,12 @@ public:
     static void fields(Self& self, Visitor& visit)
     {
         visit.values("vertexOffsets", self.vertexOffsets.data(), static_cast<int>(self.vertexOffsets.size()));
+        if constexpr (Visitor::dumps)
+            self.dumpOffsets(visit.dump);
     }
+
+private:
+    void dumpOffsets(FltDump& dump) const;
 };
 
 /// The vertices of the face before, for a face that changes its shape with the distance. The same in every
@@ -159,7 +170,10 @@ class FltRecordMorphVertexList : public PrimaryFltRecord
 public:
     using PrimaryFltRecord::PrimaryFltRecord;
 
-    int getOpcode() const override { return FltOpcode::morphVertexList; }
+    static constexpr int opcode = FltOpcode::morphVertexList;
+    static constexpr std::string_view title = "\n MORPH VERTEX LIST RECORD ";
+
+    int getOpcode() const override { return opcode; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
     void getPropertiesFromData(char* data) override;
@@ -179,5 +193,10 @@ public:
                 visit.number("second", second);
                 visit.close();
             }
+        if constexpr (Visitor::dumps)
+            self.dumpOffsets(visit.dump);
     }
+
+private:
+    void dumpOffsets(FltDump& dump) const;
 };

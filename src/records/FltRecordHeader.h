@@ -31,6 +31,7 @@ public:
     std::uint8_t textWhite = 0;
     std::uint32_t flags = 0;
     char reserved1[24] = {};
+    static constexpr std::int32_t geodetic = 5; ///< Of projectionType: x and y are degrees.
     std::int32_t projectionType = 0;
     char reserved2[28] = {};
     std::int16_t idNextDegreeOfFreedom = 0;

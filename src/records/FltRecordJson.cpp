@@ -1,12 +1,11 @@
 #include "records/FltRecordJson.h"
 
-#include "records/FltFieldLister.h"
 #include "records/FltJsonText.h"
+#include "records/FltRecordFields.h"
 
 std::string FltRecordJson::of(FltRecord const& record, std::uint64_t byteOffset)
 {
-    std::string text;
-    FltJsonText json(text);
-    FltFieldLister::giveRecord(record, byteOffset, json);
-    return text;
+    FltJsonText json;
+    FltRecordFields::giveWhole(record, byteOffset, json);
+    return std::string(json.written());
 }

@@ -50,7 +50,7 @@ bool FltRecordMultitexture::hasLayerN(int n) const
 
 std::ostream& FltRecordUVList::nameOpcodeAndLength(std::ostream& os) const
 {
-    return titleOpcodeAndLength(os, "\n UV LIST RECORD ");
+    return titleOpcodeAndLength(os, title);
 }
 
 std::size_t FltRecordUVList::reach(unsigned int length)

@@ -72,7 +72,10 @@ class FltRecordUVList : public AncillaryFltRecord
 public:
     using AncillaryFltRecord::AncillaryFltRecord;
 
-    int getOpcode() const override { return FltOpcode::uvList; }
+    static constexpr int opcode = FltOpcode::uvList;
+    static constexpr std::string_view title = "\n UV LIST RECORD ";
+
+    int getOpcode() const override { return opcode; }
     std::ostream& nameOpcodeAndLength(std::ostream& os) const override;
     std::ostream& properties(std::ostream& os) const override;
 

@@ -1,7 +1,9 @@
 #include "records/FltRecordTable.h"
 
+#include "records/FltFieldColumns.h"
 #include "records/FltFieldLister.h"
 #include "records/FltFields.h"
+#include "records/FltJsonText.h"
 #include "records/FltOpcode.h"
 #include "records/FltOpcodeTable.h"
 #include "records/FltRecordBoundingVolume.h"
@@ -37,6 +39,7 @@
 #include <array>
 #include <iterator>
 #include <type_traits>
+#include <typeinfo>
 
 namespace
 {
@@ -63,18 +66,28 @@ std::size_t least([[maybe_unused]] int revision)
     return place.getReach();
 }
 
-template <class Record>
-void list(FltRecord const& record, FltFieldLister& fields)
+/// What a receiver does with a value becomes a part of the one function.
+template <class Record, class Receiver>
+[[gnu::flatten]] void list(FltRecord const& record, Receiver& receiver)
 {
-    if (auto const* const typed = dynamic_cast<Record const*>(&record))
-        Record::fields(*typed, fields);
+    if (typeid(record) != typeid(Record))
+        return;
+    FltFieldLister<Receiver> fields(receiver);
+    Record::fields(static_cast<Record const&>(record), fields);
 }
 
 template <class Record>
 constexpr FltRecordRow row(int opcode, std::string_view className)
 {
-    return {opcode,        className,      make<Record>, FltFields::reachOf<Record>,
-            least<Record>, sizeof(Record), list<Record>};
+    return {opcode,
+            className,
+            make<Record>,
+            FltFields::reachOf<Record>,
+            least<Record>,
+            sizeof(Record),
+            list<Record, FltFieldReceiver>,
+            list<Record, FltJsonText>,
+            list<Record, FltFieldColumns>};
 }
 
 constexpr FltRecordRow rows[] = {
@@ -158,28 +171,28 @@ public:
         std::size_t least;
     };
 
-    Extent const& at(FltRecordRow const& row, int ofRevision)
+    Extent const& at(int position, int ofRevision)
     {
-        if (ofRevision != revision || !known) {
-            for (std::size_t i = 0; i < std::size(rows); ++i)
-                extents[i] = {rows[i].reach(ofRevision), rows[i].least(ofRevision)};
-            revision = ofRevision;
-            known = true;
-        }
-        return extents[static_cast<std::size_t>(&row - rows)];
-    }
-
-    static Extents& kept()
-    {
-        static Extents extents;
-        return extents;
+        if (ofRevision != revision || !known)
+            workOut(ofRevision);
+        return extents[static_cast<std::size_t>(position)];
     }
 
 private:
+    [[gnu::noinline]] void workOut(int ofRevision)
+    {
+        for (std::size_t i = 0; i < std::size(rows); ++i)
+            extents[i] = {rows[i].reach(ofRevision), rows[i].least(ofRevision)};
+        revision = ofRevision;
+        known = true;
+    }
+
     int revision = 0;
     bool known = false;
     std::array<Extent, std::size(rows)> extents{};
 };
+
+Extents extents;
 
 } // namespace
 
@@ -190,12 +203,12 @@ FltRecordRow const* FltRecordTable::find(int opcode)
 
 std::size_t FltRecordTable::reachOf(int opcode, unsigned int length, int revision)
 {
-    FltRecordRow const* const row = find(opcode);
-    if (row == nullptr)
+    int const position = rowIndex.positionOf(opcode);
+    if (position < 0)
         return length;
     if (opcode == FltOpcode::morphVertexList)
         return FltRecordMorphVertexList::getReach(length);
-    return Extents::kept().at(*row, revision).reach;
+    return extents.at(position, revision).reach;
 }
 
 std::size_t FltRecordTable::leastOf(int opcode, int revision)
@@ -203,8 +216,8 @@ std::size_t FltRecordTable::leastOf(int opcode, int revision)
     FltOpcodeRow const* const facts = FltOpcodeTable::find(opcode);
     if (facts != nullptr && facts->lengths.least != 0)
         return facts->lengths.least;
-    FltRecordRow const* const row = find(opcode);
-    return row != nullptr ? Extents::kept().at(*row, revision).least : FltFieldReach::head;
+    int const position = rowIndex.positionOf(opcode);
+    return position >= 0 ? extents.at(position, revision).least : FltFieldReach::head;
 }
 
 std::size_t FltRecordTable::objectSizeOf(int opcode)

@@ -3,7 +3,9 @@
 #include <cstddef>
 #include <string_view>
 
-class FltFieldLister;
+class FltFieldColumns;
+class FltFieldReceiver;
+class FltJsonText;
 class FltRecord;
 
 /// How the records of one opcode are made and read.
@@ -24,7 +26,9 @@ struct FltRecordRow {
     std::size_t objectSize;
 
     /// Lists the fields of a record of this class; none of a record of another one.
-    void (*list)(FltRecord const& record, FltFieldLister& fields);
+    void (*list)(FltRecord const& record, FltFieldReceiver& receiver);
+    void (*listAsJson)(FltRecord const& record, FltJsonText& json);           ///< The same.
+    void (*listInColumns)(FltRecord const& record, FltFieldColumns& columns); ///< The same.
 };
 
 /// All opcodes that have a class.

@@ -25,9 +25,14 @@ public:
     /// @return null if the table has no row of the opcode
     constexpr Row const* find(int opcode) const
     {
-        if (opcode < 0 || opcode > highest || positions[static_cast<std::size_t>(opcode)] == none)
-            return nullptr;
-        return &rows[positions[static_cast<std::size_t>(opcode)]];
+        int const position = positionOf(opcode);
+        return position >= 0 ? &rows[position] : nullptr;
+    }
+
+    /// Where in the table the row of an opcode stands; a number below zero if it has none.
+    constexpr int positionOf(int opcode) const
+    {
+        return opcode >= 0 && opcode <= highest ? positions[static_cast<std::size_t>(opcode)] : none;
     }
 
     /// Whether the rows of a table stand in the order of their opcodes, each once.

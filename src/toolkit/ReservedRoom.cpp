@@ -31,6 +31,5 @@ void ReservedRoom::giveBack(int file, off_t size)
 {
     // To cut a file to its own size frees what lies behind it. A failure only leaves the room where it is.
     [[maybe_unused]] bool const isFreed = end <= size || ::ftruncate(file, size) == 0;
-    end = 0;
-    isRefused = false;
+    *this = {};
 }

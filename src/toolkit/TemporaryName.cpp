@@ -10,10 +10,13 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <random>
 #include <set>
+#include <sstream>
 #include <string_view>
 #include <sys/stat.h>
 #include <system_error>
@@ -84,12 +87,27 @@ std::vector<std::string> wordsOf(std::string_view name)
     return words;
 }
 
+/// Whether a process has ended with all its threads, and only its parent hasn't asked yet: some never do.
+bool hasEnded(pid_t process)
+{
+    constexpr int fieldsBetween = 16;
+    std::ifstream file("/proc/" + std::to_string(process) + "/stat");
+    std::string const text{std::istreambuf_iterator<char>(file), {}};
+    std::istringstream fields(text.substr(text.rfind(')') + 1)); // behind the program's name
+    std::string state, skipped;
+    int threads = 0;
+    fields >> state;
+    for (int i = 0; i < fieldsBetween; ++i)
+        fields >> skipped;
+    return fields >> threads && state == "Z" && threads <= 1;
+}
+
 bool isGone(std::string const& process)
 {
     pid_t number = 0;
     auto const [end, problem] = std::from_chars(process.data(), process.data() + process.size(), number);
     bool const isNumber = problem == std::errc() && end == process.data() + process.size() && number > 0;
-    return isNumber && ::kill(number, 0) != 0 && errno == ESRCH;
+    return isNumber && ((::kill(number, 0) != 0 && errno == ESRCH) || hasEnded(number));
 }
 
 bool isOld(fs::path const& file)

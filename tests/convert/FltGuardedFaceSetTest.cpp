@@ -20,7 +20,7 @@ namespace
 std::vector<int> const indices = {0, 1, 2, -1, -1, 1, -1, 2, 3, -1, 1, 3, 2, -1};
 
 template <class FaceSet>
-SoSeparator* sceneOf()
+SoSeparator* sceneOf(std::vector<int> const& corners = indices)
 {
     auto* const root = new SoSeparator;
     auto* const faces = new FaceSet;
@@ -28,7 +28,7 @@ SoSeparator* sceneOf()
     float const places[][3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}};
     property->vertex.setValues(0, 4, places);
     faces->vertexProperty = property;
-    faces->coordIndex.setValues(0, static_cast<int>(indices.size()), indices.data());
+    faces->coordIndex.setValues(0, static_cast<int>(corners.size()), corners.data());
     root->addChild(faces);
     root->ref();
     return root;
@@ -55,6 +55,13 @@ TEST(FltGuardedFaceSet, drawsAndCountsAllOtherFaces)
     EXPECT_GE(count.getTriangleCount(), 2);
     plain->unref();
     guarded->unref();
+}
+
+TEST(FltGuardedFaceSet, drawsTheFacesAfterAFirstOneWithoutAVertex)
+{
+    SoSeparator* const root = sceneOf<FltGuardedFaceSet>({-1, 0, 1, 2, -1, 1, 3, 2, -1});
+    EXPECT_NEAR(DrawnScene(root).area(), 1, 1e-6);
+    root->unref();
 }
 
 TEST(FltGuardedFaceSet, isWrittenAsAnyFaceSet)

@@ -883,6 +883,33 @@ TEST_F(FltObjectToSoSeparatorWalkTest, RecordsOfAFaceEndWithItsLevelOrBeforeTheN
     EXPECT_EQ(records.positionOf(iterator), 8);
 }
 
+TEST_F(FltObjectToSoSeparatorWalkTest, RecordsOfAFaceHoldTheLevelsWithinItsOwn)
+{
+    for (char const* const record :
+         {"Face", "PushLevel", "VertexList", "PushLevel", "VertexList", "PopLevel", "PopLevel", "Comment"})
+        records.add(record);
+    std::vector<FltRecord*> found;
+    auto iterator = records.begin();
+    object.getFirstFaceFromIterator(iterator, found);
+    EXPECT_EQ(found.size(), 7U);
+    EXPECT_EQ(records.positionOf(iterator), 6) << "the Pop that ends its level";
+}
+
+TEST_F(FltObjectToSoSeparatorWalkTest, RecordsOfAFaceEndBeforeSubFacesAndOtherThings)
+{
+    for (char const* const end : {"PushSubface", "PopSubface"}) {
+        Records faces;
+        faces.add("Face");
+        faces.add("Comment");
+        faces.add(end);
+        std::vector<FltRecord*> found;
+        auto iterator = faces.begin();
+        object.getFirstFaceFromIterator(iterator, found);
+        EXPECT_EQ(found.size(), 2U) << end;
+        EXPECT_EQ(faces.positionOf(iterator), 1) << end;
+    }
+}
+
 TEST_F(FltObjectToSoSeparatorWalkTest, SearchForAFaceNeverStepsBackBehindItsStart)
 {
     records.add("PushSubface");

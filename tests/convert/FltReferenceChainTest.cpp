@@ -8,6 +8,8 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <memory>
+#include <ucontext.h>
+#include <vector>
 
 namespace
 {
@@ -52,6 +54,42 @@ TEST(FltReferenceChainTest, IsFullWhereLittleOfTheStackIsLeft)
     EXPECT_FALSE(chain.isFull());
     runOnStackOf(2 * FltLimits::stackForAFile, [&] { EXPECT_FALSE(chain.isFull()); });
     runOnStackOf(FltLimits::stackForAFile, [&] { EXPECT_TRUE(chain.isFull()); });
+}
+
+/// A coroutine of a host runs on memory that the system takes for no thread's stack.
+TEST(FltReferenceChainTest, IsFullWithThirtyThreeFilesWhereNobodyKnowsTheStack)
+{
+    struct Asking {
+        FltReferenceChain chain;
+        std::vector<bool> answers;
+        ucontext_t outside = {};
+        ucontext_t inside = {};
+    };
+    static Asking* asking = nullptr;
+    auto const ask = [] {
+        std::vector<std::unique_ptr<FltReferenceChain::Link>> links;
+        for (ino_t file = 1; file <= 34; ++file) {
+            links.push_back(std::make_unique<FltReferenceChain::Link>(asking->chain,
+                                                                      FltReferenceChain::Identity(1, file)));
+            asking->answers.push_back(asking->chain.isFull());
+        }
+        while (!links.empty())
+            links.pop_back();
+    };
+    Asking made;
+    asking = &made;
+    std::vector<char> stack(std::size_t(256) << 10);
+    ASSERT_EQ(::getcontext(&made.inside), 0);
+    made.inside.uc_stack.ss_sp = stack.data();
+    made.inside.uc_stack.ss_size = stack.size();
+    made.inside.uc_link = &made.outside;
+    ::makecontext(&made.inside, ask, 0);
+    ASSERT_EQ(::swapcontext(&made.outside, &made.inside), 0);
+    ASSERT_EQ(made.answers.size(), 34U);
+    EXPECT_FALSE(made.answers[31]);
+    EXPECT_TRUE(made.answers[32]) << "one more than the deepest that are followed";
+    EXPECT_TRUE(made.answers[33]);
+    EXPECT_TRUE(made.chain.isEmpty());
 }
 
 TEST(FltReferenceChainTest, OnlySoManyFilesAreOpenedOnAllWaysTogether)

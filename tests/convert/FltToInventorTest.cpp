@@ -92,6 +92,30 @@ TEST(FltToInventorTest, AListingMakesNoNodeAndNoTexture)
     EXPECT_GT(host.records, 200);
 }
 
+TEST(FltToInventorTest, AHostHearsOfEachQuarterOfAThousandRecords)
+{
+    struct CountingHost : ListingHost {
+        void takeConverted(FltInput const& /*file*/, std::size_t records, std::size_t inAll) override
+        {
+            converted.push_back(records);
+            all.push_back(inAll);
+        }
+        std::vector<std::size_t> converted;
+        std::vector<std::size_t> all;
+    };
+    FltWriter flt;
+    flt.push();
+    for (int i = 0; i < 200; ++i)
+        flt.add("Group").push().pop();
+    flt.pop();
+    MemoryInput input(flt.bytes());
+    CountingHost host;
+    FltDumpOutput::Redirect const noDump(nullptr);
+    EXPECT_EQ(FltToInventor::list(input, host), 0);
+    EXPECT_EQ(host.converted, (std::vector<std::size_t>{256, 512}));
+    EXPECT_EQ(host.all, (std::vector<std::size_t>(2, 604))) << "the null entry at the end among them";
+}
+
 TEST(FltToInventorTest, AListingOfNoWholeRecordOrOfAnOldRevisionFails)
 {
     for (std::string const& bytes :

@@ -1,5 +1,6 @@
 #include "dump/FltDump.h"
 
+#include "dump/FltDumpBuffer.h"
 #include "support/StreamCapture.h"
 
 #include <cmath>
@@ -11,6 +12,8 @@
 #include <locale>
 #include <random>
 #include <sstream>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace
@@ -193,6 +196,7 @@ TEST(FltDumpTest, BitsPrintTheMostSignificantFirst)
 {
     EXPECT_EQ(written([](std::ostream& os) { FltDump(os).bits(0x80000005U); }),
               "10000000000000000000000000000101\n");
+    EXPECT_EQ(written([](std::ostream& os) { FltDump(os).bits(0x00000001U); }), std::string(31, '0') + "1\n");
 }
 
 TEST(FltDumpTest, PointerFormIsHexadecimalSignExtendedAnd0ForZero)
@@ -310,6 +314,7 @@ void dumpShapes(std::ostream& os)
     std::int32_t const numbers[] = {1234567, -8};
     (FltDump(os) << "-- Opcode: " << 1000 << "  Length: " << 65000U << " --").endLine();
     FltDump(os).field("e", -3);
+    FltDump(os).lineOf("o[", 12, "]: ", 0.5);
     FltDump(os).line("i: ", 1234567);
     FltDump(os).line("u: ", 4000000000U);
     FltDump(os).line("b: ", std::uint8_t{200});
@@ -319,6 +324,7 @@ void dumpShapes(std::ostream& os)
     FltDump(os).list("l: (", numbers, 2, ",", ")");
     FltDump(os).list("l: (", doubles, 4, ",", ")");
     FltDump(os).rows(doubles, 2, 2);
+    FltDump(os).text("t: ", "text takes no more room than it has");
     FltDump(os).flag("g: ", 1, 0);
     (FltDump(os) << "p: ").pointer(0x12345).endLine();
     FltDump(os).colorByte("c: ", 77);
@@ -330,6 +336,7 @@ void streamShapes(std::ostream& os)
     os << "-- Opcode: " << 1000 << "  Length: " << 65000U << " --" << std::endl;
     os << "e"
        << ": " << -3 << std::endl;
+    os << "o[" << 12 << "]: " << 0.5 << std::endl;
     os << "i: " << 1234567 << std::endl;
     os << "u: " << 4000000000U << std::endl;
     os << "b: " << 200U << std::endl;
@@ -342,6 +349,7 @@ void streamShapes(std::ostream& os)
        << "  |" << std::endl;
     os << "|  " << -2e-9 << "  " << 1e300 << "  "
        << "  |" << std::endl;
+    os << "t: text takes no more room than it has" << std::endl;
     os << "g: " << '1' << std::endl;
     os << "p: " << reinterpret_cast<void const*>(std::intptr_t{0x12345}) << std::endl;
     os << "c: " << static_cast<double>(77.0F / 255.0F) << std::endl;
@@ -480,6 +488,144 @@ public:
 private:
     char room[8];
 };
+
+/// A log's block of few bytes, with bytes behind it that aren't its own.
+class SmallBlock : public FltDumpBuffer
+{
+public:
+    explicit SmallBlock(std::size_t size) : memory(size + behind, untouched)
+    {
+        setp(memory.data(), memory.data() + size);
+        current = this;
+    }
+    ~SmallBlock() override { current = nullptr; }
+
+    void write() override
+    {
+        ++writes;
+        text.append(pbase(), pptr());
+        setp(pbase(), epptr());
+    }
+    int timesWritten() const { return writes; }
+    std::string const& written()
+    {
+        write();
+        return text;
+    }
+    bool isKept() const { return std::string(epptr(), behind) == std::string(behind, untouched); }
+
+protected:
+    int_type overflow(int_type character) override
+    {
+        write();
+        return sputc(traits_type::to_char_type(character));
+    }
+
+private:
+    static constexpr std::size_t behind = 64;
+    static constexpr char untouched = '?';
+
+    std::string memory;
+    std::string text;
+    int writes = 0;
+};
+
+TEST(FltDumpTest, LinesKeepToTheBlockOfALogOfAnySize)
+{
+    std::string const expected = written(streamShapes);
+    constexpr std::size_t longestPiece = 64;
+    for (std::size_t size = longestPiece; size <= expected.size(); ++size) {
+        SmallBlock block(size);
+        std::ostream os(&block);
+        dumpShapes(os);
+        ASSERT_TRUE(block.isKept()) << size;
+        ASSERT_EQ(block.written(), expected) << size;
+    }
+}
+
+TEST(FltDumpTest, BlockOfALogThatHasRoomIsNotWritten)
+{
+    SmallBlock block(4096);
+    std::ostream os(&block);
+    dumpShapes(os);
+    EXPECT_EQ(block.timesWritten(), 0);
+    EXPECT_EQ(block.written(), written(streamShapes));
+}
+
+TEST(FltDumpTest, LineThatFillsTheBlockOfALogToItsLastByteIsWrittenWithTheNextOne)
+{
+    std::vector<std::pair<std::string, Action>> const lines = {
+        {"label\n", [](std::ostream& os) { FltDump(os).line("label"); }},
+        {"\n", [](std::ostream& os) { FltDump(os).line(""); }},
+        {"c: x\n", [](std::ostream& os) { FltDump(os).character("c: ", 'x'); }},
+        {"some text\n",
+         [](std::ostream& os) { FltDump(os).lineOf(std::string_view("some "), std::string_view("text")); }},
+        {"some text\n", [](std::ostream& os) { FltDump(os).text("some ", "text"); }},
+    };
+    for (auto const& [line, write] : lines) {
+        SmallBlock block(line.size());
+        std::ostream os(&block);
+        write(os);
+        EXPECT_EQ(block.timesWritten(), 0) << line;
+        EXPECT_TRUE(block.isKept()) << line;
+        write(os);
+        EXPECT_EQ(block.timesWritten(), 1) << line;
+        EXPECT_EQ(block.written(), line + line);
+    }
+}
+
+TEST(FltDumpTest, LineThatIsAByteLongerThanTheBlockOfALogComesOutWhole)
+{
+    std::string const line = "a line that is longer than the longest number\n";
+    SmallBlock block(line.size() - 1);
+    std::ostream os(&block);
+    FltDump(os).line("a line that is longer than the longest number");
+    EXPECT_TRUE(block.isKept());
+    EXPECT_EQ(block.written(), line);
+}
+
+TEST(FltDumpTest, StreamThatIsNoLogOrFormatsByItselfIsNotInALog)
+{
+    SmallBlock block(4096);
+    std::ostringstream other;
+    EXPECT_FALSE(FltDump(other).isInLog());
+    std::ostream os(&block);
+    for (Action const& change : std::vector<Action>{[](std::ostream& log) { log.precision(7); },
+                                                    [](std::ostream& log) {
+                                                        log.precision(6);
+                                                        log.width(3);
+                                                    },
+                                                    [&other](std::ostream& log) {
+                                                        log.width(0);
+                                                        log.tie(&other);
+                                                    },
+                                                    [](std::ostream& log) {
+                                                        log.tie(nullptr);
+                                                        log << std::hex;
+                                                    }}) {
+        change(os);
+        EXPECT_FALSE(FltDump(os).isInLog());
+    }
+    os << std::dec;
+    EXPECT_TRUE(FltDump(os).isInLog());
+}
+
+/// It was taken for as long as a number, and went on behind the block.
+TEST(FltDumpTest, LiteralThatIsLongerThanANumberKeepsToTheBlockOfALog)
+{
+    SmallBlock block(64);
+    std::ostream os(&block);
+    FltDump(os).lineOf("a text that is as long as a whole line of a log, and longer than many: ", 7);
+    EXPECT_TRUE(block.isKept());
+    EXPECT_EQ(block.written(), "a text that is as long as a whole line of a log, and longer than many: 7\n");
+}
+
+TEST(FltDumpTest, LineOntoAnotherStreamThanTheOpenLogGoesThere)
+{
+    SmallBlock block(4096);
+    EXPECT_EQ(written([](std::ostream& os) { FltDump(os).line("elsewhere: ", 1); }), "elsewhere: 1\n");
+    EXPECT_EQ(block.written(), "");
+}
 
 TEST(FltDumpTest, BufferThatTakesNoMoreSetsTheBadBit)
 {

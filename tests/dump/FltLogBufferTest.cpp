@@ -2,6 +2,7 @@
 
 #include "dump/FltDump.h"
 #include "messages/FltWarningMessageConsole.h"
+#include "support/ClosedInput.h"
 #include "support/FileSizeLimit.h"
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
@@ -153,6 +154,21 @@ TEST(FltLogBufferTest, LargeOutputGoesToTheFileInBlocksAndComesOutWhole)
     EXPECT_EQ(contentsOf(directory.path("a.log")), expected);
 }
 
+TEST(FltLogBufferTest, FileThatHasTheNumberOfAClosedInputComesOutWhole)
+{
+    ScratchFolder const directory;
+    ClosedInput const closed;
+    FltLogStream log;
+    ASSERT_TRUE(opens(log, directory.path("a.log")));
+    std::string expected;
+    for (int i = 0; i < 100000; ++i) {
+        log << "line " << i << '\n';
+        expected += "line " + std::to_string(i) + '\n';
+    }
+    EXPECT_TRUE(log.buffer.close());
+    EXPECT_EQ(contentsOf(directory.path("a.log")), expected);
+}
+
 TEST(FltLogBufferTest, LinesOfADumpComeOutWholeAndInOrderWithOtherOutputBetween)
 {
     ScratchFolder const directory;
@@ -221,6 +237,8 @@ TEST(FltLogBufferTest, OutputAfterCloseIsLostHarmlessly)
     log.put('c');
     log.flush();
     log.buffer.write();
+    log << "lost" << std::endl;
+    log.put('c');
     EXPECT_EQ(contentsOf(directory.path("a.log")), "kept");
     EXPECT_FALSE(log.buffer.close()) << "there is nothing to close";
     EXPECT_EQ(contentsOf(directory.path("a.log")), "kept");
@@ -288,7 +306,7 @@ TEST(FltLogBufferTest, WriteOfAPartGoesOnWithTheRest)
     FltLogStream log;
     ASSERT_TRUE(opens(log, directory.path("a.log")));
     log << "one two three";
-    PlannedWrites const writes({{4, 0}, {0, EINTR}, {4, 0}});
+    PlannedWrites const writes({{1, 0}, {0, EINTR}, {4, 0}});
     EXPECT_TRUE(log.buffer.close());
     EXPECT_TRUE(PlannedWrites::areDone());
     EXPECT_EQ(contentsOf(directory.path("a.log")), "one two three");
@@ -361,6 +379,19 @@ TEST(FltLogBufferTest, OpeningASecondFileClosesTheFirst)
     EXPECT_TRUE(log.buffer.close());
     EXPECT_EQ(contentsOf(directory.path("a.log")), "first");
     EXPECT_EQ(contentsOf(directory.path("b.log")), "second");
+}
+
+TEST(FltLogBufferTest, LongFileAfterAnotherOneEndsWithItsLastByte)
+{
+    ScratchFolder const directory;
+    FltLogStream log;
+    std::string const text(3'000'000, 'x');
+    for (char const* const name : {"a.log", "b.log"}) {
+        ASSERT_TRUE(opens(log, directory.path(name)));
+        log << text;
+        EXPECT_TRUE(log.buffer.close());
+        EXPECT_EQ(contentsOf(directory.path(name)).size(), text.size()) << name;
+    }
 }
 
 TEST(FltLogBufferTest, ClosingAnOlderLogLeavesTheOpenOneTheCurrent)

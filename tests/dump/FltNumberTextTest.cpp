@@ -1,13 +1,44 @@
 #include "dump/FltNumberText.h"
 
+#include <atomic>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
 #include <string>
+
+// The linker has the library call the one for std::to_chars() of a double with so many digits, and this file
+// reach the system's own by the other.
+// NOLINTBEGIN(bugprone-reserved-identifier)
+extern "C" std::to_chars_result __wrap__ZSt8to_charsPcS_dSt12chars_formati(char* begin, char* end,
+                                                                           double value,
+                                                                           std::chars_format format,
+                                                                           int digits);
+extern "C" std::to_chars_result __real__ZSt8to_charsPcS_dSt12chars_formati(char* begin, char* end,
+                                                                           double value,
+                                                                           std::chars_format format,
+                                                                           int digits);
+// NOLINTEND(bugprone-reserved-identifier)
+
+namespace
+{
+
+std::atomic<int> exactWays{0}; ///< How often the standard library has written a double.
+
+} // namespace
+
+extern "C" std::to_chars_result __wrap__ZSt8to_charsPcS_dSt12chars_formati(char* begin, char* end,
+                                                                           double value,
+                                                                           std::chars_format format,
+                                                                           int digits)
+{
+    ++exactWays;
+    return __real__ZSt8to_charsPcS_dSt12chars_formati(begin, end, value, format, digits);
+}
 
 namespace
 {
@@ -86,6 +117,35 @@ TEST(FltNumberTextTest, TextIsTheStandardLibrarysNearHalves)
     }
 }
 
+/// How often the library asks the standard one for the text of a number.
+int exactWaysOf(double value)
+{
+    int const before = exactWays;
+    static_cast<void>(textOf(value));
+    return exactWays - before;
+}
+
+/// The standard library takes several times as long, and a database is full of numbers.
+TEST(FltNumberTextTest, NumbersOfUsualSizeAreWrittenWithoutTheStandardLibrary)
+{
+    for (int exponent = -16; exponent <= 26; ++exponent)
+        for (char const* digits : {"1", "1.00000312", "1.5", "2.2345678", "3.1415926", "5.0000011",
+                                   "7.891011", "9.8765432", "9.9999949"}) {
+            double const value = std::strtod((digits + ("e" + std::to_string(exponent))).c_str(), nullptr);
+            EXPECT_EQ(exactWaysOf(value), 0) << value;
+            EXPECT_EQ(exactWaysOf(-value), 0) << value;
+        }
+    EXPECT_EQ(exactWaysOf(9.8765432e-17), 0);
+    EXPECT_EQ(exactWaysOf(0), 0);
+    EXPECT_EQ(exactWaysOf(999999), 0);
+}
+
+TEST(FltNumberTextTest, HalvesAndNumbersFarFromOneAreLeftToTheStandardLibrary)
+{
+    for (double const value : {100000.5, 5e-18, 5e27, 1e29, 1e300, 1e-300})
+        EXPECT_EQ(exactWaysOf(value), 1) << value;
+}
+
 TEST(FltNumberTextTest, TextIsTheStandardLibrarysForRandomNumbers)
 {
     std::mt19937_64 random(2);
@@ -102,6 +162,36 @@ TEST(FltNumberTextTest, TextIsTheStandardLibrarysForRandomNumbers)
         expectStandard(fraction * std::pow(10.0, static_cast<int>(random() % 50) - 24));
         expectStandard(static_cast<double>(random() % 20000000) / 1000);
         expectStandard(static_cast<double>(i));
+    }
+}
+
+template <class Number>
+void expectStandardWhole(Number value)
+{
+    char text[FltNumberText::longest];
+    std::string const written(text, FltNumberText::write(text, value));
+    ASSERT_EQ(written, std::to_string(value));
+}
+
+TEST(FltNumberTextTest, WholeNumbersOfAnyLengthAreTheStandardLibrarys)
+{
+    for (std::int64_t power = 1; power <= 10'000'000'000; power *= 10)
+        for (std::int64_t const digit : {1, 2, 7, 9})
+            for (std::int64_t const more : {-1, 0, 1}) {
+                auto const value = static_cast<std::uint32_t>(digit * power + more);
+                expectStandardWhole(value);
+                expectStandardWhole(static_cast<std::int32_t>(value));
+                expectStandardWhole(-static_cast<std::int32_t>(value >> 1));
+            }
+    for (std::uint32_t const value : {0U, 10203040U, 90000009U, 99999999U, 100000000U, 0xffffffffU})
+        expectStandardWhole(value);
+    for (std::int32_t const value : {0, -1, -9, -10, INT32_MAX, INT32_MIN})
+        expectStandardWhole(value);
+    std::mt19937 random(3);
+    for (int i = 0; i < 100000; ++i) {
+        auto const value = static_cast<std::uint32_t>(random()) >> (random() % 32);
+        expectStandardWhole(value);
+        expectStandardWhole(static_cast<std::int32_t>(value));
     }
 }
 

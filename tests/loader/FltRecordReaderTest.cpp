@@ -4,6 +4,7 @@
 #include "support/StreamCapture.h"
 #include "writer/FltWriter.h"
 
+#include <cstring>
 #include <gtest/gtest.h>
 #include <iostream>
 #include <nlohmann/json.hpp>
@@ -36,6 +37,41 @@ TEST(FltRecordReader, ReadsRecordsOneByOneWithoutAWord)
     EXPECT_EQ(records.fault(), "");
     EXPECT_FALSE(records.next());
     EXPECT_EQ(out.str() + err.str(), "");
+}
+
+TEST(FltRecordReader, AppendsTheJsonOfARecordToATextOfMany)
+{
+    ScratchFolder const folder;
+    FltWriter().add("Group", {{"idASCII", "hangar"}}).add("Switch").save(folder / "a.flt");
+    FltRecordReader records(folder / "a.flt");
+    std::string one;
+    std::string all = "before ";
+    std::string expected = all;
+    while (records.next()) {
+        records.addJson(all);
+        expected += records.json();
+    }
+    EXPECT_EQ(all, expected);
+}
+
+TEST(FltRecordReader, GathersColumnsOfTheRecordsOfAnOpcodeThatFollow)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    flt.add("Group").add("Switch", {{"numberOfMasks", -1}, {"numberOf32BitWordsPerMask", 1}});
+    flt.add("Object");
+    std::uint64_t const first = flt.bytes().size();
+    flt.add("Switch", {{"indexOfCurrentMask", 3}}).add("Group");
+    flt.add("Switch", {{"indexOfCurrentMask", 4}}).save(folder / "a.flt");
+    std::vector<FltColumn> const columns = FltRecordReader(folder / "a.flt").columns(96);
+    ASSERT_FALSE(columns.empty());
+    EXPECT_EQ(columns.front().name, "offset");
+    std::int64_t offsets[2] = {};
+    ASSERT_EQ(columns.front().values.size(), sizeof offsets);
+    std::memcpy(offsets, columns.front().values.data(), sizeof offsets);
+    EXPECT_EQ(offsets[0], static_cast<std::int64_t>(first));
+    EXPECT_GT(offsets[1], offsets[0]);
+    EXPECT_TRUE(FltRecordReader(folder / "a.flt").columns(9999).empty());
 }
 
 TEST(FltRecordReader, GoesOnAfterARecordThatCannotBeReadAndSaysWhereTheFileBreaksOff)

@@ -28,6 +28,17 @@ TEST(FltTextTest, WhatIsNotUtf8ReadsAsLatin1)
     EXPECT_EQ(FltText::utf8("\xf8\x88\x80\x80\x80"), "\u00f8\u0088\u0080\u0080\u0080");
 }
 
+TEST(FltTextTest, WhatStandsBehindTheEndOfATextIsNoPartOfIt)
+{
+    std::string_view const two = "\u00fc", three = "\u20ac", four = "\U0001f6e9";
+    EXPECT_EQ(FltText::utf8(two.substr(0, 1)), "\u00c3");
+    EXPECT_EQ(FltText::utf8(three.substr(0, 2)), "\u00e2\u0082");
+    EXPECT_EQ(FltText::utf8(four.substr(0, 3)), "\u00f0\u009f\u009b");
+    EXPECT_EQ(FltText::utf8(std::string_view("a\u20ac").substr(0, 3)), "a\u00e2\u0082");
+    EXPECT_EQ(FltText::printable(three.substr(0, 2)), "\\xe2\\x82");
+    EXPECT_EQ(FltText::printableJson(two.substr(0, 1)), "\xc3");
+}
+
 TEST(FltTextTest, TheFirstByteSaysHowManyFollow)
 {
     for (std::string const text :

@@ -209,6 +209,32 @@ TEST_F(FltWarningMessageConsoleTest, WithNobodyWhoCountsAllAreReported)
     EXPECT_EQ(countOf(printedBy([] { reportMany(FltLimits::messagesOfAKind + 50); }), "A list is cut"), many);
 }
 
+TEST_F(FltWarningMessageConsoleTest, ASessionCountsOnItsOwnAndLeavesNothingForTheNextOne)
+{
+    std::string const printed = printedBy([] {
+        Console::Count count;
+        Console::beginFile("a.flt");
+        reportMany(FltLimits::messagesOfAKind);
+        for (int i = 0; i < 2; ++i) {
+            Console::Session const session;
+            Console::notifyDamage("No place");
+            Console::Count inner;
+            Console::beginFile("b.flt");
+            Console::setPosition(12, 5);
+            reportMany(FltLimits::messagesOfAKind);
+            Console::Session const nested;
+            reportMany(1);
+        }
+        Console::notifyDamage("A list is cut", " at the end");
+        Console::notifyDamage("Of the first file");
+        count.finish();
+    });
+    EXPECT_EQ(countOf(printed, "WARNING ! A list is cut at "), 3 * FltLimits::messagesOfAKind + 2);
+    EXPECT_EQ(countOf(printed, "No place (, record with opcode 0 at byte offset 0)"), 2);
+    EXPECT_EQ(countOf(printed, "Of the first file (a.flt, "), 1);
+    EXPECT_EQ(countOf(printed, "WARNING ! 1 more of this kind: A list is cut\n"), 1);
+}
+
 TEST_F(FltWarningMessageConsoleTest, AConversionThatBreaksOffReportsNoNumbers)
 {
     std::string const printed = printedBy([] {

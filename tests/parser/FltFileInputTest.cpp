@@ -55,6 +55,15 @@ TEST(FltFileInputTest, FileIsReadWholeWithItsZeros)
     EXPECT_EQ(opened.complained, "");
 }
 
+TEST(FltFileInputTest, FileOfOneByteIsRead)
+{
+    ScratchFolder const directory;
+    Opened const opened(directory.write("a.flt", "x"));
+    ASSERT_EQ(opened.input->getSize(), 1);
+    EXPECT_EQ(opened.input->getBuffer()[0], 'x');
+    EXPECT_EQ(opened.complained, "");
+}
+
 TEST(FltFileInputTest, FileThatDoesNotExistIsToldOnCerr)
 {
     ScratchFolder const directory;
@@ -208,6 +217,22 @@ TEST(FltFileInputTest, OnlyBytesBeforeTheGivenOneAreDropped)
     StreamCapture const out(std::cout);
     input.showBuffer();
     EXPECT_EQ(out.str(), "");
+}
+
+TEST(FltFileInputTest, BytesBeforeTheFirstThatMayBeDroppedStay)
+{
+    ScratchFolder const directory;
+    std::string const bytes = std::string().append(most, 'x');
+    Opened const opened(directory.write("a.flt", bytes));
+    char const* const begin = opened.input->getBuffer();
+    constexpr std::size_t first = 7'000'001, last = 18'000'000;
+    opened.input->dropBytesFrom(first);
+    opened.input->dropBytesBefore(begin + first - 1);
+    opened.input->dropBytesBefore(begin + last);
+    std::string_view const all(begin, bytes.size());
+    EXPECT_EQ(all.substr(0, first), bytes.substr(0, first));
+    EXPECT_EQ(all.substr(last), bytes.substr(last));
+    EXPECT_NE(all, bytes);
 }
 
 TEST(FltFileInputTest, AFileOfNoBytesHasNoneToDrop)

@@ -7,6 +7,7 @@
 #include "records/FltOpcode.h"
 #include "records/FltRecordComment.h"
 #include "records/FltRecordHeader.h"
+#include "records/FltRecordTable.h"
 #include "records/FltRecordTransformations.h"
 #include "records/FltRecordUnknown.h"
 #include "support/Parse.h"
@@ -208,25 +209,28 @@ TEST(FltParserTest, RestOfOneToThreeBytesEndsTheScan)
 
 TEST(FltParserTest, RecordsShorterThanTheirOwnHeadAreReadAndReportedAndTheScanGoesOn)
 {
-    // Each record begins inside the words of the one before, and the third has room for its own.
+    // Each record begins inside the words of the one before, and the fourth has room for its own.
     FltWriter flt;
     std::size_t const offset = flt.bytes().size();
-    Parse parse(flt.addBytes(std::string("\0\6\0\2\0\1\4", 7) + std::string(256, 'x')));
+    Parse parse(flt.addBytes(std::string("\0\6\0\3\0\0\2\0\1\4", 10) + std::string(256, 'x')));
     EXPECT_EQ(parse.result, 0);
     auto const report = [](int length, int opcode, std::size_t at) {
         return damage("A record is shorter than its own first four bytes, with a length of " +
                           std::to_string(length) + ": the next one is looked for after that",
                       opcode, at);
     };
-    EXPECT_EQ(parse.messages, report(2, 6, offset) + report(1, 2, offset + 2));
-    ASSERT_EQ(parse.size(), 4U);
+    EXPECT_EQ(parse.messages,
+              report(3, 6, offset) + report(2, 0x0300, offset + 3) + report(1, 2, offset + 5));
+    ASSERT_EQ(parse.size(), 5U);
     auto const& records = parse.parser.getFltRecords();
     EXPECT_EQ(records[1]->getOpcode(), 6);
-    EXPECT_EQ(records[1]->getLength(), 2U);
-    EXPECT_EQ(records[2]->getOpcode(), 2);
-    EXPECT_EQ(records[2]->getLength(), 1U);
-    EXPECT_EQ(records[3]->getOpcode(), 0x0200);
-    EXPECT_EQ(records[3]->getLength(), 0x0104U);
+    EXPECT_EQ(records[1]->getLength(), 3U);
+    EXPECT_EQ(records[2]->getOpcode(), 0x0300);
+    EXPECT_EQ(records[2]->getLength(), 2U);
+    EXPECT_EQ(records[3]->getOpcode(), 2);
+    EXPECT_EQ(records[3]->getLength(), 1U);
+    EXPECT_EQ(records[4]->getOpcode(), 0x0200);
+    EXPECT_EQ(records[4]->getLength(), 0x0104U);
 }
 
 TEST(FltParserTest, EveryPrefixOfAFileIsParsedWithoutHarm)
@@ -275,6 +279,66 @@ TEST(FltParserTest, TooManyRecordsShorterThanTheirLayoutEndTheScan)
                      1, 8));
     EXPECT_EQ(parser.getFltCreationVisitor()->revision, 0) << "the first object is no header";
     destroyRecords(parser);
+}
+
+/// A factory of unknown records whose decoders read so many bytes more than a group has.
+class CostlyVisitor : public FltCreationVisitor
+{
+public:
+    explicit CostlyVisitor(std::size_t cost) : cost(cost) {}
+    void visitFltRawData(FltRecord*& result, FltRawData const* raw) override
+    {
+        result = new FltRecordUnknown(raw->opcode, raw->length);
+    }
+    std::size_t getReach(int opcode, unsigned int length) const override
+    {
+        return length + (opcode == FltOpcode::group ? cost : 0);
+    }
+
+private:
+    std::size_t cost;
+};
+
+/// How many records are read of a file of a header and groups, all of them without content.
+std::size_t recordsReadOf(int groups, std::size_t cost)
+{
+    std::string bytes("\0\1\0\4", 4);
+    for (int i = 0; i < groups; ++i)
+        bytes += std::string("\0\2\0\4", 4);
+    MemoryInput input(bytes);
+    FltParser parser(&input);
+    delete parser.getFltCreationVisitor();
+    parser.setFltCreationVisitor(new CostlyVisitor(cost));
+    StreamCapture const out(std::cout);
+    StreamCapture const err(std::cerr);
+    EXPECT_EQ(parser.run(), 0);
+    std::size_t const count = parser.getFltRecords().size();
+    destroyRecords(parser);
+    return count;
+}
+
+TEST(FltParserTest, AShortRecordMayCostAllThatThereIsAndNoByteMore)
+{
+    std::size_t const budget = 1024 * 1024 + 2 * 8;
+    EXPECT_EQ(recordsReadOf(1, budget), 2U);
+    EXPECT_EQ(recordsReadOf(1, budget + 1), 1U);
+}
+
+TEST(FltParserTest, ARecordThatIsShortByAByteCostsItsObject)
+{
+    constexpr int groups = 50'000;
+    std::size_t const budget = 1024 * 1024 + 2 * (4 + 4 * groups);
+    EXPECT_EQ(recordsReadOf(groups, 1), 1 + budget / FltRecordTable::objectSizeOf(FltOpcode::group));
+    EXPECT_EQ(recordsReadOf(groups, 0), 1U + groups);
+}
+
+TEST(FltParserTest, AFileBeginsWithAHeaderThatHasALength)
+{
+    EXPECT_EQ(Parse(std::string("\0\1\0\0\1\1", 6)).result, 1);
+    EXPECT_EQ(Parse(std::string("\0\1\0\4\0\0", 6)).result, 0);
+    EXPECT_EQ(Parse(std::string("\0\1\1\0\0\0", 6)).result, 0);
+    EXPECT_EQ(Parse(std::string("\1\1\0\4\0\0", 6)).result, 1);
+    EXPECT_EQ(Parse(std::string("\0\2\0\4\0\0", 6)).result, 1);
 }
 
 TEST(FltParserTest, ShortRecordsMayCostAMebibyteAndTwoBytesForEachOfTheFile)

@@ -58,4 +58,43 @@ TEST(FltRawDataTest, LongestRecordIsTakenWhole)
     EXPECT_EQ(std::string(raw.data, 65535), file);
 }
 
+TEST(FltRawDataTest, ARecordThatIsReferredToStaysWhereItIs)
+{
+    std::string file("\0\2\0\6xyzz", 8);
+    FltRawData raw;
+    raw.refer(file.data(), file.data() + file.size(), 6, 8);
+    EXPECT_EQ(raw.opcode, 2);
+    EXPECT_EQ(raw.length, 6);
+    EXPECT_EQ(raw.data, file.data());
+}
+
+TEST(FltRawDataTest, ARecordWhoseDecoderReadsOnPastTheEndIsCopied)
+{
+    std::string file("\0\2\0\6xyzz", 8);
+    FltRawData raw;
+    raw.refer(file.data(), file.data() + file.size(), 6, 9);
+    EXPECT_NE(raw.data, file.data());
+    EXPECT_EQ(std::string(raw.data, 9), file + '\0');
+    raw.refer(file.data() + 2, file.data() + 5, 4, 4);
+    EXPECT_EQ(std::string(raw.data, 4), file.substr(2, 3) + '\0')
+        << "a record of four bytes, of which three are";
+}
+
+TEST(FltRawDataTest, RecordsMayBeReferredToAndCopiedInTurns)
+{
+    std::string file("\0\2\0\4\0\3\0\4", 8);
+    char const* const end = file.data() + file.size();
+    FltRawData raw;
+    for (int round = 0; round < 3; ++round) {
+        raw.refer(file.data(), end, 4, 8);
+        EXPECT_EQ(raw.data, file.data());
+        raw.refer(file.data() + 4, end, 4, 8);
+        EXPECT_EQ(std::string(raw.data, 8), file.substr(4) + std::string(4, '\0'));
+        EXPECT_EQ(raw.opcode, 3);
+        raw.assign(file.data(), end, 4, 8);
+        EXPECT_EQ(std::string(raw.data, 8), file);
+    }
+    EXPECT_EQ(file, std::string("\0\2\0\4\0\3\0\4", 8));
+}
+
 } // namespace

@@ -9,7 +9,11 @@
 #include "writer/FltWriter.h"
 
 #include <gtest/gtest.h>
+#include <map>
 #include <nlohmann/json.hpp>
+#include <stdexcept>
+#include <string>
+#include <vector>
 
 TEST(FltRecordScan, goesFromRecordToRecord)
 {
@@ -32,6 +36,20 @@ TEST(FltRecordScan, goesFromRecordToRecord)
     EXPECT_EQ(scan.record()->getRecordCategory(), "");
     EXPECT_FALSE(scan.next());
     EXPECT_EQ(scan.fault(), FltFraming::Fault::none);
+}
+
+TEST(FltRecordScan, countsTheRecordsThatAreYetToCome)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    flt.add("Group").add("Object").add("Group").addBytes("abc").save(folder / "database.flt");
+    FltRecordScan scan(folder / "database.flt");
+    EXPECT_EQ(scan.countOf(2), 2U);
+    EXPECT_EQ(scan.countOf(5), 0U);
+    ASSERT_TRUE(scan.next());
+    ASSERT_TRUE(scan.next());
+    EXPECT_EQ(scan.countOf(2), 1U);
+    EXPECT_EQ(scan.opcode(), 2);
 }
 
 TEST(FltRecordScan, leavesOutARecordThatCountsFewerThanNothing)
@@ -90,6 +108,32 @@ TEST(FltRecordScan, spendsAllThatShortRecordsMayCost)
     EXPECT_EQ(decoded, budget(0) / cost);
 }
 
+TEST(FltRecordScan, decodesNoRecordThatCostsAByteMoreThanIsLeft)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    std::size_t const cost = FltRecordTable::reachOf(FltOpcode::colorPalette, 4, 1570) - 4;
+    for (int i = 0; i < 2000; ++i)
+        flt.addRaw(FltOpcode::colorPalette);
+    flt.addRaw(FltOpcode::colorPalette, "x"); // costs one less
+    flt.addRaw(FltOpcode::colorPalette, "xx");
+    auto const leftAtLast = [&](std::size_t more) {
+        return (FltLimits::shortRecordBytes +
+                FltLimits::shortRecordBytesPerFileByte * (flt.bytes().size() + more)) %
+               cost;
+    };
+    std::size_t text = 0; // so long that the palettes of four bytes leave two less than one of them costs
+    while (leftAtLast(4 + text) != cost - 2 && text < cost)
+        ++text;
+    flt.addRaw(FltOpcode::comment, std::string(text, 'x')).save(folder / "database.flt");
+    ASSERT_EQ(leftAtLast(0), cost - 2);
+    std::map<unsigned int, bool> isLastDecoded;
+    for (FltRecordScan scan(folder / "database.flt"); scan.next();)
+        if (scan.opcode() == FltOpcode::colorPalette)
+            isLastDecoded[scan.length()] = scan.record() != nullptr;
+    EXPECT_EQ(isLastDecoded, (std::map<unsigned int, bool>{{4, false}, {5, false}, {6, true}}));
+}
+
 TEST(FltRecordScan, hasNoRecordBeforeTheFirst)
 {
     ScratchFolder const folder;
@@ -133,6 +177,28 @@ TEST(FltRecordScan, spendsNothingOnRecordsThatNobodyLooksInto)
     ASSERT_TRUE(scan.next());
     EXPECT_NE(scan.record(), nullptr);
     EXPECT_FALSE(scan.next());
+}
+
+TEST(FltRecordScan, readsZerosForTheRevisionThatAFileOfAShortHeaderLacks)
+{
+    ScratchFolder const folder;
+    std::string const path =
+        folder.write("database.flt", FltWriter::big16(1) + FltWriter::big16(12) + "database");
+    // Memory that was used before has other bytes; whether the allocator clears a part of a block depends on
+    // how many it gave since.
+    for (std::size_t count = 0; count < 8; ++count) {
+        std::string const text(20, '\1');
+        std::vector<std::string>(64, text).clear();
+        std::vector<std::string> const taken(count, text);
+        std::string problem;
+        try {
+            FltRecordScan const scan(path);
+        } catch (std::runtime_error const& thrown) {
+            problem = thrown.what();
+        }
+        EXPECT_EQ(problem, path + ": OpenFlight revision 0 isn't supported. Export the database at revision "
+                                  "11 or newer.");
+    }
 }
 
 TEST(FltRecordScan, saysThatADirectoryIsNoDatabase)

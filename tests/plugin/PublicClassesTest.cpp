@@ -180,6 +180,7 @@ TEST_F(PublicClassesTest, HaveEveryOperationOfTheParserItsInputTheConsoleAndTheS
         isThere(&FltFileInput::calculFileSize),
         isThere(&FltFileInput::fileToBuffer),
         isThere(&FltFileInput::dropBytesWhenParsed),
+        isThere(&FltFileInput::dropBytesFrom),
         isThere(&FltFileInput::dropBytesBefore),
         isThere(&FltFileInput::dropBytes),
         isThere(&FltFileInput::showBuffer),

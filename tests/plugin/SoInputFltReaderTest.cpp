@@ -1,5 +1,6 @@
 #include "plugin/SoInputFltReader.h"
 
+#include "support/NamedInput.h"
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
 #include "writer/FltWriter.h"
@@ -13,18 +14,6 @@
 
 namespace
 {
-
-/// An input that has a name alone, and no open file.
-class NamedInput final : public SoInput
-{
-public:
-    explicit NamedInput(char const* name) : name(name) {}
-    FILE* getCurFile() const override { return nullptr; }
-    char const* getCurFileName() const override { return name; }
-
-private:
-    char const* name;
-};
 
 /// An input that holds a file of the caller's.
 class OpenInput final : public SoInput

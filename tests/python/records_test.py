@@ -1,5 +1,6 @@
 """Tests of the records that the package gives. The arguments are a folder of databases and fltinfo."""
 
+import gc
 import json
 import math
 import pathlib
@@ -106,6 +107,17 @@ class ColumnsTest(unittest.TestCase):
         comments = next(column for name, column in self.database.columns(COMMENT).items() if name != "offset")
         self.assertEqual(comments.dtype, object)
         self.assertEqual([len(comment) for comment in comments], [1, 1, 1, 1, 1, 60000])
+
+    def test_have_texts_as_wide_as_the_longest_by_characters(self):
+        self.assertEqual(self.database.columns(OBJECT)["idASCII"].dtype, numpy.dtype("U4"))
+        self.assertEqual(self.database.columns(FACE)["idField"].dtype, numpy.dtype("U4"))
+
+    def test_keep_their_values_when_all_else_is_gone(self):
+        numbers = velloreader.Database(COLUMNS).columns(FACE)["colorNameIndex"]
+        gc.collect()
+        self.assertEqual(numbers.tolist(), list(range(200)))
+        numbers[0] = 7
+        self.assertEqual(numbers.tolist()[:2], [7, 1])
 
     def test_have_the_bits_of_flags_beside_the_word(self):
         faces = self.database.columns(FACE)

@@ -1,7 +1,10 @@
 #include "records/FltFieldLister.h"
 
 #include "support/RecordText.h"
+#include "support/Text.h"
 #include "writer/FltWriter.h"
+
+#include "records/FltRecordFields.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -37,13 +40,8 @@ private:
 std::string fieldsOf(FltWriter const& flt)
 {
     Notes notes;
-    FltFieldLister::giveFields(*decodeLast(flt), notes);
+    FltRecordFields::give(*decodeLast(flt), notes);
     return notes.all();
-}
-
-bool holds(std::string const& text, std::string_view part)
-{
-    return text.find(part) != std::string::npos;
 }
 
 } // namespace

@@ -24,6 +24,14 @@ TEST(FltRowIndex, findsTheRowOfAnOpcode)
         EXPECT_EQ(rowIndex.find(opcode), nullptr) << opcode;
 }
 
+TEST(FltRowIndex, tellsWhereARowStands)
+{
+    EXPECT_EQ(rowIndex.positionOf(2), 0);
+    EXPECT_EQ(rowIndex.positionOf(7), 2);
+    for (int const opcode : {-1, 0, 4, 8, 70000})
+        EXPECT_LT(rowIndex.positionOf(opcode), 0) << opcode;
+}
+
 TEST(FltRowIndex, tellsWhetherRowsStandInTheirOrder)
 {
     EXPECT_TRUE(Index::isInOrder(rows));

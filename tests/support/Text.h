@@ -13,6 +13,11 @@ inline int countOf(std::string_view text, std::string_view part)
     return count;
 }
 
+inline bool holds(std::string_view text, std::string_view part)
+{
+    return text.find(part) != std::string_view::npos;
+}
+
 /// A text so many times in a row.
 inline std::string repeated(std::string const& piece, std::size_t times)
 {

@@ -77,4 +77,18 @@ TEST_F(ReservedRoomTest, WhereThereIsNoneNothingIsAskedForAgain)
     ::close(ends[1]);
 }
 
+TEST_F(ReservedRoomTest, WhatFitsExactlyAsksForNoMoreAndAByteMoreDoes)
+{
+    grow(megabyte);
+    room.keepFor(file, megabyte, 1); // as far as five megabytes
+    off_t const first = taken();
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    room.keepFor(ends[1], megabyte, 4 * megabyte); // which has none to give
+    room.keepFor(file, megabyte, 4 * megabyte + 1);
+    EXPECT_GT(taken(), first);
+    ::close(ends[0]);
+    ::close(ends[1]);
+}
+
 } // namespace

@@ -172,3 +172,37 @@ TEST_F(SceneWriterTest, ScenesOfObsoleteVerticesAreDrawnAlikeAfterTheyAreWritten
         EXPECT_EQ(countTriangles(copy.get()), drawn);
     }
 }
+
+TEST_F(SceneWriterTest, FacesWithoutAnyBindingStayAsTheyAre)
+{
+    SoNodeRef<SoSeparator> const plain(new SoSeparator);
+    plain->addChild(triangles({0, 1, 2, -1}));
+    SceneWriter::makePlain(plain.get());
+    EXPECT_EQ(plain->getChild(0)->getTypeId(), SoIndexedFaceSet::getClassTypeId());
+}
+
+TEST_F(SceneWriterTest, FacesWithAnEmptyListOfMaterialIndicesHaveNone)
+{
+    auto* const faces = triangles({0, 1, 2, -1});
+    faces->materialIndex.setNum(0);
+    root->addChild(faces);
+    SceneWriter::makePlain(root.get());
+    EXPECT_EQ(root->getChild(1)->getTypeId(), SoSeparator::getClassTypeId());
+}
+
+TEST_F(SceneWriterTest, IndicesIntoOneVertexPointAtItAndThoseIntoNoneStayAsTheyAre)
+{
+    auto* const faces = triangles({0, 1, 2, -1});
+    faces->materialIndex = 0;
+    auto& vertex = static_cast<SoVertexProperty*>(faces->vertexProperty.getValue())->vertex;
+    root->addChild(faces);
+    auto const indices = [&] {
+        SceneWriter::makePlain(root.get());
+        std::int32_t const* const values = faces->coordIndex.getValues(0);
+        return std::vector<std::int32_t>(values, values + faces->coordIndex.getNum());
+    };
+    vertex.setNum(0);
+    EXPECT_EQ(indices(), (std::vector<std::int32_t>{0, 1, 2, -1}));
+    vertex.setValue(1, 2, 3);
+    EXPECT_EQ(indices(), (std::vector<std::int32_t>{0, 0, 0, -1}));
+}

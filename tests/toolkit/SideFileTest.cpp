@@ -1,5 +1,6 @@
 #include "toolkit/SideFile.h"
 
+#include "support/ClosedInput.h"
 #include "support/ScratchFolder.h"
 
 #include <fcntl.h>
@@ -42,6 +43,27 @@ TEST(SideFileTest, AFileThatIsThereIsEmptiedOrAppendedTo)
     EXPECT_EQ(contentsOf(path), "oldnew");
     EXPECT_EQ(open(path), Outcome::opened);
     EXPECT_EQ(contentsOf(path), "");
+}
+
+TEST(SideFileTest, AFileOfOneByteIsEmptied)
+{
+    ScratchFolder const folder;
+    std::string const path = folder.write("a.log", "1");
+    EXPECT_EQ(open(path), Outcome::opened);
+    EXPECT_EQ(contentsOf(path), "");
+}
+
+TEST(SideFileTest, WhatIsNotReleasedIsClosedWhateverItsNumber)
+{
+    ScratchFolder const folder;
+    ClosedInput const input;
+    EXPECT_EQ(open(folder / "a.log"), Outcome::opened);
+    EXPECT_EQ(::fcntl(STDIN_FILENO, F_GETFD), -1);
+    SideFile file((folder / "a.log").c_str(), nullptr, Content::emptied);
+    EXPECT_EQ(file.release(), STDIN_FILENO);
+    EXPECT_EQ(file.release(), -1) << "it is the caller's";
+    ::close(STDIN_FILENO);
+    EXPECT_EQ(SideFile(folder.path("").c_str(), nullptr, Content::emptied).release(), -1);
 }
 
 TEST(SideFileTest, ASymbolicLinkIsRefusedAndWhatItNamesIsKept)

@@ -8,14 +8,15 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 namespace
 {
 
 namespace fs = std::filesystem;
 
-/// A name that a process has made which is gone now.
-std::string nameOfTheDead(std::string const& target)
+/// A name that a process has made which is over, and the process, of which the system still has the number.
+std::pair<std::string, pid_t> nameOfTheUnmourned(std::string const& target)
 {
     int pipe[2];
     EXPECT_EQ(::pipe(pipe), 0);
@@ -24,12 +25,21 @@ std::string nameOfTheDead(std::string const& target)
         std::string const name = TemporaryName::beside(target);
         ::_exit(::write(pipe[1], name.data(), name.size()) > 0 ? 0 : 1);
     }
-    ::waitpid(child, nullptr, 0);
+    siginfo_t ended = {};
+    ::waitid(P_PID, static_cast<id_t>(child), &ended, WEXITED | WNOWAIT);
     std::string name(4096, '\0');
     ssize_t const size = ::read(pipe[0], name.data(), name.size());
     name.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
     ::close(pipe[0]);
     ::close(pipe[1]);
+    return {name, child};
+}
+
+/// A name that a process has made which is gone now.
+std::string nameOfTheDead(std::string const& target)
+{
+    auto const [name, process] = nameOfTheUnmourned(target);
+    ::waitpid(process, nullptr, 0);
     return name;
 }
 
@@ -66,6 +76,17 @@ TEST(TemporaryName, ofAProcessThatIsGoneIsAbandoned)
     EXPECT_FALSE(fs::exists(foreign));
 }
 
+TEST(TemporaryName, ofAProcessThatIsOverIsAbandonedThoughItsParentDoesntAsk)
+{
+    ScratchFolder const folder;
+    std::string const target = folder / "a.iv";
+    auto const [name, process] = nameOfTheUnmourned(target);
+    made(name);
+    TemporaryName::removeAbandoned({target});
+    EXPECT_FALSE(fs::exists(name));
+    ::waitpid(process, nullptr, 0);
+}
+
 TEST(TemporaryName, isAbandonedInADirectoryWhateverItWasFor)
 {
     ScratchFolder const folder;
@@ -85,6 +106,7 @@ TEST(TemporaryName, ofAnotherHostIsAbandonedAfterADay)
     name.replace(name.find("velloreader-") + 12, 1, "Z");
     std::string const recent = made(folder / name);
     std::string const old = made(folder / ("." + name.substr(1, 12) + "Z" + name.substr(13)));
+    fs::last_write_time(recent, fs::file_time_type::clock::now() - std::chrono::hours(23));
     fs::last_write_time(old, fs::file_time_type::clock::now() - std::chrono::hours(25));
     TemporaryName::removeAbandoned({target});
     EXPECT_TRUE(fs::exists(recent));

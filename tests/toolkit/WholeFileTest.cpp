@@ -1,5 +1,6 @@
 #include "toolkit/WholeFile.h"
 
+#include "support/ClosedInput.h"
 #include "support/FileSizeLimit.h"
 #include "support/ScratchFolder.h"
 
@@ -128,4 +129,20 @@ TEST(WholeFile, knowsTwoNamesOfOneFile)
     EXPECT_TRUE(WholeFile::areOne(folder / "a", folder / "link"));
     EXPECT_FALSE(WholeFile::areOne(folder / "a", folder / "b"));
     EXPECT_FALSE(WholeFile::areOne(folder / "none", folder / "none"));
+}
+
+TEST(WholeFile, isWholeWhereStandardInputIsClosed)
+{
+    ScratchFolder const folder;
+    ClosedInput const input;
+    {
+        WholeFile file(folder / "x");
+        ASSERT_NE(file.stream(), nullptr);
+        EXPECT_EQ(::fileno(file.stream()), STDIN_FILENO);
+        std::fputs("after", file.stream());
+        EXPECT_EQ(file.commit(), 0);
+    }
+    EXPECT_EQ(::fcntl(STDIN_FILENO, F_GETFD), -1);
+    EXPECT_EQ(contentsOf(folder / "x"), "after");
+    EXPECT_EQ(filesIn(folder), 1U);
 }

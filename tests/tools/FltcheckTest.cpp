@@ -1,6 +1,7 @@
 #include "ProgramRun.h"
 #include "messages/FltText.h"
 #include "support/FaultyDatabases.h"
+#include "support/Text.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -33,11 +34,6 @@ protected:
 
     ScratchFolder folder;
 };
-
-bool holds(std::string const& text, std::string const& part)
-{
-    return text.find(part) != std::string::npos;
-}
 
 } // namespace
 
@@ -261,8 +257,8 @@ TEST_F(Fltcheck, writesNamesIntoSarifAsReferences)
     Json const notifications =
         Json::parse(run.output)["runs"][0]["invocations"][0]["toolExecutionNotifications"];
     EXPECT_EQ(notifications[1]["locations"][0]["physicalLocation"]["artifactLocation"]["uri"], "no.flt");
-    EXPECT_TRUE(
-        holds(notifications[0]["locations"][0]["physicalLocation"]["artifactLocation"]["uri"], "100%25%20"));
+    Json const& blue = notifications[0]["locations"][0]["physicalLocation"]["artifactLocation"]["uri"];
+    EXPECT_TRUE(holds(blue.get<std::string>(), "100%25%20"));
 }
 
 TEST_F(Fltcheck, showsNamesOfStrangersWithoutControls)

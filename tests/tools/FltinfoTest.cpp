@@ -3,6 +3,7 @@
 #include "support/FaultyDatabases.h"
 #include "support/MadeAttributes.h"
 #include "support/PseudoTerminal.h"
+#include "support/Text.h"
 #include "writer/EveryRecord.h"
 
 #include <algorithm>
@@ -47,11 +48,6 @@ protected:
 
     ScratchFolder folder;
 };
-
-bool holds(std::string const& text, std::string const& part)
-{
-    return text.find(part) != std::string::npos;
-}
 
 } // namespace
 
@@ -356,6 +352,20 @@ TEST_F(Fltinfo, saysTheLastChangeWithoutTheEndOfItsLine)
         Json::parse(
             ProgramRun("fltinfo", "--json --fast " + (folder / "a.flt")).output)["header"]["lastChange"],
         "Tue Mar  4 10:20:30 1997");
+}
+
+TEST_F(Fltinfo, printsEachOfVeryManyRecordsOnce)
+{
+    constexpr int groups = 2000;
+    FltWriter flt;
+    for (int i = 0; i < groups; ++i)
+        flt.add("Group", {{"idASCII", "g" + std::to_string(i)}});
+    flt.save(folder / "a.flt");
+    std::istringstream lines(ProgramRun("fltinfo", "--records 2 " + (folder / "a.flt")).output);
+    int i = 0;
+    for (std::string line; std::getline(lines, line); ++i)
+        ASSERT_EQ(Json::parse(line)["fields"]["idASCII"], "g" + std::to_string(i));
+    EXPECT_EQ(i, groups);
 }
 
 TEST_F(Fltinfo, saysWhichOpcodesThereAreForOneThatIsNot)

@@ -3,6 +3,7 @@
 #include "ProgramRun.h"
 #include "messages/FltText.h"
 #include "support/FaultyDatabases.h"
+#include "support/Text.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -25,11 +26,6 @@ using PrintingProgram = ProgramFace;
 std::string nameOf(testing::TestParamInfo<char const*> const& instance)
 {
     return instance.param;
-}
-
-bool holds(std::string const& text, std::string const& part)
-{
-    return text.find(part) != std::string::npos;
 }
 
 /// The names of the options that the help lists: "--json".

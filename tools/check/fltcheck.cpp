@@ -3,6 +3,7 @@
 #include "check/CheckJson.h"
 #include "check/CheckText.h"
 #include "support/DatabaseFiles.h"
+#include "support/FreedMemory.h"
 #include "support/JsonText.h"
 #include "support/Program.h"
 #include "support/TextureFinder.h"
@@ -135,6 +136,7 @@ CheckedFile check(Program const& program, Options const& options, std::string co
     // Before the inventory, so that the memory of only one of them is taken at a time.
     if (!options.isFast)
         loaded = load(program, options, file);
+    FreedMemory::giveBack();
     FltInventory const inventory(file, options.isExact ? FltInventory::Offsets::bySums
                                                        : FltInventory::Offsets::byPlace);
     FltCheck check(inventory);

@@ -4,6 +4,7 @@
 #include "info/InfoJson.h"
 #include "info/InfoText.h"
 #include "support/DatabaseFiles.h"
+#include "support/FreedMemory.h"
 #include "support/JsonText.h"
 #include "support/Program.h"
 #include "support/TextureFinder.h"
@@ -19,6 +20,7 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <set>
+#include <utility>
 
 namespace
 {
@@ -119,15 +121,25 @@ ExitCode forEach(Program const& program, std::vector<std::string> const& files,
 ExitCode printRecords(Program const& program, std::vector<std::string> const& files,
                       std::string const& option)
 {
+    constexpr std::size_t printedAtOnce = 1 << 16;
     bool const wantsAll = option == all;
     int const wanted = wantsAll ? 0 : std::stoi(option);
     std::set<int> opcodes;
     ExitCode const code = forEach(program, files, [&](std::string const& file) {
+        std::string lines;
         for (FltRecordReader reader(file); reader.next();) {
-            opcodes.insert(reader.opcode());
-            if (wantsAll || reader.opcode() == wanted)
-                print(reader.json() + "\n");
+            if (!wantsAll)
+                opcodes.insert(reader.opcode());
+            if (!wantsAll && reader.opcode() != wanted)
+                continue;
+            reader.addJson(lines);
+            lines += '\n';
+            if (lines.size() < printedAtOnce)
+                continue;
+            print(lines);
+            lines.clear();
         }
+        print(lines);
     });
     if (wantsAll || opcodes.empty() || opcodes.count(wanted) != 0)
         return code;
@@ -199,11 +211,12 @@ std::optional<SceneMeasure> measureScene(Options const& options, std::string con
         FltLoader loader;
         loader.texturePath = options.texturePath;
         loader.origin = FltLoader::Origin::centre; // there the toolkit's floats give the box as it is
-        FltScene const scene = loader.load(file);
-        SceneMeasure measure = SceneMeasure::of(scene, file);
+        FltScene scene = loader.load(file);
+        FltDatabaseInfo const info = scene.info();
+        SceneMeasure measure = SceneMeasure::of(std::move(scene), file);
         for (std::size_t axis = 0; axis < 3 && !measure.isEmpty; ++axis) {
-            measure.least[axis] += scene.info().offset[axis];
-            measure.most[axis] += scene.info().offset[axis];
+            measure.least[axis] += info.offset[axis];
+            measure.most[axis] += info.offset[axis];
         }
         return measure;
     } catch (FltLoadError const& error) {
@@ -221,6 +234,7 @@ void describe(Program const& program, Options const& options, std::string const&
     // Before the inventory, so that the memory of only one of them is taken at a time.
     if (!options.isFast && options.tree.empty() && options.deps.empty())
         scene = measureScene(options, file, problem);
+    FreedMemory::giveBack();
     FltInventory const inventory(file);
     if (!options.tree.empty()) {
         std::uint32_t const depth = depthOf(options.tree);

@@ -2,6 +2,7 @@
 
 #include "messages/FltText.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -30,16 +31,24 @@ std::size_t widthOfTerminal()
     return ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 1 ? size.ws_col : usual;
 }
 
-/// The beginning of a text in UTF-8 that isn't wider than this.
+bool beginsCharacter(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+}
+
+/// A text in UTF-8 that isn't wider than this. A longer one keeps its end, which says how far the work is.
 std::string fitted(std::string const& text, std::size_t width)
 {
-    std::size_t end = 0;
-    for (std::size_t shown = 0; end < text.size(); ++end) {
-        bool const beginsCharacter = (static_cast<unsigned char>(text[end]) & 0xC0U) != 0x80U;
-        if (beginsCharacter && ++shown > width)
-            break;
-    }
-    return text.substr(0, end);
+    constexpr std::string_view dots = "...";
+    auto const characters =
+        static_cast<std::size_t>(std::count_if(text.begin(), text.end(), beginsCharacter));
+    if (characters <= width)
+        return text;
+    std::string const mark(dots.substr(0, width));
+    std::size_t lost = characters - (width - mark.size());
+    auto const begin = std::find_if(text.begin(), text.end(),
+                                    [&](char byte) { return beginsCharacter(byte) && lost-- == 0; });
+    return mark + std::string(begin, text.end());
 }
 
 } // namespace

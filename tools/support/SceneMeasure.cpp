@@ -1,5 +1,6 @@
 #include "support/SceneMeasure.h"
 
+#include "support/FreedMemory.h"
 #include "support/SceneNodes.h"
 
 #include "loader/FltScene.h"
@@ -50,12 +51,10 @@ void SceneMeasure::add(SoNode& node)
         bytes += bytesOf(*fields[i]);
 }
 
-SceneMeasure SceneMeasure::of(FltScene const& scene, std::string const& database)
+SceneMeasure SceneMeasure::of(FltScene scene, std::string const& database)
 {
     SceneMeasure measure;
     SceneNodes::forEach(scene.root(), [&measure](SoNode& node) { measure.add(node); });
-    measure.statistics.faces = SceneStatistics::facesOf(scene.references(), database);
-
     SoGetBoundingBoxAction action{SbViewportRegion(100, 100)};
     action.apply(scene.root());
     SbBox3f const box = action.getBoundingBox();
@@ -64,5 +63,10 @@ SceneMeasure SceneMeasure::of(FltScene const& scene, std::string const& database
         measure.least[static_cast<std::size_t>(axis)] = static_cast<double>(box.getMin()[axis]);
         measure.most[static_cast<std::size_t>(axis)] = static_cast<double>(box.getMax()[axis]);
     }
+
+    std::vector<FltReference> const references = scene.references();
+    scene = {};
+    FreedMemory::giveBack();
+    measure.statistics.faces = SceneStatistics::facesOf(references, database);
     return measure;
 }

@@ -16,6 +16,7 @@ struct SceneMeasure {
     /// Takes in a node without what is below it, but for the box.
     void add(SoNode& node);
 
+    /// Takes the scene, and lets it go before it reads its files again to count their faces.
     /// @param database the file that the scene was loaded from
-    static SceneMeasure of(FltScene const& scene, std::string const& database);
+    static SceneMeasure of(FltScene scene, std::string const& database);
 };
