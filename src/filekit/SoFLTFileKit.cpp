@@ -5,6 +5,7 @@
 #include <Inventor/errors/SoDebugError.h>
 #include <Inventor/nodekits/SoNodeKit.h>
 #include <Inventor/nodes/SoSeparator.h>
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -21,18 +22,17 @@ constexpr char source[] = "SoFLTFileKit::readFile";
 void report(std::vector<FltMessage> const& messages)
 {
     constexpr std::size_t mostReported = 20;
-    std::size_t reported = 0;
-    for (FltMessage const& message : messages) {
-        if (++reported > mostReported)
-            break;
+    std::size_t const reported = std::min(messages.size(), mostReported);
+    for (std::size_t i = 0; i < reported; ++i) {
+        FltMessage const& message = messages[i];
         std::string const place =
-            message.offset >= 0 ? " (at byte offset " + std::to_string(message.offset) + ")" : "";
+            message.offset == -1 ? "" : " (at byte offset " + std::to_string(message.offset) + ")";
         SoDebugError::postWarning(source, "%s: %s%s", message.file.c_str(), message.text.c_str(),
                                   place.c_str());
     }
-    if (reported > mostReported)
+    if (reported < messages.size())
         SoDebugError::postWarning(source, "%d more messages left out",
-                                  static_cast<int>(messages.size() - mostReported));
+                                  static_cast<int>(messages.size() - reported));
 }
 
 } // namespace
@@ -41,8 +41,7 @@ void SoFLTFileKit::initClass()
 {
     if (classTypeId != SoType::badType())
         return;
-    if (SoForeignFileKit::getClassTypeId() == SoType::badType())
-        SoNodeKit::init();
+    SoNodeKit::init(); // which does nothing a second time
     SO_KIT_INIT_CLASS(SoFLTFileKit, SoForeignFileKit, "ForeignFileKit");
     registerFileExtension(classTypeId, "flt", [](char const*) -> SbBool { return TRUE; });
 }

@@ -62,14 +62,6 @@ bool leadsOn(FltVisualNode const& node)
            node.children.size() == 1 && node.children.front() != nullptr;
 }
 
-std::array<double, 16> numbersOf(SbDPMatrix const& matrix)
-{
-    std::array<double, 16> numbers{};
-    for (std::size_t i = 0; i < numbers.size(); ++i)
-        numbers.at(i) = matrix[static_cast<int>(i / 4)][static_cast<int>(i % 4)];
-    return numbers;
-}
-
 } // namespace
 
 Node FltGlobeNodes::placed(Node const& node)
@@ -106,7 +98,8 @@ Node FltGlobeNodes::place(Node const& node, SbDPMatrix const& around, Record con
         return stood(node, around, isModel);
     if (node.use_count() == 1)
         return bent(*node, around, nearest);
-    auto const [place, isNew] = known.try_emplace({node.get(), numbersOf(around)});
+    // What stands at several places and is no model is in a matrix that but changes the unit.
+    auto const [place, isNew] = known.try_emplace({node.get(), around[0][0]});
     if (isNew) {
         Node made = bent(*node, around, nearest);
         place->second = std::move(made);
@@ -183,11 +176,9 @@ SbVec3d FltGlobeNodes::middleOf(FltVisualNode const& node, bool isModel)
         zero = text->place;
     zero = isModel ? zero : pointAt(zero, affine(FltNodeMatrix::of(node)));
     SbBox3d const box = bounds.boxOf(node);
-    SbVec3d const size = box.isEmpty() ? SbVec3d(0, 0, 0) : box.getSize();
-    bool const isKnown = std::isfinite(size.length()) && !box.isEmpty();
-    if (!isKnown)
+    if (box.isEmpty() || !std::isfinite(box.getSize().length()))
         return zero;
-    return isModel && box.getCenter().length() <= size.length() ? zero : box.getCenter();
+    return isModel && box.getCenter().length() <= box.getSize().length() ? zero : box.getCenter();
 }
 
 /// A node around another one, which brings it as a whole to where it stands.

@@ -6,7 +6,6 @@
 #include "visual/FltVisualNode.h"
 
 #include <Inventor/SbDPMatrix.h>
-#include <array>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -39,7 +38,7 @@ public:
 
 private:
     using Record = FltVisualNode::Record;
-    using Key = std::pair<FltVisualNode const*, std::array<double, 16>>;
+    using Key = std::pair<FltVisualNode const*, double>;
 
     Node place(Node const& node, SbDPMatrix const& around, Record const& above);
     Node bent(FltVisualNode const& from, SbDPMatrix const& around, Record const& above);
@@ -53,7 +52,7 @@ private:
     FltGlobeMap const& map;
     FltGlobeMesh meshes;
     FltVisualBounds bounds;
-    std::map<Key, Node> known; ///< What stands at several places, by its node and the matrix around it.
+    std::map<Key, Node> known; ///< What stands at several places, by its node and the unit around it.
     std::uint64_t lost = 0;
     std::uint64_t deep = 0;
 };

@@ -25,7 +25,9 @@ FltGltfTextures::Place placeIn(FltGltfFiles& files, bool isInFile)
 {
     if (isInFile)
         return {};
-    return [&files](GltfPicture const& picture, std::string const& name) { return files.add(picture, name); };
+    return [&files](GltfPicture const& picture, std::string const& name) {
+        return FltGltfFiles::addressOf(files.add(picture, name));
+    };
 }
 
 void giveGlb(FltGltfWriter& writer, std::string const& path,

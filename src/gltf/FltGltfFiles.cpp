@@ -51,13 +51,10 @@ bool holds(std::string const& path, std::string_view bytes)
 /// A name for a file: of letters, digits and a few signs, since file systems and readers differ in the rest.
 std::string plainName(std::string const& name)
 {
+    constexpr std::string_view known = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_";
     std::string plain;
-    for (char const character : fs::path(name).stem().string()) {
-        bool const isLetter =
-            (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
-        bool const isOther = (character >= '0' && character <= '9') || character == '-' || character == '_';
-        plain += isLetter || isOther ? character : '_';
-    }
+    for (char const character : fs::path(name).stem().string())
+        plain += known.find(character) != std::string_view::npos ? character : '_';
     constexpr std::size_t longest = 100;
     return plain.empty() ? "texture" : plain.substr(0, longest);
 }
@@ -92,7 +89,7 @@ std::string FltGltfFiles::add(GltfPicture const& picture, std::string const& nam
     else if (!isShared || names.insert(file).second)
         add(file, [&](auto const& take) { take(picture.bytes); });
     fs::path const base = fs::absolute(path).parent_path();
-    return addressOf(fs::absolute(file).lexically_normal().lexically_relative(base).generic_string());
+    return fs::absolute(file).lexically_normal().lexically_relative(base).generic_string();
 }
 
 /// A name that is like the texture's own.

@@ -24,7 +24,7 @@ public:
     FltGltfFiles(FltGltfFiles const&) = delete;
     FltGltfFiles& operator=(FltGltfFiles const&) = delete;
 
-    /// Writes a picture. @return its address, as seen from the main file
+    /// Writes a picture. @return its path, as seen from the main file
     /// @param name the last part of the stored texture's name
     /// @throw FltGltfError
     std::string add(GltfPicture const& picture, std::string const& name);

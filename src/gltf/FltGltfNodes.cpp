@@ -527,7 +527,7 @@ int FltGltfNodes::addLight(FltVisualLight const& light)
 {
     document.use("KHR_lights_punctual");
     GltfJson const json = jsonOf(light);
-    auto const [known, isNew] = lights.try_emplace(json.dump(), none);
+    auto const [known, isNew] = lights.try_emplace(json.dump());
     if (isNew)
         known->second = document.add(List::lights, json);
     return known->second;

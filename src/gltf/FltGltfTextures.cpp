@@ -62,7 +62,7 @@ int FltGltfTextures::numberOf(std::int32_t texture, bool isOpaque)
         return none;
     }
     int const sampler = samplerOf(used.attributes);
-    auto const [known, isNew] = numbers.try_emplace({image, sampler}, none);
+    auto const [known, isNew] = numbers.try_emplace({image, sampler});
     if (isNew)
         known->second = document.add(GltfDocument::List::textures, {{"sampler", sampler}, {"source", image}});
     return known->second;
@@ -97,7 +97,7 @@ int FltGltfTextures::samplerOf(FltTextureAttributes const& attributes)
                               {"minFilter", minification(attributes.minification)},
                               {"wrapS", wrapping(attributes.wrapU)},
                               {"wrapT", wrapping(attributes.wrapV)}};
-    auto const [known, isNew] = samplers.try_emplace(sampler.dump(), none);
+    auto const [known, isNew] = samplers.try_emplace(sampler.dump());
     if (isNew)
         known->second = document.add(GltfDocument::List::samplers, sampler);
     return known->second;

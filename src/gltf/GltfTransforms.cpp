@@ -76,7 +76,7 @@ GltfTransform scaledAndTurned(Rows rows, SbVec3d scale)
         rows[i] /= scale[static_cast<int>(i)];
     if (determinantOf(rows) < 0) {
         std::size_t turned = 0;
-        for (std::size_t i = 1; i < 3; ++i)
+        for (std::size_t const i : {1U, 2U})
             if (rows[i][static_cast<int>(i)] < rows[turned][static_cast<int>(turned)])
                 turned = i;
         rows[turned] = -rows[turned];

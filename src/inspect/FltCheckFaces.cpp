@@ -1,5 +1,6 @@
 #include "inspect/FltCheckFaces.h"
 
+#include "inspect/FltFacesInOnePlace.h"
 #include "messages/FltFindingNumber.h"
 #include "records/FltOpcode.h"
 #include "visual/FltLocalOrigin.h"
@@ -45,13 +46,15 @@ std::string vertexCountOf(FltFaceInput const& input)
 
 FltCheckFaces::FltCheckFaces(FltCheckedModel& checked, FltFindingList& findings)
     : FltCheckFamily(checked.inventory, findings), checked(checked), tools(checked.model, textures, leftOut),
-      reader(tools), drawer(tools), seen(checked), coinciding(checked.model.vertices), nodeBoxes(checked)
+      reader(tools), drawer(tools), seen(checked), coinciding(checked.inventory.faces.size()),
+      nodeBoxes(checked), points(face.corners)
 {
 }
 
 void FltCheckFaces::check()
 {
     readAll();
+    checkOnePlace();
     checkDetail();
     nodeBoxes.join();
 }
@@ -78,9 +81,19 @@ void FltCheckFaces::readAll()
             looks[node] = looks[inventory.nodes[node].parent];
         if (record.opcode == FltOpcode::mesh)
             checkPlacesOfMesh(number);
-        if (FltFaceReader::reads(record.opcode))
+        if (FltFaceReader::reads(record.opcode)) {
+            place = {number, 0};
             reader.read(number, *this, looks[node]);
+            forgetVertices();
+        }
     }
+}
+
+/// Vertices that stand in a face or a mesh are of no use to another one, and others get their numbers.
+void FltCheckFaces::forgetVertices()
+{
+    reader.forgetVertices();
+    judged.resize(std::min<std::size_t>(judged.size(), checked.paletteVertices));
 }
 
 void FltCheckFaces::checkPlacesOfMesh(FltModelTree::Number mesh)
@@ -94,11 +107,25 @@ void FltCheckFaces::checkPlacesOfMesh(FltModelTree::Number mesh)
 
 void FltCheckFaces::add(FltFaceInput const& input)
 {
+    judge(input);
+    ++place.number;
+}
+
+/// Takes what is compared of a face.
+void FltCheckFaces::collect(FltFaceInput const& input)
+{
+    face.layer = {seen.scopeOf(checked.nodeOf(input.number)), input.level, input.record.relativePriority};
+    face.isTwoSided = FltFaceCollector::isTwoSided(input);
     points.clear();
-    for (std::uint32_t const vertex : input.vertices) {
+    for (std::uint32_t const vertex : input.vertices)
         points.emplace_back(checked.model.vertices.placeOf(vertex).data());
-        nodeBoxes.add(checked.nodeOf(input.number), points.back());
-    }
+}
+
+void FltCheckFaces::judge(FltFaceInput const& input)
+{
+    collect(input);
+    for (SbVec3d const& point : points)
+        nodeBoxes.add(checked.nodeOf(input.number), point);
     if (points.empty() || FltFaceCollector::kindOf(input) != FltMesh::Kind::faces)
         return;
     normal = FltPolygonCutter::normalOf(points);
@@ -179,7 +206,7 @@ void FltCheckFaces::checkTextureCoordinates(FltFaceInput const& input)
     }
 }
 
-/// Whether anything is seen of a face, and whether another one is in its place.
+/// Whether anything is seen of a face. Where that is so, others may be in its place.
 void FltCheckFaces::checkSight(FltFaceInput const& input)
 {
     if (FltFaceCollector::isHidden(input))
@@ -190,12 +217,22 @@ void FltCheckFaces::checkSight(FltFaceInput const& input)
     }
     if (reader.turningOf(input.number) != FltFaceReader::Turning::none || repeatsACorner(input))
         return;
-    FltCoincidingFaces::Layer const layer{seen.scopeOf(checked.nodeOf(input.number)), input.level,
-                                          input.record.relativePriority};
-    std::uint64_t const offset = checked.recordOf(input.number).offset;
-    if (auto const other = coinciding.add(layer, offset, input.vertices, FltFaceCollector::isTwoSided(input)))
-        tell(Number::coincidingFaces, input,
-             "it lies where the one at byte " + std::to_string(*other) + " does");
+    coinciding.add(face, place);
+}
+
+void FltCheckFaces::checkOnePlace()
+{
+    FltFacesInOnePlace again(
+        reader, checked.model.tree,
+        [this](FltFaceInput const& input) -> FltCoincidingFaces::Face const& {
+            collect(input);
+            return face;
+        },
+        [this](FltFaceInput const& input, std::uint64_t earlier) {
+            tell(Number::coincidingFaces, input,
+                 "it lies where the one at byte " + std::to_string(earlier) + " does");
+        });
+    again.compare(coinciding.takePairs());
 }
 
 /// One finding for all nodes whose faces lie too far from the origin, at the one that loses most.

@@ -29,6 +29,10 @@ private:
 
     void add(FltFaceInput const& input) override;
     void readAll();
+    void forgetVertices();
+    void judge(FltFaceInput const& input);
+    void collect(FltFaceInput const& input);
+    void checkOnePlace();
     void checkPlacesOfMesh(FltModelTree::Number mesh);
     void checkShape(FltFaceInput const& input);
     void checkNormals(FltFaceInput const& input);
@@ -49,7 +53,9 @@ private:
     FltSeenTogether seen;
     FltCoincidingFaces coinciding;
     FltNodeBoxes nodeBoxes;
-    std::vector<SbVec3d> points; ///< Of the face that is judged.
+    FltCoincidingFaces::Face face;   ///< That is judged.
+    FltCoincidingFaces::Place place; ///< Of that face.
+    std::vector<SbVec3d>& points;    ///< Its corners.
     SbVec3d normal;
     std::vector<std::uint8_t> judged; ///< By vertex.
 };

@@ -78,8 +78,9 @@ void FltCheckHierarchy::checkNames()
         return;
     FltInventory::Node const& node = inventory.nodes[first];
     findings.add(Number::repeatedName, node.offset, node.opcode, first,
-                 quoted(node.name) +
-                     (names > 1 ? " and " + std::to_string(names - 1) + " further names" : ""));
+                 quoted(node.name) + (names == 1   ? ""
+                                      : names == 2 ? " and one further name"
+                                                   : " and " + std::to_string(names - 1) + " further names"));
 }
 
 void FltCheckHierarchy::checkInstances()

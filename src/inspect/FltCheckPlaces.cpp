@@ -42,7 +42,7 @@ SbBox3d boxIn(FltRecordView const& record)
 bool areEqual(SbBox3d const& stored, SbBox3d const& found, double least)
 {
     double const room = std::max(0.01 * std::max(stored.getSize().length(), found.getSize().length()), least);
-    for (int axis = 0; axis < 3; ++axis)
+    for (int const axis : {0, 1, 2})
         if (!(std::abs(stored.getMin()[axis] - found.getMin()[axis]) <= room) ||
             !(std::abs(stored.getMax()[axis] - found.getMax()[axis]) <= room))
             return false;

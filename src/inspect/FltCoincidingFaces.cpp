@@ -1,9 +1,13 @@
 #include "inspect/FltCoincidingFaces.h"
 
+#include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace
 {
+
+using Corners = std::vector<SbVec3d>;
 
 std::uint64_t mixed(std::uint64_t hash, std::uint64_t value)
 {
@@ -21,59 +25,98 @@ std::uint64_t bitsOf(double number)
     return bits;
 }
 
-} // namespace
-
-std::optional<std::uint64_t> FltCoincidingFaces::add(Layer const& layer, std::uint64_t offset,
-                                                     std::vector<std::uint32_t> const& corners,
-                                                     bool isTwoSided)
+bool isLess(SbVec3d const& left, SbVec3d const& right)
 {
-    std::size_t const begin = kept.size();
-    kept.insert(kept.end(), corners.begin(), corners.end());
-    auto const count = static_cast<std::uint32_t>(corners.size());
-    Side side{layer, count, offset, begin, findLeast(begin, count), false};
-    std::optional<std::uint64_t> const atFront = addSide(side);
-    if (!isTwoSided)
-        return atFront;
-    side.isBack = true;
-    std::optional<std::uint64_t> const atBack = addSide(side);
-    return atFront ? atFront : atBack;
+    return std::lexicographical_compare(left.getValue(), left.getValue() + 3, right.getValue(),
+                                        right.getValue() + 3);
 }
 
-std::uint32_t FltCoincidingFaces::findLeast(std::size_t begin, std::uint32_t count) const
+/// The corners of a side of a face, from its least one on.
+class SideCorners
 {
-    std::uint32_t least = 0;
-    for (std::uint32_t i = 1; i < count; ++i)
-        if (positionAt(begin + i) < positionAt(begin + least))
-            least = i;
-    return least;
-}
+public:
+    SideCorners(Corners const& corners, bool isBack)
+        : corners(corners), isBack(isBack),
+          least(static_cast<std::size_t>(std::min_element(corners.begin(), corners.end(), isLess) -
+                                         corners.begin()))
+    {
+    }
 
-/// Where another face has the same hash, only the first one is kept.
-std::optional<std::uint64_t> FltCoincidingFaces::addSide(Side const& side)
-{
-    auto const [entry, isNew] = sides.try_emplace(hashOf(side), side);
-    if (isNew || !isSame(entry->second, side))
-        return std::nullopt;
-    return entry->second.offset;
-}
+    std::size_t size() const { return corners.size(); }
+    SbVec3d const& operator[](std::size_t i) const
+    {
+        return corners[(isBack ? least + size() - i : least + i) % size()];
+    }
 
-std::uint64_t FltCoincidingFaces::hashOf(Side const& side) const
+private:
+    Corners const& corners;
+    bool isBack;
+    std::size_t least;
+};
+
+std::uint64_t hashOf(FltCoincidingFaces::Layer const& layer, SideCorners const& side)
 {
-    std::uint64_t hash = mixed(side.layer.scope, static_cast<std::uint32_t>(side.layer.level));
-    hash = mixed(hash, static_cast<std::uint32_t>(side.layer.priority));
-    for (std::size_t i = 0; i < side.count; ++i)
-        for (double const coordinate : positionAt(side.place(i)))
-            hash = mixed(hash, bitsOf(coordinate));
+    std::uint64_t hash = mixed(layer.scope, static_cast<std::uint32_t>(layer.level));
+    hash = mixed(hash, static_cast<std::uint32_t>(layer.priority));
+    for (std::size_t i = 0; i < side.size(); ++i)
+        for (int axis = 0; axis < 3; ++axis)
+            hash = mixed(hash, bitsOf(side[i][axis]));
     return hash;
 }
 
-bool FltCoincidingFaces::isSame(Side const& left, Side const& right) const
+bool areEqual(SideCorners const& left, SideCorners const& right)
 {
-    if (left.layer.scope != right.layer.scope || left.layer.level != right.layer.level ||
-        left.layer.priority != right.layer.priority || left.count != right.count)
+    if (left.size() != right.size())
         return false;
-    for (std::size_t i = 0; i < left.count; ++i)
-        if (positionAt(left.place(i)) != positionAt(right.place(i)))
+    for (std::size_t i = 0; i < left.size(); ++i)
+        if (left[i] != right[i])
             return false;
     return true;
+}
+
+} // namespace
+
+bool FltCoincidingFaces::Side::operator<(Side const& other) const
+{
+    if (hash != other.hash)
+        return hash < other.hash;
+    if (record != other.record)
+        return record < other.record;
+    return number != other.number ? number < other.number : isBack < other.isBack;
+}
+
+void FltCoincidingFaces::add(Face const& face, Place const& place)
+{
+    sides.push_back({hashOf(face.layer, SideCorners(face.corners, false)), place.record, place.number, 0});
+    if (face.isTwoSided)
+        sides.push_back({hashOf(face.layer, SideCorners(face.corners, true)), place.record, place.number, 1});
+}
+
+std::vector<FltCoincidingFaces::Pair> FltCoincidingFaces::takePairs()
+{
+    std::vector<Side> sorted = std::move(sides);
+    sides = {};
+    std::sort(sorted.begin(), sorted.end());
+    std::vector<Pair> pairs;
+    for (std::size_t i = 1, first = 0; i < sorted.size(); ++i)
+        if (sorted[i].hash != sorted[first].hash)
+            first = i;
+        else
+            pairs.push_back({sorted[i].place(), sorted[first].place(), sorted[i].isBack != 0});
+    std::sort(pairs.begin(), pairs.end(), [](Pair const& left, Pair const& right) {
+        return std::tie(left.later, left.isAtBack) < std::tie(right.later, right.isAtBack);
+    });
+    return pairs;
+}
+
+bool FltCoincidingFaces::areSame(Face const& left, Face const& right)
+{
+    if (!(left.layer == right.layer))
+        return false;
+    for (bool const leftBack : {false, true})
+        for (bool const rightBack : {false, true})
+            if ((!leftBack || left.isTwoSided) && (!rightBack || right.isTwoSided) &&
+                areEqual(SideCorners(left.corners, leftBack), SideCorners(right.corners, rightBack)))
+                return true;
+    return false;
 }

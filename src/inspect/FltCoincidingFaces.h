@@ -1,16 +1,15 @@
 #pragma once
 
-#include "model/FltVertexStore.h"
+#include "model/FltModelTree.h"
 
-#include <array>
+#include <Inventor/SbVec3d.h>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
-#include <unordered_map>
+#include <tuple>
 #include <vector>
 
-/// Finds faces that show the same side in the same place. Each face is looked at once: the work is in
-/// proportion to the corners.
+/// Finds faces that show the same side in the same place. Of each side only a hash is kept, 16 bytes; those
+/// whose hashes meet have to be compared.
 class FltCoincidingFaces
 {
 public:
@@ -19,41 +18,61 @@ public:
         std::uint32_t scope = 0;
         int level = 0;    ///< How many faces it lies on.
         int priority = 0; ///< Of the face.
-    };
 
-    explicit FltCoincidingFaces(FltVertexStore const& vertices) : vertices(vertices) {}
-
-    /// Adds a face.
-    /// @param offset  of its record
-    /// @param corners numbers of its vertices, three or more
-    /// @return the offset of an earlier face of the layer that shows the same side in the same place; none if
-    ///         there is none
-    std::optional<std::uint64_t> add(Layer const& layer, std::uint64_t offset,
-                                     std::vector<std::uint32_t> const& corners, bool isTwoSided);
-
-private:
-    /// A side of a face, from its least corner on.
-    struct Side {
-        Layer layer;
-        std::uint32_t count;
-        std::uint64_t offset;
-        std::size_t begin;   ///< In kept.
-        std::uint32_t least; ///< From begin on.
-        bool isBack;
-
-        std::size_t place(std::size_t i) const
+        bool operator==(Layer const& other) const
         {
-            return begin + (isBack ? least + count - i : least + i) % count;
+            return scope == other.scope && level == other.level && priority == other.priority;
         }
     };
 
-    std::array<double, 3> positionAt(std::size_t place) const { return vertices.placeOf(kept[place]); }
-    std::uint32_t findLeast(std::size_t begin, std::uint32_t count) const;
-    std::optional<std::uint64_t> addSide(Side const& side);
-    std::uint64_t hashOf(Side const& side) const;
-    bool isSame(Side const& left, Side const& right) const;
+    /// What is compared of a face.
+    struct Face {
+        Layer layer;
+        std::vector<SbVec3d> corners; ///< Three or more.
+        bool isTwoSided = false;
+    };
 
-    FltVertexStore const& vertices;
-    std::vector<std::uint32_t> kept; ///< Corners of all faces.
-    std::unordered_map<std::uint64_t, Side> sides;
+    /// Which face it is, in the order of reading.
+    struct Place {
+        FltModelTree::Number record = FltModelTree::none; ///< With which it is read.
+        std::uint32_t number = 0;                         ///< Among those that are read with the record.
+
+        bool operator==(Place const& other) const { return record == other.record && number == other.number; }
+        bool operator<(Place const& other) const
+        {
+            return std::tie(record, number) < std::tie(other.record, other.number);
+        }
+    };
+
+    struct Pair {
+        Place later;
+        Place earlier; ///< The first of all those that the later one meets by one of its sides.
+        bool isAtBack; ///< Of the later one.
+    };
+
+    /// @param expected how many faces there are likely to be
+    explicit FltCoincidingFaces(std::size_t expected) { sides.reserve(expected); }
+
+    /// Adds a face. They come in the order of their places.
+    void add(Face const& face, Place const& place);
+
+    /// The pairs of faces whose hashes meet, by the place of the later one, its front first. The hashes are
+    /// gone then.
+    std::vector<Pair> takePairs();
+
+    /// Whether a side of one face is the same as one of the other.
+    static bool areSame(Face const& left, Face const& right);
+
+private:
+    struct Side {
+        std::uint64_t hash;
+        FltModelTree::Number record;
+        std::uint32_t number : 31;
+        std::uint32_t isBack : 1;
+
+        Place place() const { return {record, number}; }
+        bool operator<(Side const& other) const;
+    };
+
+    std::vector<Side> sides;
 };

@@ -14,6 +14,7 @@
 #include "scene/FltSceneMaker.h"
 #include "toolkit/SoReferencesGivenBack.h"
 #include "visual/FltCutOuts.h"
+#include "visual/FltLocalOrigin.h"
 #include "visual/FltMeshMerger.h"
 #include "visual/FltVisualConversion.h"
 
@@ -152,6 +153,14 @@ double metresPerUnit(FltLoader const& options, FltVisualConversion::Result const
     return options.units == FltLoader::Units::metres ? 1 : visual.metresPerUnit;
 }
 
+/// The same for how far joining meshes may move their corners.
+double unitToMergeIn(FltLoader const& options, FltVisualConversion::Result const& visual)
+{
+    bool const isInDegrees =
+        visual.header != nullptr && visual.header->projectionType == FltRecordHeader::geodetic;
+    return isInDegrees ? FltLocalOrigin::degrees : metresPerUnit(options, visual);
+}
+
 /// Loads by the complete conversion.
 /// @param told gets what is to be known besides
 FltVisualConversion::Result loadCompletely(FltLoader const& options, FltDatabaseFile const& database,
@@ -180,7 +189,7 @@ FltVisualConversion::Result loadCompletely(FltLoader const& options, FltDatabase
     host.findTextures(result.textures);
     FltCutOuts::mark(result.root, result.textures);
     if (options.merge)
-        FltMeshMerger::merge(*result.root, metresPerUnit(options, result));
+        FltMeshMerger::merge(*result.root, unitToMergeIn(options, result));
     told.messages = std::move(messages.messages());
     return result;
 }

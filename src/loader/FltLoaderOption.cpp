@@ -76,15 +76,14 @@ std::vector<FltLoaderOption> makeTable()
          {},
          "Join shapes that look alike, so that a scene of many Objects is drawn faster."},
         {"names",
-         "",
-         Programs::none,
+         "--names",
+         Programs::all,
          Kind::word,
          "WHICH",
          &FltLoader::names,
          {word(Names::all, "all"), word(Names::unique, "unique"), word(Names::none, "none")},
          "The nodes of a scene that bear their names: all of them, those whose name no other has, or none, "
-         "so "
-         "that a scene of very many nodes is let go fast."},
+         "so that a scene of very many nodes is let go fast."},
         {"log",
          "--log",
          Programs::all,

@@ -11,6 +11,8 @@ class FltInstanceDefinitions
 public:
     explicit FltInstanceDefinitions(FltModelTree const& tree);
 
+    bool isEmpty() const { return definitions.empty(); }
+
     /// The definition that a reference means: the last one of its number before it, or else the first one
     /// after it; FltModelTree::none if there is none.
     FltModelTree::Number find(FltModelTree::Number reference) const;

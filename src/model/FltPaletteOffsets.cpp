@@ -22,8 +22,7 @@ bool FltPaletteOffsets::add(std::size_t recordOffset, std::uint32_t number)
     if (!starts.empty() && offset <= starts.back().offset)
         return false;
     starts.push_back({static_cast<std::uint32_t>(offset), number});
-    if (buckets.size() <= offset >> bucketBits)
-        buckets.resize((offset >> bucketBits) + 1, static_cast<std::uint32_t>(starts.size() - 1));
+    buckets.resize((offset >> bucketBits) + 1, static_cast<std::uint32_t>(starts.size() - 1));
     return true;
 }
 

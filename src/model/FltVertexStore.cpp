@@ -102,6 +102,14 @@ void FltVertexStore::keepFirst(std::size_t count)
         vertices.resize(count - stored.size());
 }
 
+std::size_t FltVertexStore::endInFile() const
+{
+    if (stored.size() == 0)
+        return 0;
+    FltRecordView const last = stored[stored.size() - 1];
+    return last.offset + last.size;
+}
+
 /// Others would get other colours.
 void FltVertexStore::keepDecoded()
 {

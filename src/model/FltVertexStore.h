@@ -39,6 +39,9 @@ public:
     /// The number of the vertex that begins at an offset of the palette; none if no vertex does.
     std::uint32_t find(std::int64_t offset) const { return offsets.find(offset); }
 
+    /// The offset in the file after the last byte of it that vertices are decoded from.
+    std::size_t endInFile() const;
+
     FltVertex operator[](std::uint32_t number) const
     {
         return number < stored.size() ? decoded(number) : vertices[number - stored.size()];

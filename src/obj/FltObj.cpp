@@ -46,7 +46,7 @@ void tellWhatIsLost(FltVisual const& visual, FltGltfLosses& losses)
         losses.add("turning faces, which stand still", node->as<FltVisualTurning>() != nullptr ? 1 : 0);
         losses.add("other files, which readers don't open", node->as<FltVisualFile>() != nullptr ? 1 : 0);
         losses.add("comments", node->comments.size());
-        if (node->as<FltVisualLevels>() != nullptr && node->children.size() > 1)
+        if (node->as<FltVisualLevels>() != nullptr && !node->children.empty())
             losses.add("coarser levels of detail", node->children.size() - 1);
         for (std::shared_ptr<FltVisualNode> const& child : node->children)
             open.push_back(child.get());

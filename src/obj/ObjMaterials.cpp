@@ -4,7 +4,6 @@
 #include "obj/ObjText.h"
 
 #include <array>
-#include <charconv>
 
 namespace
 {
@@ -20,21 +19,6 @@ std::array<double, 4> colorOf(FltMesh const& mesh)
     for (double& part : sum)
         part = mesh.colors.empty() ? 1 : part / mostOfByte / static_cast<double>(mesh.colors.size());
     return sum;
-}
-
-/// An address as the path that it stands for.
-std::string pathOf(std::string const& address)
-{
-    std::string path;
-    for (std::size_t at = 0; at < address.size(); ++at) {
-        unsigned value = 0;
-        char const* const digits = address.data() + at + 1;
-        bool const isNumber = address[at] == '%' && at + 2 < address.size() &&
-                              std::from_chars(digits, digits + 2, value, 16).ptr == digits + 2;
-        path += isNumber ? static_cast<char>(value) : address[at];
-        at += isNumber ? 2 : 0;
-    }
-    return path;
 }
 
 } // namespace
@@ -89,7 +73,7 @@ std::string const& ObjMaterials::pictureOf(FltMesh const& mesh)
     if (isNew) {
         GltfPicture const picture(texture, isOpaque, source);
         if (!picture.bytes.empty())
-            known->second = pathOf(files.add(picture, GltfValues::lastPart(texture.name)));
+            known->second = files.add(picture, GltfValues::lastPart(texture.name));
     }
     return known->second;
 }

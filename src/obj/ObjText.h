@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Inventor/SbColor.h>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -58,24 +59,25 @@ public:
 
 private:
     static constexpr int decimals = 6;
-    static constexpr std::size_t longest = 340; ///< Of a number: the largest has 309 digits before the point.
+    using Room = std::array<char, 340>; ///< For a number: the largest has 309 digits before the point.
 
     void add(double number)
     {
-        char text[longest];
+        Room room;
         double const finite = std::isfinite(number) ? number : 0.0;
-        char const* end = std::to_chars(text, text + longest, finite, std::chars_format::fixed, decimals).ptr;
+        char const* end =
+            std::to_chars(room.begin(), room.end(), finite, std::chars_format::fixed, decimals).ptr;
         while (end[-1] == '0')
             --end;
         end -= end[-1] == '.' ? 1 : 0;
-        std::string_view const digits(text, static_cast<std::size_t>(end - text));
+        std::string_view const digits(room.data(), static_cast<std::size_t>(end - room.data()));
         written.append(" ").append(digits == "-0" ? "0" : digits);
     }
 
     void add(std::uint64_t number)
     {
-        char text[longest];
-        written.append(text, std::to_chars(text, text + longest, number).ptr);
+        Room room;
+        written.append(room.data(), std::to_chars(room.begin(), room.end(), number).ptr);
     }
 
     std::string written;

@@ -335,12 +335,13 @@ void FltSceneMaker::addMeshes(FltVisualNode& visual, SoGroup& group)
     bool const isAlone = visual.meshes.size() == 1 && !visual.meshes.front().isHidden &&
                          visual.children.empty() && visual.as<FltVisualText>() == nullptr &&
                          group.isOfType(SoSeparator::getClassTypeId());
+    auto const arrays = isUsedUp(visual) ? FltMeshNodes::Arrays::freed : FltMeshNodes::Arrays::kept;
     for (FltMesh& mesh : visual.meshes) {
         SoGroup* own = &group;
         if (isAlone)
-            FltMeshNodes::addTo(group, mesh, appearances, isMirrored, zeros.inside);
+            FltMeshNodes::addTo(group, mesh, arrays, appearances, isMirrored, zeros.inside);
         else
-            group.addChild(own = FltMeshNodes::make(mesh, appearances, isMirrored, zeros.inside));
+            group.addChild(own = FltMeshNodes::make(mesh, arrays, appearances, isMirrored, zeros.inside));
         scene.records.addShape(own->getChild(own->getNumChildren() - 1), mesh.parts);
         if (isUsedUp(visual))
             mesh = FltMesh();

@@ -67,6 +67,14 @@ std::vector<FltTile::Reference> referencesIn(std::shared_ptr<FltVisualNode const
 
 } // namespace
 
+std::vector<std::string> FltTileFiles::coarserEndings()
+{
+    std::vector<std::string> endings;
+    for (std::size_t number = 1; number <= mostCoarser; ++number)
+        endings.push_back('.' + std::to_string(number) + ".glb");
+    return endings;
+}
+
 FltTileFiles::Written FltTileFiles::write(FltVisual const& visual, std::string const& path,
                                           FltGltfOptions const& options, bool splits)
 {
@@ -87,9 +95,9 @@ FltTileFiles::Written FltTileFiles::write(FltVisual const& visual, std::string c
     std::vector<double> const all = FltLevelsAtDistance::changesOf(*root);
     std::vector<double> const distances = someOf(all);
     written.leftOut = all.size() - distances.size();
+    std::vector<std::string> const endings = coarserEndings();
     for (double const distance : distances) {
-        std::string const number = std::to_string(written.tile.coarser.size() + 1);
-        fs::path const file = fs::path(path).replace_extension(number + ".glb");
+        fs::path const file = fs::path(path).replace_extension(endings[written.tile.coarser.size()]);
         part.root = levels.at(root, distance);
         if (!FltVisualWalk(part.root).next()) {
             written.tile.coarser.push_back({"", distance});

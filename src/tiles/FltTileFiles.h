@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 /// Writes databases as .glb files for a tileset.
 class VELLOREADER_API FltTileFiles
@@ -18,6 +19,9 @@ public:
         FltGltfReport report;    ///< Of the finest form; the files are all.
         std::size_t leftOut = 0; ///< Distances at which levels change that have no file of their own.
     };
+
+    /// What the names of coarser forms end in, as many as there may be: ".1.glb" and so on.
+    static std::vector<std::string> coarserEndings();
 
     /// Writes one file, or several by the distance.
     /// @param visual  in metres, on the globe if the options say where

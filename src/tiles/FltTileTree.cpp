@@ -109,8 +109,6 @@ FltTileEntry FltTileTree::joined(Tiles const& tiles, std::vector<FltTileEntry> p
         auto const largest = std::max_element(
             parts.begin(), parts.end(),
             [](FltTileEntry const& one, FltTileEntry const& other) { return one.entries < other.entries; });
-        if (largest->entries == 1)
-            break;
         node.entries -= largest->entries - 1;
         moveOut(*largest);
     }

@@ -1,5 +1,7 @@
 #include "visual/FltFaceCollector.h"
 
+#include "visual/FltLocalOrigin.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -388,7 +390,7 @@ void FltFaceCollector::finish(FltNodeBuilder& node)
 {
     for (Batch& batch : batches) {
         FltAppearance const appearance = batch.mesh.getAppearance();
-        FltMesh mesh = batch.mesh.finish(batch.material, tools.model.metresPerUnit);
+        FltMesh mesh = batch.mesh.finish(batch.material, FltLocalOrigin::unitOf(tools.model));
         tools.textures.nameThem(mesh, appearance);
         node.addMesh(std::move(mesh));
     }

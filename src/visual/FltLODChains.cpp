@@ -31,10 +31,10 @@ double signedNumber(std::uint32_t stored)
 
 } // namespace
 
-bool FltLODChains::add(FltRecordView const& record, FltVisualPart const& part)
+std::optional<FltLODChains::Level> FltLODChains::read(FltRecordView const& record)
 {
     if (record.opcode == FltOpcode::lod)
-        return addLevel(FltDecoded<FltRecordLOD>(record), part);
+        return levelOf(FltDecoded<FltRecordLOD>(record));
     FltDecoded<FltRecordOLDLOD> old(record);
     FltRecordLOD level(record.classLength());
     level.switchInDistance = signedNumber(old.switchInDistance);
@@ -43,23 +43,22 @@ bool FltLODChains::add(FltRecordView const& record, FltVisualPart const& part)
     level.XcenterCoordinate = old.XcenterCoordinate;
     level.YcenterCoordinate = old.YcenterCoordinate;
     level.ZcenterCoordinate = old.ZcenterCoordinate;
-    return addLevel(level, part);
+    return levelOf(level);
 }
 
-bool FltLODChains::addLevel(FltRecordLOD const& record, FltVisualPart const& part)
+std::optional<FltLODChains::Level> FltLODChains::levelOf(FltRecordLOD const& record)
 {
     double const farthest = record.switchInDistance;
     double const nearest = record.switchOutDistance;
     if (!(nearest >= 0) || !(farthest > nearest))
-        return false;
+        return std::nullopt;
     SbVec3f const center(static_cast<float>(record.XcenterCoordinate),
                          static_cast<float>(record.YcenterCoordinate),
                          static_cast<float>(record.ZcenterCoordinate));
     bool const isFinite = std::isfinite(center.sqrLength());
     bool const hasCenter = isFinite && (center != SbVec3f(0, 0, 0) || (record.flags & freezeCenterFlag) != 0);
     bool const isAdditive = (record.flags & additiveFlag) != 0;
-    levels.push_back({nearest, farthest, center, hasCenter, isAdditive, part});
-    return true;
+    return Level{nearest, farthest, center, hasCenter, isAdditive, {}};
 }
 
 void FltLODChains::finish(FltNodeBuilder& parent)

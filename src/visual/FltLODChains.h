@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -24,16 +25,7 @@ public:
     {
     }
 
-    /// Adds a level of detail.
-    /// @return false if it is drawn at any distance, and is no business of this class
-    bool add(FltRecordView const& record, FltVisualPart const& part);
-
-    /// Adds the nodes of all levels to their parent.
-    void finish(FltNodeBuilder& parent);
-
-private:
-    bool addLevel(FltRecordLOD const& record, FltVisualPart const& part);
-
+    /// A level, with what is drawn in it.
     struct Level {
         double nearest;
         double farthest;
@@ -42,6 +34,19 @@ private:
         bool isAdditive; ///< Coarser levels stay where it is drawn, and it where finer ones are.
         FltVisualPart part;
     };
+
+    /// Reads a level of detail, without what is drawn.
+    /// @return nothing if it is drawn at any distance, and is no business of this class
+    static std::optional<Level> read(FltRecordView const& record);
+
+    void add(Level const& level) { levels.push_back(level); }
+
+    /// Adds the nodes of all levels to their parent.
+    void finish(FltNodeBuilder& parent);
+
+private:
+    static std::optional<Level> levelOf(FltRecordLOD const& record);
+
     using Chain = std::vector<Level const*>;
 
     void addChain(Chain const& chain, FltNodeBuilder& parent) const;

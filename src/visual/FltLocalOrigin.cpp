@@ -1,5 +1,7 @@
 #include "visual/FltLocalOrigin.h"
 
+#include "model/FltModel.h"
+
 #include <Inventor/SbBox3d.h>
 #include <Inventor/SbVec3f.h>
 #include <algorithm>
@@ -9,6 +11,7 @@ namespace
 {
 
 constexpr double allowedMetres = 1e-4;
+constexpr double metresInDegree = 111320; // on the equator, where it is longest
 
 /// A number of floats is so far off, in parts of itself.
 constexpr double floatError = 1.0 / (1 << 24);
@@ -20,8 +23,17 @@ double largestOf(SbVec3d const& sizes)
 
 } // namespace
 
+double FltLocalOrigin::unitOf(FltModel const& model)
+{
+    bool const isInDegrees =
+        model.header != nullptr && model.header->projectionType == FltRecordHeader::geodetic;
+    return isInDegrees ? degrees : model.metresPerUnit;
+}
+
 double FltLocalOrigin::allowedError(double extent, double metresPerUnit)
 {
+    if (metresPerUnit == degrees)
+        return allowedMetres / metresInDegree;
     return std::max(allowedPartOfExtent * extent, allowedMetres / metresPerUnit);
 }
 

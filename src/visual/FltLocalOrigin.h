@@ -2,7 +2,10 @@
 
 #include <Inventor/SbBox3f.h>
 #include <Inventor/SbVec3d.h>
+#include <limits>
 #include <vector>
+
+struct FltModel;
 
 /// Where places count from that floats can't hold as they are stored.
 namespace FltLocalOrigin
@@ -11,8 +14,15 @@ namespace FltLocalOrigin
 /// How far rounding may move a corner, in parts of its mesh's extent.
 constexpr double allowedPartOfExtent = 1e-6;
 
+/// What stands for the length of a unit where places are degrees, which have none. Rounding may move them by
+/// a tenth of a millimetre on the ground, however wide their mesh is, so that neighbours meet on a globe.
+constexpr double degrees = std::numeric_limits<double>::infinity();
+
+/// The length of the unit of a database's places, as it is taken here.
+double unitOf(FltModel const& model);
+
 /// How far rounding may move a corner, in the units of the mesh: a millionth of the mesh's extent, or a tenth
-/// of a millimetre, whichever is more.
+/// of a millimetre, whichever is more; of degrees a tenth of a millimetre.
 double allowedError(double extent, double metresPerUnit);
 
 /// How far rounding to floats moves a place, along the worst of its axes.

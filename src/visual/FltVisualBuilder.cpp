@@ -57,11 +57,21 @@ void addSignificantSize(FltRecordView const& record, FltVisualNode& node)
 
 FltVisualBuilder::FltVisualBuilder(FltModel& model, FltVisualSetting& setting, double worldPerUnit)
     : model(model), setting(setting), worldPerUnit(worldPerUnit),
-      allowedError(FltLocalOrigin::allowedError(0, model.metresPerUnit)),
+      allowedError(FltLocalOrigin::allowedError(0, FltLocalOrigin::unitOf(model))),
       file(static_cast<std::uint32_t>(setting.files.size())), tools(model, setting.textures, setting.leftOut),
       faces(tools), definitions(model.tree)
 {
     setting.files.push_back(model.fileName);
+}
+
+/// Records are read once, in their order and before those below them, but for vertices of the palette, and
+/// for definitions, which are read where the first reference to them stands.
+void FltVisualBuilder::dropBytesOf(FltFileInput& input)
+{
+    if (!definitions.isEmpty())
+        return;
+    input.dropBytesFrom(model.vertices.endInFile());
+    spent = &input;
 }
 
 FltVisualPart FltVisualBuilder::build()
@@ -248,6 +258,7 @@ bool FltVisualBuilder::addFrames(Number number, FltNodeBuilder& node, FltObjectL
         FltFlipBookReader::read(model.tree.recordOf(number), model.revision, frames.size());
     if (!book)
         return false;
+    book->name = FltNodeWords::nameOf(model.tree, number);
     std::int64_t visits = 0;
     for (Number const child : frames) {
         FltVisualPart const frame = buildAlone(child, object);
@@ -259,7 +270,6 @@ bool FltVisualBuilder::addFrames(Number number, FltNodeBuilder& node, FltObjectL
         node.addVisits(visits);
     else
         book->steps.resize(frames.size());
-    book->name = FltNodeWords::nameOf(model.tree, number);
     book->number = setting.flipBooks++;
     node->become<FltVisualFlipBook>(std::move(*book));
     return true;
@@ -280,6 +290,8 @@ void FltVisualBuilder::addChild(Number child, FltNodeBuilder& node, FltObjectLoo
                                 Collected& collected)
 {
     FltRecordView const& record = model.tree.recordOf(child);
+    if (spent != nullptr)
+        spent->dropBytesBefore(spent->getBuffer() + record.offset);
     if (setting.progress && --childrenUntilProgress < 0) {
         setting.progress(model, record.offset);
         childrenUntilProgress = childrenPerProgress;
@@ -288,9 +300,14 @@ void FltVisualBuilder::addChild(Number child, FltNodeBuilder& node, FltObjectLoo
         FltOpcodeTable::partOf(static_cast<int>(record.opcode)) == FltOpcodeRow::Part::corners)
         return;
     if (record.opcode == FltOpcode::lod || record.opcode == FltOpcode::oldLOD) {
+        std::optional<FltLODChains::Level> level = FltLODChains::read(record);
         FltVisualPart const part = buildNode(child, object);
-        if (part.node != nullptr && !collected.levels.add(record, part))
+        if (level && part.node != nullptr) {
+            level->part = part;
+            collected.levels.add(*level);
+        } else {
             node.add(part);
+        }
         return;
     }
     if (!FltFaceReader::reads(record.opcode))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/FltInstanceDefinitions.h"
+#include "parser/FltFileInput.h"
 #include "visual/FltFaceReader.h"
 #include "visual/FltLODChains.h"
 #include "visual/FltVisualSetting.h"
@@ -15,6 +16,9 @@ class FltVisualBuilder
 public:
     /// @param worldPerUnit how long a unit of the file is in the world of the visual
     FltVisualBuilder(FltModel& model, FltVisualSetting& setting, double worldPerUnit);
+
+    /// Has build() give the bytes of the file back as it goes on, so that the visual takes their place.
+    void dropBytesOf(FltFileInput& input);
 
     /// The whole visual, in the units of the file.
     FltVisualPart build();
@@ -85,4 +89,5 @@ private:
     std::map<Number, FltVisualPart> builtDefinitions;
     std::vector<Number> definitionsInWork;
     int childrenUntilProgress = 0;
+    FltFileInput* spent = nullptr; ///< Whose bytes are given back.
 };

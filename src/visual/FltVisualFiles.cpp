@@ -103,6 +103,7 @@ void FltVisualFiles::tellProgress(FltModel const& model, std::size_t done, std::
 FltVisualPart FltVisualFiles::build(FltModel& model, FltFileInput& input)
 {
     FltVisualBuilder builder(model, setting, worldPerUnit(model.metresPerUnit));
+    builder.dropBytesOf(input);
     FltVisualPart part = builder.build();
     tellProgress(model, model.size, model.size);
     FltWarningMessageConsole::beginFile(input.getFileName());

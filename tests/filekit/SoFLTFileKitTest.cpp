@@ -174,6 +174,53 @@ TEST_F(SoFLTFileKitTest, reportsMessagesToTheToolkit)
     kit->unref();
 }
 
+/// Of each of so many references that lead nowhere there is a message.
+TEST_F(SoFLTFileKitTest, reportsTwentyMessagesOneByOneAndCountsTheOthers)
+{
+    SoForeignFileKit* const kit = makeKit();
+    auto const reportedOf = [&](int references) {
+        FltWriter flt;
+        flt.push();
+        for (int i = 0; i < references; ++i)
+            flt.add("ExternalReference", {{"asciiPath", "none" + std::to_string(i) + ".flt"}});
+        flt.pop();
+        ToolkitErrors const errors;
+        EXPECT_TRUE(kit->readFile(save(flt).c_str()));
+        return errors.text;
+    };
+    auto const names = [](std::string const& text, int reference) {
+        return text.find("none" + std::to_string(reference) + ".flt") != std::string::npos;
+    };
+    std::string const all = reportedOf(20);
+    EXPECT_TRUE(names(all, 0) && names(all, 19)) << all;
+    EXPECT_EQ(all.find("left out"), std::string::npos) << all;
+    std::string const allButOne = reportedOf(21);
+    EXPECT_TRUE(names(allButOne, 0) && names(allButOne, 19)) << allButOne;
+    EXPECT_FALSE(names(allButOne, 20)) << allButOne;
+    EXPECT_NE(allButOne.find("1 more messages left out"), std::string::npos) << allButOne;
+    EXPECT_NE(reportedOf(35).find("15 more messages left out"), std::string::npos);
+    kit->unref();
+}
+
+TEST_F(SoFLTFileKitTest, saysAtWhichByteARecordIsThatAMessageIsAbout)
+{
+    SoForeignFileKit* const kit = makeKit();
+    FltWriter flt;
+    flt.push();
+    std::size_t const offset = flt.bytes().size();
+    flt.add("InstanceReference", {{"instanceDefinitionNumber", 7}}).pop();
+    ToolkitErrors errors;
+    EXPECT_TRUE(kit->readFile(save(flt).c_str()));
+    EXPECT_NE(errors.text.find(" (at byte offset " + std::to_string(offset) + ")\n"), std::string::npos)
+        << errors.text;
+    errors.text.clear();
+    EXPECT_TRUE(kit->readFile(
+        save(FltWriter().push().add("ExternalReference", {{"asciiPath", "no.flt"}}).pop()).c_str()));
+    EXPECT_NE(errors.text.find("no.flt"), std::string::npos);
+    EXPECT_EQ(errors.text.find("at byte offset"), std::string::npos) << "it is about no record";
+    kit->unref();
+}
+
 TEST_F(SoFLTFileKitTest, saysWhyAFileCantBeReadAndKeepsTheSceneBefore)
 {
     SoForeignFileKit* const kit = makeKit();

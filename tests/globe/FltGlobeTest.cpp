@@ -3,6 +3,7 @@
 #include "OnEarth.h"
 #include "loader/FltLoader.h"
 #include "support/CompleteDatabase.h"
+#include "support/Moved.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,13 +14,6 @@ namespace
 {
 
 using Node = std::shared_ptr<FltVisualNode>;
-
-SbDPMatrix moved(double x, double y, double z)
-{
-    SbDPMatrix matrix;
-    matrix.setTranslate(SbVec3d(x, y, z));
-    return matrix;
-}
 
 Node node(std::vector<Node> children = {}, std::vector<SbDPMatrix> transform = {})
 {
@@ -197,6 +191,70 @@ TEST(FltGlobe, bendsReferencedTilesThatStandInTheCoordinatesOfTheDatabase)
     expectNear(OnEarth::cornersOf(FltGlobe::place(visual))[3].place, onEarth(visual, {0, 60000, 0}), 5e-3);
 }
 
+TEST(FltGlobe, bendsReferencedTilesThatAreInAnotherUnit)
+{
+    SbDPMatrix feet;
+    feet.setScale(0.3048);
+    Node const tile = at(node({triangle({{0, 200000, 0}, {10, 200000, 0}, {0, 200010, 0}})}), 1, 0);
+    FltVisual const visual = onFlatEarth(
+        {triangle({{0, -60000, 0}, {1, -60000, 0}, {0, -60001, 0}}), at(node({tile}, {feet}), 0, 50)});
+    FltGlobeTile const placed = FltGlobe::place(visual);
+    expectNear(OnEarth::cornersOf(placed)[3].place, onEarth(visual, {0, 60960, 0}), 5e-3);
+    EXPECT_NE(placed.visual.root->children[1]->children[0], tile) << "it is no model, which stays as it is";
+}
+
+TEST(FltGlobe, bendsWhatStandsInTwoUnitsTwice)
+{
+    SbDPMatrix feet;
+    feet.setScale(0.3048);
+    Node const tile = triangle({{0, 200000, 0}, {10, 200000, 0}, {0, 200010, 0}});
+    FltVisual const visual = onFlatEarth({node({tile}, {feet}), node({tile}), node({tile}, {feet})});
+    FltGlobeTile const placed = FltGlobe::place(visual);
+    auto const corners = OnEarth::cornersOf(placed);
+    ASSERT_EQ(corners.size(), 9U);
+    expectNear(corners[0].place, onEarth(visual, {0, 60960, 0}), 2e-2);
+    expectNear(corners[3].place, onEarth(visual, {0, 200000, 0}), 2e-2);
+    expectNear(corners[6].place, onEarth(visual, {0, 60960, 0}), 2e-2);
+    auto const& parts = placed.visual.root->children;
+    EXPECT_EQ(parts[0]->children[0], parts[2]->children[0]);
+}
+
+TEST(FltGlobe, hasModelsStandUprightAtTheirZeroIfItIsNotFarAway)
+{
+    // From corner to corner it is 70 km long, and its middle lies 35 km from its zero.
+    Node const pier = at(triangle({{0, 0, 0}, {1, 0, 0}, {0, 70000, 0}}), 1, 0);
+    FltVisual const visual = onFlatEarth({at(node({pier}, {moved(0, 0, 7)}), 0, 50)});
+    auto const corners = OnEarth::cornersOf(FltGlobe::place(visual));
+    expectNear(corners[0].place, onEarth(visual, {0, 0, 7}), 1e-3);
+    EXPECT_GT(corners[0].normal.dot(OnEarth::upAt(48, 9)), 0.9999999);
+}
+
+TEST(FltGlobe, placesTextsAndOtherFilesAsAWhole)
+{
+    Node const sign = node(), other = node(), turning = node();
+    sign->become<FltVisualText>().place = SbVec3d(0, 60000, 5);
+    other->become<FltVisualFile>({"other.flt"});
+    turning->become<FltVisualTurning>();
+    FltVisual const visual =
+        onFlatEarth({triangle({{0, -60000, 0}, {1, -60000, 0}, {0, -60001, 0}}), sign,
+                     node({other}, {moved(0, 40000, 0)}), node({turning}, {moved(0, -40000, 0)})});
+    FltGlobeTile const tile = FltGlobe::place(visual);
+    auto const placeOf = [&](Node const& stand, SbVec3d const& place) {
+        EXPECT_EQ(stand->transform.size(), 1U);
+        SbVec3d result;
+        (stand->transform.front() * tile.frame.matrix()).multVecMatrix(place, result);
+        return result;
+    };
+    auto const& parts = tile.visual.root->children;
+    ASSERT_EQ(parts.size(), 4U);
+    EXPECT_EQ(parts[1]->children, std::vector<Node>{sign});
+    expectNear(placeOf(parts[1], {0, 60000, 5}), onEarth(visual, {0, 60000, 5}), 1e-3);
+    EXPECT_EQ(parts[2]->children, std::vector<Node>{other});
+    expectNear(placeOf(parts[2], {0, 0, 0}), onEarth(visual, {0, 40000, 0}), 1e-3);
+    EXPECT_EQ(parts[3]->children, std::vector<Node>{turning});
+    expectNear(placeOf(parts[3], {0, 0, 0}), onEarth(visual, {0, -40000, 0}), 1e-3);
+}
+
 TEST(FltGlobe, placesModelsByTheirMiddleIfTheirZeroIsFarAway)
 {
     Node const far = at(triangle({{0, 90000, 0}, {10, 90000, 0}, {0, 90010, 0}}), 1, 0);
@@ -229,6 +287,24 @@ TEST(FltGlobe, turnsFacesRoundThatStandInAMirror)
     EXPECT_GT((b - a).cross(c - a)[2], 0) << "it is seen from above";
     EXPECT_GT(mesh.normals[0][2], 0.99F);
     EXPECT_FALSE(tile.visual.root->children[0]->children[0]->senses.isMirrored);
+}
+
+TEST(FltGlobe, turnsEachFaceRoundThatStandsInAMirrorButNoLine)
+{
+    SbDPMatrix mirror = SbDPMatrix::identity();
+    mirror[0][0] = -1;
+    Node part = triangle({{0, 0, 0}, {9, 0, 0}, {0, 9, 0}});
+    part->meshes[0].indices = {0, 1, 2, FltMesh::end, 1, 2, 0, FltMesh::end, 2, 0, 1};
+    part->meshes.push_back(part->meshes[0]);
+    part->meshes[1].kind = FltMesh::Kind::lines;
+    std::vector<std::int32_t> const stored = part->meshes[0].indices;
+    FltVisual const visual =
+        visualOf({at(node({at(std::move(part), 0, 60)}, {moved(500000, 5000000, 0), mirror}), 0, 50)});
+    FltGlobeTile const tile = FltGlobe::place(visual);
+    std::vector<FltMesh> const& meshes = tile.visual.root->children[0]->children[0]->meshes;
+    EXPECT_EQ(meshes[0].indices,
+              (std::vector<std::int32_t>{2, 1, 0, FltMesh::end, 0, 2, 1, FltMesh::end, 1, 0, 2}));
+    EXPECT_EQ(meshes[1].indices, stored);
 }
 
 TEST(FltGlobe, knowsAVisualThatWasMovedAndOneInAnotherUnit)
@@ -268,6 +344,39 @@ TEST(FltGlobe, placesEachCopyByItself)
     expectNear(corners[5].place, onEarth(visual, {0, 90001, 0}), 2e-2);
 }
 
+TEST(FltGlobe, placesCopiesOfOnePartAlone)
+{
+    Node const part = model();
+    auto const copiesOf = [](std::vector<Node> children) {
+        Node copies = node(std::move(children));
+        copies->become<FltVisualCopies>({{SbDPMatrix::identity()}});
+        return copies;
+    };
+    FltGlobeTile const tile = FltGlobe::place(
+        onFlatEarth({copiesOf({}), copiesOf({nullptr}), copiesOf({part, model()}), copiesOf({part})}));
+    auto const& parts = tile.visual.root->children;
+    ASSERT_EQ(parts.size(), 4U);
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_TRUE(parts[i]->children.empty()) << i;
+        EXPECT_EQ(parts[i]->as<FltVisualCopies>(), nullptr) << i;
+    }
+    EXPECT_EQ(parts[3]->children, std::vector<Node>{part});
+    ASSERT_NE(parts[3]->as<FltVisualCopies>(), nullptr);
+    EXPECT_EQ(parts[3]->as<FltVisualCopies>()->places.size(), 1U);
+}
+
+TEST(FltGlobe, countsLightsAndCopiesThatHaveNoPlace)
+{
+    Node const lamp = node({}, {moved(9e6, 0, 0)}), copies = node({model()});
+    lamp->become<FltVisualLight>().kind = FltVisualLight::Kind::local;
+    copies->become<FltVisualCopies>({{moved(500000, 5000000, 0), moved(9e6, 0, 0)}});
+    FltVisual const visual = visualOf(
+        {triangle({{500000, 5000000, 0}, {500001, 5000000, 0}, {500000, 5000001, 0}}), lamp, copies});
+    FltGlobeTile const tile = FltGlobe::place(visual);
+    EXPECT_EQ(omitted(tile, "parts that have no place on the earth"), 2U);
+    EXPECT_EQ(tile.visual.root->children[2]->as<FltVisualCopies>()->places.size(), 1U);
+}
+
 TEST(FltGlobe, turnsLightsAndPlacesThem)
 {
     Node const sun = node();
@@ -300,6 +409,20 @@ TEST(FltGlobe, placesTheCentresOfLevels)
     expectNear(center, onEarth(visual, {0, 2100, 0}), 1e-3);
     EXPECT_EQ(tile.visual.root->children[0]->children.size(), 2U) << "the end of the range is kept";
     EXPECT_EQ(placed->distances, std::vector<double>{500});
+}
+
+TEST(FltGlobe, hasTheDistancesOfLevelsInMetres)
+{
+    Node const levels = node({model(), nullptr});
+    levels->become<FltVisualLevels>().distances = {500, 1000};
+    FltVisual visual = onFlatEarth({levels});
+    visual.info.unit = FltDatabaseInfo::Unit::feet;
+    visual.metresPerUnit = 0.3048;
+    FltGlobeTile const tile = FltGlobe::place(visual);
+    std::vector<double> const& distances = tile.visual.root->children[0]->as<FltVisualLevels>()->distances;
+    ASSERT_EQ(distances.size(), 2U);
+    EXPECT_NEAR(distances[0], 152.4, 1e-9);
+    EXPECT_NEAR(distances[1], 304.8, 1e-9);
 }
 
 TEST(FltGlobe, takesDegreesForWhatTheyAreButModelsInMetres)

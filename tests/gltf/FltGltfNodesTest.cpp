@@ -2,6 +2,7 @@
 
 #include "ReadGltf.h"
 #include "gltf/FltGltf.h"
+#include "support/Moved.h"
 #include "support/SmallStack.h"
 
 #include <algorithm>
@@ -31,13 +32,6 @@ Node withTriangle(std::string const& name = "")
     Node made = node(name);
     made->meshes = {mesh};
     return made;
-}
-
-SbDPMatrix moved(double x, double y, double z)
-{
-    SbDPMatrix matrix;
-    matrix.setTranslate(SbVec3d(x, y, z));
-    return matrix;
 }
 
 /// The file of parts below a root.
@@ -88,7 +82,7 @@ FltGltfOptions keepingHidden()
 #ifdef __SANITIZE_ADDRESS__
 constexpr std::size_t smallStack = std::size_t(3) << 20;
 #else
-constexpr std::size_t smallStack = std::size_t(1) << 19;
+constexpr std::size_t smallStack = std::size_t(13) << 16;
 #endif
 
 Node switchOfThree()
@@ -217,6 +211,48 @@ TEST(FltGltfNodes, AreThoseOfAllLevelsIfThatIsWanted)
     Written const adding({levels}, options);
     EXPECT_FALSE(adding.has("far"));
     EXPECT_EQ(adding.lost("levels of detail that add to each other"), 1U);
+}
+
+TEST(FltGltfNodes, OfLevelsCoverNoMoreThanTheWholeScreen)
+{
+    double const infinity = std::numeric_limits<double>::infinity();
+    FltGltfOptions options;
+    options.keepsLevels = true;
+    auto const coveragesAt = [&](std::vector<double> distances) {
+        Node const levels = node("levels");
+        levels->become<FltVisualLevels>().distances = std::move(distances);
+        levels->children = {withTriangle("near"), withTriangle("far")};
+        return Written({levels}, options).read.node("near")["extras"]["MSFT_screencoverage"];
+    };
+    // A triangle with a box of 1 by 1 has a radius of 0.7071, and covers half of a screen at 1.7321.
+    EXPECT_NEAR(coveragesAt({1.7320508})[0].get<double>(), 0.5, 1e-6);
+    EXPECT_EQ(coveragesAt({1.2})[0], 1);
+    EXPECT_EQ(coveragesAt({0.1})[0], 1);
+    EXPECT_EQ(coveragesAt({0})[0], 1);
+    EXPECT_EQ(coveragesAt({infinity})[0], 0);
+}
+
+TEST(FltGltfNodes, OfLightsShineFromTheirPlaces)
+{
+    using Kind = FltVisualLight::Kind;
+    auto const nodeOf = [](Kind kind, SbVec3f const& direction) {
+        Node const lamp = node("lamp");
+        FltVisualLight& light = lamp->become<FltVisualLight>();
+        light.kind = kind;
+        light.position = SbVec3d(1, 2, 3);
+        light.direction = direction;
+        return Written({lamp}).read.node("lamp");
+    };
+    for (Kind const kind : {Kind::infinite, Kind::local, Kind::spot}) {
+        ReadGltf::Json const lamp = nodeOf(kind, SbVec3f(0, 2, 0));
+        EXPECT_EQ(lamp.contains("translation"), kind != Kind::infinite);
+        EXPECT_EQ(lamp.contains("rotation"), kind != Kind::local);
+        SbVec3d direction;
+        ReadGltf::matrixOf(lamp).multDirMatrix(SbVec3d(0, 0, -1), direction);
+        SbVec3d const expected = kind == Kind::local ? SbVec3d(0, 0, -1) : SbVec3d(0, 1, 0);
+        EXPECT_LT((direction - expected).length(), 1e-9);
+        EXPECT_FALSE(nodeOf(kind, SbVec3f(0, 0, 0)).contains("rotation")) << "it has no direction";
+    }
 }
 
 /// The frame is a node around the one that moves, and its inverse one in it.

@@ -73,11 +73,14 @@ TEST(GltfBinary, isCompressedAsReadersUnpackIt)
                          {i, static_cast<std::uint16_t>(i + 1), static_cast<std::uint16_t>(i + 2)});
         lines.insert(lines.end(), {i, static_cast<std::uint16_t>(i + 1)});
     }
+    lines.pop_back();
     GltfBinary binary;
     binary.bytes(binary.add(Content::anything)) = "picture";
     binary.bytes(binary.add(Content::corners, 12)) = bytesOf(corners);
     binary.bytes(binary.add(Content::triangles)) = bytesOf(triangles);
     binary.bytes(binary.add(Content::indices)) = bytesOf(lines);
+    ASSERT_NE(bytesOf(lines).size() % 4, 0U) << "so that there is a gap behind them";
+    binary.bytes(binary.add(Content::corners, 12)) = bytesOf(corners);
     std::size_t const before = binary.size();
     EXPECT_TRUE(binary.compress());
     EXPECT_LT(binary.size(), before / 2);
@@ -86,6 +89,7 @@ TEST(GltfBinary, isCompressedAsReadersUnpackIt)
     EXPECT_FALSE(list[0].contains("extensions"));
     EXPECT_EQ(decoded(binary, list[1]), bytesOf(corners));
     EXPECT_EQ(decoded(binary, list[3]), bytesOf(lines));
+    EXPECT_EQ(list[4]["byteOffset"].get<std::size_t>() + bytesOf(corners).size(), binary.sizeWithout());
     // Triangles may begin with another of their corners.
     std::string const unpacked = decoded(binary, list[2]);
     ASSERT_EQ(unpacked.size(), bytesOf(triangles).size());

@@ -21,6 +21,34 @@ FltMesh twoTriangles()
     return mesh;
 }
 
+/// Triangles of which each lies far from the one before.
+FltMesh scattered(int count)
+{
+    FltMesh mesh;
+    for (int i = 0; i < count; ++i) {
+        int const at = i * 37 % 60;
+        for (int corner = 0; corner < 3; ++corner) {
+            float const height = corner == 2 ? 1 : 0;
+            mesh.positions.emplace_back(static_cast<float>(at + corner % 2), height, 0.0F);
+            mesh.indices.push_back(3 * i + corner);
+        }
+        mesh.indices.push_back(end);
+    }
+    mesh.colors = {~0U};
+    mesh.isLit = false;
+    return mesh;
+}
+
+/// How many triangles stand where they stood in the mesh.
+std::size_t placesIn(FltMesh const& mesh)
+{
+    GltfCorners const corners(mesh, {}, false);
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < corners.indices.size(); i += 3)
+        count += corners.positions[corners.indices[i]] == mesh.positions[i] ? 1 : 0;
+    return count;
+}
+
 } // namespace
 
 TEST(GltfCorners, AreThereOnce)
@@ -138,20 +166,13 @@ TEST(GltfCorners, TakeAMatrixInWithTheirNormals)
 
 TEST(GltfCorners, KeepTheOrderOfWhatIsBlended)
 {
-    FltMesh mesh;
-    for (int i = 0; i < 60; ++i) {
-        int const at = i * 37 % 60; // far from the one before
-        for (int corner = 0; corner < 3; ++corner) {
-            float const height = corner == 2 ? 1 : 0;
-            mesh.positions.emplace_back(static_cast<float>(at + corner % 2), height, 0.0F);
-            mesh.indices.push_back(3 * i + corner);
-        }
-        mesh.indices.push_back(end);
-    }
-    mesh.colors = {~0U};
-    mesh.isLit = false;
+    FltMesh mesh = scattered(60);
     mesh.isBlended = true;
-    GltfCorners const corners(mesh, {}, false);
-    for (std::size_t i = 0; i < 60; ++i)
-        EXPECT_EQ(corners.positions[corners.indices[3 * i]], mesh.positions[3 * i]);
+    EXPECT_EQ(placesIn(mesh), 60U);
+}
+
+TEST(GltfCorners, KeepTheOrderOfTrianglesTooFewToMatter)
+{
+    EXPECT_EQ(placesIn(scattered(16)), 16U);
+    EXPECT_LT(placesIn(scattered(17)), 17U);
 }

@@ -68,6 +68,10 @@ TEST(GltfTransforms, TurnOneAxisForAMirror)
 {
     EXPECT_EQ(textOf(GltfTransforms(matrixOf({-1, 0, 0}, {0, 1, 0}, {0, 0, 1}))),
               R"({"scale":[-1.0,1.0,1.0]})");
+    EXPECT_EQ(textOf(GltfTransforms(matrixOf({1, 0, 0}, {0, -1, 0}, {0, 0, 1}))),
+              R"({"scale":[1.0,-1.0,1.0]})");
+    EXPECT_EQ(textOf(GltfTransforms(matrixOf({1, 0, 0}, {0, 1, 0}, {0, 0, -1}))),
+              R"({"scale":[1.0,1.0,-1.0]})");
     SbDPMatrix const turned = matrixOf({0, 0, 2}, {0, 3, 0}, {4, 0, 0});
     GltfTransforms const transforms(turned);
     ASSERT_EQ(transforms.nodes.size(), 1U);

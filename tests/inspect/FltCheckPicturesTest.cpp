@@ -40,13 +40,20 @@ TEST(FltCheckPictures, takesPowersOfTwoOfEachSide)
 {
     for (int const side : {1, 2, 64, 4096})
         EXPECT_TRUE(findingsOf(picture(side, 8)).empty()) << side;
-    for (int const side : {3, 100, 4095})
+    for (int const side : {0, 3, 100, 4095})
         for (FltTexture const& texture : {picture(side, 8), picture(8, side)})
             EXPECT_EQ(findingsOf(texture).size(), 1U) << side;
     FltFinding const finding = findingsOf(picture(100, 64)).front();
     EXPECT_EQ(finding.kind->number, Number::unevenTexture);
     EXPECT_EQ(finding.text, "\"tree.png\" has 100 x 64 pixels");
     EXPECT_GT(finding.offset, 0);
+}
+
+TEST(FltCheckPictures, tellsNoPlaceOfATextureThatThePaletteDoesNotName)
+{
+    FltTexture texture = picture(3, 8);
+    texture.name = "bush.png";
+    EXPECT_EQ(findingsOf(texture).at(0).offset, FltFinding::nowhere);
 }
 
 TEST(FltCheckPictures, tellsWhyAPictureCantBeReadAndNothingOfOneThatIsntThere)

@@ -1,13 +1,16 @@
 #include "inspect/FltCheck.h"
 
+#include "FamilyFindings.h"
 #include "loader/FltLoader.h"
 #include "support/FaultyDatabases.h"
+#include "support/SameText.h"
 #include "writer/EveryRecord.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <set>
+#include <sstream>
 
 namespace
 {
@@ -44,6 +47,17 @@ std::set<int> numbersOf(std::vector<FltFinding> const& findings)
 }
 
 constexpr int firstOfExact = 801;
+
+/// All that is told of findings, with names of files as they are in the folder.
+std::string textOf(std::vector<FltFinding> const& findings, ScratchFolder const& folder)
+{
+    std::ostringstream os;
+    for (FltFinding const& finding : findings)
+        os << finding.kind->code() << ' ' << finding.file << " at " << finding.offset << ", opcode "
+           << finding.opcode << ", node \"" << finding.node << "\", " << finding.count
+           << " times: " << finding.text << '\n';
+    return withoutFolder(os.str(), folder);
+}
 
 class FltCheckOfFault : public testing::TestWithParam<int>
 {
@@ -102,6 +116,17 @@ TEST_P(FltCheckOfTwin, findsNothing)
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, FltCheckOfTwin, testing::ValuesIn(faultsWithTwins()), nameOf);
+
+/// The file has place, record, node, text and count of each, as people read them in a report.
+TEST(FltCheck, tellsOfEachFaultWhereItIsAndWhatItIs)
+{
+    std::string text;
+    for (FaultyDatabase const& database : faultyDatabases()) {
+        ScratchFolder const folder;
+        text += textOf(findingsIn(database.write(folder), database.number >= firstOfExact), folder);
+    }
+    expectSameText(text, contentsOf(VELLOREADER_GOLDEN "findings.txt"));
+}
 
 TEST(FltCheck, hasAFaultyDatabaseForEachKindThatADatabaseCanProvoke)
 {
@@ -226,6 +251,9 @@ TEST(FltCheck, tellsWhatAConversionLeavesOut)
     ASSERT_EQ(check.findings().size(), 1U);
     EXPECT_EQ(check.findings()[0].kind->number, 901);
     EXPECT_EQ(check.findings()[0].text, "sounds");
+    EXPECT_EQ(check.findings()[0].offset, FltFinding::nowhere);
+    EXPECT_EQ(check.findings()[0].opcode, 0);
+    EXPECT_EQ(check.findings()[0].node, "");
     EXPECT_EQ(check.findings()[0].count, 3U);
 }
 

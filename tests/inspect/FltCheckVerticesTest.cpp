@@ -59,6 +59,13 @@ TEST(FltCheckVertices, takesBothEndsOfAMorphAndLightPointsAsUses)
     EXPECT_TRUE(findingsIn(palette.flt.pop()).empty());
 }
 
+TEST(FltCheckVertices, takesAListThatStandsAloneForAUse)
+{
+    Palette palette;
+    palette.flt.add("VertexList", {{"offsets", palette.offsets}});
+    EXPECT_TRUE(findingsIn(palette.flt.pop()).empty());
+}
+
 /// An offset that hits nothing may have meant one of them, and an extension may use the others.
 TEST(FltCheckVertices, saysNothingOfUsesThatItCantKnow)
 {
@@ -90,4 +97,33 @@ TEST(FltCheckVertices, comparesTheLengthOfThePaletteWithItsBytes)
     ASSERT_EQ(findings.size(), 1U);
     EXPECT_EQ(findings[0].kind->number, Number::wrongPaletteLength);
     EXPECT_EQ(findings[0].text, "100 bytes instead of 48");
+}
+
+TEST(FltCheckVertices, countsTheVerticesOfEachFormInTheLengthOfThePalette)
+{
+    for (char const* const form :
+         {"VertexColor", "VertexColorNormal", "VertexColorNormalUv", "VertexColorUv"}) {
+        FltWriter flt;
+        flt.vertexPalette();
+        std::vector<double> const corners = {static_cast<double>(flt.vertex(form, 0, 0, 0)),
+                                             static_cast<double>(flt.vertex(form, 1, 0, 0))};
+        flt.endVertexPalette().push().face(corners).pop();
+        EXPECT_TRUE(findingsIn(flt).empty()) << form;
+    }
+}
+
+TEST(FltCheckVertices, comparesNoLengthOfSeveralPalettesOrOfADamagedFile)
+{
+    auto const with = [](int palettes, bool isDamaged) {
+        FltWriter flt;
+        for (int i = 0; i < palettes; ++i)
+            flt.vertexPalette(100);
+        flt.push().pop();
+        if (isDamaged)
+            flt.addBytes("ab");
+        return findingsIn(flt).size();
+    };
+    EXPECT_EQ(with(1, false), 1U);
+    EXPECT_EQ(with(2, false), 0U);
+    EXPECT_EQ(with(1, true), 0U);
 }

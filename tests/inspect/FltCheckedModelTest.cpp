@@ -44,3 +44,17 @@ TEST(FltCheckedModel, isSilentAndNotWholeWhereTheFileIsDamaged)
     EXPECT_FALSE(checked.isWhole());
     EXPECT_EQ(errors.str(), "");
 }
+
+/// What follows damage is shown, so it is judged as well.
+TEST(FltCheckedModel, readsWhatFollowsDamageAsTheCompleteConversionDoes)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    flt.push().addRaw(2).claimLength(0);
+    for (int i = 0; i < 20; ++i)
+        flt.add("Group").push().add("Object").pop();
+    flt.pop().save(folder / "database.flt");
+    FltInventory const inventory(folder / "database.flt");
+    EXPECT_EQ(inventory.nodes.size(), 1U);
+    EXPECT_GT(FltCheckedModel(inventory).model.tree.getCount(), 20);
+}

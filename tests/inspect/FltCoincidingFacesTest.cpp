@@ -1,84 +1,118 @@
 #include "inspect/FltCoincidingFaces.h"
 
 #include <gtest/gtest.h>
-#include <optional>
+#include <initializer_list>
+#include <utility>
 
 namespace
 {
 
-/// The corners of a square, twice.
-struct Squares {
-    Squares()
-    {
-        for (int copy = 0; copy < 2; ++copy)
-            for (auto const& [x, y] : {std::pair{0, 0}, {1, 0}, {1, 1}, {0, 1}}) {
-                FltVertex vertex;
-                vertex.position[0] = x;
-                vertex.position[1] = copy == 0 ? y : y - 0.0;
-                vertex.position[2] = copy == 0 ? 0.0 : -0.0;
-                vertices.add(vertex);
-            }
-    }
+using Face = FltCoincidingFaces::Face;
+using Layer = FltCoincidingFaces::Layer;
 
-    bool add(std::vector<std::uint32_t> const& corners, bool isTwoSided = false,
-             FltCoincidingFaces::Layer const& layer = {})
-    {
-        return faces.add(layer, ++offset, corners, isTwoSided).has_value();
-    }
+/// The corners of a square, and further ones in the same places with other zeros.
+std::vector<SbVec3d> const corners = {{0, 0, 0},   {1, 0, 0},   {1, 1, 0},   {0, 1, 0},
+                                      {0, 0, -0.}, {1, -0., 0}, {1, 1, -0.}, {-0., 1, 0}};
 
-    FltVertexStore vertices;
-    FltCoincidingFaces faces{vertices};
-    std::uint64_t offset = 0;
-};
+Face faceOf(std::initializer_list<std::size_t> numbers, bool isTwoSided = false, Layer const& layer = {})
+{
+    Face face{layer, {}, isTwoSided};
+    for (std::size_t const number : numbers)
+        face.corners.push_back(corners[number]);
+    return face;
+}
+
+/// The places of a later face and the earlier one that it meets, for each pair.
+std::vector<std::pair<int, int>> pairsOf(std::vector<Face> const& faces)
+{
+    FltCoincidingFaces coinciding(faces.size());
+    FltModelTree::Number record = 0;
+    for (Face const& face : faces)
+        coinciding.add(face, {++record, 0});
+    std::vector<std::pair<int, int>> places;
+    for (FltCoincidingFaces::Pair const& pair : coinciding.takePairs()) {
+        auto const at = [](FltCoincidingFaces::Place const& place) {
+            return static_cast<std::size_t>(place.record) - 1;
+        };
+        EXPECT_TRUE(FltCoincidingFaces::areSame(faces[at(pair.earlier)], faces[at(pair.later)]));
+        places.emplace_back(pair.later.record, pair.earlier.record);
+    }
+    EXPECT_TRUE(coinciding.takePairs().empty());
+    return places;
+}
+
+using Pairs = std::vector<std::pair<int, int>>;
 
 } // namespace
 
 TEST(FltCoincidingFaces, findsAFaceOfOtherVerticesWhereverItBegins)
 {
-    for (std::vector<std::uint32_t> const& second :
-         {std::vector<std::uint32_t>{0, 1, 2, 3}, {4, 5, 6, 7}, {6, 7, 4, 5}, {3, 4, 5, 2}}) {
-        Squares squares;
-        EXPECT_FALSE(squares.add({0, 1, 2, 3}));
-        EXPECT_TRUE(squares.add(second));
-    }
+    for (Face const& second :
+         {faceOf({0, 1, 2, 3}), faceOf({4, 5, 6, 7}), faceOf({6, 7, 4, 5}), faceOf({3, 4, 5, 2})})
+        EXPECT_EQ(pairsOf({faceOf({0, 1, 2, 3}), second}), (Pairs{{2, 1}}));
 }
 
 TEST(FltCoincidingFaces, tellsTheFirstFaceOfThePlace)
 {
-    Squares squares;
-    EXPECT_EQ(squares.faces.add({}, 100, {0, 1, 2, 3}, false), std::nullopt);
-    EXPECT_EQ(squares.faces.add({}, 200, {0, 1, 2}, false), std::nullopt);
-    EXPECT_EQ(squares.faces.add({}, 300, {5, 6, 7, 4}, false), std::optional<std::uint64_t>(100));
-    EXPECT_EQ(squares.faces.add({}, 400, {1, 2, 3, 0}, false), std::optional<std::uint64_t>(100));
+    EXPECT_EQ(pairsOf({faceOf({0, 1, 2, 3}), faceOf({0, 1, 2}), faceOf({5, 6, 7, 4}), faceOf({1, 2, 3, 0})}),
+              (Pairs{{3, 1}, {4, 1}}));
+}
+
+TEST(FltCoincidingFaces, tellsCornersApartThatHardlyDiffer)
+{
+    for (std::size_t corner = 0; corner < 4; ++corner)
+        for (int axis = 0; axis < 3; ++axis) {
+            Face near = faceOf({0, 1, 2, 3});
+            near.corners[corner][axis] += near.corners[corner][axis] == 0 ? 1e-300 : 1e-15;
+            EXPECT_EQ(pairsOf({faceOf({0, 1, 2, 3}), near}), Pairs{}) << corner << ' ' << axis;
+            EXPECT_FALSE(FltCoincidingFaces::areSame(faceOf({0, 1, 2, 3}), near)) << corner << ' ' << axis;
+        }
+}
+
+TEST(FltCoincidingFaces, tellsFacesOfOneRecordApart)
+{
+    FltCoincidingFaces coinciding(3);
+    coinciding.add(faceOf({0, 1, 2}), {7, 0});
+    coinciding.add(faceOf({1, 2, 3}), {7, 1});
+    coinciding.add(faceOf({2, 0, 1}), {7, 5});
+    std::vector<FltCoincidingFaces::Pair> const pairs = coinciding.takePairs();
+    ASSERT_EQ(pairs.size(), 1U);
+    EXPECT_EQ(pairs[0].later.number, 5U);
+    EXPECT_EQ(pairs[0].earlier.number, 0U);
 }
 
 TEST(FltCoincidingFaces, leavesFacesBackToBackAlone)
 {
-    Squares squares;
-    EXPECT_FALSE(squares.add({0, 1, 2, 3}));
-    EXPECT_FALSE(squares.add({3, 2, 1, 0}));
-    EXPECT_TRUE(squares.add({7, 6, 5, 4}));
-    EXPECT_TRUE(squares.add({0, 1, 2, 3}));
+    EXPECT_EQ(
+        pairsOf({faceOf({0, 1, 2, 3}), faceOf({3, 2, 1, 0}), faceOf({7, 6, 5, 4}), faceOf({0, 1, 2, 3})}),
+        (Pairs{{3, 2}, {4, 1}}));
+    EXPECT_FALSE(FltCoincidingFaces::areSame(faceOf({0, 1, 2, 3}), faceOf({3, 2, 1, 0})));
 }
 
 TEST(FltCoincidingFaces, findsAFaceOfTwoSidesFromBoth)
 {
-    Squares back;
-    EXPECT_FALSE(back.add({0, 1, 2, 3}, true));
-    EXPECT_TRUE(back.add({3, 2, 1, 0}));
-    Squares front;
-    EXPECT_FALSE(front.add({3, 2, 1, 0}));
-    EXPECT_TRUE(front.add({0, 1, 2, 3}, true));
+    EXPECT_EQ(pairsOf({faceOf({0, 1, 2, 3}, true), faceOf({3, 2, 1, 0})}), (Pairs{{2, 1}}));
+    EXPECT_EQ(pairsOf({faceOf({3, 2, 1, 0}), faceOf({0, 1, 2, 3}, true)}), (Pairs{{2, 1}}));
+    for (Face const& triangle : {faceOf({2, 1, 0}), faceOf({1, 0, 2}), faceOf({0, 2, 1})})
+        EXPECT_EQ(pairsOf({faceOf({0, 1, 2}, true), triangle}), (Pairs{{2, 1}}));
+}
+
+TEST(FltCoincidingFaces, tellsOfTheFrontOfAFaceBeforeItsBack)
+{
+    EXPECT_EQ(pairsOf({faceOf({3, 2, 1, 0}), faceOf({0, 1, 2, 3}), faceOf({0, 1, 2, 3}, true)}),
+              (Pairs{{3, 2}, {3, 1}}));
 }
 
 TEST(FltCoincidingFaces, tellsNothingOfOtherLayersAndOtherCorners)
 {
-    Squares squares;
-    EXPECT_FALSE(squares.add({0, 1, 2, 3}, false, {1, 0, 0}));
-    EXPECT_FALSE(squares.add({0, 1, 2, 3}, false, {2, 0, 0}));
-    EXPECT_FALSE(squares.add({0, 1, 2, 3}, false, {1, 1, 0}));
-    EXPECT_FALSE(squares.add({0, 1, 2, 3}, false, {1, 0, 1}));
-    EXPECT_FALSE(squares.add({0, 1, 2}, false, {1, 0, 0}));
-    EXPECT_FALSE(squares.add({0, 2, 1, 3}, false, {1, 0, 0}));
-    EXPECT_TRUE(squares.add({0, 1, 2, 3}, false, {1, 0, 1}));
+    Face const first = faceOf({0, 1, 2, 3}, false, {1, 0, 0});
+    std::vector<Face> const others = {
+        faceOf({0, 1, 2, 3}, false, {2, 0, 0}), faceOf({0, 1, 2, 3}, false, {1, 1, 0}),
+        faceOf({0, 1, 2, 3}, false, {1, 0, 1}), faceOf({0, 1, 2}, false, {1, 0, 0}),
+        faceOf({0, 2, 1, 3}, false, {1, 0, 0})};
+    for (Face const& other : others) {
+        EXPECT_EQ(pairsOf({first, other}), Pairs{});
+        EXPECT_FALSE(FltCoincidingFaces::areSame(first, other));
+    }
+    EXPECT_TRUE(FltCoincidingFaces::areSame(others[2], faceOf({0, 1, 2, 3}, false, {1, 0, 1})));
 }

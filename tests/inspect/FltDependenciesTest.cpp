@@ -1,11 +1,14 @@
 #include "inspect/FltDependencies.h"
 
+#include "messages/FltLimits.h"
 #include "support/DeepChain.h"
 #include "support/ScratchFolder.h"
 #include "writer/FltWriter.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace
 {
@@ -123,7 +126,19 @@ TEST_F(FltDependenciesTest, tellsWhereTheLevelsOfAChainOfFilesBecomeTooMany)
     FltDependencies const dependencies(FltInventory(chain.first()), [](auto const&...) { return ""; });
     ASSERT_EQ(dependencies.deepLevels().size(), 1U);
     EXPECT_EQ(dependencies.deepLevels()[0].database, chain.folder / DeepChain::nameOf(5));
-    EXPECT_GT(dependencies.deepLevels()[0].offset, 0U);
+    std::uint32_t above = 0;
+    for (int file = 0; file < 5; ++file) {
+        FltInventory const inventory(chain.folder / DeepChain::nameOf(file));
+        above += inventory.nodes[inventory.references.at(0).node].depth;
+    }
+    FltInventory const last(chain.folder / DeepChain::nameOf(5));
+    auto const firstTooDeep =
+        std::find_if(last.nodes.begin(), last.nodes.end(), [above](FltInventory::Node const& node) {
+            return above + node.depth == static_cast<std::uint32_t>(FltLimits::hierarchyDepth);
+        });
+    ASSERT_NE(firstTooDeep, last.nodes.end());
+    EXPECT_EQ(dependencies.deepLevels()[0].offset, firstTooDeep->offset);
+    EXPECT_EQ(dependencies.deepLevels()[0].opcode, firstTooDeep->opcode);
     EXPECT_EQ(dependencies.references().size(), 6U) << "what stands below isn't followed";
     EXPECT_EQ(dependencies.references().back().state, State::tooDeep);
 }
@@ -141,6 +156,102 @@ TEST_F(FltDependenciesTest, tellsOfLevelsBelowASecondReferenceToAFile)
     ASSERT_EQ(dependencies.deepLevels().size(), 1U);
     EXPECT_EQ(dependencies.deepLevels()[0].database, chain.folder / "main.flt");
     EXPECT_EQ(dependencies.deepLevels()[0].offset, dependencies.references().back().offset);
+}
+
+TEST_F(FltDependenciesTest, countsTheLevelOfTheReferenceItself)
+{
+    save("main.flt", {"deep.flt"});
+    for (int const levels : {FltLimits::hierarchyDepth - 2, FltLimits::hierarchyDepth - 1}) {
+        FltWriter flt;
+        for (int i = 0; i < levels; ++i)
+            flt.push().add("Group");
+        for (int i = 0; i < levels; ++i)
+            flt.pop();
+        flt.save(folder.path("deep.flt"));
+        EXPECT_EQ(of("deep.flt").deepLevels().size(), 0U) << levels;
+        EXPECT_EQ(of("main.flt").deepLevels().size(), levels == FltLimits::hierarchyDepth - 1 ? 1U : 0U)
+            << levels;
+    }
+}
+
+TEST_F(FltDependenciesTest, followsNoReferenceToWhereEveryLevelIsTooDeep)
+{
+    auto const saveDeep = [this](std::string const& name, int depth, std::string const& reference) {
+        FltWriter flt;
+        for (int i = 0; i < depth - 1; ++i)
+            flt.push().add("Group");
+        flt.push().add("ExternalReference", {{"asciiPath", reference}});
+        for (int i = 0; i < depth; ++i)
+            flt.pop();
+        flt.save(folder.path(name));
+    };
+    constexpr int half = FltLimits::hierarchyDepth / 2;
+    save("last.flt", {});
+    for (int const depth : {half - 1, half}) {
+        saveDeep("main.flt", half, "next.flt");
+        saveDeep("next.flt", depth, "last.flt");
+        EXPECT_EQ(statesOf("main.flt"),
+                  (std::vector{State::found, depth < half ? State::found : State::tooDeep}));
+    }
+}
+
+TEST_F(FltDependenciesTest, countsNoLevelForAFileWithoutNodes)
+{
+    FltWriter().save(folder.path("empty.flt"));
+    FltWriter flt;
+    flt.push().add("ExternalReference", {{"asciiPath", "empty.flt"}});
+    for (int i = 0; i < FltLimits::hierarchyDepth - 2; ++i)
+        flt.add("Group").push();
+    flt.add("ExternalReference", {{"asciiPath", "empty.flt"}}).save(folder.path("main.flt"));
+    FltDependencies const dependencies = of("main.flt");
+    EXPECT_EQ(dependencies.references().size(), 2U);
+    EXPECT_EQ(dependencies.deepLevels().size(), 0U);
+}
+
+TEST_F(FltDependenciesTest, countsTheLevelsOfAllFilesBelowASecondReference)
+{
+    DeepChain const chain(2, 300);
+    for (auto const& [levels, isTooDeep] : {std::pair{500, false}, {700, true}}) {
+        FltWriter flt;
+        flt.push().add("ExternalReference", {{"asciiPath", DeepChain::nameOf(0)}});
+        for (int i = 0; i < levels; ++i)
+            flt.add("Group").push();
+        flt.add("ExternalReference", {{"asciiPath", DeepChain::nameOf(0)}})
+            .save(chain.folder.path("main.flt"));
+        FltDependencies const dependencies(FltInventory(chain.folder / "main.flt"),
+                                           [](auto const&...) { return ""; });
+        EXPECT_EQ(dependencies.deepLevels().size(), isTooDeep ? 1U : 0U) << levels;
+    }
+}
+
+/// Neither a file that isn't there nor one that leads back adds a level to the one that names it.
+TEST_F(FltDependenciesTest, countsNoLevelForAFileThatIsMissingOrLeadsBack)
+{
+    int const most = FltLimits::hierarchyDepth;
+    for (auto const& [levels, below] : {std::pair{most - 2, "missing.flt"},
+                                        {most - 1, "missing.flt"},
+                                        {most - 2, "small.flt"},
+                                        {most - 1, "small.flt"}}) {
+        save("small.flt", {below});
+        FltWriter flt;
+        flt.push().add("ExternalReference", {{"asciiPath", "small.flt"}});
+        for (int i = 0; i < levels - 1; ++i)
+            flt.add("Group").push();
+        flt.add("ExternalReference", {{"asciiPath", "small.flt"}}).save(folder.path("main.flt"));
+        FltDependencies const dependencies = of("main.flt");
+        FltInventory const main(folder / "main.flt");
+        std::uint32_t const depth = main.nodes[main.references.back().node].depth;
+        bool const isTooDeep = depth + 1 >= static_cast<std::uint32_t>(most);
+        EXPECT_EQ(dependencies.deepLevels().size(), isTooDeep ? 1U : 0U) << depth;
+    }
+}
+
+TEST_F(FltDependenciesTest, findsAttributesInTheFolderOfTheDatabaseWhereverThePictureIs)
+{
+    save("main.flt", {}, "pictures/tree.rgb");
+    static_cast<void>(folder.write("pictures/tree.rgb", "pixels"));
+    static_cast<void>(folder.write("tree.rgb.attr", "short"));
+    EXPECT_EQ(of("main.flt").textures().at(0).attributes.path, folder / "tree.rgb.attr");
 }
 
 TEST_F(FltDependenciesTest, tellsTheNamesInRecordsByteForByte)

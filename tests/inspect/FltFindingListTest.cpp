@@ -77,4 +77,6 @@ TEST_F(FltFindingListTest, countsAKindThatIsFullOnceForEachNode)
     add(Number::noArea, 100, 1);
     add(Number::noArea, 200, 1);
     EXPECT_EQ(list.leftOut().at(Number::noArea), 1U);
+    for (FltFinding const& finding : list.sorted())
+        EXPECT_EQ(finding.count, 1U);
 }

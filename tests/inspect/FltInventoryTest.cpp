@@ -2,11 +2,14 @@
 
 #include "messages/FltLimits.h"
 #include "records/FltOpcode.h"
+#include "support/InventoryText.h"
+#include "support/SameText.h"
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
 #include "writer/EveryRecord.h"
 #include "writer/FltWriter.h"
 
+#include <array>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <iostream>
@@ -109,6 +112,40 @@ TEST_F(FltInventoryTest, findsTheVerticesOfFacesAndTheirPlaces)
     EXPECT_EQ(inventory.triangles(), 3U);
 }
 
+/// Lists that grow step by step take twice the memory while they do.
+TEST_F(FltInventoryTest, makesRoomForItsListsAtOnceAndNoMoreThanTheyFill)
+{
+    for (int const revision : {13, 1570}) {
+        FltWriter flt(revision);
+        flt.vertexPalette();
+        std::vector<double> corners;
+        for (int i = 0; i < 40; ++i)
+            corners.push_back(flt.vertex("VertexColor", i, i * i, 0));
+        flt.push();
+        for (int i = 0; i < 5; ++i)
+            flt.add("Group").push().add("Object").push().face(corners).face(corners).pop().pop();
+        FltInventory const inventory = of(flt.pop());
+        ASSERT_EQ(inventory.faceVertices.size(), 400U);
+        EXPECT_EQ(inventory.faceVertices.capacity(), inventory.faceVertices.size());
+        EXPECT_EQ(inventory.vertices.capacity(), 40U);
+        EXPECT_EQ(inventory.faces.capacity(), 10U);
+        EXPECT_EQ(inventory.nodes.capacity(), inventory.nodes.size());
+    }
+}
+
+TEST_F(FltInventoryTest, makesRoomForOldVerticesAtOnce)
+{
+    FltWriter flt(11);
+    flt.push().add("Face").push();
+    for (int i = 0; i < 7; ++i)
+        for (char const* const form : {"OldVertex", "OldVertexColor", "OldVertexColorNormal"})
+            flt.add(form);
+    FltInventory const inventory = of(flt.pop().pop());
+    ASSERT_EQ(inventory.vertices.size(), 21U);
+    EXPECT_EQ(inventory.vertices.capacity(), 21U);
+    EXPECT_EQ(inventory.faceVertices.capacity(), 21U);
+}
+
 TEST_F(FltInventoryTest, keepsOffsetsThatHitNoVertex)
 {
     FltInventory const inventory = of(twoObjects());
@@ -180,6 +217,28 @@ TEST_F(FltInventoryTest, countsWhatUsesATexture)
     EXPECT_EQ(inventory.textures.at(3).uses, 0U);
 }
 
+TEST_F(FltInventoryTest, countsFurtherLayersThatUseATexture)
+{
+    FltWriter flt;
+    flt.add("TexturePattern", {{"fileName", "a.rgb"}, {"patternIndex", 2}});
+    std::string layers = FltWriter::big32(static_cast<int>(0xc0000000)); // the first and the second
+    for (int const texture : {2, 9})
+        layers += FltWriter::big16(texture) + FltWriter::big16(0) + FltWriter::big16(0) + FltWriter::big16(0);
+    flt.push().add("Face").addRaw(52, layers).add("Face").addRaw(52, layers.substr(0, 10)).pop();
+    FltInventory const inventory = of(flt);
+    EXPECT_EQ(inventory.textures.size(), 1U);
+    EXPECT_EQ(inventory.textures.at(2).uses, 1U) << "the second record ends within its first layer";
+}
+
+TEST_F(FltInventoryTest, countsTheLastLayerThatUsesATexture)
+{
+    FltWriter flt;
+    flt.add("TexturePattern", {{"fileName", "a.rgb"}, {"patternIndex", 2}});
+    flt.push().add("Face").addRaw(52, FltWriter::big32(1 << 25) + FltWriter::big16(2) + FltWriter::big16(0) +
+                                          FltWriter::big16(0) + FltWriter::big16(0));
+    EXPECT_EQ(of(flt.pop()).textures.at(2).uses, 1U);
+}
+
 TEST_F(FltInventoryTest, tellsWhichChildrenTheMasksOfASwitchShow)
 {
     FltWriter flt;
@@ -187,7 +246,7 @@ TEST_F(FltInventoryTest, tellsWhichChildrenTheMasksOfASwitchShow)
                               {"indexOfCurrentMask", 1},
                               {"numberOfMasks", 2},
                               {"numberOf32BitWordsPerMask", 2},
-                              {"masks", {1, 2, 4, 0}}});
+                              {"masks", {1, 2, 7, 0}}});
     FltInventory const inventory = of(flt.pop());
     FltInventory::Switch const& one = inventory.switches.at(0);
     EXPECT_TRUE(one.shows(0, 0));
@@ -196,6 +255,7 @@ TEST_F(FltInventoryTest, tellsWhichChildrenTheMasksOfASwitchShow)
     EXPECT_FALSE(one.shows(1, 33));
     EXPECT_FALSE(one.shows(2, 0));
     EXPECT_FALSE(one.shows(0, 64));
+    EXPECT_FALSE(one.shows(0, 66)) << "the next mask would";
     EXPECT_FALSE(one.shows(-1, 0));
 }
 
@@ -476,6 +536,71 @@ TEST_F(FltInventoryTest, addsUpThePoolsOfAMesh)
     EXPECT_EQ(inventory.meshes.at(0).wholeVertices, 3U);
 }
 
+/// Two primitives are whole, with indices of one byte and of two. One names what the pool doesn't have, one
+/// holds less than it says, and one makes no triangle.
+TEST_F(FltInventoryTest, countsTheTrianglesOfAMeshAndWhatItsPrimitivesLack)
+{
+    auto const primitiveOf = [](int type, int size, int count, std::vector<int> const& indices) {
+        std::string body = FltWriter::big16(type) + FltWriter::big16(size) + FltWriter::big32(count);
+        for (int const index : indices)
+            body += size == 1   ? std::string(1, static_cast<char>(index))
+                    : size == 2 ? FltWriter::big16(index)
+                                : FltWriter::big32(index);
+        return body;
+    };
+    FltWriter flt = meshOf(0x80000000, 2);
+    flt.addRaw(FltOpcode::localVertexPool,
+               FltWriter::big32(2) + FltWriter::big32(0x80000000L) + std::string(48, '\0'));
+    flt.push();
+    for (std::string const& body :
+         {primitiveOf(1, 1, 3, {0, 1, 2}), primitiveOf(2, 2, 4, {0, 1, 2, 3}),
+          primitiveOf(3, 4, 4, {5, 4, 3, 0}), primitiveOf(4, 1, 6, {0, 1, 2}), primitiveOf(1, 1, 2, {0, 1})})
+        flt.addRaw(FltOpcode::meshPrimitive, body);
+    FltInventory const inventory = of(flt.pop().pop());
+    ASSERT_EQ(inventory.meshes.size(), 1U);
+    EXPECT_TRUE(inventory.meshes[0].hasPool);
+    std::vector<std::array<std::uint32_t, 3>> primitives;
+    for (FltInventory::Primitive const& one : inventory.meshes[0].primitives)
+        primitives.push_back({static_cast<std::uint32_t>(one.type), one.indexCount, one.badIndices});
+    EXPECT_EQ(primitives, (std::vector<std::array<std::uint32_t, 3>>{
+                              {1, 3, 0}, {2, 4, 0}, {3, 4, 2}, {4, 3, 3}, {1, 2, 0}}));
+    EXPECT_EQ(inventory.triangles(), 1U + 2U + 2U + 1U);
+    EXPECT_EQ(inventory.nodes[0].faces, 1U);
+    flt = FltWriter();
+    flt.push().addRaw(FltOpcode::mesh, std::string(80, '\0')).push();
+    flt.addRaw(FltOpcode::meshPrimitive, primitiveOf(1, 1, 3, {0, 0, 0})).pop().pop();
+    EXPECT_EQ(of(flt).meshes.at(0).primitives.at(0).badIndices, 3U) << "without a pool";
+}
+
+TEST_F(FltInventoryTest, worksOutTheDeterminantOfTheLinearPartOfAMatrix)
+{
+    FltWriter flt;
+    flt.push().add("Group").add("Matrix",
+                                {{"matrix", {2, 3, 5, 91, 7, 11, 13, 92, 17, 19, 29, 93, 94, 95, 96, 97}}});
+    FltInventory const inventory = of(flt.pop());
+    ASSERT_EQ(inventory.matrices.size(), 1U);
+    EXPECT_EQ(inventory.matrices[0].determinant,
+              2 * (11 * 29 - 13 * 19) - 3 * (7 * 29 - 13 * 17) + 5 * (7 * 19 - 11 * 17));
+}
+
+TEST_F(FltInventoryTest, tellsTheLower32NamesOfALongWay)
+{
+    FltWriter flt;
+    for (int i = 1; i <= 33; ++i)
+        flt.push().add("Group", {{"idASCII", "g" + std::to_string(i)}});
+    for (int i = 0; i < 33; ++i)
+        flt.pop();
+    FltInventory const inventory = of(flt);
+    std::string names;
+    for (int i = 2; i <= 33; ++i)
+        names += "/g" + std::to_string(i);
+    EXPECT_EQ(inventory.pathOf(33), "..." + names);
+    std::string const whole = inventory.pathOf(32);
+    EXPECT_EQ(whole.substr(0, 6), "g1/g2/");
+    EXPECT_EQ(inventory.pathOf(0), "");
+    EXPECT_EQ(inventory.pathOf(FltInventory::none), "");
+}
+
 /// They were listed, although every conversion leaves them out.
 TEST_F(FltInventoryTest, listsWhatIsNestedTooDeeplyApart)
 {
@@ -533,6 +658,15 @@ TEST_F(FltInventoryTest, readsEveryRecordOfEveryRevisionAndPrintsNothing)
         EXPECT_EQ(inventory.nodes[0].end, inventory.bytes());
     }
     EXPECT_EQ(output.str() + errors.str(), "");
+}
+
+/// Each field holds another value, which tells where it was read.
+TEST_F(FltInventoryTest, listsAllOfADatabaseOfEveryRecord)
+{
+    for (int const revision : {13, 1580})
+        expectSameText(
+            inventoryText(of(everyRecordInBrief(revision))),
+            contentsOf(VELLOREADER_GOLDEN "every_record_" + std::to_string(revision) + ".inventory"));
 }
 
 TEST_F(FltInventoryTest, survivesEveryTruncationAndEachByteChanged)

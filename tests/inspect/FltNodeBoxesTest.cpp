@@ -11,10 +11,12 @@ namespace
 
 /// A group that is moved, with an object in it.
 struct MovedGroup {
-    explicit MovedGroup(std::string_view below = "Object")
+    explicit MovedGroup(std::string_view below = "Object", std::string_view movedBy = "Translate")
     {
         FltWriter flt;
-        flt.push().add("Group").add("Translate", {{"deltaX", 10}}).push().add(below).pop().pop();
+        flt.push().add("Group").add(movedBy, movedBy == "Translate" ? FltWriter::Fields{{"deltaX", 10}}
+                                                                    : FltWriter::Fields{});
+        flt.push().add(below).pop().pop();
         flt.save(folder / "database.flt");
         inventory.emplace(folder / "database.flt");
         checked.emplace(*inventory);
@@ -63,6 +65,10 @@ TEST(FltNodeBoxes, knowsWhatHoldsFacesAlone)
     FltNodeBoxes faces(*moved.checked);
     faces.join();
     EXPECT_TRUE(faces.isPlain(header) && faces.isPlain(group));
+    MovedGroup const copied("Object", "Replicate");
+    FltNodeBoxes copies(*copied.checked);
+    EXPECT_FALSE(copies.isPlain(group));
+    EXPECT_TRUE(copies.isPlain(object));
     MovedGroup const joint("DOF");
     FltNodeBoxes others(*joint.checked);
     others.join();

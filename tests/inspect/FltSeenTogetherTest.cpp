@@ -40,18 +40,35 @@ TEST(FltSeenTogether, takesObjectsOfAGroupAsSeenTogether)
     EXPECT_TRUE(areTogether("Group", {{"relativePriority", 3}}));
 }
 
+TEST(FltSeenTogether, partsGroupsOfOtherPriorities)
+{
+    for (int const priority : {-1, 0, 1, 3}) {
+        ScratchFolder const folder;
+        FltWriter flt;
+        flt.push().add("Group").push();
+        for (int i = 0; i < 2; ++i)
+            flt.add("Group", {{"relativePriority", priority}});
+        flt.pop().pop().save(folder / "database.flt");
+        FltInventory const inventory(folder / "database.flt");
+        FltCheckedModel const checked(inventory);
+        FltSeenTogether const seen(checked);
+        EXPECT_EQ(seen.scopeOf(2) == seen.scopeOf(3), priority == 0) << priority;
+    }
+}
+
 TEST(FltSeenTogether, partsTheChildrenOfSwitchesAndFlipBooks)
 {
     EXPECT_FALSE(areTogether("Switch", {}));
-    for (unsigned const bit : {30U, 29U, 25U})
-        EXPECT_FALSE(areTogether("Group", {{"flags", 1U << bit}})) << bit;
+    for (unsigned bit = 0; bit < 32; ++bit)
+        EXPECT_EQ(areTogether("Group", {{"flags", 1U << bit}}), bit != 30 && bit != 29 && bit != 25) << bit;
 }
 
 TEST(FltSeenTogether, partsObjectsOfOtherTimesPrioritiesAndPlaces)
 {
-    for (unsigned const bit : {31U, 30U, 29U, 26U})
-        EXPECT_FALSE(areTogether("Group", {}, {{"flags", 1U << bit}})) << bit;
-    EXPECT_TRUE(areTogether("Group", {}, {{"flags", 1U << 28}}));
+    for (unsigned bit = 0; bit < 32; ++bit)
+        EXPECT_EQ(areTogether("Group", {}, {{"flags", 1U << bit}}),
+                  bit != 31 && bit != 30 && bit != 29 && bit != 26)
+            << bit;
     EXPECT_FALSE(areTogether("Group", {}, {{"relativePriority", 1}}));
     EXPECT_FALSE(areTogether("Group", {}, {}, true));
 }

@@ -628,6 +628,24 @@ TEST_F(FltLoaderTest, TellsItsProgressFileByFile)
     EXPECT_LT(calls, 1000);
 }
 
+/// The exact conversion reads a file first, and makes nodes of it then.
+TEST_F(FltLoaderTest, TellsItsProgressInBothHalvesOfAnExactConversion)
+{
+    std::string const path = save(manyGroups(20'000));
+    std::uint64_t const all = std::filesystem::file_size(path);
+    int inFirst = 0;
+    int inSecond = 0;
+    loader.exact = true;
+    loader.progress = [&](std::string const&, std::uint64_t bytesDone, std::uint64_t) {
+        inFirst += bytesDone < all / 2 ? 1 : 0;
+        inSecond += bytesDone > all / 2 && bytesDone < all ? 1 : 0;
+        return true;
+    };
+    static_cast<void>(loader.load(path));
+    EXPECT_GT(inFirst, 10);
+    EXPECT_GT(inSecond, 10);
+}
+
 TEST_F(FltLoaderTest, CanBeCancelledAnywhereAndLeavesNothing)
 {
     folder.write("tree.rgb", SmallPictures::plainSgi(4));

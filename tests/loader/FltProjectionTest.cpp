@@ -141,6 +141,130 @@ TEST(FltProjectionTest, TakesAnEllipsoidOfTheHeadersOwnAxes)
     EXPECT_FALSE(FltProjection(info).isKnown());
 }
 
+/// By Krüger's series as it was published, worked out by another program, and by its inverse.
+TEST(FltProjectionTest, KnowsThePlacesOfUtmOnEllipsoidsAsFlatAsTheyMayBe)
+{
+    auto const flat = [](int zone, double minorAxis) {
+        FltDatabaseInfo info = utm(zone, -1);
+        info.earthMajorAxis = 6378137;
+        info.earthMinorAxis = minorAxis;
+        return info;
+    };
+    constexpr double nearly = 1e-10;
+    expectPlace(flat(32, 3252849.87), {-1400000, 4500000, 0}, 70.13895298381838, -21.760647295105883, 0,
+                nearly);
+    expectPlace(flat(32, 3252849.87), {900000, 3000000, 0}, 61.76516681067305, 13.956983746748989, 0, nearly);
+    expectPlace(flat(-32, 3252849.87), {900000, 7000000, 0}, -61.76516681067305, 13.956983746748989, 0,
+                nearly);
+    expectPlace(flat(32, 4783602.75), {1800000, 5000000, 0}, 60.479525670821175, 28.577824148047, 0, nearly);
+}
+
+TEST(FltProjectionTest, KnowsGeocentricPlacesFarFromTheGroundOfAFlatEllipsoid)
+{
+    FltDatabaseInfo info = infoOf(6, -1);
+    info.earthMajorAxis = 6378137;
+    info.earthMinorAxis = 6378137 * 0.52;
+    double const square = 1 - 0.52 * 0.52, degree = std::acos(-1.0) / 180;
+    for (auto const& [latitude, height] : {std::pair(70.0, -2e6), {40.0, 2e7}, {-40.0, -1e6}, {60.0, 0.0}}) {
+        double const sine = std::sin(latitude * degree);
+        double const across = 6378137 / std::sqrt(1 - square * sine * sine);
+        double const fromAxis = (across + height) * std::cos(latitude * degree);
+        expectPlace(info,
+                    {fromAxis * std::cos(30 * degree), fromAxis * std::sin(30 * degree),
+                     (across * (1 - square) + height) * sine},
+                    latitude, 30, height, exactly, 1e-3);
+    }
+}
+
+TEST(FltProjectionTest, TakesAllCoordinatesInTheUnitOfTheFile)
+{
+    constexpr double foot = 0.3048;
+    FltDatabaseInfo info = infoOf(6);
+    info.unit = FltDatabaseInfo::Unit::feet;
+    expectPlace(info, {4075580.685 / foot, 931853.684 / foot, 4801568.128 / foot}, 49.1441977097,
+                12.8789078452, 666.0895684725);
+    info = utm(33);
+    info.unit = FltDatabaseInfo::Unit::feet;
+    info.delta[0] = 400000 / foot;
+    info.delta[1] = 5765000 / foot;
+    expectPlace(info, {12345.678 / foot, 432.1 / foot, 30 / foot}, 52.0325767060, 13.7222276219, 30);
+    EXPECT_EQ(FltProjection(info).metresInUnit(), foot);
+}
+
+TEST(FltProjectionTest, TakesTheEquatorForNorthWhereTheHeaderHasNoZone)
+{
+    FltDatabaseInfo info = utm(0);
+    info.originLongitude = 9;
+    EXPECT_EQ("UTM, zone 32 north, on WGS 1984", FltProjection(info).describe());
+    info = utm(0);
+    info.originLatitude = 48;
+    EXPECT_EQ("UTM, zone 31 north, on WGS 1984", FltProjection(info).describe());
+    info.originLatitude = 90;
+    info.originLongitude = 360;
+    EXPECT_EQ("UTM, zone 31 north, on WGS 1984", FltProjection(info).describe());
+    info.originLatitude = 90.5;
+    EXPECT_FALSE(FltProjection(info).isKnown());
+    info.originLatitude = 48;
+    info.originLongitude = 360.5;
+    EXPECT_FALSE(FltProjection(info).isKnown());
+    EXPECT_TRUE(FltProjection(utm(60)).isKnown());
+    EXPECT_TRUE(FltProjection(utm(-60)).isKnown());
+    EXPECT_EQ("UTM, zone 1 south, on WGS 1984", FltProjection(utm(-1)).describe());
+}
+
+TEST(FltProjectionTest, TakesOriginsOfAFlatEarthBetweenThePoles)
+{
+    auto const isKnown = [](double latitude, double longitude) {
+        FltDatabaseInfo info = infoOf(0);
+        info.originLatitude = latitude;
+        info.originLongitude = longitude;
+        return FltProjection(info).isKnown();
+    };
+    EXPECT_TRUE(isKnown(0, 9));
+    EXPECT_TRUE(isKnown(48, 0));
+    EXPECT_TRUE(isKnown(-89.9, -360));
+    EXPECT_FALSE(isKnown(90, 9));
+    EXPECT_FALSE(isKnown(-90, 9));
+    EXPECT_FALSE(isKnown(48, 361));
+    EXPECT_FALSE(isKnown(std::numeric_limits<double>::quiet_NaN(), 9));
+}
+
+TEST(FltProjectionTest, TakesAxesOfAnEllipsoidThatLooksLikeAPlanet)
+{
+    auto const isKnown = [](double major, double minor) {
+        FltDatabaseInfo info = infoOf(5, -1);
+        info.earthMajorAxis = major;
+        info.earthMinorAxis = minor;
+        return FltProjection(info).isKnown();
+    };
+    EXPECT_TRUE(isKnown(6371000, 6371000)) << "a ball";
+    EXPECT_FALSE(isKnown(6371000, 6371001)) << "higher than wide";
+    EXPECT_FALSE(isKnown(6371000, 3185500)) << "half as high as wide";
+    EXPECT_TRUE(isKnown(6371000, 3185501));
+    EXPECT_FALSE(isKnown(1000000, 990000));
+    EXPECT_TRUE(isKnown(1000001, 990000));
+    double const infinite = std::numeric_limits<double>::infinity();
+    EXPECT_FALSE(isKnown(infinite, infinite));
+}
+
+TEST(FltProjectionTest, TakesPlacesUpToTheirBoundsAndNoneBeyond)
+{
+    FltProjection const plane(utm(32)), degrees(infoOf(5)), middle(infoOf(6));
+    EXPECT_TRUE(plane.placeOf({2500000, 0, 0}));
+    EXPECT_FALSE(plane.placeOf({2500001, 0, 0}));
+    EXPECT_TRUE(plane.placeOf({-1500000, 0, 0}));
+    EXPECT_FALSE(plane.placeOf({-1500001, 0, 0}));
+    EXPECT_TRUE(plane.placeOf({500000, -20000000, 0}));
+    EXPECT_TRUE(plane.placeOf({500000, 20000000, 0}));
+    EXPECT_FALSE(plane.placeOf({500000, 20000001, 0}));
+    EXPECT_TRUE(degrees.placeOf({360, 90, 0}));
+    EXPECT_TRUE(degrees.placeOf({-360, -90, 0}));
+    EXPECT_FALSE(degrees.placeOf({360.1, 0, 0}));
+    EXPECT_FALSE(degrees.placeOf({0, -90.1, 0}));
+    EXPECT_TRUE(middle.placeOf({1000000, 0, 0}));
+    EXPECT_FALSE(middle.placeOf({999999, 0, 0}));
+}
+
 TEST(FltProjectionTest, GivesNoPlaceForWhatIsNoneInItsZone)
 {
     FltProjection const projection(utm(32));

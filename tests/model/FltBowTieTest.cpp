@@ -87,6 +87,17 @@ TEST(FltBowTie, passesEdgesThatOnlySeemToCross)
     EXPECT_FALSE(FltBowTie::find({SbVec3d(0, 0, 0), {2, 2, 0}, {2, 0, 1}, {0, 2, 1}}));
 }
 
+TEST(FltBowTie, hasEdgesWhoseAngleIsLargerThanAMillionth)
+{
+    auto const risingBy = [](double height) {
+        double const half = 34999999.9999825; // of an edge as long as 1e6 times 70
+        return FltBowTie::find(
+            {SbVec3d(-33554432, 0, 0), {33554432, 0, 0}, {-half, -height / 2, 0}, {half, height / 2, 0}});
+    };
+    EXPECT_FALSE(risingBy(70));
+    EXPECT_TRUE(risingBy(70.1));
+}
+
 TEST(FltBowTie, isNothingThatIsNoNumber)
 {
     double const nan = std::numeric_limits<double>::quiet_NaN();

@@ -31,6 +31,7 @@ TEST(FltColors, areDarkerByTheLowSevenBitsOfTheirIndex)
 {
     EXPECT_EQ(palette().atIndex(128), 0x000000ffU);
     EXPECT_EQ(palette().atIndex(128 + 64), 0x653219ffU) << "rounded, each by itself";
+    EXPECT_EQ(palette().atIndex(128 + 63), 0x633219ffU);
 }
 
 TEST(FltColors, areWhiteOutsideOfThePalette)

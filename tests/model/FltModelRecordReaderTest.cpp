@@ -50,6 +50,16 @@ TEST(FltModelRecordReader, joinsARecordWithItsContinuations)
     EXPECT_EQ(read.records[2].opcode, 10U);
 }
 
+TEST(FltModelRecordReader, joinsAContinuationOfAHeadAloneButNothingShorter)
+{
+    std::string const whole = FltWriter().addRaw(85, "abcd").addRaw(23, "").bytes();
+    ASSERT_EQ(Read(whole).records.size(), 2U);
+    EXPECT_TRUE(Read(whole).records[1].isApart);
+    std::string const cut = whole.substr(0, whole.size() - 1);
+    ASSERT_EQ(Read(cut).records.size(), 2U);
+    EXPECT_FALSE(Read(cut).records[1].isApart);
+}
+
 TEST(FltModelRecordReader, readsNothingAfterARecordsEnd)
 {
     std::string const bytes = FltWriter().addRaw(31, "ab").bytes();
@@ -69,6 +79,20 @@ TEST(FltModelRecordReader, findsTheNextRunOfRecordsAfterAFault)
     EXPECT_EQ(Read(bytes).records.size(), 6U);
     EXPECT_NE(Read(bytes).messages.find("8 bytes on"), std::string::npos);
     EXPECT_EQ(Read(bytes, false).records.size(), 2U);
+}
+
+TEST(FltModelRecordReader, takesThreeRecordsOrTheLastTwoForARun)
+{
+    std::string const fault("\0\x02\0\0", 4), rubbish(9, '\xff');
+    auto const foundAfterAFault = [&](FltWriter const& head, std::string const& end) {
+        std::string const bytes =
+            FltWriter().bytes() + fault + head.bytes().substr(FltWriter().bytes().size()) + end;
+        return Read(bytes).records.size() - 1;
+    };
+    EXPECT_EQ(foundAfterAFault(FltWriter().add("Group").push().pop(), rubbish), 3U);
+    EXPECT_EQ(foundAfterAFault(FltWriter().add("Group").push(), rubbish), 0U);
+    EXPECT_EQ(foundAfterAFault(FltWriter().add("Group").push(), ""), 2U);
+    EXPECT_EQ(foundAfterAFault(FltWriter().add("Group"), ""), 0U);
 }
 
 TEST(FltModelRecordReader, endsWhereNoRunOfRecordsFollows)

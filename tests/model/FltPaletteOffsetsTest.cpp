@@ -20,8 +20,11 @@ TEST(FltPaletteOffsets, countFromTheHeadOfThePalette)
     offsets.beginPalette(headAt(1000));
     EXPECT_TRUE(offsets.add(1008, 7));
     EXPECT_TRUE(offsets.add(1048, 9));
+    EXPECT_FALSE(offsets.add(1048, 11));
+    EXPECT_TRUE(offsets.add(1049, 13));
     EXPECT_EQ(offsets.find(8), 7U);
     EXPECT_EQ(offsets.find(48), 9U);
+    EXPECT_EQ(offsets.find(49), 13U);
 }
 
 TEST(FltPaletteOffsets, takeAPaletteWithoutAHeadForOneWithAHeadOfEightBytes)

@@ -112,7 +112,7 @@ TEST(FltPaletteSet, knowsTheWidthsOfLineStyles)
     EXPECT_TRUE(take(palettes, "LineStylePalette", {{"lineStyleIndex", 3}, {"lineWidth", 5}}));
     EXPECT_EQ(palettes.lineWidths->at(3), 5);
     FltPaletteSet child("b.flt");
-    child.overrideBy(palettes, FltPaletteSet::lineStyleOverride);
+    child.overrideBy(palettes, 0x10000000);
     EXPECT_TRUE(take(child, "LineStylePalette", {{"lineStyleIndex", 3}, {"lineWidth", 7}}));
     EXPECT_EQ(child.lineWidths->at(3), 5);
 }
@@ -131,10 +131,9 @@ TEST(FltPaletteSet, takesOverThePalettesThatFlagsName)
         std::uint32_t flag;
         bool colors, materials, textures, lights;
     };
-    for (Case const& each : {Case{FltPaletteSet::colorOverride, true, false, false, false},
-                             Case{FltPaletteSet::materialOverride, false, true, false, false},
-                             Case{FltPaletteSet::textureOverride, false, false, true, false},
-                             Case{FltPaletteSet::lightOverride, false, false, false, true}}) {
+    for (Case const& each :
+         {Case{0x80000000, true, false, false, false}, Case{0x40000000, false, true, false, false},
+          Case{0x20000000, false, false, true, false}, Case{0x04000000, false, false, false, true}}) {
         FltPaletteSet palettes("child.flt");
         palettes.overrideBy(parent, each.flag);
         EXPECT_EQ(palettes.colors == parent.colors, each.colors) << each.flag;
@@ -144,9 +143,17 @@ TEST(FltPaletteSet, takesOverThePalettesThatFlagsName)
         EXPECT_NE(palettes.lightPoints, parent.lightPoints);
     }
     FltPaletteSet palettes("child.flt");
-    palettes.overrideBy(parent, FltPaletteSet::lightPointOverride);
+    palettes.overrideBy(parent, 0x02000000);
     EXPECT_EQ(palettes.lightPoints, parent.lightPoints);
     EXPECT_NE(palettes.lights, parent.lights);
+    FltPaletteSet own("child.flt");
+    own.overrideBy(parent, ~FltPaletteSet::knownOverrides);
+    EXPECT_NE(own.colors, parent.colors);
+    EXPECT_NE(own.materials, parent.materials);
+    EXPECT_NE(own.textures, parent.textures);
+    EXPECT_NE(own.lights, parent.lights);
+    EXPECT_NE(own.lightPoints, parent.lightPoints);
+    EXPECT_NE(own.lineWidths, parent.lineWidths);
 }
 
 TEST(FltPaletteSet, passesOverRecordsOfPalettesThatWereTakenOver)

@@ -34,8 +34,9 @@ TEST(FltRecordEntries, standOneAfterTheOtherAfterTheHeads)
 TEST(FltRecordEntries, fillTheLastOneUpWithZeros)
 {
     std::string const bytes = std::string(4, 'x') + FltWriter::big32(1) + FltWriter::big32(2) +
-                              FltWriter::big32(3) + std::string("\1", 1);
-    FltRecordView const view = viewOf(bytes);
+                              FltWriter::big32(3) + "\1and what follows the record";
+    FltRecordView view = viewOf(bytes);
+    view.size = 17;
     FltMorphVertexListEntry entry;
     FltRecordEntries const entries(view, entry);
     EXPECT_EQ(entries.countWhole(), 1U);

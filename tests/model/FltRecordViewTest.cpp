@@ -91,4 +91,24 @@ TEST(FltRecordView, decodesFieldsOfABaseOnly)
     EXPECT_EQ(face.IRColorCode, 3);
 }
 
+TEST(FltRecordView, readsZeroAfterTheEndWhateverStandsThere)
+{
+    std::string const bytes = "\1\2\3\4\5\6\7\7\7\7\7\7";
+    FltRecordView view = viewOf(bytes);
+    view.size = 6;
+    EXPECT_TRUE(view.holds(6, 0));
+    EXPECT_FALSE(view.holds(7, 0));
+    EXPECT_TRUE(view.holds(2, 4));
+    EXPECT_FALSE(view.holds(2, 5));
+    EXPECT_EQ(view.byteAt(5), 6);
+    EXPECT_EQ(view.byteAt(6), 0);
+    EXPECT_EQ(view.word16At(4), 0x0506);
+    EXPECT_EQ(view.word16At(5), 0);
+    EXPECT_EQ(view.word32At(2), 0x03040506U);
+    EXPECT_EQ(view.word32At(3), 0U);
+    EXPECT_EQ(view.textAt(4), "\5\6");
+    EXPECT_EQ(view.textAt(0, 2), "\1\2");
+    EXPECT_EQ(view.textAt(6), "");
+}
+
 } // namespace

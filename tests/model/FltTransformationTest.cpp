@@ -216,6 +216,51 @@ TEST(FltTransformation, takesTheStepsForAMatrixThatIsTheirRounding)
     };
     EXPECT_EQ(placeBy(4500000), 4500000.123);
     EXPECT_EQ(placeBy(4500100), 4500100) << "another matrix";
+    for (std::size_t const i : {3, 7, 11}) {
+        std::vector<double> matrix = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 4500000, 0, 0, 1};
+        matrix[i] = 0.5; // also another matrix
+        EXPECT_EQ(Transformed(Records{{"Matrix", {{"matrix", matrix}}}, {"Translate", step}})
+                      .get()
+                      .getMatrices()
+                      .at(0)[3][0],
+                  4500000)
+            << i;
+    }
+}
+
+TEST(FltTransformation, takesNoMatrixForARoundingThatIsTurnedOrMovedByMore)
+{
+    auto const takes = [](double scale, double x, double scaleOfMatrix, double xOfMatrix) {
+        std::vector<double> const matrix = {scaleOfMatrix, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0,
+                                            xOfMatrix,     0, 0, 1};
+        Transformed const both(
+            Records{{"Matrix", {{"matrix", matrix}}},
+                    {"ScaleNonUniform", {{"XScaleFactor", scale}, {"YScaleFactor", 1}, {"ZScaleFactor", 1}}},
+                    {"Translate", {{"deltaX", x}}}});
+        return both.get().getMatrices().at(0)[3][0] != xOfMatrix;
+    };
+    EXPECT_TRUE(takes(1, 4500000.123, 1.000009, 4500000)) << "by a hundred thousandth";
+    EXPECT_FALSE(takes(1, 4500000.123, 1.000015, 4500000));
+    EXPECT_TRUE(takes(100000, 4500000.123, 99999, 4500000)) << "of the largest";
+    EXPECT_FALSE(takes(100000, 4500000.123, 99998.5, 4500000));
+    EXPECT_TRUE(takes(1, 4500000.123, 1, 4500005)) << "by eight times the error and a millionth of the way";
+    EXPECT_FALSE(takes(1, 4500000.123, 1, 4500006));
+    EXPECT_TRUE(takes(1, 4000000, 1, 4000004));
+    EXPECT_FALSE(takes(1, 4000000, 1, 4000004.25));
+}
+
+TEST(FltTransformation, putsFramesOfPointsInOneLineByTheirOrigins)
+{
+    Transformed const put(Records{{"PutTransform",
+                                   {{"XFromOrigin", 1},
+                                    {"XFromAlign", 2},
+                                    {"XFromTrack", 3},
+                                    {"ZToOrigin", 4},
+                                    {"YToAlign", 3},
+                                    {"ZToAlign", 4},
+                                    {"YToTrack", -2},
+                                    {"ZToTrack", 4}}}});
+    expectNear(put.moved({1, 2, 3}), {0, 2, 7});
 }
 
 } // namespace

@@ -174,3 +174,19 @@ TEST_F(FltVertexStoreTest, tellsThePlacesOfAllForms)
     far.position[1] = 1e31;
     EXPECT_FALSE(store.hasUsablePlace(store.add(far)));
 }
+
+TEST_F(FltVertexStoreTest, staysInTheFileAsLongAsColoursAndRevisionDo)
+{
+    EXPECT_EQ(store.endInFile(), 0U);
+    FltWriter flt;
+    flt.vertex("VertexColor", 1, 2, 3, {});
+    add(flt);
+    flt.vertex("VertexColor", 4, 5, 6, {});
+    add(flt);
+    FltRecordView const last = records.back().view();
+    EXPECT_EQ(store.endInFile(), last.offset + last.size);
+    flt.vertex("VertexColor", 7, 8, 9, {});
+    add(flt, 1539);
+    EXPECT_EQ(store.endInFile(), 0U) << "it is decoded";
+    EXPECT_EQ(store.size(), 3U);
+}

@@ -302,7 +302,9 @@ TEST(FarPlacesTest, changeNothingWhereFloatsHoldAllPlaces)
         Options options;
         options.origin = FltVisualOptions::Origin::centre;
         bool const isFar = at[0] > 1e6;
+        EXPECT_EQ(database.see().offset, SbVec3d(0, 0, 0));
         EXPECT_EQ(database.see(options).offset != SbVec3d(0, 0, 0), isFar);
+        EXPECT_EQ(database.see(options).root->transform.empty(), !isFar);
         if (isFar)
             expectRight(Loaded(database, options), false);
     }

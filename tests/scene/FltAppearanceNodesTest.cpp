@@ -29,8 +29,11 @@ protected:
     {
         SoNodeRef<SoSeparator> const group = groupOf(mesh);
         for (int i = 0; i < group->getNumChildren(); ++i)
-            if (group->getChild(i)->isOfType(SoPolygonOffset::getClassTypeId()))
-                return static_cast<SoPolygonOffset*>(group->getChild(i))->factor.getValue();
+            if (group->getChild(i)->isOfType(SoPolygonOffset::getClassTypeId())) {
+                auto const& offset = static_cast<SoPolygonOffset const&>(*group->getChild(i));
+                EXPECT_EQ(offset.units.getValue(), offset.factor.getValue());
+                return offset.factor.getValue();
+            }
         return 0;
     }
 
@@ -58,15 +61,19 @@ TEST_F(FltAppearanceNodesTest, SharesAMaterialAmongMeshesInWhichEachOfItsValuesI
     FltMesh const plain;
     SoNodeRef<SoNode> const material(nodes.materialOf(plain));
     EXPECT_EQ(nodes.materialOf(FltMesh()), material.get());
-    std::vector<FltMesh> others(8);
+    FltMesh white;
+    white.colors = {~0U};
+    EXPECT_EQ(nodes.materialOf(white), material.get());
+    std::vector<FltMesh> others(5);
     others[0].colors = {0xff0000ff};
     others[1].colors = {0xffffff80};
     others[2].isLit = false;
-    others[3].material.ambient = SbColor(1, 1, 0.5F);
-    others[4].material.isFromPalette = true;
-    others[5].material.specular = SbColor(0, 0.5F, 0);
-    others[6].material.emissive = SbColor(0.5F, 0, 0);
-    others[7].material.shininess = 0.5F;
+    others[3].material.isFromPalette = true;
+    others[4].material.shininess = 0.5F;
+    using Material = FltMesh::Material;
+    for (SbColor Material::*const color : {&Material::ambient, &Material::specular, &Material::emissive})
+        for (int channel = 0; channel < 3; ++channel)
+            (others.emplace_back().material.*color)[channel] = 0.75F;
     std::set<SoNode*> all = {material.get()};
     for (FltMesh const& other : others)
         all.insert(nodes.materialOf(other));

@@ -15,11 +15,16 @@ std::vector<FltTexture> const textures = [] {
     return list;
 }();
 
-std::string textOf(FltMesh const& mesh)
+std::string textOf(FltMesh& mesh, FltMeshNodes::Arrays arrays)
 {
     FltAppearanceNodes appearances(textures);
-    SoNodeRef<SoNode> const node(FltMeshNodes::make(mesh, appearances));
+    SoNodeRef<SoNode> const node(FltMeshNodes::make(mesh, arrays, appearances));
     return sceneText(node.get());
+}
+
+std::string textOf(FltMesh mesh)
+{
+    return textOf(mesh, FltMeshNodes::Arrays::kept);
 }
 
 FltMesh triangle()
@@ -154,6 +159,17 @@ TEST(FltMeshNodes, giveLightBackByTheMaterial)
     EXPECT_TRUE(has(mesh, "normal [ 0 0 1,"));
 }
 
+TEST(FltMeshNodes, moveTheirPlacesWhereFloatsHoldThemAndStandThereOtherwise)
+{
+    FltMesh mesh = triangle();
+    mesh.origin = SbVec3d(10, 20, 30);
+    EXPECT_TRUE(has(mesh, "vertex [ 10 20 30,"));
+    EXPECT_FALSE(has(mesh, "ranslation"));
+    mesh.origin = SbVec3d(4500000.25, 0, 0);
+    EXPECT_TRUE(has(mesh, "translation 4500000 0 0\n"));
+    EXPECT_TRUE(has(mesh, "vertex [ 0.25 0 0,"));
+}
+
 TEST(FltMeshNodes, hideWhatIsHiddenInASwitch)
 {
     FltMesh mesh = triangle();
@@ -222,4 +238,22 @@ TEST(FltMeshNodes, haveATextureUnitForEachLayer)
   }
 }
 )");
+}
+
+TEST(FltMeshNodes, freeTheArraysOfAMeshThatIsNeededNoMore)
+{
+    FltMesh mesh = triangle();
+    mesh.origin = SbVec3d(1, 2, 3);
+    mesh.isLit = true;
+    mesh.texture = 0;
+    mesh.normals.assign(3, SbVec3f(0, 0, 1));
+    mesh.uvs.assign(3, SbVec2f(0, 1));
+    mesh.colors = {1, 2, 3};
+    mesh.layers = {{1, 1, std::vector<SbVec2f>(3, SbVec2f(1, 0))}};
+    std::string const text = textOf(mesh, FltMeshNodes::Arrays::kept);
+    EXPECT_EQ(mesh.positions.size() + mesh.normals.size() + mesh.uvs.size() + mesh.colors.size(), 12U);
+    EXPECT_EQ(mesh.indices.size() + mesh.layers[0].uvs.size(), 7U);
+    EXPECT_EQ(textOf(mesh, FltMeshNodes::Arrays::freed), text);
+    EXPECT_EQ(mesh.positions.capacity() + mesh.normals.capacity() + mesh.uvs.capacity(), 0U);
+    EXPECT_EQ(mesh.colors.capacity() + mesh.indices.capacity() + mesh.layers[0].uvs.capacity(), 0U);
 }

@@ -34,3 +34,9 @@ TEST(FltNodeInfos, tellTheSignificantSizeOfALevel)
 {
     EXPECT_EQ(FltNodeInfos::describe(FltVisualLevel{12.5}), "significantSize 12.500000");
 }
+
+TEST(FltNodeInfos, tellOfAnOffsetAsManyDigitsAsItHas)
+{
+    double const offset[3] = {0.1, -4500000.125, 0};
+    EXPECT_EQ(FltNodeInfos::describeOffset(offset), "offset 0.10000000000000001 -4500000.125 0");
+}

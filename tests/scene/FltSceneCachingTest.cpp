@@ -168,3 +168,18 @@ TEST_F(FltSceneCachingTest, LooksAtASharedNodeOnceHoweverManyWaysLeadToIt)
     expect(root.get(), SoSeparator::OFF);
     expect(last, SoSeparator::ON);
 }
+
+TEST_F(FltSceneCachingTest, KeepsAsManyCornersAsThereMayBeAndNoneMore)
+{
+    for (int const more : {0, 1}) {
+        SoNodeRef<SoSeparator> const top(new SoSeparator);
+        SoSeparator* const part = addStill(top.get());
+        auto const fill = [part](int child, int corners) {
+            static_cast<SoIndexedFaceSet*>(part->getChild(child))->coordIndex.setNum(corners);
+        };
+        fill(0, FltSceneCaching::mostCorners / 2);
+        fill(1, FltSceneCaching::mostCorners / 2 + more);
+        FltSceneCaching::arrange(*top, {});
+        EXPECT_EQ(top->renderCaching.getValue() == SoSeparator::ON, more == 0);
+    }
+}

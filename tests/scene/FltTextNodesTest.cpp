@@ -67,3 +67,12 @@ TEST(FltTextNodes, stayWhereTheirCornerSays)
     text.alignment = FltVisualText::Alignment::center;
     EXPECT_NE(textOf(text).find("justification CENTER"), std::string::npos);
 }
+
+TEST(FltTextNodes, riseByTheSizeForEachFurtherLine)
+{
+    FltVisualText text = twoLines();
+    text.lines = {"a", "b", "c", "d"};
+    EXPECT_NE(textOf(text).find("translation 1 2 9\n"), std::string::npos) << textOf(text);
+    text.lines = {"a"};
+    EXPECT_NE(textOf(text).find("translation 1 2 3\n"), std::string::npos) << textOf(text);
+}

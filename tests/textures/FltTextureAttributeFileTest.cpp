@@ -97,6 +97,8 @@ TEST(FltTextureAttributes, sayOfAShortFileWhatIsInIt)
     EXPECT_EQ(cut.environment, Environment::modulate);
     EXPECT_EQ(cut.problems, std::vector<std::string>{"it ends after 42 bytes of 64"});
     EXPECT_EQ(decoded("").problems.size(), 1U);
+    EXPECT_EQ(decoded("").kindOfFile, FltTextureAttributes::unknownKind);
+    EXPECT_EQ(FltTextureAttributes().kindOfFile, FltTextureAttributes::unknownKind);
     EXPECT_TRUE(decoded(whole.substr(0, 64)).problems.empty());
 }
 

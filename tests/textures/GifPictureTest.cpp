@@ -44,6 +44,11 @@ TEST(GifPicture, HasItsPartsInside)
     bytes = made;
     bytes[part + 7] = 0; // the height
     EXPECT_EQ(pictureProblem(bytes), "is a damaged GIF picture (a part lies outside)");
+    for (std::size_t const least : {part + 5, part + 7}) { // one column, one row
+        bytes = made;
+        bytes[least] = 1;
+        EXPECT_EQ(pictureProblem(bytes), "");
+    }
 }
 
 TEST(GifPicture, HasAColorForEachPixel)

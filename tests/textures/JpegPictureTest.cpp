@@ -92,6 +92,18 @@ TEST(JpegPicture, SaysTheFirstThingThatIsWrong)
     EXPECT_NE(damage.find("found marker 0xd5 instead of RST1"), std::string::npos) << damage;
 }
 
+TEST(JpegPicture, IsTakenWithTenThousandFaultsAndNoMore)
+{
+    std::string const whole = made("restarts.jpg");
+    std::size_t const scan = whole.find("\xff\xda");
+    std::string faults; // a byte that belongs to nothing, and an empty comment
+    for (int i = 0; i < 10'000; ++i)
+        faults += std::string("x\xff\xfe\0\2", 5);
+    EXPECT_EQ(pictureProblem(whole.substr(0, scan) + faults + whole.substr(scan)), "");
+    EXPECT_EQ(pictureProblem(whole.substr(0, scan) + faults + 'x' + whole.substr(scan)),
+              "is a damaged JPEG picture (it is damaged in too many places)");
+}
+
 TEST(JpegPicture, WithDamageEverywhereIsntTaken)
 {
     std::string bytes = made("restarts.jpg");

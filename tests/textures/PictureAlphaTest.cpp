@@ -61,6 +61,12 @@ TEST(PictureAlpha, coversLessWhenSmoothWhereLeavesAreSinglePixels)
     EXPECT_TRUE(isSmooth(0));
 }
 
+TEST(PictureAlpha, takesAPixelForThereFromAHalfOn)
+{
+    for (unsigned char const alpha : {127, 128})
+        EXPECT_TRUE(coversAsMuchWhenSmooth({2, 1, 2, {9, alpha, 9, alpha}})) << int(alpha);
+}
+
 TEST(PictureAlpha, letsOnePixelInTwentyBeGraded)
 {
     EXPECT_EQ(alphaOf(mixed(5, 100)), PictureAlpha::cutOut);

@@ -33,6 +33,7 @@ TEST(TgaPicture, HasAStrictHead)
     withPalette[7] = 15; // bits of its colours
     EXPECT_EQ(problemOf(withPalette), otherKind);
     EXPECT_EQ(problemOf(made.substr(0, 17)), otherKind);
+    EXPECT_NE(problemOf(made.substr(0, 18)), otherKind) << "it has its whole head";
 }
 
 TEST(TgaPicture, IsNoLargerThanItsFileExplains)

@@ -3,6 +3,7 @@
 #include "CheckedTileset.h"
 #include "globe/OnEarth.h"
 #include "gltf/ReadGltf.h"
+#include "support/Moved.h"
 #include "support/ScratchFolder.h"
 #include "tiles/FltTileset.h"
 
@@ -11,18 +12,12 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <limits>
 
 namespace
 {
 
 using Node = std::shared_ptr<FltVisualNode>;
-
-SbDPMatrix moved(double x, double y, double z)
-{
-    SbDPMatrix matrix;
-    matrix.setTranslate(SbVec3d(x, y, z));
-    return matrix;
-}
 
 Node node(std::vector<Node> children = {})
 {
@@ -128,8 +123,48 @@ TEST_F(FltTileFilesTest, hasEightCoarserFilesAtMost)
     auto const written = write(many);
     ASSERT_EQ(written.tile.coarser.size(), 8U);
     EXPECT_EQ(written.leftOut, 32U);
-    EXPECT_EQ(written.tile.coarser.front().distance, 100);
-    EXPECT_EQ(written.tile.coarser.back().distance, 139);
+    std::vector<double> distances;
+    for (FltTile::Level const& level : written.tile.coarser)
+        distances.push_back(level.distance);
+    EXPECT_EQ(distances, (std::vector<double>{100, 105, 111, 116, 122, 127, 133, 139}));
+}
+
+TEST_F(FltTileFilesTest, leavesOutNoneOfEightDistancesAndOneOfNine)
+{
+    std::vector<Node> parts;
+    for (int i = 0; i < 8; ++i)
+        parts.push_back(levels({sized(1), nullptr}, {100.0 + i}));
+    EXPECT_EQ(write(parts).leftOut, 0U);
+    parts.push_back(levels({sized(1), nullptr}, {200}));
+    auto const written = write(parts);
+    EXPECT_EQ(written.leftOut, 1U);
+    EXPECT_EQ(written.tile.coarser.size(), 8U);
+}
+
+TEST_F(FltTileFilesTest, hasTheWayThatFacesAreLiftedAroundItsBox)
+{
+    auto const top = [this](Node const& part) { return write({part}, false).tile.box.getMax()[2]; };
+    Node const part = sized(1);
+    EXPECT_NEAR(top(part), 0.001, 1e-9);
+    part->meshes[0].isOutlined = true;
+    EXPECT_NEAR(top(part), 0.051, 1e-9);
+    part->meshes[0].level = 3;
+    EXPECT_NEAR(top(part), 0.151, 1e-9);
+    EXPECT_TRUE(write({node()}, false).tile.box.isEmpty());
+}
+
+TEST_F(FltTileFilesTest, hasNoCornerThatIsNowhereInItsBox)
+{
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        Node const part = sized(1);
+        SbVec3f& corner = part->meshes[0].positions[2];
+        corner = SbVec3f(7, 7, 7);
+        corner[static_cast<int>(axis)] = std::numeric_limits<float>::infinity();
+        SbBox3d const box = write({part}, false).tile.box;
+        EXPECT_NEAR(box.getMax()[0], 1, 0.01) << axis;
+        EXPECT_NEAR(box.getMax()[1], 0, 0.01) << axis;
+        EXPECT_NEAR(box.getMax()[2], 0, 0.01) << axis;
+    }
 }
 
 TEST_F(FltTileFilesTest, tellsWhereOtherFilesStand)
@@ -150,6 +185,17 @@ TEST_F(FltTileFilesTest, tellsWhereOtherFilesStand)
         places.emplace_back(reference.matrix[3][0], reference.matrix[3][1], reference.matrix[3][2]);
     }
     EXPECT_EQ(places, (std::vector<SbVec3d>{{5, 0, 0}, {5, 0, 0}, {0, 1, 0}, {0, 2, 0}, {0, 0, 0}}));
+}
+
+TEST_F(FltTileFilesTest, leavesOutFilesThatHaveNoAddress)
+{
+    Node const tree = node();
+    tree->become<FltVisualFile>().path = "tree.flt";
+    auto const references = [&] { return write({tree}, false).tile.references; };
+    ASSERT_EQ(references().size(), 1U);
+    EXPECT_EQ(references()[0].file, "tree.flt");
+    options.addressOf = [](std::string const&) { return std::optional<std::string>(); };
+    EXPECT_TRUE(references().empty());
 }
 
 TEST_F(FltTileFilesTest, hasLiftedFacesInItsBox)

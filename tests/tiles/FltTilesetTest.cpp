@@ -3,6 +3,7 @@
 #include "CheckedTileset.h"
 #include "globe/OnEarth.h"
 #include "gltf/FltGltfError.h"
+#include "support/Moved.h"
 #include "support/ScratchFolder.h"
 
 #include <algorithm>
@@ -31,13 +32,6 @@ FltTile model(std::string const& file)
     made.file = file;
     made.box = {SbVec3d(-3, -3, 0), SbVec3d(3, 3, 20)};
     return made;
-}
-
-SbDPMatrix moved(double x, double y, double z)
-{
-    SbDPMatrix matrix;
-    matrix.setTranslate(SbVec3d(x, y, z));
-    return matrix;
 }
 
 SbVec3d placeOf(CheckedTileset::Content const& content)
@@ -118,6 +112,7 @@ TEST_F(FltTilesetTest, partsManyTilesIntoFilesOfTenThousandEntries)
     EXPECT_GE(read.entries.size(), 3U);
     for (std::size_t const entries : read.entries)
         EXPECT_LE(entries, 10000U);
+    EXPECT_EQ(report.files.front(), folder / "tileset-1.json");
     EXPECT_EQ(report.files.back(), path());
     for (CheckedTileset::Content const& content : read.contents)
         EXPECT_LE(content.depth, 2U) << "near one tile a viewer needs few files";
@@ -207,6 +202,15 @@ TEST_F(FltTilesetTest, placesModelsWhereTilesReferToThem)
                 std::hypot(100, 13), 1e-6);
     EXPECT_GT(read.first["root"]["children"][0]["geometricError"].get<double>(), 0)
         << "a viewer comes to them before it is content with the ground";
+}
+
+TEST_F(FltTilesetTest, placesModelsOfATileThatShowsNothingElse)
+{
+    FltTile bare = tile("bare.glb", 48, 9);
+    bare.box.makeEmpty();
+    bare.references = {{"tree.glb", moved(100, 0, 5)}};
+    write({bare, tile("other.glb", 48, 9.1), model("tree.glb")});
+    EXPECT_EQ(CheckedTileset(path()).count("tree.glb"), 1U);
 }
 
 TEST_F(FltTilesetTest, saysWhatItCantPlace)

@@ -20,10 +20,11 @@ TEST(LoaderWordsTest, SayWhatWasChosen)
     loader.time = FltLoader::TimeOfDay::dusk;
     loader.levelsOfDetail = FltLoader::LevelsOfDetail::lowest;
     loader.exact = true;
+    loader.names = FltLoader::Names::unique;
     loader.log = FltLoader::besideDatabase;    // isn't written again
     loader.origin = FltLoader::Origin::centre; // no program that draws has a choice
     EXPECT_EQ((QStringList{"--texture-path", "/data/one", "--texture-path", QDir::current().filePath("two"),
-                           "--lod", "lowest", "--time", "dusk", "--exact"}),
+                           "--lod", "lowest", "--time", "dusk", "--exact", "--names", "unique"}),
               LoaderWords::of(loader));
 }
 

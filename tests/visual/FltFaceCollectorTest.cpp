@@ -111,6 +111,18 @@ TEST(FltFaceCollector, drawsOutlines)
     EXPECT_EQ(both.triangles[0].color(), "255 0 0 255");
 }
 
+TEST(FltFaceCollector, closesOutlinesOfThreeVerticesButNotOfTwo)
+{
+    CompleteDatabase database;
+    std::vector<double> const two = database.polygon({{0, 0, 0}, {1, 0, 0}});
+    std::vector<double> const three = database.polygon({{0, 5, 0}, {1, 5, 0}, {1, 6, 0}});
+    database.begin().add("Object").push();
+    database.writer.face(two, CompleteDatabase::face({{"drawType", 2}}));
+    EXPECT_EQ(CompleteDatabase(database).draw().lines.size(), 1U);
+    database.writer.face(three, CompleteDatabase::face({{"drawType", 2}}));
+    EXPECT_EQ(database.draw().lines.size(), 4U);
+}
+
 TEST(FltFaceCollector, drawsLinesAsWideAsTheirStyle)
 {
     CompleteDatabase database;
@@ -378,4 +390,15 @@ TEST(FltFaceCollector, keepsOpaqueFacesWithATextureApartFromTranslucentOnes)
     ASSERT_EQ(meshes.size(), 2U);
     EXPECT_TRUE(meshes[0].isBlended && meshes[1].isBlended);
     EXPECT_FALSE(meshes[0].isCutOut || meshes[1].isCutOut);
+}
+
+TEST(FltFaceCollector, leavesCornersWhereTheyAreUnlessTheyArePlaced)
+{
+    FltPlacement const none;
+    EXPECT_EQ(none.place(SbVec3d(1, 2, 3)), SbVec3d(1, 2, 3));
+    EXPECT_EQ(none.turn(SbVec3d(4, 5, 6)), SbVec3d(4, 5, 6));
+    FltPlacement placed;
+    std::swap(placed.rows[0], placed.rows[1]);
+    placed.origin[2] = 1;
+    EXPECT_EQ(placed.place(SbVec3d(1, 2, 3)), SbVec3d(2, 1, 2));
 }

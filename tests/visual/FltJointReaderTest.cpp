@@ -92,6 +92,15 @@ TEST(FltJointReader, makesAFrameOfThreePoints)
     EXPECT_TRUE(joint.frame->equals(expected, 1e-6));
 }
 
+TEST(FltJointReader, makesAFrameOfPointsThatAreNear)
+{
+    FltVisualJoint const joint = read({{"YPointOnXAxisOfDOFLocalCoordinateSystem", 0.5},
+                                       {"XPointInXYPlaneOfDOFLocalCoordinateSystem", -0.5}});
+    ASSERT_TRUE(joint.frame.has_value());
+    SbDPMatrix const expected(0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
+    EXPECT_TRUE(joint.frame->equals(expected, 1e-6));
+}
+
 TEST(FltJointReader, takesTheAxesOfTheNodeForPointsInOneLine)
 {
     FltVisualJoint const joint = read({{"XOriginOfDOFLocalCoordinateSystem", 4}});

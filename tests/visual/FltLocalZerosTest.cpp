@@ -56,6 +56,17 @@ TEST(FltLocalZeros, standNearWhatLiesFarAway)
     EXPECT_EQ(zerosOf(*root, *root->children[0], zeros.inside).inside, zeros.inside) << "the same in it";
 }
 
+TEST(FltLocalZeros, standNearWhatLiesFarAwayAlongAnyAxis)
+{
+    for (int axis = 0; axis < 3; ++axis)
+        for (double const place : {4'500'000.0, -4'500'000.0}) {
+            SbVec3d origin = nowhere;
+            origin[axis] = place;
+            auto const root = meshAt(origin);
+            EXPECT_LT((zerosOf(*root, *root).around - origin).length(), 2) << axis;
+        }
+}
+
 TEST(FltLocalZeros, areNearOnBothSidesOfATransformation)
 {
     auto const root = group();
@@ -133,6 +144,20 @@ TEST(FltLocalZeros, standAtWhatIsMeantWhereSomethingIsAstray)
     EXPECT_EQ(zerosOf(*root, *root).around, nowhere) << "all around";
 }
 
+TEST(FltLocalZeros, areTheSameWhetherOrNotAGroupIsAroundAJoint)
+{
+    auto const aroundOf = [](bool isInGroup) {
+        auto const root = meshAt(nowhere);
+        root->children = {group()};
+        if (isInGroup)
+            root->children[0]->children = {group()};
+        FltVisualNode& joint = isInGroup ? *root->children[0]->children[0] : *root->children[0];
+        joint.become<FltVisualJoint>().frame = FltNodeMatrix::by(far + SbVec3d(0.3, 0, 0));
+        return zerosOf(*root, *root).around;
+    };
+    EXPECT_EQ(aroundOf(true), aroundOf(false));
+}
+
 TEST(FltLocalZeros, areToleratedByTheUnit)
 {
     auto const root = meshAt(nowhere);
@@ -155,4 +180,65 @@ TEST(FltLocalZeros, holdInAChainOfAnyDepth)
         root = above;
     }
     EXPECT_LT((zerosOf(*root, *root).around - far - SbVec3d(1000, 0, 0)).length(), 2);
+}
+
+TEST(FltLocalZeros, areNoneOfTheirOwnBelowAHundredLevels)
+{
+    std::vector<std::shared_ptr<FltVisualNode>> chain = {group()};
+    for (int level = 0; level < 101; ++level) {
+        auto const below = level < 100 ? group() : meshAt(far);
+        below->transform = {FltNodeMatrix::by({1, 0, 0})};
+        chain.back()->children = {below};
+        chain.push_back(below);
+    }
+    FltLocalZeros const zeros(*chain[0], 1);
+    EXPECT_LT((zeros.of(*chain[99], nowhere).inside - far).length(), 5);
+    EXPECT_EQ(zeros.of(*chain[100], nowhere).inside, nowhere);
+}
+
+TEST(FltLocalZeros, standNearWhatATransformationBringsFarAwayAlongAnyAxis)
+{
+    for (int axis = 0; axis < 3; ++axis) {
+        SbVec3d place = nowhere;
+        place[axis] = 4'500'000.3;
+        auto const root = group();
+        auto const placed = group();
+        FltMesh mesh;
+        mesh.positions = {SbVec3f(-4, -4, -4), SbVec3f(4, 4, 4)};
+        placed->meshes = {mesh};
+        placed->transform = {FltNodeMatrix::by(place)};
+        root->children = {placed};
+        EXPECT_LT((zerosOf(*root, *root).around - place).length(), 1) << axis;
+    }
+}
+
+TEST(FltLocalZeros, areNoneInWhatHasNoEnd)
+{
+    for (double const way : {-1.0, 1.0}) {
+        auto const root = group();
+        root->children = {meshAt(nowhere), meshAt({way * 9e29, 0, 0})};
+        EXPECT_NE(zerosOf(*root, *root).around, nowhere);
+        root->children[1] = meshAt({way * 1e30, 0, 0});
+        EXPECT_EQ(zerosOf(*root, *root).around, nowhere);
+    }
+}
+
+TEST(FltLocalZeros, areOfTheirOwnWhereAMatrixLeavesLittleOfLargeNumbers)
+{
+    // Of a mesh at one place that a matrix brings nearer.
+    auto const insideOf = [](float x, double way) {
+        auto const root = group();
+        auto const placed = group(), other = meshAt(far);
+        FltMesh mesh;
+        mesh.positions = {SbVec3f(x, 0, 0), SbVec3f(x + 1, 1, 0)};
+        placed->meshes = {mesh};
+        placed->transform = {FltNodeMatrix::by({way, 0, 0})};
+        other->transform = {FltNodeMatrix::by(-far)};
+        root->children = {placed, other};
+        return zerosOf(*root, *placed).inside;
+    };
+    EXPECT_NE(insideOf(4e6F, -3.6e6), nowhere);
+    EXPECT_EQ(insideOf(4e6F, -3.4e6), nowhere) << "more than an eighth is left";
+    EXPECT_NE(insideOf(1700, -1700), nowhere);
+    EXPECT_EQ(insideOf(1600, -1600), nowhere) << "floats hold it to a tenth of a millimetre";
 }

@@ -112,16 +112,32 @@ TEST(FltMeshJoiner, joinsOnlyWhatIsDrawnAtOnceAndWhole)
 {
     EXPECT_TRUE(FltMeshJoiner::mayJoin(triangle()));
     std::vector<std::function<void(FltMesh&)>> const changes = {
-        [](FltMesh& mesh) { mesh.isBlended = true; }, [](FltMesh& mesh) { mesh.isHidden = true; },
-        [](FltMesh& mesh) { mesh.colors = {1, 2}; },  [](FltMesh& mesh) { mesh.normals.pop_back(); },
-        [](FltMesh& mesh) { mesh.uvs.clear(); },      [](FltMesh& mesh) { mesh.layers[0].uvs.clear(); },
-        [](FltMesh& mesh) { mesh.parts.resize(1); },  [](FltMesh& mesh) { mesh = {}; },
+        [](FltMesh& mesh) { mesh.isBlended = true; },
+        [](FltMesh& mesh) { mesh.isHidden = true; },
+        [](FltMesh& mesh) {
+            mesh.colors = {1, 2};
+        },
+        [](FltMesh& mesh) { mesh.normals.pop_back(); },
+        [](FltMesh& mesh) { mesh.uvs.clear(); },
+        [](FltMesh& mesh) { mesh.layers[0].uvs.clear(); },
+        [](FltMesh& mesh) { mesh.parts.resize(1); },
+        [](FltMesh& mesh) { mesh = {}; },
+        [](FltMesh& mesh) {
+            mesh = {};
+            mesh.texture = 1;
+        },
     };
     for (std::size_t i = 0; i < changes.size(); ++i) {
         FltMesh mesh = triangle();
         changes[i](mesh);
         EXPECT_FALSE(FltMeshJoiner::mayJoin(mesh)) << i;
     }
+    FltMesh point;
+    point.kind = FltMesh::Kind::points;
+    point.isLit = false;
+    point.positions.resize(1);
+    point.colors.resize(1);
+    EXPECT_TRUE(FltMeshJoiner::mayJoin(point));
 }
 
 TEST(FltMeshJoiner, knowsWhatLooksAlike)

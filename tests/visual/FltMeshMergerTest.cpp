@@ -261,3 +261,15 @@ TEST_F(FltMeshMergerTest, EndsWithPlacesThatAreNoNumbers)
     FltMeshMerger::merge(*root, 1);
     EXPECT_EQ(root->meshes.size(), 4U);
 }
+
+TEST_F(FltMeshMergerTest, LeavesApartWhatIsFarApartAlongAnyAxis)
+{
+    for (SbVec3d const& way : {SbVec3d(1e6, 0, 0), SbVec3d(0, 1e6, 0), SbVec3d(0, 0, 1e6)}) {
+        root->children.clear();
+        root->meshes.clear();
+        add(*root);
+        add(*root).transform[0].setTranslate(way);
+        merge();
+        EXPECT_EQ(root->meshes.size(), 2U) << way[0] << way[1];
+    }
+}

@@ -86,4 +86,5 @@ TEST(FltObjectReader, saysThatAShadowIsDrawnAsAnyObject)
     EXPECT_EQ(seen.leftOut.at("shadow of a group, drawn as any other Object"), 1);
     EXPECT_FALSE(seen.root->children.at(0)->isHidden);
     EXPECT_EQ(seen.root->children.at(0)->meshes.size(), 1U);
+    EXPECT_EQ(see(leaning(~groupsShadow)).leftOut.count("shadow of a group, drawn as any other Object"), 0U);
 }

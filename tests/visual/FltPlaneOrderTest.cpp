@@ -77,6 +77,17 @@ TEST_F(FltPlaneOrderTest, putsFacesWithAHigherPriorityOnTopOfOthersInTheirPlane)
     EXPECT_EQ(levels(), (Levels{2, 0, 2, 1}));
 }
 
+TEST_F(FltPlaneOrderTest, ordersTrianglesAndWhatLiesInTheirPlane)
+{
+    std::vector<double> const triangle = database.polygon({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}});
+    database.begin();
+    addObject(0);
+    addFace(1, triangle);
+    addFace(0, flat);
+    addFace(2, triangle);
+    EXPECT_EQ(levels(), (Levels{1, 0, 2}));
+}
+
 TEST_F(FltPlaneOrderTest, leavesFacesOfOtherPlanesAlone)
 {
     database.begin();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <limits>
+#include <utility>
 
 namespace
 {
@@ -59,6 +60,61 @@ TEST(FltPlaneSet, findsAPlaneAcrossTheEndOfACell)
         }
 }
 
+TEST(FltPlaneSet, findsAPlaneAcrossTheEndsOfSeveralCells)
+{
+    /// @param off   how far from the ends of four cells, in parts of a cell
+    /// @param which of the values are beyond the ends
+    auto const planeAt = [](double off, unsigned which) {
+        auto const at = [&](int i, double cell, double end) {
+            return (end + ((which >> i & 1U) != 0 ? off : -off)) * cell;
+        };
+        return FltPlaneSet::Plane{SbVec3d(at(0, 1e-4, 6000.5), at(1, 1e-4, 3000.5), at(2, 1e-4, 2000.5)),
+                                  at(3, 2e-3, 1.5)};
+    };
+    for (unsigned beyond = 0; beyond < 16; ++beyond) {
+        FltPlaneSet set(1000);
+        std::int32_t const first = set.numberOf(planeAt(1e-5, 0));
+        EXPECT_EQ(set.numberOf(planeAt(1e-5, beyond)), first) << beyond;
+        EXPECT_EQ(set.numberOf(planeAt(0.24, beyond)), first) << beyond;
+        EXPECT_EQ(set.numberOf(planeAt(0.26, beyond)) == first, beyond == 0) << beyond;
+    }
+}
+
+TEST(FltPlaneSet, asksTheCellOfAPlaneBeforeThoseBesideIt)
+{
+    FltPlaneSet set(1000);
+    std::int32_t const left = set.numberOf({SbVec3d(0, 0, 1), 2e-3});
+    std::int32_t const right = set.numberOf({SbVec3d(0, 0, 1), 4e-3});
+    EXPECT_NE(left, right);
+    EXPECT_EQ(set.numberOf({SbVec3d(0, 0, 1), 3e-3 - 1e-9}), left);
+    EXPECT_EQ(set.numberOf({SbVec3d(0, 0, 1), 3e-3 + 1e-9}), right);
+}
+
+TEST(FltPlaneSet, looksBesideACellInTheLastQuarterBeforeItsEndAlone)
+{
+    FltPlaneSet set(500'000); // distances have cells of 1
+    std::int32_t const first = set.numberOf({SbVec3d(0, 0, 1), 1});
+    EXPECT_EQ(set.numberOf({SbVec3d(0, 0, 1), 0.26}), first);
+    EXPECT_NE(set.numberOf({SbVec3d(0, 0, 1), 0.25}), first);
+}
+
+TEST(FltPlaneSet, turnsPlanesByTheFirstOfTheAxesThatAreLongest)
+{
+    for (SbVec3d const& axis : {SbVec3d(1, 0, 0), SbVec3d(0, 1, 0), SbVec3d(0, 0, 1)}) {
+        FltPlaneSet set(1000);
+        std::int32_t const first = set.numberOf({axis, 5});
+        EXPECT_EQ(set.numberOf({-axis, -5}), first);
+        EXPECT_NE(set.numberOf({-axis, 5}), first);
+    }
+    double const x = 0.6, cell = 1e-4;
+    for (auto const& [y, otherY] :
+         {std::pair(x + cell - 1e-9, x + cell), {x - cell - 1e-9, x - cell + 1e-9}}) {
+        FltPlaneSet set(1000);
+        std::int32_t const first = set.numberOf({SbVec3d(x, -y, 0.5), 5});
+        EXPECT_EQ(set.numberOf({SbVec3d(x, -otherY, 0.5), 5}), first) << "y isn't longer by more than a cell";
+    }
+}
+
 TEST(FltPlaneSet, findsNoPlaneOfALineABentFaceOrWhatIsNoNumber)
 {
     double const nan = std::numeric_limits<double>::quiet_NaN();
@@ -68,5 +124,6 @@ TEST(FltPlaneSet, findsNoPlaneOfALineABentFaceOrWhatIsNoNumber)
     EXPECT_FALSE(FltPlaneSet::planeOf({{0, 0, 0}, {1, 0, 0}, {1, 1, 0.1}, {0, 1, 0}}));
     EXPECT_FALSE(FltPlaneSet::planeOf({{0, 0, 0}, {1, 0, 0}, {1, nan, 0}}));
     EXPECT_FALSE(FltPlaneSet::planeOf({{0, 0, 0}, {1, 0, 0}, {1, infinite, 0}}));
+    EXPECT_TRUE(FltPlaneSet::planeOf({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}));
     EXPECT_TRUE(FltPlaneSet::planeOf({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}));
 }

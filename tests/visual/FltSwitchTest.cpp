@@ -45,3 +45,14 @@ TEST(FltSwitch, showsNothingForMasksAndChildrenThatArentThere)
     EXPECT_FALSE(choice.shows(0, 64));
     EXPECT_FALSE(FltSwitch().shows(0, 0));
 }
+
+TEST(FltSwitch, takesNoWordOfAnotherMaskNorOneBehindTheLast)
+{
+    FltSwitch choice;
+    choice.wordsPerMask = 1;
+    choice.masks = {0, ~0U, ~0U};
+    choice.masks.pop_back();
+    EXPECT_FALSE(choice.shows(0, 32));
+    EXPECT_TRUE(choice.shows(1, 31));
+    EXPECT_FALSE(choice.shows(2, 0));
+}

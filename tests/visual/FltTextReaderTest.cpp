@@ -52,6 +52,7 @@ TEST(FltTextReader, takesItsHeightFromItsWidthWhereNothingElseSaysIt)
 {
     EXPECT_FLOAT_EQ(read({{"XupperRightCorner", 12}}).size, 5); // four letters, each 0.6 of the height
     EXPECT_EQ(read({}).size, 1);
+    EXPECT_EQ(read({{"ZupperRightCorner", 1}}).size, 0.5F);
 }
 
 TEST(FltTextReader, staysSoundWithNumbersThatArentAny)

@@ -1,5 +1,6 @@
 #include "visual/FltTurningFace.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 
 namespace
@@ -45,6 +46,21 @@ TEST(FltTurningFace, takesNorthForUpWhereItLooksStraightUp)
     FltTurningFace const face(lying, true);
     SbVec3d const edge = face.placement.turn({0, 1, 0});
     EXPECT_NEAR(edge[2], 1, 1e-9);
+}
+
+TEST(FltTurningFace, takesNorthForUpWhereItLeansByLessThanAMillionth)
+{
+    auto const upOf = [](double leaning) {
+        // Its normal is (leaning, leaning, 1e6), or as much the other way.
+        std::vector<SbVec3d> const corners = {{0, 0, 0}, {1e6, 0, -leaning}, {0, 1, -leaning * 1e-6}};
+        return FltTurningFace(corners, true).placement.turn({0, 1, 0})[2];
+    };
+    for (double const way : {-1.0, 1.0}) {
+        EXPECT_NEAR(upOf(way * 0.49), 1, 1e-5);
+        EXPECT_NEAR(upOf(way * 0.51), -way * std::sqrt(0.5), 1e-5);
+    }
+    std::vector<SbVec3d> const justLeaning = {{0, 0, 0}, {1e6, 0, -1}, {0, 1, 0}};
+    EXPECT_NEAR(FltTurningFace(justLeaning, true).placement.turn({0, 1, 0})[2], 0, 1e-5);
 }
 
 TEST(FltTurningFace, tellsTheTurnThatBringsStoredDirectionsIntoItsOwn)

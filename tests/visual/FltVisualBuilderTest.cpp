@@ -1,9 +1,12 @@
 #include "visual/FltVisualBuilder.h"
 
 #include "messages/FltLimits.h"
+#include "model/FltModelReader.h"
 #include "support/AnimatedGroup.h"
 #include "support/CompleteDatabase.h"
+#include "support/ScratchFolder.h"
 #include "support/Text.h"
+#include "support/VisualDump.h"
 #include "toolkit/SoNodeName.h"
 
 #include <Inventor/SoPickedPoint.h>
@@ -17,6 +20,7 @@
 #include <Inventor/nodes/SoMultipleCopy.h>
 #include <Inventor/nodes/SoPointLight.h>
 #include <Inventor/nodes/SoSpotLight.h>
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <map>
@@ -644,4 +648,94 @@ TEST(FltVisualBuilder, swingsNoFramesOfASceneThatWouldBecomeTooLarge)
     FltVisualConversion::Result const seen = database.see();
     EXPECT_NE(database.messages.find("the scene would become too large"), std::string::npos);
     EXPECT_EQ(seen.root->children.at(0)->as<FltVisualFlipBook>()->steps.size(), 4U);
+}
+
+namespace
+{
+
+constexpr int largeComments = 200;
+constexpr std::size_t largeComment = 60'000;
+
+/// Builds the visual of an Object, many groups with large comments and the Object again, and has the bytes
+/// given back.
+struct BuiltWithoutBytes {
+    explicit BuiltWithoutBytes(bool hasDefinition)
+    {
+        CompleteDatabase database;
+        std::vector<double> const offsets = database.square();
+        database.begin();
+        if (hasDefinition)
+            database.writer.add("InstanceDefinition", {{"instanceDefinitionNumber", 1}}).push().pop();
+        database.object(offsets);
+        for (int i = 0; i < largeComments; ++i)
+            database.writer.add("Group", {{"idASCII", "g"}}).addRaw(31, std::string(largeComment, 'x'));
+        database.object(offsets);
+        ScratchFolder const folder;
+        database.writer.save(folder / "large.flt");
+        FltFileInput input((folder / "large.flt").c_str());
+        std::string_view const bytes(input.getBuffer(), static_cast<std::size_t>(input.getSize()));
+        FltModel model("large.flt", bytes.data(), bytes.size(), true);
+        FltVisualSetting setting;
+        FltModelReader::read(model, setting.leftOut, [](std::size_t /*done*/) {});
+        FltVisualBuilder builder(model, setting, 1);
+        builder.dropBytesOf(input);
+        root = builder.build().node;
+        bytesThere = static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), 'x'));
+    }
+
+    std::shared_ptr<FltVisualNode> root;
+    std::size_t bytesThere = 0; ///< Of the comments.
+};
+
+} // namespace
+
+TEST(FltVisualBuilder, givesTheBytesBackThatItHasRead)
+{
+    BuiltWithoutBytes const built(false);
+    EXPECT_LT(built.bytesThere, largeComments * largeComment / 2);
+    ASSERT_EQ(built.root->children.size(), largeComments + 2U);
+    for (auto const& object : {built.root->children.front(), built.root->children.back()}) {
+        ASSERT_EQ(object->meshes.size(), 1U);
+        EXPECT_EQ(object->meshes[0].positions.size(), 4U);
+        EXPECT_EQ(object->meshes[0].positions[2], built.root->children.front()->meshes[0].positions[2]);
+    }
+    EXPECT_EQ(built.root->children[largeComments]->comments, std::vector{std::string(largeComment, 'x')});
+}
+
+/// A reference may stand behind all that it means.
+TEST(FltVisualBuilder, keepsTheBytesWhereThereAreDefinitions)
+{
+    EXPECT_GE(BuiltWithoutBytes(true).bytesThere, largeComments * largeComment);
+}
+
+/// What a node says is read before what stands below it.
+TEST(FltVisualBuilder, seesTheSameWhereBytesAreGivenBack)
+{
+    auto const see = [](bool keepsBytes) {
+        CompleteDatabase database;
+        std::vector<double> const offsets = database.square();
+        database.begin();
+        auto const addLargePart = [&](char const* kind, Fields const& fields) {
+            database.writer.add(kind, fields);
+            database.writer.add("Matrix", {{"matrix", matrixWithMove(1, 2, 3)}}).push();
+            database.object(offsets);
+            for (int i = 0; i < largeComments / 2; ++i)
+                database.writer.add("Group").addRaw(31, std::string(largeComment, 'x'));
+            database.object(offsets).writer.pop();
+        };
+        addLargePart("LOD", {{"idASCII", "near"}, {"switchInDistance", 10}});
+        addLargePart("OLDLOD", {{"idASCII", "old"}, {"switchInDistance", 20}, {"switchOutDistance", 10}});
+        addLargePart("Group", {{"idASCII", "group"}});
+        addLargePart("Group", {{"idASCII", "book"}, {"flags", 0x40000000}});
+        addLargePart("DOF", {{"idASCII", "joint"}, {"XCurrentScale", 2}});
+        addLargePart(
+            "Switch",
+            {{"idASCII", "switch"}, {"numberOfMasks", 1}, {"numberOf32BitWordsPerMask", 1}, {"masks", {3}}});
+        addLargePart("LightSource", {{"idASCII", "light"}});
+        if (keepsBytes)
+            database.writer.add("InstanceDefinition", {{"instanceDefinitionNumber", 1}}).push().pop();
+        FltVisualConversion::Result const seen = database.see();
+        return VisualDump::of(*seen.root, seen.textures);
+    };
+    EXPECT_TRUE(see(false) == see(true)) << "too large to be shown";
 }

@@ -57,12 +57,16 @@ TEST(FltOpacityParts, takeTheMeanOfAFaceThatIsClearInPart)
 
 TEST(FltOpacityParts, shareACornerThatHasAPlaceInSeveral)
 {
-    FltMesh mesh = triangles({0xff000040, 0x00ff00ff, 0x00ff00ff});
-    mesh.indices[4] = 2; // of the first face, in the second
-    FltOpacityParts const parts(mesh);
-    ASSERT_EQ(parts.parts.size(), 3U);
-    for (FltMesh const& part : parts.parts)
-        EXPECT_EQ(part.positions.size(), 3U);
+    for (std::size_t const place : {4U, 5U, 6U}) {
+        FltMesh mesh = triangles({0xff000040, 0x00ff00ff, 0x00ff00ff});
+        mesh.indices[place] = 2; // of the first face, in the second
+        FltOpacityParts const parts(mesh);
+        ASSERT_EQ(parts.parts.size(), 3U);
+        for (FltMesh const& part : parts.parts) {
+            EXPECT_EQ(part.positions.size(), 3U);
+            EXPECT_EQ(part.indices, (std::vector<std::int32_t>{0, 1, 2, -1}));
+        }
+    }
 }
 
 TEST(FltOpacityParts, areMadeOfPointsToo)

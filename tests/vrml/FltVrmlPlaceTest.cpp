@@ -2,6 +2,7 @@
 
 #include "support/DrawnScene.h"
 #include "support/MemoryStream.h"
+#include "support/Moved.h"
 #include "toolkit/SoNodeRef.h"
 
 #include <Inventor/SbDPRotation.h>
@@ -86,13 +87,6 @@ SbDPMatrix turned(SbVec3d const& axis, double angle)
     return matrix;
 }
 
-SbDPMatrix moved(double x, double y, double z)
-{
-    SbDPMatrix matrix;
-    matrix.setTranslate(SbVec3d(x, y, z));
-    return matrix;
-}
-
 } // namespace
 
 TEST(FltVrmlPlace, keepsEveryTransformation)
@@ -107,6 +101,16 @@ TEST(FltVrmlPlace, keepsEveryTransformation)
     shear[1][0] = 0.7;
     expectKept({shear * turned(slanted, 0.3) * moved(1, 1, 1)}, "shear");
     expectKept({scaled(1, 1, 0)}, "flat");
+}
+
+TEST(FltVrmlPlace, takesNoRoundingForAScale)
+{
+    for (int i = 1; i < 20; ++i) {
+        std::string const file = fileOf({turned({1, 2, 0.1 * i}, 0.3 * i) * moved(i, 0, 0)});
+        EXPECT_EQ(file.find("scale"), std::string::npos) << file;
+        EXPECT_NE(file.find("rotation"), std::string::npos) << file;
+    }
+    EXPECT_NE(fileOf({scaled(1, 1, 1.000001)}).find("scale "), std::string::npos);
 }
 
 TEST(FltVrmlPlace, mirrorsPointsInsteadOfNodes)

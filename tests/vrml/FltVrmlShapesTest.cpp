@@ -2,6 +2,7 @@
 
 #include "support/MemoryStream.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
 
@@ -29,7 +30,9 @@ protected:
                 lost[std::string(kind)] += count;
             }).write(part, place);
         }
-        return stream.text();
+        std::string all = stream.text();
+        EXPECT_EQ(std::count(all.begin(), all.end(), '{'), std::count(all.begin(), all.end(), '}'));
+        return all;
     }
 
     static FltMesh triangle()
@@ -100,6 +103,23 @@ TEST_F(FltVrmlShapesTest, haveTheirMaterialAndNormalsIfTheyAreLit)
     EXPECT_TRUE(lost.empty());
 }
 
+TEST_F(FltVrmlShapesTest, areBlackInAmbientLightIfTheyAreBlack)
+{
+    FltMesh mesh = triangle();
+    mesh.colors = {0x000000ff};
+    EXPECT_TRUE(holds(written(mesh), {"diffuseColor 0 0 0\n", "ambientIntensity 0\n"}));
+    mesh.colors = {0x010101ff, 0x010101ff, 0x010101ff};
+    EXPECT_TRUE(holds(written(mesh), {"ambientIntensity 1\n"})) << "no more than all of it";
+}
+
+TEST_F(FltVrmlShapesTest, haveTheAmbientLightOfAllTheirColours)
+{
+    FltMesh mesh = triangle();
+    mesh.colors = {0xff0000ff, 0xffff00ff, 0xffffffff};
+    mesh.material.ambient = {0.5F, 0.25F, 0.25F};
+    EXPECT_TRUE(holds(written(mesh), {"ambientIntensity 0.5\n"})) << written(mesh);
+}
+
 TEST_F(FltVrmlShapesTest, shineInOneColourWithoutNormalsIfTheyAreUnlit)
 {
     std::string const text = written(unlit());
@@ -136,6 +156,9 @@ TEST_F(FltVrmlShapesTest, haveNoMaterialIfTheyAreUnlitWithATexture)
     tinted.colors = {0xff0000ff};
     EXPECT_TRUE(holds(written(tinted), {"color Color {", "1 0 0, 1 0 0, 1 0 0"}));
     EXPECT_EQ(lost.size(), 1U) << "a reader may pass over the colour";
+    textures[0].pixels = std::make_shared<PicturePixels const>(PicturePixels{1, 1, 2, {1, 2}});
+    written(tinted);
+    EXPECT_TRUE(lost.empty()) << "the texture is grey";
 }
 
 TEST_F(FltVrmlShapesTest, areLitIfTheyAreClearAllOverWithATexture)
@@ -190,6 +213,11 @@ TEST_F(FltVrmlShapesTest, areLinesAndPointsThatShine)
     std::string const lines = written(mesh);
     EXPECT_TRUE(holds(lines, {"IndexedLineSet {", "color Color {", "colorIndex [", "coordIndex ["})) << lines;
     EXPECT_EQ(lost["widths of lines"], 1U);
+    FltMesh line = mesh;
+    line.positions.pop_back();
+    line.colors.pop_back();
+    line.indices = {0, 1, FltMesh::end};
+    EXPECT_TRUE(holds(written(line), {"color Color {", "1 0 0, 0 1 0\n", "colorIndex ["})) << written(line);
     mesh.kind = FltMesh::Kind::points;
     mesh.indices.clear();
     mesh.colors = {0xff0000ff};

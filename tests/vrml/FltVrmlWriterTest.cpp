@@ -57,6 +57,8 @@ struct Written {
         MemoryStream const stream;
         writer.write(stream, addressOf);
         text = stream.text();
+        EXPECT_EQ(countOf("{"), countOf("}"));
+        EXPECT_EQ(countOf("["), countOf("]"));
         for (FltOmission const& omission : writer.omissions())
             lost.push_back(omission.kind + ' ' + std::to_string(omission.count));
     }
@@ -87,7 +89,7 @@ struct Written {
 TEST(FltVrmlWriter, writesGroupsWithNamesCommentsAndTransformations)
 {
     auto const group = node("house+1");
-    group->comments = {"two\nlines"};
+    group->comments = {"some\nmore\nlines"};
     group->transform = {moved(1, 2, 3), scaled(2, 2, 2)};
     group->children = {node("below")};
     EXPECT_EQ(Written({group}).text, R"(#VRML V2.0 utf8
@@ -99,7 +101,8 @@ DEF root Group {
    children [
     WorldInfo {
      info [
-      "two"
+      "some"
+      "more"
       "lines"
      ]
     }
@@ -121,6 +124,21 @@ TEST(FltVrmlWriter, writesASharedPartOnce)
     EXPECT_EQ(file.countOf("IndexedFaceSet"), 1U);
     EXPECT_TRUE(file.holds({"DEF part Group {", "Shape {", "Group {\n   children USE part\n  }"}))
         << file.text;
+}
+
+TEST(FltVrmlWriter, writesAPartOnceThatNothingButItsTwoPlacesHold)
+{
+    using Parts = std::vector<std::shared_ptr<FltVisualNode>>;
+    auto const twice = [] { return Parts(2, withTriangle()); };
+    EXPECT_EQ(Written(twice()).countOf("IndexedFaceSet"), 1U);
+    auto const choice = node();
+    choice->become<FltVisualSwitch>();
+    choice->children = twice();
+    EXPECT_EQ(Written({choice}).countOf("IndexedFaceSet"), 1U);
+    auto const levels = node();
+    levels->become<FltVisualLevels>().distances = {10, 20};
+    levels->children = twice();
+    EXPECT_EQ(Written({levels}).countOf("IndexedFaceSet"), 1U);
 }
 
 TEST(FltVrmlWriter, writesAMirroredPartOnceMore)
@@ -170,6 +188,56 @@ TEST(FltVrmlWriter, givesEachChildOfASwitchADoor)
                             "DEF lamp DirectionalLight {", "on FALSE"}))
         << file.text;
     EXPECT_EQ(file.lost, std::vector<std::string>{"masks of switches 2"});
+}
+
+TEST(FltVrmlWriter, losesNothingOfASwitchWithOneMask)
+{
+    auto const choice = node();
+    auto& parts = choice->become<FltVisualSwitch>();
+    parts.masks = {1};
+    parts.wordsPerMask = 1;
+    choice->children = {withTriangle("on"), nullptr, withTriangle("off")};
+    Written const file({choice});
+    EXPECT_TRUE(file.holds({"whichChoice 0", "DEF on ", "whichChoice -1", "DEF off "})) << file.text;
+    EXPECT_EQ(file.countOf("Switch {"), 2U);
+    EXPECT_TRUE(file.lost.empty());
+}
+
+TEST(FltVrmlWriter, showsTheFirstFrameOfAFlipBookAndKeepsTheOthers)
+{
+    auto const book = node();
+    book->become<FltVisualFlipBook>();
+    book->children = {withTriangle("first"), withTriangle("second"), withTriangle("last")};
+    Written const file({book});
+    EXPECT_TRUE(
+        file.holds({"Switch {", "whichChoice 0\n", "choice [", "DEF first ", "DEF second ", "DEF last "}))
+        << file.text;
+    EXPECT_EQ(file.countOf("Shape {"), 3U);
+    EXPECT_EQ(file.lost, std::vector<std::string>{"flip-books that play 1"});
+}
+
+TEST(FltVrmlWriter, writesStayingLevelsBeneathFinerOnes)
+{
+    auto const levels = node();
+    FltVisualLevels parts;
+    parts.distances = {10, 20};
+    parts.nextStays = {true, false, false};
+    levels->become<FltVisualLevels>(std::move(parts));
+    levels->children = {withTriangle("fine"), withTriangle("middle"), withTriangle("coarse")};
+    Written const file({levels});
+    EXPECT_TRUE(file.holds({"level [", "Group {", "DEF middle ", "DEF fine ", "USE middle", "DEF coarse "}))
+        << file.text;
+    EXPECT_EQ(file.countOf("Shape {"), 3U);
+}
+
+TEST(FltVrmlWriter, hidesWhatIsHidden)
+{
+    auto const hidden = withTriangle("hidden");
+    hidden->isHidden = true;
+    Written const file({hidden, withTriangle("shown")});
+    EXPECT_TRUE(file.holds({"Switch {", "whichChoice -1\n", "choice [", "DEF hidden ", "DEF shown "}))
+        << file.text;
+    EXPECT_EQ(file.countOf("Switch {"), 1U);
 }
 
 TEST(FltVrmlWriter, writesJointsAtTheirPresentValues)

@@ -7,7 +7,11 @@ TEST(VrmlNames, holdLettersDigitsAndUnderscoresOnly)
     VrmlNames names;
     EXPECT_EQ(names.take("door+1.a b-c"), "door_1_a_b_c");
     EXPECT_EQ(names.take("T\xc3\xbcr"), "T__r");
+    EXPECT_EQ(names.take("AZ_az_09"), "AZ_az_09");
+    EXPECT_EQ(names.take("a@[`{/:"), "a______");
     EXPECT_EQ(names.take("4x4"), "_4x4");
+    EXPECT_EQ(names.take("0"), "_0");
+    EXPECT_EQ(names.take("9"), "_9");
     EXPECT_EQ(names.take(""), "");
 }
 

@@ -77,8 +77,10 @@ TEST(VrmlText, writesPixelsOfEachDepth)
     EXPECT_EQ(written([](VrmlText& text) {
                   text.image("image", {2, 1, 1, {0x0a, 0xff}});
                   text.image("image", {1, 1, 4, {1, 2, 3, 254}});
+                  text.image("image", {3, 3, 1, std::vector<unsigned char>(9, 7)});
               }),
-              "image 2 1 1\n0x0A, 0xFF\nimage 1 1 4\n0x010203FE\n");
+              "image 2 1 1\n0x0A, 0xFF\nimage 1 1 4\n0x010203FE\n"
+              "image 3 3 1\n0x07, 0x07, 0x07, 0x07, 0x07, 0x07, 0x07, 0x07,\n0x07\n");
 }
 
 TEST(VrmlText, indentsDeepNodesNoFurther)

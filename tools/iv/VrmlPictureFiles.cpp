@@ -70,7 +70,8 @@ void VrmlPictureFiles::place(FltVrmlPicture& picture)
         return;
     std::string const file = freeName(picture);
     makeFolder(folder);
-    writeFile(*picture.pixels(), (fs::path(folder) / file).string(), kept, existing);
+    all.push_back((fs::path(folder) / file).string());
+    writeFile(*picture.pixels(), all.back(), kept, existing);
     picture.url = addressOf((fs::path(folder).filename() / file).string());
 }
 

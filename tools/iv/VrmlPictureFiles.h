@@ -23,6 +23,9 @@ public:
     /// @throw ToolError if that can't be written
     void place(FltVrmlPicture& picture);
 
+    /// The files that were written.
+    std::vector<std::string> const& written() const { return all; }
+
     /// Gives a picture the address of the file that the database names, if browsers read it; none otherwise.
     static void name(FltVrmlPicture& picture);
 
@@ -35,6 +38,7 @@ private:
     std::string folder;
     std::vector<KeptFile> kept;
     OutputFile::Existing existing;
+    std::vector<std::string> all;
     std::set<std::string> names;        ///< In the folder.
     std::map<std::string, int> numbers; ///< The last one that each name got.
 };
