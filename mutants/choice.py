@@ -2,9 +2,9 @@
 
 from __future__ import annotations
 
+import hashlib
 import itertools
 import pathlib
-import random
 from collections import defaultdict
 from collections.abc import Iterable, Iterator
 
@@ -23,15 +23,17 @@ def shares(count: int, folders: list[str], seed: int) -> dict[str, int]:
 
 def in_turn(changes: Iterable[Change], seed: int) -> Iterator[Change]:
     """The changes of a folder in an order by chance, one of each kind after the other, and those of lines
-    that had one already last."""
-    chance = random.Random(seed)
+    that had one already last. Changes that come or go leave the others in their order."""
+
+    def lot(change: Change) -> bytes:
+        return hashlib.sha256(repr((seed, change.name)).encode()).digest()
+
     kinds: dict[str, list[Change]] = {kind: [] for kind in KINDS}
     for change in changes:
         kinds[change.kind].append(change)
     waiting = []
     for kind in kinds.values():
-        chance.shuffle(kind)
-        kind.reverse()
+        kind.sort(key=lot, reverse=True)
     lines = set()
     while any(kinds.values()):
         for kind in filter(None, kinds.values()):
@@ -45,25 +47,32 @@ def in_turn(changes: Iterable[Change], seed: int) -> Iterator[Change]:
 
 
 class Choice:
-    """So many changes of each folder. One that can't be made gives its place to the next."""
+    """So many changes of each folder by each seed. One that can't be made gives its place to the next."""
 
-    def __init__(self, changes: Iterable[Change], wanted: dict[str, int], seed: int) -> None:
+    def __init__(self, changes: Iterable[Change], wanted: dict[int, dict[str, int]]) -> None:
+        """@param wanted how many, by seed and folder"""
         of_folder: dict[str, list[Change]] = defaultdict(list)
         for change in changes:
             of_folder[change.folder].append(change)
-        self.next = {folder: in_turn(of_folder[folder], seed) for folder in wanted}
-        self.chosen = [change for folder, count in wanted.items() for change in self.take(folder, count)]
+        self.chosen: list[Change] = []
+        self.drawn: dict[Change, Iterator[Change]] = {}  # with what is drawn next
+        for seed, counts in wanted.items():
+            for folder, count in counts.items():
+                self.take(in_turn(of_folder[folder], seed), count)
 
-    def take(self, folder: str, count: int) -> list[Change]:
-        return list(itertools.islice(self.next[folder], count))
+    def take(self, order: Iterator[Change], count: int) -> list[Change]:
+        """@return those that are new"""
+        new = list(itertools.islice((change for change in order if change not in self.drawn), count))
+        self.drawn.update(dict.fromkeys(new, order))
+        self.chosen += new
+        return new
 
     def replace(self, refused: Iterable[Change]) -> list[Change]:
         """@return those that come in their places"""
         new = []
         for change in refused:
             self.chosen.remove(change)
-            new += self.take(change.folder, 1)
-        self.chosen += new
+            new += self.take(self.drawn[change], 1)
         return new
 
 

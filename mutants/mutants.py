@@ -36,7 +36,8 @@ def arguments() -> argparse.Namespace:
         "can notice.")
     parser.add_argument("count", nargs="?", type=int, default=100, metavar="N",
                         help="how many changes; 100 by default")
-    parser.add_argument("--seed", type=int, default=1, metavar="S", help="which changes; 1 by default")
+    parser.add_argument("--seed", type=int, action="append", metavar="S",
+                        help="which changes; 1 by default; several seeds make N changes each, in one build")
     parser.add_argument("--folder", action="append", metavar="FOLDER",
                         help="only in this folder, such as src/model; may be given several times")
     parser.add_argument("--list", action="store_true", help="only tell the changes")
@@ -68,8 +69,8 @@ class Mutants:
         self.known = self.read()
         changes = [change for change in self.known.changes
                    if not change.may_be_constant or self.is_cheap(change)]
-        wanted = choice.shares(options.count, self.folders, options.seed)
-        self.choice = choice.Choice(changes, wanted, options.seed)
+        self.choice = choice.Choice(changes, {seed: choice.shares(options.count, self.folders, seed)
+                                              for seed in options.seed or [1]})
         self.runs = TestRuns(PLACE / "scratch", options.jobs)
 
     def read(self) -> Known:

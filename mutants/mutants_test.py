@@ -187,10 +187,19 @@ class ChoiceTest(SampleTest):
 
     def test_a_seed_repeats_its_choice(self) -> None:
         changes = self.changes("a", 50)
-        first, again, other = (choice.Choice(changes, {"a": 9}, seed).chosen for seed in (1, 1, 2))
+        first, again, other = (choice.Choice(changes, {seed: {"a": 9}}).chosen for seed in (1, 1, 2))
         self.assertEqual(first, again)
         self.assertNotEqual(first, other)
         self.assertEqual(len(set(first)), 9)
+
+    def test_a_seed_keeps_to_its_choice_where_changes_come_and_go(self) -> None:
+        changes = self.changes("a", 30)
+        before = [change for change in choice.in_turn(changes, 1) if change not in changes[:5]]
+        self.assertEqual(list(choice.in_turn(changes[5:], 1)), before)
+
+    def test_several_seeds_choose_nothing_twice(self) -> None:
+        chosen = choice.Choice(self.changes("a", 30), {1: {"a": 12}, 2: {"a": 12}}).chosen
+        self.assertEqual((len(chosen), len(set(chosen))), (24, 24))
 
     def test_kinds_take_turns_and_lines_come_again_last(self) -> None:
         found = self.found("int f(int a, bool b)\n{\n    a += a + a;\n    return b && a ? 7 : 8;\n}\n")
@@ -199,7 +208,7 @@ class ChoiceTest(SampleTest):
         self.assertEqual(len(order), len(found))
 
     def test_one_that_does_not_compile_gives_its_place_to_the_next(self) -> None:
-        chosen = choice.Choice(self.changes("a", 3), {"a": 2}, 1)
+        chosen = choice.Choice(self.changes("a", 3), {1: {"a": 2}})
         first = chosen.chosen[0]
         new = chosen.replace([first])
         self.assertEqual(len(new), 1)
