@@ -1,7 +1,9 @@
 // Trees of databases in parts, with each program that converts.
 
+#include "Converter.h"
 #include "ProgramRun.h"
 #include "SmallDatabases.h"
+#include "support/Text.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -12,17 +14,6 @@ namespace
 {
 
 namespace fs = std::filesystem;
-
-bool holds(std::string const& text, std::string const& part)
-{
-    return text.find(part) != std::string::npos;
-}
-
-/// A program, and the ending of its results.
-struct Converter {
-    char const* program;
-    char const* ending;
-};
 
 class ConversionParts : public testing::TestWithParam<Converter>
 {
@@ -222,6 +213,4 @@ TEST_P(ConversionParts, needADirectoryToGoToAndAnInput)
     EXPECT_FALSE(fs::exists(folder / "out"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, ConversionParts,
-                         testing::Values(Converter{"flt2iv", ".iv"}, Converter{"flt2gltf", ".glb"}),
-                         [](testing::TestParamInfo<Converter> const& one) { return one.param.program; });
+INSTANTIATE_TEST_SUITE_P(Each, ConversionParts, Converter::each(), Converter::nameOf);

@@ -1,9 +1,11 @@
 // Reports of runs, and what another run with one does, with each program that converts.
 
+#include "Converter.h"
 #include "ProgramRun.h"
 #include "SmallDatabases.h"
 #include "convert/Report.h"
 #include "support/SmallPictures.h"
+#include "support/Text.h"
 #include "toolkit/TemporaryName.h"
 
 #include <algorithm>
@@ -18,17 +20,6 @@ namespace
 {
 
 namespace fs = std::filesystem;
-
-bool holds(std::string const& text, std::string const& part)
-{
-    return text.find(part) != std::string::npos;
-}
-
-/// A program, and the ending of its results.
-struct Converter {
-    char const* program;
-    char const* ending;
-};
 
 class ConversionReport : public testing::TestWithParam<Converter>
 {
@@ -326,6 +317,4 @@ TEST_P(ConversionReport, isNeverAnInput)
     EXPECT_EQ(contentsOf(tile), SmallDatabase().bytes());
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, ConversionReport,
-                         testing::Values(Converter{"flt2iv", ".iv"}, Converter{"flt2gltf", ".glb"}),
-                         [](testing::TestParamInfo<Converter> const& one) { return one.param.program; });
+INSTANTIATE_TEST_SUITE_P(Each, ConversionReport, Converter::each(), Converter::nameOf);

@@ -1,6 +1,7 @@
 #include "ProgramRun.h"
 #include "SmallDatabases.h"
 #include "support/SmallPictures.h"
+#include "support/Text.h"
 
 #include <chrono>
 #include <cstdint>
@@ -15,11 +16,6 @@ namespace
 {
 
 namespace fs = std::filesystem;
-
-bool holds(std::string const& text, std::string const& part)
-{
-    return text.find(part) != std::string::npos;
-}
 
 /// The JSON of a .glb; null unless the file is as long as it says.
 nlohmann::json jsonOf(std::string const& glb)
@@ -323,10 +319,10 @@ TEST_F(Flt2gltf, refusesOptionsThatDoNotGoTogether)
     std::string const input = database("a.flt");
     for (std::string const& options :
          {"--to gltf -o " + (folder / "a.glb"), "--exact -o " + (folder / "a.glb"),
-          "--lod some -o " + (folder / "a.glb"), "--lod all -o " + (folder / "a.obj"),
-          "--extras none -o " + (folder / "a.html"), "--meshopt -o " + (folder / "a.html"),
-          std::string("--meshopt --to html"), "--xref file --units stored -o " + (folder / "a.glb"),
-          "--extras some -o " + (folder / "a.glb")}) {
+          "--lod some -o " + (folder / "a.glb"), "--names none -o " + (folder / "a.glb"),
+          "--lod all -o " + (folder / "a.obj"), "--extras none -o " + (folder / "a.html"),
+          "--meshopt -o " + (folder / "a.html"), std::string("--meshopt --to html"),
+          "--xref file --units stored -o " + (folder / "a.glb"), "--extras some -o " + (folder / "a.glb")}) {
         ProgramRun const refused = run(options + " " + input);
         EXPECT_EQ(refused.exitCode, 2) << options;
         EXPECT_EQ(refused.output, "") << options;

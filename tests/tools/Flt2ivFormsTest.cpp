@@ -212,6 +212,32 @@ TEST_F(Flt2ivForms, areWhereTheDatabaseIsOrAboutZero)
     EXPECT_NE(exact.errors.find("--origin centre"), std::string::npos);
 }
 
+TEST_F(Flt2ivForms, haveTheNamesOfAllNodesOrOfSomeOrOfNone)
+{
+    FltWriter flt;
+    flt.push();
+    for (char const* const name : {"tower", "wall", "wall"})
+        flt.add("Group", {{"idASCII", name}});
+    std::string const input = folder.write("named.flt", flt.pop().bytes());
+    auto const namesIn = [&](std::string const& options) {
+        std::string const text = contentsOf(converted(options, input, "a.iv"));
+        auto const has = [&](std::string const& name) {
+            return text.find("DEF " + name) != std::string::npos;
+        };
+        return std::string(has("tower") ? "tower " : "") + (has("wall") ? "wall" : "");
+    };
+    EXPECT_EQ(namesIn(""), "tower wall");
+    EXPECT_EQ(namesIn("--names all"), "tower wall");
+    EXPECT_EQ(namesIn("--names unique"), "tower ");
+    EXPECT_EQ(namesIn("--names none"), "");
+    for (char const* const option : {"--names none", "--names unique", "--merge"}) {
+        ProgramRun const exact("flt2iv", std::string("--exact ") + option + " " + input);
+        EXPECT_EQ(exact.exitCode, 2) << option;
+        EXPECT_NE(exact.errors.find(std::string(option).substr(0, 7)), std::string::npos) << exact.errors;
+    }
+    EXPECT_EQ(ProgramRun("flt2iv", "--names some " + input).exitCode, 2);
+}
+
 TEST_F(Flt2ivForms, haveStatistics)
 {
     std::string const input = database();

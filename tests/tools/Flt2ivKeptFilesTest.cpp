@@ -3,6 +3,7 @@
 #include "ProgramRun.h"
 #include "SmallDatabases.h"
 #include "support/SmallPictures.h"
+#include "support/Text.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -11,11 +12,6 @@ namespace
 {
 
 namespace fs = std::filesystem;
-
-bool holds(std::string const& text, std::string const& part)
-{
-    return text.find(part) != std::string::npos;
-}
 
 class Flt2ivKeptFiles : public testing::Test
 {

@@ -5,6 +5,7 @@
 #include "messages/FltText.h"
 #include "support/PseudoTerminal.h"
 #include "support/SmallPictures.h"
+#include "support/Text.h"
 
 #include <algorithm>
 #include <chrono>
@@ -17,11 +18,6 @@ namespace
 {
 
 namespace fs = std::filesystem;
-
-bool holds(std::string const& text, std::string const& part)
-{
-    return text.find(part) != std::string::npos;
-}
 
 class Flt2ivMany : public testing::Test
 {
@@ -52,6 +48,15 @@ protected:
     }
 
     std::string output(std::string const& name) const { return folder / ("out/" + name); }
+
+    /// What a terminal gets while commands run in it.
+    std::string onTerminal(std::string const& commands) const
+    {
+        std::string const screen = folder / "screen";
+        static_cast<void>(std::system(
+            ("TERM=xterm script -qec '" + commands + "' /dev/null >" + screen + " </dev/null").c_str()));
+        return contentsOf(screen);
+    }
 
     std::size_t outputs() const
     {
@@ -383,20 +388,30 @@ TEST_F(Flt2ivMany, goesOnWhereAKilledRunWas)
     }
 }
 
+TEST_F(Flt2ivMany, showsTheEndOfALineThatIsWiderThanTheTerminal)
+{
+    if (std::string const reason = PseudoTerminal::whyNot(); !reason.empty())
+        GTEST_SKIP() << reason;
+    std::string const name = std::string(120, 'x') + "\u00e4.flt";
+    std::string const shown =
+        onTerminal("stty cols 30; " VELLOREADER_PROGRAMS "flt2iv --progress -o " + (folder / "a.iv") + " " +
+                   folder.write(name, SmallDatabase().bytes()));
+    std::size_t const begin = shown.find("\r...xx"), end = shown.find("\u00e4.flt: ");
+    ASSERT_LT(begin, end) << shown;
+    ASSERT_NE(end, std::string::npos) << shown;
+    std::string const line = shown.substr(begin + 1, shown.find("\x1b[K", end) - begin - 1);
+    EXPECT_EQ(line.size(), 29U + 1U) << "as wide as it may be, with a letter of two bytes: " << line;
+    EXPECT_EQ(line.substr(line.size() - 2), " %");
+}
+
 TEST_F(Flt2ivMany, showsItsProgressOnATerminalAlone)
 {
     if (std::string const reason = PseudoTerminal::whyNot(); !reason.empty())
         GTEST_SKIP() << reason;
     databases(20);
     static_cast<void>(folder.write("models/bad.flt", "no database"));
-    std::string const screen = folder / "screen";
     std::string const command =
         VELLOREADER_PROGRAMS "flt2iv --progress -j 1 -o " + out + " " + (folder / "models");
-    auto const onTerminal = [&](std::string const& line) {
-        static_cast<void>(std::system(
-            ("TERM=xterm script -qec '" + line + "' /dev/null >" + screen + " </dev/null").c_str()));
-        return contentsOf(screen);
-    };
     std::string const shown = onTerminal(command);
     EXPECT_TRUE(holds(shown, " of 21 databases, ")) << shown;
     EXPECT_TRUE(holds(shown, " left\x1b[K")) << shown;

@@ -2,6 +2,7 @@
 
 #include "ProgramRun.h"
 #include "SmallDatabases.h"
+#include "support/Text.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -24,11 +25,6 @@ protected:
 
     ScratchFolder folder;
 };
-
-bool holds(std::string const& text, std::string const& part)
-{
-    return text.find(part) != std::string::npos;
-}
 
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "ProgramRun.h"
 #include "SmallDatabases.h"
 #include "convert/Report.h"
+#include "support/Text.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -8,11 +9,6 @@
 
 namespace
 {
-
-bool holds(std::string const& text, std::string const& part)
-{
-    return text.find(part) != std::string::npos;
-}
 
 std::size_t countIn(std::string const& text, std::string const& part)
 {
@@ -194,6 +190,24 @@ TEST_F(Fltreport, takesNoNameForPartOfThePage)
     EXPECT_FALSE(holds(text, "<script"));
     EXPECT_FALSE(holds(text, "\x01"));
     EXPECT_GE(countIn(text, "&lt;/title&gt;&lt;script&gt;alert(1)&lt;/script&gt;&amp;&quot;&#39;\\x01"), 5U);
+}
+
+TEST_F(Fltreport, putsTilesOfATilesetSideBySide)
+{
+    std::vector<ReportLine> lines;
+    for (int i = 0; i < 3; ++i) { // about their own middles, one a hundredth of a degree north of the other
+        lines.push_back(tile("t" + std::to_string(i)));
+        lines.back().facts.box = ConversionFacts::Box{{-500, -500, 0}, {500, 500, 50}};
+        lines.back().facts.projection = 4;
+        lines.back().facts.tile.emplace().place = FltProjection::Place{47 + i * 0.01, 9, 0};
+    }
+    lines.push_back(tile("model"));
+    lines.back().facts.tile.emplace();
+    std::string const page = run("--html " + report({}, lines, 4)).output;
+    EXPECT_EQ(countIn(page, "<rect class=\"a"), 3U) << "a model has no place";
+    EXPECT_TRUE(holds(page, "viewBox=\"0 0 310.3 1000\"")) << page.substr(page.find("viewBox"), 40);
+    for (char const* const y : {"y=\"0\"", "y=\"344.", "y=\"689."})
+        EXPECT_TRUE(holds(page, y)) << y;
 }
 
 TEST_F(Fltreport, putsTilesWhereTheirOriginsAre)

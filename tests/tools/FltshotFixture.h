@@ -2,6 +2,7 @@
 
 #include "ProgramRun.h"
 #include "ShotFile.h"
+#include "support/Text.h"
 #include "writer/FltWriter.h"
 
 #include <algorithm>
@@ -90,11 +91,6 @@ protected:
         EXPECT_EQ(run.exitCode, exitCode) << arguments << ": " << run.errors;
         EXPECT_EQ(contentsOf(output), "") << arguments;
         return run.errors;
-    }
-
-    static bool holds(std::string const& text, std::string const& part)
-    {
-        return text.find(part) != std::string::npos;
     }
 
     ScratchFolder directory;

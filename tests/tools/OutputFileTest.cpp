@@ -80,6 +80,7 @@ TEST_F(OutputFileTest, LeavesTheOldFileAndNothingElseIfTheProgramIsEnded)
         ASSERT_EQ(::pipe(ready), 0);
         pid_t const child = ::fork();
         if (child == 0) {
+            static_cast<void>(std::signal(signal, SIG_DFL)); // where nohup runs the tests, it is ignored
             OutputFile output(path);
             write(output, "new");
             std::fflush(output.stream());

@@ -166,6 +166,7 @@ void ConversionCommand::chooseForm()
         throw UsageError("the name " + output + " doesn't go with --to " + format);
     chosenForm = formNamed(forms, format.empty() ? named : "." + format);
     conversion.beside = form().beside;
+    conversion.hasPictures = form().hasPictures;
     if (OutputFile::isStream(output) && form().needsPlace)
         throw UsageError("--to " + wordOf(form()) + " can't go into a pipe: " + fileOrDirectory());
 }
@@ -215,10 +216,11 @@ void ConversionCommand::checkLoader(FltLoader const& loader) const
         throw UsageError("--xref file needs --origin stored: files that include each other share their zero");
     bool const isForComplete = namesReferences || keepsUnits || !keepsOrigin ||
                                loader.levelsOfDetail != FltLoader::LevelsOfDetail::all ||
-                               loader.time != FltLoader::TimeOfDay::day;
+                               loader.time != FltLoader::TimeOfDay::day || loader.merge ||
+                               loader.names != FltLoader::Names::all;
     if (loader.exact && isForComplete)
-        throw UsageError(
-            "--exact has no choice of --xref file, --units stored, --origin centre, --lod and --time");
+        throw UsageError("--exact has no choice of --xref file, --units stored, --origin centre, --lod, "
+                         "--time, --merge and --names");
     bool const isMany = goesToDirectory() || namesReferences;
     if (isMany && loader.log && !loader.log->empty())
         throw UsageError("--log=PATH is for a single database: give --log without a name");

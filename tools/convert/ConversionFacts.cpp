@@ -37,6 +37,11 @@ void ConversionFacts::addTo(Json& json) const
                       {"longitude", asNumber(longitude)},
                       {"projection", projection},
                       {"ellipsoid", ellipsoid}};
+    if (beside) {
+        Json& written = json["beside"] = Json::array();
+        for (File const& file : *beside)
+            written.push_back({FltText::utf8(file.path), file.bytes});
+    }
     Json files = Json::array();
     for (NeededFiles::File const& file : needs)
         files.push_back({FltText::utf8(file.path), file.stamp.size, file.stamp.time});
@@ -63,6 +68,11 @@ ConversionFacts ConversionFacts::from(Json const& json)
     origin.at("longitude").get_to(facts.longitude);
     origin.at("projection").get_to(facts.projection);
     origin.at("ellipsoid").get_to(facts.ellipsoid);
+    if (json.contains("beside")) {
+        facts.beside.emplace();
+        for (Json const& file : json["beside"])
+            facts.beside->push_back({file.at(0).get<std::string>(), file.at(1)});
+    }
     for (Json const& file : json.at("needs"))
         facts.needs.push_back({file.at(0).get<std::string>(), {file.at(1), file.at(2)}});
     json.at("settled").get_to(facts.isSettled);

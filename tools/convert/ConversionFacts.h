@@ -12,6 +12,12 @@
 
 /// What a report tells of a database that was converted.
 struct ConversionFacts {
+    /// A file of the result.
+    struct File {
+        std::string path;
+        std::uint64_t bytes = 0;
+    };
+
     struct Box {
         std::array<double, 3> least, most; ///< In the unit of the result; z is up.
     };
@@ -32,6 +38,10 @@ struct ConversionFacts {
     int projection = 0;   ///< Number of the map projection; 0 is a flat earth.
     int ellipsoid = 0;    ///< Number of the earth model.
     /// @}
+
+    /// The files of the result but the main one: binary parts, materials, pictures, coarser levels. Nothing
+    /// in a report of before, which told none.
+    std::optional<std::vector<File>> beside;
 
     std::vector<NeededFiles::File> needs; ///< All that was read.
     bool isSettled = true;                ///< Whether none of it was changed meanwhile.

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 /// How databases are converted, whatever they become.
 struct ConversionOptions {
@@ -17,9 +18,10 @@ struct ConversionOptions {
     bool summarises = true;     ///< Whether to end with a count.
     OutputFile::Existing existing = OutputFile::Existing::replace; ///< Results that are there already.
     FltLoader::References references = FltLoader::References::follow;
-    std::string beside;           ///< As in ConversionForm.
-    std::string textureDirectory; ///< Where results share their textures; empty if each has its own.
-    std::string report;           ///< The report's file; empty for none.
-    std::string optionsGiven;     ///< Those that have an effect on results, for the report.
+    std::vector<std::string> beside; ///< As in ConversionForm.
+    bool hasPictures = false;        ///< As in ConversionForm.
+    std::string textureDirectory;    ///< Where results share their textures; empty if each has its own.
+    std::string report;              ///< The report's file; empty for none.
+    std::string optionsGiven;        ///< Those that have an effect on results, for the report.
     ProgressLine::Start progress = ProgressLine::Start::afterASecond;
 };

@@ -252,12 +252,12 @@ void ConversionRun::findReferredFiles(ConversionPlan const& plan)
         searches.size(), [&](std::size_t number) { return searches[number].request; }, watcher);
 }
 
-/// The result of an entry, and the file that belongs to it.
+/// The result of an entry, and the files that may belong to it, but for pictures.
 std::vector<std::string> ConversionRun::filesOf(ConversionPlan::Entry const& entry) const
 {
     std::vector<std::string> files = {entry.output};
-    if (!options.beside.empty())
-        files.push_back(std::filesystem::path(entry.output).replace_extension(options.beside).string());
+    for (std::string const& ending : options.beside)
+        files.push_back(std::filesystem::path(entry.output).replace_extension(ending).string());
     return files;
 }
 
@@ -315,8 +315,10 @@ std::vector<std::string> ConversionRun::namesIn(ConversionPlan const& plan,
 /// Reads what earlier runs have reported.
 void ConversionRun::startReport(ConversionPlan const& plan)
 {
-    report.emplace(options.report, ReportRun{program.name(), Program::version(), options.optionsGiven,
-                                             plan.treePart(), plan.entries().size()});
+    report.emplace(options.report,
+                   ReportRun{program.name(), Program::version(), options.optionsGiven, plan.treePart(),
+                             plan.entries().size()},
+                   options.hasPictures || !options.beside.empty() || !options.textureDirectory.empty());
     if (std::string const remark = report->remark(); !remark.empty())
         program.warn(remark);
 }

@@ -96,6 +96,15 @@ void FactsOfLoad::take(FltScene const& scene)
                        scene.info()});
 }
 
+void FactsOfLoad::takeWritten(std::vector<std::string> const& files, std::string const& output)
+{
+    std::unordered_set<std::string> known = {output};
+    gathered.beside.emplace();
+    for (std::string const& file : files)
+        if (known.insert(file).second)
+            gathered.beside->push_back({file, FileStamp::of(file).value_or(FileStamp()).size});
+}
+
 ConversionFacts FactsOfLoad::facts()
 {
     needed.add(input);

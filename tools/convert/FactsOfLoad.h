@@ -7,6 +7,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 /// Gathers what a report tells of a database. To be made before it is read.
 class FactsOfLoad
@@ -23,6 +24,10 @@ public:
 
     /// Takes over what a tileset needs to know.
     void take(FltTile tile) { gathered.tile = std::move(tile); }
+
+    /// Takes over of which files the result consists.
+    /// @param output the main one, which may be among them
+    void takeWritten(std::vector<std::string> const& files, std::string const& output);
 
     /// All of it, once the result is written.
     ConversionFacts facts();

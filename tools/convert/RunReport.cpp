@@ -9,11 +9,17 @@
 namespace
 {
 
-/// Where a result is below the directory of all results.
+namespace fs = std::filesystem;
+
+fs::path baseOf(std::string const& directory)
+{
+    return directory.empty() ? "." : directory;
+}
+
+/// Where a file of a result is below the directory of all results.
 std::string placeOf(std::string const& output, std::string const& directory)
 {
-    std::filesystem::path const base = directory.empty() ? "." : directory;
-    return FltText::utf8(std::filesystem::path(output).lexically_proximate(base).generic_string());
+    return FltText::utf8(fs::path(output).lexically_proximate(baseOf(directory)).generic_string());
 }
 
 std::vector<std::string> placesOf(std::vector<std::string> names, std::string const& directory)
@@ -26,7 +32,8 @@ std::vector<std::string> placesOf(std::vector<std::string> names, std::string co
 
 } // namespace
 
-RunReport::RunReport(std::string const& path, ReportRun const& run) : run(run), file(path, run)
+RunReport::RunReport(std::string const& path, ReportRun const& run, bool hasFilesBeside)
+    : run(run), hasFilesBeside(hasFilesBeside), file(path, run)
 {
     Report const& earlier = file.earlier();
     if (!earlier.run || !earlier.run->isLike(run))
@@ -46,12 +53,31 @@ std::string RunReport::remark() const
     return "the report is of a run with other options, or of another version: everything is made anew";
 }
 
-bool RunReport::isAsItWas(NeededFiles::File const& needed)
+/// Of a file as it is: looked at once, however many results it belongs to.
+std::optional<FileStamp> const& RunReport::stampOf(std::string const& path)
 {
-    auto const [stamp, isNew] = stamps.try_emplace(needed.path);
+    auto const [stamp, isNew] = stamps.try_emplace(path);
     if (isNew)
-        stamp->second = FileStamp::of(needed.path);
-    return stamp->second == needed.stamp;
+        stamp->second = FileStamp::of(path);
+    return stamp->second;
+}
+
+/// Whether all files of a result are there, in their sizes.
+bool RunReport::isThere(ReportLine const& line, ConversionPlan::Entry const& entry)
+{
+    auto const hasSize = [this](std::string const& path, std::uint64_t bytes) {
+        std::optional<FileStamp> const& stamp = stampOf(path);
+        return stamp && stamp->size == bytes;
+    };
+    if (line.output != placeOf(entry.output, entry.outputDirectory) ||
+        !hasSize(entry.output, line.bytesWritten))
+        return false;
+    if (!line.facts.beside)
+        return !hasFilesBeside;
+    fs::path const base = baseOf(entry.outputDirectory);
+    return std::all_of(
+        line.facts.beside->begin(), line.facts.beside->end(),
+        [&](ConversionFacts::File const& one) { return hasSize((base / one.path).string(), one.bytes); });
 }
 
 bool RunReport::isUpToDate(ConversionPlan::Entry const& entry, std::vector<std::string> const& names)
@@ -63,14 +89,12 @@ bool RunReport::isUpToDate(ConversionPlan::Entry const& entry, std::vector<std::
     if (found == lines.end())
         return false;
     ReportLine const& line = file.earlier().lines[found->second];
-    std::optional<FileStamp> const output = FileStamp::of(entry.output);
-    bool const isDone = line.exitCode == 0 && line.facts.isSettled && output &&
-                        output->size == line.bytesWritten &&
-                        line.output == placeOf(entry.output, entry.outputDirectory) &&
+    bool const isDone = line.exitCode == 0 && line.facts.isSettled && isThere(line, entry) &&
                         line.names == placesOf(names, entry.outputDirectory);
-    answer->second = isDone && !line.facts.needs.empty() &&
-                     std::all_of(line.facts.needs.begin(), line.facts.needs.end(),
-                                 [this](NeededFiles::File const& needed) { return isAsItWas(needed); });
+    answer->second =
+        isDone && !line.facts.needs.empty() &&
+        std::all_of(line.facts.needs.begin(), line.facts.needs.end(),
+                    [this](NeededFiles::File const& needed) { return stampOf(needed.path) == needed.stamp; });
     if (answer->second)
         takenOver.push_back(line);
     return answer->second;
@@ -86,6 +110,9 @@ void RunReport::add(ConversionPlan::Entry const& entry, ConversionStatistics con
     line.bytesWritten = statistics.bytesOut;
     line.names = placesOf(names, entry.outputDirectory);
     line.facts = ConversionFacts::from(nlohmann::ordered_json::parse(facts));
+    if (line.facts.beside)
+        for (ConversionFacts::File& one : *line.facts.beside)
+            one.path = placeOf(one.path, entry.outputDirectory);
     file.add(line);
 }
 

@@ -13,14 +13,15 @@
 class RunReport
 {
 public:
+    /// @param hasFilesBeside whether results may consist of several files
     /// @throw ToolError; see ReportFile
-    RunReport(std::string const& path, ReportRun const& run);
+    RunReport(std::string const& path, ReportRun const& run, bool hasFilesBeside);
 
     /// What is to be said of the earlier report, such as that it is of no use; empty if there is nothing.
     std::string remark() const;
 
-    /// Whether an earlier line still holds for a database: its result is there, in its size, and all that it
-    /// was made of is as it was. Such a line is taken over.
+    /// Whether an earlier line still holds for a database: all files of its result are there, in their sizes,
+    /// and all that it was made of is as it was. Such a line is taken over.
     /// @param names the results of others that it would name
     bool isUpToDate(ConversionPlan::Entry const& entry, std::vector<std::string> const& names);
 
@@ -39,10 +40,11 @@ public:
     static std::string textOf(ConversionFacts const& facts);
 
 private:
-    bool isLike(ReportRun const& run) const;
-    bool isAsItWas(NeededFiles::File const& needed);
+    std::optional<FileStamp> const& stampOf(std::string const& path);
+    bool isThere(ReportLine const& line, ConversionPlan::Entry const& entry);
 
     ReportRun const run;
+    bool const hasFilesBeside;
     ReportFile file;
     std::unordered_map<std::string, std::size_t> lines;               ///< Earlier ones, by the input.
     std::unordered_map<std::string, std::optional<FileStamp>> stamps; ///< Of files as they are.

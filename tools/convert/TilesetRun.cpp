@@ -4,6 +4,7 @@
 #include "support/Numbers.h"
 #include "support/ToolError.h"
 #include "tiles/FltTileset.h"
+#include "toolkit/TemporaryName.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -88,6 +89,7 @@ ExitCode TilesetRun::write(std::vector<std::string> const& reports, std::string 
     for (auto& [file, tile] : results.tiles)
         tiles.push_back(std::move(tile));
     FltTilesetReport const report = FltTileset(std::move(tiles)).write(output);
+    TemporaryName::removeAbandoned(report.files);
     warnOf(program, report.missing, "other databases refer to it, but the reports have no such result");
     warnOf(program, report.placedTwice,
            "has a place on the globe of its own, so it doesn't stand where others refer to it");

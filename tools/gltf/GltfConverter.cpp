@@ -157,6 +157,7 @@ ConversionResult GltfConverter::convert(Conversion const& conversion, FltLoader:
         facts->take(visual);
         if (tile)
             facts->take(*std::move(tile));
+        facts->takeWritten(report.files, conversion.output);
     }
     ConversionStatistics statistics;
     statistics.nodes = report.nodes;

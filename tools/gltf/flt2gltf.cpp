@@ -3,6 +3,7 @@
 #include "convert/ConversionCommand.h"
 #include "convert/TilesetRun.h"
 #include "gltf/GltfConverter.h"
+#include "tiles/FltTileFiles.h"
 
 #include <filesystem>
 
@@ -45,9 +46,9 @@ ProgramDescription description()
 std::vector<ConversionForm> forms()
 {
     return {{".glb", "glTF in one file"},
-            {".gltf", "glTF as text", ".bin", true},
+            {".gltf", "glTF as text", {".bin"}, true, true},
             {".html", "a page for browsers"},
-            {".obj", "OBJ", ".mtl", true}};
+            {".obj", "OBJ", {".mtl"}, true, true}};
 }
 
 /// Where the files of a run share their textures; empty where each has its own.
@@ -95,13 +96,15 @@ int main(int argc, char** argv)
     ConversionCommand command(program, forms());
     GltfChoices choices;
     choices.add(program);
-    command.leaveOut({"levels", "exact"});
+    command.leaveOut({"levels", "exact", "names"});
     command.addOptions();
     return program.run(argc, argv, [&] {
         if (choices.makeTileset())
             prepareTileset(command);
         command.check();
         choices.check(command.form().ending);
+        if (choices.areSplit())
+            command.options().beside = FltTileFiles::coarserEndings();
         command.options().readsTextures = true;
         command.options().textureDirectory = sharedTextures(command);
         ExitCode const code = command.run(GltfConverter(program, command, choices));

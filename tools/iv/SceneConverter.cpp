@@ -86,8 +86,10 @@ void SceneConverter::prepare(FltScene const& scene, Conversion const& conversion
 }
 
 /// Has the pictures of a VRML97 file stand beside it, where there is such a place.
-void SceneConverter::placePictures(std::vector<FltVrmlPicture>& pictures, Conversion const& conversion,
-                                   std::vector<KeptFile> const& kept) const
+/// @return the files that were written
+std::vector<std::string> SceneConverter::placePictures(std::vector<FltVrmlPicture>& pictures,
+                                                       Conversion const& conversion,
+                                                       std::vector<KeptFile> const& kept) const
 {
     VrmlPictureFiles files(conversion.output, kept, options.existing);
     bool const isBeside = !OutputFile::isStream(conversion.output);
@@ -98,14 +100,17 @@ void SceneConverter::placePictures(std::vector<FltVrmlPicture>& pictures, Conver
             files.place(picture);
         else
             VrmlPictureFiles::name(picture);
+    return files.written();
 }
 
-std::uint64_t SceneConverter::writeVrml(FltVisual const& visual, Conversion const& conversion) const
+/// @param beside becomes the files that were written beside it
+std::uint64_t SceneConverter::writeVrml(FltVisual const& visual, Conversion const& conversion,
+                                        std::vector<std::string>& beside) const
 {
     std::vector<KeptFile> const kept =
         loaderOptions.keptFiles(conversion.input, visual.references, visual.textures);
     FltVrmlWriter vrml(visual.root, visual.textures);
-    placePictures(vrml.pictures(), conversion, kept);
+    beside = placePictures(vrml.pictures(), conversion, kept);
     ReferenceNames const names(conversion.referenceOutputs, folderOf(conversion.output));
     std::size_t takenOut = 0;
     auto const addressOf = [&](std::string const& database) {
@@ -141,6 +146,7 @@ ConversionResult SceneConverter::convert(Conversion const& conversion, FltLoader
     program.detail("reading " + conversion.input);
     FltLoader const loader = makeLoader(conversion, progress);
     ConversionStatistics statistics;
+    std::vector<std::string> beside;
     if ((form.isVrml || facts) && !loader.exact) {
         FltVisual const visual = loader.loadVisual(conversion.input);
         loaded();
@@ -150,7 +156,7 @@ ConversionResult SceneConverter::convert(Conversion const& conversion, FltLoader
         if (options.measures)
             statistics = measure(FltLoader::makeScene(visual), conversion.input);
         statistics.bytesIn = visual.info.bytes;
-        statistics.bytesOut = form.isVrml ? writeVrml(visual, conversion)
+        statistics.bytesOut = form.isVrml ? writeVrml(visual, conversion, beside)
                                           : writeScene(FltLoader::makeScene(visual), conversion);
     } else {
         FltScene const scene = loader.load(conversion.input);
@@ -163,6 +169,8 @@ ConversionResult SceneConverter::convert(Conversion const& conversion, FltLoader
         statistics.bytesIn = scene.info().bytes;
         statistics.bytesOut = writeScene(scene, conversion);
     }
+    if (facts)
+        facts->takeWritten(beside, conversion.output);
     statistics.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
     return {statistics, facts ? facts->facts() : ConversionFacts{}};
 }

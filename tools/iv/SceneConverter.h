@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 #include <vector>
 
 /// Converts databases into scene files.
@@ -26,10 +27,12 @@ public:
 private:
     FltLoader makeLoader(Conversion const& conversion, FltLoader::Progress const& progress) const;
     void prepare(FltScene const& scene, Conversion const& conversion) const;
-    void placePictures(std::vector<FltVrmlPicture>& pictures, Conversion const& conversion,
-                       std::vector<KeptFile> const& kept) const;
+    std::vector<std::string> placePictures(std::vector<FltVrmlPicture>& pictures,
+                                           Conversion const& conversion,
+                                           std::vector<KeptFile> const& kept) const;
     std::uint64_t writeScene(FltScene const& scene, Conversion const& conversion) const;
-    std::uint64_t writeVrml(FltVisual const& visual, Conversion const& conversion) const;
+    std::uint64_t writeVrml(FltVisual const& visual, Conversion const& conversion,
+                            std::vector<std::string>& beside) const;
 
     Program const& program;
     LoaderOptions const& loaderOptions;

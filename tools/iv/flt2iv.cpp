@@ -47,7 +47,7 @@ void choose(SceneForm& form, ConversionCommand& command)
 int main(int argc, char** argv)
 {
     Program program(description());
-    ConversionCommand command(program, {{".iv", "Open Inventor"}, {".wrl", "VRML97"}});
+    ConversionCommand command(program, {{".iv", "Open Inventor"}, {".wrl", "VRML97", {}, false, true}});
     SceneForm form;
     program.flag("-b,--binary", form.isBinary, "Write the binary form instead of text.");
     program.flag("-z,--compress", form.isCompressed,

@@ -33,20 +33,37 @@ bool isPlaced(ReportLine const& line)
            std::all_of(line.facts.box->most.begin(), line.facts.box->most.end(), isNear);
 }
 
+/// Whether a result stands on the globe: its box counts from its own place there.
+bool isOnGlobe(ReportLine const& line)
+{
+    return line.facts.tile && line.facts.tile->place;
+}
+
 /// Whether a database tells where on the earth it is. What stands at several places doesn't, such as a house.
 bool hasOrigin(ReportLine const& line)
 {
     return line.facts.projection != 0 || line.facts.latitude != 0 || line.facts.longitude != 0;
 }
 
-/// How far a database says that its zero is from that of another one. Only on a flat earth each has its own.
+/// Where the zero of a result is: latitude and longitude.
+std::pair<double, double> zeroOf(ReportLine const& line)
+{
+    if (isOnGlobe(line))
+        return {line.facts.tile->place->latitude, line.facts.tile->place->longitude};
+    return {line.facts.latitude, line.facts.longitude};
+}
+
+/// How far the zero of a result is from that of another one. Only on the globe and on a flat earth each has
+/// its own.
 std::pair<double, double> wayOf(ReportLine const& line, ReportLine const& first)
 {
-    if (line.facts.projection != 0)
+    if (line.facts.projection != 0 && !isOnGlobe(line))
         return {0, 0};
-    double const east = (line.facts.longitude - first.facts.longitude) * metresOfADegree *
-                        std::cos(radians(first.facts.latitude));
-    return {east, (line.facts.latitude - first.facts.latitude) * metresOfADegree};
+    auto const [latitude, longitude] = zeroOf(line);
+    auto const [firstLatitude, firstLongitude] = zeroOf(first);
+    double const east =
+        std::remainder(longitude - firstLongitude, 360) * metresOfADegree * std::cos(radians(firstLatitude));
+    return {east, (latitude - firstLatitude) * metresOfADegree};
 }
 
 std::size_t troubleOf(ReportLine const& line)
@@ -77,10 +94,13 @@ std::vector<TileMap::Tile> TileMap::placed(MergedReports::Lines const& databases
 {
     std::vector<Tile> tiles;
     ReportLine const* first = nullptr;
-    bool const haveOrigins = std::any_of(databases.begin(), databases.end(),
-                                         [](ReportLine const* line) { return hasOrigin(*line); });
+    auto const have = [&](bool (*isSo)(ReportLine const&)) {
+        return std::any_of(databases.begin(), databases.end(),
+                           [isSo](ReportLine const* line) { return isSo(*line); });
+    };
+    auto const isWanted = have(isOnGlobe) ? isOnGlobe : have(hasOrigin) ? hasOrigin : isPlaced;
     for (ReportLine const* line : databases) {
-        if (!isPlaced(*line) || (haveOrigins && !hasOrigin(*line)))
+        if (!isPlaced(*line) || !isWanted(*line))
             continue;
         first = first == nullptr ? line : first;
         auto const [x, y] = wayOf(*line, *first);
