@@ -44,16 +44,38 @@ bool hasClassicLocale(std::ostream& os)
     return classicStream.load(std::memory_order_relaxed) == &os || seesClassicLocale(os);
 }
 
-/// @return its end
-template <class Number>
-[[gnu::noinline]] char* putLine(char* to, std::string_view label, std::string_view separator, Number number)
+/// What a value takes at the most.
+/// @{
+std::size_t mostOf(std::string_view text)
 {
-    to = std::copy(label.begin(), label.end(), to);
-    to = std::copy(separator.begin(), separator.end(), to);
-    to = FltNumberText::write(to, number);
+    return text.size();
+}
+template <class Number>
+std::size_t mostOf(Number /*number*/)
+{
+    return FltNumberText::longest;
+}
+/// @}
+
+/// @return its end
+/// @{
+char* putValue(char* to, std::string_view text)
+{
+    return std::copy(text.begin(), text.end(), to);
+}
+template <class Number>
+char* putValue(char* to, Number number)
+{
+    return FltNumberText::write(to, number);
+}
+template <class Value>
+[[gnu::noinline]] char* putLine(char* to, std::string_view label, std::string_view separator, Value value)
+{
+    to = putValue(putValue(putValue(to, label), separator), value);
     *to = '\n';
     return to + 1;
 }
+/// @}
 
 } // namespace
 
@@ -90,13 +112,13 @@ void FltDump::handOver()
         os.setstate(std::ios_base::badbit);
 }
 
-template <class Number>
-void FltDump::lineInPieces(std::string_view label, std::string_view separator, Number number)
+template <class Value>
+void FltDump::lineInPieces(std::string_view label, std::string_view separator, Value value)
 {
-    std::size_t const most = label.size() + separator.size() + longestNumber + 1;
+    std::size_t const most = label.size() + separator.size() + mostOf(value) + 1;
     if (log != nullptr || !isDefaultState || most > sizeof buffer - gathered)
-        return lineOf(label, separator, number);
-    gathered = static_cast<std::size_t>(putLine(buffer + gathered, label, separator, number) - buffer);
+        return separator.empty() ? lineOf(label, value) : lineOf(label, separator, value);
+    gathered = static_cast<std::size_t>(putLine(buffer + gathered, label, separator, value) - buffer);
     handOver();
     os.flush();
 }
@@ -104,6 +126,7 @@ template void FltDump::lineInPieces(std::string_view, std::string_view, std::int
 template void FltDump::lineInPieces(std::string_view, std::string_view, std::uint32_t);
 template void FltDump::lineInPieces(std::string_view, std::string_view, std::uint64_t);
 template void FltDump::lineInPieces(std::string_view, std::string_view, double);
+template void FltDump::lineInPieces(std::string_view, std::string_view, std::string_view);
 
 template <class Value>
 FltDump& FltDump::putAnyway(Value value)
@@ -214,6 +237,8 @@ void FltDump::text(std::string_view label, char const* text)
 
 void FltDump::text(std::string_view label, std::string_view text)
 {
-    *this << label << text;
-    endLine();
+    std::size_t const most = label.size() + text.size() + 1;
+    if (log == nullptr || most > static_cast<std::size_t>(end - at))
+        return lineInPieces(label, "", text);
+    endLineAt(put(put(at, label), text));
 }

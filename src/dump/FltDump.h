@@ -78,8 +78,7 @@ public:
             *to = value;
             return endLineAt(to + 1);
         }
-        *this << std::string_view(label, size - 1) << value;
-        endLine();
+        lineInPieces({label, size - 1}, "", std::string_view(&value, 1));
     }
 
     /// One bit of a flag word as 0 or 1.
@@ -236,8 +235,8 @@ private:
 
     /// @name Where a log's block has no room, and on any other stream
     /// @{
-    template <class Number>
-    [[gnu::cold]] void lineInPieces(std::string_view label, std::string_view separator, Number number);
+    template <class Value>
+    [[gnu::cold]] void lineInPieces(std::string_view label, std::string_view separator, Value value);
     template <class Value>
     [[gnu::cold]] FltDump& putAnyway(Value value);
     [[gnu::cold]] FltDump& putTextAnyway(std::string_view text);

@@ -307,6 +307,26 @@ TEST(FltDumpTest, EveryLineEndsWithOneFlush)
     EXPECT_EQ(buffer.flushes(), 5);
 }
 
+TEST(FltDumpTest, StreamThatFlushesByItselfDoesSoAfterEveryPieceAsByItsOperators)
+{
+    auto const flushesOf = [](Action const& write) {
+        CaptureBuffer buffer;
+        std::ostream os(&buffer);
+        os << std::unitbuf;
+        write(os);
+        return buffer.flushes();
+    };
+    int const ofTwoPieces = flushesOf([](std::ostream& os) { os << "label: " << 'x' << std::endl; });
+    EXPECT_EQ(flushesOf([](std::ostream& os) { FltDump(os).line("label: ", 7); }), ofTwoPieces);
+    EXPECT_EQ(flushesOf([](std::ostream& os) { FltDump(os).text("label: ", "x"); }), ofTwoPieces);
+    EXPECT_EQ(flushesOf([](std::ostream& os) { FltDump(os).character("label: ", 'x'); }), ofTwoPieces);
+    EXPECT_EQ(flushesOf([](std::ostream& os) { FltDump(os).field("label", 7); }),
+              flushesOf([](std::ostream& os) {
+                  os << "label"
+                     << ": " << 7 << std::endl;
+              }));
+}
+
 /// A dump of every shape with a number in it, and the same by the stream's own operators.
 void dumpShapes(std::ostream& os)
 {
