@@ -1,8 +1,13 @@
 #include "BenchDatabase.h"
 
+#include "writer/FltMeshRecords.h"
 #include "writer/FltWriter.h"
 
-#include <initializer_list>
+#include <numeric>
+#include <string>
+#include <vector>
+
+using Mesh = FltMeshRecords;
 
 namespace
 {
@@ -10,27 +15,11 @@ namespace
 constexpr int revision = 1580;
 constexpr int verticesInMesh = 1500;
 
-constexpr int meshOpcode = 84;
-constexpr int poolOpcode = 85;
-constexpr int primitiveOpcode = 86;
-constexpr std::size_t meshSize = 80; ///< After opcode and length.
-constexpr long withColorAndNormal = 0xb0000000L;
-constexpr int triangleStrip = 1;
-constexpr int bytesOfIndex = 2;
-
-/// Without texture, material and mapping.
-std::string meshRecord()
-{
-    std::string record(meshSize, '\0');
-    for (std::size_t const place : {26, 28, 30, 64})
-        record.replace(place, 2, "\xff\xff");
-    return record;
-}
-
 /// Two rows of vertices, the second a unit beside the first.
 std::string poolOf(int mesh)
 {
-    std::string pool = FltWriter::big32(verticesInMesh) + FltWriter::big32(withColorAndNormal);
+    std::string pool =
+        Mesh::poolHead(verticesInMesh, Mesh::hasPlace | Mesh::hasPackedColor | Mesh::hasNormal);
     for (int i = 0; i < verticesInMesh; ++i) {
         int const row = i % 2 + 2 * mesh;
         for (int const coordinate : {i / 2, row, i % 7})
@@ -43,11 +32,9 @@ std::string poolOf(int mesh)
 
 std::string strip()
 {
-    std::string record =
-        FltWriter::big16(triangleStrip) + FltWriter::big16(bytesOfIndex) + FltWriter::big32(verticesInMesh);
-    for (int i = 0; i < verticesInMesh; ++i)
-        record += FltWriter::big16(i);
-    return record;
+    std::vector<int> indices(verticesInMesh);
+    std::iota(indices.begin(), indices.end(), 0);
+    return Mesh::primitive(Mesh::triangleStrip, 2, indices);
 }
 
 } // namespace
@@ -57,10 +44,10 @@ std::size_t BenchDatabase::writeMeshes(std::string const& path, int vertexCount)
     FltWriter flt(revision);
     flt.push().add("Object").push();
     for (int mesh = 0; mesh < vertexCount / verticesInMesh; ++mesh)
-        flt.addRaw(meshOpcode, meshRecord())
-            .addRaw(poolOpcode, poolOf(mesh))
+        flt.addRaw(Mesh::meshOpcode, Mesh::mesh())
+            .addRaw(Mesh::poolOpcode, poolOf(mesh))
             .push()
-            .addRaw(primitiveOpcode, strip())
+            .addRaw(Mesh::primitiveOpcode, strip())
             .pop();
     flt.pop().pop().save(path);
     return flt.bytes().size();

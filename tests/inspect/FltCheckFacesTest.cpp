@@ -2,6 +2,7 @@
 
 #include "messages/FltFindingNumber.h"
 #include "support/ScratchFolder.h"
+#include "writer/FltMeshRecords.h"
 #include "writer/FltWriter.h"
 
 #include <gtest/gtest.h>
@@ -15,6 +16,7 @@ namespace
 {
 
 using Fields = FltWriter::Fields;
+using Mesh = FltMeshRecords;
 
 std::vector<FltFinding> findingsIn(FltWriter const& flt)
 {
@@ -70,20 +72,10 @@ Fields normal(double x, double y, double z)
 /// A mesh, unlit, of one primitive.
 FltWriter withMesh(int type, std::vector<std::vector<double>> const& places, std::vector<int> const& indices)
 {
-    std::string body(80, '\0');
-    for (std::size_t const place : {26, 28, 30, 64}) // no texture, material, mapping
-        body.replace(place, 2, "\xff\xff");
-    std::string pool = FltWriter::big32(static_cast<long>(places.size())) + FltWriter::big32(0x80000000L);
-    for (std::vector<double> const& place : places)
-        for (double const part : place)
-            pool += FltWriter::bigDouble(part);
-    std::string primitive =
-        FltWriter::big16(type) + FltWriter::big16(1) + FltWriter::big32(static_cast<long>(indices.size()));
-    for (int const index : indices)
-        primitive += static_cast<char>(index);
     FltWriter flt;
-    flt.push().add("Object").push().addRaw(84, body).addRaw(85, pool);
-    return flt.push().addRaw(86, primitive).pop().pop().pop();
+    flt.push().add("Object").push().addRaw(Mesh::meshOpcode, Mesh::mesh());
+    flt.addRaw(Mesh::poolOpcode, Mesh::pool(places)).push();
+    return flt.addRaw(Mesh::primitiveOpcode, Mesh::primitive(type, 1, indices)).pop().pop().pop();
 }
 
 /// A face of old vertices, at some height.

@@ -2,6 +2,7 @@
 
 #include "FamilyFindings.h"
 #include "messages/FltFindingNumber.h"
+#include "writer/FltMeshRecords.h"
 #include "writer/FltWriter.h"
 
 #include <algorithm>
@@ -16,6 +17,7 @@ namespace
 {
 
 using Found = FamilyFindings<FltCheckGeometry>;
+using Mesh = FltMeshRecords;
 
 /// How often a kind is found.
 long countOf(int number, FltWriter const& flt)
@@ -46,26 +48,18 @@ struct MadeMesh {
 
 FltWriter withMesh(MadeMesh const& mesh)
 {
-    std::string body = "net" + std::string(77, '\0');
-    for (std::size_t const place : {26, 28, 30, 64}) // no texture, material, mapping
-        body.replace(place, 2, "\xff\xff");
     FltWriter flt;
-    flt.push().add("Object", {{"idASCII", "o1"}}).push().addRaw(84, body);
+    flt.push().add("Object", {{"idASCII", "o1"}}).push().addRaw(Mesh::meshOpcode, Mesh::mesh("net"));
     if (mesh.hasPool) {
-        std::string pool = FltWriter::big32(static_cast<long>(mesh.vertices)) + FltWriter::big32(0x80000000L);
+        std::string pool = Mesh::poolHead(mesh.vertices, Mesh::hasPlace);
         for (unsigned i = 0; i < mesh.whole; ++i)
             for (double const part : {i == 1 ? 1. : 0., i == 2 ? 1. : 0., 0.})
                 pool += FltWriter::bigDouble(part);
-        flt.addRaw(85, pool);
+        flt.addRaw(Mesh::poolOpcode, pool);
     }
     flt.push();
-    if (mesh.hasPrimitive) {
-        std::string primitive = FltWriter::big16(1) + FltWriter::big16(1) +
-                                FltWriter::big32(static_cast<long>(mesh.indices.size()));
-        for (int const index : mesh.indices)
-            primitive += static_cast<char>(index);
-        flt.addRaw(86, primitive);
-    }
+    if (mesh.hasPrimitive)
+        flt.addRaw(Mesh::primitiveOpcode, Mesh::primitive(Mesh::triangleStrip, 1, mesh.indices));
     return flt.pop().pop().pop();
 }
 

@@ -7,6 +7,7 @@
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
 #include "writer/EveryRecord.h"
+#include "writer/FltMeshRecords.h"
 #include "writer/FltWriter.h"
 
 #include <array>
@@ -478,20 +479,19 @@ TEST_F(FltInventoryTest, passesOverRecordsThatAreShorterThanTheirHead)
 namespace
 {
 
+using Mesh = FltMeshRecords;
+
 /// A mesh with a pool of as many vertices as the mask makes of 48 bytes.
 FltWriter meshOf(unsigned mask, unsigned vertices)
 {
     FltWriter flt;
     flt.push().addRaw(FltOpcode::mesh, std::string(80, '\0'));
-    flt.addRaw(FltOpcode::localVertexPool, FltWriter::big32(static_cast<long>(vertices)) +
-                                               FltWriter::big32(static_cast<long>(mask)) +
-                                               std::string(48, '\0'));
-    return flt;
+    return flt.addRaw(FltOpcode::localVertexPool, Mesh::poolHead(vertices, mask) + std::string(48, '\0'));
 }
 
 std::string primitive()
 {
-    return FltWriter::big16(1) + FltWriter::big16(1) + FltWriter::big32(3) + std::string("\0\1\2", 3);
+    return Mesh::primitive(Mesh::triangleStrip, 1, {0, 1, 2});
 }
 
 } // namespace
@@ -499,12 +499,12 @@ std::string primitive()
 /// It belonged to the mesh before, wherever it stood.
 TEST_F(FltInventoryTest, givesAMeshWhatStandsBelowIt)
 {
-    FltWriter flt = meshOf(0x80000000, 2);
+    FltWriter flt = meshOf(Mesh::hasPlace, 2);
     flt.addRaw(FltOpcode::meshPrimitive, primitive()).push().addRaw(FltOpcode::meshPrimitive, primitive());
     flt.addRaw(FltOpcode::meshPrimitive, primitive()).pop().pop();
     FltInventory const inventory = of(flt);
     EXPECT_EQ(inventory.meshes.at(0).primitives.size(), 0U) << "they stand beside it, and below a sibling";
-    flt = meshOf(0x80000000, 2);
+    flt = meshOf(Mesh::hasPlace, 2);
     flt.push().addRaw(FltOpcode::meshPrimitive, primitive()).pop().pop();
     FltInventory const right = of(flt);
     ASSERT_EQ(right.meshes.at(0).primitives.size(), 1U);
@@ -521,16 +521,15 @@ TEST_F(FltInventoryTest, takesAPrimitiveBelowAFaceForNoVertex)
 /// They counted as vertices, and the mesh isn't drawn.
 TEST_F(FltInventoryTest, takesVerticesOfAMeshWithoutPlacesForNone)
 {
-    EXPECT_EQ(of(meshOf(0x10000000, 4)).meshes.at(0).wholeVertices, 0U);
-    EXPECT_EQ(of(meshOf(0x80000000, 2)).meshes.at(0).wholeVertices, 2U);
+    EXPECT_EQ(of(meshOf(Mesh::hasNormal, 4)).meshes.at(0).wholeVertices, 0U);
+    EXPECT_EQ(of(meshOf(Mesh::hasPlace, 2)).meshes.at(0).wholeVertices, 2U);
 }
 
 /// The second pool took the place of the first.
 TEST_F(FltInventoryTest, addsUpThePoolsOfAMesh)
 {
-    FltWriter flt = meshOf(0x80000000, 2);
-    flt.addRaw(FltOpcode::localVertexPool,
-               FltWriter::big32(1) + FltWriter::big32(0x80000000L) + std::string(24, '\0'));
+    FltWriter flt = meshOf(Mesh::hasPlace, 2);
+    flt.addRaw(FltOpcode::localVertexPool, Mesh::pool({{0, 0, 0}}));
     FltInventory const inventory = of(flt);
     EXPECT_EQ(inventory.meshes.at(0).poolVertices, 3U);
     EXPECT_EQ(inventory.meshes.at(0).wholeVertices, 3U);
@@ -540,21 +539,12 @@ TEST_F(FltInventoryTest, addsUpThePoolsOfAMesh)
 /// holds less than it says, and one makes no triangle.
 TEST_F(FltInventoryTest, countsTheTrianglesOfAMeshAndWhatItsPrimitivesLack)
 {
-    auto const primitiveOf = [](int type, int size, int count, std::vector<int> const& indices) {
-        std::string body = FltWriter::big16(type) + FltWriter::big16(size) + FltWriter::big32(count);
-        for (int const index : indices)
-            body += size == 1   ? std::string(1, static_cast<char>(index))
-                    : size == 2 ? FltWriter::big16(index)
-                                : FltWriter::big32(index);
-        return body;
-    };
-    FltWriter flt = meshOf(0x80000000, 2);
-    flt.addRaw(FltOpcode::localVertexPool,
-               FltWriter::big32(2) + FltWriter::big32(0x80000000L) + std::string(48, '\0'));
-    flt.push();
-    for (std::string const& body :
-         {primitiveOf(1, 1, 3, {0, 1, 2}), primitiveOf(2, 2, 4, {0, 1, 2, 3}),
-          primitiveOf(3, 4, 4, {5, 4, 3, 0}), primitiveOf(4, 1, 6, {0, 1, 2}), primitiveOf(1, 1, 2, {0, 1})})
+    FltWriter flt = meshOf(Mesh::hasPlace, 2);
+    flt.addRaw(FltOpcode::localVertexPool, Mesh::pool({{0, 0, 0}, {0, 0, 0}})).push();
+    for (std::string const& body : {primitive(), Mesh::primitive(Mesh::triangleFan, 2, {0, 1, 2, 3}),
+                                    Mesh::primitive(Mesh::quadStrip, 4, {5, 4, 3, 0}),
+                                    Mesh::primitiveHead(Mesh::polygon, 1, 6) + std::string("\0\1\2", 3),
+                                    Mesh::primitive(Mesh::triangleStrip, 1, {0, 1})})
         flt.addRaw(FltOpcode::meshPrimitive, body);
     FltInventory const inventory = of(flt.pop().pop());
     ASSERT_EQ(inventory.meshes.size(), 1U);
@@ -568,7 +558,7 @@ TEST_F(FltInventoryTest, countsTheTrianglesOfAMeshAndWhatItsPrimitivesLack)
     EXPECT_EQ(inventory.nodes[0].faces, 1U);
     flt = FltWriter();
     flt.push().addRaw(FltOpcode::mesh, std::string(80, '\0')).push();
-    flt.addRaw(FltOpcode::meshPrimitive, primitiveOf(1, 1, 3, {0, 0, 0})).pop().pop();
+    flt.addRaw(FltOpcode::meshPrimitive, Mesh::primitive(Mesh::triangleStrip, 1, {0, 0, 0})).pop().pop();
     EXPECT_EQ(of(flt).meshes.at(0).primitives.at(0).badIndices, 3U) << "without a pool";
 }
 

@@ -4,6 +4,7 @@
 #include "support/AnimatedGroup.h"
 #include "support/MadeAttributes.h"
 #include "support/SmallPictures.h"
+#include "writer/FltMeshRecords.h"
 
 #include <algorithm>
 #include <array>
@@ -13,6 +14,7 @@ namespace
 {
 
 using Fields = FltWriter::Fields;
+using Mesh = FltMeshRecords;
 
 void save(PictureStage const& stage, ScratchFolder const& folder)
 {
@@ -42,14 +44,11 @@ void meshes(ScratchFolder const& folder)
     PictureStage stage;
     stage.begin().add("Object").push();
     double left = -5;
-    for (int const kind : {1, 2, 3, 4}) {
-        std::string body(80, '\0');
+    for (int const kind : {Mesh::triangleStrip, Mesh::triangleFan, Mesh::quadStrip, Mesh::polygon}) {
+        std::string body = Mesh::mesh();
         body[18] = 1; // both sides
-        for (std::size_t const at : {26U, 28U, 30U})
-            body.replace(at, 2, FltWriter::big16(-1));
         body[48] = 1; // its vertices' colours
-        constexpr long positionsAndColors = 0xA0000000L;
-        std::string pool = FltWriter::big32(6) + FltWriter::big32(positionsAndColors);
+        std::string pool = Mesh::poolHead(6, Mesh::hasPlace | Mesh::hasPackedColor);
         for (int i = 0; i < 6; ++i) {
             int const row = i / 2;
             for (double const part : {left + i % 2 * 2.0, 0.0, row * 1.5})
@@ -58,11 +57,11 @@ void meshes(ScratchFolder const& folder)
                                          : row == 1 ? "\x30\xc0\xd0"
                                                     : "\xd0\x60\x30");
         }
-        bool const isRound = kind == 2 || kind == 4;
-        std::string const indices = isRound ? std::string("\0\1\3\5\4\2", 6) : std::string("\0\1\2\3\4\5", 6);
-        stage.flt.addRaw(84, body).addRaw(85, pool).push();
-        stage.flt.addRaw(86, FltWriter::big16(kind) + FltWriter::big16(1) + FltWriter::big32(6) + indices)
-            .pop();
+        bool const isRound = kind == Mesh::triangleFan || kind == Mesh::polygon;
+        std::vector<int> const indices =
+            isRound ? std::vector{0, 1, 3, 5, 4, 2} : std::vector{0, 1, 2, 3, 4, 5};
+        stage.flt.addRaw(Mesh::meshOpcode, body).addRaw(Mesh::poolOpcode, pool).push();
+        stage.flt.addRaw(Mesh::primitiveOpcode, Mesh::primitive(kind, 1, indices)).pop();
         left += 2.7;
     }
     save(stage, folder);

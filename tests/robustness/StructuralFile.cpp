@@ -1,6 +1,7 @@
 #include "robustness/StructuralFile.h"
 
 #include "writer/EveryRecord.h"
+#include "writer/FltMeshRecords.h"
 
 #include "records/FltOpcode.h"
 
@@ -281,8 +282,7 @@ void StructuralFile::addFace(unsigned depth)
 
 std::string StructuralFile::vertexPool(unsigned count, unsigned mask)
 {
-    std::string pool = FltWriter::big32(static_cast<long>(count));
-    pool += FltWriter::big32(static_cast<long>(mask));
+    std::string pool = FltMeshRecords::poolHead(count, mask);
     auto const isThere = [mask](int bit) { return (mask & 0x80000000U >> bit) != 0; };
     for (; count > 0; --count) {
         for (int i = 0; isThere(0) && i < 3; ++i) // a place
@@ -318,9 +318,9 @@ void StructuralFile::addPrimitive(unsigned vertexCount)
     static constexpr unsigned sizes[] = {1, 2, 4, 1, 2, 4, 3};
     unsigned const size = random.oneOf(sizes);
     unsigned const indexCount = random.below(16);
-    std::string body = FltWriter::big16(static_cast<long>(random.below(6)));
-    body += FltWriter::big16(static_cast<long>(size));
-    body += FltWriter::big32(static_cast<long>(random.oneIn(20) ? 0xffffffU : indexCount));
+    auto const type = static_cast<int>(random.below(6));
+    std::string body = FltMeshRecords::primitiveHead(type, static_cast<int>(size),
+                                                     random.oneIn(20) ? 0xffffffU : indexCount);
     for (unsigned index = 0; index < indexCount; ++index)
         // One more than there are, now and then.
         body += FltWriter::big32(static_cast<long>(random.below(vertexCount + 1))).substr(4 - size);

@@ -2,6 +2,7 @@
 
 #include "support/MadeAttributes.h"
 #include "support/SmallPictures.h"
+#include "writer/FltMeshRecords.h"
 
 #include <array>
 #include <limits>
@@ -10,6 +11,7 @@ namespace
 {
 
 using Fields = FltWriter::Fields;
+using Mesh = FltMeshRecords;
 
 /// Begins a database: palettes, four corners of a square with normals and texture coordinates, the header's
 /// level.
@@ -96,21 +98,12 @@ FltWriter withMesh(bool hasPool, int index)
 {
     Beginning begun;
     begun.object();
-    std::string body = "mesh1" + std::string(79 - 4, '\0');
-    body.resize(80);
-    // texture, material, mapping and colours: none
-    for (std::size_t const place : {26, 28, 30, 64})
-        body.replace(place, 2, "\xff\xff");
-    body.replace(68, 4, "\xff\xff\xff\xff");
-    begun.flt.addRaw(84, body);
+    std::string body = Mesh::mesh("mesh1");
+    body.replace(68, 4, "\xff\xff\xff\xff"); // no colours
+    begun.flt.addRaw(Mesh::meshOpcode, body);
     if (hasPool) {
-        std::string pool = FltWriter::big32(3) + FltWriter::big32(static_cast<long>(0x80000000));
-        for (double const number : {0., 0., 0., 1., 0., 0., 0., 1., 0.})
-            pool += FltWriter::bigDouble(number);
-        begun.flt.addRaw(85, pool);
-        begun.flt.push();
-        begun.flt.addRaw(86, FltWriter::big16(1) + FltWriter::big16(2) + FltWriter::big32(3) +
-                                 FltWriter::big16(0) + FltWriter::big16(1) + FltWriter::big16(index));
+        begun.flt.addRaw(Mesh::poolOpcode, Mesh::pool({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}})).push();
+        begun.flt.addRaw(Mesh::primitiveOpcode, Mesh::primitive(Mesh::triangleStrip, 2, {0, 1, index}));
         begun.flt.pop();
     }
     return begun.end();

@@ -1,5 +1,7 @@
 #include "support/FieldDatabase.h"
 
+#include "writer/FltMeshRecords.h"
+
 #include <algorithm>
 
 namespace
@@ -7,6 +9,7 @@ namespace
 
 using Fields = FltWriter::Fields;
 using K = FltKind;
+using Mesh = FltMeshRecords;
 
 constexpr int revision = 1580;
 constexpr unsigned packed = 0x10000000;
@@ -392,14 +395,12 @@ void FieldDatabase::meshes()
                                                    {"texturePatternIndex", i - 1}})
                                      .lastRecord()
                                      .substr(4);
-        addRaw("Mesh", 84, ofMesh, body.substr(0, 8) + std::string(4, '\0') + body.substr(8));
-        std::string places = FltWriter::big32(4) + FltWriter::big32(0x80000000L);
-        for (auto const& [x, y] : {std::pair(0, 0), {1, 0}, {0, 1}, {1, 1}})
-            places += FltWriter::bigDouble(x) + FltWriter::bigDouble(y) + FltWriter::bigDouble(0);
-        addRaw("LocalVertexPool", 85, pool, places);
+        addRaw("Mesh", Mesh::meshOpcode, ofMesh, body.substr(0, 8) + std::string(4, '\0') + body.substr(8));
+        addRaw("LocalVertexPool", Mesh::poolOpcode, pool,
+               Mesh::pool({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}}));
         flt.push();
-        addRaw("MeshPrimitive", 86, primitive,
-               FltWriter::big16(1) + FltWriter::big16(1) + FltWriter::big32(4) + std::string("\0\1\2\3", 4));
+        addRaw("MeshPrimitive", Mesh::primitiveOpcode, primitive,
+               Mesh::primitive(Mesh::triangleStrip, 1, {0, 1, 2, 3}));
         flt.pop();
     }
     flt.pop();

@@ -1,13 +1,16 @@
 #include "visual/FltFaceReader.h"
 
 #include "support/CompleteDatabase.h"
+#include "writer/FltMeshRecords.h"
 
 #include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/nodes/SoTextureUnit.h>
 #include <gtest/gtest.h>
 #include <limits>
+#include <numeric>
 
 using Fields = FltWriter::Fields;
+using Mesh = FltMeshRecords;
 
 namespace
 {
@@ -20,19 +23,19 @@ std::string big32s(std::vector<long> const& numbers)
     return bytes;
 }
 
+constexpr std::size_t lightMode = 48; ///< Of a mesh, after its opcode and length.
+
 /// A mesh after its opcode and length, which shows its vertices' colours and isn't lit.
 std::string meshBody()
 {
-    std::string body(80, '\0');
-    body.replace(32 - 4, 2, "\xff\xff"); // no texture
-    body.replace(34 - 4, 2, "\xff\xff"); // no material
-    body[52 - 4] = 1;                    // light mode
+    std::string body = Mesh::mesh();
+    body[lightMode] = 1;
     return body;
 }
 
 std::string poolBody(std::vector<std::vector<double>> const& places)
 {
-    std::string body = FltWriter::big32(static_cast<long>(places.size())) + FltWriter::big32(0xA0000000L);
+    std::string body = Mesh::poolHead(places.size(), Mesh::hasPlace | Mesh::hasPackedColor);
     for (std::vector<double> const& place : places) {
         for (double const part : place)
             body += FltWriter::bigDouble(part);
@@ -43,16 +46,16 @@ std::string poolBody(std::vector<std::vector<double>> const& places)
 
 std::string primitiveBody(int type, std::string const& indices)
 {
-    return FltWriter::big16(type) + FltWriter::big16(1) +
-           FltWriter::big32(static_cast<long>(indices.size())) + indices;
+    return Mesh::primitiveHead(type, 1, indices.size()) + indices;
 }
 
 DrawnScene drawnMesh(int type, std::string const& indices)
 {
     CompleteDatabase database;
-    database.begin().add("Object").push().addRaw(84, meshBody());
-    database.writer.addRaw(85, poolBody({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}, {0, 2, 0}, {1, 2, 0}}));
-    database.writer.push().addRaw(86, primitiveBody(type, indices)).pop();
+    database.begin().add("Object").push().addRaw(Mesh::meshOpcode, meshBody());
+    database.writer.addRaw(Mesh::poolOpcode,
+                           poolBody({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}, {0, 2, 0}, {1, 2, 0}}));
+    database.writer.push().addRaw(Mesh::primitiveOpcode, primitiveBody(type, indices)).pop();
     return database.draw();
 }
 
@@ -82,13 +85,13 @@ TEST(FltFaceReader, leavesTrianglesOfMeshesOutWhoseIndexIsNone)
 
 TEST(FltFaceReader, readsAllThatAPoolOfVerticesMayHold)
 {
-    constexpr long positionsIndicesNormalsAndTextures = 0xD8000000L;
     constexpr long red = 127; // the first colour of the palette, at its full intensity
     CompleteDatabase database;
     database.writer.add("ColorPalette", {{"color", {0xff0000ff}}});
     std::string body = meshBody();
-    body[52 - 4] = 3; // its vertices' colours, lit
-    std::string pool = FltWriter::big32(3) + FltWriter::big32(positionsIndicesNormalsAndTextures);
+    body[lightMode] = 3; // its vertices' colours, lit
+    std::string pool =
+        Mesh::poolHead(3, Mesh::hasPlace | Mesh::hasColorIndex | Mesh::hasNormal | Mesh::hasTexture);
     for (int i = 0; i < 3; ++i) {
         for (double const part : {i * 1.0, i % 2 * 1.0, 0.0})
             pool += FltWriter::bigDouble(part);
@@ -96,9 +99,8 @@ TEST(FltFaceReader, readsAllThatAPoolOfVerticesMayHold)
         for (float const part : {0.6F, 0.0F, 0.8F, i * 0.5F, 1.0F}) // normal, texture
             pool += FltWriter::bigFloat(part);
     }
-    database.begin().add("Object").push().addRaw(84, body).addRaw(85, pool);
-    database.writer.push().addRaw(86, FltWriter::big16(4) + FltWriter::big16(4) + FltWriter::big32(3) +
-                                          big32s({0, 1, 2}));
+    database.begin().add("Object").push().addRaw(Mesh::meshOpcode, body).addRaw(Mesh::poolOpcode, pool);
+    database.writer.push().addRaw(Mesh::primitiveOpcode, Mesh::primitive(Mesh::polygon, 4, {0, 1, 2}));
     DrawnScene const drawn = database.draw();
     ASSERT_EQ(drawn.triangles.size(), 1U);
     EXPECT_TRUE(drawn.triangles[0].isLit);
@@ -109,14 +111,12 @@ TEST(FltFaceReader, readsAllThatAPoolOfVerticesMayHold)
 TEST(FltFaceReader, drawsNothingOfPoolsAndPrimitivesThatSayNothing)
 {
     CompleteDatabase database;
-    database.begin().add("Object").push().addRaw(84, meshBody());
-    constexpr long colorsAlone = 0x20000000L;
-    database.writer.addRaw(85, FltWriter::big32(9) + FltWriter::big32(colorsAlone) + std::string(36, 1))
+    database.begin().add("Object").push().addRaw(Mesh::meshOpcode, meshBody());
+    database.writer.addRaw(Mesh::poolOpcode, Mesh::poolHead(9, Mesh::hasPackedColor) + std::string(36, 1))
         .push();
-    database.writer.addRaw(86, primitiveBody(1, std::string("\0\1\2", 3)));
-    database.writer.addRaw(86, FltWriter::big16(1) + FltWriter::big16(3) + FltWriter::big32(3) +
-                                   std::string(9, 0));
-    database.writer.addRaw(86);
+    database.writer.addRaw(Mesh::primitiveOpcode, primitiveBody(1, std::string("\0\1\2", 3)));
+    database.writer.addRaw(Mesh::primitiveOpcode, Mesh::primitive(Mesh::triangleStrip, 3, {0, 0, 0}));
+    database.writer.addRaw(Mesh::primitiveOpcode);
     EXPECT_TRUE(database.draw().triangles.empty());
 }
 
@@ -128,12 +128,11 @@ TEST(FltFaceReader, readsPoolsThatAreContinued)
             places.push_back({static_cast<double>(post), height, 0});
     std::string const pool = poolBody(places);
     CompleteDatabase database;
-    database.begin().add("Object").push().addRaw(84, meshBody());
-    database.writer.addRaw(85, pool.substr(0, 60000)).addRaw(23, pool.substr(60000)).push();
-    std::string indices;
-    for (int i = 0; i < 4000; ++i)
-        indices += FltWriter::big16(i);
-    database.writer.addRaw(86, FltWriter::big16(1) + FltWriter::big16(2) + FltWriter::big32(4000) + indices);
+    database.begin().add("Object").push().addRaw(Mesh::meshOpcode, meshBody());
+    database.writer.addRaw(Mesh::poolOpcode, pool.substr(0, 60000)).addRaw(23, pool.substr(60000)).push();
+    std::vector<int> indices(4000);
+    std::iota(indices.begin(), indices.end(), 0);
+    database.writer.addRaw(Mesh::primitiveOpcode, Mesh::primitive(Mesh::triangleStrip, 2, indices));
     EXPECT_EQ(database.draw().triangles.size(), 3998U);
 }
 
