@@ -10,6 +10,8 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 /// Makes the entries of a tileset for databases, with their levels of detail and the models that stand in
@@ -47,7 +49,7 @@ private:
 
     FltTilesetReport& report;
     std::size_t mostEntries; ///< In a file.
-    std::map<std::string, FltTile const*> byFile;
+    std::unordered_map<std::string_view, FltTile const*> byFile;
     std::map<std::string, Made> models;
     std::set<std::string> inWork;
     std::set<std::string> missing, placedTwice, tooMany;

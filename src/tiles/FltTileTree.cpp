@@ -117,8 +117,13 @@ FltTileEntry FltTileTree::joined(Tiles const& tiles, std::vector<FltTileEntry> p
     node.text = json.dump();
     node.text.back() = ',';
     node.text += "\"children\":[\n";
-    for (FltTileEntry const& part : parts)
-        node.text += part.text + (&part == &parts.back() ? "" : ",\n");
+    node.text.reserve(std::accumulate(
+        parts.begin(), parts.end(), node.text.size() + 2,
+        [](std::size_t size, FltTileEntry const& part) { return size + part.text.size() + 2; }));
+    for (FltTileEntry& part : parts) {
+        node.text += std::exchange(part.text, {}); // let go of at once: near the root they are large
+        node.text += &part == &parts.back() ? "" : ",\n";
+    }
     node.text += "]}";
     return node;
 }

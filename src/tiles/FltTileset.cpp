@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <memory>
 #include <set>
+#include <string_view>
 #include <utility>
 
 namespace
@@ -43,8 +44,10 @@ public:
                                            {"geometricError", std::max(root.error, root.box.diagonal())}};
         std::string text = head.dump();
         text.back() = ',';
-        text += "\n\"root\":" + root.text + "}\n";
-        std::fwrite(text.data(), 1, text.size(), whole->stream());
+        text += "\n\"root\":";
+        for (std::string_view const piece :
+             {std::string_view(text), std::string_view(root.text), std::string_view("}\n")})
+            std::fwrite(piece.data(), 1, piece.size(), whole->stream());
         files.emplace_back(file, std::move(whole));
     }
 

@@ -3,7 +3,7 @@
 #include "Converter.h"
 #include "ProgramRun.h"
 #include "SmallDatabases.h"
-#include "convert/Report.h"
+#include "WrittenReport.h"
 #include "support/SmallPictures.h"
 #include "support/Text.h"
 #include "toolkit/TemporaryName.h"
@@ -45,7 +45,7 @@ protected:
         return ProgramRun(GetParam().program, arguments(options));
     }
 
-    Report report() const { return Report::from(contentsOf(path)); }
+    WrittenReport report() const { return WrittenReport(contentsOf(path)); }
 
     /// The bytes of all results by their names.
     std::map<std::string, std::string> results() const
@@ -86,7 +86,7 @@ TEST_P(ConversionReport, hasALineForEachDatabase)
     database("north/b.flt", {{}, "lost.rgb", 0});
     static_cast<void>(folder.write("tree/broken.flt", "no database"));
     EXPECT_EQ(run("-q").exitCode, 1);
-    Report const told = report();
+    WrittenReport const told = report();
     ASSERT_TRUE(told.run);
     EXPECT_EQ(told.run->databases, 3U);
     EXPECT_EQ(told.torn, 0U);

@@ -1,6 +1,6 @@
 #include "ProgramRun.h"
 #include "SmallDatabases.h"
-#include "convert/Report.h"
+#include "WrittenReport.h"
 #include "support/Text.h"
 
 #include <filesystem>

@@ -2,7 +2,7 @@
 
 #include "ProgramRun.h"
 #include "SmallDatabases.h"
-#include "convert/Report.h"
+#include "WrittenReport.h"
 #include "support/SmallPictures.h"
 #include "toolkit/TemporaryName.h"
 
@@ -68,7 +68,7 @@ protected:
     std::map<std::string, std::string> besides() const
     {
         std::set<std::string> results;
-        for (ReportLine const& line : Report::from(contentsOf(path)).lines)
+        for (ReportLine const& line : WrittenReport(contentsOf(path)).lines)
             results.insert(line.output);
         std::map<std::string, std::string> files;
         for (fs::directory_entry const& file : fs::recursive_directory_iterator(folder / "out")) {
@@ -99,7 +99,7 @@ TEST_P(ReportedFiles, areNamedWithTheirSizes)
     std::map<std::string, std::string> const there = besides();
     std::map<std::string, std::uint64_t> named;
     std::set<std::string> endings;
-    Report const report = Report::from(contentsOf(path));
+    WrittenReport const report = WrittenReport(contentsOf(path));
     ASSERT_EQ(report.lines.size(), 2U);
     for (ReportLine const& line : report.lines) {
         ASSERT_TRUE(line.facts.beside);
@@ -141,8 +141,8 @@ TEST_P(ReportedFiles, areNotKnownFromReportsOfBefore)
 {
     ASSERT_EQ(run().exitCode, 0);
     std::string const before = withoutFilesBeside(contentsOf(path));
-    ASSERT_EQ(Report::from(before).lines.size(), 2U);
-    EXPECT_EQ(Report::from(before).torn, 0U);
+    ASSERT_EQ(WrittenReport(before).lines.size(), 2U);
+    EXPECT_EQ(WrittenReport(before).torn, 0U);
     static_cast<void>(folder.write("report.jsonl", before));
     EXPECT_EQ(ProgramRun("fltreport", path).exitCode, 0);
     EXPECT_EQ(run().output, "2 of 2 databases converted\n");

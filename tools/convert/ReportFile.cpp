@@ -4,11 +4,13 @@
 
 #include "toolkit/TemporaryName.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -50,15 +52,19 @@ std::size_t writeAll(int file, std::string const& text)
 
 } // namespace
 
-ReportFile::ReportFile(std::string path, ReportRun run) : path(std::move(path)), run(std::move(run))
+ReportFile::ReportFile(std::string path, ReportRun run)
+    : path(std::move(path)), run(std::move(run)),
+      before([this](std::size_t database, ReportLine const&, ReportReader::Place const& place) {
+          places.resize(std::max(places.size(), database + 1));
+          places[database] = place;
+      })
 {
     open();
-    std::string const text = contents();
-    before = Report::from(text);
+    bool const isWritten = read();
     std::string problem;
-    if (!before.run && text.find('\n') != std::string::npos)
+    if (!before.run() && isWritten)
         problem = "is there already, and is no report. Choose another name.";
-    else if (!isSole && before.run && !before.run->isLike(this->run))
+    else if (!isSole && before.run() && !before.run()->isLike(this->run))
         problem = "another run writes this report, with other options. Choose another name, or wait for it.";
     if (problem.empty())
         return;
@@ -97,29 +103,65 @@ bool ReportFile::isStillThere() const
            mine.st_ino == there.st_ino;
 }
 
-std::string ReportFile::contents() const
+/// Reads what earlier runs have left. @return whether there is a line
+bool ReportFile::read()
 {
-    std::string text;
+    bool hasLine = false;
     std::array<char, 65536> buffer{};
-    for (ssize_t count = 0;
-         (count = ::pread(file, buffer.data(), buffer.size(), static_cast<off_t>(text.size()))) > 0;)
-        text.append(buffer.data(), static_cast<std::size_t>(count));
-    return text;
+    off_t offset = 0;
+    for (ssize_t count = 0; (count = ::pread(file, buffer.data(), buffer.size(), offset)) > 0;
+         offset += count) {
+        std::string_view const bytes(buffer.data(), static_cast<std::size_t>(count));
+        hasLine = hasLine || bytes.find('\n') != std::string_view::npos;
+        before.add(bytes);
+    }
+    before.end();
+    return hasLine;
 }
 
-void ReportFile::begin(std::vector<ReportLine> const& takenOver)
+/// An earlier line as it stands; nothing if the file has become shorter.
+std::string ReportFile::textOf(std::string const& input) const
+{
+    std::optional<std::size_t> const number = before.numberOf(input);
+    if (!number)
+        return "";
+    ReportReader::Place const& place = places[*number];
+    std::string text(place.size, '\0');
+    ssize_t const count = ::pread(file, text.data(), text.size(), static_cast<off_t>(place.offset));
+    return count == static_cast<ssize_t>(text.size()) ? text : "";
+}
+
+std::optional<ReportLine> ReportFile::earlierLine(std::string const& input) const
+{
+    return ReportLine::from(textOf(input));
+}
+
+/// Writes the first lines of a new report. @return whether all could be written
+bool ReportFile::writeBegin(int next, std::vector<std::string> const& takenOver) const
+{
+    constexpr std::size_t block = 1 << 16;
+    std::string text = run.text();
+    for (std::string const& input : takenOver) {
+        text += textOf(input);
+        if (text.size() < block)
+            continue;
+        if (writeAll(next, text) != text.size())
+            return false;
+        text.clear();
+    }
+    return writeAll(next, text) == text.size();
+}
+
+void ReportFile::begin(std::vector<std::string> const& takenOver)
 {
     if (!isSole) {
         append(run.text());
         return;
     }
-    std::string text = run.text();
-    for (ReportLine const& line : takenOver)
-        text += line.text();
     std::string const temporary = TemporaryName::beside(path);
     int const next = ::open(temporary.c_str(), openFlags | O_CREAT | O_EXCL, permissions);
     // Locked before it has its place, so that no other run takes it for nobody's.
-    bool const isWhole = next >= 0 && lock(next) && writeAll(next, text) == text.size() &&
+    bool const isWhole = next >= 0 && lock(next) && writeBegin(next, takenOver) &&
                          ::rename(temporary.c_str(), path.c_str()) == 0;
     int const reason = errno;
     if (isWhole) {

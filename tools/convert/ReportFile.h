@@ -1,7 +1,8 @@
 #pragma once
 
-#include "convert/Report.h"
+#include "convert/ReportReader.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,11 +20,16 @@ public:
     ReportFile(ReportFile const&) = delete;
     ReportFile& operator=(ReportFile const&) = delete;
 
-    /// What the file held. Its lines are of no use where its run was of another kind.
-    Report const& earlier() const { return before; }
+    /// What run wrote the file before; nothing if none did.
+    std::optional<ReportRun> const& earlierRun() const { return before.run(); }
 
-    /// Begins with the lines that are taken over. Those of a run that goes on at the same time stay.
-    void begin(std::vector<ReportLine> const& takenOver);
+    /// What it told of a database, which is of no use where its run was of another kind. Asked for before
+    /// begin(): it is read again, so that no more than one is held.
+    std::optional<ReportLine> earlierLine(std::string const& input) const;
+
+    /// Begins with the lines of some databases that are taken over as they stand. Those of a run that goes on
+    /// at the same time stay.
+    void begin(std::vector<std::string> const& takenOver);
 
     /// Adds a line.
     void add(ReportLine const& line);
@@ -34,7 +40,9 @@ public:
 private:
     void open();
     bool isStillThere() const;
-    std::string contents() const;
+    bool read();
+    std::string textOf(std::string const& input) const;
+    bool writeBegin(int next, std::vector<std::string> const& takenOver) const;
     void append(std::string const& text);
     void fail(int reason);
 
@@ -43,6 +51,7 @@ private:
     int file = -1;
     bool isSole = false; ///< Whether no other run writes it.
     bool isTorn = false; ///< Whether the last line isn't whole.
-    Report before;
+    ReportReader before;
+    std::vector<ReportReader::Place> places; ///< Of earlier lines, by the numbers of their databases.
     std::string firstProblem;
 };

@@ -33,19 +33,15 @@ std::vector<std::string> placesOf(std::vector<std::string> names, std::string co
 } // namespace
 
 RunReport::RunReport(std::string const& path, ReportRun const& run, bool hasFilesBeside)
-    : run(run), hasFilesBeside(hasFilesBeside), file(path, run)
+    : run(run), hasFilesBeside(hasFilesBeside), file(path, run),
+      isOfThisKind(file.earlierRun() && file.earlierRun()->isLike(run))
 {
-    Report const& earlier = file.earlier();
-    if (!earlier.run || !earlier.run->isLike(run))
-        return;
-    for (std::size_t i = 0; i < earlier.lines.size(); ++i)
-        lines.emplace(earlier.lines[i].input, i);
 }
 
 std::string RunReport::remark() const
 {
-    std::optional<ReportRun> const& before = file.earlier().run;
-    if (!before || before->isLike(run))
+    std::optional<ReportRun> const& before = file.earlierRun();
+    if (!before || isOfThisKind)
         return "";
     if (before->part.count != run.part.count || before->part.number != run.part.number)
         return "the report is of part " + before->part.name() + ", and this is part " + run.part.name() +
@@ -85,18 +81,18 @@ bool RunReport::isUpToDate(ConversionPlan::Entry const& entry, std::vector<std::
     auto const [answer, isNew] = known.try_emplace(entry.output, false);
     if (!isNew)
         return answer->second;
-    auto const found = lines.find(FltText::utf8(entry.place));
-    if (found == lines.end())
+    std::optional<ReportLine> const line =
+        isOfThisKind ? file.earlierLine(FltText::utf8(entry.place)) : std::nullopt;
+    if (!line)
         return false;
-    ReportLine const& line = file.earlier().lines[found->second];
-    bool const isDone = line.exitCode == 0 && line.facts.isSettled && isThere(line, entry) &&
-                        line.names == placesOf(names, entry.outputDirectory);
+    bool const isDone = line->exitCode == 0 && line->facts.isSettled && isThere(*line, entry) &&
+                        line->names == placesOf(names, entry.outputDirectory);
     answer->second =
-        isDone && !line.facts.needs.empty() &&
-        std::all_of(line.facts.needs.begin(), line.facts.needs.end(),
+        isDone && !line->facts.needs.empty() &&
+        std::all_of(line->facts.needs.begin(), line->facts.needs.end(),
                     [this](NeededFiles::File const& needed) { return stampOf(needed.path) == needed.stamp; });
     if (answer->second)
-        takenOver.push_back(line);
+        takenOver.push_back(line->input);
     return answer->second;
 }
 

@@ -46,8 +46,8 @@ private:
     ReportRun const run;
     bool const hasFilesBeside;
     ReportFile file;
-    std::unordered_map<std::string, std::size_t> lines;               ///< Earlier ones, by the input.
     std::unordered_map<std::string, std::optional<FileStamp>> stamps; ///< Of files as they are.
     std::unordered_map<std::string, bool> known;                      ///< Answers of isUpToDate().
-    std::vector<ReportLine> takenOver;
+    bool isOfThisKind;                  ///< Whether the earlier run was like this one.
+    std::vector<std::string> takenOver; ///< The databases whose lines are.
 };

@@ -1,34 +1,22 @@
 #include "convert/TilesetRun.h"
 
-#include "convert/Report.h"
+#include "convert/ReportReader.h"
 #include "support/Numbers.h"
 #include "support/ToolError.h"
 #include "tiles/FltTileset.h"
 #include "toolkit/TemporaryName.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
+#include <optional>
 #include <utility>
 
 namespace
 {
 
 namespace fs = std::filesystem;
-
-Report read(std::string const& path)
-{
-    std::ifstream stream(path, std::ios::binary);
-    std::string const text{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream && !stream.eof())
-        throw ToolError(path + ": cannot read this report. Check its name and permissions.");
-    Report report = Report::from(text);
-    if (!report.run)
-        throw ToolError(path + ": this is no report. Name files that --report has written.");
-    return report;
-}
 
 /// A name beside a file, as seen from where that is seen from.
 std::string beside(std::string const& file, std::string const& name)
@@ -53,15 +41,28 @@ struct Results {
     std::size_t failed = 0;
     std::size_t withoutTile = 0;
 
-    void add(Report const& report)
+    void add(std::string const& report)
     {
-        for (ReportLine const& line : report.lines) {
-            if (line.exitCode != 0)
+        struct Result {
+            std::string output;
+            bool hasFailed = false;
+            std::optional<FltTile> tile;
+        };
+        std::vector<Result> results;
+        ReportReader::read(
+            report, [&results](std::size_t database, ReportLine const& line, ReportReader::Place const&) {
+                results.resize(std::max(results.size(), database + 1));
+                results[database] = {line.output, line.exitCode != 0, std::nullopt};
+                if (line.exitCode == 0 && line.facts.tile)
+                    results[database].tile = tileOf(line);
+            });
+        for (Result& result : results) {
+            if (result.hasFailed)
                 ++failed;
-            else if (!line.facts.tile)
+            else if (!result.tile)
                 ++withoutTile;
             else
-                tiles.insert_or_assign(line.output, tileOf(line));
+                tiles.insert_or_assign(std::move(result.output), std::move(*result.tile));
         }
     }
 };
@@ -81,7 +82,7 @@ ExitCode TilesetRun::write(std::vector<std::string> const& reports, std::string 
 {
     Results results;
     for (std::string const& path : reports)
-        results.add(read(path));
+        results.add(path);
     if (results.tiles.empty() && results.withoutTile != 0)
         throw ToolError(output + ": the reports tell nothing of tiles. Convert with flt2gltf --tileset.");
     std::vector<FltTile> tiles;

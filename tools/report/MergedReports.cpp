@@ -1,29 +1,15 @@
 #include "report/MergedReports.h"
 
+#include "convert/ReportReader.h"
+
 #include "support/Numbers.h"
-#include "support/ToolError.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <set>
 
 namespace
 {
-
-std::string contentsOf(std::string const& file)
-{
-    errno = 0;
-    std::ifstream stream(file, std::ios::binary);
-    std::string text(std::istreambuf_iterator<char>(stream), {});
-    if (!stream.is_open() || stream.bad() || (text.empty() && errno != 0))
-        throw ToolError(file + ": cannot read: " + std::strerror(errno != 0 ? errno : EIO) +
-                        ". Check the name and its permissions.");
-    return text;
-}
 
 bool isOfOneRun(ReportRun const& one, ReportRun const& other)
 {
@@ -31,27 +17,44 @@ bool isOfOneRun(ReportRun const& one, ReportRun const& other)
            one.part.count == other.part.count;
 }
 
+/// Keeps what a report is asked for: the lists of files are the longest of it.
+void keep(ReportLine& line, ReportLine& kept)
+{
+    kept = std::move(line);
+    kept.names = {};
+    kept.facts.needs = {};
+    kept.facts.beside.reset();
+    if (kept.facts.tile) {
+        kept.facts.tile->coarser = {};
+        kept.facts.tile->references = {};
+    }
+}
+
 } // namespace
 
 void MergedReports::add(std::string const& file)
 {
-    Report report = Report::from(contentsOf(file));
-    if (!report.run)
-        throw ToolError(file + ": this is no report. Give the files that --report has written.");
-    Part part = {file, std::move(*report.run)};
-    torn += report.torn;
-    for (ReportLine& line : report.lines) {
-        ++(line.exitCode == 0 ? part.converted : part.failed);
-        part.seconds += line.facts.seconds;
-        line.facts.needs = {}; // the longest of it, which nobody asks for here
-        line.names = {};
-        auto const [known, isNew] = positions.try_emplace(line.input, lines.size());
-        if (isNew) {
-            lines.push_back(std::move(line));
-            continue;
-        }
-        lines[known->second] = std::move(line);
-        ++repeated;
+    struct Result {
+        bool isConverted = false;
+        double seconds = 0;
+    };
+    std::vector<Result> results;
+    ReportReader const reader =
+        ReportReader::read(file, [&](std::size_t database, ReportLine& line, ReportReader::Place const&) {
+            auto const [known, isNew] = positions.try_emplace(line.input, lines.size());
+            if (isNew)
+                lines.emplace_back();
+            else if (database == results.size())
+                ++repeated;
+            results.resize(std::max(results.size(), database + 1));
+            results[database] = {line.exitCode == 0, line.facts.seconds};
+            keep(line, lines[known->second]);
+        });
+    Part part = {file, *reader.run()};
+    torn += reader.torn();
+    for (Result const& result : results) {
+        ++(result.isConverted ? part.converted : part.failed);
+        part.seconds += result.seconds;
     }
     allParts.push_back(std::move(part));
 }

@@ -1,10 +1,12 @@
 #pragma once
 
-#include "convert/Report.h"
+#include "convert/ReportLine.h"
+#include "convert/ReportRun.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -83,7 +85,7 @@ private:
     Lines ranked(std::size_t most, double (*number)(ReportLine const& line)) const;
 
     std::vector<Part> allParts;
-    std::vector<ReportLine> lines;
+    std::deque<ReportLine> lines;
     std::unordered_map<std::string, std::size_t> positions; ///< In the lines, by the input.
     std::uint64_t repeated = 0;                             ///< Databases that stand in several reports.
     std::uint64_t torn = 0;
