@@ -193,7 +193,7 @@ void FltLocalZeros::measure(FltVisualNode const& node, bool isShared, double all
         return;
     }
     add(inside, FltNodeMatrix::of(node), allowed, around);
-    auto const* const joint = node.as<FltVisualJoint>();
+    auto const* const joint = inside.box.isEmpty() ? nullptr : node.as<FltVisualJoint>();
     if (joint != nullptr && joint->frame && FltLocalOrigin::errorOf(placeOf(*joint->frame)) > allowed) {
         around.far = placeOf(*joint->frame);
         isNeeded = true;

@@ -135,6 +135,30 @@ TEST(FltLocalZeros, leaveWhatIsSeenInAPerspective)
     EXPECT_FALSE(left.isOneMatrix);
 }
 
+/// As of rotations, which the toolkit makes of quaternions.
+TEST(FltLocalZeros, standInMatricesThatAreOffInTheirLastBitsWhateverTheirSizeIs)
+{
+    for (double const size : {1e-4, 1.0, 1e4}) {
+        auto const root = group(), rounded = meshAt(far);
+        SbDPMatrix matrix;
+        matrix.setScale(size);
+        matrix[3][3] = 1 + 1e-13;
+        rounded->transform = {matrix};
+        root->children = {rounded};
+        EXPECT_LT((zerosOf(*root, *rounded).inside - far).length(), 2) << size;
+    }
+}
+
+TEST(FltLocalZeros, areNotMovedByAJointThatHoldsNothing)
+{
+    auto const root = meshAt({200, 0, 0}), joint = group();
+    joint->become<FltVisualJoint>().frame = FltNodeMatrix::by(far + SbVec3d(0.3, 0, 0));
+    root->children = {joint};
+    EXPECT_EQ(zerosOf(*root, *root).around, nowhere);
+    joint->children = {meshAt(far)};
+    EXPECT_LT((zerosOf(*root, *root).around - far).length(), 200) << "what moves is far away";
+}
+
 TEST(FltLocalZeros, standAtWhatIsMeantWhereSomethingIsAstray)
 {
     auto const root = group();
