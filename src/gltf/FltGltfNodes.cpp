@@ -282,9 +282,7 @@ std::vector<int> FltGltfNodes::writeChildren(FltVisualNode const& node, Place co
 /// Where a part stands at each of the places of its parent.
 FltGltfNodes::Copies FltGltfNodes::enter(FltVisualNode const& part, Copies const& copies)
 {
-    Copies inside;
-    inside.around = zeros.of(part, copies.around).inside;
-    inside.metresPerUnit = copies.metresPerUnit;
+    Copies inside = {zeros.of(part, copies.around).inside, copies.metresPerUnit, {}};
     for (SbDPMatrix const& matrix : copies.matrices)
         inside.matrices.push_back(FltNodeMatrix::by(inside.around) * FltNodeMatrix::of(part) * matrix);
     return inside;
@@ -357,9 +355,7 @@ bool FltGltfNodes::writeAtOnce(std::vector<int>& list, FltVisualNode const& part
 {
     if (!options.usesInstancing || copies.places.size() < 2 || inside.workedIn)
         return false;
-    Copies all;
-    all.around = inside.around;
-    all.metresPerUnit = inside.metresPerUnit;
+    Copies all = {inside.around, inside.metresPerUnit, {}};
     for (SbDPMatrix const& copy : copies.places)
         all.matrices.push_back(copy * inside.outer);
     if (!areOfOneKind(part, all))

@@ -58,8 +58,8 @@ private:
 
     /// Where the copies of a part stand that are told at once.
     struct Copies {
-        SbVec3d around{0, 0, 0};          ///< What counts as zero in each.
-        double metresPerUnit = 1;         ///< As the first is written.
+        SbVec3d around;                   ///< What counts as zero in each.
+        double metresPerUnit;             ///< As the first is written.
         std::vector<SbDPMatrix> matrices; ///< From there to what is written.
     };
 

@@ -37,6 +37,17 @@ TEST_F(FltInstanceGraphTest, ASharedScopeCountsOnceForEachPlace)
     EXPECT_EQ(graph.getNodes(), 11 + 9 + 2);
 }
 
+TEST_F(FltInstanceGraphTest, PlacingTakesAStepForEachScopeOnTheWay)
+{
+    int const row = graph.addScope({0, 1});
+    for (int i = 0; i < 3; ++i)
+        graph.addScope({row, 1});
+    allowances.instanceCheckSteps = FltAllowance({8, 0});
+    EXPECT_EQ(graph.place(row, {0, 1}), Answer::fine);
+    EXPECT_EQ(graph.place(row, {0, 1}), Answer::fine) << "the eighth step is allowed";
+    EXPECT_EQ(graph.place(row, {0, 1}), Answer::tooLarge);
+}
+
 TEST_F(FltInstanceGraphTest, AScopeCannotStandInItself)
 {
     int const scope = graph.addScope({0, 1});

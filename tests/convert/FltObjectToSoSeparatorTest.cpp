@@ -56,6 +56,11 @@ public:
         owned.push_back(decodeLast(FltWriter().add(record, fields)));
         return repeat(owned.back().get());
     }
+    FltRecord* addRaw(int opcode, std::string const& content)
+    {
+        owned.push_back(decodeLast(FltWriter().addRaw(opcode, content)));
+        return repeat(owned.back().get());
+    }
     FltRecord* repeat(FltRecord* record)
     {
         walked.back() = record;
@@ -908,6 +913,22 @@ TEST_F(FltObjectToSoSeparatorWalkTest, RecordsOfAFaceEndBeforeSubFacesAndOtherTh
         EXPECT_EQ(found.size(), 2U) << end;
         EXPECT_EQ(faces.positionOf(iterator), 1) << end;
     }
+}
+
+/// The last opcode that may stand in an Object is that of an indexed string.
+TEST_F(FltObjectToSoSeparatorWalkTest, RecordsOfAFaceHoldThoseUpToTheLastOpcodeOfAnObject)
+{
+    records.add("Face");
+    records.addRaw(FltOpcode::indexedString, std::string("\0\0\0\1open", 8));
+    records.add("Comment");
+    std::vector<FltRecord*> found;
+    auto iterator = records.begin();
+    object.getFirstFaceFromIterator(iterator, found);
+    EXPECT_EQ(found.size(), 3U);
+    found.clear();
+    iterator = records.begin();
+    object.getAllRecordsFromFltObject(iterator, found);
+    EXPECT_EQ(found.size(), 3U);
 }
 
 TEST_F(FltObjectToSoSeparatorWalkTest, SearchForAFaceNeverStepsBackBehindItsStart)

@@ -229,6 +229,22 @@ TEST(FltGlobe, hasModelsStandUprightAtTheirZeroIfItIsNotFarAway)
     EXPECT_GT(corners[0].normal.dot(OnEarth::upAt(48, 9)), 0.9999999);
 }
 
+/// The records of two files have offsets of their own.
+TEST(FltGlobe, knowsModelsByTheirFileAloneOrByTheirOffsetAlone)
+{
+    SbDPMatrix const far = moved(0, 50000, 7);
+    for (Node const& pier : {at(model(), 1, 900), at(model(), 0, 10)}) {
+        Node const stand = at(node({pier}, {far}), 0, 50);
+        FltVisual const visual = onFlatEarth({stand, triangle({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}})});
+        FltGlobeTile const tile = FltGlobe::place(visual);
+        Node const& inside = tile.visual.root->children[0]->children[0];
+        EXPECT_EQ(pier->meshes[0].positions, inside->meshes[0].positions) << pier->record.file;
+    }
+    FltVisual const own = onFlatEarth({at(node({at(model(), 0, 60)}, {far}), 0, 50)});
+    EXPECT_EQ(OnEarth::cornersOf(FltGlobe::place(own)).size(), 3U);
+    EXPECT_TRUE(FltGlobe::place(own).visual.root->children[0]->transform.empty()) << "it is bent";
+}
+
 TEST(FltGlobe, placesTextsAndOtherFilesAsAWhole)
 {
     Node const sign = node(), other = node(), turning = node();
@@ -409,6 +425,19 @@ TEST(FltGlobe, placesTheCentresOfLevels)
     expectNear(center, onEarth(visual, {0, 2100, 0}), 1e-3);
     EXPECT_EQ(tile.visual.root->children[0]->children.size(), 2U) << "the end of the range is kept";
     EXPECT_EQ(placed->distances, std::vector<double>{500});
+}
+
+TEST(FltGlobe, hasLevelsWithoutACentreCountFromTheirZero)
+{
+    Node const levels = node({model()}, {moved(0, 2000, 0)});
+    levels->become<FltVisualLevels>();
+    FltVisual const visual = onFlatEarth({levels});
+    FltGlobeTile const tile = FltGlobe::place(visual);
+    auto const* const placed = tile.visual.root->children[0]->as<FltVisualLevels>();
+    ASSERT_TRUE(placed != nullptr && placed->center);
+    SbVec3d center;
+    tile.frame.matrix().multVecMatrix(SbVec3d(*placed->center), center);
+    expectNear(center, onEarth(visual, {0, 2000, 0}), 1e-3);
 }
 
 TEST(FltGlobe, hasTheDistancesOfLevelsInMetres)

@@ -155,6 +155,23 @@ TEST_F(FltGltfMeshesTest, AreRoundedIfThatIsWanted)
     EXPECT_EQ(countOf("\"byteStride\":4"), 1U) << "of normals, by a byte each";
 }
 
+/// A node of their own is left out only where they stand at zero, count in its units and are to be seen.
+TEST_F(FltGltfMeshesTest, StandRightInTheirNodeWithNothingBetween)
+{
+    FltGltfMeshes::Written mesh = {};
+    mesh.step = 1;
+    EXPECT_TRUE(mesh.isRightIn());
+    FltGltfMeshes::Written other = mesh;
+    other.stand = SbVec3d(1, 0, 0);
+    EXPECT_FALSE(other.isRightIn());
+    other = mesh;
+    other.step = 0.5;
+    EXPECT_FALSE(other.isRightIn());
+    other = mesh;
+    other.isHidden = true;
+    EXPECT_FALSE(other.isRightIn());
+}
+
 TEST_F(FltGltfMeshesTest, ThatAreHiddenAreLeftOutOrMarked)
 {
     FltVisualNode node;

@@ -53,13 +53,15 @@ TEST(GltfBinary, hasViewsOneAfterTheOther)
     GltfBinary binary;
     binary.bytes(binary.add(Content::anything)) = "picture";
     binary.bytes(binary.add(Content::corners, 12)) = std::string(24, 'x');
+    binary.bytes(binary.add(Content::triangles)) = std::string(6, 'x');
     GltfJson const list = binary.list();
     EXPECT_EQ(list[0], (GltfJson{{"buffer", 0}, {"byteOffset", 0}, {"byteLength", 7}}));
     EXPECT_EQ(list[1]["byteOffset"], 8);
     EXPECT_EQ(list[1]["byteStride"], 12);
-    EXPECT_EQ(list[1]["target"], 34962);
-    EXPECT_EQ(binary.size(), 32U);
-    EXPECT_EQ(allBytes(binary).size(), 32U);
+    EXPECT_EQ(list[1]["target"], 34962) << "of corners, as the format has it";
+    EXPECT_EQ(list[2]["target"], 34963) << "of their numbers";
+    EXPECT_EQ(binary.size(), 40U);
+    EXPECT_EQ(allBytes(binary).size(), 40U);
     EXPECT_EQ(binary.sizeWithout(), 0U);
 }
 

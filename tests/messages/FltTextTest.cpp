@@ -19,6 +19,7 @@ TEST(FltTextTest, WhatIsNotUtf8ReadsAsLatin1)
               "Gr\u00fc\u00dfe");
     EXPECT_EQ(FltText::utf8("\x80\xff"), "\u0080\u00ff");
     EXPECT_EQ(FltText::utf8("\xc3"), "\u00c3") << "a character that breaks off";
+    EXPECT_EQ(FltText::utf8("\xc3("), "\u00c3(") << "a second byte that doesn't follow";
     EXPECT_EQ(FltText::utf8("\xe2\x82"), "\u00e2\u0082") << "a character that breaks off";
     EXPECT_EQ(FltText::utf8("\xc0\xaf"), "\u00c0\u00af") << "an overlong form";
     EXPECT_EQ(FltText::utf8("\xe0\x80\xaf"), "\u00e0\u0080\u00af") << "an overlong form";

@@ -4,8 +4,14 @@
 #include "support/StreamCapture.h"
 #include "support/Text.h"
 
+#include <cstddef>
 #include <cstdlib>
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <iostream>
+#include <termios.h>
+#include <unistd.h>
+#include <utility>
 
 namespace
 {
@@ -26,6 +32,58 @@ protected:
 
 private:
     std::vector<FltWarningMessage> kept;
+};
+
+/// A terminal in the place of the standard error stream.
+class ErrorTerminal
+{
+public:
+    ErrorTerminal() : screen(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK))
+    {
+        char const* const name =
+            screen >= 0 && ::grantpt(screen) == 0 && ::unlockpt(screen) == 0 ? ::ptsname(screen) : nullptr;
+        int const device = name != nullptr ? ::open(name, O_RDWR | O_NOCTTY | O_CLOEXEC) : -1;
+        if (device < 0)
+            return;
+        termios mode = {};
+        ::tcgetattr(device, &mode);
+        ::cfmakeraw(&mode);
+        ::tcsetattr(device, TCSANOW, &mode);
+        kept = ::dup(STDERR_FILENO);
+        ::dup2(device, STDERR_FILENO);
+        ::close(device);
+    }
+    ~ErrorTerminal()
+    {
+        putBack();
+        if (screen >= 0)
+            ::close(screen);
+    }
+    ErrorTerminal(ErrorTerminal const&) = delete;
+    ErrorTerminal& operator=(ErrorTerminal const&) = delete;
+
+    bool isThere() const { return kept >= 0; }
+
+    /// What was printed to it.
+    std::string shown()
+    {
+        std::string text(4096, '\0');
+        ssize_t const count = ::read(screen, text.data(), text.size());
+        text.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
+        return text;
+    }
+
+    void putBack()
+    {
+        if (kept < 0)
+            return;
+        ::dup2(kept, STDERR_FILENO);
+        ::close(std::exchange(kept, -1));
+    }
+
+private:
+    int screen;
+    int kept = -1;
 };
 
 template <class Action>
@@ -83,6 +141,23 @@ TEST_F(FltWarningMessageConsoleTest, NullTextSetsTheBadBitOfCerrAndLosesTheRest)
               }),
               "seen again\n(Warning Level: 3)\n\n");
     EXPECT_EQ(Console::setOfMessages.size(), 3U);
+}
+
+TEST_F(FltWarningMessageConsoleTest, ATerminalGetsTextWithoutItsControlsAndNothingOfANullText)
+{
+    ErrorTerminal terminal;
+    if (!terminal.isThere())
+        GTEST_SKIP() << "the system gives no terminals";
+    Console::notifyMessage("name \x1b[2J", 3, true);
+    std::string const printed = terminal.shown();
+    Console::notifyMessage(nullptr, 3, true);
+    bool const isBad = std::cerr.bad();
+    std::cerr.clear();
+    std::string const afterwards = terminal.shown();
+    terminal.putBack();
+    EXPECT_EQ(printed, "name \\x1b[2J\n(Warning Level: 3)\n\n");
+    EXPECT_TRUE(isBad);
+    EXPECT_EQ(afterwards, "");
 }
 
 TEST_F(FltWarningMessageConsoleTest, NullTextInTheListSetsTheBadBitWhenItIsShown)

@@ -93,6 +93,8 @@ TEST(FltModelRecordReader, takesThreeRecordsOrTheLastTwoForARun)
     EXPECT_EQ(foundAfterAFault(FltWriter().add("Group").push(), rubbish), 0U);
     EXPECT_EQ(foundAfterAFault(FltWriter().add("Group").push(), ""), 2U);
     EXPECT_EQ(foundAfterAFault(FltWriter().add("Group"), ""), 0U);
+    std::string const cutGroup = FltWriter().add("Group").lastRecord().substr(0, 30);
+    EXPECT_EQ(foundAfterAFault(FltWriter().push().pop(), cutGroup), 0U) << "the third one isn't whole";
 }
 
 TEST(FltModelRecordReader, endsWhereNoRunOfRecordsFollows)

@@ -48,6 +48,17 @@ TEST(ObjMaterials, haveTheColourOfTheCornersAlone)
     EXPECT_EQ(materialOf(mesh), "newmtl material1\nKd 1 1 1\nd 1\nillum 0\n");
 }
 
+TEST(ObjMaterials, loseTheColoursOfSingleCorners)
+{
+    for (std::size_t const colors : {0U, 1U, 2U, 3U}) {
+        ObjOfVisual obj;
+        FltMesh mesh = ObjOfVisual::triangle();
+        mesh.colors.assign(colors, 0xff0000ff);
+        obj.add({mesh});
+        EXPECT_EQ(obj.write().omissions.size(), colors > 1 ? 1U : 0U) << colors;
+    }
+}
+
 TEST(ObjMaterials, areAsClearAsTheCornersWhereTheyAreBlended)
 {
     FltMesh mesh = ObjOfVisual::triangle();

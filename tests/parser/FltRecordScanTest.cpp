@@ -152,16 +152,21 @@ TEST(FltRecordScan, decodesAsManyShortRecordsAgainAfterItWentBack)
         flt.addRaw(32);
     flt.save(folder / "database.flt");
     FltRecordScan scan(folder / "database.flt");
+    std::size_t told = 0;
     auto const decodeAll = [&] {
         std::size_t decoded = 0;
-        while (scan.next())
+        while (scan.next()) {
             decoded += scan.record() != nullptr ? 1 : 0;
+            told += scan.complaints().size();
+        }
         return decoded;
     };
     std::size_t const first = decodeAll();
     EXPECT_EQ(scan.record(), nullptr) << "there is none after the last";
+    EXPECT_EQ(told, 1U);
     scan.goTo(0);
     EXPECT_EQ(decodeAll(), first);
+    EXPECT_EQ(told, 2U) << "what is left out is told again";
 }
 
 TEST(FltRecordScan, spendsNothingOnRecordsThatNobodyLooksInto)

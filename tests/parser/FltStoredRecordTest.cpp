@@ -51,6 +51,17 @@ TEST(FltStoredRecord, readsZerosBeyondTheFileForWhatItsLayoutHasAndItLacks)
     EXPECT_EQ(group.flags, 0U);
 }
 
+TEST(FltStoredRecord, borrowsWhatALayoutReachesBeyondTheRecord)
+{
+    FltWriter flt(revision);
+    std::string const whole = flt.add("Group", {{"idASCII", "g1"}}).lastRecord();
+    std::size_t const reach = whole.size() + stored(whole, FltOpcode::group).borrowedBytes();
+    for (std::size_t const missing : {0U, 1U, 2U}) {
+        FltStoredRecord const cut = stored(whole.substr(0, reach - missing), FltOpcode::group);
+        EXPECT_EQ(cut.borrowedBytes(), missing);
+    }
+}
+
 TEST(FltStoredRecord, refusesACountBelowZero)
 {
     FltWriter flt(revision);

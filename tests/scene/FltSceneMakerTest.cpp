@@ -3,6 +3,8 @@
 #include "support/SceneText.h"
 
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace
 {
@@ -367,4 +369,21 @@ TEST(FltSceneMaker, makesABlinkerOfAFlipBook)
     EXPECT_EQ(blinker->getChild(1), blinker->getChild(3));
     ASSERT_EQ(scene.flipBooks.size(), 1U);
     EXPECT_EQ(scene.flipBooks[0].blinkers[0].get(), blinker);
+}
+
+/// So that the scene and the visual are never both held whole.
+TEST(FltSceneMaker, letsGoOfAChildAsSoonAsItsNodeIsMade)
+{
+    std::vector<std::string> gone;
+    auto const watched = [&gone](std::string const& name) {
+        auto const letGo = [&gone, name](FltVisualNode* node) {
+            gone.push_back(name);
+            delete node; // NOLINT(cppcoreguidelines-owning-memory): the pointer's own deleter
+        };
+        return std::shared_ptr<FltVisualNode>(new FltVisualNode, letGo);
+    };
+    std::shared_ptr<FltVisualNode> parent = watched("parent");
+    parent->children.push_back(watched("child"));
+    sceneOf(std::move(parent));
+    EXPECT_EQ(gone, (std::vector<std::string>{"child", "parent"}));
 }

@@ -134,6 +134,8 @@ TEST_P(FltReadableTreeTest, JudgesByTheRealPlace)
     std::filesystem::create_symlink(inside, folder / "in");
     std::filesystem::create_symlink("sub/inside", folder / "tree/near");
     std::filesystem::create_symlink(inside, folder / "tree/absolute");
+    folder.write("tree/x", "in");
+    std::filesystem::create_symlink(folder / "tree/x", folder / "tree/short");
     std::filesystem::create_symlink("../in", folder / "tree/outAndIn");
     FltReadableTree const tree(folder / "tree");
     for (char const* const name : {"tree/out", "tree/folder/outside", "tree/../tree2/outside"}) {
@@ -141,7 +143,7 @@ TEST_P(FltReadableTreeTest, JudgesByTheRealPlace)
         EXPECT_EQ(read(tree, folder / name), elsewhere) << name;
     }
     for (char const* const name :
-         {"in", "tree2/../tree/sub/inside", "tree/near", "tree/absolute", "tree/outAndIn"}) {
+         {"in", "tree2/../tree/sub/inside", "tree/near", "tree/absolute", "tree/short", "tree/outAndIn"}) {
         EXPECT_TRUE(tree.holds(folder / name)) << name;
         EXPECT_EQ(read(tree, folder / name), "in") << name;
     }

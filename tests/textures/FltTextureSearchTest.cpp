@@ -350,3 +350,16 @@ TEST_F(FltTextureSearchTest, LooksIntoADirectoryThatItMayOnlyPassThrough)
     EXPECT_EQ(find("tex/tree.rgb"), "db/tex/tree.rgb");
     std::filesystem::permissions(folder / "db/tex", std::filesystem::perms::owner_all);
 }
+
+TEST_F(FltTextureSearchTest, ANameIsSoughtBesideTheDatabaseBeforeItIsFromTheCurrentDirectory)
+{
+    folder.write("db/tree.rgb", "");
+    folder.write("here/tree.rgb", "");
+    std::filesystem::path const before = std::filesystem::current_path();
+    std::filesystem::current_path(folder / "here");
+    std::string const found = find("tree.rgb");
+    std::vector<std::string> const opened = offered;
+    std::filesystem::current_path(before);
+    EXPECT_EQ(found, "db/tree.rgb");
+    EXPECT_EQ(opened, std::vector<std::string>{folder / "db/tree.rgb"});
+}

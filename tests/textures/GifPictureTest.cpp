@@ -42,6 +42,9 @@ TEST(GifPicture, HasItsPartsInside)
     bytes[part + 1] = 1;
     EXPECT_EQ(pictureProblem(bytes), "is a damaged GIF picture (a part lies outside)");
     bytes = made;
+    bytes[part + 3] = 1; // from the top
+    EXPECT_EQ(pictureProblem(bytes), "is a damaged GIF picture (a part lies outside)");
+    bytes = made;
     bytes[part + 7] = 0; // the height
     EXPECT_EQ(pictureProblem(bytes), "is a damaged GIF picture (a part lies outside)");
     for (std::size_t const least : {part + 5, part + 7}) { // one column, one row

@@ -63,6 +63,17 @@ TEST(SgiPicture, SaysInWhichOfItsPartsItEnds)
               "is a damaged SGI picture (it ends before its last row)");
 }
 
+TEST(SgiPicture, HasWholeRowsOfTwoBytesForAValue)
+{
+    std::string wide = SmallPictures::plainSgi(2);
+    constexpr std::size_t head = 512, bytesOfValue = 3;
+    wide[bytesOfValue] = 2;
+    wide += wide.substr(head);
+    EXPECT_EQ(pictureProblem(wide), "");
+    EXPECT_EQ(pictureProblem(wide.substr(0, wide.size() - 1)),
+              "is a damaged SGI picture (it ends before its last row)");
+}
+
 TEST(SgiPicture, HasWholeTablesOfItsRows)
 {
     std::string sgi = SmallPictures::compressedSgi(10, 3, 1);

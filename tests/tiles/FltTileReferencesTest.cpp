@@ -97,3 +97,11 @@ TEST(FltTileReferences, standWhereAllMatricesAboveBringThem)
         EXPECT_EQ(place, i == 0 ? SbVec3d(15, 0, 40) : SbVec3d(5, 20, 40));
     }
 }
+
+TEST(FltTileReferences, areAMillionAtMost)
+{
+    Node const rows = node({node({file("tree")})});
+    rows->become<FltVisualCopies>().places.assign(1001, SbDPMatrix::identity());
+    rows->children[0]->become<FltVisualCopies>().places.assign(1000, SbDPMatrix::identity());
+    EXPECT_EQ(FltTileReferences::in(rows).size(), 1'000'000U);
+}

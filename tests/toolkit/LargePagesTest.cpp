@@ -1,9 +1,14 @@
 #include "toolkit/LargePages.h"
 
+#include <cinttypes>
 #include <cstdint>
+#include <cstdio>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <memory>
 #include <numeric>
+#include <string>
+#include <sys/mman.h>
 #include <vector>
 
 TEST(LargePages, beginAtMultiplesOfTheirSize)
@@ -14,6 +19,41 @@ TEST(LargePages, beginAtMultiplesOfTheirSize)
     EXPECT_LT(first - bytes.get(), static_cast<std::ptrdiff_t>(LargePages::size));
     EXPECT_EQ(LargePages::firstFrom(first), first);
     EXPECT_EQ(LargePages::firstFrom(first + 1), first + LargePages::size);
+}
+
+namespace
+{
+
+/// Whether the system was asked for large pages where a byte stands.
+bool isAskedAt(void const* byte)
+{
+    std::ifstream maps("/proc/self/smaps");
+    auto const place = reinterpret_cast<std::uintptr_t>(byte);
+    bool isThere = false;
+    for (std::string line; std::getline(maps, line);) {
+        std::uintptr_t begin = 0, end = 0;
+        if (std::sscanf(line.c_str(), "%" SCNxPTR "-%" SCNxPTR " ", &begin, &end) == 2)
+            isThere = begin <= place && place < end;
+        else if (isThere && line.compare(0, 8, "VmFlags:") == 0)
+            return line.find(" hg") != std::string::npos;
+    }
+    return false;
+}
+
+} // namespace
+
+TEST(LargePages, areAskedForWhereAWholeOneFits)
+{
+    std::unique_ptr<char[]> const one(new char[9 * LargePages::size]), other(new char[9 * LargePages::size]);
+    char* const asked = LargePages::firstFrom(one.get());
+    bool const isKnown = ::madvise(asked, LargePages::size, MADV_HUGEPAGE) == 0 && isAskedAt(asked);
+    char* const first = LargePages::firstFrom(other.get()) + 2 * LargePages::size;
+    LargePages::useIn(first - 1, first + LargePages::size - 1);
+    EXPECT_FALSE(isAskedAt(first)) << "a byte is missing";
+    LargePages::useIn(first - 1, first + LargePages::size);
+    EXPECT_EQ(isAskedAt(first), isKnown);
+    EXPECT_FALSE(isAskedAt(first - 1));
+    EXPECT_FALSE(isAskedAt(first + LargePages::size));
 }
 
 TEST(LargePages, leaveTheBytesAsTheyAre)

@@ -49,14 +49,19 @@ std::string primitiveBody(int type, std::string const& indices)
     return Mesh::primitiveHead(type, 1, indices.size()) + indices;
 }
 
-DrawnScene drawnMesh(int type, std::string const& indices)
+CompleteDatabase meshDatabase(int type, std::string const& indices)
 {
     CompleteDatabase database;
     database.begin().add("Object").push().addRaw(Mesh::meshOpcode, meshBody());
     database.writer.addRaw(Mesh::poolOpcode,
                            poolBody({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}, {0, 2, 0}, {1, 2, 0}}));
     database.writer.push().addRaw(Mesh::primitiveOpcode, primitiveBody(type, indices)).pop();
-    return database.draw();
+    return database;
+}
+
+DrawnScene drawnMesh(int type, std::string const& indices)
+{
+    return meshDatabase(type, indices).draw();
 }
 
 } // namespace
@@ -81,6 +86,19 @@ TEST(FltFaceReader, leavesTrianglesOfMeshesOutWhoseIndexIsNone)
 {
     EXPECT_EQ(drawnMesh(1, std::string("\0\1\2\77", 4)).triangles.size(), 1U);
     EXPECT_EQ(drawnMesh(4, std::string("\0\1\77\3\2", 5)).triangles.size(), 2U);
+    EXPECT_EQ(drawnMesh(4, std::string("\0\1\77\3", 4)).triangles.size(), 1U) << "three corners are left";
+    EXPECT_TRUE(drawnMesh(4, std::string("\0\1\77", 3)).triangles.empty());
+}
+
+TEST(FltFaceReader, countsTheFacesOfMeshesThatLackCorners)
+{
+    auto const lacking = [](std::string const& indices) {
+        CompleteDatabase database = meshDatabase(1, indices);
+        return database.see().leftOut["mesh index without a vertex"];
+    };
+    EXPECT_EQ(lacking(std::string("\0\1\2\3", 4)), 0U);
+    EXPECT_EQ(lacking(std::string("\0\1\2\77", 4)), 1U);
+    EXPECT_EQ(lacking(std::string("\0\1\2\77\3", 5)), 2U);
 }
 
 TEST(FltFaceReader, readsAllThatAPoolOfVerticesMayHold)

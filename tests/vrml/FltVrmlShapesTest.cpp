@@ -227,6 +227,26 @@ TEST_F(FltVrmlShapesTest, areLinesAndPointsThatShine)
     EXPECT_EQ(lost["sizes of points"], 1U);
 }
 
+TEST_F(FltVrmlShapesTest, loseNoSizeThatTheyDoNotHave)
+{
+    FltMesh mesh = unlit();
+    mesh.kind = FltMesh::Kind::lines;
+    written(mesh);
+    mesh.kind = FltMesh::Kind::points;
+    mesh.indices.clear();
+    written(mesh);
+    EXPECT_EQ(lost.count("widths of lines") + lost.count("sizes of points"), 0U);
+}
+
+TEST_F(FltVrmlShapesTest, areLiftedByAFiveThousandthOfTheirSizeForALevel)
+{
+    FltMesh mesh = unlit();
+    mesh.positions = {{0, 0, 0}, {30, 40, 0}, {0, 40, 0}};
+    EXPECT_TRUE(holds(written(mesh), {"0 0 0, 30 40 0, 0 40 0"})) << written(mesh);
+    mesh.level = 1;
+    EXPECT_TRUE(holds(written(mesh), {"0 0 0.01, 30 40 0.01, 0 40 0.01"})) << written(mesh);
+}
+
 TEST_F(FltVrmlShapesTest, loseFurtherLayers)
 {
     FltMesh mesh = textured();

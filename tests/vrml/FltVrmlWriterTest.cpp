@@ -86,6 +86,18 @@ struct Written {
 
 } // namespace
 
+TEST(FltVrmlWriter, keepsTheEmptyLinesOfComments)
+{
+    auto const group = node("house");
+    for (auto const& [comment, lines] :
+         {std::pair("roof\n\nred\n", "\"roof\"\n\"\"\n\"red\"\n\"\"\n"), std::pair("", "\"\"\n")}) {
+        group->comments = {comment};
+        std::string text = Written({group}).text;
+        text.erase(std::remove(text.begin(), text.end(), ' '), text.end());
+        EXPECT_NE(text.find(std::string("info[\n") + lines + "]"), std::string::npos) << text;
+    }
+}
+
 TEST(FltVrmlWriter, writesGroupsWithNamesCommentsAndTransformations)
 {
     auto const group = node("house+1");
