@@ -186,6 +186,17 @@ TEST(FltVrmlWriter, writesLevelsWithDistancesInTheirOwnUnit)
         << file.text;
 }
 
+TEST(FltVrmlWriter, groupsLevelsOnlyWhereTheyAreNotOneNode)
+{
+    auto const levels = node();
+    levels->become<FltVisualLevels>().distances = {100, 200};
+    levels->children = {node("near"), node("middle"), nullptr};
+    EXPECT_TRUE(Written({levels}).holds({"level [", "DEF near Group {", "DEF middle Group {", "Group {"}));
+    std::size_t const groups = Written({levels}).countOf("Group {");
+    levels->children[1] = nullptr;
+    EXPECT_EQ(Written({levels}).countOf("Group {"), groups) << "one for the gap instead of the child's own";
+}
+
 TEST(FltVrmlWriter, givesEachChildOfASwitchADoor)
 {
     auto const choice = node("lights");
