@@ -2,6 +2,7 @@
 
 #include "ReadGltf.h"
 #include "gltf/FltGltf.h"
+#include "support/MadeNodes.h"
 #include "support/Moved.h"
 #include "support/SmallStack.h"
 
@@ -13,14 +14,7 @@
 namespace
 {
 
-using Node = std::shared_ptr<FltVisualNode>;
-
-Node node(std::string const& name = "")
-{
-    auto made = std::make_shared<FltVisualNode>();
-    made->name = name;
-    return made;
-}
+using namespace MadeNodes;
 
 Node withTriangle(std::string const& name = "")
 {
@@ -29,7 +23,7 @@ Node withTriangle(std::string const& name = "")
     mesh.positions = {{0, 0, 0}, {1, 0, 0}, {0, 0, 1}};
     mesh.indices = {0, 1, 2, FltMesh::end};
     mesh.colors = {~0U};
-    Node made = node(name);
+    Node made = named(name);
     made->meshes = {mesh};
     return made;
 }
@@ -44,7 +38,7 @@ struct Written {
     static std::string glbOf(std::vector<Node> parts, FltGltfOptions const& options, FltGltfReport& report)
     {
         FltVisual visual;
-        Node const root = node("root");
+        Node const root = named("root");
         root->children = std::move(parts);
         visual.root = root;
         return FltGltf::glb(visual, options, &report);
@@ -87,7 +81,7 @@ constexpr std::size_t smallStack = std::size_t(13) << 16;
 
 Node switchOfThree()
 {
-    Node const made = node("switch");
+    Node const made = named("switch");
     FltVisualSwitch& choice = made->become<FltVisualSwitch>();
     choice.wordsPerMask = 1;
     choice.masks = {0b010, 0b101};
@@ -101,7 +95,7 @@ Node switchOfThree()
 
 TEST(FltGltfNodes, StandInOneThatHasYUp)
 {
-    Node const group = node("group");
+    Node const group = named("group");
     group->transform = {moved(1, 2, 3)};
     group->children = {withTriangle("part")};
     Written const written({group});
@@ -150,7 +144,7 @@ TEST(FltGltfNodes, KeepWhatIsHiddenIfThatIsWanted)
 
 TEST(FltGltfNodes, AreThoseOfTheFinestLevel)
 {
-    Node const levels = node("levels");
+    Node const levels = named("levels");
     FltVisualLevels& ranges = levels->become<FltVisualLevels>();
     ranges.distances = {10, 100, 1000};
     levels->children = {nullptr, withTriangle("near"), withTriangle("far"), nullptr};
@@ -166,7 +160,7 @@ TEST(FltGltfNodes, AreThoseOfTheFinestLevel)
 
 TEST(FltGltfNodes, AreThoseOfCoarserLevelsThatStay)
 {
-    Node const levels = node("levels");
+    Node const levels = named("levels");
     FltVisualLevels& ranges = levels->become<FltVisualLevels>();
     ranges.distances = {10, 100};
     ranges.nextStays = {true, false};
@@ -175,7 +169,7 @@ TEST(FltGltfNodes, AreThoseOfCoarserLevelsThatStay)
     EXPECT_TRUE(written.has("fine"));
     EXPECT_TRUE(written.has("base"));
     EXPECT_FALSE(written.has("far"));
-    Node const none = node("none");
+    Node const none = named("none");
     none->become<FltVisualLevels>();
     none->children = {nullptr};
     EXPECT_EQ(Written({none}).lost("coarser levels of detail"), 0U);
@@ -184,7 +178,7 @@ TEST(FltGltfNodes, AreThoseOfCoarserLevelsThatStay)
 /// Coarser levels stand outside of the scene, and are drawn where the part covers less of the screen.
 TEST(FltGltfNodes, AreThoseOfAllLevelsIfThatIsWanted)
 {
-    Node const levels = node("levels");
+    Node const levels = named("levels");
     FltVisualLevels& ranges = levels->become<FltVisualLevels>();
     ranges.distances = {1, 10, 100, 1000};
     levels->children = {nullptr, withTriangle("near"), withTriangle("far"), withTriangle("farthest"),
@@ -219,7 +213,7 @@ TEST(FltGltfNodes, OfLevelsCoverNoMoreThanTheWholeScreen)
     FltGltfOptions options;
     options.keepsLevels = true;
     auto const coveragesAt = [&](std::vector<double> distances) {
-        Node const levels = node("levels");
+        Node const levels = named("levels");
         levels->become<FltVisualLevels>().distances = std::move(distances);
         levels->children = {withTriangle("near"), withTriangle("far")};
         return Written({levels}, options).read.node("near")["extras"]["MSFT_screencoverage"];
@@ -236,7 +230,7 @@ TEST(FltGltfNodes, OfLightsShineFromTheirPlaces)
 {
     using Kind = FltVisualLight::Kind;
     auto const nodeOf = [](Kind kind, SbVec3f const& direction) {
-        Node const lamp = node("lamp");
+        Node const lamp = named("lamp");
         FltVisualLight& light = lamp->become<FltVisualLight>();
         light.kind = kind;
         light.position = SbVec3d(1, 2, 3);
@@ -282,7 +276,7 @@ TEST(FltGltfNodes, OfJointsMoveAsTheyDo)
 /// Copies of a group with a part in it, at these places.
 Node copiesOf(std::vector<SbDPMatrix> places)
 {
-    Node const copies = node("row"), tree = node("tree");
+    Node const copies = named("row"), tree = named("tree");
     copies->become<FltVisualCopies>({std::move(places)});
     tree->transform = {moved(0, 5, 0)};
     tree->children = {withTriangle("leaves")};
@@ -337,7 +331,7 @@ TEST(FltGltfNodes, AreOneForEachPlaceWhereCopiesHaveNoOtherForm)
 
 TEST(FltGltfNodes, OfCopiesShareAMesh)
 {
-    Node const copies = node("copies");
+    Node const copies = named("copies");
     copies->become<FltVisualCopies>({{moved(0, 0, 0), moved(10, 0, 0), moved(20, 0, 0)}});
     copies->children = {withTriangle("post")};
     Written const written({copies});
@@ -351,7 +345,7 @@ TEST(FltGltfNodes, OfCopiesShareAMesh)
 
 TEST(FltGltfNodes, OfFlipBooksAreTheFirstFrame)
 {
-    Node const book = node("book");
+    Node const book = named("book");
     FltVisualFlipBook flipBook;
     flipBook.steps = {{0, 0.25}, {1, 0.5}};
     flipBook.loops = 3;
@@ -379,12 +373,12 @@ TEST(FltGltfNodes, OfTurningFacesStandAsTheyAreStored)
 
 TEST(FltGltfNodes, OfTextsAndOtherFilesTellThem)
 {
-    Node const sign = node("sign");
+    Node const sign = named("sign");
     FltVisualText& text = sign->become<FltVisualText>();
     text.lines = {"Gate 7", "O\xfcpen"};
     text.place = SbVec3d(1, 2, 3);
     text.color = 0xff8000ff;
-    Node const other = node("other");
+    Node const other = named("other");
     other->become<FltVisualFile>({"sub/other.flt"});
     Written const written({sign, other});
     ReadGltf::Json const& told = written.read.node("sign")["extras"]["text"];
@@ -401,11 +395,11 @@ TEST(FltGltfNodes, OfTextsAndOtherFilesTellThem)
 /// The lights of glTF shine along -z.
 TEST(FltGltfNodes, OfLightsShineWhereTheyDo)
 {
-    Node const sun = node("sun");
+    Node const sun = named("sun");
     FltVisualLight& light = sun->become<FltVisualLight>();
     light.direction = SbVec3f(1, 0, 0);
     light.color = SbColor(1, 0.5F, 0);
-    Node const lamp = node("lamp");
+    Node const lamp = named("lamp");
     FltVisualLight& spot = lamp->become<FltVisualLight>();
     spot.kind = FltVisualLight::Kind::spot;
     spot.position = SbVec3d(1, 2, 3);
@@ -425,7 +419,7 @@ TEST(FltGltfNodes, OfLightsShineWhereTheyDo)
 
 TEST(FltGltfNodes, TellTheirRecordsUnlessNobodyWantsThat)
 {
-    Node const part = node("part");
+    Node const part = named("part");
     part->record = {1234, 0};
     part->comments = {"two\nlines", "one"};
     Written const written({part});
@@ -456,11 +450,11 @@ TEST(FltGltfNodes, HoldNoMatrixThatIsNoNumbers)
 /// A part that is flattened takes along all that stands in it.
 TEST(FltGltfNodes, WorkAFlatteningMatrixIntoAllThatStandsInIt)
 {
-    Node const flat = node("flat");
+    Node const flat = named("flat");
     SbDPMatrix matrix = SbDPMatrix::identity();
     matrix[0][0] = 0;
     flat->transform = {matrix};
-    Node const inner = node("inner");
+    Node const inner = named("inner");
     inner->transform = {moved(3, 4, 5)};
     inner->children = {withTriangle("leaf")};
     flat->children = {inner};

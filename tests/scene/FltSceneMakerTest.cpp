@@ -1,5 +1,6 @@
 #include "scene/FltSceneMaker.h"
 
+#include "support/MadeNodes.h"
 #include "support/SceneText.h"
 
 #include <gtest/gtest.h>
@@ -9,12 +10,7 @@
 namespace
 {
 
-std::shared_ptr<FltVisualNode> node(std::string const& name = "")
-{
-    auto made = std::make_shared<FltVisualNode>();
-    made->name = name;
-    return made;
-}
+using namespace MadeNodes;
 
 /// The scene of a node below a root.
 FltMadeScene sceneOf(std::shared_ptr<FltVisualNode> content)
@@ -35,12 +31,12 @@ std::string textOf(std::shared_ptr<FltVisualNode> content)
 
 TEST(FltSceneMaker, makesAGroupWithItsNameCommentsAndTransformation)
 {
-    auto const group = node("house");
+    auto const group = named("house");
     group->comments = {"a comment"};
     SbMatrix matrix;
     matrix.setTranslate(SbVec3f(1, 2, 3));
     group->transform = {matrix};
-    group->children = {node("below")};
+    group->children = {named("below")};
     EXPECT_EQ(textOf(group), R"(DEF house Separator {
   Info {
     string "a comment"
@@ -60,7 +56,7 @@ TEST(FltSceneMaker, makesAGroupWithItsNameCommentsAndTransformation)
 TEST(FltSceneMaker, givesAMeshThatIsAloneNoSeparatorOfItsOwn)
 {
     auto const withMeshes = [](std::size_t count) {
-        auto const object = node("object");
+        auto const object = named("object");
         object->meshes.resize(count);
         return object;
     };
@@ -78,7 +74,7 @@ TEST(FltSceneMaker, givesAMeshThatIsAloneNoSeparatorOfItsOwn)
     hidden->meshes.front().isHidden = true;
     EXPECT_EQ(separatorsOf(hidden), 2U);
     auto const above = withMeshes(1);
-    above->children = {node("below")};
+    above->children = {named("below")};
     EXPECT_EQ(separatorsOf(above), 3U);
     auto const text = withMeshes(1);
     text->become<FltVisualText>();
@@ -87,7 +83,7 @@ TEST(FltSceneMaker, givesAMeshThatIsAloneNoSeparatorOfItsOwn)
 
 TEST(FltSceneMaker, keepsTheStateOfAMeshAloneInADoorFromTheNextDoor)
 {
-    auto const group = node("sock");
+    auto const group = named("sock");
     group->become<FltVisualSwitch>();
     group->children = {node()};
     group->children.front()->meshes.resize(1);
@@ -115,9 +111,9 @@ TEST(FltSceneMaker, keepsNothingOfWhatASwitchOrAJointChanges)
 TEST(FltSceneMaker, keepsANameThatIsTooLongInAnInfo)
 {
     std::string const name(300, 'n');
-    EXPECT_NE(textOf(node(name)).find("Info {"), std::string::npos);
+    EXPECT_NE(textOf(named(name)).find("Info {"), std::string::npos);
     FltVisualLight const light;
-    auto const lamp = node(name);
+    auto const lamp = named(name);
     lamp->become<FltVisualLight>();
     EXPECT_EQ(textOf(lamp).substr(0, 4), "DEF ");
     EXPECT_NE(textOf(lamp).find("Group {"), std::string::npos);
@@ -126,7 +122,7 @@ TEST(FltSceneMaker, keepsANameThatIsTooLongInAnInfo)
 
 TEST(FltSceneMaker, letsALightFadeAndNoOther)
 {
-    auto const lamp = node("lamp");
+    auto const lamp = named("lamp");
     FltVisualLight& light = lamp->become<FltVisualLight>();
     light.kind = FltVisualLight::Kind::local;
     light.attenuation[1] = 0.5F;
@@ -146,7 +142,7 @@ TEST(FltSceneMaker, letsALightFadeAndNoOther)
 
 TEST(FltSceneMaker, makesTheNodesOfASharedPartOnce)
 {
-    auto const shared = node("shared");
+    auto const shared = named("shared");
     auto const group = node();
     group->children = {shared, shared};
     SoNodeRef<SoSeparator> const root = sceneOf(group).root;
@@ -164,11 +160,11 @@ TEST(FltSceneMaker, usesUpWhatNobodyElseHolds)
 
 TEST(FltSceneMaker, turnsASwitchIntoOneDoorAChild)
 {
-    auto const group = node("sock");
+    auto const group = named("sock");
     FltVisualSwitch& choice = group->become<FltVisualSwitch>();
     choice.wordsPerMask = 1;
     choice.masks = {5};
-    auto lamp = node("lamp");
+    auto lamp = named("lamp");
     lamp->become<FltVisualLight>();
     group->children = {node(), nullptr, lamp};
     EXPECT_EQ(textOf(group), R"(DEF sock Separator {
@@ -218,7 +214,7 @@ TEST(FltSceneMaker, listsSwitchesAndJointsByTheirNumbers)
 
 TEST(FltSceneMaker, movesAJointBetweenItsFrameAndBack)
 {
-    auto const group = node("door");
+    auto const group = named("door");
     FltVisualJoint& joint = group->become<FltVisualJoint>();
     joint.name = "door";
     joint.translation[2].current = 3;
@@ -239,7 +235,7 @@ TEST(FltSceneMaker, makesLevelsWithNothingWhereNothingIsDrawn)
     FltVisualLevels& levels = group->become<FltVisualLevels>();
     levels.distances = {10, 20};
     levels.center = SbVec3f(1, 2, 3);
-    group->children = {nullptr, node("near"), nullptr};
+    group->children = {nullptr, named("near"), nullptr};
     EXPECT_EQ(textOf(group), R"(LOD {
   center 1 2 3
   range [ 10, 20 ]
@@ -287,11 +283,11 @@ TEST(FltSceneMaker, makesCopiesScalesAndFiles)
 {
     auto const copies = node();
     copies->become<FltVisualCopies>().places.resize(2, SbMatrix::identity());
-    copies->children = {node("copied")};
+    copies->children = {named("copied")};
     EXPECT_EQ(textOf(copies).substr(0, 14), "MultipleCopy {");
     auto const scale = node();
     scale->become<FltVisualScale>().factor = 0.3048;
-    scale->children = {node("scaled")};
+    scale->children = {named("scaled")};
     EXPECT_NE(textOf(scale).find("scaleFactor 0.3048 0.3048 0.3048"), std::string::npos);
     auto const file = node();
     file->become<FltVisualFile>().path = "other.flt";
@@ -300,7 +296,7 @@ TEST(FltSceneMaker, makesCopiesScalesAndFiles)
 
 TEST(FltSceneMaker, tellsTheRecordsOfNodes)
 {
-    auto const group = node("g");
+    auto const group = named("g");
     group->record = {120, 1};
     FltMesh mesh;
     mesh.positions = {SbVec3f(0, 0, 0)};
@@ -316,7 +312,7 @@ TEST(FltSceneMaker, tellsTheRecordsOfNodes)
 
 TEST(FltSceneMaker, closesASwitchAroundWhatIsHidden)
 {
-    auto const hidden = node("secret");
+    auto const hidden = named("secret");
     hidden->isHidden = true;
     EXPECT_EQ(textOf(hidden), R"(DEF hidden Switch {
   DEF secret Separator {
@@ -328,7 +324,7 @@ TEST(FltSceneMaker, closesASwitchAroundWhatIsHidden)
 TEST(FltSceneMaker, drawsCoarserLevelsThatStayTogetherWithFinerOnes)
 {
     auto const levels = node();
-    levels->children = {node("near"), node("middle"), node("far"), nullptr};
+    levels->children = {named("near"), named("middle"), named("far"), nullptr};
     FltVisualLevels& content = levels->become<FltVisualLevels>();
     content.distances = {10, 20, 30};
     content.nextStays = {true, true, false, false};
@@ -356,8 +352,8 @@ TEST(FltSceneMaker, drawsCoarserLevelsThatStayTogetherWithFinerOnes)
 
 TEST(FltSceneMaker, makesABlinkerOfAFlipBook)
 {
-    auto const group = node("flame");
-    group->children = {node("low"), node("high"), nullptr};
+    auto const group = named("flame");
+    group->children = {named("low"), named("high"), nullptr};
     group->become<FltVisualFlipBook>().steps = {{0, 1}, {1, 1}, {2, 1}, {1, 1}};
     FltMadeScene const scene = sceneOf(group);
     auto const* const made = static_cast<SoSeparator*>(scene.root->getChild(0));

@@ -3,6 +3,7 @@
 #include "CheckedTileset.h"
 #include "globe/OnEarth.h"
 #include "gltf/ReadGltf.h"
+#include "support/MadeNodes.h"
 #include "support/Moved.h"
 #include "support/ScratchFolder.h"
 #include "tiles/FltTileset.h"
@@ -17,14 +18,7 @@
 namespace
 {
 
-using Node = std::shared_ptr<FltVisualNode>;
-
-Node node(std::vector<Node> children = {})
-{
-    auto made = std::make_shared<FltVisualNode>();
-    made->children = std::move(children);
-    return made;
-}
+using namespace MadeNodes;
 
 Node triangle(std::vector<SbVec3d> const& places)
 {

@@ -1,5 +1,6 @@
 #include "tiles/FltTileReferences.h"
 
+#include "support/MadeNodes.h"
 #include "support/Moved.h"
 
 #include <gtest/gtest.h>
@@ -7,14 +8,7 @@
 namespace
 {
 
-using Node = std::shared_ptr<FltVisualNode>;
-
-Node node(std::vector<Node> children = {})
-{
-    auto made = std::make_shared<FltVisualNode>();
-    made->children = std::move(children);
-    return made;
-}
+using namespace MadeNodes;
 
 Node file(std::string const& path)
 {

@@ -1,24 +1,18 @@
 #include "visual/FltLevelsAtDistance.h"
 
+#include "support/MadeNodes.h"
+
 #include <gtest/gtest.h>
 
 namespace
 {
 
-using Node = FltLevelsAtDistance::Node;
-
-Node node(std::string const& name, std::vector<Node> children = {})
-{
-    auto made = std::make_shared<FltVisualNode>();
-    made->name = name;
-    made->children = std::move(children);
-    return made;
-}
+using namespace MadeNodes;
 
 Node levels(std::vector<Node> children, std::vector<double> const& distances,
             std::vector<bool> nextStays = {})
 {
-    Node made = node("levels", std::move(children));
+    Node made = named("levels", std::move(children));
     FltVisualLevels& content = made->become<FltVisualLevels>();
     content.distances = distances;
     content.nextStays = std::move(nextStays);
@@ -39,7 +33,7 @@ std::string namesAt(Node const& root, double distance)
 
 TEST(FltLevelsAtDistance, areThoseThatADistanceIsIn)
 {
-    Node const root = node("root", {levels({node("a"), node("b"), nullptr}, {100, 200})});
+    Node const root = named("root", {levels({named("a"), named("b"), nullptr}, {100, 200})});
     EXPECT_EQ(namesAt(root, 0), "a");
     EXPECT_EQ(namesAt(root, 99), "a");
     EXPECT_EQ(namesAt(root, 100), "b");
@@ -49,7 +43,7 @@ TEST(FltLevelsAtDistance, areThoseThatADistanceIsIn)
 
 TEST(FltLevelsAtDistance, areTheFinestAtZeroEvenIfTheyBeginFartherAway)
 {
-    Node const root = node("root", {levels({nullptr, node("b")}, {100})});
+    Node const root = named("root", {levels({nullptr, named("b")}, {100})});
     EXPECT_EQ(namesAt(root, 0), "b");
     EXPECT_EQ(namesAt(root, 50), "");
 }
@@ -57,7 +51,7 @@ TEST(FltLevelsAtDistance, areTheFinestAtZeroEvenIfTheyBeginFartherAway)
 TEST(FltLevelsAtDistance, stayWhereFinerOnesAreAddedToThem)
 {
     Node const root =
-        node("root", {levels({node("a"), node("b"), node("c")}, {100, 200}, {true, false, false})});
+        named("root", {levels({named("a"), named("b"), named("c")}, {100, 200}, {true, false, false})});
     EXPECT_EQ(namesAt(root, 0), "ba") << "the coarser is drawn first";
     EXPECT_EQ(namesAt(root, 150), "b");
     EXPECT_EQ(namesAt(root, 250), "c");
@@ -65,11 +59,11 @@ TEST(FltLevelsAtDistance, stayWhereFinerOnesAreAddedToThem)
 
 TEST(FltLevelsAtDistance, keepWhatHasNoLevels)
 {
-    Node const plain = node("plain", {node("child")});
-    Node const joint = node("joint", {levels({node("a")}, {})});
+    Node const plain = named("plain", {named("child")});
+    Node const joint = named("joint", {levels({named("a")}, {})});
     joint->become<FltVisualJoint>().number = 7;
     FltLevelsAtDistance chooser;
-    Node const chosen = chooser.at(node("root", {plain, joint, joint}), 0);
+    Node const chosen = chooser.at(named("root", {plain, joint, joint}), 0);
     EXPECT_EQ(chosen->children[0], plain);
     EXPECT_EQ(chosen->children[1]->as<FltVisualJoint>()->number, 7U);
     EXPECT_EQ(chosen->children[1], chosen->children[2]) << "what is shared is shared";
@@ -78,10 +72,10 @@ TEST(FltLevelsAtDistance, keepWhatHasNoLevels)
 
 TEST(FltLevelsAtDistance, changeWhereTheTopChanges)
 {
-    Node const deeper = levels({node("a"), node("b")}, {50});
-    Node const hidden = levels({node("a"), node("b")}, {60});
+    Node const deeper = levels({named("a"), named("b")}, {50});
+    Node const hidden = levels({named("a"), named("b")}, {60});
     hidden->isHidden = true;
-    Node const root = node("root", {levels({deeper, nullptr}, {300}), hidden, nullptr,
-                                    node("g", {levels({node("c"), node("d"), node("e")}, {100, 300})})});
+    Node const root = named("root", {levels({deeper, nullptr}, {300}), hidden, nullptr,
+                                     named("g", {levels({named("c"), named("d"), named("e")}, {100, 300})})});
     EXPECT_EQ(FltLevelsAtDistance::changesOf(*root), (std::vector<double>{100, 300}));
 }

@@ -1,6 +1,7 @@
 #include "visual/FltVisualWalk.h"
 
 #include "support/CompleteDatabase.h"
+#include "support/MadeNodes.h"
 #include "visual/FltMeshIndices.h"
 
 #include <algorithm>
@@ -12,6 +13,8 @@
 
 namespace
 {
+
+using MadeNodes::node;
 
 using Corner = std::array<double, 3>;
 using Shape = std::vector<Corner>;
@@ -134,13 +137,6 @@ SbMatrix scaled(float factor)
     return matrix;
 }
 
-std::shared_ptr<FltVisualNode> groupOf(std::vector<std::shared_ptr<FltVisualNode>> children)
-{
-    auto node = std::make_shared<FltVisualNode>();
-    node->children = std::move(children);
-    return node;
-}
-
 TEST(FltVisualWalk, childrenComeBeforeTheMeshesOfTheirNode)
 {
     auto const root = leaf("top");
@@ -153,7 +149,7 @@ TEST(FltVisualWalk, childrenComeBeforeTheMeshesOfTheirNode)
 TEST(FltVisualWalk, thereIsNothingInNothing)
 {
     EXPECT_FALSE(FltVisualWalk(nullptr).next());
-    EXPECT_FALSE(FltVisualWalk(groupOf({})).next());
+    EXPECT_FALSE(FltVisualWalk(node({})).next());
 }
 
 TEST(FltVisualWalk, theLastMatrixOfANodeActsFirst)
@@ -168,19 +164,19 @@ TEST(FltVisualWalk, theLastMatrixOfANodeActsFirst)
 TEST(FltVisualWalk, aPartThatStandsAtSeveralPlacesComesOnceForEach)
 {
     auto const part = leaf("part");
-    auto const left = groupOf({part});
-    auto const right = groupOf({part});
+    auto const left = node({part});
+    auto const right = node({part});
     left->transform = {moved(-1, 0, 0)};
     right->transform = {moved(1, 0, 0)};
-    FltVisualWalk walk(groupOf({left, right}));
+    FltVisualWalk walk(node({left, right}));
     EXPECT_EQ(placesOf(walk), "part at -1 0 0; part at 1 0 0; ");
 }
 
 TEST(FltVisualWalk, copiesStandInTheirOrderAtTheirPlaces)
 {
-    auto const copies = groupOf({leaf("part")});
+    auto const copies = node({leaf("part")});
     copies->become<FltVisualCopies>({{moved(0, 0, 0), moved(0, 3, 0), moved(0, 6, 0)}});
-    auto const root = groupOf({copies});
+    auto const root = node({copies});
     root->transform = {scaled(2)};
     FltVisualWalk walk(root);
     EXPECT_EQ(placesOf(walk), "part at 0 0 0; part at 0 6 0; part at 0 12 0; ");
@@ -216,10 +212,10 @@ TEST(FltVisualWalk, aJointFarFromTheOriginMovesInDoubles)
 TEST(FltVisualWalk, nameAndRecordAreThoseOfTheNearestNodeThatHasThem)
 {
     auto const unnamed = leaf("");
-    auto const named = groupOf({unnamed});
+    auto const named = node({unnamed});
     named->name = "door";
     named->record = {640, 2};
-    FltVisualWalk walk(groupOf({named}));
+    FltVisualWalk walk(node({named}));
     ASSERT_TRUE(walk.next());
     EXPECT_EQ(walk.name(), "door");
     EXPECT_EQ(walk.record().offset, 640U);
@@ -236,7 +232,7 @@ TEST(FltVisualWalk, withoutAnyNameItIsEmptyAndThereIsNoRecord)
 
 TEST(FltVisualWalk, aSwitchShowsTheChildrenOfItsMask)
 {
-    auto const root = groupOf({leaf("a"), nullptr, leaf("c"), leaf("d")});
+    auto const root = node({leaf("a"), nullptr, leaf("c"), leaf("d")});
     FltVisualSwitch& choice = root->become<FltVisualSwitch>();
     choice.masks = {0x3, 0xA};
     choice.wordsPerMask = 1;
@@ -251,7 +247,7 @@ TEST(FltVisualWalk, aSwitchShowsTheChildrenOfItsMask)
 
 TEST(FltVisualWalk, ofLevelsTheFinestTheCoarsestOrAllAreGoneOver)
 {
-    auto const root = groupOf({nullptr, leaf("fine"), leaf("middle"), leaf("coarse"), nullptr});
+    auto const root = node({nullptr, leaf("fine"), leaf("middle"), leaf("coarse"), nullptr});
     root->become<FltVisualLevels>();
     FltVisualWalk finest(root);
     EXPECT_EQ(placesOf(finest), "fine at 0 0 0; ");
@@ -263,7 +259,7 @@ TEST(FltVisualWalk, ofLevelsTheFinestTheCoarsestOrAllAreGoneOver)
 
 TEST(FltVisualWalk, levelsThatDrawNothingDrawNothing)
 {
-    auto const root = groupOf({nullptr, nullptr});
+    auto const root = node({nullptr, nullptr});
     root->become<FltVisualLevels>();
     for (LevelsOfDetail const levels : {LevelsOfDetail::highest, LevelsOfDetail::lowest, LevelsOfDetail::all})
         EXPECT_FALSE(FltVisualWalk(root, levels).next());

@@ -1,5 +1,6 @@
 #include "vrml/FltVrmlWriter.h"
 
+#include "support/MadeNodes.h"
 #include "support/MemoryStream.h"
 
 #include <algorithm>
@@ -9,12 +10,7 @@
 namespace
 {
 
-std::shared_ptr<FltVisualNode> node(std::string const& name = "")
-{
-    auto made = std::make_shared<FltVisualNode>();
-    made->name = name;
-    return made;
-}
+using namespace MadeNodes;
 
 SbMatrix moved(float x, float y, float z)
 {
@@ -41,7 +37,7 @@ FltMesh triangle()
 
 std::shared_ptr<FltVisualNode> withTriangle(std::string const& name = "")
 {
-    auto const made = node(name);
+    auto const made = named(name);
     made->meshes = {triangle()};
     return made;
 }
@@ -88,7 +84,7 @@ struct Written {
 
 TEST(FltVrmlWriter, keepsTheEmptyLinesOfComments)
 {
-    auto const group = node("house");
+    auto const group = named("house");
     for (auto const& [comment, lines] :
          {std::pair("roof\n\nred\n", "\"roof\"\n\"\"\n\"red\"\n\"\"\n"), std::pair("", "\"\"\n")}) {
         group->comments = {comment};
@@ -100,10 +96,10 @@ TEST(FltVrmlWriter, keepsTheEmptyLinesOfComments)
 
 TEST(FltVrmlWriter, writesGroupsWithNamesCommentsAndTransformations)
 {
-    auto const group = node("house+1");
+    auto const group = named("house+1");
     group->comments = {"some\nmore\nlines"};
     group->transform = {moved(1, 2, 3), scaled(2, 2, 2)};
-    group->children = {node("below")};
+    group->children = {named("below")};
     EXPECT_EQ(Written({group}).text, R"(#VRML V2.0 utf8
 DEF root Group {
  children [
@@ -190,7 +186,7 @@ TEST(FltVrmlWriter, groupsLevelsOnlyWhereTheyAreNotOneNode)
 {
     auto const levels = node();
     levels->become<FltVisualLevels>().distances = {100, 200};
-    levels->children = {node("near"), node("middle"), nullptr};
+    levels->children = {named("near"), named("middle"), nullptr};
     EXPECT_TRUE(Written({levels}).holds({"level [", "DEF near Group {", "DEF middle Group {", "Group {"}));
     std::size_t const groups = Written({levels}).countOf("Group {");
     levels->children[1] = nullptr;
@@ -199,11 +195,11 @@ TEST(FltVrmlWriter, groupsLevelsOnlyWhereTheyAreNotOneNode)
 
 TEST(FltVrmlWriter, givesEachChildOfASwitchADoor)
 {
-    auto const choice = node("lights");
+    auto const choice = named("lights");
     auto& parts = choice->become<FltVisualSwitch>();
     parts.masks = {2, 1, 1};
     parts.wordsPerMask = 1;
-    auto const lamp = node("lamp");
+    auto const lamp = named("lamp");
     lamp->become<FltVisualLight>();
     choice->children = {withTriangle("off"), withTriangle("on"), lamp};
     Written const file({choice});
@@ -305,7 +301,7 @@ TEST(FltVrmlWriter, keepsBillboards)
 
 TEST(FltVrmlWriter, hasLightsShineOnWhatComesAfterThem)
 {
-    auto const lamp = node("sun");
+    auto const lamp = named("sun");
     FltVisualLight light;
     light.color = {1, 0.5F, 0};
     light.direction = {0, 0.6F, -0.8F};
@@ -338,7 +334,7 @@ TEST(FltVrmlWriter, writesSpotsWithTheirCone)
 
 TEST(FltVrmlWriter, writesAddressesOfOtherFiles)
 {
-    auto const near = node("near"), far = node("far");
+    auto const near = named("near"), far = named("far");
     near->become<FltVisualFile>().path = "near.flt";
     far->become<FltVisualFile>().path = "far.flt";
     Written const file({near, far}, [](std::string const& database) {
