@@ -71,8 +71,8 @@ TEST(FltRecordMemoryTest, ObjectsOfAllSizesKeepTheirBytesWhileOthersComeAndGo)
 
 TEST(FltRecordMemoryTest, BlocksAreFilledAgainOnceTheirObjectsHaveGone)
 {
-    constexpr int rounds = 2000, objectsOfARound = 2000;
-    constexpr std::size_t size = 200;
+    constexpr int rounds = 400, objectsOfARound = 1000;
+    constexpr std::size_t size = 2000;
     std::size_t const before = ProcessUsage::memoryInUse();
     for (int round = 0; round < rounds; ++round) {
         Objects objects;

@@ -44,16 +44,20 @@ bool isAskedAt(void const* byte)
 
 TEST(LargePages, areAskedForWhereAWholeOneFits)
 {
-    std::unique_ptr<char[]> const one(new char[9 * LargePages::size]), other(new char[9 * LargePages::size]);
-    char* const asked = LargePages::firstFrom(one.get());
+    // Of the system itself: others may have asked for large pages where they had memory before.
+    constexpr std::size_t count = 9 * LargePages::size;
+    void* const memory = ::mmap(nullptr, count, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    ASSERT_NE(memory, MAP_FAILED);
+    char* const asked = LargePages::firstFrom(static_cast<char*>(memory));
     bool const isKnown = ::madvise(asked, LargePages::size, MADV_HUGEPAGE) == 0 && isAskedAt(asked);
-    char* const first = LargePages::firstFrom(other.get()) + 2 * LargePages::size;
+    char* const first = asked + 4 * LargePages::size;
     LargePages::useIn(first - 1, first + LargePages::size - 1);
     EXPECT_FALSE(isAskedAt(first)) << "a byte is missing";
     LargePages::useIn(first - 1, first + LargePages::size);
     EXPECT_EQ(isAskedAt(first), isKnown);
     EXPECT_FALSE(isAskedAt(first - 1));
     EXPECT_FALSE(isAskedAt(first + LargePages::size));
+    ::munmap(memory, count);
 }
 
 TEST(LargePages, leaveTheBytesAsTheyAre)
