@@ -206,17 +206,17 @@ class _WhenPivyComes(importlib.abc.MetaPathFinder):
         if name != "pivy.coin":
             return None
         for finder in sys.meta_path:
-            spec = None if finder is self else finder.find_spec(name, path, target)
-            if spec is not None and spec.loader is not None:
-                execute = spec.loader.exec_module
+            found = None if finder is self else finder.find_spec(name, path, target)
+            if found is not None and found.loader is not None:
+                execute = found.loader.exec_module
 
                 def execute_and_register(module: Any) -> None:
                     execute(module)
                     sys.meta_path.remove(self)
                     _register()
 
-                setattr(spec.loader, "exec_module", execute_and_register)
-                return spec
+                setattr(found.loader, "exec_module", execute_and_register)
+                return found
         return None
 
 
