@@ -294,7 +294,6 @@ void FltToInventor::visitGroupChildren(RecordIterator& iterator)
 
 void FltToInventor::visitHeader(FltRecordHeader const* record)
 {
-    state->rgbMode = (record->flags >> 30 & 1) != 0;
     if (state->result == nullptr)
         state->result = state->make<SoSeparator>();
     SoSeparator* const result = state->result;

@@ -143,7 +143,6 @@ struct FltToInventor::State {
     SoSeparator* result = nullptr;
     bool allFltRecordsVisited = false;
     bool visitsRecords = false; ///< While the nodes of a whole file are built.
-    bool rgbMode = false;
     std::string relativePath;
     SoNodeRef<SoLabel> minRangeLabel{makeLabel("MinRangeLimitForLOD")};
     SoNodeRef<SoLabel> maxRangeLabel{makeLabel("MaxRangeLimitForLOD")};

@@ -5,7 +5,7 @@
 #include <string_view>
 
 /// Takes a record's fields by name with their values, in the order of the file: what writes JSON, makes
-/// objects of another language or fills columns. See FltRecordReader::fields().
+/// objects of another language or fills columns. See FltRecordReader::give().
 ///
 /// Members of an object come as a key and a value each, elements of an array as values. A value is a number,
 /// a text, bytes, an object or an array.

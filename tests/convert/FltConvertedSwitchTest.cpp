@@ -101,6 +101,13 @@ TEST_F(FltConvertedSwitchTest, TheMasksAreReadOnce)
     EXPECT_FALSE(FltConvertedSwitch().drawsNextChild(group));
 }
 
+/// A mask of no words begins where the numbers do.
+TEST_F(FltConvertedSwitchTest, ThreeNumbersAreEnoughToBeReadAsAMask)
+{
+    addMasks("Current Mask:1 NumberOfWordsPerMask:0");
+    EXPECT_EQ(drawnChildren(7), "0000010");
+}
+
 TEST_F(FltConvertedSwitchTest, OtherChildrenDoNotCount)
 {
     addMasks("Current Mask:0 NumberOfWordsPerMask:1 numberOfMasks:1 Switch Masks:"

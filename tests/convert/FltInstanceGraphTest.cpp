@@ -48,6 +48,17 @@ TEST_F(FltInstanceGraphTest, PlacingTakesAStepForEachScopeOnTheWay)
     EXPECT_EQ(graph.place(row, {0, 1}), Answer::tooLarge);
 }
 
+TEST_F(FltInstanceGraphTest, PlacingFillsASceneToItsLastNode)
+{
+    int const lamp = graph.addScope({0, 1});
+    std::int64_t const before = graph.getNodes();
+    allowances.sceneNodes = FltAllowance({before + 2, 0});
+    EXPECT_EQ(graph.place(lamp, {0, 1}), Answer::fine);
+    EXPECT_EQ(graph.place(lamp, {0, 1}), Answer::fine);
+    EXPECT_EQ(graph.place(lamp, {0, 1}), Answer::tooLarge);
+    EXPECT_EQ(graph.getNodes(), before + 2);
+}
+
 TEST_F(FltInstanceGraphTest, AScopeCannotStandInItself)
 {
     int const scope = graph.addScope({0, 1});

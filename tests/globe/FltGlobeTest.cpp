@@ -240,9 +240,43 @@ TEST(FltGlobe, knowsModelsByTheirFileAloneOrByTheirOffsetAlone)
         Node const& inside = tile.visual.root->children[0]->children[0];
         EXPECT_EQ(pier->meshes[0].positions, inside->meshes[0].positions) << pier->record.file;
     }
-    FltVisual const own = onFlatEarth({at(node({at(model(), 0, 60)}, {far}), 0, 50)});
-    EXPECT_EQ(OnEarth::cornersOf(FltGlobe::place(own)).size(), 3U);
-    EXPECT_TRUE(FltGlobe::place(own).visual.root->children[0]->transform.empty()) << "it is bent";
+    for (std::uint64_t const offset : {50U, 60U}) {
+        FltVisual const own = onFlatEarth({at(node({at(model(), 0, offset)}, {far}), 0, 50)});
+        FltGlobeTile const tile = FltGlobe::place(own);
+        EXPECT_EQ(OnEarth::cornersOf(tile).size(), 3U);
+        EXPECT_TRUE(tile.visual.root->children[0]->transform.empty()) << "it is bent";
+    }
+}
+
+TEST(FltGlobe, knowsModelsBySeveralPlacesAlone)
+{
+    Node const tree = model();
+    FltVisual const visual =
+        onFlatEarth({node({tree}, {moved(0, 50000, 0)}), node({tree}, {moved(0, -50000, 0)})});
+    auto const parts = FltGlobe::place(visual).visual.root->children;
+    EXPECT_EQ(parts[0]->children[0], tree) << "it stays as it is";
+    EXPECT_EQ(parts[1]->children[0], tree);
+}
+
+TEST(FltGlobe, hasNoMirrorAroundWhatWasWorkedIn)
+{
+    Node const part = triangle({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
+    part->senses.isStraight = false;
+    part->senses.isMirrored = true;
+    FltVisual const visual = onFlatEarth({part});
+    EXPECT_TRUE(FltGlobe::place(visual).visual.root->children[0]->senses.isStraight);
+}
+
+TEST(FltGlobe, keepsTheGapsAmongTheChildrenOfSwitchesAlone)
+{
+    Node const choice = node({nullptr, model()}), pages = node({nullptr, model()}),
+               group = node({nullptr, model()});
+    choice->become<FltVisualSwitch>();
+    pages->become<FltVisualFlipBook>();
+    auto const parts = FltGlobe::place(onFlatEarth({choice, pages, group})).visual.root->children;
+    EXPECT_EQ(parts[0]->children.size(), 2U);
+    EXPECT_EQ(parts[1]->children.size(), 2U);
+    EXPECT_EQ(parts[2]->children.size(), 1U);
 }
 
 TEST(FltGlobe, placesTextsAndOtherFilesAsAWhole)

@@ -26,6 +26,9 @@ TEST(FltGltfExtras, TellWhichChildrenEachMaskShows)
     EXPECT_EQ(FltGltfExtras::of(node, {0, 0, 0})["switch"]["masks"], GltfJson::parse("[[0, 31, 33]]"));
     node.children.resize(2);
     EXPECT_EQ(FltGltfExtras::of(node, {0, 0, 0})["switch"]["masks"], GltfJson::parse("[[0]]"));
+    choice.masks = {~0U, ~0U};
+    EXPECT_EQ(FltGltfExtras::of(node, {0, 0, 0})["switch"]["masks"], GltfJson::parse("[[0, 1]]"))
+        << "more bits than children";
 }
 
 TEST(FltGltfExtras, TellPlacesAsTheyStandInTheNode)

@@ -158,6 +158,19 @@ TEST(FltGltfNodes, AreThoseOfTheFinestLevel)
               ReadGltf::Json({10.0, 100.0, 1000.0}));
 }
 
+TEST(FltGltfNodes, LoseTheRangesOfLevelsThatBeginOrEndSomewhere)
+{
+    auto const isLost = [](std::vector<Node> children) {
+        Node const levels = named("levels", std::move(children));
+        levels->become<FltVisualLevels>().distances = {10};
+        return Written({levels}).lost("ranges of levels of detail") == 1;
+    };
+    EXPECT_FALSE(isLost({withTriangle("near"), withTriangle("far")})) << "something is seen from anywhere";
+    EXPECT_TRUE(isLost({withTriangle("near"), nullptr}));
+    EXPECT_TRUE(isLost({nullptr, withTriangle("far")}));
+    EXPECT_TRUE(isLost({}));
+}
+
 TEST(FltGltfNodes, AreThoseOfCoarserLevelsThatStay)
 {
     Node const levels = named("levels");

@@ -80,6 +80,20 @@ double largestNumberOf(ReadGltf::Json const& json)
 
 } // namespace
 
+/// Colours are stored as a screen shows them, and written as light adds up.
+TEST_F(FltGltfTest, WritesColoursAsLight)
+{
+    std::vector<double> const offsets = triangle(),
+                              color = {255, 0x99, 0x66, 0x33}; // alpha, blue, green, red
+    database.begin();
+    database.object(offsets, CompleteDatabase::face({}, color), "house");
+    ReadGltf::Json const factor = glb().json["materials"][0]["pbrMetallicRoughness"]["baseColorFactor"];
+    EXPECT_NEAR(factor[0], 0.0331, 1e-4);
+    EXPECT_NEAR(factor[1], 0.1329, 1e-4);
+    EXPECT_NEAR(factor[2], 0.3185, 1e-4);
+    EXPECT_EQ(factor[3], 1);
+}
+
 TEST_F(FltGltfTest, WritesWhatIsToBeSeen)
 {
     std::vector<double> const offsets = triangle();

@@ -99,6 +99,20 @@ TEST(GltfCorners, AreLeftOutWhereTheirPlacesAreNoNumbers)
     EXPECT_EQ(none.lost, 2U);
 }
 
+TEST(GltfCorners, OfPointsAreLeftOutOneByOne)
+{
+    FltMesh mesh = twoTriangles();
+    mesh.kind = FltMesh::Kind::points;
+    mesh.indices.clear();
+    for (std::size_t const lost : {0U, 3U, 5U}) {
+        FltMesh some = mesh;
+        some.positions[lost][1] = noNumber;
+        GltfCorners const corners(some, {}, false);
+        EXPECT_EQ(corners.indices.size(), 5U) << lost;
+        EXPECT_EQ(corners.lost, 1U) << lost;
+    }
+}
+
 TEST(GltfCorners, HaveNormalsOfLengthOneAndCoordinatesOfNumbers)
 {
     FltMesh mesh = twoTriangles();

@@ -91,6 +91,15 @@ TEST(GltfTransforms, AreTwoWhereTheMatrixShears)
     }
 }
 
+TEST(GltfTransforms, AreTwoForAShearOfAnySize)
+{
+    for (double const size : {1e-4, 1e-2, 1e3, 1e6}) {
+        SbDPMatrix const matrix =
+            matrixOf(SbVec3d(1, 0, 0) * size, SbVec3d(0.5, 1, 0) * size, SbVec3d(0, 0.25, 1) * size);
+        expectSame(productOf(GltfTransforms(matrix)), matrix, 1e-9 * size);
+    }
+}
+
 TEST(GltfTransforms, TakeNoRoundingOfFloatsForAShear)
 {
     EXPECT_EQ(GltfTransforms(matrixOf({1, 1e-7, 0}, {0, 1, 0}, {0, 0, 1})).nodes.size(), 1U);

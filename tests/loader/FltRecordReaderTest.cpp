@@ -1,5 +1,6 @@
 #include "loader/FltRecordReader.h"
 
+#include "records/FltJsonText.h"
 #include "support/ScratchFolder.h"
 #include "support/StreamCapture.h"
 #include "writer/FltWriter.h"
@@ -52,6 +53,28 @@ TEST(FltRecordReader, AppendsTheJsonOfARecordToATextOfMany)
         expected += records.json();
     }
     EXPECT_EQ(all, expected);
+}
+
+TEST(FltRecordReader, GivesTheFieldsOfARecordThatCanBeRead)
+{
+    ScratchFolder const folder;
+    FltWriter flt;
+    flt.add("Group", {{"idASCII", "hangar"}});
+    flt.add("Switch", {{"numberOfMasks", -5}, {"numberOf32BitWordsPerMask", 1}}).save(folder / "a.flt");
+    FltRecordReader records(folder / "a.flt");
+    auto const fields = [&records] {
+        FltJsonText json;
+        json.beginObject();
+        records.giveFields(json);
+        json.endObject();
+        return nlohmann::json::parse(json.written());
+    };
+    ASSERT_TRUE(records.next() && records.next());
+    EXPECT_TRUE(records.isReadable());
+    EXPECT_EQ(fields(), nlohmann::json::parse(records.json())["fields"]);
+    ASSERT_TRUE(records.next());
+    EXPECT_FALSE(records.isReadable());
+    EXPECT_EQ(fields(), nlohmann::json::object());
 }
 
 TEST(FltRecordReader, GathersColumnsOfTheRecordsOfAnOpcodeThatFollow)

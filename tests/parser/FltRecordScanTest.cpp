@@ -217,3 +217,13 @@ TEST(FltRecordScan, saysThatADirectoryIsNoDatabase)
                                                   "file (*.flt).");
     }
 }
+
+TEST(FltRecordScan, takesNothingThatBeginsWithAnotherRecord)
+{
+    ScratchFolder const folder;
+    std::string const header = FltWriter().bytes(), group = FltWriter().add("Group").lastRecord();
+    EXPECT_NO_THROW(FltRecordScan(folder.write("whole.flt", header + group)));
+    for (std::string const& other :
+         {group, group + header, header.substr(0, header.size() - 1), std::string()})
+        EXPECT_THROW(FltRecordScan(folder.write("other.flt", other)), std::runtime_error) << other.size();
+}

@@ -92,6 +92,19 @@ TEST(FltRecordGroupTest, AnIdOfEightCharactersRunsOnIntoThePriority)
     EXPECT_NE(dumpOf(*record).find("\nidASCII: GROUPNAMAB\nrelativePriority: 16961\n"), std::string::npos);
 }
 
+TEST(FltRecordGroupTest, AnIdWithoutAnEndStopsAtThatOfTheRecord)
+{
+    FltWriter flt(1580);
+    flt.addRaw(2, std::string(28, 'A'));
+    auto const record = decodeLastAs<FltRecordGroup>(flt), next = decodeLastAs<FltRecordGroup>(flt);
+    auto const* const end = reinterpret_cast<char const*>(record.get() + 1);
+    std::string const id(record->idASCII, static_cast<std::size_t>(end - record->idASCII));
+    std::string const dump = dumpOf(*record);
+    EXPECT_NE(dump.find("\nidASCII: " + id.substr(0, id.find('\0')) + "\nrelativePriority"),
+              std::string::npos);
+    EXPECT_EQ(dump, dumpOf(*next)) << "what stands behind it in memory";
+}
+
 TEST(FltRecordGroupTest, AnIdOfEightCharactersStopsAtAPriorityOfZero)
 {
     auto const record = decodeLast(FltWriter().add("Group", {{"idASCII", "GROUPNAM"}}));

@@ -83,6 +83,23 @@ TEST(FltRecordMemoryTest, BlocksAreFilledAgainOnceTheirObjectsHaveGone)
     EXPECT_LT(ProcessUsage::memoryInUse(), before + rounds * objectsOfARound * size / 2);
 }
 
+TEST(FltRecordMemoryTest, ABlockThatWasFilledTwiceIsFreedAsAnyOther)
+{
+    constexpr int rounds = 400, alone = 2000, together = 1200;
+    constexpr std::size_t size = 2000;
+    std::size_t const before = ProcessUsage::memoryInUse();
+    for (int round = 0; round < rounds; ++round) {
+        Objects objects;
+        for (int i = 0; i < alone; ++i) {
+            objects.make(size);
+            objects.freeAt(0);
+        }
+        for (int i = 0; i < together; ++i)
+            objects.make(size);
+    }
+    EXPECT_LT(ProcessUsage::memoryInUse(), before + rounds * FltRecordMemory::blockSize / 2);
+}
+
 TEST(FltRecordMemoryTest, AnObjectMayGoOnAnotherThreadThanItCameFrom)
 {
     auto objects = std::make_unique<Objects>();

@@ -136,6 +136,9 @@ TEST_F(SceneWriterTest, IndicesAfterTheLastVertexBecomeTheLastOne)
     std::vector<std::int32_t> const expected{0, 1, 2, -1, 2, 1, 2, -1};
     std::int32_t const* const values = faces->coordIndex.getValues(0);
     EXPECT_EQ(std::vector<std::int32_t>(values, values + faces->coordIndex.getNum()), expected);
+    faces->coordIndex.set1Value(6, 3); // the one right behind, alone
+    SceneWriter::makePlain(root.get());
+    EXPECT_EQ(faces->coordIndex[6], 2);
 }
 
 TEST_F(SceneWriterTest, ASharedPartIsMadePlainOnce)

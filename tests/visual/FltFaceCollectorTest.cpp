@@ -99,6 +99,15 @@ TEST(FltFaceCollector, drawsOnlyTheFrontUnlessBothSidesAreWanted)
     EXPECT_TRUE(drawnSquare({{"drawType", 1}}).triangles[0].isTwoSided);
 }
 
+TEST(FltFaceCollector, drawsFacesWholeWhoseDrawTypeNobodyKnows)
+{
+    for (int const drawType : {5, 6, 7, 11, 127, -1}) {
+        DrawnScene const drawn = drawnSquare({{"drawType", drawType}});
+        EXPECT_EQ(drawn.triangles.size(), 2U) << drawType;
+        EXPECT_TRUE(drawn.points.empty() && drawn.lines.empty()) << drawType;
+    }
+}
+
 TEST(FltFaceCollector, drawsOutlines)
 {
     EXPECT_EQ(drawnSquare({{"drawType", 2}}).lines.size(), 4U);
@@ -265,6 +274,13 @@ std::vector<double> bowTie(CompleteDatabase& database, double right = 1)
 }
 
 } // namespace
+
+TEST(FltFaceCollector, takesNoNormalWithoutADirection)
+{
+    for (DrawnScene::Primitive const& each : squareWithNormals({{0, 0, 0}}, {}).triangles)
+        for (SbVec3f const& normal : each.normals)
+            EXPECT_EQ(normal, SbVec3f(0, 0, 1));
+}
 
 /// The toolkit lights the back by the opposites of the normals, so the side that was to be seen was dark.
 TEST(FltFaceCollector, turnsFacesOfTwoSidesToTheSideOfTheirNormals)

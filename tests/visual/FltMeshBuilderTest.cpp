@@ -95,7 +95,8 @@ TEST(FltMeshBuilder, keepsPartsOfMaterialsBetween0And1)
     values.specular[1] = -1;
     values.specular[2] = 0.5F;
     values.emissive[0] = 0.25F;
-    for (auto const& [stored, kept] : {std::pair{64.0F, 0.5F}, {200.0F, 1.0F}, {-3.0F, 0.0F}}) {
+    for (auto const& [stored, kept] :
+         {std::pair{64.0F, 0.5F}, {0.5F, 0.5F / 128}, {200.0F, 1.0F}, {-3.0F, 0.0F}}) {
         values.shininess = stored;
         FltMeshBuilder builder{FltAppearance()};
         builder.addCorner(cornerAt(1), SbColor(1, 1, 1));

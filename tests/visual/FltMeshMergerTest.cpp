@@ -192,11 +192,14 @@ TEST_F(FltMeshMergerTest, MergesInsideOfWhatStandsAtSeveralPlaces)
 
 TEST_F(FltMeshMergerTest, LeavesInMirrorsAndBelowFlatMatricesWhatStandsThere)
 {
-    for (double const scale : {-1.0, 0.0}) {
+    SbDPMatrix const mirror(-1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
+    SbDPMatrix const flat(0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
+    SbDPMatrix const perspective(1, 0, 0, 0.01, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
+    for (SbDPMatrix const& matrix : {mirror, flat, perspective}) {
         root->children.clear();
         root->meshes.clear();
         FltVisualNode& turned = add(*root);
-        turned.transform = {SbDPMatrix(scale, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1)};
+        turned.transform = {matrix};
         add(turned);
         merge();
         ASSERT_EQ(root->children.size(), 1U);

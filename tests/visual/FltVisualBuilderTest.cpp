@@ -348,6 +348,26 @@ TEST(FltVisualBuilder, boundsWhatInstancesOfInstancesMakeOfASmallFile)
     EXPECT_NE(database.messages.find("the scene would become too large"), std::string::npos);
 }
 
+TEST(FltVisualBuilder, boundsTheDepthOfTheHierarchyWhateverStandsBelowLightPointsBefore)
+{
+    auto const depthAfter = [](int lightPoints) {
+        CompleteDatabase database;
+        database.begin();
+        for (int i = 0; i < lightPoints; ++i)
+            database.writer.add("LightPoint").push().add("Group").pop();
+        for (int i = 0; i < FltLimits::hierarchyDepth + 20; ++i)
+            database.writer.add("Group").push();
+        std::shared_ptr<FltVisualNode> node = database.see().root;
+        int depth = 0;
+        for (; node != nullptr; node = node->children.empty() ? nullptr : node->children.back())
+            ++depth;
+        return depth;
+    };
+    int const depth = depthAfter(0);
+    EXPECT_GT(depth, FltLimits::hierarchyDepth / 2);
+    EXPECT_EQ(depthAfter(6), depth);
+}
+
 TEST(FltVisualBuilder, boundsTheDepthOfTheHierarchy)
 {
     CompleteDatabase database;

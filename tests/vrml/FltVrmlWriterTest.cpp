@@ -182,6 +182,20 @@ TEST(FltVrmlWriter, writesLevelsWithDistancesInTheirOwnUnit)
         << file.text;
 }
 
+TEST(FltVrmlWriter, writesEachFrameOfAFlipBookAndNoOther)
+{
+    Node const pages = node({named("first"), nullptr, named("last")});
+    pages->become<FltVisualFlipBook>();
+    std::string text = Written({pages}).text;
+    std::size_t const begin = text.find("choice [");
+    ASSERT_NE(begin, std::string::npos);
+    text = text.substr(begin, text.find("\n  ]", begin) - begin);
+    std::size_t groups = 0;
+    for (std::size_t at = text.find("Group {"); at != std::string::npos; at = text.find("Group {", at + 1))
+        ++groups;
+    EXPECT_EQ(groups, 3U) << text;
+}
+
 TEST(FltVrmlWriter, groupsLevelsOnlyWhereTheyAreNotOneNode)
 {
     auto const levels = node();
@@ -191,6 +205,8 @@ TEST(FltVrmlWriter, groupsLevelsOnlyWhereTheyAreNotOneNode)
     std::size_t const groups = Written({levels}).countOf("Group {");
     levels->children[1] = nullptr;
     EXPECT_EQ(Written({levels}).countOf("Group {"), groups) << "one for the gap instead of the child's own";
+    levels->children[1] = node();
+    EXPECT_EQ(Written({levels}).countOf("DEF part"), 1U) << "of the levels, which this test holds too";
 }
 
 TEST(FltVrmlWriter, givesEachChildOfASwitchADoor)
