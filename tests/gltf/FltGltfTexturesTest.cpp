@@ -1,6 +1,8 @@
 #include "gltf/FltGltfTextures.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
+#include <utility>
 
 namespace
 {
@@ -52,4 +54,37 @@ TEST_F(FltGltfTexturesTest, areNoneWithoutAPictureHoweverOftenTheyAreAskedFor)
     }
     EXPECT_EQ(document.count(GltfDocument::List::images), 0U);
     EXPECT_EQ(used.missing(), (std::vector<std::string>{"empty.rgb", "gone.rgb"}));
+}
+
+TEST_F(FltGltfTexturesTest, areSampledByTheNumbersThatTheFormatHas)
+{
+    using Filter = FltTextureAttributes::Filter;
+    using Wrap = FltTextureAttributes::Wrap;
+    auto const samplerOf = [this](FltTextureAttributes const& attributes) {
+        textures = {texture("a.rgb", 2)};
+        textures[0].attributes = attributes;
+        int const number = numberOf(0);
+        GltfJson const json = GltfJson::parse(document.text(0));
+        return json["samplers"][json["textures"][number]["sampler"].get<std::size_t>()];
+    };
+    for (auto const& [wrap, number] :
+         {std::pair(Wrap::repeat, 10497), {Wrap::clamp, 33071}, {Wrap::mirror, 33648}}) {
+        FltTextureAttributes attributes;
+        attributes.wrapU = wrap;
+        EXPECT_EQ(samplerOf(attributes)["wrapS"], number);
+        EXPECT_EQ(samplerOf(attributes)["wrapT"], 10497);
+        attributes.wrapV = wrap;
+        EXPECT_EQ(samplerOf(attributes)["wrapT"], number);
+    }
+    for (auto const& [filter, smaller, larger] : {std::tuple(Filter::point, 9728, 9728),
+                                                  {Filter::bilinear, 9729, 9729},
+                                                  {Filter::mipmapPoint, 9984, 9728},
+                                                  {Filter::mipmapBilinear, 9985, 9729},
+                                                  {Filter::mipmapLinear, 9986, 9729},
+                                                  {Filter::mipmapTrilinear, 9987, 9729}}) {
+        FltTextureAttributes attributes;
+        attributes.minification = attributes.magnification = filter;
+        EXPECT_EQ(samplerOf(attributes)["minFilter"], smaller);
+        EXPECT_EQ(samplerOf(attributes)["magFilter"], larger);
+    }
 }
