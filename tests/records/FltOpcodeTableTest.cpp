@@ -65,10 +65,27 @@ TEST(FltOpcodeTable, EveryLevelEndsWithTheOpcodeAfterItsFirst)
 
 TEST(FltOpcodeTable, TakesNoLengthThatARecordCantHave)
 {
-    EXPECT_FALSE(FltOpcodeTable::isPlausible(FltOpcode::vertexColor, 35));
-    EXPECT_TRUE(FltOpcodeTable::isPlausible(FltOpcode::vertexColor, 36));
-    EXPECT_TRUE(FltOpcodeTable::isPlausible(FltOpcode::vertexColor, 40));
-    EXPECT_FALSE(FltOpcodeTable::isPlausible(FltOpcode::vertexColor, 41));
+    struct Lengths {
+        int opcode;
+        unsigned int shortest, longest;
+    };
+    for (Lengths const& each : {Lengths{FltOpcode::header, 128, 1024},
+                                {FltOpcode::group, 24, 64},
+                                {FltOpcode::object, 16, 64},
+                                {FltOpcode::face, 24, 128},
+                                {FltOpcode::oldVertex, 16, 24},
+                                {FltOpcode::pushLevel, 4, 4},
+                                {FltOpcode::dof, 100, 512},
+                                {FltOpcode::matrix, 68, 68},
+                                {FltOpcode::vector, 16, 16},
+                                {FltOpcode::replicate, 8, 12},
+                                {FltOpcode::instanceReference, 8, 8},
+                                {FltOpcode::vertexColor, 36, 40}}) {
+        EXPECT_FALSE(FltOpcodeTable::isPlausible(each.opcode, each.shortest - 1)) << each.opcode;
+        EXPECT_TRUE(FltOpcodeTable::isPlausible(each.opcode, each.shortest)) << each.opcode;
+        EXPECT_TRUE(FltOpcodeTable::isPlausible(each.opcode, each.longest)) << each.opcode;
+        EXPECT_FALSE(FltOpcodeTable::isPlausible(each.opcode, each.longest + 1)) << each.opcode;
+    }
     EXPECT_FALSE(FltOpcodeTable::isPlausible(6, 8));
 }
 
