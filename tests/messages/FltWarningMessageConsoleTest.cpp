@@ -9,6 +9,8 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <iostream>
+#include <string>
+#include <string_view>
 #include <termios.h>
 #include <unistd.h>
 #include <utility>
@@ -38,7 +40,7 @@ private:
 class ErrorTerminal
 {
 public:
-    ErrorTerminal() : screen(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK))
+    ErrorTerminal() : screen(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC))
     {
         char const* const name =
             screen >= 0 && ::grantpt(screen) == 0 && ::unlockpt(screen) == 0 ? ::ptsname(screen) : nullptr;
@@ -64,13 +66,19 @@ public:
 
     bool isThere() const { return kept >= 0; }
 
-    /// What was printed to it.
+    /// What was printed to it since the last call. A terminal hands things on when it likes, but in order.
     std::string shown()
     {
-        std::string text(4096, '\0');
-        ssize_t const count = ::read(screen, text.data(), text.size());
-        text.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
-        return text;
+        static constexpr std::string_view end = "<end>";
+        std::string text;
+        bool isOpen = ::write(STDERR_FILENO, end.data(), end.size()) == static_cast<ssize_t>(end.size());
+        while (isOpen && text.find(end) == std::string::npos) {
+            char bytes[256];
+            ssize_t const count = ::read(screen, bytes, sizeof bytes);
+            isOpen = count > 0;
+            text.append(bytes, isOpen ? static_cast<std::size_t>(count) : 0);
+        }
+        return text.substr(0, text.find(end));
     }
 
     void putBack()

@@ -350,13 +350,20 @@ TEST(FltVisualBuilder, boundsWhatInstancesOfInstancesMakeOfASmallFile)
 
 TEST(FltVisualBuilder, boundsTheDepthOfTheHierarchyWhateverStandsBelowLightPointsBefore)
 {
+    constexpr int levelsOfAFile = FltLimits::hierarchyDepth * 2 / 3;
     auto const depthAfter = [](int lightPoints) {
         CompleteDatabase database;
         database.begin();
         for (int i = 0; i < lightPoints; ++i)
             database.writer.add("LightPoint").push().add("Group").pop();
-        for (int i = 0; i < FltLimits::hierarchyDepth + 20; ++i)
+        FltWriter referenced;
+        referenced.push();
+        for (int i = 0; i < levelsOfAFile; ++i) {
             database.writer.add("Group").push();
+            referenced.add("Group").push();
+        }
+        database.writer.add("ExternalReference", {{"asciiPath", "referenced.flt"}});
+        referenced.save(database.folder / "referenced.flt");
         std::shared_ptr<FltVisualNode> node = database.see().root;
         int depth = 0;
         for (; node != nullptr; node = node->children.empty() ? nullptr : node->children.back())
