@@ -50,13 +50,23 @@ TEST(ObjMaterials, haveTheColourOfTheCornersAlone)
 
 TEST(ObjMaterials, loseTheColoursOfSingleCorners)
 {
-    for (std::size_t const colors : {0U, 1U, 2U, 3U}) {
+    auto const losses = [](FltMesh const& mesh) {
         ObjOfVisual obj;
-        FltMesh mesh = ObjOfVisual::triangle();
-        mesh.colors.assign(colors, 0xff0000ff);
         obj.add({mesh});
-        EXPECT_EQ(obj.write().omissions.size(), colors > 1 ? 1U : 0U) << colors;
+        return obj.write().omissions.size();
+    };
+    FltMesh mesh = ObjOfVisual::triangle();
+    for (std::size_t const colors : {0U, 1U, 3U}) {
+        mesh.colors.assign(colors, 0xff0000ff);
+        EXPECT_EQ(losses(mesh), colors > 1 ? 1U : 0U) << colors;
     }
+    mesh.kind = FltMesh::Kind::lines;
+    mesh.positions.pop_back();
+    mesh.indices = {0, 1, FltMesh::end};
+    mesh.colors = {0xff0000ff};
+    std::size_t const ofOneColor = losses(mesh);
+    mesh.colors = {0xff0000ff, 0x00ff00ff};
+    EXPECT_EQ(losses(mesh), ofOneColor + 1) << "a line from one colour to another";
 }
 
 TEST(ObjMaterials, areAsClearAsTheCornersWhereTheyAreBlended)
